@@ -1,0 +1,58 @@
+#include "runtime/files.h"
+
+#include "runtime/failure.h"
+
+#include <fstream>
+#include <sstream>
+#include <system_error>
+
+namespace desk {
+
+std::filesystem::path path_from_utf8(std::string_view text) {
+    return std::filesystem::path(std::u8string(text.begin(), text.end()));
+}
+
+std::string utf8_from_path(const std::filesystem::path& path) {
+    const std::u8string text = path.u8string();
+    return {text.begin(), text.end()};
+}
+
+std::string read_whole_file(const std::filesystem::path& path) {
+    const auto name = [&] { return "the file " + utf8_from_path(path); };
+    std::error_code error;
+    const auto status = std::filesystem::status(path, error);
+    if (!std::filesystem::exists(status)) throw runtime_failure(failure::file_not_found, name() + " does not exist");
+    std::ifstream file(path, std::ios::binary);
+    std::ostringstream content;
+    if (file && !std::filesystem::is_directory(status) && file.peek() != std::ifstream::traits_type::eof()) {
+        content << file.rdbuf();
+    }
+    if (std::filesystem::is_directory(status) || file.bad() || !file.is_open())
+        throw runtime_failure(failure::path_file_access_error, name() + " can't be read");
+    return std::move(content).str();
+}
+
+void replace_whole_file(const std::filesystem::path& path, std::string_view bytes) {
+    std::filesystem::path beside = path;
+    beside += ".new";
+    std::error_code error;
+    {
+        std::ofstream file(beside, std::ios::binary | std::ios::trunc);
+        file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        file.close();
+        if (!file) {
+            std::filesystem::remove(beside, error);
+            throw runtime_failure(failure::path_file_access_error,
+                                  "the file " + utf8_from_path(path) + " can't be written");
+        }
+    }
+    std::filesystem::rename(beside, path, error);
+    if (error) {
+        std::error_code ignored;
+        std::filesystem::remove(beside, ignored);
+        throw runtime_failure(failure::path_file_access_error,
+                              "the file " + utf8_from_path(path) + " can't be replaced: " + error.message());
+    }
+}
+
+} // namespace desk

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace desk {
+
+/// A path from UTF-8 text, and back.
+std::filesystem::path path_from_utf8(std::string_view text);
+std::string utf8_from_path(const std::filesystem::path& path);
+
+/// The whole of a file as bytes. Throws failure::file_not_found where there is none, and
+/// failure::path_file_access_error where it can't be read.
+std::string read_whole_file(const std::filesystem::path& path);
+
+/// Replaces a file by `bytes`: written beside it under another name and renamed over it, so that the old or the new
+/// file stands at any moment, never half of one. Throws failure::path_file_access_error and leaves the old file.
+void replace_whole_file(const std::filesystem::path& path, std::string_view bytes);
+
+} // namespace desk
