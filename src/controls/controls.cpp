@@ -1,0 +1,111 @@
+#include "controls/controls.h"
+
+#include "controls/window.h"
+#include "runtime/failure.h"
+#include "runtime/windows_1252.h"
+
+namespace desk {
+
+std::string_view kind_name(control_kind kind) {
+    switch (kind) {
+    case control_kind::window:
+        return "window";
+    case control_kind::frame:
+        return "frame";
+    case control_kind::button:
+        return "button";
+    case control_kind::label:
+        return "label";
+    case control_kind::text_box:
+        return "text_box";
+    case control_kind::combo_box:
+        return "combo_box";
+    case control_kind::check_box:
+        return "check_box";
+    case control_kind::option_button:
+        return "option_button";
+    case control_kind::slider:
+        return "slider";
+    case control_kind::picture:
+        return "picture";
+    case control_kind::line:
+        return "line";
+    case control_kind::list_view:
+        return "list_view";
+    case control_kind::tree_view:
+        return "tree_view";
+    case control_kind::timer:
+        return "timer";
+    }
+    return "";
+}
+
+std::string control::full_name() const { return index < 0 ? name : name + "(" + std::to_string(index) + ")"; }
+
+bool control::shown() const { return visible && (parent == nullptr || parent->shown()); }
+
+bool control::usable() const { return visible && enabled && (parent == nullptr || parent->usable()); }
+
+void control::set_focus() {
+    if (owner == nullptr || owner->focused == this || !usable()) return;
+    owner->focused = this;
+    mark_changed(*owner);
+    if (on_got_focus) on_got_focus();
+}
+
+bool control::has_focus() const { return owner != nullptr && owner->focused == this; }
+
+void text_box::select_all() {
+    sel_start = 0;
+    sel_length = static_cast<int>(character_count(text.get()));
+}
+
+void combo_box::add_item(std::string item, int at) {
+    if (at < 0 || at > list_count())
+        throw runtime_failure(failure::invalid_procedure_call, full_name() + " has no place " + std::to_string(at));
+    items_.insert(items_.begin() + at, std::move(item));
+    mark_changed(*this);
+}
+
+const std::string& combo_box::item(int list_index) const {
+    if (list_index < 0 || list_index >= list_count()) {
+        throw runtime_failure(failure::invalid_property_value,
+                              full_name() + " has no list index " + std::to_string(list_index));
+    }
+    return items_.at(static_cast<std::size_t>(list_index));
+}
+
+void combo_box::set_list_index(int list_index) {
+    if (list_index != -1) item(list_index);
+    list_index_ = list_index;
+    mark_changed(*this);
+    if (list_index != -1 && on_click) on_click();
+}
+
+void option_button::choose() {
+    if (owner != nullptr) {
+        for (control* c : owner->controls()) {
+            if (c->kind() == control_kind::option_button && c->parent == parent)
+                static_cast<option_button*>(c)->value =
+                    false; // NOLINT(cppcoreguidelines-pro-type-static-cast-downcast)
+        }
+    }
+    value = true;
+}
+
+void slider::place(int value) {
+    if (value < minimum || value > maximum) {
+        throw runtime_failure(failure::invalid_property_value,
+                              full_name() + " can't be moved to " + std::to_string(value));
+    }
+    value_ = value;
+    mark_changed(*this);
+}
+
+void slider::set_value(int value) {
+    const bool moves = value != value_;
+    place(value);
+    if (moves && on_change) on_change();
+}
+
+} // namespace desk

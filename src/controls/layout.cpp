@@ -1,0 +1,66 @@
+#include "controls/layout.h"
+
+#include <cstdlib>
+
+namespace desk {
+
+namespace {
+
+void set_name(control& c, const std::string& full_name) {
+    const std::size_t bracket = full_name.find('(');
+    c.name = full_name.substr(0, bracket);
+    c.index = bracket == std::string::npos ? -1 : std::atoi(full_name.c_str() + bracket + 1);
+}
+
+void set_caption(control& c, std::string caption) {
+    const std::size_t mark = caption.find('&');
+    const char mnemonic = mark == std::string::npos ? '\0' : caption.at(mark + 1);
+    if (mnemonic != 0) caption.erase(mark, 1);
+    if (auto* b = dynamic_cast<button*>(&c)) {
+        b->caption = caption;
+        b->mnemonic = mnemonic;
+    } else if (auto* l = dynamic_cast<label*>(&c)) {
+        l->caption = caption;
+    } else if (auto* f = dynamic_cast<frame*>(&c)) {
+        f->caption = caption;
+    } else if (auto* k = dynamic_cast<check_box*>(&c)) {
+        k->caption = caption;
+    } else if (auto* o = dynamic_cast<option_button*>(&c)) {
+        o->caption = caption;
+    }
+}
+
+void set_flags(control& c, unsigned flags) {
+    const text_font font = (flags & fixed_pitch) != 0  ? text_font::fixed
+                           : (flags & large_bold) != 0 ? text_font::large_bold
+                                                       : text_font::sans;
+    if ((flags & hidden) != 0) c.visible = false;
+    if ((flags & disabled) != 0) c.enabled = false;
+    if (auto* l = dynamic_cast<label*>(&c)) {
+        l->font = font;
+        l->line_pitch = (flags & row_pitch) != 0 ? label_line_pitch : 0;
+    }
+    if (auto* t = dynamic_cast<text_box*>(&c)) {
+        t->font = font;
+        t->locked = (flags & locked) != 0;
+        t->multi_line = (flags & multi_line) != 0;
+    }
+}
+
+} // namespace
+
+void lay_out(window& w, const std::vector<placement>& table) {
+    for (const placement& p : table) {
+        set_name(p.model, p.name);
+        p.model.parent = p.parent;
+        p.model.left = p.left;
+        p.model.top = p.top;
+        p.model.width = p.width;
+        p.model.height = p.height;
+        set_caption(p.model, p.caption);
+        set_flags(p.model, p.flags);
+        w.add(p.model);
+    }
+}
+
+} // namespace desk

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <utility>
+
+namespace desk {
+
+class control;
+void mark_changed(control& owner);
+
+/// A property of a control. Assigning another value marks the control as changed, for its face to follow.
+template <class Value>
+class property {
+public:
+    property(control& owner, Value value) : owner_(owner), value_(std::move(value)) {}
+    property(const property&) = delete;
+    property(property&&) = delete;
+    ~property() = default;
+
+    property& operator=(Value value) {
+        if (value_ == value) return *this;
+        value_ = std::move(value);
+        mark_changed(owner_);
+        return *this;
+    }
+    property& operator=(const property& other) {
+        if (this != &other) *this = other.value_;
+        return *this;
+    }
+    property& operator=(property&&) = delete;
+    property& operator+=(const Value& more) { return *this = value_ + more; }
+
+    operator const Value&() const { return value_; } // NOLINT(google-explicit-constructor): it stands for its value
+    const Value& get() const { return value_; }
+    const Value* operator->() const { return &value_; }
+
+    friend bool operator==(const property& a, const Value& b) { return a.value_ == b; }
+
+private:
+    control& owner_;
+    Value value_;
+};
+
+} // namespace desk

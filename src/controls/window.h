@@ -1,0 +1,47 @@
+#pragma once
+
+#include "controls/control.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace desk {
+
+class timer;
+
+/// A window as a model: its controls in the order they lie over each other, the last one on top, which is also the
+/// order of the tab key. It collects which of them have changed until its face has followed.
+class window : public control {
+public:
+    window() : control(control_kind::window) {
+        owner = this;
+        back_color = color_window;
+    }
+
+    property<std::string> caption{*this, ""};
+
+    /// Takes a control into the window. It must outlive the window's use.
+    void add(control& c);
+    const std::vector<control*>& controls() const { return controls_; }
+    const std::vector<timer*>& timers() const { return timers_; }
+    /// By its full name ("cmd_out(2)"); none: nullptr.
+    control* find(const std::string& full_name) const;
+
+    /// The controls that have changed since the last call, each once.
+    std::vector<control*> take_changed();
+
+    control* focused = nullptr; ///< the control with the focus; none at first
+
+    event on_load;
+    event on_unload;
+    std::function<void(int)> on_key_press; ///< a key that reaches the window itself
+
+private:
+    friend void mark_changed(control& owner);
+    std::vector<control*> controls_;
+    std::vector<timer*> timers_;
+    std::vector<control*> changed_;
+};
+
+} // namespace desk

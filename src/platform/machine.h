@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/dialogs.h"
+#include "platform/event_pump.h"
+#include "platform/serial_port.h"
+
+#include <filesystem>
+
+namespace desk {
+
+/// What the desk asks of the machine it runs on.
+struct machine {
+    serial_port& port;
+    event_pump& events;
+    message_box& boxes;
+    file_dialog& files;
+    std::filesystem::path program_directory; ///< the program's own directory
+};
+
+} // namespace desk

@@ -1,0 +1,122 @@
+#include "platform/native_serial_port.h"
+
+#include "runtime/failure.h"
+
+#include <string>
+
+#define NOMINMAX
+#define WIN32_LEAN_AND_MEAN
+#include <windows.h>
+
+namespace desk {
+
+namespace {
+
+[[noreturn]] void cannot(const std::string& what, const std::string& device) {
+    throw runtime_failure(failure::path_file_access_error,
+                          device + " can't be " + what + ": Windows error " + std::to_string(GetLastError()));
+}
+
+class windows_serial_port final : public serial_port {
+public:
+    windows_serial_port() = default;
+    ~windows_serial_port() override { close_device(); }
+    windows_serial_port(const windows_serial_port&) = delete;
+    windows_serial_port& operator=(const windows_serial_port&) = delete;
+
+    void open(int number) override {
+        close_device();
+        const std::string device = "COM" + std::to_string(number);
+        device_ = CreateFileA(("\\\\.\\" + device).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0,
+                              nullptr);
+        if (device_ == INVALID_HANDLE_VALUE) cannot("opened", device);
+        try {
+            configure(device);
+        } catch (const runtime_failure&) {
+            close_device();
+            throw;
+        }
+    }
+
+    void close() override { close_device(); }
+
+    std::size_t in_count() override { return status().cbInQue; }
+    std::size_t out_count() override { return status().cbOutQue; }
+
+    void discard_input() override {
+        if (is_open()) PurgeComm(device_, PURGE_RXABORT | PURGE_RXCLEAR);
+    }
+
+    void discard_output() override {
+        if (is_open()) PurgeComm(device_, PURGE_TXABORT | PURGE_TXCLEAR);
+    }
+
+    bytes read() override {
+        bytes data(in_count());
+        DWORD got = 0;
+        if (data.empty() || !ReadFile(device_, data.data(), static_cast<DWORD>(data.size()), &got, nullptr)) got = 0;
+        data.resize(got);
+        return data;
+    }
+
+    void write(const bytes& data) override {
+        DWORD sent = 0;
+        if (is_open() && !data.empty())
+            WriteFile(device_, data.data(), static_cast<DWORD>(data.size()), &sent, nullptr);
+    }
+
+private:
+    bool is_open() const { return device_ != INVALID_HANDLE_VALUE; }
+
+    /// All zero where no port is open or the device is gone.
+    COMSTAT status() const {
+        COMSTAT state{};
+        DWORD errors = 0;
+        if (!is_open() || !ClearCommError(device_, &errors, &state)) state = {};
+        return state;
+    }
+
+    void configure(const std::string& device) const {
+        DCB line{};
+        line.DCBlength = sizeof line;
+        if (!GetCommState(device_, &line)) cannot("used as a serial port", device);
+        line.BaudRate = CBR_19200;
+        line.ByteSize = 8;
+        line.Parity = NOPARITY;
+        line.StopBits = ONESTOPBIT;
+        line.fBinary = TRUE;
+        line.fParity = FALSE;
+        line.fOutxCtsFlow = FALSE;
+        line.fOutxDsrFlow = FALSE;
+        line.fDsrSensitivity = FALSE;
+        line.fOutX = FALSE;
+        line.fInX = FALSE;
+        line.fNull = FALSE;
+        line.fAbortOnError = FALSE;
+        line.fDtrControl = DTR_CONTROL_ENABLE;
+        line.fRtsControl = RTS_CONTROL_ENABLE;
+        // reads give what waits and never block; a write that can't drain gives up after two seconds
+        COMMTIMEOUTS limits{};
+        limits.ReadIntervalTimeout = MAXDWORD;
+        limits.WriteTotalTimeoutConstant = 2000;
+        if (!SetCommState(device_, &line) || !SetCommTimeouts(device_, &limits)) cannot("set to 19200,N,8,1", device);
+        PurgeComm(device_, PURGE_RXCLEAR | PURGE_TXCLEAR);
+    }
+
+    void close_device() {
+        if (!is_open()) return;
+        PurgeComm(device_, PURGE_RXABORT | PURGE_RXCLEAR | PURGE_TXABORT | PURGE_TXCLEAR);
+        CloseHandle(device_);
+        device_ = INVALID_HANDLE_VALUE;
+    }
+
+    HANDLE device_ = INVALID_HANDLE_VALUE;
+};
+
+} // namespace
+
+std::unique_ptr<serial_port> make_native_serial_port(const std::filesystem::path&) {
+    return std::make_unique<windows_serial_port>();
+}
+
+} // namespace desk
