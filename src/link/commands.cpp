@@ -1,0 +1,11 @@
+#include "link/commands.h"
+
+#include "link/module_text.h"
+
+namespace desk::command {
+
+std::string set(std::string_view mnemonic, int argument) { return std::string(mnemonic) + zero_pad3(argument); }
+
+std::string query(std::string_view mnemonic) { return std::string(mnemonic) + "999"; }
+
+} // namespace desk::command

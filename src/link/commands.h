@@ -1,0 +1,62 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace desk {
+
+/// The wire protocol's commands: six characters, a mnemonic of three and an argument of three digits, and nothing else.
+/// Row numbers are those of the catalogue, counted from 1.
+namespace mnemonic {
+
+inline constexpr std::string_view timing = "TIM";
+inline constexpr std::string_view pattern = "PAT";
+inline constexpr std::string_view favourite_timing_on = "FT+";
+inline constexpr std::string_view favourite_timing_off = "FT-";
+inline constexpr std::string_view favourite_pattern_on = "FP+";
+inline constexpr std::string_view favourite_pattern_off = "FP-";
+inline constexpr std::string_view output_format = "OUT"; ///< 1 PC, 2 HD, 3 DVI, 4 HDMI
+inline constexpr std::string_view hdcp = "HDC";          ///< 0 off, 1 on
+inline constexpr std::string_view audio_source = "ASC";  ///< 1 EXT 7.1CH, 2 EXT OPT, 3 INT SINE
+inline constexpr std::string_view lpcm_channels = "PCM"; ///< 1 2 CH, 2 5.1 CH, 3 7.1 CH
+inline constexpr std::string_view color_space = "CSC";   ///< 1 RGB444, 2 YUV444, 3 YUV422
+inline constexpr std::string_view deep_color = "DEE";    ///< 1 8 BIT, 2 10 BIT, 3 12 BIT
+inline constexpr std::string_view autorun = "ATO";       ///< 0 off, 1 on
+inline constexpr std::string_view my_favourite = "FAV";  ///< 0 off, 1 on
+inline constexpr std::string_view color_red = "CRR";     ///< colour settings, 0 to 255
+inline constexpr std::string_view color_green = "CRG";
+inline constexpr std::string_view color_blue = "CRB";
+inline constexpr std::string_view color_grey = "CRY";
+inline constexpr std::string_view autorun_row = "ATN"; ///< 1 to 32: the row that the next three fill
+inline constexpr std::string_view autorun_timing = "ATT";
+inline constexpr std::string_view autorun_pattern = "ATP";
+inline constexpr std::string_view autorun_interval = "ATI"; ///< seconds; 0 marks the row unused
+
+} // namespace mnemonic
+
+namespace command {
+
+inline constexpr std::string_view reset = "RST001"; ///< the longest wait of any command
+inline constexpr std::string_view firmware_version = "VER001";
+
+inline constexpr std::string_view query_favourite_timings = "FT+999"; ///< 6 characters for each timing row
+inline constexpr std::string_view query_favourite_patterns = "FP+999";
+inline constexpr std::string_view query_autorun_list = "ATS999";   ///< 32 records of 24 characters
+inline constexpr std::string_view query_custom_string = "MOT999";  ///< itself and 12 characters
+inline constexpr std::string_view upload_custom_string = "MOT001"; ///< 12 raw bytes follow
+
+inline constexpr std::string_view choose_hdmi_out = "ESC001"; ///< the sink that the next three work on
+inline constexpr std::string_view choose_hdmi_in = "ESC002";
+inline constexpr std::string_view choose_vga_out = "ESC003";
+inline constexpr std::string_view read_edid = "ERD001";  ///< 256 raw bytes come behind the answer
+inline constexpr std::string_view write_edid = "EWR001"; ///< 256 raw bytes follow
+inline constexpr std::string_view erase_edid = "ERS001";
+
+/// A set command. Throws failure::invalid_procedure_call for an argument of more than three characters.
+std::string set(std::string_view mnemonic, int argument);
+/// The query form: asks for the present value and changes nothing.
+std::string query(std::string_view mnemonic);
+
+} // namespace command
+
+} // namespace desk

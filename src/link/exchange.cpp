@@ -1,0 +1,144 @@
+#include "link/exchange.h"
+
+#include "link/commands.h"
+#include "link/delay.h"
+#include "runtime/failure.h"
+#include "runtime/numbers.h"
+#include "runtime/text.h"
+
+#include <algorithm>
+
+namespace desk {
+
+namespace {
+
+constexpr int tries = 2;
+constexpr int wait_limit = 150;
+constexpr int wait_limit_reset = 800;
+constexpr int motion_string_pattern = 41;
+
+} // namespace
+
+exchange::exchange(machine& m) : machine_(m) {
+    tim_rx.interval = 20;
+    cbo_com.on_click = [this] { cbo_com_click(); };
+    cmd_conn.on_click = [this] { cmd_conn_click(); };
+    cmd_disconn.on_click = [this] { cmd_disconn_click(); };
+    tim_rx.on_timer = [this] { tim_rx_timer(); };
+}
+
+void exchange::set_comm() {
+    try {
+        if (rs232_connected) machine_.port.close();
+        machine_.port.open(com_port);
+        machine_.port.discard_input();
+        machine_.port.discard_output();
+        rs232_connected = true;
+        cmd_conn.back_color = color_green;
+        cmd_disconn.back_color = color_button_face;
+        machine_.events.pump();
+    } catch (const runtime_failure&) {
+        machine_.boxes.show("RS232 can not work on COM" + str(com_port) + ": !", box_icon::none, box_buttons::ok);
+        show_disconnected();
+        rs232_connected = false;
+        machine_.events.pump();
+    }
+}
+
+void exchange::show_disconnected() {
+    cmd_conn.back_color = color_button_face;
+    cmd_disconn.back_color = color_red;
+}
+
+void exchange::cbo_com_click() {
+    com_port = to_integer(cbo_com.list_index() + 1);
+    set_comm();
+}
+
+void exchange::cmd_conn_click() { set_comm(); }
+
+void exchange::cmd_disconn_click() {
+    if (!rs232_connected) return;
+    show_disconnected();
+    machine_.port.close();
+    rs232_connected = false;
+}
+
+void exchange::tx_cmd(std::string_view cmd) {
+    rx_done = false;
+    if (!rs232_connected) {
+        machine_.boxes.show("RS232 is disconnected !", box_icon::critical, box_buttons::ok);
+        return;
+    }
+    const int limit = cmd == command::reset ? wait_limit_reset : wait_limit;
+    for (int attempt = 0; attempt < tries && !rx_done; ++attempt) {
+        rx_count = 0;
+        rx_text.clear();
+        rx_done = false;
+        drain_output();
+        machine_.port.discard_input();
+        machine_.port.write(bytes_of(cmd));
+        tim_rx.enabled = true;
+        for (int round = 0; round <= limit && !rx_done; ++round)
+            delay_sec(machine_.events, 0.001F);
+        // a wrong echo ends the wait at once, since the letters are looked at only here
+        if (!download_mode && std::string_view(rx_text).substr(0, 3) != cmd.substr(0, 3)) rx_done = false;
+    }
+    tim_rx.enabled = false;
+    machine_.events.pump();
+}
+
+void exchange::tx_str(std::string_view cmd) {
+    if (!rs232_connected) {
+        machine_.boxes.show("RS232 is disconnected !", box_icon::critical, box_buttons::ok);
+        return;
+    }
+    drain_output();
+    machine_.port.discard_input();
+    if (cmd.size() < 6)
+        throw runtime_failure(failure::invalid_procedure_call, "\"" + std::string(cmd) + "\" has not six characters");
+    machine_.port.write(bytes_of(cmd.substr(0, 6)));
+}
+
+void exchange::tx_byte(std::uint8_t a_byte) {
+    drain_output();
+    machine_.port.write({a_byte});
+}
+
+void exchange::drain_output() {
+    // a port that never drains holds the desk here for ever
+    while (machine_.port.out_count() != 0)
+        machine_.events.turn_without_progress();
+}
+
+void exchange::tim_rx_timer() {
+    if (machine_.port.in_count() == 0) return;
+    tim_rx.enabled = false;
+    machine_.events.pump();
+    for (const std::uint8_t a_byte : machine_.port.read()) {
+        rx_count = to_integer(rx_count + 1);
+        rx_text.push_back(static_cast<char>(a_byte));
+    }
+    judge_answer();
+    tim_rx.enabled = true;
+    machine_.events.pump();
+}
+
+void exchange::judge_answer() {
+    // the first row that fits decides alone, even where its count isn't reached yet; these take any bytes
+    const auto expect = [this](int count) {
+        if (rx_count >= count) rx_done = true;
+    };
+    if (download_mode && view_mode == 2) return expect(to_integer(fav_timing_count * 6));
+    if (download_mode && view_mode == 3) return expect(to_integer(fav_pattern_count * 6));
+    if (download_mode && view_mode == 5) return expect(768);
+    if (download_mode && view_mode == 1 && selected_pattern() == motion_string_pattern) return expect(18);
+    if (download_mode && view_mode == 4) return expect(18);
+    if (rx_count >= 6) rx_done = is_digit(rx_text.at(3)) && is_digit(rx_text.at(4)) && is_digit(rx_text.at(5));
+}
+
+double last_as_number(std::string_view answer, std::size_t count) {
+    return val(answer.substr(answer.size() - std::min(count, answer.size())));
+}
+
+} // namespace desk

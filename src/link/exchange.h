@@ -1,0 +1,69 @@
+#pragma once
+
+#include "controls/controls.h"
+#include "platform/machine.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace desk {
+
+/// The serial link: opens and closes the port, sends commands and raw bytes, and decides from what arrives whether an
+/// answer is complete. A command is sent, the 20 ms timer tim_rx collects what arrives, and the sender spins in
+/// delay_sec, which pumps events, until the answer is accepted or the wait is over. Any event can come in meanwhile:
+/// a second handler's exchange resets rx_count, rx_text and rx_done under the first. Nothing protects against that
+/// but the buttons that their handlers disable.
+class exchange {
+public:
+    explicit exchange(machine& m);
+
+    std::int16_t com_port = 0;    ///< 1 to 8; 0: none
+    bool rs232_connected = false; ///< the port is open and the link usable
+    std::int16_t view_mode = 254; ///< the view on show, 0 to 6; 254: none yet. Also decides how an answer is counted
+    bool download_mode = false;   ///< a download is running: longer answers, no comparison of letters
+    std::int16_t fav_timing_count = 0;
+    std::int16_t fav_pattern_count = 0;
+    std::int16_t rx_count = 0; ///< bytes received since the present try began
+    std::string rx_text;       ///< those bytes, one character each; stays valid until the next send
+    bool rx_done = false;      ///< the present command's answer has been accepted
+
+    label lab_com;
+    combo_box cbo_com;
+    button cmd_conn;
+    button cmd_disconn;
+    timer tim_rx;
+
+    /// The selected row of the pattern list, which decides how an answer is counted in Pattern Select.
+    std::function<int()> selected_pattern;
+
+    /// Opens the port named by com_port, reopening where it is open.
+    void set_comm();
+    /// The command exchange: two tries. The caller reads rx_done and rx_text.
+    void tx_cmd(std::string_view cmd);
+    /// Sends the first six characters and waits for nothing. Throws failure::invalid_procedure_call for fewer.
+    void tx_str(std::string_view cmd);
+    /// Sends one raw byte behind what is still unsent.
+    void tx_byte(std::uint8_t a_byte);
+    /// Waits until nothing is unsent: no limit, no pump.
+    void drain_output();
+
+    void cbo_com_click();
+    void cmd_conn_click();
+    void cmd_disconn_click();
+    void tim_rx_timer();
+
+    machine& host() { return machine_; }
+
+private:
+    void judge_answer();
+    void show_disconnected();
+
+    machine& machine_;
+};
+
+/// The last `count` characters of an answer, read as a number.
+double last_as_number(std::string_view answer, std::size_t count);
+
+} // namespace desk
