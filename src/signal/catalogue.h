@@ -1,0 +1,63 @@
+#pragma once
+
+#include "controls/list_view.h"
+#include "link/exchange.h"
+#include "signal/desk_frame.h"
+#include "signal/status_frame.h"
+
+#include <cstdint>
+#include <functional>
+#include <string_view>
+
+namespace desk {
+
+/// The timings and patterns by row number. The list controls are the only store: names and figures are read back out
+/// of them. A row's number is its 1-based place in timing_pattern.ini, and the argument of the wire commands.
+class catalogue {
+public:
+    catalogue(exchange& link, desk_frame& desk, status_frame& status);
+
+    std::int16_t cur_timing = 254;  ///< row that the generator is known to output; 254: not known
+    std::int16_t cur_pattern = 254; ///< the same for the pattern
+
+    list_view lstv_timing;
+    list_view lstv_timing_sub; ///< figures of the timings: htotal as the row's text, the rest as sub-items 1 to 10
+    list_view lstv_pattern;
+    combo_box cbo_timing;
+    combo_box cbo_pattern;
+
+    button cmd_timing;
+    button cmd_pattern;
+
+    /// The common change of view: what was on show goes, the view's number is set, its button lights up.
+    std::function<void(int)> change_view;
+
+    /// Fills the lists from the text of timing_pattern.ini. Throws failure::input_past_end_of_file,
+    /// failure::type_mismatch or failure::overflow for a text that is short or holds a number that doesn't fit.
+    void load(std::string_view text);
+
+    void show_timing_detail();
+    void show_pattern_extras();
+
+    void cmd_timing_click();
+    void cmd_pattern_click();
+    void lstv_timing_click(); ///< also KeyUp
+    void lstv_pattern_click();
+    void cmd_check_all_click();
+    void cmd_check_none_click();
+
+private:
+    void show_motion_set(bool shown);
+    void show_color_set(bool shown);
+    void check_rows(bool checked);
+
+    exchange& link_;
+    desk_frame& desk_;
+    status_frame& status_;
+};
+
+/// Where Download stands in the views of the two lists, in twips.
+inline constexpr int download_left_beside_list = 5640;
+inline constexpr int download_top_beside_list = 2250;
+
+} // namespace desk
