@@ -1,0 +1,29 @@
+#include "shell/frm_main.h"
+
+namespace desk {
+
+frm_main::frm_main(machine& m) : machine_(m) {
+    lay_out_controls();
+    wire_events();
+}
+
+void frm_main::wire_events() {
+    form.on_load = [this] { load(); };
+    form.on_unload = [this] { unload(); };
+    form.on_key_press = [this](int code) { key_press(code); };
+    rows.change_view = [this](int view_mode) { change_view(view_mode); };
+    cmd_edid.on_click = [this] { cmd_edid_click(); };
+    cmd_setup.on_click = [this] { cmd_setup_click(); };
+    edid.cmd_ok.on_click = [this] { cmd_ok_click(); };
+    translation.cmd_edid_back.on_click = [this] { cmd_edid_back_click(); };
+}
+
+void frm_main::cmd_ok_click() { edid.fra_compare.visible = false; }
+
+void frm_main::cmd_edid_back_click() { translation.fra_edid_edit.visible = false; }
+
+void frm_main::key_press(int /*code*/) {
+    if (edid.fra_pre_f.visible) edid.fra_pre_f.visible = false;
+}
+
+} // namespace desk

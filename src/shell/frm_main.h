@@ -1,0 +1,78 @@
+#pragma once
+
+#include "controls/window.h"
+#include "edid/shared_fields.h"
+#include "edid/workbench_frame.h"
+#include "link/exchange.h"
+#include "platform/machine.h"
+#include "shell/about.h"
+#include "shell/settings_file.h"
+#include "signal/autorun.h"
+#include "signal/catalogue.h"
+#include "signal/desk_frame.h"
+#include "signal/favourites.h"
+#include "signal/panel_frame.h"
+#include "signal/set_dispatcher.h"
+#include "signal/status_frame.h"
+#include "translate/translation_frame.h"
+
+namespace desk {
+
+inline constexpr const char* catalogue_file_name = "timing_pattern.ini";
+
+/// The main window: the parts of the desk put together, the seven views, start-up and shut-down.
+class frm_main {
+    machine& machine_; // first: the parts below are built on it
+
+public:
+    explicit frm_main(machine& m);
+
+    window form;
+
+    exchange link{machine_};
+    status_frame status;
+    desk_frame desk_area;
+    catalogue rows{link, desk_area, status};
+    set_dispatcher set{link, desk_area, status, rows};
+    favourites favourite_views{link, desk_area, rows};
+    autorun autorun_view{desk_area, rows};
+    panel_frame panel;
+    workbench_frame edid;
+    translation_frame translation;
+    shared_fields fields;
+    about about_view{link};
+
+    picture img_logo;
+    line line_rs232;
+    label lab_desk;
+    button cmd_edid;
+    button cmd_setup;
+
+    bool logo_hidden = false; ///< the start picture has been taken away
+
+    /// Start-up. No failure is caught here: a missing or malformed settings file, a port number outside 0 to 8 or a
+    /// missing catalogue ends the program.
+    void load();
+    /// Shut-down: closes the port and rewrites the settings file. A step that fails is skipped.
+    void unload();
+
+    /// Hides all that any view may have shown.
+    void view_reset();
+    /// Lights the button of the present view.
+    void view_paint();
+    /// What every view button does first.
+    void change_view(int view_mode);
+
+    void cmd_edid_click();
+    void cmd_setup_click();
+    void cmd_ok_click();
+    void cmd_edid_back_click();
+    void key_press(int code);
+
+private:
+    void lay_out_controls();
+    void wire_events();
+    void set_texts();
+};
+
+} // namespace desk
