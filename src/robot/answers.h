@@ -1,0 +1,22 @@
+#pragma once
+
+#include "runtime/failure.h"
+
+#include <nlohmann/json.hpp>
+
+#include <string>
+#include <string_view>
+
+namespace desk::robot {
+
+using json = nlohmann::ordered_json;
+
+/// JSON on one line: no blanks outside strings but one behind each colon and comma; whole numbers as integers.
+std::string json_text(const json& value);
+
+inline std::string ok() { return "ok"; }
+std::string ok(const json& value);
+std::string refused(std::string_view reason);
+std::string fatal(const runtime_failure& failure);
+
+} // namespace desk::robot

@@ -1,0 +1,84 @@
+#include "robot/robot.h"
+
+namespace desk::robot {
+
+namespace {
+
+constexpr const char* bad_words = "the command's words are off";
+
+} // namespace
+
+void robot::add_generator_commands() {
+    anytime_["port"] = [this](words_in w) { return set_port(w); };
+    anytime_["generator"] = [this](words_in w) {
+        if (w.size() != 2 || (w[1].text != "silent" && w[1].text != "simulated")) return refused(bad_words);
+        line_.simulated_answers = w[1].text == "simulated";
+        return ok();
+    };
+    anytime_["sink"] = [this](words_in w) { return sink(w); };
+    anytime_["reply"] = [this](words_in w) { return reply(w); };
+    anytime_["say"] = [this](words_in w) {
+        const auto parts = scripted_answer_of(w, 1);
+        if (!parts) return refused(bad_words);
+        line_.say(parts->to(""));
+        return ok();
+    };
+    anytime_["wire"] = [this](words_in) { return ok(line_.take_log()); };
+}
+
+std::string robot::set_port(words_in words) {
+    using state = virtual_line::port_state;
+    static const std::map<std::string, state> states = {
+        {"ok", state::ok}, {"missing", state::missing}, {"gone", state::gone}, {"stuck", state::stuck}};
+    const auto number = words.size() == 3 ? number_of(words[1]) : std::nullopt;
+    const auto found = words.size() == 3 ? states.find(words[2].text) : states.end();
+    if (!number || *number < 1 || *number > 8 || found == states.end()) return refused(bad_words);
+    line_.set_port(*number, found->second);
+    return ok();
+}
+
+std::string robot::reply(words_in words) {
+    reply_script& script = line_.script;
+    const auto is_clear = [&words](std::size_t place) {
+        return words.size() == place + 1 && !words[place].quoted && words[place].text == "clear";
+    };
+    if (is_clear(1)) {
+        script.clear();
+        return ok();
+    }
+    if (words.size() < 3) return refused(bad_words);
+    const std::string& command = words[1].text;
+    const bool raw = !words[1].quoted && command == "raw";
+    if (!raw && (!words[1].quoted || (command.size() != 6 && !command.ends_with('*')))) return refused(bad_words);
+    if (is_clear(2)) {
+        raw ? script.clear_raw() : script.clear(command);
+        return ok();
+    }
+    auto parts = scripted_answer_of(words, 2);
+    if (!parts) return refused(bad_words);
+    if (!raw) {
+        script.add(command, std::move(*parts));
+        return ok();
+    }
+    for (const scripted_answer::part& p : parts->parts)
+        if (p.echo) return refused("a raw block has no echo");
+    script.add_raw(std::move(*parts));
+    return ok();
+}
+
+std::string robot::sink(words_in words) {
+    const auto number = words.size() >= 2 ? number_of(words[1]) : std::nullopt;
+    if (!number || *number < 1 || *number > 3 || words.size() > 3) return refused(bad_words);
+    auto& held = line_.simulated.state.sinks.at(static_cast<std::size_t>(*number - 1)).edid;
+    if (words.size() == 2) return held ? ok(hex_of_bytes(string_of(*held))) : ok("none");
+    if (!words[2].quoted && words[2].text == "none") {
+        held.reset();
+        return ok();
+    }
+    const auto data = words[2].quoted ? bytes_of_hex(words[2].text) : std::nullopt;
+    if (!data || data->size() != 256) return refused("a sink holds 512 hexadecimal digits");
+    held = bytes_of(*data);
+    return ok();
+}
+
+} // namespace desk::robot

@@ -1,0 +1,27 @@
+#include "robot/robot.h"
+#include "runtime/files.h"
+
+#include <filesystem>
+#include <iostream>
+#include <string>
+
+int main(int argument_count, char** arguments) {
+    std::error_code error;
+    std::filesystem::path directory;
+    if (argument_count > 2) {
+        std::cerr << "usage: desk_robot [DIRECTORY] < script\n";
+        return 2;
+    }
+    if (argument_count == 2)
+        directory = std::filesystem::absolute(arguments[1], error);
+    else
+        directory = std::filesystem::absolute(arguments[0], error).parent_path();
+
+    desk::robot::robot robot(directory);
+    std::string line;
+    while (!robot.finished() && std::getline(std::cin, line)) {
+        const std::string answer = robot.answer(line);
+        if (!answer.empty()) std::cout << answer << std::endl;
+    }
+    return 0;
+}

@@ -1,0 +1,239 @@
+#include "robot/robot.h"
+
+#include "controls/operator_actions.h"
+#include "robot/looking.h"
+#include "robot/operator_commands.h"
+
+#include <algorithm>
+
+namespace desk::robot {
+
+namespace {
+
+constexpr const char* no_program = "no program";
+constexpr const char* bad_words = "the command's words are off";
+
+/// Whether a command may be done later: what the operator does, and looking at a property.
+bool can_be_done_later(const std::string& name) {
+    return operator_commands().contains(name) || name == "node" || name == "close" || name == "get";
+}
+
+} // namespace
+
+robot::robot(std::filesystem::path program_directory)
+    : machine_{line_, events_, boxes_, files_, std::move(program_directory)} {
+    add_life_commands();
+    add_dialog_commands();
+    add_looking_commands();
+    add_list_commands();
+    add_generator_commands();
+}
+
+std::string robot::answer(std::string_view line) {
+    const std::size_t first = line.find_first_not_of(" \t\r");
+    if (first == std::string_view::npos || line.front() == '#') return "";
+    const auto words = words_of(line);
+    if (!words) return refused("a quoted word is no JSON string");
+    return carry_out(*words, line);
+}
+
+std::string robot::carry_out(words_in words, std::string_view line) {
+    const std::string& name = words.front().text;
+    if (name == "after") return running() ? after(words, line) : refused(no_program);
+    if (const auto found = anytime_.find(name); found != anytime_.end()) return found->second(words);
+    if (const auto found = looking_.find(name); found != looking_.end())
+        return desk_ ? found->second(words) : refused(no_program);
+    if (const auto found = operating_.find(name); found != operating_.end())
+        return running() ? run([&] { return found->second(words); }) : refused(no_program);
+    return refused("no such command");
+}
+
+std::string robot::run(const std::function<std::string()>& work) {
+    std::string result = ok();
+    events_.run_event([&] { result = work(); });
+    return events_.ended_by() ? fatal(*events_.ended_by()) : result;
+}
+
+void robot::add_life_commands() {
+    anytime_["start"] = [this](words_in w) { return start(w); };
+    anytime_["quit"] = [this](words_in) {
+        finished_ = true;
+        return ok();
+    };
+    operating_["stop"] = [this](words_in w) { return stop(w); };
+    operating_["wait"] = [this](words_in w) {
+        const auto ms = w.size() == 2 ? number_of(w[1]) : std::nullopt;
+        if (!ms || *ms < 0) return refused(bad_words);
+        events_.run_on(*ms);
+        return ok();
+    };
+    looking_["why"] = [this](words_in) {
+        return events_.ended_by() ? ok(events_.ended_by()->sentence()) : refused("there was no fatal end");
+    };
+    looking_["clock"] = [this](words_in) { return ok(events_.clock_ms()); };
+    for (const auto& [name, unused] : operator_commands())
+        operating_[name] = [this](words_in w) { return operate(w); };
+    operating_["key"] = [this](words_in w) { return press_key(w); };
+    operating_["node"] = [this](words_in w) {
+        tree_view& tree = desk_->translation.tree_edid;
+        if (w.size() != 2) return refused(bad_words);
+        for (int n = 1; n <= tree.node_count(); ++n) {
+            if (tree.node(n).key != w[1].text) continue;
+            if (!tree.usable()) return refused("the tree can't be used now");
+            click_node(tree, n);
+            return ok();
+        }
+        return refused("no such node");
+    };
+    operating_["close"] = [](words_in) { return refused("no such modal window is open"); };
+    looking_["later"] = [this](words_in) {
+        json answers = json::array();
+        answers.swap(later_);
+        return ok(answers);
+    };
+}
+
+std::string robot::start(words_in words) {
+    if (words.size() != 1) return refused(bad_words);
+    if (running()) return refused("the program runs");
+    line_.unplug();
+    desk_ = std::make_unique<frm_main>(machine_);
+    events_.start({&desk_->form});
+    later_ = json::array();
+    return run([this] {
+        desk_->form.on_load();
+        const int rows = std::clamp<int>(desk_->link.fav_timing_count, 0, 998);
+        line_.simulated.set_catalogue_size(rows, std::clamp<int>(desk_->link.fav_pattern_count, 0, 998));
+        return ok();
+    });
+}
+
+std::string robot::stop(words_in words) {
+    if (words.size() != 1) return refused(bad_words);
+    desk_->form.on_unload();
+    line_.unplug();
+    events_.start({});
+    desk_.reset();
+    return ok();
+}
+
+control* robot::find_control(const std::string& name) const {
+    const window& form = desk_->form;
+    const std::string prefix = form.name + ".";
+    if (name == form.name) return &desk_->form;
+    return form.find(name.starts_with(prefix) ? name.substr(prefix.size()) : name);
+}
+
+std::string robot::operate(words_in words) {
+    if (words.size() < 2) return refused(bad_words);
+    control* const c = find_control(words[1].text);
+    if (c == nullptr || c->kind() == control_kind::window) return refused("no such control");
+    if (!c->shown()) return refused("the control is not on show");
+    if (!c->usable()) return refused("the control is disabled");
+    return operator_commands().at(words[0].text)(*c, words);
+}
+
+std::string robot::press_key(words_in words) {
+    const auto code = words.size() == 3 ? number_of(words[2]) : std::nullopt;
+    if (!code) return refused(bad_words);
+    if (find_control(words[1].text) != &desk_->form) return operate(words);
+    desk_->form.on_key_press(*code);
+    return ok();
+}
+
+std::string robot::after(words_in words, std::string_view line) {
+    const auto ms = words.size() >= 3 ? number_of(words[1]) : std::nullopt;
+    if (!ms || *ms < 0) return refused(bad_words);
+    const std::string& name = words[2].text;
+    if (!can_be_done_later(name)) return refused("this can't be done later");
+    const auto command = words_of(line.substr(words[2].at));
+    const auto& table = name == "get" ? looking_ : operating_;
+    events_.later(*ms, [this, &table, name, command] { later_.push_back(table.at(name)(*command)); });
+    return ok();
+}
+
+void robot::add_looking_commands() {
+    looking_["get"] = [this](words_in w) { return get(w); };
+    looking_["tree"] = [this](words_in) { return ok(nodes_of(desk_->translation.tree_edid)); };
+    looking_["field"] = [this](words_in w) {
+        const auto value = w.size() == 2 ? field_of(*desk_, w[1].text) : std::nullopt;
+        return value ? ok(*value) : refused("no such field");
+    };
+    looking_["controls"] = [this](words_in w) {
+        return w.size() == 2 && w[1].text == desk_->form.name ? ok(controls_of(desk_->form))
+                                                              : refused("no such window");
+    };
+    looking_["items"] = [this](words_in w) {
+        auto* const box = w.size() == 2 ? dynamic_cast<combo_box*>(find_control(w[1].text)) : nullptr;
+        return box != nullptr ? ok(box->items()) : refused("no such combo box");
+    };
+}
+
+std::string robot::get(words_in words) {
+    if (words.size() != 2) return refused(bad_words);
+    const std::string& path = words[1].text;
+    const std::size_t point = path.rfind('.');
+    control* const c = point == std::string::npos ? nullptr : find_control(path.substr(0, point));
+    if (c == nullptr) return refused("no such control");
+    const auto value = property_of(*c, path.substr(point + 1));
+    return value ? ok(*value) : refused("no such property");
+}
+
+void robot::add_list_commands() {
+    looking_["columns"] = [this](words_in w) {
+        return on_list(w, [](list_view& l) {
+            json titles = json::array();
+            for (const list_column& column : l.columns)
+                titles.push_back(column.title);
+            return ok(titles);
+        });
+    };
+    looking_["rows"] = [this](words_in w) {
+        return on_list(w, [](list_view& l) {
+            json rows = json::array();
+            for (int i = 1; i <= l.row_count(); ++i)
+                rows.push_back(row_of(l.row(i)));
+            return ok(rows);
+        });
+    };
+    looking_["row"] = [this](words_in w) {
+        return on_list(w, [&w](list_view& l) {
+            const auto n = w.size() == 3 ? number_of(w[2]) : std::nullopt;
+            if (!n || *n < 1 || *n > l.row_count()) return refused("no such row");
+            return ok(row_of(l.row(*n)));
+        });
+    };
+}
+
+std::string robot::on_list(words_in words, const std::function<std::string(list_view&)>& look) {
+    auto* const list = words.size() >= 2 ? dynamic_cast<list_view*>(find_control(words[1].text)) : nullptr;
+    return list != nullptr ? look(*list) : refused("no such list view");
+}
+
+void robot::add_dialog_commands() {
+    anytime_["answer"] = [this](words_in w) {
+        static const std::map<std::string, box_answer> answers = {
+            {"yes", box_answer::yes}, {"no", box_answer::no}, {"cancel", box_answer::cancel}, {"ok", box_answer::ok}};
+        const auto found = w.size() == 2 ? answers.find(w[1].text) : answers.end();
+        if (found == answers.end()) return refused(bad_words);
+        boxes_.queue(found->second);
+        return ok();
+    };
+    anytime_["file"] = [this](words_in w) { return queue_file(w); };
+    anytime_["boxes"] = [this](words_in) { return ok(boxes_.take_shown()); };
+    anytime_["dialogs"] = [this](words_in) { return ok(files_.take_shown()); };
+}
+
+std::string robot::queue_file(words_in words) {
+    if (words.size() == 2 && !words[1].quoted && words[1].text == "cancel") {
+        files_.queue(std::nullopt, std::nullopt);
+        return ok();
+    }
+    const auto filter_index = words.size() == 3 ? number_of(words[2]) : std::nullopt;
+    if (words.size() < 2 || words.size() > 3 || !words[1].quoted || (words.size() == 3 && !filter_index))
+        return refused(bad_words);
+    files_.queue(words[1].text, filter_index);
+    return ok();
+}
+
+} // namespace desk::robot

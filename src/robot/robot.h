@@ -1,0 +1,74 @@
+#pragma once
+
+#include "platform/machine.h"
+#include "robot/queued_dialogs.h"
+#include "robot/virtual_events.h"
+#include "robot/virtual_line.h"
+#include "robot/words.h"
+#include "shell/frm_main.h"
+
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace desk::robot {
+
+/// The whole desk without a screen: one line of text is one thing the operator or the generator does, and has one line
+/// of answer.
+class robot {
+public:
+    explicit robot(std::filesystem::path program_directory);
+
+    /// Carries out a line and gives its answer; empty for a blank line or one that begins with "#".
+    std::string answer(std::string_view line);
+
+    /// `quit` has been said.
+    bool finished() const { return finished_; }
+
+private:
+    using words_in = const std::vector<word>&;
+    using command = std::function<std::string(words_in)>;
+
+    void add_life_commands();
+    void add_dialog_commands();
+    void add_looking_commands();
+    void add_list_commands();
+    void add_generator_commands();
+
+    std::string carry_out(words_in words, std::string_view line);
+    std::string start(words_in words);
+    std::string stop(words_in words);
+    std::string operate(words_in words);
+    std::string press_key(words_in words);
+    std::string after(words_in words, std::string_view line);
+    std::string get(words_in words);
+    std::string on_list(words_in words, const std::function<std::string(list_view&)>& look);
+    std::string queue_file(words_in words);
+    std::string set_port(words_in words);
+    std::string reply(words_in words);
+    std::string sink(words_in words);
+
+    /// Runs what can end the program. The answer is that of `work`, or the fatal one.
+    std::string run(const std::function<std::string()>& work);
+    control* find_control(const std::string& name) const;
+    bool running() const { return desk_ != nullptr && !events_.ended_by(); }
+
+    virtual_events events_;
+    virtual_line line_{events_};
+    queued_message_box boxes_;
+    queued_file_dialog files_;
+    machine machine_;
+    std::unique_ptr<frm_main> desk_; // also after a fatal end, for looking at what it left
+    json later_ = json::array();
+    bool finished_ = false;
+
+    std::map<std::string, command> anytime_;   // whether a program runs or not
+    std::map<std::string, command> looking_;   // also after a fatal end
+    std::map<std::string, command> operating_; // while a program runs
+};
+
+} // namespace desk::robot

@@ -1,0 +1,105 @@
+#include "robot/virtual_events.h"
+
+#include "controls/controls.h"
+
+#include <algorithm>
+
+namespace desk::robot {
+
+namespace {
+
+constexpr std::int64_t endless_turns = 1'000'000;
+
+} // namespace
+
+void virtual_events::start(std::vector<window*> windows) {
+    clock_ = 0;
+    turns_without_progress_ = 0;
+    windows_ = std::move(windows);
+    timers_.clear();
+    pending_.clear();
+    ended_by_.reset();
+}
+
+void virtual_events::later(std::int64_t delay_ms, std::function<void()> work) {
+    const std::int64_t due = clock_ + delay_ms;
+    const auto behind = std::upper_bound(pending_.begin(), pending_.end(), due,
+                                         [](std::int64_t time, const pending& p) { return time < p.due; });
+    pending_.insert(behind, {due, std::move(work)});
+}
+
+void virtual_events::pump() {
+    throw_if_over();
+    turns_without_progress_ = 0;
+    if (!run_due()) clock_ += step_ms;
+    throw_if_over();
+}
+
+void virtual_events::run_on(std::int64_t delay_ms) {
+    const std::int64_t end = clock_ + delay_ms;
+    while (clock_ < end)
+        pump();
+    run_due();
+    throw_if_over();
+}
+
+bool virtual_events::run_due() {
+    bool ran = false;
+    follow_timers();
+    while (!ended_by_) {
+        const auto work = take_next_due();
+        if (!work) break;
+        ran = true;
+        run_event(work);
+        follow_timers();
+    }
+    return ran;
+}
+
+void virtual_events::follow_timers() {
+    for (window* w : windows_) {
+        for (timer* t : w->timers()) {
+            if (t->enabled)
+                timers_.try_emplace(t, clock_ + t->interval);
+            else
+                timers_.erase(t);
+        }
+    }
+}
+
+std::function<void()> virtual_events::take_next_due() {
+    const auto tick = std::min_element(timers_.begin(), timers_.end(),
+                                       [](const auto& a, const auto& b) { return a.second < b.second; });
+    const bool timer_is_due = tick != timers_.end() && tick->second <= clock_;
+    const bool pending_is_due = !pending_.empty() && pending_.front().due <= clock_;
+    if (timer_is_due && (!pending_is_due || tick->second <= pending_.front().due)) {
+        tick->second = clock_ + tick->first->interval;
+        return tick->first->on_timer;
+    }
+    if (!pending_is_due) return {};
+    auto work = std::move(pending_.front().work);
+    pending_.pop_front();
+    return work;
+}
+
+void virtual_events::run_event(const std::function<void()>& work) {
+    try {
+        work();
+    } catch (const runtime_failure& f) {
+        if (!ended_by_) ended_by_ = f;
+    } catch (const program_over&) {
+        // a suspended procedure has ended
+    }
+}
+
+void virtual_events::turn_without_progress() {
+    if (++turns_without_progress_ < endless_turns) return;
+    ended_by_ = runtime_failure(failure::does_not_return, "A wait without a limit saw no progress in a million turns");
+    throw program_over();
+}
+
+void virtual_events::throw_if_over() const {
+    if (ended_by_) throw program_over();
+}
+
+} // namespace desk::robot

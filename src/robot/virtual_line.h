@@ -1,0 +1,71 @@
+#pragma once
+
+#include "generator/paced_line.h"
+#include "generator/simulated_generator.h"
+#include "platform/event_pump.h"
+#include "platform/serial_port.h"
+#include "robot/reply_script.h"
+
+#include <array>
+#include <string>
+#include <vector>
+
+namespace desk::robot {
+
+/// The cable with a scripted generator at its other end, and the eight ports it can be plugged into.
+class virtual_line final : public serial_port {
+public:
+    enum class port_state { ok, missing, gone, stuck };
+
+    explicit virtual_line(event_pump& events) : events_(events) {}
+
+    reply_script script;
+    simulated_generator simulated{60, 48};
+    bool simulated_answers = false;
+
+    void set_port(int number, port_state state);
+
+    /// The generator sends without being asked.
+    void say(const answer& parts);
+
+    /// The traffic since the last call: "> " and one write of the desk, "< " and one part of an answer.
+    std::vector<std::string> take_log();
+
+    /// The program is over: nothing is on the line any more.
+    void unplug();
+
+    void open(int number) override;
+    void close() override;
+    std::size_t in_count() override;
+    std::size_t out_count() override;
+    void discard_input() override;
+    void discard_output() override { unsent_ = 0; }
+    bytes read() override;
+    void write(const bytes& data) override;
+
+private:
+    std::int64_t now_ns() { return events_.clock_ms() * 1'000'000; }
+    port_state state() const { return states_.at(static_cast<std::size_t>(open_)); }
+    bool alive() const { return open_ != 0 && !vanished_; }
+    void let_arrive();
+    void log_write(const bytes& data);
+    void deliver(const bytes& data, std::int64_t at_ns);
+    answer answer_to(const std::string& command);
+    answer answer_to_raw(const bytes& block);
+
+    event_pump& events_;
+    std::array<port_state, 9> states_{};
+    int open_ = 0;          // number of the open port; 0: none
+    bool vanished_ = false; // the device of the open port has gone meanwhile
+    paced_line from_generator_;
+    std::int64_t to_generator_free_ns_ = 0;
+    bytes waiting_;
+    std::size_t unsent_ = 0;
+    std::string raw_command_; // the answered command that a raw block is to follow; empty: none
+    bytes raw_block_;
+
+    std::vector<std::string> log_;
+    std::string joined_; // single bytes written in a row
+};
+
+} // namespace desk::robot
