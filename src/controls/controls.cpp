@@ -47,18 +47,23 @@ bool control::shown() const { return visible && (parent == nullptr || parent->sh
 bool control::usable() const { return visible && enabled && (parent == nullptr || parent->usable()); }
 
 void control::set_focus() {
-    if (owner == nullptr || owner->focused == this || !usable()) return;
+    if (owner == nullptr || !usable()) return;
+    const bool had_it = owner->focused == this;
     owner->focused = this;
     mark_changed(*owner);
-    if (on_got_focus) on_got_focus();
+    if (!had_it && on_got_focus) on_got_focus();
 }
 
 bool control::has_focus() const { return owner != nullptr && owner->focused == this; }
 
-void text_box::select_all() {
-    sel_start = 0;
-    sel_length = static_cast<int>(character_count(text.get()));
+void text_box::select(int start, int length) {
+    sel_start_ = start;
+    sel_length_ = length;
+    ++selections_;
+    mark_changed(*this);
 }
+
+void text_box::select_all() { select(0, static_cast<int>(character_count(text.get()))); }
 
 void combo_box::add_item(std::string item, int at) {
     if (at < 0 || at > list_count())

@@ -38,15 +38,23 @@ public:
     text_box() : control(control_kind::text_box) { back_color = color_white; }
     property<std::string> text{*this, ""};
     property<bool> locked{*this, false}; ///< the operator can't type into it
-    property<int> sel_start{*this, 0};   ///< in characters
-    property<int> sel_length{*this, 0};  ///< in characters
     bool multi_line = false;
     int max_length = 0; ///< characters it holds; 0: no limit
     text_font font = text_font::sans;
     std::function<void(int)> on_key_press; ///< with the character's code
 
+    int sel_start() const { return sel_start_; }   ///< in characters
+    int sel_length() const { return sel_length_; } ///< in characters
+    void select(int start, int length);
     /// Selection start 0, length the text's length.
     void select_all();
+    /// Counts the selections made, since one that is made anew looks like the one before.
+    int selections() const { return selections_; }
+
+private:
+    int sel_start_ = 0;
+    int sel_length_ = 0;
+    int selections_ = 0;
 };
 
 class combo_box : public control {

@@ -62,9 +62,8 @@ void drag_slider(slider& s, int value) {
 
 void type_text(text_box& t, std::string text) {
     t.set_focus();
-    t.sel_start = static_cast<int>(character_count(text));
-    t.sel_length = 0;
     t.text = std::move(text);
+    t.select(static_cast<int>(character_count(t.text.get())), 0);
 }
 
 void press_key(text_box& t, int code) {

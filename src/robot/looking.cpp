@@ -48,8 +48,8 @@ getters getters_of(control& c) {
         auto& t = dynamic_cast<text_box&>(c);
         add({{"text", value_of(t.text)},
              {"locked", value_of(t.locked)},
-             {"sel_start", value_of(t.sel_start)},
-             {"sel_length", value_of(t.sel_length)},
+             {"sel_start", [&t] { return json(t.sel_start()); }},
+             {"sel_length", [&t] { return json(t.sel_length()); }},
              {"max_length", [&t] { return json(t.max_length); }}});
         break;
     }

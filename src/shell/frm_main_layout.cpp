@@ -6,8 +6,8 @@ namespace desk {
 namespace {
 
 // the column of view buttons, and the area that all views share
-constexpr int column_left = 120;
-constexpr int column_width = 2280;
+constexpr int column_left = 90;
+constexpr int column_width = 2340;
 constexpr int area_left = 2520;
 constexpr int area_top = 600;
 constexpr int area_width = 9090;
@@ -31,7 +31,10 @@ constexpr int figures_box_2_width = 960;
 constexpr int figures_box_top = 285;
 constexpr int figures_box_height = 315;
 
-constexpr int panel_label_top = 600;
+constexpr color color_desk = 0xB4B4B4;
+constexpr color color_readout = 0xE8E8E8;
+
+constexpr int panel_label_top = 780;
 constexpr int panel_button_top = panel_label_top + 6 * label_line_pitch - 90;
 constexpr int panel_button_left = 2400;
 constexpr int panel_button_pitch = 1500;
@@ -51,11 +54,11 @@ void frm_main::lay_out_controls() {
     // clang-format off
     lay_out(form, {
         {lab_desk, "lab_desk", in_window, area_left, area_top, area_width, area_height},
-        {line_rs232, "line_rs232", in_window, column_left, 540, 11490, 0},
+        {line_rs232, "line_rs232", in_window, column_left, 540, 11520, 0},
         {img_logo, "img_logo", in_window, area_left, area_top, area_width, area_height},
 
         {link.lab_com, "lab_com", in_window, column_left, 180, 1140, 240, "  RS232 Port"},
-        {link.cbo_com, "cbo_com", in_window, 1260, 120, 1140, 360},
+        {link.cbo_com, "cbo_com", in_window, 1290, 120, 1140, 360},
         {link.cmd_conn, "cmd_conn", in_window, area_left, 120, 1380, 360, "&Connect"},
         {link.cmd_disconn, "cmd_disconn", in_window, 3960, 120, 1380, 360, "&Disconnect"},
         {about_view.cmd_about, "cmd_about", in_window, 10230, 120, 1380, 360, "A&bout"},
@@ -69,15 +72,15 @@ void frm_main::lay_out_controls() {
         {cmd_setup, "cmd_setup", in_window, column_left, 3540, column_width, button_height, "Pa&nel Control"},
 
         {status.fra_status, "fra_status", in_window, column_left, 4140, column_width, 4830, "VELOTRACE OUT Status"},
-        {status.lab_timing_lab, "lab_timing_lab", &status.fra_status, 120, 330, 2040, 240, "Timing : "},
-        {status.lab_timing, "lab_timing", &status.fra_status, 120, 585, 2040, 525},
-        {status.lab_pattern_lab, "lab_pattern_lab", &status.fra_status, 120, 1260, 2040, 240, "Pattern :"},
-        {status.lab_pattern, "lab_pattern", &status.fra_status, 120, 1515, 2040, 525},
-        {status.lab_out_lab, "lab_out_lab", &status.fra_status, 120, 2190, 2040, 240, "Output Format :"},
-        {status.lab_out, "lab_out", &status.fra_status, 120, 2445, 2040, 300},
-        {status.lab_hdcp_lab, "lab_hdcp_lab", &status.fra_status, 120, 2895, 2040, 240, "HDCP :"},
-        {status.lab_hdcp, "lab_hdcp", &status.fra_status, 120, 3150, 2040, 300},
-        {status.cmd_refresh, "cmd_refresh", &status.fra_status, 120, 4245, 2040, button_height, "&Refresh"},
+        {status.lab_timing_lab, "lab_timing_lab", &status.fra_status, 120, 330, 2100, 240, "Timing : "},
+        {status.lab_timing, "lab_timing", &status.fra_status, 120, 585, 2100, 525},
+        {status.lab_pattern_lab, "lab_pattern_lab", &status.fra_status, 120, 1260, 2100, 240, "Pattern :"},
+        {status.lab_pattern, "lab_pattern", &status.fra_status, 120, 1515, 2100, 525},
+        {status.lab_out_lab, "lab_out_lab", &status.fra_status, 120, 2190, 2100, 240, "Output Format :"},
+        {status.lab_out, "lab_out", &status.fra_status, 120, 2445, 2100, 300},
+        {status.lab_hdcp_lab, "lab_hdcp_lab", &status.fra_status, 120, 2895, 2100, 240, "HDCP :"},
+        {status.lab_hdcp, "lab_hdcp", &status.fra_status, 120, 3150, 2100, 300},
+        {status.cmd_refresh, "cmd_refresh", &status.fra_status, 120, 4245, 2100, button_height, "&Refresh"},
 
         {rows.lstv_timing, "lstv_timing", in_window, area_left, area_top, list_width, area_height, "", hidden},
         {rows.lstv_timing_sub, "lstv_timing_sub", in_window, area_left, area_top, list_width, area_height, "", hidden},
@@ -132,10 +135,10 @@ void frm_main::lay_out_controls() {
         {d.cmd_upload, "cmd_upload", &d.fra_desk, 3840, 2850, 1380, button_height, "&Upload", hidden},
 
         {d.cmd_check_all, "cmd_check_all", &d.fra_desk, 90, 2310, 1380, button_height, "Check A&ll", hidden},
-        {d.cmd_check_none, "cmd_check_none", &d.fra_desk, 1590, 2310, 1500, button_height, "Check N&one", hidden},
+        {d.cmd_check_none, "cmd_check_none", &d.fra_desk, 1590, 2310, 1380, button_height, "Check N&one", hidden},
 
         {panel.fra_setup, "fra_setup", in_window, area_left, area_top, area_width, area_height, "Panel Control", hidden},
-        {panel.lab_setup, "lab_setup", &panel.fra_setup, 240, panel_label_top, 8610, 5400, "", row_pitch},
+        {panel.lab_setup, "lab_setup", &panel.fra_setup, 240, panel_label_top, 8610, 5220, "", row_pitch},
         {panel.cmd_out[0], "cmd_out(0)", &panel.fra_setup, panel_button_left, panel_button_top, panel_button_width, panel_button_height, "PC"},
         {panel.cmd_out[1], "cmd_out(1)", &panel.fra_setup, panel_button_left + panel_button_pitch, panel_button_top, panel_button_width, panel_button_height, "HD"},
         {panel.cmd_out[2], "cmd_out(2)", &panel.fra_setup, panel_button_left + 2 * panel_button_pitch, panel_button_top, panel_button_width, panel_button_height, "DVI"},
@@ -249,7 +252,7 @@ void frm_main::lay_out_controls() {
         {translation.pic_speaker_rrc, "pic_speaker_rrc", &translation.fra_edid_edit, 6300, 2640, 375, 450, "", hidden},
         {translation.pic_speaker_rr, "pic_speaker_rr", &translation.fra_edid_edit, 6930, 2640, 375, 450, "", hidden},
 
-        {d.cmd_run, "cmd_run", in_window, 7140, 2100, 1500, 675, "&SET", hidden},
+        {d.cmd_run, "cmd_run", in_window, 7140, 2100, 1380, 675, "&SET", hidden},
         {d.cmd_download, "cmd_download", in_window, download_left_beside_list, download_top_beside_list, 1380, 375, "Do&wnload", hidden},
 
         {about_view.fra_about, "fra_about", in_window, 4080, 2700, 5400, 2940, "Software / Firmware Versions", hidden},
@@ -261,7 +264,9 @@ void frm_main::lay_out_controls() {
     });
     // clang-format on
 
-    lab_desk.back_color = 0xB4B4B4;
+    lab_desk.back_color = color_desk;
+    for (label* readout : {&status.lab_timing, &status.lab_pattern, &status.lab_out, &status.lab_hdcp})
+        readout->back_color = color_readout;
     img_logo.file = "start_picture";
     edid.opt_edid_src[0].value = true;
     for (picture* p : {&translation.pic_speaker_fl, &translation.pic_speaker_flc, &translation.pic_speaker_fc,

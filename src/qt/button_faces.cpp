@@ -1,0 +1,112 @@
+#include "qt/button_faces.h"
+
+#include "controls/operator_actions.h"
+#include "qt/look.h"
+
+#include <QCheckBox>
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QRadioButton>
+
+namespace desk::qt {
+
+namespace {
+
+/// A caption with its mnemonic letter marked; an ampersand of its own stands as it is.
+QString marked_caption(const std::string& caption, char mnemonic) {
+    QString text = QString::fromStdString(caption).replace("&", "&&");
+    const auto at = mnemonic == 0 ? -1 : text.indexOf(QChar::fromLatin1(mnemonic));
+    return at < 0 ? text : text.insert(at, '&');
+}
+
+class button_face final : public control_face {
+public:
+    button_face(button& model, QWidget* parent, event_gate& gate)
+        : control_face(model, new QPushButton(parent), gate)
+        , model_(model)
+        , push_(static_cast<QPushButton*>(widget())) {
+        push_->setAutoDefault(false);
+        connect(push_, &QPushButton::clicked, this, [this] { this->gate().run([this] { click(model_); }); });
+    }
+
+protected:
+    void follow_kind() override {
+        const QString caption = marked_caption(model_.caption, model_.mnemonic);
+        if (push_->text() != caption) {
+            push_->setText(caption);
+            set_accessible(model_.caption);
+        }
+        set_back(push_, QPalette::Button, model_.back_color);
+    }
+
+    bool take_event(QEvent* e) override {
+        // Enter presses the button with the focus, as the blank does
+        if (e->type() != QEvent::KeyPress) return false;
+        const int key = static_cast<QKeyEvent*>(e)->key();
+        if (key != Qt::Key_Return && key != Qt::Key_Enter) return false;
+        push_->click();
+        return true;
+    }
+
+private:
+    button& model_;
+    QPushButton* push_;
+};
+
+class check_box_face final : public control_face {
+public:
+    check_box_face(check_box& model, QWidget* parent, event_gate& gate)
+        : control_face(model, new QCheckBox(parent), gate), model_(model), check_(static_cast<QCheckBox*>(widget())) {
+        connect(check_, &QCheckBox::clicked, this, [this] { this->gate().run([this] { click(model_); }); });
+    }
+
+protected:
+    void follow_kind() override {
+        check_->setText(marked_caption(model_.caption, 0));
+        set_accessible(model_.caption);
+        check_->setChecked(model_.value != 0);
+    }
+
+private:
+    check_box& model_;
+    QCheckBox* check_;
+};
+
+class option_button_face final : public control_face {
+public:
+    option_button_face(option_button& model, QWidget* parent, event_gate& gate)
+        : control_face(model, new QRadioButton(parent), gate)
+        , model_(model)
+        , radio_(static_cast<QRadioButton*>(widget())) {
+        // which one is selected is the model's business
+        radio_->setAutoExclusive(false);
+        connect(radio_, &QRadioButton::clicked, this, [this] { this->gate().run([this] { click(model_); }); });
+    }
+
+protected:
+    void follow_kind() override {
+        radio_->setText(marked_caption(model_.caption, 0));
+        set_accessible(model_.caption);
+        radio_->setChecked(model_.value);
+    }
+
+private:
+    option_button& model_;
+    QRadioButton* radio_;
+};
+
+} // namespace
+
+std::unique_ptr<control_face> make_button_face(button& model, QWidget* parent, event_gate& gate) {
+    return std::make_unique<button_face>(model, parent, gate);
+}
+
+std::unique_ptr<control_face> make_check_box_face(check_box& model, QWidget* parent, event_gate& gate) {
+    return std::make_unique<check_box_face>(model, parent, gate);
+}
+
+std::unique_ptr<control_face> make_option_button_face(option_button& model, QWidget* parent, event_gate& gate) {
+    return std::make_unique<option_button_face>(model, parent, gate);
+}
+
+} // namespace desk::qt

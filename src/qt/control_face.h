@@ -1,0 +1,49 @@
+#pragma once
+
+#include "controls/control.h"
+#include "qt/event_gate.h"
+
+#include <QObject>
+#include <QString>
+#include <QWidget>
+
+#include <memory>
+#include <string>
+
+namespace desk::qt {
+
+/// The widget of one control: follows its model and turns the operator's hand into events of the model.
+class control_face : public QObject {
+public:
+    control_face(control& model, QWidget* w, event_gate& gate);
+
+    /// Brings the widget up to date with its model.
+    void follow();
+
+    QWidget* widget() const { return widget_; }
+    const control& model() const { return model_; }
+
+protected:
+    /// What the kind of control adds to place, visibility and enabling.
+    virtual void follow_kind() = 0;
+    /// An event of the widget; true: it goes no further.
+    virtual bool take_event(QEvent* e) { return static_cast<void>(e), false; }
+
+    bool eventFilter(QObject* watched, QEvent* e) override;
+    /// Gives the widget its text for those who do not see it.
+    void set_accessible(const std::string& caption);
+    void set_back(QWidget* w, QPalette::ColorRole role, color c);
+    bool following() const { return following_; }
+    event_gate& gate() { return gate_; }
+
+private:
+    control& model_;
+    QWidget* widget_;
+    event_gate& gate_;
+    bool following_ = false;
+};
+
+/// Builds the widget for a control of any kind that is seen; none for a timer.
+std::unique_ptr<control_face> make_face(control& model, QWidget* parent, event_gate& gate);
+
+} // namespace desk::qt

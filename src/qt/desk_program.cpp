@@ -1,0 +1,39 @@
+#include "qt/desk_program.h"
+
+#include <QApplication>
+#include <QMessageBox>
+
+namespace desk::qt {
+
+desk_program::desk_program(std::filesystem::path program_directory)
+    : port_(make_native_serial_port(program_directory))
+    , machine_{*port_, events_, boxes_, files_, std::move(program_directory)} {
+    gate_.leave = [this] { leave(); };
+}
+
+bool desk_program::start() {
+    window_ = std::make_unique<window_face>(desk_.form, gate_);
+    boxes_.parent = window_.get();
+    files_.parent = window_.get();
+    gate_.follow = [this] { window_->follow(); };
+    gate_.run([this] { desk_.form.on_load(); });
+    if (gate_.over()) return false;
+    window_->show();
+    return true;
+}
+
+void desk_program::leave() {
+    if (const auto& failure = gate_.failure()) {
+        const QString text =
+            QString("Run-time error '%1':\n\n%2\n\n%3")
+                .arg(failure->number())
+                .arg(QString::fromStdString(std::string(failure->text())), QString::fromStdString(failure->sentence()));
+        QMessageBox box(QMessageBox::Critical, program_title, text, QMessageBox::Ok, window_.get());
+        box.setTextFormat(Qt::PlainText);
+        box.exec();
+    }
+    window_->hide();
+    QApplication::exit(exit_status());
+}
+
+} // namespace desk::qt

@@ -1,0 +1,51 @@
+#include "qt/event_gate.h"
+
+#include "platform/event_pump.h"
+
+#include <QApplication>
+#include <QDialog>
+
+namespace desk::qt {
+
+namespace {
+
+/// Nested loops of dialogs would hold the end of the program up.
+void close_dialogs() {
+    for (QWidget* w : QApplication::topLevelWidgets()) {
+        auto* const dialog = qobject_cast<QDialog*>(w);
+        if (dialog != nullptr && dialog->isVisible()) dialog->reject();
+    }
+}
+
+} // namespace
+
+void event_gate::run(const std::function<void()>& event) noexcept {
+    if (over_) return;
+    ++depth_;
+    try {
+        event();
+    } catch (const runtime_failure& f) {
+        if (!failure_) failure_ = f;
+        over_ = true;
+    } catch (const program_over&) {
+        over_ = true;
+    } catch (const std::exception& e) {
+        // a fault of the desk's own: told like any other failure, with what is known of it
+        if (!failure_) failure_ = runtime_failure(desk::failure::invalid_procedure_call, e.what());
+        over_ = true;
+    }
+    --depth_;
+    if (!over_ && follow) follow();
+    if (!over_) return;
+    close_dialogs();
+    if (depth_ == 0 && !left_) {
+        left_ = true;
+        if (leave) leave();
+    }
+}
+
+void event_gate::throw_if_over() const {
+    if (over_) throw program_over();
+}
+
+} // namespace desk::qt

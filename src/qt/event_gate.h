@@ -1,0 +1,39 @@
+#pragma once
+
+#include "runtime/failure.h"
+
+#include <functional>
+#include <optional>
+
+namespace desk::qt {
+
+/// The one door through which events of the toolkit reach the desk. A run-time failure or the end of the program never
+/// crosses the toolkit's own frames: it is caught here and remembered, every suspended procedure ends at its pump, and
+/// the outermost event ends the program.
+class event_gate {
+public:
+    /// Called behind every event: brings the widgets up to date.
+    std::function<void()> follow;
+    /// Called once, by the outermost event, when the program is over.
+    std::function<void()> leave;
+
+    /// Runs an event of the desk. Nothing happens once the program is over.
+    void run(const std::function<void()>& event) noexcept;
+
+    /// The program is to end.
+    void finish() { over_ = true; }
+
+    bool over() const { return over_; }
+    const std::optional<runtime_failure>& failure() const { return failure_; }
+
+    /// Throws program_over when the program is over: for whoever gives control back to a procedure of the desk.
+    void throw_if_over() const;
+
+private:
+    int depth_ = 0;
+    bool over_ = false;
+    bool left_ = false;
+    std::optional<runtime_failure> failure_;
+};
+
+} // namespace desk::qt

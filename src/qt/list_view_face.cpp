@@ -1,0 +1,226 @@
+#include "qt/list_view_face.h"
+
+#include "controls/operator_actions.h"
+#include "qt/look.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QSignalBlocker>
+#include <QStyle>
+#include <QStyledItemDelegate>
+#include <QTreeWidget>
+
+namespace desk::qt {
+
+namespace {
+
+/// Hides the check boxes while the list does not show them; their state stays with the rows.
+class check_box_delegate final : public QStyledItemDelegate {
+public:
+    check_box_delegate(const list_view& model, QObject* parent) : QStyledItemDelegate(parent), model_(model) {}
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        QStyledItemDelegate::paint(painter, option, index);
+        if (!model_.check_boxes || index.column() != 0) return;
+        // on a selected row the style draws its dark mark on the dark row: once more, on white
+        QStyleOptionViewItem box = option;
+        initStyleOption(&box, index);
+        const QStyle& style = *box.widget->style();
+        box.rect = style.subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &box, box.widget);
+        box.state &= ~QStyle::State_Selected;
+        box.state |= box.checkState == Qt::Checked ? QStyle::State_On : QStyle::State_Off;
+        painter->fillRect(box.rect, Qt::white);
+        style.drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &box, painter, box.widget);
+    }
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        if (!model_.check_boxes) option->features &= ~QStyleOptionViewItem::HasCheckIndicator;
+    }
+
+    bool editorEvent(QEvent* e, QAbstractItemModel* items, const QStyleOptionViewItem& option,
+                     const QModelIndex& index) override {
+        return model_.check_boxes && QStyledItemDelegate::editorEvent(e, items, option, index);
+    }
+
+private:
+    const list_view& model_;
+};
+
+class list_view_face final : public control_face {
+public:
+    list_view_face(list_view& model, QWidget* parent, event_gate& gate)
+        : control_face(model, new QTreeWidget(parent), gate)
+        , model_(model)
+        , tree_(static_cast<QTreeWidget*>(widget())) {
+        tree_->setRootIsDecorated(false);
+        tree_->setUniformRowHeights(true);
+        tree_->setAllColumnsShowFocus(true);
+        tree_->setItemDelegate(new check_box_delegate(model, tree_));
+        QStringList titles;
+        for (const list_column& column : model.columns)
+            titles << QString::fromStdString(column.title);
+        tree_->setColumnCount(static_cast<int>(titles.size()));
+        tree_->setHeaderLabels(titles);
+        for (int i = 0; i < titles.size(); ++i) {
+            tree_->setColumnWidth(i, pixels(model.columns.at(static_cast<std::size_t>(i)).width));
+        }
+        tree_->header()->setSectionsMovable(false);
+        tree_->header()->setStretchLastSection(true);
+        set_accessible(titles.isEmpty() ? model.name : titles.constFirst().toStdString());
+
+        connect(tree_, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
+            if (!following() && item != nullptr) this->gate().run([&] { model_.select(row_of(item)); });
+        });
+        connect(tree_, &QTreeWidget::itemClicked, this,
+                [this](QTreeWidgetItem* item) { this->gate().run([&] { choose_row(model_, row_of(item)); }); });
+        connect(tree_, &QTreeWidget::itemDoubleClicked, this,
+                [this] { this->gate().run([this] { double_click(model_); }); });
+        connect(tree_, &QTreeWidget::itemChanged, this, [this](QTreeWidgetItem* item) {
+            if (following()) return;
+            this->gate().run([&] { set_check(model_, row_of(item), item->checkState(0) == Qt::Checked); });
+        });
+    }
+
+protected:
+    void follow_kind() override {
+        // a list that nobody sees is filled when it comes on show
+        if (!model_.visible) return;
+        const QSignalBlocker quiet(tree_);
+        while (tree_->topLevelItemCount() > model_.row_count())
+            delete tree_->takeTopLevelItem(model_.row_count());
+        for (int i = 1; i <= model_.row_count(); ++i)
+            follow_row(i);
+        QTreeWidgetItem* const current = model_.selected() == 0 ? nullptr : tree_->topLevelItem(model_.selected() - 1);
+        if (tree_->currentItem() != current) {
+            tree_->setCurrentItem(current);
+            if (current != nullptr) tree_->scrollToItem(current);
+        }
+        if (checks_shown_ != model_.check_boxes) {
+            checks_shown_ = model_.check_boxes;
+            tree_->viewport()->update();
+            tree_->doItemsLayout();
+        }
+    }
+
+    bool take_event(QEvent* e) override {
+        if (e->type() == QEvent::KeyRelease && !static_cast<QKeyEvent*>(e)->isAutoRepeat())
+            gate().run([this] { key_up(model_); });
+        return false;
+    }
+
+private:
+    int row_of(QTreeWidgetItem* item) const { return tree_->indexOfTopLevelItem(item) + 1; }
+
+    void follow_row(int number) {
+        const list_row& row = model_.row(number);
+        QTreeWidgetItem* item = tree_->topLevelItem(number - 1);
+        if (item == nullptr) {
+            item = new QTreeWidgetItem(tree_);
+            item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
+        }
+        const auto set_text = [item](int column, const std::string& text) {
+            const QString shown = QString::fromStdString(text);
+            if (item->text(column) != shown) item->setText(column, shown);
+        };
+        set_text(0, row.text);
+        for (std::size_t i = 0; i < row.sub.size(); ++i)
+            set_text(static_cast<int>(i) + 1, row.sub[i]);
+        const Qt::CheckState check = row.checked ? Qt::Checked : Qt::Unchecked;
+        if (item->data(0, Qt::CheckStateRole).isNull() || item->checkState(0) != check) item->setCheckState(0, check);
+    }
+
+    list_view& model_;
+    QTreeWidget* tree_;
+    bool checks_shown_ = false;
+};
+
+class tree_view_face final : public control_face {
+public:
+    tree_view_face(tree_view& model, QWidget* parent, event_gate& gate)
+        : control_face(model, new QTreeWidget(parent), gate)
+        , model_(model)
+        , tree_(static_cast<QTreeWidget*>(widget())) {
+        tree_->setHeaderHidden(true);
+        tree_->setUniformRowHeights(true);
+        set_accessible(model.name);
+        connect(tree_, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* item) { click_on(item); });
+        connect(tree_, &QTreeWidget::itemExpanded, this, [this](QTreeWidgetItem* item) { expand(item, true); });
+        connect(tree_, &QTreeWidget::itemCollapsed, this, [this](QTreeWidgetItem* item) { expand(item, false); });
+    }
+
+protected:
+    void follow_kind() override {
+        const QSignalBlocker quiet(tree_);
+        if (!shows_these_nodes()) build();
+        for (int n = 1; n <= model_.node_count(); ++n) {
+            QTreeWidgetItem* const item = items_.at(static_cast<std::size_t>(n - 1));
+            QFont font = tree_->font();
+            font.setBold(model_.node(n).bold);
+            if (item->font(0).bold() != font.bold()) item->setFont(0, font);
+            if (item->isExpanded() != model_.node(n).expanded) item->setExpanded(model_.node(n).expanded);
+        }
+    }
+
+    bool take_event(QEvent* e) override {
+        // moving along the nodes with the keyboard is a click on each
+        if (e->type() == QEvent::KeyRelease && tree_->currentItem() != nullptr &&
+            !static_cast<QKeyEvent*>(e)->isAutoRepeat())
+            click_on(tree_->currentItem());
+        return false;
+    }
+
+private:
+    int node_of(QTreeWidgetItem* item) const { return item->data(0, Qt::UserRole).toInt(); }
+
+    void click_on(QTreeWidgetItem* item) {
+        gate().run([&] { click_node(model_, node_of(item)); });
+    }
+
+    void expand(QTreeWidgetItem* item, bool expanded) {
+        gate().run([&] { model_.set_expanded(node_of(item), expanded); });
+    }
+
+    bool shows_these_nodes() const {
+        if (shown_.size() != model_.nodes().size()) return false;
+        for (std::size_t i = 0; i < shown_.size(); ++i) {
+            const tree_node& n = model_.nodes()[i];
+            if (shown_[i].key != n.key || shown_[i].title != n.title || shown_[i].parent != n.parent) return false;
+        }
+        return true;
+    }
+
+    void build() {
+        tree_->clear();
+        items_.clear();
+        shown_ = model_.nodes();
+        for (const tree_node& n : shown_) {
+            const int number = static_cast<int>(items_.size()) + 1;
+            QTreeWidgetItem* const item = n.parent == 0
+                                              ? new QTreeWidgetItem(tree_)
+                                              : new QTreeWidgetItem(items_.at(static_cast<std::size_t>(n.parent - 1)));
+            item->setText(0, QString::fromStdString(n.title));
+            item->setData(0, Qt::UserRole, number);
+            items_.push_back(item);
+        }
+    }
+
+    tree_view& model_;
+    QTreeWidget* tree_;
+    std::vector<tree_node> shown_;
+    std::vector<QTreeWidgetItem*> items_;
+};
+
+} // namespace
+
+std::unique_ptr<control_face> make_list_view_face(list_view& model, QWidget* parent, event_gate& gate) {
+    return std::make_unique<list_view_face>(model, parent, gate);
+}
+
+std::unique_ptr<control_face> make_tree_view_face(tree_view& model, QWidget* parent, event_gate& gate) {
+    return std::make_unique<tree_view_face>(model, parent, gate);
+}
+
+} // namespace desk::qt

@@ -1,0 +1,68 @@
+#include "qt/look.h"
+
+#include <QApplication>
+#include <QFontDatabase>
+#include <QFontMetricsF>
+#include <QIcon>
+#include <QPalette>
+#include <QStyleFactory>
+
+namespace desk::qt {
+
+namespace {
+
+constexpr int text_pixels = 12;
+constexpr int cell_text_pixels = 13;
+constexpr int mark_pixels = 30;
+
+QPalette grey_palette() {
+    const QColor grey = color_of(color_window);
+    QPalette palette(grey, grey);
+    palette.setColor(QPalette::Base, Qt::white);
+    palette.setColor(QPalette::Highlight, QColor(0, 0, 128));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::Disabled, QPalette::Base, grey);
+    // readable at arm's length also while it is disabled
+    for (const auto role : {QPalette::WindowText, QPalette::ButtonText, QPalette::Text})
+        palette.setColor(QPalette::Disabled, role, QColor(96, 96, 96));
+    return palette;
+}
+
+} // namespace
+
+void set_look(QApplication& application) {
+    for (const char* file : {":/fonts/LiberationSans-Regular.ttf", ":/fonts/LiberationSans-Bold.ttf",
+                             ":/fonts/LiberationMono-Regular.ttf"})
+        QFontDatabase::addApplicationFont(file);
+    // the title of a frame stands on its border
+    application.setStyle(QStyleFactory::create("Windows"));
+    application.setPalette(grey_palette());
+    application.setFont(font_of(text_font::sans));
+    application.setWindowIcon(QIcon(":/pictures/velotrace.png"));
+}
+
+QFont font_of(text_font font) {
+    QFont f(font == text_font::fixed ? "Liberation Mono" : "Liberation Sans");
+    f.setPixelSize(font == text_font::large_bold ? mark_pixels
+                   : font == text_font::fixed    ? cell_text_pixels
+                                                 : text_pixels);
+    f.setBold(font == text_font::large_bold);
+    f.setHintingPreference(QFont::PreferNoHinting);
+    if (font == text_font::fixed) {
+        f.setStyleHint(QFont::Monospace);
+        f.setLetterSpacing(QFont::AbsoluteSpacing, cell_width - QFontMetricsF(f).horizontalAdvance('0'));
+    }
+    return f;
+}
+
+QColor color_of(color c) {
+    if (c == color_button_face) c = color_window;
+    return {static_cast<int>(c & 0xFFU), static_cast<int>((c >> 8U) & 0xFFU), static_cast<int>((c >> 16U) & 0xFFU)};
+}
+
+QString shown_text(const std::string& text) {
+    QString shown = QString::fromStdString(text);
+    return shown.replace("\r\n", "\n").replace('\r', '\n');
+}
+
+} // namespace desk::qt

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "controls/control.h"
+
+#include <QColor>
+#include <QFont>
+#include <QString>
+
+#include <string>
+
+class QApplication;
+
+namespace desk::qt {
+
+/// Style, colours and fonts of the whole program: quiet and classic, the same on every system.
+void set_look(QApplication& application);
+
+/// The fonts are bundled, so that texts stand on the same grid everywhere.
+QFont font_of(text_font font);
+/// The cell of the fixed-pitch font, in pixels.
+inline constexpr int cell_width = 8;
+inline constexpr int cell_height = 16;
+
+QColor color_of(color c);
+
+/// 15 twips are one pixel.
+inline int pixels(int twips) { return twips / 15; }
+
+/// UTF-8 text with CR LF as the toolkit's text with single line breaks.
+QString shown_text(const std::string& text);
+
+} // namespace desk::qt

@@ -1,0 +1,186 @@
+#include "qt/plain_faces.h"
+
+#include "controls/operator_actions.h"
+#include "qt/look.h"
+#include "qt/text_label.h"
+
+#include <QComboBox>
+#include <QFrame>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPixmap>
+#include <QScrollBar>
+#include <QSignalBlocker>
+
+namespace desk::qt {
+
+namespace {
+
+class frame_face final : public control_face {
+public:
+    frame_face(frame& model, QWidget* parent, event_gate& gate)
+        : control_face(model, new QGroupBox(parent), gate), model_(model), box_(static_cast<QGroupBox*>(widget())) {
+        // what lies under a frame is covered by it
+        box_->setAutoFillBackground(true);
+    }
+
+protected:
+    void follow_kind() override {
+        const QString caption = QString::fromStdString(model_.caption).replace("&", "&&");
+        if (box_->title() != caption) box_->setTitle(caption);
+        set_accessible(model_.caption);
+    }
+
+private:
+    frame& model_;
+    QGroupBox* box_;
+};
+
+class label_face final : public control_face {
+public:
+    label_face(label& model, QWidget* parent, event_gate& gate)
+        : control_face(model, new text_label(parent), gate), model_(model), text_(static_cast<text_label*>(widget())) {
+        text_->setFont(font_of(model.font));
+        text_->set_line_pitch(pixels(model.line_pitch));
+        text_->on_click = [this] { this->gate().run([this] { click(model_); }); };
+        text_->on_move = [this] { this->gate().run([this] { hover(model_); }); };
+        text_->setMouseTracking(static_cast<bool>(model.on_mouse_move));
+    }
+
+protected:
+    void follow_kind() override {
+        text_->set_text(shown_text(model_.caption));
+        text_->set_colors(color_of(model_.fore_color), model_.back_color == color_button_face
+                                                           ? std::nullopt
+                                                           : std::optional(color_of(model_.back_color)));
+        set_accessible(model_.caption);
+    }
+
+private:
+    label& model_;
+    text_label* text_;
+};
+
+class picture_face final : public control_face {
+public:
+    picture_face(picture& model, QWidget* parent, event_gate& gate)
+        : control_face(model, new QLabel(parent), gate), model_(model), label_(static_cast<QLabel*>(widget())) {
+        label_->setScaledContents(true);
+        set_accessible(model.name);
+    }
+
+protected:
+    void follow_kind() override {
+        // loaded when it is first seen
+        if (!model_.visible || !label_->pixmap(Qt::ReturnByValue).isNull()) return;
+        label_->setPixmap(QPixmap(":/pictures/" + QString::fromStdString(model_.file) + ".png"));
+    }
+
+private:
+    picture& model_;
+    QLabel* label_;
+};
+
+class line_face final : public control_face {
+public:
+    line_face(line& model, QWidget* parent, event_gate& gate) : control_face(model, new QFrame(parent), gate) {
+        auto* const ruled = static_cast<QFrame*>(widget());
+        const bool across = model.width.get() >= model.height.get();
+        ruled->setFrameShape(across ? QFrame::HLine : QFrame::VLine);
+        ruled->setFrameShadow(QFrame::Sunken);
+        across ? ruled->setMinimumHeight(2) : ruled->setMinimumWidth(2);
+    }
+
+protected:
+    void follow_kind() override {}
+};
+
+class combo_box_face final : public control_face {
+public:
+    combo_box_face(combo_box& model, QWidget* parent, event_gate& gate)
+        : control_face(model, new QComboBox(parent), gate), model_(model), combo_(static_cast<QComboBox*>(widget())) {
+        combo_->setMaxVisibleItems(20);
+        set_accessible(model.name);
+        // `activated` comes from the operator's choice alone
+        connect(combo_, &QComboBox::activated, this,
+                [this](int index) { this->gate().run([this, index] { choose_item(model_, index); }); });
+    }
+
+protected:
+    void follow_kind() override {
+        const QSignalBlocker quiet(combo_);
+        const int count = model_.list_count();
+        while (combo_->count() > count)
+            combo_->removeItem(combo_->count() - 1);
+        for (int i = 0; i < count; ++i) {
+            const QString item = QString::fromStdString(model_.item(i));
+            if (i >= combo_->count())
+                combo_->addItem(item);
+            else if (combo_->itemText(i) != item)
+                combo_->setItemText(i, item);
+        }
+        combo_->setCurrentIndex(model_.list_index());
+    }
+
+private:
+    combo_box& model_;
+    QComboBox* combo_;
+};
+
+class slider_face final : public control_face {
+public:
+    slider_face(slider& model, QWidget* parent, event_gate& gate)
+        : control_face(model, new QScrollBar(Qt::Horizontal, parent), gate)
+        , model_(model)
+        , bar_(static_cast<QScrollBar*>(widget())) {
+        bar_->setRange(model.minimum, model.maximum);
+        bar_->setPageStep(model.large_step);
+        bar_->setFocusPolicy(Qt::StrongFocus);
+        // while it is dragged it scrolls; it has changed when it is let go
+        bar_->setTracking(false);
+        set_accessible(model.name);
+        connect(bar_, &QScrollBar::sliderMoved, this,
+                [this](int value) { this->gate().run([this, value] { drag_slider(model_, value); }); });
+        connect(bar_, &QScrollBar::valueChanged, this,
+                [this](int value) { this->gate().run([this, value] { move_slider(model_, value); }); });
+    }
+
+protected:
+    void follow_kind() override {
+        if (bar_->sliderPosition() == model_.value()) return;
+        const QSignalBlocker quiet(bar_);
+        bar_->setValue(model_.value());
+    }
+
+private:
+    slider& model_;
+    QScrollBar* bar_;
+};
+
+} // namespace
+
+std::unique_ptr<control_face> make_frame_face(frame& model, QWidget* parent, event_gate& gate) {
+    return std::make_unique<frame_face>(model, parent, gate);
+}
+
+std::unique_ptr<control_face> make_label_face(label& model, QWidget* parent, event_gate& gate) {
+    return std::make_unique<label_face>(model, parent, gate);
+}
+
+std::unique_ptr<control_face> make_picture_face(picture& model, QWidget* parent, event_gate& gate) {
+    return std::make_unique<picture_face>(model, parent, gate);
+}
+
+std::unique_ptr<control_face> make_line_face(line& model, QWidget* parent, event_gate& gate) {
+    return std::make_unique<line_face>(model, parent, gate);
+}
+
+std::unique_ptr<control_face> make_combo_box_face(combo_box& model, QWidget* parent, event_gate& gate) {
+    return std::make_unique<combo_box_face>(model, parent, gate);
+}
+
+std::unique_ptr<control_face> make_slider_face(slider& model, QWidget* parent, event_gate& gate) {
+    return std::make_unique<slider_face>(model, parent, gate);
+}
+
+} // namespace desk::qt

@@ -1,0 +1,99 @@
+#include "qt/qt_dialogs.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QStringList>
+
+namespace desk::qt {
+
+namespace {
+
+QString text_of(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+
+QMessageBox::Icon icon_of(box_icon icon) {
+    switch (icon) {
+    case box_icon::none:
+        return QMessageBox::NoIcon;
+    case box_icon::critical:
+        return QMessageBox::Critical;
+    case box_icon::question:
+        return QMessageBox::Question;
+    case box_icon::exclamation:
+        return QMessageBox::Warning;
+    case box_icon::information:
+        return QMessageBox::Information;
+    }
+    return QMessageBox::NoIcon;
+}
+
+QMessageBox::StandardButtons buttons_of(box_buttons buttons) {
+    switch (buttons) {
+    case box_buttons::ok:
+        return QMessageBox::Ok;
+    case box_buttons::yes_no:
+        return QMessageBox::Yes | QMessageBox::No;
+    case box_buttons::yes_no_cancel:
+        return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    }
+    return QMessageBox::Ok;
+}
+
+/// "hex files|*.hex;*.bin|all|*.*" as the toolkit's filters, in the same order.
+QStringList name_filters(const std::string& filter) {
+    const QStringList parts = text_of(filter).split('|');
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        QString patterns = parts[i + 1];
+        // "*.*" is every name, also one without a point
+        patterns.replace("*.*", "*").replace(';', ' ');
+        filters << parts[i] + " (" + patterns + ")";
+    }
+    return filters;
+}
+
+} // namespace
+
+box_answer qt_message_box::show(std::string_view text, box_icon icon, box_buttons buttons) {
+    gate_.throw_if_over();
+    if (gate_.follow) gate_.follow();
+    QMessageBox box(icon_of(icon), program_title, text_of(text), buttons_of(buttons), parent);
+    box.setTextFormat(Qt::PlainText);
+    const int pressed = box.exec();
+    gate_.throw_if_over();
+    switch (pressed) {
+    case QMessageBox::Ok:
+        return box_answer::ok;
+    case QMessageBox::Yes:
+        return box_answer::yes;
+    case QMessageBox::No:
+        return box_answer::no;
+    default:
+        return box_answer::cancel;
+    }
+}
+
+std::optional<file_choice> qt_file_dialog::show(const file_dialog_setup& setup) {
+    gate_.throw_if_over();
+    if (gate_.follow) gate_.follow();
+    const bool saves = setup.kind == file_dialog_setup::dialog_kind::save;
+    QFileDialog dialog(parent, text_of(setup.title));
+    dialog.setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    // the desk itself tells of a file that is not there, and asks before it writes over one
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    const QStringList filters = name_filters(setup.filter);
+    dialog.setNameFilters(filters);
+    if (setup.filter_index >= 1 && setup.filter_index <= filters.size())
+        dialog.selectNameFilter(filters[setup.filter_index - 1]);
+    if (!setup.init_dir.empty()) dialog.setDirectory(text_of(setup.init_dir));
+    if (!setup.file_name.empty()) dialog.selectFile(text_of(setup.file_name));
+    const bool accepted = dialog.exec() == QDialog::Accepted;
+    gate_.throw_if_over();
+    if (!accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+    const QString path = QDir::toNativeSeparators(dialog.selectedFiles().constFirst());
+    const auto index = filters.indexOf(dialog.selectedNameFilter());
+    return file_choice{path.toStdString(), index < 0 ? setup.filter_index : static_cast<int>(index) + 1};
+}
+
+} // namespace desk::qt

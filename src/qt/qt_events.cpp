@@ -1,0 +1,46 @@
+#include "qt/qt_events.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+
+#include <thread>
+
+namespace desk::qt {
+
+namespace {
+
+constexpr std::int64_t step_ns = qt_events::step_ms * 1'000'000;
+
+} // namespace
+
+qt_events::qt_events(event_gate& gate) : gate_(gate) {
+    next_step_.setSingleShot(true);
+    next_step_.setTimerType(Qt::PreciseTimer);
+}
+
+std::int64_t qt_events::running_ns() const {
+    return std::chrono::duration_cast<std::chrono::nanoseconds>(std::chrono::steady_clock::now() - start_).count();
+}
+
+std::int64_t qt_events::clock_ms() { return running_ns() / step_ns * step_ms; }
+
+void qt_events::pump() {
+    gate_.throw_if_over();
+    if (gate_.follow) gate_.follow();
+    QCoreApplication::processEvents(QEventLoop::AllEvents);
+    gate_.throw_if_over();
+}
+
+void qt_events::pump_and_rest() {
+    gate_.throw_if_over();
+    if (gate_.follow) gate_.follow();
+    // one millisecond beyond the step at most: timers wake late, never early
+    const std::int64_t rest_ns = step_ns - running_ns() % step_ns;
+    next_step_.start(static_cast<int>((rest_ns + 999'999) / 1'000'000));
+    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+    gate_.throw_if_over();
+}
+
+void qt_events::turn_without_progress() { std::this_thread::sleep_for(std::chrono::milliseconds(1)); }
+
+} // namespace desk::qt

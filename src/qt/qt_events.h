@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/event_pump.h"
+#include "qt/event_gate.h"
+
+#include <QTimer>
+
+#include <chrono>
+
+namespace desk::qt {
+
+/// The real clock, in steps of 5 ms, and the toolkit's pending events.
+class qt_events final : public event_pump {
+public:
+    static constexpr std::int64_t step_ms = 5;
+
+    explicit qt_events(event_gate& gate);
+
+    std::int64_t clock_ms() override;
+    void pump() override;
+    void pump_and_rest() override;
+    void turn_without_progress() override;
+
+private:
+    std::int64_t running_ns() const;
+
+    event_gate& gate_;
+    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+    QTimer next_step_;
+};
+
+} // namespace desk::qt

@@ -1,0 +1,126 @@
+#include "qt/text_box_face.h"
+
+#include "controls/operator_actions.h"
+#include "qt/look.h"
+
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QTextBlockFormat>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QTextEdit>
+
+namespace desk::qt {
+
+namespace {
+
+/// The character code of a key, as KeyPress tells it; none for a key without a character.
+std::optional<int> character_code(const QKeyEvent& e) {
+    if (e.key() == Qt::Key_Return || e.key() == Qt::Key_Enter) return 13;
+    return e.text().isEmpty() ? std::nullopt : std::optional(static_cast<int>(e.text().at(0).unicode()));
+}
+
+class line_box_face final : public control_face {
+public:
+    line_box_face(text_box& model, QWidget* parent, event_gate& gate)
+        : control_face(model, new QLineEdit(parent), gate), model_(model), edit_(static_cast<QLineEdit*>(widget())) {
+        edit_->setFont(font_of(model.font));
+        if (model.max_length > 0) edit_->setMaxLength(model.max_length);
+        set_accessible(model.name);
+        connect(edit_, &QLineEdit::textEdited, this,
+                [this](const QString& text) { this->gate().run([&] { model_.text = text.toStdString(); }); });
+    }
+
+protected:
+    void follow_kind() override {
+        const QString text = shown_text(model_.text);
+        if (edit_->text() != text) edit_->setText(text);
+        if (edit_->isReadOnly() != model_.locked) edit_->setReadOnly(model_.locked);
+        if (selections_ == model_.selections()) return;
+        selections_ = model_.selections();
+        edit_->setSelection(model_.sel_start(), model_.sel_length());
+    }
+
+    bool take_event(QEvent* e) override {
+        switch (e->type()) {
+        case QEvent::FocusIn:
+            focused_by_mouse_ = static_cast<QFocusEvent*>(e)->reason() == Qt::MouseFocusReason;
+            break;
+        case QEvent::MouseButtonRelease:
+            // the click that brought the focus has put the cursor, and taken the selection that GotFocus made
+            if (focused_by_mouse_ && !edit_->hasSelectedText() && model_.sel_length() > 0)
+                edit_->setSelection(model_.sel_start(), model_.sel_length());
+            focused_by_mouse_ = false;
+            break;
+        case QEvent::KeyPress:
+            if (const auto code = character_code(*static_cast<QKeyEvent*>(e)))
+                gate().run([&] { press_key(model_, *code); });
+            break;
+        default:
+            break;
+        }
+        return false;
+    }
+
+private:
+    text_box& model_;
+    QLineEdit* edit_;
+    int selections_ = 0;
+    bool focused_by_mouse_ = false;
+};
+
+class page_box_face final : public control_face {
+public:
+    page_box_face(text_box& model, QWidget* parent, event_gate& gate)
+        : control_face(model, new QTextEdit(parent), gate), model_(model), edit_(static_cast<QTextEdit*>(widget())) {
+        edit_->setFont(font_of(model.font));
+        edit_->setAcceptRichText(false);
+        edit_->setUndoRedoEnabled(false);
+        edit_->setTabChangesFocus(true);
+        edit_->document()->setDocumentMargin(0);
+        if (model.font == text_font::fixed) {
+            edit_->setLineWrapMode(QTextEdit::NoWrap);
+            lines_.setLineHeight(cell_height, QTextBlockFormat::FixedHeight);
+        }
+        set_accessible(model.name);
+        connect(edit_, &QTextEdit::textChanged, this, [this] {
+            if (following()) return;
+            shown_ = edit_->toPlainText();
+            this->gate().run([this] { model_.text = QString(shown_).replace("\n", "\r\n").toStdString(); });
+        });
+    }
+
+protected:
+    void follow_kind() override {
+        if (edit_->isReadOnly() != model_.locked) edit_->setReadOnly(model_.locked);
+        const QString text = shown_text(model_.text);
+        if (shown_ == text) return;
+        QTextCursor cursor(edit_->document());
+        // most texts grow at their end
+        if (!shown_.isEmpty() && text.startsWith(shown_)) {
+            cursor.movePosition(QTextCursor::End);
+            cursor.insertText(text.mid(shown_.size()));
+        } else {
+            cursor.select(QTextCursor::Document);
+            cursor.setBlockFormat(lines_);
+            cursor.insertText(text);
+        }
+        shown_ = text;
+    }
+
+private:
+    text_box& model_;
+    QTextEdit* edit_;
+    QTextBlockFormat lines_;
+    QString shown_; // our own copy: the document's end differs from the text's
+};
+
+} // namespace
+
+std::unique_ptr<control_face> make_text_box_face(text_box& model, QWidget* parent, event_gate& gate) {
+    if (model.multi_line) return std::make_unique<page_box_face>(model, parent, gate);
+    return std::make_unique<line_box_face>(model, parent, gate);
+}
+
+} // namespace desk::qt

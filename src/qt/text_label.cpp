@@ -1,0 +1,53 @@
+#include "qt/text_label.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+#include <QStringList>
+
+namespace desk::qt {
+
+text_label::text_label(QWidget* parent) : QWidget(parent) {}
+
+void text_label::set_text(const QString& text) {
+    if (text_ == text) return;
+    text_ = text;
+    update();
+}
+
+void text_label::set_colors(const QColor& fore, const std::optional<QColor>& back) {
+    if (fore_ == fore && back_ == back) return;
+    fore_ = fore;
+    back_ = back;
+    update();
+}
+
+void text_label::paintEvent(QPaintEvent* /*e*/) {
+    QPainter painter(this);
+    QRect place = rect();
+    if (back_) {
+        painter.fillRect(place, *back_);
+        painter.setPen(back_->darker(160));
+        painter.drawRect(place.adjusted(0, 0, -1, -1));
+        place.adjust(4, 2, -4, -2);
+    }
+    painter.setPen(isEnabled() ? fore_ : palette().color(QPalette::Disabled, QPalette::WindowText));
+    if (line_pitch_ == 0) {
+        painter.drawText(place, Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, text_);
+        return;
+    }
+    const int ascent = painter.fontMetrics().ascent();
+    const int first_line = place.top() + (line_pitch_ - painter.fontMetrics().height()) / 2 + ascent;
+    const QStringList lines = text_.split('\n');
+    for (qsizetype i = 0; i < lines.size(); ++i)
+        painter.drawText(place.left(), first_line + static_cast<int>(i) * line_pitch_, lines[i]);
+}
+
+void text_label::mouseReleaseEvent(QMouseEvent* e) {
+    if (e->button() == Qt::LeftButton && rect().contains(e->position().toPoint()) && on_click) on_click();
+}
+
+void text_label::mouseMoveEvent(QMouseEvent* /*e*/) {
+    if (on_move) on_move();
+}
+
+} // namespace desk::qt

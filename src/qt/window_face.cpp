@@ -1,0 +1,112 @@
+#include "qt/window_face.h"
+
+#include "controls/controls.h"
+#include "qt/button_faces.h"
+#include "qt/list_view_face.h"
+#include "qt/look.h"
+#include "qt/plain_faces.h"
+#include "qt/text_box_face.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+
+namespace desk::qt {
+
+std::unique_ptr<control_face> make_face(control& model, QWidget* parent, event_gate& gate) {
+    switch (model.kind()) {
+    case control_kind::frame:
+        return make_frame_face(dynamic_cast<frame&>(model), parent, gate);
+    case control_kind::button:
+        return make_button_face(dynamic_cast<button&>(model), parent, gate);
+    case control_kind::label:
+        return make_label_face(dynamic_cast<label&>(model), parent, gate);
+    case control_kind::text_box:
+        return make_text_box_face(dynamic_cast<text_box&>(model), parent, gate);
+    case control_kind::combo_box:
+        return make_combo_box_face(dynamic_cast<combo_box&>(model), parent, gate);
+    case control_kind::check_box:
+        return make_check_box_face(dynamic_cast<check_box&>(model), parent, gate);
+    case control_kind::option_button:
+        return make_option_button_face(dynamic_cast<option_button&>(model), parent, gate);
+    case control_kind::slider:
+        return make_slider_face(dynamic_cast<slider&>(model), parent, gate);
+    case control_kind::picture:
+        return make_picture_face(dynamic_cast<picture&>(model), parent, gate);
+    case control_kind::line:
+        return make_line_face(dynamic_cast<line&>(model), parent, gate);
+    case control_kind::list_view:
+        return make_list_view_face(dynamic_cast<list_view&>(model), parent, gate);
+    case control_kind::tree_view:
+        return make_tree_view_face(dynamic_cast<tree_view&>(model), parent, gate);
+    case control_kind::window:
+    case control_kind::timer:
+        break;
+    }
+    return nullptr;
+}
+
+window_face::window_face(desk::window& model, event_gate& gate) : model_(model), gate_(gate) {
+    setObjectName(QString::fromStdString(model.name));
+    setFixedSize(pixels(model.width), pixels(model.height));
+    setFocusPolicy(Qt::ClickFocus);
+    for (control* c : model.controls())
+        build(*c);
+    follow();
+}
+
+void window_face::build(control& c) {
+    if (auto* const t = dynamic_cast<timer*>(&c)) {
+        auto ticks = std::make_unique<QTimer>();
+        ticks->setTimerType(Qt::PreciseTimer);
+        ticks->setInterval(t->interval);
+        connect(ticks.get(), &QTimer::timeout, this, [this, t] { gate_.run(t->on_timer); });
+        timers_.emplace(&c, std::move(ticks));
+        return;
+    }
+    const auto around = faces_.find(c.parent);
+    auto face = make_face(c, around == faces_.end() ? this : around->second->widget(), gate_);
+    face->follow();
+    faces_.emplace(&c, std::move(face));
+}
+
+void window_face::follow() {
+    for (control* c : model_.take_changed()) {
+        if (const auto face = faces_.find(c); face != faces_.end())
+            face->second->follow();
+        else if (const auto ticks = timers_.find(c); ticks != timers_.end())
+            follow_timer(dynamic_cast<const timer&>(*c), *ticks->second);
+    }
+    follow_window();
+}
+
+void window_face::follow_window() {
+    const QString caption = QString::fromStdString(model_.caption);
+    if (windowTitle() != caption) setWindowTitle(caption);
+    const auto focused = faces_.find(model_.focused);
+    if (focused != faces_.end() && !focused->second->widget()->hasFocus()) focused->second->widget()->setFocus();
+}
+
+void window_face::follow_timer(const timer& model, QTimer& ticks) {
+    if (model.enabled == ticks.isActive()) return;
+    if (model.enabled)
+        ticks.start();
+    else
+        ticks.stop();
+}
+
+void window_face::closeEvent(QCloseEvent* e) {
+    if (gate_.over()) return;
+    e->ignore();
+    gate_.run([this] {
+        model_.on_unload();
+        gate_.finish();
+    });
+}
+
+void window_face::keyPressEvent(QKeyEvent* e) {
+    const int code = e->text().isEmpty() ? 0 : static_cast<int>(e->text().at(0).unicode());
+    gate_.run([&] { model_.on_key_press(code); });
+    QWidget::keyPressEvent(e);
+}
+
+} // namespace desk::qt

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "controls/window.h"
+#include "qt/control_face.h"
+#include "qt/event_gate.h"
+
+#include <QTimer>
+#include <QWidget>
+
+#include <map>
+#include <memory>
+
+namespace desk::qt {
+
+/// The real window of a window model, with a widget for each control in it and the ticks of its timers.
+class window_face final : public QWidget {
+public:
+    window_face(desk::window& model, event_gate& gate);
+
+    /// Brings every changed control up to date.
+    void follow();
+
+protected:
+    void closeEvent(QCloseEvent* e) override;
+    void keyPressEvent(QKeyEvent* e) override;
+
+private:
+    void build(control& c);
+    void follow_window();
+    static void follow_timer(const timer& model, QTimer& ticks);
+
+    desk::window& model_;
+    event_gate& gate_;
+    std::map<const control*, std::unique_ptr<control_face>> faces_;
+    std::map<const control*, std::unique_ptr<QTimer>> timers_;
+};
+
+} // namespace desk::qt

@@ -1,0 +1,55 @@
+#include "bench_fixture.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+namespace desk::gui {
+
+bench::bench() {
+    // a program that has ended before in this process leaves the toolkit refusing every further dialog
+    QTimer::singleShot(0, qApp, [] { QApplication::quit(); });
+    QApplication::exec();
+    for (const char* name : {"marlo_rs232.ini", "timing_pattern.ini"}) {
+        QFile::copy(QString(FIRST_FILES) + "/" + name, directory.filePath(name));
+        QFile::setPermissions(directory.filePath(name), QFile::ReadOwner | QFile::WriteOwner);
+    }
+    program = std::make_unique<qt::desk_program>(std::filesystem::path(directory.path().toStdString()));
+}
+
+void bench::put_file(const QString& name, const QByteArray& content) const {
+    QFile f(directory.filePath(name));
+    ASSERT_TRUE(f.open(QFile::WriteOnly | QFile::Truncate));
+    f.write(content);
+}
+
+void bench::remove_file(const QString& name) const { QFile::remove(directory.filePath(name)); }
+
+QByteArray bench::file(const QString& name) const {
+    QFile f(directory.filePath(name));
+    return f.open(QFile::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+void bench::plug_generator() { generator.emplace(com1()); }
+
+void bench::start() {
+    ASSERT_TRUE(program->start());
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&program->main_window()));
+}
+
+void answer_next_box(std::vector<seen_box>& seen, int button, int ms) {
+    QTimer::singleShot(10, qApp, [&seen, button, ms] {
+        auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (box == nullptr) {
+            if (ms > 0) answer_next_box(seen, button, ms - 10);
+            return;
+        }
+        seen.push_back({box->text(), box->windowTitle()});
+        QTest::mouseClick(box->button(static_cast<QMessageBox::StandardButton>(button)), Qt::LeftButton);
+    });
+}
+
+} // namespace desk::gui

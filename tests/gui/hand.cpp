@@ -1,0 +1,105 @@
+#include "hand.h"
+
+#include "qt/text_label.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QStyle>
+#include <QStyleOptionViewItem>
+#include <QTest>
+#include <QTextEdit>
+#include <QTimer>
+#include <QTreeWidget>
+#include <QWindow>
+
+#include <stdexcept>
+
+namespace desk::gui {
+
+QWidget& hand::find(const QString& name) const {
+    auto* const found = window_.objectName() == name ? &window_ : window_.findChild<QWidget*>(name);
+    if (found == nullptr) throw std::runtime_error("there is no widget " + name.toStdString());
+    return *found;
+}
+
+void hand::click_at(const QWidget& w, QPoint at) const {
+    QTest::mouseClick(window_.windowHandle(), Qt::LeftButton, Qt::NoModifier, w.mapTo(&window_, at));
+}
+
+void hand::click(const QString& name) const {
+    const QWidget& w = find(name);
+    // a wide check box or option button takes clicks on its mark and its text alone
+    click_at(w, {8, w.height() / 2});
+}
+
+QPoint hand::point_in_row(const QString& list, int row, bool on_check_box) const {
+    auto& tree = find<QTreeWidget>(list);
+    QTreeWidgetItem* const item = tree.topLevelItem(row - 1);
+    if (item == nullptr) throw std::runtime_error("there is no such row in " + list.toStdString());
+    tree.scrollToItem(item);
+    const QRect place = tree.visualItemRect(item);
+    QStyleOptionViewItem option;
+    option.initFrom(&tree);
+    option.rect = place;
+    option.features = QStyleOptionViewItem::HasCheckIndicator | QStyleOptionViewItem::HasDisplay;
+    const QRect box = tree.style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, &tree);
+    return on_check_box ? box.center() : QPoint(place.left() + 60, place.center().y());
+}
+
+void hand::click_row(const QString& list, int row) const {
+    const QPoint at = point_in_row(list, row, false);
+    click_at(*find<QTreeWidget>(list).viewport(), at);
+}
+
+void hand::double_click_row(const QString& list, int row) const {
+    const QPoint at = point_in_row(list, row, false);
+    QTest::mouseDClick(window_.windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                       find<QTreeWidget>(list).viewport()->mapTo(&window_, at));
+}
+
+void hand::click_check(const QString& list, int row) const {
+    const QPoint at = point_in_row(list, row, true);
+    click_at(*find<QTreeWidget>(list).viewport(), at);
+}
+
+void hand::choose(const QString& combo, int index) const {
+    auto& box = find<QComboBox>(combo);
+    box.setFocus();
+    while (box.currentIndex() != index) {
+        const int before = box.currentIndex();
+        QTest::keyClick(&box, before < index ? Qt::Key_Down : Qt::Key_Up);
+        if (box.currentIndex() == before) throw std::runtime_error("the list does not move");
+    }
+}
+
+void hand::type(const QString& box, const QString& text) const {
+    auto& line = find<QLineEdit>(box);
+    click(box);
+    line.selectAll();
+    QTest::keyClicks(&line, text);
+}
+
+void hand::press_key(const QString& name, Qt::Key key) const { QTest::keyClick(&find(name), key); }
+
+QString hand::text(const QString& name) const {
+    QWidget& w = find(name);
+    if (const auto* const l = dynamic_cast<qt::text_label*>(&w)) return l->text();
+    if (const auto* const line = dynamic_cast<QLineEdit*>(&w)) return line->text();
+    if (const auto* const page = dynamic_cast<QTextEdit*>(&w)) return page->toPlainText();
+    if (const auto* const button = dynamic_cast<QAbstractButton*>(&w)) return button->accessibleName();
+    if (const auto* const combo = dynamic_cast<QComboBox*>(&w)) return combo->currentText();
+    return w.windowTitle();
+}
+
+void hand::save_picture(const QString& path) const {
+    if (!window_.grab().save(path)) throw std::runtime_error(path.toStdString() + " can't be written");
+}
+
+void hand::later(int ms, std::function<void()> work) const {
+    QTimer::singleShot(ms, Qt::PreciseTimer, &window_, std::move(work));
+}
+
+bool wait_until(const std::function<bool()>& done, int ms) { return QTest::qWaitFor(done, ms); }
+
+} // namespace desk::gui

@@ -1,0 +1,111 @@
+// Drives the real windows off screen against the simulated generator and saves a picture of every view.
+
+#include "hand.h"
+#include "qt/desk_program.h"
+#include "qt/look.h"
+#include "simulator_process.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <cstdio>
+#include <exception>
+#include <stdexcept>
+
+namespace {
+
+using desk::gui::hand;
+
+class tour {
+public:
+    tour(const hand& operator_hand, QDir pictures) : hand_(operator_hand), pictures_(std::move(pictures)) {}
+
+    void walk() {
+        picture("start");
+        hand_.click("cmd_about");
+        demand("lab_about", "Hardware F/W is v1.2");
+        picture("about");
+        hand_.click("cmd_about_ok");
+
+        hand_.click("cmd_timing");
+        hand_.click_row("lstv_timing", 7);
+        hand_.click("cmd_run");
+        demand("lab_timing", "[07]");
+        picture("timing_select");
+
+        hand_.click("cmd_pattern");
+        hand_.click_row("lstv_pattern", 3);
+        hand_.click("cmd_run");
+        demand("lab_pattern", "[03]");
+        picture("pattern_select");
+        hand_.click_row("lstv_pattern", 13);
+        picture("pattern_color_setting");
+        hand_.click_row("lstv_pattern", 41);
+        picture("pattern_motion_string");
+
+        hand_.click("cmd_fav_timing");
+        hand_.click_check("lstv_timing", 2);
+        hand_.click_check("lstv_timing", 5);
+        picture("favorite_timing");
+        hand_.click("cmd_fav_pattern");
+        picture("favorite_pattern");
+        hand_.click("cmd_edid");
+        picture("edid_read_write");
+        hand_.click("cmd_auto");
+        picture("autorun_config");
+        hand_.click("cmd_setup");
+        picture("panel_control");
+    }
+
+private:
+    void picture(const QString& name) {
+        ++count_;
+        const QString path = pictures_.filePath(QString("%1_%2.png").arg(count_, 2, 10, QChar('0')).arg(name));
+        hand_.save_picture(path);
+        std::printf("  %s\n", qPrintable(path));
+    }
+
+    void demand(const QString& label, const QString& text) const {
+        const QString shown = hand_.text(label);
+        if (!shown.contains(text))
+            throw std::runtime_error((label + " reads \"" + shown + "\", not \"" + text + "\"").toStdString());
+    }
+
+    const hand& hand_;
+    QDir pictures_;
+    int count_ = 0;
+};
+
+int run(const QString& pictures) {
+    QTemporaryDir directory;
+    for (const char* name : {"marlo_rs232.ini", "timing_pattern.ini"})
+        QFile::copy(QString(FIRST_FILES) + "/" + name, directory.filePath(name));
+    const desk::gui::simulator_process generator(directory.filePath("com1"));
+    desk::qt::desk_program program(std::filesystem::path(directory.path().toStdString()));
+    if (!program.start()) return 1;
+    QDir().mkpath(pictures);
+    std::printf("The desk off screen against the simulated generator:\n");
+    tour(hand(program.main_window()), QDir(pictures)).walk();
+    return program.gate().over() ? 1 : 0;
+}
+
+} // namespace
+
+int main(int argument_count, char** arguments) {
+    if (argument_count != 2) {
+        std::fprintf(stderr, "usage: velotrace_tour FOLDER\n");
+        return 2;
+    }
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argument_count, arguments);
+    QApplication::setQuitOnLastWindowClosed(false);
+    desk::qt::set_look(application);
+    try {
+        return run(QString::fromLocal8Bit(arguments[1]));
+    } catch (const std::exception& e) {
+        std::fprintf(stderr, "The tour has ended early: %s\n", e.what());
+        return 1;
+    }
+}

@@ -1,0 +1,166 @@
+// The real window: every control has a widget at its place, with its name and its caption.
+
+#include "bench_fixture.h"
+#include "qt/look.h"
+#include "qt/qt_dialogs.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QFileDialog>
+#include <QFontInfo>
+#include <QFontMetricsF>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QTest>
+#include <QTextBlock>
+#include <QTextEdit>
+#include <QTextLayout>
+#include <QTimer>
+
+namespace desk::gui {
+
+namespace {
+
+class real_window : public bench {
+protected:
+    real_window() { plug_generator(); }
+};
+
+TEST_F(real_window, has_a_widget_at_the_place_of_every_control) {
+    start();
+    const hand h = operator_hand();
+    int seen = 0;
+    for (const control* c : desk().form.controls()) {
+        if (c->kind() == control_kind::timer || c->kind() == control_kind::line) continue;
+        QString name = QString::fromStdString(c->name);
+        if (c->index >= 0) name += "_" + QString::number(c->index);
+        const QWidget& w = h.find(name);
+        EXPECT_EQ(w.geometry(), QRect(c->left / 15, c->top / 15, c->width / 15, c->height / 15)) << c->full_name();
+        EXPECT_EQ(w.isEnabledTo(w.parentWidget()), c->enabled.get()) << c->full_name();
+        EXPECT_EQ(w.isVisible(), c->shown()) << c->full_name();
+        ++seen;
+    }
+    EXPECT_GT(seen, 170);
+}
+
+TEST_F(real_window, names_every_button_for_those_who_do_not_see_it) {
+    start();
+    for (const QAbstractButton* b : program->main_window().findChildren<QAbstractButton*>()) {
+        if (!b->objectName().startsWith("cmd_")) continue;
+        QString caption = b->text();
+        EXPECT_EQ(b->accessibleName(), caption.remove('&').simplified()) << qPrintable(b->objectName());
+        EXPECT_FALSE(b->accessibleName().isEmpty()) << qPrintable(b->objectName());
+    }
+}
+
+TEST_F(real_window, cuts_no_caption_of_a_button_or_a_frame) {
+    start();
+    for (const QAbstractButton* b : program->main_window().findChildren<QAbstractButton*>()) {
+        if (!b->objectName().startsWith("cmd_") && !b->objectName().startsWith("opt_")) continue;
+        EXPECT_LE(QFontMetricsF(b->font()).horizontalAdvance(b->text()) + 10, b->width())
+            << qPrintable(b->objectName());
+    }
+    for (const QGroupBox* g : program->main_window().findChildren<QGroupBox*>())
+        EXPECT_LE(QFontMetricsF(g->font()).horizontalAdvance(g->title()) + 16, g->width())
+            << qPrintable(g->objectName());
+}
+
+TEST_F(real_window, is_stepped_through_with_the_tab_key) {
+    start();
+    const hand h = operator_hand();
+    h.find("cbo_com").setFocus();
+    QStringList order;
+    for (int i = 0; i < 6; ++i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        order << QApplication::focusWidget()->objectName();
+    }
+    EXPECT_EQ(order,
+              QStringList({"cmd_conn", "cmd_disconn", "cmd_about", "cmd_timing", "cmd_pattern", "cmd_fav_timing"}));
+}
+
+TEST_F(real_window, presses_the_button_with_the_focus_on_enter) {
+    start();
+    const hand h = operator_hand();
+    h.find("cmd_edid").setFocus();
+    h.press_key("cmd_edid", Qt::Key_Return);
+    EXPECT_EQ(desk().link.view_mode, 4);
+}
+
+TEST_F(real_window, takes_mnemonics) {
+    start();
+    QTest::keyClick(&program->main_window(), Qt::Key_T, Qt::AltModifier);
+    EXPECT_TRUE(wait_until([&] { return desk().link.view_mode == 0; }, 5000));
+}
+
+TEST_F(real_window, stands_its_fixed_pitch_text_on_a_grid_of_8_by_16_pixels) {
+    start();
+    const hand h = operator_hand();
+    h.click("cmd_edid");
+    desk().edid.txt_write.text = "00 FF FF FF FF FF FF 00 //7\r\n1E 6D 01 02 01 02 00 00 //F\r\n\r\nWWWW iiii";
+    h.click("lab_write");
+    auto& page = h.find<QTextEdit>("txt_write");
+    EXPECT_EQ(QFontInfo(page.font()).family(), "Liberation Mono");
+    EXPECT_NEAR(QFontMetricsF(page.font()).horizontalAdvance("WWWW iiii"), 9 * 8, 0.01);
+    ASSERT_EQ(page.document()->blockCount(), 4);
+    for (QTextBlock line = page.document()->begin(); line.isValid(); line = line.next())
+        EXPECT_NEAR(line.layout()->position().y(), line.blockNumber() * 16, 0.01);
+}
+
+TEST_F(real_window, follows_a_text_that_grows_and_one_that_is_replaced) {
+    start();
+    const hand h = operator_hand();
+    h.click("cmd_edid");
+    std::string text;
+    for (int i = 0; i < 20; ++i) {
+        text += "line " + std::to_string(i) + "\r\n";
+        desk().edid.txt_read.text = text;
+        h.click("lab_read");
+        EXPECT_EQ(h.text("txt_read"), qt::shown_text(text));
+    }
+    desk().edid.txt_read.text = "another";
+    h.click("lab_read");
+    EXPECT_EQ(h.text("txt_read"), "another");
+    desk().edid.txt_read.text = "";
+    h.click("lab_read");
+    EXPECT_EQ(h.text("txt_read"), "");
+}
+
+/// Lets the dialog that comes up be worked on, then accepts or leaves it.
+void in_next_dialog(std::function<void(QFileDialog&)> work) {
+    QTimer::singleShot(50, qApp, [work = std::move(work)] {
+        auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        work(*dialog);
+    });
+}
+
+TEST_F(real_window, shows_a_file_dialog_as_it_is_set_up) {
+    start();
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    qt::qt_file_dialog dialogs(program->gate());
+    file_dialog_setup setup;
+    setup.title = "Open edid file";
+    setup.filter = "hex / bin|*.hex;*.bin|*.*|*.*";
+    setup.filter_index = 2;
+    setup.init_dir = directory.path().toStdString();
+    in_next_dialog([&](QFileDialog& d) {
+        EXPECT_EQ(d.windowTitle(), "Open edid file");
+        EXPECT_EQ(d.nameFilters(), QStringList({"hex / bin (*.hex *.bin)", "*.* (*)"}));
+        EXPECT_EQ(d.selectedNameFilter(), "*.* (*)");
+        EXPECT_EQ(QDir(d.directory()).canonicalPath(), QDir(directory.path()).canonicalPath());
+        d.selectNameFilter(d.nameFilters().constFirst());
+        d.findChild<QLineEdit*>("fileNameEdit")->setText("marlo_rs232.ini");
+        QTest::keyClick(d.findChild<QLineEdit*>("fileNameEdit"), Qt::Key_Return);
+    });
+    const auto choice = dialogs.show(setup);
+    ASSERT_TRUE(choice.has_value());
+    EXPECT_EQ(choice->filter_index, 1);
+    EXPECT_TRUE(choice->file_name.ends_with("marlo_rs232.ini"));
+
+    in_next_dialog([](QFileDialog& d) { d.reject(); });
+    EXPECT_FALSE(dialogs.show(setup).has_value());
+}
+
+} // namespace
+
+} // namespace desk::gui
