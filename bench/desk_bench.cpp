@@ -1,0 +1,178 @@
+// Measures the desk in real time against the simulated generator on a pseudo terminal paced at 19200 baud.
+
+#include "link/commands.h"
+#include "qt/desk_program.h"
+#include "qt/look.h"
+#include "simulator_process.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <sys/resource.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace {
+
+using clock_type = std::chrono::steady_clock;
+
+double ms_since(clock_type::time_point start) {
+    return std::chrono::duration<double, std::milli>(clock_type::now() - start).count();
+}
+
+std::int64_t now_ns() { return clock_type::now().time_since_epoch().count(); }
+
+double processor_ms() {
+    rusage used{};
+    getrusage(RUSAGE_SELF, &used);
+    const auto ms = [](const timeval& t) {
+        return static_cast<double>(t.tv_sec) * 1000 + static_cast<double>(t.tv_usec) / 1000;
+    };
+    return ms(used.ru_utime) + ms(used.ru_stime);
+}
+
+/// Per cent of a core that this process uses during `work`.
+double processor_percent(const std::function<void()>& work) {
+    const double before = processor_ms();
+    const auto start = clock_type::now();
+    work();
+    return 100 * (processor_ms() - before) / ms_since(start);
+}
+
+double resident_mb() {
+    QFile status("/proc/self/status");
+    if (!status.open(QFile::ReadOnly)) return 0;
+    for (const QByteArray& line : status.readAll().split('\n'))
+        if (line.startsWith("VmRSS:")) return line.simplified().split(' ').value(1).toDouble() / 1024;
+    return 0;
+}
+
+double median(std::vector<double> values) {
+    std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
+    return values[values.size() / 2];
+}
+
+void tell(const char* what, double value, const char* unit, double bound) {
+    std::printf("%-58s %9.2f %-3s (bound %g)%s\n", what, value, unit, bound, value <= bound ? "" : "  ABOVE");
+    std::fflush(stdout);
+}
+
+void prepare(const QTemporaryDir& directory) {
+    for (const char* name : {"marlo_rs232.ini", "timing_pattern.ini"})
+        QFile::copy(QString(FIRST_FILES) + "/" + name, directory.filePath(name));
+}
+
+std::filesystem::path path_of(const QTemporaryDir& directory) { return directory.path().toStdString(); }
+
+/// The desk's own start, as a process of its own: prints when its first paint was done, and what memory it holds.
+int first_paint(std::int64_t started_ns, int argument_count, char** arguments) {
+    class first_paint_watch final : public QObject {
+    public:
+        using QObject::QObject;
+        bool painted = false;
+
+    protected:
+        bool eventFilter(QObject* watched, QEvent* e) override {
+            if (e->type() == QEvent::Paint) painted = true;
+            return QObject::eventFilter(watched, e);
+        }
+    };
+    QApplication application(argument_count, arguments);
+    desk::qt::set_look(application);
+    const QTemporaryDir directory;
+    prepare(directory);
+    QFile settings(directory.filePath("marlo_rs232.ini"));
+    settings.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+    if (settings.open(QFile::ReadWrite)) settings.write("0");
+    settings.close();
+    desk::qt::desk_program program(path_of(directory));
+    first_paint_watch watch;
+    if (!program.start()) return 1;
+    program.main_window().installEventFilter(&watch);
+    while (!watch.painted)
+        QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    // the paint of the window and its children is one pass
+    QApplication::processEvents();
+    const double ms = static_cast<double>(now_ns() - started_ns) / 1e6;
+    for (const char* view : {"cmd_timing", "cmd_pattern", "cmd_fav_timing", "cmd_edid", "cmd_auto", "cmd_setup"}) {
+        program.gate().run([&] { dynamic_cast<desk::button&>(*program.desk().form.find(view)).on_click(); });
+        QApplication::processEvents();
+        program.main_window().grab();
+    }
+    std::printf("%.2f %.2f\n", ms, resident_mb());
+    return 0;
+}
+
+void measure_start(const char* self) {
+    std::vector<double> starts;
+    double memory = 0;
+    for (int i = 0; i < 15; ++i) {
+        QProcess child;
+        child.start(self, {"--first-paint", QString::number(now_ns())});
+        child.waitForFinished();
+        const auto words = child.readAllStandardOutput().simplified().split(' ');
+        if (words.size() != 2) continue;
+        starts.push_back(words[0].toDouble());
+        memory = std::max(memory, words[1].toDouble());
+    }
+    tell("process start to first painted window, median of 15", median(starts), "ms", 100);
+    tell("resident memory after a walk through all views", memory, "MB", 50);
+}
+
+void measure_link() {
+    const QTemporaryDir directory;
+    prepare(directory);
+    desk::gui::simulator_process generator(directory.filePath("com1"));
+    desk::qt::desk_program program(path_of(directory));
+    if (!program.start()) return;
+    desk::exchange& link = program.desk().link;
+    const std::string query = desk::command::query(desk::mnemonic::timing);
+    const auto exchange_ms = [&] {
+        const auto start = clock_type::now();
+        program.gate().run([&] { link.tx_cmd(query); });
+        return ms_since(start);
+    };
+
+    std::vector<double> exchanges;
+    int answered = 0;
+    for (int i = 0; i < 200; ++i) {
+        exchanges.push_back(exchange_ms());
+        if (link.rx_done) ++answered;
+    }
+    std::printf("%-58s %9d\n", "ordinary exchanges answered of 200", answered);
+    tell("ordinary exchange, median of 200", median(exchanges), "ms", 26);
+    tell("ordinary exchange, longest of 200", *std::max_element(exchanges.begin(), exchanges.end()), "ms", 40);
+
+    generator.tell("silent");
+    QTest::qWait(50);
+    double dead = 0;
+    const double waiting = processor_percent([&] {
+        for (int i = 0; i < 2; ++i)
+            dead = std::max(dead, exchange_ms());
+    });
+    tell("dead link told after", dead, "ms", 1700);
+    tell("processor use while waiting for an answer", waiting, "%", 5);
+    tell("processor use idle", processor_percent([] { QTest::qWait(5000); }), "%", 1);
+}
+
+} // namespace
+
+int main(int argument_count, char** arguments) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (argument_count == 3 && std::string(arguments[1]) == "--first-paint")
+        return first_paint(std::stoll(arguments[2]), argument_count, arguments);
+    measure_start(arguments[0]);
+    QApplication application(argument_count, arguments);
+    QApplication::setQuitOnLastWindowClosed(false);
+    desk::qt::set_look(application);
+    measure_link();
+    return 0;
+}

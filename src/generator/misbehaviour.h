@@ -1,0 +1,60 @@
+#pragma once
+
+#include "generator/answer.h"
+#include "generator/simulated_generator.h"
+#include "runtime/bytes.h"
+
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace desk {
+
+/// Stands between the line and the generator and makes it misbehave, as one-line commands ask for. Nothing is random:
+/// the same lines and the same traffic give the same answers.
+class misbehaviour {
+public:
+    /// `generator` must live as long as this.
+    explicit misbehaviour(simulated_generator& generator) : generator_(generator) {}
+
+    /// Carries out one line ("drop 2", "sink 1 none", "help") and gives the text to show, without a line end at its
+    /// end. A line that can't be carried out changes nothing, and the text says why. Throws nothing.
+    std::string take_line(std::string_view line);
+
+    /// As the generator's own, but with the misbehaviour.
+    answer command(std::string_view six);
+    answer raw_block(std::string_view command, const bytes& block);
+
+    /// What only the owner of the line can do: take the generator off the line, end the program.
+    bool unplugged() const { return unplugged_; }
+    bool quit_asked() const { return quit_asked_; }
+
+private:
+    using words = std::vector<std::string_view>;
+
+    std::string carry_out(const words& line);
+    std::string drop(const words& line);
+    std::string garble(const words& line);
+    std::string delay(const words& line);
+    std::string refuse(const words& line);
+    std::string sink(const words& line);
+    std::string protect(const words& line);
+    std::string erase_time(const words& line);
+    std::string think_time(const words& line);
+    std::string state_text() const;
+    answer bend(answer parts);
+
+    simulated_generator& generator_;
+    std::map<std::string, std::string, std::less<>> refusals_;
+    int drops_ = 0; // answers still to be lost, garbled, delayed
+    int garbles_ = 0;
+    int delays_ = 0;
+    int delay_ms_ = 0;
+    bool silent_ = false;
+    bool unplugged_ = false;
+    bool quit_asked_ = false;
+};
+
+} // namespace desk

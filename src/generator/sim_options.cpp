@@ -1,0 +1,66 @@
+#include "generator/sim_options.h"
+
+#include "runtime/failure.h"
+#include "runtime/files.h"
+
+#include <charconv>
+#include <system_error>
+
+namespace desk {
+
+namespace {
+
+[[noreturn]] void not_understood(const std::string& why) {
+    throw runtime_failure(failure::invalid_procedure_call, why);
+}
+
+int count_of(const std::string& option, const std::string& word) {
+    int count = 0;
+    const char* const end = word.data() + word.size();
+    const auto [stop, error] = std::from_chars(word.data(), end, count);
+    if (error != std::errc() || stop != end || count < 1 || count > largest_catalogue) {
+        not_understood(option + " needs a number from 1 to " + std::to_string(largest_catalogue) + ", not \"" + word +
+                       "\"");
+    }
+    return count;
+}
+
+} // namespace
+
+sim_options sim_options_of(const std::vector<std::string>& arguments) {
+    sim_options options;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string& word = arguments[i];
+        if (word == "--help" || word == "-h") {
+            options.help = true;
+        } else if (word == "--quiet") {
+            options.quiet = true;
+        } else if (word == "--timings" || word == "--patterns") {
+            if (++i == arguments.size()) not_understood(word + " needs a number");
+            (word == "--timings" ? options.timings : options.patterns) = count_of(word, arguments[i]);
+        } else if (word.empty() || word.front() == '-') {
+            not_understood("unknown option \"" + word + "\"");
+        } else if (!options.link.empty()) {
+            not_understood("one LINK only, not \"" + word + "\" too");
+        } else {
+            options.link = path_from_utf8(word);
+        }
+    }
+    return options;
+}
+
+std::string_view sim_help() {
+    return "usage: velotrace_sim [--timings N] [--patterns N] [--quiet] [LINK]\n"
+           "\n"
+           "A simulated generator on a pseudo terminal. LINK becomes a symbolic link to the\n"
+           "terminal; a desk finds its port N as the link comN in its own directory.\n"
+           "\n"
+           "  --timings N   number of timings in the generator's catalogue\n"
+           "  --patterns N  number of patterns\n"
+           "  --quiet       do not show the traffic\n"
+           "  --help        this text\n"
+           "\n"
+           "Lines on standard input make it misbehave; the line \"help\" lists them.\n";
+}
+
+} // namespace desk

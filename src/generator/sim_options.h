@@ -1,0 +1,28 @@
+#pragma once
+
+#include "generator/catalogue_size.h"
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace desk {
+
+/// What the simulator was started with.
+struct sim_options {
+    int timings = shipped_timing_count;
+    int patterns = shipped_pattern_count;
+    bool quiet = false;
+    bool help = false;
+    std::filesystem::path link; // empty: none wanted
+};
+
+/// Reads the command line without the program's name. Throws failure::invalid_procedure_call where it can't be
+/// understood, with a reason for the user.
+sim_options sim_options_of(const std::vector<std::string>& arguments);
+
+/// The help text, with a line end at its end.
+std::string_view sim_help();
+
+} // namespace desk
