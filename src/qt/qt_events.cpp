@@ -10,6 +10,7 @@ namespace desk::qt {
 namespace {
 
 constexpr std::int64_t step_ns = qt_events::step_ms * 1'000'000;
+constexpr std::chrono::milliseconds patience(50);
 
 } // namespace
 
@@ -41,6 +42,15 @@ void qt_events::pump_and_rest() {
     gate_.throw_if_over();
 }
 
-void qt_events::turn_without_progress() { std::this_thread::sleep_for(std::chrono::milliseconds(1)); }
+void qt_events::turn_without_progress() {
+    // a byte leaves the port in half a millisecond; what lasts longer need not be watched as closely
+    const auto now = std::chrono::steady_clock::now();
+    if (now - last_turn_ > patience) first_turn_ = now;
+    last_turn_ = now;
+    if (now - first_turn_ < patience)
+        std::this_thread::yield();
+    else
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+}
 
 } // namespace desk::qt

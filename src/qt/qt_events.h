@@ -27,6 +27,8 @@ private:
     event_gate& gate_;
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
     QTimer next_step_;
+    std::chrono::steady_clock::time_point first_turn_; // of the present wait without progress
+    std::chrono::steady_clock::time_point last_turn_;
 };
 
 } // namespace desk::qt

@@ -83,7 +83,7 @@ void window_face::follow_window() {
     const QString caption = QString::fromStdString(model_.caption);
     if (windowTitle() != caption) setWindowTitle(caption);
     const auto focused = faces_.find(model_.focused);
-    if (focused != faces_.end() && !focused->second->widget()->hasFocus()) focused->second->widget()->setFocus();
+    if (focused != faces_.end() && focusWidget() != focused->second->widget()) focused->second->widget()->setFocus();
 }
 
 void window_face::follow_timer(const timer& model, QTimer& ticks) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "generator/catalogue_size.h"
 #include "generator/paced_line.h"
 #include "generator/simulated_generator.h"
 #include "platform/event_pump.h"
@@ -20,7 +21,7 @@ public:
     explicit virtual_line(event_pump& events) : events_(events) {}
 
     reply_script script;
-    simulated_generator simulated{60, 48};
+    simulated_generator simulated{shipped_timing_count, shipped_pattern_count};
     bool simulated_answers = false;
 
     void set_port(int number, port_state state);

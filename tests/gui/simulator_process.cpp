@@ -14,7 +14,7 @@ constexpr int start_limit_ms = 10000;
 
 simulator_process::simulator_process(const QString& link) : link_(link) {
     process_.setProgram(VELOTRACE_SIM);
-    process_.setArguments({link});
+    process_.setArguments({"--quiet", link});
     process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process_.start();
     // its first line says that the terminal is there

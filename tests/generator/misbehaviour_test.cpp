@@ -1,0 +1,223 @@
+#include "generator/misbehaviour.h"
+
+#include "runtime/files.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+namespace desk {
+namespace {
+
+class misbehaviour_test : public testing::Test {
+protected:
+    std::string tell(std::string_view command) { return text_of(line.command(command)); }
+
+    static std::string text_of(const answer& parts) {
+        std::string text;
+        for (const answer_part& part : parts)
+            text += string_of(part.data);
+        return text;
+    }
+
+    simulated_generator generator{76, 48};
+    misbehaviour line{generator};
+};
+
+TEST_F(misbehaviour_test, does_nothing_unasked) {
+    EXPECT_EQ(tell("TIM007"), "TIM007");
+    EXPECT_EQ(tell("ABC123"), "");
+    EXPECT_EQ(line.take_line(""), "");
+    EXPECT_EQ(line.take_line("  \t\r\n"), "");
+}
+
+TEST_F(misbehaviour_test, drops_answers_to_commands_that_are_carried_out) {
+    EXPECT_FALSE(line.take_line("drop").empty());
+    EXPECT_EQ(tell("TIM007"), "");
+    EXPECT_EQ(tell("TIM999"), "TIM007");
+    line.take_line("drop 2");
+    EXPECT_EQ(tell("PAT001"), "");
+    EXPECT_EQ(tell("ABC123"), ""); // silence anyway: takes no turn
+    EXPECT_EQ(tell("PAT001"), "");
+    EXPECT_EQ(tell("PAT001"), "PAT001");
+}
+
+TEST_F(misbehaviour_test, garbles_one_byte) {
+    line.take_line("garble");
+    const std::string bad = tell("TIM007");
+    ASSERT_EQ(bad.size(), 6U);
+    int differences = 0;
+    for (std::size_t i = 0; i < 6; ++i)
+        differences += bad[i] != "TIM007"[i] ? 1 : 0;
+    EXPECT_EQ(differences, 1);
+    EXPECT_EQ(bad.substr(0, 3), "TIM");
+    // the desk must notice: a place of a digit holds none
+    EXPECT_NE(bad.substr(3).find_first_not_of("0123456789"), std::string::npos);
+    EXPECT_EQ(tell("TIM007"), "TIM007");
+}
+
+TEST_F(misbehaviour_test, garbles_the_data_of_a_read) {
+    line.take_line("garble 1");
+    const answer parts = line.command("ERD001");
+    ASSERT_EQ(parts.size(), 2U);
+    EXPECT_EQ(string_of(parts[0].data), "ERD001");
+    const bytes edid = generator.state.sinks[0].edid.value();
+    int differences = 0;
+    for (std::size_t i = 0; i < edid.size(); ++i)
+        differences += parts[1].data[i] != edid[i] ? 1 : 0;
+    EXPECT_EQ(differences, 1);
+}
+
+TEST_F(misbehaviour_test, delays_answers) {
+    line.take_line("delay 500 2");
+    EXPECT_DOUBLE_EQ(line.command("TIM007").at(0).pause_ms, 501);
+    EXPECT_DOUBLE_EQ(line.command("TIM007").at(0).pause_ms, 501);
+    EXPECT_DOUBLE_EQ(line.command("TIM007").at(0).pause_ms, 1);
+    line.take_line("delay 40");
+    EXPECT_DOUBLE_EQ(line.command("TIM007").at(0).pause_ms, 41);
+    EXPECT_DOUBLE_EQ(line.command("TIM007").at(0).pause_ms, 1);
+}
+
+TEST_F(misbehaviour_test, refuses_commands) {
+    tell("ASC001");
+    line.take_line("refuse PCM002 PCM100");
+    line.take_line("refuse TIM005 TIM001");
+    EXPECT_EQ(tell("PCM002"), "PCM100");
+    EXPECT_EQ(tell("PCM002"), "PCM100");
+    EXPECT_EQ(tell("PCM999"), "PCM001");
+    EXPECT_EQ(tell("PCM003"), "PCM003");
+    EXPECT_EQ(tell("TIM005"), "TIM001");
+    line.take_line("refuse PCM002 off");
+    EXPECT_EQ(tell("PCM002"), "PCM002");
+    line.take_line("refuse off");
+    EXPECT_EQ(tell("TIM005"), "TIM005");
+}
+
+TEST_F(misbehaviour_test, loses_the_block_of_a_refused_command) {
+    const bytes before = generator.state.sinks[0].edid.value();
+    line.take_line("refuse EWR001 EWR009");
+    EXPECT_EQ(tell("EWR001"), "EWR009");
+    EXPECT_TRUE(line.raw_block("EWR001", bytes(256, 0)).empty());
+    EXPECT_EQ(generator.state.sinks[0].edid, before);
+}
+
+TEST_F(misbehaviour_test, bends_the_answer_to_a_raw_block) {
+    line.take_line("drop 1");
+    EXPECT_TRUE(line.raw_block("EWR001", bytes(256, 0)).empty());
+    EXPECT_EQ(text_of(line.raw_block("EWR001", bytes(256, 1))), "EWR002");
+    EXPECT_EQ(generator.state.sinks[0].edid, bytes(256, 1));
+}
+
+TEST_F(misbehaviour_test, can_be_silent) {
+    line.take_line("silent");
+    EXPECT_EQ(tell("TIM007"), "");
+    line.take_line("speak");
+    EXPECT_EQ(tell("TIM999"), "TIM007");
+}
+
+TEST_F(misbehaviour_test, tells_its_owner_of_plug_and_end) {
+    EXPECT_FALSE(line.unplugged());
+    line.take_line("unplug");
+    EXPECT_TRUE(line.unplugged());
+    line.take_line("plug");
+    EXPECT_FALSE(line.unplugged());
+    EXPECT_FALSE(line.quit_asked());
+    line.take_line("quit");
+    EXPECT_TRUE(line.quit_asked());
+}
+
+TEST_F(misbehaviour_test, changes_sinks) {
+    line.take_line("sink 2 none");
+    EXPECT_FALSE(generator.state.sinks[1].edid.has_value());
+    line.take_line("sink 2 first");
+    EXPECT_EQ(generator.state.sinks[1].edid, simulated_generator(1, 1).state.sinks[1].edid);
+
+    const auto file = std::filesystem::temp_directory_path() / "velotrace sink test.bin";
+    replace_whole_file(file, std::string(128, 'a'));
+    line.take_line("sink 3 " + utf8_from_path(file));
+    bytes expected(128, 'a');
+    expected.resize(256, 0xFF);
+    EXPECT_EQ(generator.state.sinks[2].edid, expected);
+
+    replace_whole_file(file, std::string(129, 'a'));
+    EXPECT_NE(line.take_line("sink 1 " + utf8_from_path(file)).find("129"), std::string::npos);
+    std::filesystem::remove(file);
+    EXPECT_FALSE(line.take_line("sink 1 " + utf8_from_path(file)).empty());
+    EXPECT_FALSE(line.take_line("sink 1 /").empty());
+    EXPECT_EQ(generator.state.sinks[0].edid, simulated_generator(1, 1).state.sinks[0].edid);
+}
+
+TEST_F(misbehaviour_test, protects_sinks) {
+    line.take_line("protect 1 on");
+    EXPECT_EQ(text_of(line.raw_block("EWR001", bytes(256, 0))), "EWR003");
+    line.take_line("protect 1 off");
+    EXPECT_EQ(text_of(line.raw_block("EWR001", bytes(256, 0))), "EWR002");
+}
+
+TEST_F(misbehaviour_test, sets_times) {
+    line.take_line("erase 250");
+    line.take_line("think 7");
+    const answer parts = line.command("ERS001");
+    EXPECT_DOUBLE_EQ(parts.at(0).pause_ms, 7);
+    EXPECT_DOUBLE_EQ(parts.at(1).pause_ms, 250);
+}
+
+TEST_F(misbehaviour_test, shows_the_state) {
+    tell("TIM031");
+    line.take_line("sink 2 none");
+    line.take_line("refuse PCM002 PCM100");
+    const std::string text = line.take_line("state");
+    EXPECT_NE(text.find("timing 31,"), std::string::npos);
+    EXPECT_NE(text.find("\"VELOTRACE\""), std::string::npos);
+    EXPECT_NE(text.find("sink 2 (HDMI/DVI IN): none"), std::string::npos);
+    EXPECT_NE(text.find("refuses PCM002 with PCM100"), std::string::npos);
+}
+
+TEST_F(misbehaviour_test, helps_with_every_command) {
+    const std::string text = line.take_line("help");
+    for (const char* name : {"drop", "garble", "delay", "refuse", "silent", "speak", "unplug", "plug", "sink",
+                             "protect", "erase", "think", "state", "quit"})
+        EXPECT_NE(text.find(name), std::string::npos) << name;
+}
+
+TEST_F(misbehaviour_test, changes_nothing_on_a_bad_line) {
+    const std::string before = line.take_line("state");
+    for (const char* bad : {"nonsense",
+                            "drop x",
+                            "drop -1",
+                            "drop 1 2",
+                            "drop 99999999999999999999",
+                            "garble 1.5",
+                            "delay",
+                            "delay x",
+                            "delay 5 x",
+                            "delay 5 1 1",
+                            "refuse",
+                            "refuse TIM01 TIM001",
+                            "refuse TIM001",
+                            "refuse TIM001 A B",
+                            "sink",
+                            "sink 1",
+                            "sink 0 none",
+                            "sink 4 none",
+                            "sink x none",
+                            "sink 1 /no/such/file",
+                            "protect 1",
+                            "protect 1 yes",
+                            "protect 9 on",
+                            "erase",
+                            "erase -5",
+                            "erase 1e3",
+                            "think 99999999",
+                            "quit now",
+                            "silent 1",
+                            "\xFF\xFE"}) {
+        EXPECT_FALSE(line.take_line(bad).empty()) << bad;
+        EXPECT_EQ(line.take_line("state"), before) << bad;
+    }
+    EXPECT_FALSE(line.quit_asked());
+}
+
+} // namespace
+} // namespace desk

@@ -1,0 +1,41 @@
+#include "generator/sim_options.h"
+
+#include "runtime/failure.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace desk {
+namespace {
+
+using words = std::vector<std::string>;
+
+TEST(sim_options, has_defaults) {
+    const sim_options options = sim_options_of({});
+    EXPECT_EQ(options.timings, shipped_timing_count);
+    EXPECT_EQ(options.patterns, shipped_pattern_count);
+    EXPECT_FALSE(options.quiet);
+    EXPECT_FALSE(options.help);
+    EXPECT_TRUE(options.link.empty());
+}
+
+TEST(sim_options, reads_all_options) {
+    const sim_options options = sim_options_of({"--timings", "3", "com1", "--quiet", "--patterns", "998"});
+    EXPECT_EQ(options.timings, 3);
+    EXPECT_EQ(options.patterns, 998);
+    EXPECT_TRUE(options.quiet);
+    EXPECT_EQ(options.link, "com1");
+    EXPECT_TRUE(sim_options_of({"--help"}).help);
+}
+
+TEST(sim_options, refuses_what_it_does_not_know) {
+    for (const words& line : {words{"--timing", "3"}, words{"-q"}, words{""}, words{"com1", "com2"}, words{"--timings"},
+                              words{"--timings", "0"}, words{"--timings", "999"}, words{"--patterns", "x"},
+                              words{"--patterns", "4x"}, words{"--patterns", "--quiet"}})
+        EXPECT_THROW(sim_options_of(line), runtime_failure) << line.front();
+}
+
+} // namespace
+} // namespace desk
