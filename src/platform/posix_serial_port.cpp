@@ -86,7 +86,7 @@ public:
 
 private:
     std::filesystem::path device_of(int number) const {
-        const std::filesystem::path link = directory_ / ("com" + std::to_string(number));
+        std::filesystem::path link = directory_ / ("com" + std::to_string(number));
         std::error_code error;
         if (std::filesystem::exists(std::filesystem::symlink_status(link, error))) return link;
         return "/dev/ttyS" + std::to_string(number - 1);

@@ -8,9 +8,7 @@
 
 namespace desk {
 
-std::filesystem::path path_from_utf8(std::string_view text) {
-    return std::filesystem::path(std::u8string(text.begin(), text.end()));
-}
+std::filesystem::path path_from_utf8(std::string_view text) { return {std::u8string(text.begin(), text.end())}; }
 
 std::string utf8_from_path(const std::filesystem::path& path) {
     const std::u8string text = path.u8string();

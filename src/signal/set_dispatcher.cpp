@@ -16,10 +16,10 @@ void set_dispatcher::cmd_run_click() {
     desk_.cmd_run.back_color = color_red;
     switch (link_.view_mode) {
     case 0:
-        set_timing();
+        set_row(rows_.lstv_timing, mnemonic::timing, status_.lab_timing, rows_.cur_timing);
         break;
     case 1:
-        set_pattern();
+        set_row(rows_.lstv_pattern, mnemonic::pattern, status_.lab_pattern, rows_.cur_pattern);
         break;
     default:
         break;
@@ -28,36 +28,20 @@ void set_dispatcher::cmd_run_click() {
     desk_.cmd_run.enabled = true;
 }
 
-bool set_dispatcher::sent_and_echoed(std::string_view cmd) {
+void set_dispatcher::set_row(list_view& list, std::string_view letters, label& shown, std::int16_t& current) {
+    shown.caption = "";
+    link_.host().events.pump();
+    const int row = list.selected();
+    const std::string cmd = command::set(letters, row);
     link_.tx_cmd(cmd);
     // stricter than the rest of the desk: the generator must echo all six characters
-    return link_.rx_done && link_.rx_text == cmd;
-}
-
-void set_dispatcher::set_timing() {
-    status_.lab_timing.caption = "";
-    link_.host().events.pump();
-    const int row = rows_.lstv_timing.selected();
-    if (sent_and_echoed(command::set(mnemonic::timing, row))) {
-        status_.lab_timing.caption = rows_.lstv_timing.text(row);
-        rows_.cur_timing = to_integer(row);
+    if (link_.rx_done && link_.rx_text == cmd) {
+        shown.caption = list.text(row);
+        current = to_integer(row);
     } else {
-        status_.lab_timing.caption = "Link Error";
+        shown.caption = "Link Error";
     }
-    rows_.lstv_timing.set_focus();
-}
-
-void set_dispatcher::set_pattern() {
-    status_.lab_pattern.caption = "";
-    link_.host().events.pump();
-    const int row = rows_.lstv_pattern.selected();
-    if (sent_and_echoed(command::set(mnemonic::pattern, row))) {
-        status_.lab_pattern.caption = rows_.lstv_pattern.text(row);
-        rows_.cur_pattern = to_integer(row);
-    } else {
-        status_.lab_pattern.caption = "Link Error";
-    }
-    rows_.lstv_pattern.set_focus();
+    list.set_focus();
 }
 
 } // namespace desk

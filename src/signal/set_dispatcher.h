@@ -12,9 +12,8 @@ public:
     void cmd_run_click();
 
 private:
-    void set_timing();
-    void set_pattern();
-    bool sent_and_echoed(std::string_view cmd);
+    /// Sends the selected row of a list and shows what the generator made of it.
+    void set_row(list_view& list, std::string_view letters, label& shown, std::int16_t& current);
 
     exchange& link_;
     desk_frame& desk_;
