@@ -1,0 +1,585 @@
+#include "link/exchange.h"
+
+#include "support/expect_failure.h"
+#include "support/fake_machine.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace desk {
+namespace {
+
+using test::box_disconnected;
+using test::failure_of;
+using strings = std::vector<std::string>;
+
+class link_test : public testing::Test {
+protected:
+    link_test() {
+        m.events.ticking = &link.tim_rx;
+        for (int port = 1; port <= 8; ++port)
+            link.cbo_com.add_item("COM" + std::to_string(port) + ":", port - 1);
+        link.selected_pattern = [this] { return selected_pattern; };
+    }
+    void connect() {
+        link.com_port = 1;
+        link.set_comm();
+        m.port.done.clear();
+    }
+    void expect_connected_look() {
+        EXPECT_TRUE(link.rs232_connected);
+        EXPECT_EQ(link.cmd_conn.back_color, 0x00FF00U);
+        EXPECT_EQ(link.cmd_disconn.back_color, 0x8000000FU);
+    }
+    void expect_disconnected_look() {
+        EXPECT_FALSE(link.rs232_connected);
+        EXPECT_EQ(link.cmd_conn.back_color, 0x8000000FU);
+        EXPECT_EQ(link.cmd_disconn.back_color, 0x0000FFU);
+    }
+    /// Lets the receiver find these bytes.
+    void receive(std::string_view text) {
+        m.port.arrive(text);
+        link.tim_rx_timer();
+    }
+
+    test::fake_machine m;
+    exchange link{m.host};
+    int selected_pattern = 1;
+};
+
+class ports : public link_test {};
+
+TEST_F(ports, are_opened_and_cleared_in_order) {
+    link.com_port = 3;
+    link.set_comm();
+    EXPECT_EQ(m.port.done, (strings{"open 3", "discard input", "discard output"}));
+    expect_connected_look();
+    EXPECT_EQ(m.events.pumps, 1);
+    EXPECT_TRUE(m.boxes.all.empty());
+}
+
+TEST_F(ports, are_closed_first_where_one_is_open) {
+    connect();
+    link.set_comm();
+    EXPECT_EQ(m.port.done, (strings{"close", "open 1", "discard input", "discard output"}));
+}
+
+TEST_F(ports, that_can_not_be_opened_are_told_in_a_box) {
+    m.port.missing = {3};
+    link.com_port = 3;
+    link.set_comm();
+    ASSERT_EQ(m.boxes.all.size(), 1U);
+    EXPECT_EQ(m.boxes.all[0].text, "RS232 can not work on COM 3: !");
+    EXPECT_EQ(m.boxes.all[0].icon, box_icon::none);
+    EXPECT_EQ(m.boxes.all[0].buttons, box_buttons::ok);
+    expect_disconnected_look();
+    EXPECT_EQ(m.events.pumps, 1);
+    EXPECT_EQ(m.port.done, strings{"open 3"}) << "no retry is made";
+}
+
+TEST_F(ports, change_the_look_behind_the_box) {
+    connect();
+    m.port.missing = {1};
+    color seen = 0;
+    m.boxes.on_show = [&] { seen = link.cmd_conn.back_color; };
+    link.set_comm();
+    EXPECT_EQ(seen, 0x00FF00U);
+    expect_disconnected_look();
+}
+
+TEST_F(ports, are_lost_where_the_new_one_can_not_be_opened) {
+    connect();
+    m.port.missing = {2};
+    link.com_port = 2;
+    link.set_comm();
+    EXPECT_EQ(m.port.done, (strings{"close", "open 2"}));
+    expect_disconnected_look();
+}
+
+TEST_F(ports, have_no_number_0) {
+    link.com_port = 0;
+    link.set_comm();
+    ASSERT_EQ(m.boxes.all.size(), 1U);
+    EXPECT_EQ(m.boxes.all[0].text, "RS232 can not work on COM 0: !");
+    expect_disconnected_look();
+}
+
+TEST_F(ports, are_chosen_and_opened_at_once) {
+    link.cbo_com.set_list_index(4);
+    EXPECT_EQ(link.com_port, 5);
+    EXPECT_EQ(m.port.done.front(), "open 5");
+    expect_connected_look();
+}
+
+TEST_F(ports, are_opened_by_connect_with_the_present_number) {
+    link.com_port = 6;
+    link.cmd_conn.on_click();
+    EXPECT_EQ(m.port.done.front(), "open 6");
+    expect_connected_look();
+}
+
+TEST_F(ports, are_closed_by_disconnect) {
+    connect();
+    link.cmd_disconn.on_click();
+    EXPECT_EQ(m.port.done, strings{"close"});
+    expect_disconnected_look();
+}
+
+TEST_F(ports, are_left_alone_by_disconnect_where_none_is_open) {
+    link.cmd_disconn.on_click();
+    EXPECT_TRUE(m.port.done.empty());
+    EXPECT_EQ(link.cmd_disconn.back_color, 0x8000000FU);
+}
+
+class exchanges : public link_test {
+protected:
+    exchanges() { connect(); }
+    /// Runs an exchange and takes note of the times of its writes and of its end, from its beginning.
+    void exchange_of(const std::string& cmd) {
+        const std::int64_t start = m.events.now;
+        m.port.on_write = [this, start, then = m.port.on_write](const std::string& text) {
+            write_times.push_back(m.events.now - start);
+            if (then) then(text);
+        };
+        link.tx_cmd(cmd);
+        end_time = m.events.now - start;
+    }
+    std::vector<std::int64_t> write_times;
+    std::int64_t end_time = 0;
+};
+
+TEST_F(exchanges, send_the_command_and_take_its_answer) {
+    m.echo_all();
+    exchange_of("TIM007");
+    EXPECT_EQ(m.port.take_written(), strings{"TIM007"});
+    EXPECT_TRUE(link.rx_done);
+    EXPECT_EQ(link.rx_text, "TIM007");
+    EXPECT_EQ(link.rx_count, 6);
+    EXPECT_FALSE(link.tim_rx.enabled);
+    EXPECT_LE(end_time, 40) << "the next tick of the receiver ends it";
+    EXPECT_TRUE(m.boxes.all.empty());
+}
+
+TEST_F(exchanges, clear_the_input_right_before_they_send) {
+    m.port.arrive("TIM007");
+    exchange_of("TIM007");
+    EXPECT_FALSE(link.rx_done) << "what waited before is no answer";
+    EXPECT_EQ(link.rx_text, "");
+    EXPECT_EQ(m.port.done, (strings{"discard input", "write TIM007", "discard input", "write TIM007"}));
+}
+
+TEST_F(exchanges, enable_the_receiver_while_they_wait) {
+    bool enabled = false;
+    m.events.in(5, [&] { enabled = link.tim_rx.enabled; });
+    exchange_of("TIM007");
+    EXPECT_TRUE(enabled);
+    EXPECT_FALSE(link.tim_rx.enabled);
+}
+
+TEST_F(exchanges, wait_151_rounds_for_each_of_two_tries) {
+    exchange_of("TIM007");
+    EXPECT_EQ(write_times, (std::vector<std::int64_t>{0, 151 * 5}));
+    EXPECT_EQ(end_time, 2 * 151 * 5 + 5) << "one pump at the end";
+    EXPECT_FALSE(link.rx_done);
+    EXPECT_FALSE(link.tim_rx.enabled);
+    EXPECT_TRUE(m.boxes.all.empty()) << "the caller tells of it";
+}
+
+TEST_F(exchanges, wait_801_rounds_for_the_reset) {
+    exchange_of("RST001");
+    EXPECT_EQ(write_times, (std::vector<std::int64_t>{0, 801 * 5}));
+    EXPECT_EQ(end_time, 2 * 801 * 5 + 5);
+}
+
+TEST_F(exchanges, wait_long_for_the_whole_command_rst001_alone) {
+    exchange_of("RST002");
+    EXPECT_EQ(write_times, (std::vector<std::int64_t>{0, 151 * 5}));
+}
+
+TEST_F(exchanges, take_302_milliseconds_a_try_with_a_clock_of_single_milliseconds) {
+    m.events.step = 1;
+    exchange_of("TIM007");
+    EXPECT_EQ(write_times, (std::vector<std::int64_t>{0, 302}));
+}
+
+TEST_F(exchanges, succeed_in_the_second_try) {
+    int writes = 0;
+    m.port.on_write = [&](const std::string& cmd) {
+        if (++writes == 2) m.events.in(10, [this, cmd] { m.port.arrive(cmd); });
+    };
+    exchange_of("TIM007");
+    EXPECT_TRUE(link.rx_done);
+    EXPECT_EQ(link.rx_text, "TIM007");
+    EXPECT_EQ(writes, 2);
+}
+
+TEST_F(exchanges, collect_an_answer_that_comes_in_pieces) {
+    m.port.on_write = [&](const std::string&) {
+        m.events.in(50, [&] { m.port.arrive("TI"); });
+        m.events.in(200, [&] { m.port.arrive("M00"); });
+        m.events.in(400, [&] { m.port.arrive("7"); });
+    };
+    exchange_of("TIM007");
+    EXPECT_TRUE(link.rx_done);
+    EXPECT_EQ(link.rx_text, "TIM007");
+    EXPECT_EQ(write_times.size(), 1U);
+    EXPECT_GE(end_time, 400);
+}
+
+TEST_F(exchanges, take_all_of_a_longer_answer) {
+    m.answer_all("TIM007xyz");
+    exchange_of("TIM007");
+    EXPECT_TRUE(link.rx_done);
+    EXPECT_EQ(link.rx_text, "TIM007xyz");
+    EXPECT_EQ(link.rx_count, 9);
+}
+
+TEST_F(exchanges, do_not_accept_what_is_no_digit_in_places_4_to_6) {
+    for (const char* answer : {"TIMA01", "TIM0A1", "TIM00A", "TIM 07", "TIM0/1", "TIM0:1"}) {
+        m.answer_all(answer);
+        write_times.clear();
+        exchange_of("TIM007");
+        EXPECT_FALSE(link.rx_done) << answer;
+        EXPECT_EQ(link.rx_text, answer);
+        EXPECT_EQ(write_times.size(), 2U) << answer;
+        EXPECT_GE(write_times.at(1), 151 * 5) << "such a try ends by its wait alone: " << answer;
+    }
+}
+
+TEST_F(exchanges, look_at_the_same_six_characters_again_when_more_come) {
+    m.answer_all("TIM0A1TIM007");
+    exchange_of("TIM007");
+    EXPECT_FALSE(link.rx_done);
+    EXPECT_EQ(link.rx_text, "TIM0A1TIM007");
+}
+
+TEST_F(exchanges, end_their_wait_at_once_for_wrong_letters_and_send_again) {
+    m.answer_all("PAT001");
+    exchange_of("TIM001");
+    EXPECT_EQ(m.port.take_written(), (strings{"TIM001", "TIM001"}));
+    EXPECT_FALSE(link.rx_done);
+    EXPECT_EQ(link.rx_text, "PAT001");
+    EXPECT_LE(write_times.at(1), 40);
+    EXPECT_LE(end_time, 80);
+}
+
+TEST_F(exchanges, take_a_right_echo_behind_a_wrong_one) {
+    int writes = 0;
+    m.port.on_write = [&](const std::string&) {
+        const std::string answer = ++writes == 1 ? "PAT001" : "TIM001";
+        m.events.in(10, [this, answer] { m.port.arrive(answer); });
+    };
+    exchange_of("TIM001");
+    EXPECT_TRUE(link.rx_done);
+    EXPECT_EQ(link.rx_text, "TIM001");
+}
+
+TEST_F(exchanges, look_at_three_letters_alone) {
+    m.answer_all("TIM254");
+    exchange_of("TIM999");
+    EXPECT_TRUE(link.rx_done);
+    EXPECT_EQ(link.rx_text, "TIM254");
+}
+
+TEST_F(exchanges, compare_no_letters_in_download_mode) {
+    link.download_mode = true;
+    m.answer_all("PAT001");
+    exchange_of("TIM001");
+    EXPECT_TRUE(link.rx_done);
+    EXPECT_EQ(write_times.size(), 1U);
+}
+
+TEST_F(exchanges, wait_without_a_limit_and_without_a_pump_until_nothing_is_unsent) {
+    m.port.unsent = 3;
+    m.echo_all();
+    const int pumps = m.events.pumps;
+    int pumps_while_draining = -1;
+    m.events.on_turn = [&] {
+        pumps_while_draining = m.events.pumps - pumps;
+        if (m.events.turns == 5000) m.port.unsent = 0;
+    };
+    exchange_of("TIM001");
+    EXPECT_EQ(m.events.turns, 5000);
+    EXPECT_EQ(pumps_while_draining, 0);
+    EXPECT_EQ(write_times.at(0), 0);
+    EXPECT_TRUE(link.rx_done);
+}
+
+TEST_F(exchanges, may_be_of_any_length) {
+    m.answer_all("X12345");
+    exchange_of("X");
+    EXPECT_EQ(m.port.take_written(), (strings{"X", "X"})) << "one letter is not the same as three";
+    link.download_mode = true;
+    exchange_of("A command of many characters");
+    EXPECT_EQ(m.port.take_written(), strings{"A command of many characters"});
+    EXPECT_TRUE(link.rx_done);
+}
+
+TEST_F(exchanges, show_one_box_where_the_port_is_closed) {
+    m.echo_all();
+    link.tx_cmd("TIM001");
+    link.cmd_disconn_click();
+    m.port.take_written();
+    const std::int64_t now = m.events.now;
+    link.tx_cmd("PAT002");
+    EXPECT_EQ(m.boxes.all, std::vector{box_disconnected});
+    EXPECT_TRUE(m.port.take_written().empty());
+    EXPECT_FALSE(link.rx_done);
+    EXPECT_EQ(link.rx_text, "TIM001") << "the last exchange's";
+    EXPECT_EQ(m.events.now, now);
+    link.tx_cmd("PAT002");
+    EXPECT_EQ(m.boxes.all.size(), 2U) << "once for each call";
+}
+
+TEST_F(exchanges, hand_the_answer_of_a_nested_one_with_the_same_letters_to_the_outer_one) {
+    m.port.on_write = [&](const std::string& cmd) {
+        if (cmd == "TIM002") m.events.in(10, [&] { m.port.arrive("TIM002"); });
+    };
+    m.events.in(100, [&] { link.tx_cmd("TIM002"); });
+    link.tx_cmd("TIM001");
+    EXPECT_EQ(m.port.take_written(), (strings{"TIM001", "TIM002"}));
+    EXPECT_TRUE(link.rx_done);
+    EXPECT_EQ(link.rx_text, "TIM002");
+}
+
+TEST_F(exchanges, send_again_behind_a_nested_one_with_other_letters) {
+    m.port.on_write = [&](const std::string& cmd) {
+        if (cmd == "VER001") m.events.in(10, [&] { m.port.arrive("VER012"); });
+    };
+    bool nested_done = false;
+    m.events.in(100, [&] {
+        link.tx_cmd("VER001");
+        nested_done = link.rx_done;
+    });
+    link.tx_cmd("TIM001");
+    EXPECT_TRUE(nested_done);
+    EXPECT_EQ(m.port.take_written(), (strings{"TIM001", "VER001", "TIM001"}));
+    EXPECT_FALSE(link.rx_done);
+}
+
+class receiver : public link_test {
+protected:
+    /// Whether the answer is accepted in this view, in this mode.
+    bool accepted(int view, bool download, const std::string& answer) {
+        link.view_mode = static_cast<std::int16_t>(view);
+        link.download_mode = download;
+        link.rx_count = 0;
+        link.rx_text.clear();
+        link.rx_done = false;
+        receive(answer);
+        return link.rx_done;
+    }
+};
+
+TEST_F(receiver, ticks_every_20_milliseconds_and_is_off_at_first) {
+    EXPECT_EQ(link.tim_rx.interval, 20);
+    EXPECT_FALSE(link.tim_rx.enabled);
+}
+
+TEST_F(receiver, does_nothing_on_a_tick_without_new_bytes) {
+    link.tim_rx.enabled = true;
+    link.rx_text = "TIM001";
+    link.rx_count = 6;
+    link.tim_rx_timer();
+    EXPECT_FALSE(link.rx_done);
+    EXPECT_EQ(m.events.pumps, 0);
+    EXPECT_TRUE(link.tim_rx.enabled);
+}
+
+TEST_F(receiver, is_off_while_it_pumps_and_reads) {
+    link.tim_rx.enabled = true;
+    std::vector<bool> enabled_at_pump;
+    std::vector<std::size_t> waiting_at_pump;
+    m.events.on_pump = [&] {
+        enabled_at_pump.push_back(link.tim_rx.enabled);
+        waiting_at_pump.push_back(m.port.waiting.size());
+    };
+    receive("TIM001");
+    EXPECT_EQ(enabled_at_pump, (std::vector<bool>{false, true}));
+    EXPECT_EQ(waiting_at_pump, (std::vector<std::size_t>{6, 0}));
+}
+
+TEST_F(receiver, takes_every_byte_as_one_character) {
+    receive(std::string_view("A\0\xFFz", 4));
+    EXPECT_EQ(link.rx_count, 4);
+    EXPECT_EQ(link.rx_text, std::string("A\0\xFFz", 4));
+    receive("B");
+    EXPECT_EQ(link.rx_count, 5);
+    EXPECT_EQ(link.rx_text, std::string("A\0\xFFzB", 5));
+}
+
+TEST_F(receiver, takes_three_letters_and_three_digits_in_every_view) {
+    for (const int view : {0, 1, 2, 3, 4, 5, 6, 254}) {
+        EXPECT_TRUE(accepted(view, false, "TIM001")) << view;
+        EXPECT_TRUE(accepted(view, false, "???000more")) << view;
+        EXPECT_FALSE(accepted(view, false, "TIM00")) << view;
+        EXPECT_FALSE(accepted(view, false, "TIM0x1")) << view;
+    }
+}
+
+TEST_F(receiver, takes_the_same_while_a_download_runs_in_other_views) {
+    for (const int view : {0, 6, 254}) {
+        EXPECT_TRUE(accepted(view, true, "OUT001")) << view;
+        EXPECT_FALSE(accepted(view, true, "OUT0x1")) << view;
+        EXPECT_FALSE(accepted(view, true, "OUT00")) << view;
+    }
+}
+
+TEST_F(receiver, counts_six_characters_for_each_timing_in_favorite_timing) {
+    link.fav_timing_count = 3;
+    link.fav_pattern_count = 100;
+    EXPECT_FALSE(accepted(2, true, std::string(17, '1')));
+    EXPECT_TRUE(accepted(2, true, std::string(18, 'x')));
+    EXPECT_TRUE(accepted(2, true, std::string(19, 'x')));
+    EXPECT_TRUE(accepted(2, false, "FT+001")) << "without a download it is the usual answer";
+}
+
+TEST_F(receiver, counts_six_characters_for_each_pattern_in_favorite_pattern) {
+    link.fav_timing_count = 100;
+    link.fav_pattern_count = 2;
+    EXPECT_FALSE(accepted(3, true, std::string(11, '1')));
+    EXPECT_TRUE(accepted(3, true, std::string(12, 'x')));
+    EXPECT_TRUE(accepted(3, false, "FP+001"));
+}
+
+TEST_F(receiver, counts_768_characters_in_autorun_config) {
+    EXPECT_FALSE(accepted(5, true, std::string(767, '1')));
+    EXPECT_TRUE(accepted(5, true, std::string(768, '\0')));
+    EXPECT_TRUE(accepted(5, false, "ATI005"));
+}
+
+TEST_F(receiver, counts_18_characters_for_the_motion_string_pattern) {
+    selected_pattern = 41;
+    EXPECT_FALSE(accepted(1, true, "MOT99912345678901"));
+    EXPECT_TRUE(accepted(1, true, "MOT999123456789012"));
+    EXPECT_TRUE(accepted(1, false, "PAT041"));
+    for (const int other : {1, 13, 40, 42}) {
+        selected_pattern = other;
+        EXPECT_TRUE(accepted(1, true, "CRR128")) << other;
+    }
+}
+
+TEST_F(receiver, counts_18_characters_in_the_edid_view) {
+    EXPECT_FALSE(accepted(4, true, std::string(17, '1')));
+    EXPECT_TRUE(accepted(4, true, std::string(18, 'x')));
+    EXPECT_TRUE(accepted(4, false, "ESC001"));
+}
+
+TEST_F(receiver, takes_the_first_byte_where_no_timing_is_to_come_and_nothing_without_a_byte) {
+    link.fav_timing_count = 0;
+    EXPECT_TRUE(accepted(2, true, "x"));
+    EXPECT_FALSE(accepted(2, true, ""));
+}
+
+TEST_F(receiver, counts_over_several_arrivals) {
+    link.fav_timing_count = 2;
+    EXPECT_FALSE(accepted(2, true, "FT+001"));
+    receive("FT-00");
+    EXPECT_FALSE(link.rx_done);
+    receive("2");
+    EXPECT_TRUE(link.rx_done);
+}
+
+TEST_F(receiver, takes_back_what_a_wrong_digit_breaks) {
+    link.rx_done = true;
+    receive("TIM0A1");
+    EXPECT_FALSE(link.rx_done);
+}
+
+TEST_F(receiver, counts_in_16_bits) {
+    receive(std::string(32767, '1'));
+    EXPECT_EQ(link.rx_count, 32767);
+    EXPECT_EQ(failure_of([&] { receive("1"); }), failure::overflow);
+}
+
+TEST_F(receiver, works_out_the_count_in_16_bits) {
+    link.fav_timing_count = 5461;
+    EXPECT_FALSE(accepted(2, true, "x"));
+    link.fav_timing_count = 5462;
+    EXPECT_EQ(failure_of([&] { accepted(2, true, "x"); }), failure::overflow);
+}
+
+class sent_without_an_answer : public link_test {};
+
+TEST_F(sent_without_an_answer, are_six_characters) {
+    connect();
+    m.port.arrive("old");
+    link.tx_str("CRR128more");
+    EXPECT_EQ(m.port.done, (strings{"discard input", "write CRR128"}));
+    EXPECT_FALSE(link.tim_rx.enabled);
+    link.tim_rx.enabled = true;
+    link.tx_str("CRG001");
+    EXPECT_TRUE(link.tim_rx.enabled) << "it stays as it is";
+}
+
+TEST_F(sent_without_an_answer, take_no_time) {
+    connect();
+    const std::int64_t now = m.events.now;
+    const int pumps = m.events.pumps;
+    link.tx_str("CRR128");
+    EXPECT_EQ(m.events.now, now);
+    EXPECT_EQ(m.events.pumps, pumps);
+}
+
+TEST_F(sent_without_an_answer, show_a_box_where_the_port_is_closed) {
+    link.tx_str("CRR128");
+    EXPECT_EQ(m.boxes.all, std::vector{box_disconnected});
+    EXPECT_TRUE(m.port.take_written().empty());
+}
+
+TEST_F(sent_without_an_answer, wait_until_nothing_is_unsent) {
+    connect();
+    m.port.unsent = 1;
+    m.events.on_turn = [&] {
+        if (m.events.turns == 100) m.port.unsent = 0;
+    };
+    link.tx_str("CRR128");
+    EXPECT_EQ(m.events.turns, 100);
+    EXPECT_EQ(m.port.take_written(), strings{"CRR128"});
+}
+
+TEST_F(sent_without_an_answer, fail_for_fewer_than_six_characters) {
+    connect();
+    EXPECT_TRUE(failure_of([&] { link.tx_str("CRR"); }).has_value());
+    EXPECT_TRUE(m.port.take_written().empty());
+}
+
+class raw_bytes : public link_test {};
+
+TEST_F(raw_bytes, go_out_one_by_one_behind_what_is_unsent) {
+    connect();
+    strings order;
+    m.port.on_write = [&](const std::string& text) {
+        order.push_back(text);
+        m.port.unsent = 1;
+    };
+    m.events.on_turn = [&] {
+        order.emplace_back("turn");
+        m.port.unsent = 0;
+    };
+    link.tx_byte('A');
+    link.tx_byte(0xFF);
+    EXPECT_EQ(order, (strings{"A", "turn", "\xFF"}));
+}
+
+TEST_F(raw_bytes, ask_for_no_connection_and_clear_nothing) {
+    link.tx_byte('A');
+    EXPECT_EQ(m.port.done, strings{"write A"});
+    EXPECT_TRUE(m.boxes.all.empty());
+}
+
+TEST(last_as_number, is_the_longest_numeric_start_of_the_last_characters) {
+    EXPECT_EQ(last_as_number("TIM254", 3), 254);
+    EXPECT_EQ(last_as_number("PCM100", 3), 100);
+    EXPECT_EQ(last_as_number("ASC003", 1), 3);
+    EXPECT_EQ(last_as_number("TIM2540", 3), 540) << "a stray character shifts what is read";
+    EXPECT_EQ(last_as_number("TIM12x", 3), 12);
+    EXPECT_EQ(last_as_number("TIMx12", 3), 0);
+    EXPECT_EQ(last_as_number("7", 3), 7);
+    EXPECT_EQ(last_as_number("", 3), 0);
+}
+
+} // namespace
+} // namespace desk

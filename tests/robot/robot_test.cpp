@@ -1,0 +1,705 @@
+#include "robot/robot.h"
+
+#include "support/desk_fixture.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace desk::robot {
+namespace {
+
+/// A robot with a settings file of port 1 and a catalogue of 30 timings, of which row 27 has no clock, and 45 patterns.
+class robot_test : public testing::Test {
+protected:
+    robot_test() {
+        directory.put("marlo_rs232.ini", test::usual_settings);
+        std::string catalogue = test::plain_catalogue(30, 45);
+        const std::size_t row = catalogue.find("\"timing 27\"");
+        catalogue.replace(catalogue.find("25.175", row), 6, "0");
+        directory.put("timing_pattern.ini", catalogue);
+    }
+    std::string answer(const std::string& line) { return r.answer(line); }
+    void expect(const std::string& line, const std::string& expected) { EXPECT_EQ(answer(line), expected) << line; }
+    void expect_ok(const std::string& line) { expect(line, "ok"); }
+    void expect_refused(const std::string& line) {
+        const std::string got = answer(line);
+        EXPECT_TRUE(got.starts_with("refused \"") && got.size() > 11 && got.ends_with("\"")) << line << ": " << got;
+    }
+    void expect_no_program(const std::string& line) { expect(line, "refused \"no program\""); }
+    void expect_some_ok(const std::string& line) {
+        const std::string got = answer(line);
+        EXPECT_TRUE(got == "ok" || got.starts_with("ok ")) << line << ": " << got;
+    }
+
+    test::temporary_directory directory;
+    robot r{directory.path()};
+};
+
+// ---- lines and words ----
+
+TEST_F(robot_test, passes_over_blank_lines_and_remarks_in_silence) {
+    for (const char* line : {"", "   ", "\t", "\r", "# start", "#"})
+        expect(line, "");
+}
+
+TEST_F(robot_test, refuses_what_it_does_not_know) {
+    expect_refused("dance");
+    expect_refused("\"start\" now");
+    expect_refused("type box \"open");
+    expect_ok("start");
+    expect_refused("dance");
+}
+
+TEST_F(robot_test, takes_words_with_any_blanks_between) {
+    expect_ok("  start  ");
+    expect("  get    cmd_run.caption \r", "ok \"SET\"");
+}
+
+// ---- life ----
+
+TEST_F(robot_test, refuses_what_needs_a_program_where_none_runs) {
+    const auto look = [this] {
+        for (const char* line : {"stop",
+                                 "wait 5",
+                                 "why",
+                                 "clock",
+                                 "click cmd_about",
+                                 "doubleclick lstv_auto",
+                                 "select lstv_timing 1",
+                                 "check lstv_timing 1 on",
+                                 "type txt_motion_str \"x\"",
+                                 "focus txt_motion_str",
+                                 "key frm_main 65",
+                                 "keyup lstv_timing",
+                                 "slide hsr_color_setting(0) 5",
+                                 "drag hsr_color_setting(0) 5",
+                                 "hover lab_timing",
+                                 "node K",
+                                 "close frm_diag",
+                                 "after 5 click cmd_about",
+                                 "later",
+                                 "get cmd_run.caption",
+                                 "columns lstv_timing",
+                                 "row lstv_timing 1",
+                                 "rows lstv_timing",
+                                 "items cbo_com",
+                                 "tree",
+                                 "field view_mode",
+                                 "controls frm_main"})
+            expect_no_program(line);
+    };
+    look();
+    expect_ok("start");
+    expect_ok("stop");
+    look();
+}
+
+TEST_F(robot_test, sets_up_the_generator_and_dialogs_at_any_time) {
+    const auto set_up = [this] {
+        for (const char* line :
+             {"port 2 missing", "port 2 ok", "generator simulated", "generator silent", "reply \"TIM*\" echo",
+              "reply raw \"EWR002\"", "reply clear", "say \"x\"", "answer yes", "file \"/tmp/x.hex\" 1", "file cancel"})
+            expect_ok(line);
+        for (const char* line : {"wire", "boxes", "dialogs", "sink 1"})
+            expect_some_ok(line);
+    };
+    set_up();
+    expect_ok("start");
+    set_up();
+    expect_ok("stop");
+    set_up();
+}
+
+TEST_F(robot_test, starts_once_at_a_time) {
+    expect_ok("start");
+    expect_refused("start");
+    expect_ok("stop");
+    expect_ok("start");
+}
+
+TEST_F(robot_test, starts_afresh_with_nothing_kept_but_the_files) {
+    expect_ok("start");
+    expect_ok("click cmd_timing");
+    expect_ok("select cbo_com 4");
+    expect_ok("select lstv_timing 7");
+    expect_ok("wait 500");
+    expect_ok("stop");
+    expect_ok("start");
+    expect("field view_mode", "ok 254");
+    expect("get lstv_timing.selected", "ok 1");
+    expect("field com_port", "ok 5");
+    expect("get img_logo.shown", "ok true");
+    EXPECT_LT(std::stoi(answer("clock").substr(3)), 500);
+}
+
+TEST_F(robot_test, ends_on_quit) {
+    EXPECT_FALSE(r.finished());
+    expect_ok("quit");
+    EXPECT_TRUE(r.finished());
+}
+
+TEST_F(robot_test, quits_while_the_program_runs) {
+    expect_ok("start");
+    expect_ok("quit");
+    EXPECT_TRUE(r.finished());
+    EXPECT_EQ(directory.content("marlo_rs232.ini"), test::usual_settings);
+}
+
+TEST_F(robot_test, has_a_clock_in_steps_of_5) {
+    expect_ok("start");
+    const int start = std::stoi(answer("clock").substr(3));
+    EXPECT_EQ(start % 5, 0);
+    EXPECT_EQ(answer("clock"), "ok " + std::to_string(start)) << "it moves only by pumps";
+    expect_ok("wait 100");
+    expect("clock", "ok " + std::to_string(start + 100));
+    expect_ok("wait 3");
+    expect("clock", "ok " + std::to_string(start + 105));
+    expect_ok("wait 0");
+    expect("clock", "ok " + std::to_string(start + 105));
+    for (const char* line : {"wait", "wait x", "wait -5", "wait 5 5"})
+        expect_refused(line);
+}
+
+TEST_F(robot_test, ends_the_program_with_a_run_time_failure) {
+    expect_ok("start");
+    expect_refused("why");
+    expect_ok("click cmd_timing");
+    expect("select lstv_timing 27", "fatal 11 \"Division by zero\"");
+    // the marked ones still look at what it left
+    expect("get lstv_timing.selected", "ok 27");
+    expect("field view_mode", "ok 0");
+    expect("boxes", "ok []");
+    for (const char* line : {"why", "clock", "later", "dialogs", "wire", "sink 1", "tree", "columns lstv_timing",
+                             "row lstv_timing 1", "rows lstv_pattern", "items cbo_com", "controls frm_main"})
+        expect_some_ok(line);
+    EXPECT_NE(answer("why").find("timing 27"), std::string::npos);
+    for (const char* line : {"click cmd_about", "select lstv_timing 1", "wait 5", "stop", "after 5 click cmd_about",
+                             "key frm_main 65", "close frm_main", "node K"})
+        expect_no_program(line);
+    expect_ok("start");
+    expect_refused("why");
+    expect("field view_mode", "ok 254");
+}
+
+TEST_F(robot_test, tells_a_failure_of_the_start) {
+    std::filesystem::remove(directory / "timing_pattern.ini");
+    expect("start", "fatal 53 \"File not found\"");
+    EXPECT_NE(answer("why").find("timing_pattern.ini"), std::string::npos);
+    expect("field com_port", "ok 1");
+    expect_no_program("click cmd_about");
+    expect("start", "fatal 53 \"File not found\"");
+    directory.put("timing_pattern.ini", test::plain_catalogue(1, 1));
+    expect_ok("start");
+}
+
+TEST_F(robot_test, keeps_what_was_set_up_through_every_end) {
+    expect_ok("reply \"TIM*\" echo");
+    expect_ok("port 3 missing");
+    expect_ok("start");
+    expect_ok("click cmd_timing");
+    expect("select lstv_timing 27", "fatal 11 \"Division by zero\"");
+    expect_ok("start");
+    expect_ok("stop");
+    expect_ok("start");
+    expect_ok("click cmd_timing");
+    expect_ok("click cmd_run");
+    expect("field cur_timing", "ok 1");
+    expect_ok("select cbo_com 2");
+    expect("field rs232_connected", "ok false");
+}
+
+// ---- the operator ----
+
+TEST_F(robot_test, clicks_buttons_that_can_be_used) {
+    expect_ok("start");
+    expect_ok("click cmd_timing");
+    expect("field view_mode", "ok 0");
+    expect_ok("click frm_main.cmd_pattern");
+    expect("field view_mode", "ok 1");
+}
+
+TEST_F(robot_test, refuses_a_click_that_no_operator_could_make) {
+    expect_ok("start");
+    expect_refused("click cmd_run");       // not on show
+    expect_refused("click cmd_check_all"); // in a frame that is not on show
+    expect_refused("click cmd_nothing");
+    expect_refused("click cmd_out"); // an array has indexes
+    expect_refused("click frm_diag.cmd_ok");
+    expect_refused("click");
+    expect_refused("click cmd_timing twice");
+    expect_refused("click cmd_timing.caption");
+    expect_ok("click cmd_edid");
+    expect_refused("click cmd_write"); // dead without an EDID
+    expect_refused("click tim_rx");
+    expect("field view_mode", "ok 4");
+    expect("wire", "ok []");
+}
+
+TEST_F(robot_test, clicks_labels_frames_and_text_boxes) {
+    expect_ok("start");
+    expect_ok("click lab_timing");
+    expect_ok("click fra_status");
+    expect_ok("click img_logo");
+    expect_refused("click lstv_auto");
+}
+
+TEST_F(robot_test, selects_rows_and_items_that_are_there) {
+    expect_ok("start");
+    expect_refused("select lstv_timing 1"); // not on show
+    expect_ok("click cmd_timing");
+    expect_ok("select lstv_timing 30");
+    expect("get fra_desk.caption", "ok \"timing 30\"");
+    for (const char* line : {"select lstv_timing 31", "select lstv_timing 0", "select lstv_timing", "select cbo_com 8",
+                             "select lstv_timing x", "select cbo_com -1", "select cmd_about 1"})
+        expect_refused(line);
+    expect("get lstv_timing.selected", "ok 30");
+    expect_ok("select cbo_com 7");
+    expect("field com_port", "ok 8");
+    expect("get cbo_com.text", "ok \"COM8:\"");
+}
+
+TEST_F(robot_test, checks_rows_where_the_boxes_are_shown) {
+    expect_ok("start");
+    expect_ok("click cmd_timing");
+    expect_refused("check lstv_timing 2 on");
+    expect_ok("click cmd_fav_timing");
+    expect_ok("check lstv_timing 2 on");
+    expect("row lstv_timing 2", "ok {\"text\": \"timing 2\", \"sub\": [], \"checked\": true}");
+    expect_ok("check lstv_timing 2 off");
+    expect("row lstv_timing 2", "ok {\"text\": \"timing 2\", \"sub\": [], \"checked\": false}");
+    for (const char* line : {"check lstv_timing 31 on", "check lstv_timing 0 on", "check lstv_timing 2 maybe",
+                             "check lstv_timing 2", "check lstv_pattern 1 on", "check cmd_run 1 on"})
+        expect_refused(line);
+}
+
+TEST_F(robot_test, types_into_boxes_that_are_open) {
+    expect_ok("start");
+    expect_refused("type txt_motion_str \"x\""); // not on show
+    expect_ok("click cmd_pattern");
+    expect_ok("select lstv_pattern 41");
+    expect_ok("type txt_motion_str \"Hello\"");
+    expect("get txt_motion_str.text", "ok \"Hello\"");
+    expect("get txt_motion_str.focus", "ok true");
+    expect_ok("type txt_motion_str \"\"");
+    expect("get txt_motion_str.text", "ok \"\"");
+    expect_ok("click cmd_timing");
+    expect_refused("type txt_hf \"1\""); // locked
+    expect_refused("type cmd_run \"x\"");
+    expect_ok("click cmd_pattern");
+    expect_ok("select lstv_pattern 41");
+    expect_refused("type txt_motion_str x"); // no quoted text
+    expect_refused("type txt_motion_str");
+    expect_ok("select lstv_pattern 13");
+    expect_refused("type txt_color_setting(0) \"1\""); // disabled
+}
+
+TEST_F(robot_test, types_no_more_than_a_box_holds) {
+    expect_ok("start");
+    expect_ok("click cmd_pattern");
+    expect_ok("select lstv_pattern 41");
+    const int holds = std::stoi(answer("get txt_motion_str.max_length").substr(3));
+    ASSERT_GT(holds, 0);
+    const std::string full(static_cast<std::size_t>(holds), 'x');
+    expect_ok("type txt_motion_str \"" + full + "\"");
+    expect_refused("type txt_motion_str \"" + full + "y\"");
+    expect("get txt_motion_str.text", "ok \"" + full + "\"");
+}
+
+TEST_F(robot_test, gives_text_boxes_the_focus) {
+    expect_ok("start");
+    expect_ok("click cmd_timing");
+    expect("get lstv_timing.focus", "ok true");
+    expect_ok("focus txt_hf");
+    expect("get txt_hf.focus", "ok true");
+    expect("get lstv_timing.focus", "ok false");
+    expect_refused("focus cmd_run");
+    expect_refused("focus txt_motion_str");
+    expect_refused("focus txt_hf now");
+}
+
+TEST_F(robot_test, presses_keys) {
+    expect_ok("start");
+    expect_ok("key frm_main 65");
+    expect_ok("click cmd_timing");
+    expect_ok("key txt_hf 13");
+    expect_refused("key txt_hf");
+    expect_refused("key txt_hf x");
+    expect_refused("key cmd_run 13");
+    expect_refused("key txt_motion_str 13");
+    expect_refused("key frm_diag 13");
+}
+
+TEST_F(robot_test, lets_keys_up_in_lists) {
+    expect_ok("start");
+    expect_refused("keyup lstv_timing");
+    expect_ok("click cmd_timing");
+    expect_ok("keyup lstv_timing");
+    expect_refused("keyup cmd_run");
+    expect_refused("keyup lstv_timing 5");
+}
+
+TEST_F(robot_test, moves_no_slider_that_is_dead) {
+    expect_ok("start");
+    expect_refused("slide hsr_color_setting(0) 5");
+    expect_ok("click cmd_pattern");
+    expect_ok("select lstv_pattern 13");
+    expect_refused("slide hsr_color_setting(0) 5");
+    expect_refused("drag hsr_color_setting(0) 5");
+    expect("get hsr_color_setting(0).value", "ok 0");
+    expect_refused("slide cmd_run 5");
+}
+
+TEST_F(robot_test, hovers_over_what_is_on_show) {
+    expect_ok("start");
+    expect_ok("hover lab_timing");
+    expect_refused("hover lab_pre_f(0)");
+    expect_refused("hover lab_timing 5");
+}
+
+TEST_F(robot_test, double_clicks_lists_alone) {
+    expect_ok("start");
+    expect_refused("doubleclick cmd_about");
+    expect_refused("doubleclick lstv_auto"); // not on show
+}
+
+TEST_F(robot_test, clicks_nodes_that_are_there) {
+    expect_ok("start");
+    expect_refused("node K");
+    expect_refused("node");
+}
+
+TEST_F(robot_test, closes_windows_with_a_way_out) {
+    expect_ok("start");
+    expect_refused("close frm_main");
+    expect_refused("close frm_diag");
+    expect_refused("close");
+}
+
+// ---- later ----
+
+TEST_F(robot_test, does_a_command_later_in_the_middle_of_whatever_goes_on) {
+    expect_ok("start");
+    expect_ok("click cmd_timing");
+    expect_ok("after 100 get cmd_run.enabled");
+    expect_ok("after 100 click cmd_run");
+    expect_ok("after 50 get lab_timing.caption");
+    expect("later", "ok []");
+    expect_ok("click cmd_run");
+    const std::string answers = answer("later");
+    EXPECT_TRUE(answers.starts_with("ok [\"ok \\\"\\\"\", \"ok false\", \"refused ")) << answers;
+    expect("later", "ok []");
+}
+
+TEST_F(robot_test, does_at_once_what_is_due_with_the_next_pump) {
+    expect_ok("start");
+    expect_ok("after 0 click cmd_setup");
+    expect("field view_mode", "ok 254");
+    expect_ok("wait 0");
+    expect("field view_mode", "ok 6");
+}
+
+TEST_F(robot_test, keeps_what_is_not_due_over_later_commands) {
+    expect_ok("start");
+    expect_ok("after 300 click cmd_setup");
+    expect_ok("wait 200");
+    expect("field view_mode", "ok 254");
+    expect_ok("click cmd_edid");
+    expect_ok("wait 100");
+    expect("field view_mode", "ok 6");
+    expect("later", "ok [\"ok\"]");
+}
+
+TEST_F(robot_test, does_them_in_order_of_time_then_of_entry) {
+    expect_ok("start");
+    expect_ok("click cmd_timing");
+    expect_ok("after 20 select lstv_timing 3");
+    expect_ok("after 10 select lstv_timing 2");
+    expect_ok("after 20 get lstv_timing.selected");
+    expect_ok("after 15 get lstv_timing.selected");
+    expect_ok("wait 50");
+    expect("later", "ok [\"ok\", \"ok 2\", \"ok\", \"ok 3\"]");
+}
+
+TEST_F(robot_test, drops_with_stop_what_has_not_come_due) {
+    expect_ok("start");
+    expect_ok("after 50 click cmd_setup");
+    expect_ok("stop");
+    expect_ok("start");
+    expect_ok("wait 100");
+    expect("field view_mode", "ok 254");
+    expect("later", "ok []");
+}
+
+TEST_F(robot_test, ends_the_command_that_was_going_on_where_a_later_one_fails) {
+    expect_ok("start");
+    expect_ok("click cmd_timing");
+    expect_ok("after 50 select lstv_timing 27");
+    expect_ok("after 60 click cmd_edid");
+    expect("click cmd_run", "fatal 11 \"Division by zero\"");
+    expect("later", "ok []");
+    expect("field view_mode", "ok 0");
+}
+
+TEST_F(robot_test, refuses_to_do_other_things_later) {
+    expect_ok("start");
+    for (const char* line : {"after 5 start", "after 5 stop", "after 5 wait 5", "after 5 wire",
+                             "after x click cmd_edid", "after -5 click cmd_edid", "after 5", "after", "after 5 dance"})
+        expect_refused(line);
+    expect_ok("wait 50");
+    expect("later", "ok []");
+}
+
+TEST_F(robot_test, keeps_the_refusal_of_a_later_command) {
+    expect_ok("start");
+    expect_ok("after 5 click cmd_run");
+    expect_ok("wait 10");
+    EXPECT_TRUE(answer("later").starts_with("ok [\"refused \\\"")) << "not on show";
+}
+
+// ---- boxes and dialogs ----
+
+TEST_F(robot_test, tells_the_boxes_since_the_last_time) {
+    expect_ok("port 2 missing");
+    expect_ok("start");
+    expect("boxes", "ok []");
+    expect_ok("select cbo_com 1");
+    expect("boxes", "ok [{\"text\": \"RS232 can not work on COM 2: !\", \"icon\": \"none\", \"buttons\": \"ok\"}]");
+    expect("boxes", "ok []");
+    expect("dialogs", "ok []");
+}
+
+TEST_F(robot_test, refuses_answers_and_files_that_are_none) {
+    for (const char* line : {"answer", "answer maybe", "answer yes no", "file", "file nowhere", "file \"/x\" y",
+                             "file \"/x\" 1 2", "file cancel 1"})
+        expect_refused(line);
+    for (const char* line :
+         {"answer yes", "answer no", "answer cancel", "answer ok", "file \"/x\"", "file \"/x\" 2", "file cancel"})
+        expect_ok(line);
+}
+
+// ---- looking ----
+
+TEST_F(robot_test, gets_the_properties_of_each_kind) {
+    expect_ok("start");
+    expect_ok("click cmd_timing");
+    expect("get frm_main.caption", "ok \"VELOTRACE \"");
+    expect("get frm_main.shown", "ok true");
+    expect("get cmd_run.caption", "ok \"SET\"");
+    expect("get cmd_run.enabled", "ok true");
+    expect("get cmd_run.visible", "ok true");
+    expect("get cmd_run.back_color", "ok 2147483663");
+    expect("get cmd_timing.back_color", "ok 16777088");
+    expect("get lab_hori.fore_color", "ok 0");
+    expect("get cmd_download.left", "ok 5640");
+    expect("get cmd_download.top", "ok 2250");
+    expect("get img_logo.width", "ok 9090");
+    expect("get img_logo.height", "ok 8370");
+    expect("get txt_htotal_pix.text", "ok \"800\"");
+    expect("get txt_htotal_pix.locked", "ok true");
+    expect("get txt_htotal_pix.sel_start", "ok 0");
+    expect("get txt_htotal_pix.sel_length", "ok 0");
+    expect("get txt_htotal_pix.max_length", "ok 0");
+    expect("get cbo_com.list_index", "ok 0");
+    expect("get cbo_com.list_count", "ok 8");
+    expect("get cbo_com.text", "ok \"COM1:\"");
+    expect("get lstv_timing.selected", "ok 1");
+    expect("get lstv_timing.row_count", "ok 30");
+    expect("get lstv_timing.check_boxes", "ok false");
+    expect("get chk_established(16).value", "ok 0");
+    expect("get opt_edid_src(1).value", "ok true");
+    expect("get opt_edid_src(2).value", "ok false");
+    expect("get opt_edid_src(1).caption", "ok \"HDMI/DVI  OUT\"");
+    expect("get hsr_color_setting(3).value", "ok 0");
+    expect("get lab_pre_f(9).caption", "ok \"\"");
+    expect("get fra_hori.shown", "ok true");
+    expect("get cmd_about_ok.visible", "ok true");
+    expect("get cmd_about_ok.shown", "ok false");
+}
+
+TEST_F(robot_test, refuses_what_is_not_there_to_look_at) {
+    expect_ok("start");
+    for (const char* line : {"get cmd_run",
+                             "get cmd_run.text",
+                             "get nothing.caption",
+                             "get lstv_timing.caption",
+                             "get img_logo.caption",
+                             "get",
+                             "get cmd_run.caption twice",
+                             "get cmd_out.caption",
+                             "get cmd_out(4).caption",
+                             "get opt_edid_src(0).value",
+                             "columns cmd_run",
+                             "rows cbo_com",
+                             "row lstv_timing 31",
+                             "row lstv_timing 0",
+                             "row lstv_timing",
+                             "rows",
+                             "items lstv_timing",
+                             "items",
+                             "field nothing",
+                             "field",
+                             "controls frm_nothing",
+                             "controls"})
+        expect_refused(line);
+}
+
+TEST_F(robot_test, looks_into_lists_and_combo_boxes) {
+    directory.put("timing_pattern.ini", "1\r\n\"[01] a\",800,640,16,96,\"-\",525,480,10,2,\"+\",25.175\r\n"
+                                        "2\r\n\"[01] b\"\r\n\"[02] c\"\r\n");
+    expect_ok("start");
+    expect("columns lstv_pattern", "ok [\"Patterns\"]");
+    expect("columns lstv_auto", "ok [\"No.\", \"Timing\", \"Pattern\", \"Interval (sec)\"]");
+    expect("rows lstv_pattern", "ok [{\"text\": \"[01] b\", \"sub\": [], \"checked\": false}, "
+                                "{\"text\": \"[02] c\", \"sub\": [], \"checked\": false}]");
+    expect("row lstv_auto 32", "ok {\"text\": \"32\", \"sub\": [\"\", \"\", \"0\"], \"checked\": false}");
+    expect("items cbo_pattern", "ok [\"[01] b\", \"[02] c\"]");
+    expect("tree", "ok []");
+}
+
+TEST_F(robot_test, tells_the_fields_of_the_desk) {
+    expect_ok("start");
+    expect("field view_mode", "ok 254");
+    expect("field logo_hidden", "ok false");
+    expect("field cur_timing", "ok 254");
+    expect("field cur_pattern", "ok 254");
+    expect("field com_port", "ok 1");
+    expect("field rs232_connected", "ok true");
+    expect("field download_mode", "ok false");
+    expect("field rx_count", "ok 0");
+    expect("field rx_text", "ok \"\"");
+    expect("field rx_done", "ok false");
+    expect("field fav_timing_count", "ok 30");
+    expect("field fav_pattern_count", "ok 45");
+    expect("field edid_file_name", "ok \"\"");
+    expect("field edid_src", "ok 1");
+    expect("field diag_mode", "ok 3");
+    expect("field eeprom_size_index", "ok 0");
+    expect("field unused_byte_index", "ok 0");
+    expect("field checksum_4digits", "ok 0");
+}
+
+TEST_F(robot_test, tells_all_controls_of_a_window) {
+    expect_ok("start");
+    const json controls = json::parse(answer("controls frm_main").substr(3));
+    const auto find = [&](const std::string& name) {
+        for (const json& c : controls)
+            if (c["name"] == name) return c;
+        return json();
+    };
+    EXPECT_EQ(json_text(find("cmd_out(2)")),
+              "{\"name\": \"cmd_out(2)\", \"kind\": \"button\", \"parent\": \"fra_setup\"}");
+    EXPECT_EQ(find("fra_pre_f")["parent"], "fra_edid");
+    EXPECT_EQ(find("lstv_auto")["kind"], "list_view");
+    EXPECT_GT(controls.size(), 150U);
+}
+
+TEST_F(robot_test, gives_texts_with_their_line_ends_and_windows_characters) {
+    directory.put("marlo_rs232.ini", "1\r\n\"C:\\Gr\xFCn/\x80.hex\"" + test::usual_settings.substr(5));
+    expect_ok("start");
+    expect("get lab_pre_f(0).caption", "ok \"C:\\\\Grün/€.hex\"");
+    expect_ok("click cmd_timing");
+    expect("get lab_desk_note.caption", "ok \"Select a timing in timing table.\\r\\n"
+                                        "Press [SET] to upload the selected timing to VELOTRACE.\"");
+    expect_ok("reply \"TIM*\" echo hex:80FF00");
+    expect_ok("click cmd_run");
+    expect("field rx_text", "ok \"TIM001€ÿ\\u0000\"");
+}
+
+// ---- the generator ----
+
+TEST_F(robot_test, refuses_ports_and_generators_that_are_none) {
+    for (const char* line : {"port 0 ok", "port 9 ok", "port 1", "port 1 open", "port x ok", "port", "port 1 ok now",
+                             "generator", "generator loud", "generator silent now"})
+        expect_refused(line);
+}
+
+TEST_F(robot_test, refuses_replies_that_are_none) {
+    for (const char* line :
+         {"reply", "reply \"TIM001\"", "reply TIM001 echo", "reply \"TIM01\" echo", "reply \"TIM0001\" echo",
+          "reply \"TIM001\" bogus", "reply \"TIM001\" none echo", "reply \"TIM001\" hex:0", "reply \"TIM001\" +x",
+          "reply \"TIM001\" \"\\u0100\"", "reply raw", "reply raw echo", "reply \"raw\" \"x\"", "say", "say bogus"})
+        expect_refused(line);
+}
+
+TEST_F(robot_test, scripts_the_generator) {
+    expect_ok("start");
+    expect_ok("click cmd_timing");
+    expect_ok("reply \"TIM*\" \"general\"");
+    expect_ok("reply \"TIM001\" echo");
+    expect_ok("click cmd_run");
+    expect("field cur_timing", "ok 1");
+    expect_ok("reply \"TIM001\" clear");
+    expect_ok("click cmd_run");
+    expect("field rx_text", "ok \"general\"");
+    expect_ok("reply clear");
+    expect_ok("click cmd_run");
+    expect("field rx_text", "ok \"\"");
+}
+
+TEST_F(robot_test, lets_the_simulated_generator_answer) {
+    expect_ok("generator simulated");
+    expect_ok("start");
+    expect_ok("click cmd_timing");
+    expect_ok("select lstv_timing 30");
+    expect_ok("click cmd_run");
+    expect("field cur_timing", "ok 30");
+    expect_ok("generator silent");
+    expect_ok("click cmd_run");
+    expect("field rx_done", "ok false");
+}
+
+TEST_F(robot_test, holds_sinks_for_the_simulated_generator) {
+    std::string digits;
+    for (int i = 0; i < 256; ++i)
+        digits += "0A";
+    expect_ok("sink 3 \"" + digits + "\"");
+    expect("sink 3", "ok \"" + digits + "\"");
+    std::string first = answer("sink 1");
+    EXPECT_EQ(first.size(), 512U + 5);
+    EXPECT_TRUE(first.starts_with("ok \"00FFFFFFFFFFFF00"));
+    expect_ok("sink 1 none");
+    EXPECT_EQ(answer("sink 1").find("00FFFFFFFFFFFF00"), std::string::npos);
+    for (const char* line : {"sink", "sink 0", "sink 4", "sink x", "sink 1 \"00\"", "sink 1 \"zz\"", "sink 1 some"})
+        expect_refused(line);
+}
+
+TEST_F(robot_test, hears_what_the_generator_says) {
+    expect_ok("start");
+    expect_ok("say +20 \"TIM001\" +10 hex:00");
+    expect("wire", "ok []");
+    expect_ok("wait 30");
+    expect("wire", "ok [\"< TIM001\"]");
+    expect_ok("wait 30");
+    expect("wire", "ok [\"< hex:00\"]");
+    expect("wire", "ok []");
+    expect("field rx_text", "ok \"\"");
+}
+
+TEST_F(robot_test, tells_a_wait_without_an_end) {
+    expect_ok("port 1 stuck");
+    expect_ok("start");
+    expect("click cmd_about", "fatal 0 \"Does not return\"");
+    expect("wire", "ok [\"> VER001\"]");
+}
+
+// ---- the example ----
+
+TEST_F(robot_test, plays_its_example) {
+    expect_ok("reply \"VER001\" \"VER012\"");
+    expect_ok("start");
+    expect_ok("click cmd_about");
+    expect("get lab_about.caption",
+           "ok \"Application S/W is v1.3G\\r\\nLinking VELOTRACE ...\\r\\nHardware F/W is v1.2\"");
+    expect("wire", "ok [\"> VER001\", \"< VER012\"]");
+    expect_ok("click cmd_about_ok");
+    expect_ok("reply \"TIM*\" echo");
+    expect_ok("click cmd_timing");
+    expect_ok("select lstv_timing 7");
+    expect_ok("click cmd_run");
+    expect("field cur_timing", "ok 7");
+    expect("boxes", "ok []");
+}
+
+} // namespace
+} // namespace desk::robot

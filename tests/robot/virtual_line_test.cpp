@@ -1,0 +1,265 @@
+#include "robot/virtual_line.h"
+
+#include "robot/words.h"
+#include "support/expect_failure.h"
+#include "support/fake_machine.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace desk::robot {
+namespace {
+
+using test::failure_of;
+using strings = std::vector<std::string>;
+using state = virtual_line::port_state;
+
+class cable : public testing::Test {
+protected:
+    cable() { line.open(1); }
+    void write(std::string_view text) { line.write(bytes_of(text)); }
+    std::string read_at(std::int64_t ms) {
+        events.now = ms;
+        return string_of(line.read());
+    }
+    void reply(const std::string& command, const std::string& parts) {
+        line.script.add(command, scripted_answer_of(words_of(parts).value(), 0).value());
+    }
+    test::scripted_events events;
+    virtual_line line{events};
+};
+
+TEST(ports_of_the_cable, can_be_opened_from_1_to_8) {
+    test::scripted_events events;
+    virtual_line line(events);
+    for (int port = 1; port <= 8; ++port)
+        EXPECT_EQ(failure_of([&] { line.open(port); }), std::nullopt) << port;
+    for (const int port : {0, 9, -1})
+        EXPECT_EQ(failure_of([&] { line.open(port); }), failure::path_file_access_error) << port;
+}
+
+TEST(ports_of_the_cable, may_be_missing) {
+    test::scripted_events events;
+    virtual_line line(events);
+    line.set_port(3, state::missing);
+    EXPECT_EQ(failure_of([&] { line.open(3); }), failure::path_file_access_error);
+    EXPECT_EQ(failure_of([&] { line.open(2); }), std::nullopt);
+    line.set_port(3, state::ok);
+    EXPECT_EQ(failure_of([&] { line.open(3); }), std::nullopt);
+}
+
+TEST_F(cable, takes_ten_bit_times_for_a_byte_in_each_direction) {
+    // 6 bytes are 60 bits: 3.125 ms at 19200 baud
+    reply("TIM007", "echo");
+    write("TIM007");
+    EXPECT_EQ(line.in_count(), 0U);
+    EXPECT_EQ(read_at(3), "") << "the command is not through yet";
+    EXPECT_EQ(read_at(4), "T") << "3.125 and 0.521 ms";
+    EXPECT_EQ(read_at(5), "IM") << "three characters have come by 4.688 ms";
+    EXPECT_EQ(read_at(6), "00");
+    EXPECT_EQ(read_at(7), "7");
+    EXPECT_EQ(read_at(100), "");
+}
+
+TEST_F(cable, keeps_the_pauses_of_an_answer) {
+    reply("TIM007", "+60 \"TIM\" +40 \"007\"");
+    write("TIM007");
+    EXPECT_EQ(read_at(63), "");
+    EXPECT_EQ(read_at(65), "TIM");
+    EXPECT_EQ(read_at(104), "");
+    EXPECT_EQ(read_at(107), "007");
+}
+
+TEST_F(cable, gives_all_that_waits_and_counts_it) {
+    reply("TIM007", "\"TIM007more\"");
+    write("TIM007");
+    events.now = 50;
+    EXPECT_EQ(line.in_count(), 10U);
+    EXPECT_EQ(string_of(line.read()), "TIM007more");
+    EXPECT_EQ(line.in_count(), 0U);
+}
+
+TEST_F(cable, throws_away_what_waits_and_not_what_is_to_come) {
+    reply("TIM007", "\"early\" +50 \"late\"");
+    write("TIM007");
+    events.now = 20;
+    line.discard_input();
+    EXPECT_EQ(line.in_count(), 0U);
+    EXPECT_EQ(read_at(100), "late");
+}
+
+TEST_F(cable, is_silent_where_nothing_is_scripted) {
+    write("TIM007");
+    EXPECT_EQ(read_at(10000), "");
+}
+
+TEST_F(cable, lets_the_simulated_generator_answer_the_rest) {
+    line.simulated_answers = true;
+    reply("TIM007", "\"scripted\"");
+    reply("TIM008", "none");
+    write("TIM007");
+    EXPECT_EQ(read_at(100), "scripted");
+    write("TIM008");
+    EXPECT_EQ(read_at(200), "");
+    write("TIM009");
+    EXPECT_EQ(read_at(300), "TIM009");
+    write("TIM999");
+    EXPECT_EQ(read_at(400), "TIM009");
+}
+
+TEST_F(cable, has_nothing_unsent) {
+    write("TIM007");
+    EXPECT_EQ(line.out_count(), 0U);
+}
+
+TEST_F(cable, never_drains_where_it_is_stuck) {
+    line.set_port(1, state::stuck);
+    EXPECT_EQ(line.out_count(), 0U);
+    reply("TIM007", "echo");
+    write("TIM007");
+    EXPECT_EQ(line.out_count(), 6U);
+    EXPECT_EQ(read_at(10000), "");
+    EXPECT_EQ(line.out_count(), 6U);
+    line.discard_output();
+    EXPECT_EQ(line.out_count(), 0U);
+}
+
+TEST_F(cable, can_be_opened_where_it_is_stuck) {
+    line.set_port(2, state::stuck);
+    EXPECT_EQ(failure_of([&] { line.open(2); }), std::nullopt);
+}
+
+TEST_F(cable, loses_what_is_on_the_line_where_the_device_vanishes) {
+    reply("TIM007", "echo +50 \"more\"");
+    write("TIM007");
+    events.now = 20;
+    EXPECT_EQ(line.in_count(), 6U);
+    line.set_port(1, state::gone);
+    EXPECT_EQ(line.in_count(), 0U);
+    EXPECT_EQ(read_at(200), "");
+    write("TIM007");
+    EXPECT_EQ(line.out_count(), 0U) << "nothing is seen unsent";
+    EXPECT_EQ(read_at(400), "");
+}
+
+TEST_F(cable, has_to_be_opened_anew_after_the_device_is_back) {
+    reply("TIM007", "echo");
+    line.set_port(1, state::gone);
+    line.set_port(1, state::ok);
+    write("TIM007");
+    EXPECT_EQ(read_at(100), "");
+    line.open(1);
+    write("TIM007");
+    EXPECT_EQ(read_at(200), "TIM007");
+}
+
+TEST_F(cable, can_not_be_opened_while_the_device_is_gone) {
+    line.set_port(1, state::gone);
+    EXPECT_EQ(failure_of([&] { line.open(1); }), failure::path_file_access_error);
+}
+
+TEST_F(cable, is_not_touched_where_another_port_goes) {
+    reply("TIM007", "echo");
+    write("TIM007");
+    line.set_port(2, state::gone);
+    EXPECT_EQ(read_at(100), "TIM007");
+}
+
+TEST_F(cable, hears_a_generator_that_speaks_by_itself) {
+    line.say({{20, bytes_of("hello")}});
+    EXPECT_EQ(read_at(20), "");
+    EXPECT_EQ(read_at(25), "hello");
+}
+
+TEST_F(cable, hears_nothing_while_it_is_closed) {
+    line.close();
+    line.say({{0, bytes_of("hello")}});
+    line.open(1);
+    EXPECT_EQ(read_at(100), "");
+}
+
+TEST_F(cable, tells_its_traffic_once) {
+    reply("TIM007", "echo");
+    write("TIM007");
+    EXPECT_EQ(line.take_log(), strings{"> TIM007"});
+    events.now = 6;
+    EXPECT_EQ(line.take_log(), strings{}) << "the answer's last byte has not arrived";
+    events.now = 7;
+    EXPECT_EQ(line.take_log(), strings{"< TIM007"});
+    EXPECT_EQ(line.take_log(), strings{});
+}
+
+TEST_F(cable, tells_each_part_of_an_answer_read_or_not) {
+    reply("TIM007", "\"TI\" +60 \"M007\"");
+    write("TIM007");
+    events.now = 100;
+    line.discard_input();
+    EXPECT_EQ(line.take_log(), (strings{"> TIM007", "< TI", "< M007"}));
+}
+
+TEST_F(cable, tells_bytes_that_are_no_printable_ascii_in_hexadecimal) {
+    reply("TIM007", "\"a b\" hex:41FF \"\\u007e \" \"\\u007f\"");
+    write("TIM007");
+    events.now = 100;
+    EXPECT_EQ(line.take_log(), (strings{"> TIM007", "< a b", "< hex:41FF", "< ~ ", "< hex:7F"}));
+    write(std::string("ab\0", 3));
+    EXPECT_EQ(line.take_log(), strings{"> hex:616200"});
+}
+
+TEST_F(cable, joins_single_bytes_until_a_longer_write_or_an_answer) {
+    for (const char* byte : {"a", "b", "c"})
+        write(byte);
+    write("TIM007");
+    write("d");
+    EXPECT_EQ(line.take_log(), (strings{"> abc", "> TIM007", "> d"}));
+    line.say({{0, bytes_of("x")}});
+    write("e");
+    write("f");
+    events.now = 10;
+    write("g");
+    EXPECT_EQ(line.take_log(), (strings{"> ef", "< x", "> g"}));
+}
+
+TEST_F(cable, answers_the_raw_block_behind_an_answered_mot001) {
+    reply("MOT001", "echo");
+    line.script.add_raw(scripted_answer_of(words_of("\"taken\"").value(), 0).value());
+    write("MOT001");
+    EXPECT_EQ(read_at(50), "MOT001");
+    write(std::string("VELO\0\0\0\0\0\0\0\0", 12));
+    EXPECT_EQ(read_at(100), "taken");
+}
+
+TEST_F(cable, answers_the_256_bytes_behind_an_answered_ewr001_when_they_are_complete) {
+    reply("EWR001", "echo");
+    line.script.add_raw(scripted_answer_of(words_of("\"EWR002\"").value(), 0).value());
+    write("EWR001");
+    EXPECT_EQ(read_at(50), "EWR001");
+    for (int i = 0; i < 255; ++i)
+        write(std::string(1, static_cast<char>(i)));
+    EXPECT_EQ(read_at(1000), "");
+    write("x");
+    EXPECT_EQ(read_at(2000), "EWR002");
+    write("y");
+    EXPECT_EQ(read_at(3000), "") << "the block is over";
+}
+
+TEST_F(cable, answers_no_raw_block_behind_a_command_that_was_not_answered) {
+    line.script.add_raw(scripted_answer_of(words_of("\"taken\"").value(), 0).value());
+    reply("MOT001", "none");
+    write("MOT001");
+    write(std::string(12, 'x'));
+    EXPECT_EQ(read_at(1000), "");
+}
+
+TEST_F(cable, answers_no_raw_block_with_nothing_queued) {
+    reply("MOT001", "echo");
+    write("MOT001");
+    EXPECT_EQ(read_at(50), "MOT001");
+    write(std::string(12, 'x'));
+    EXPECT_EQ(read_at(1000), "");
+}
+
+} // namespace
+} // namespace desk::robot

@@ -1,0 +1,93 @@
+#include "runtime/files.h"
+
+#include "support/expect_failure.h"
+#include "support/temporary_directory.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace desk {
+namespace {
+
+using test::failure_of;
+using test::temporary_directory;
+
+TEST(read_whole_file, gives_every_byte) {
+    const temporary_directory directory;
+    const std::string content("a\r\nb\n\0\xFF\x1A end", 12);
+    directory.put("data", content);
+    EXPECT_EQ(read_whole_file(directory / "data"), content);
+}
+
+TEST(read_whole_file, gives_nothing_for_an_empty_file) {
+    const temporary_directory directory;
+    directory.put("empty", "");
+    EXPECT_EQ(read_whole_file(directory / "empty"), "");
+}
+
+TEST(read_whole_file, fails_where_there_is_no_file) {
+    const temporary_directory directory;
+    EXPECT_EQ(failure_of([&] { read_whole_file(directory / "none"); }), failure::file_not_found);
+}
+
+TEST(read_whole_file, fails_for_a_directory) {
+    const temporary_directory directory;
+    EXPECT_EQ(failure_of([&] { read_whole_file(directory.path()); }), failure::path_file_access_error);
+}
+
+TEST(read_whole_file, tells_which_file_it_was) {
+    const temporary_directory directory;
+    try {
+        read_whole_file(directory / "none.ini");
+        FAIL() << "nothing was thrown";
+    } catch (const runtime_failure& f) {
+        EXPECT_NE(f.sentence().find("none.ini"), std::string::npos);
+    }
+}
+
+TEST(replace_whole_file, makes_a_file_with_these_bytes) {
+    const temporary_directory directory;
+    const std::string content("1\r\n\0\xE4", 5);
+    replace_whole_file(directory / "new.ini", content);
+    EXPECT_EQ(directory.content("new.ini"), content);
+}
+
+TEST(replace_whole_file, leaves_nothing_of_the_old_file_and_no_second_file) {
+    const temporary_directory directory;
+    directory.put("old.ini", "a long text that stood here before");
+    replace_whole_file(directory / "old.ini", "short");
+    EXPECT_EQ(directory.content("old.ini"), "short");
+    EXPECT_EQ(directory.file_count(), 1U);
+}
+
+TEST(replace_whole_file, fails_in_a_directory_that_is_not_there) {
+    const temporary_directory directory;
+    EXPECT_EQ(failure_of([&] { replace_whole_file(directory / "none/file.ini", "x"); }),
+              failure::path_file_access_error);
+}
+
+TEST(replace_whole_file, leaves_all_as_it_was_where_it_fails) {
+    const temporary_directory directory;
+    std::filesystem::create_directory(directory / "taken");
+    directory.put("taken/inside", "kept");
+    EXPECT_EQ(failure_of([&] { replace_whole_file(directory / "taken", "x"); }), failure::path_file_access_error);
+    EXPECT_EQ(directory.content("taken/inside"), "kept");
+    EXPECT_EQ(directory.file_count(), 1U);
+}
+
+TEST(paths, come_back_as_the_same_text) {
+    const std::string name = "Gr\xC3\xBC\xC3\x9F"
+                             "e \xE2\x82\xAC.hex";
+    EXPECT_EQ(utf8_from_path(path_from_utf8(name)), name);
+}
+
+TEST(paths, lead_to_a_file_whose_name_is_not_ascii) {
+    const temporary_directory directory;
+    const std::string name = "\xC3\xA4.bin";
+    replace_whole_file(directory / name, "x");
+    EXPECT_EQ(read_whole_file(directory / name), "x");
+}
+
+} // namespace
+} // namespace desk

@@ -1,0 +1,180 @@
+#include "runtime/text.h"
+
+#include "support/expect_failure.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace desk {
+namespace {
+
+using test::failure_of;
+
+TEST(str, gives_a_leading_blank_to_what_is_not_negative) {
+    EXPECT_EQ(str(3), " 3");
+    EXPECT_EQ(str(0), " 0");
+    EXPECT_EQ(str(-3), "-3");
+    EXPECT_EQ(str(3.0), " 3");
+    EXPECT_EQ(str(-12.25), "-12.25");
+    EXPECT_EQ(str(0.0), " 0");
+}
+
+TEST(str, drops_the_zero_before_the_point_and_those_at_the_end) {
+    EXPECT_EQ(str(0.64), " .64");
+    EXPECT_EQ(str(0.5), " .5");
+    EXPECT_EQ(str(-0.5), "-.5");
+    EXPECT_EQ(str(0.05), " .05");
+    EXPECT_EQ(str(1.50), " 1.5");
+    EXPECT_EQ(str(100.0), " 100");
+    EXPECT_EQ(str(10.05), " 10.05");
+}
+
+TEST(str, has_up_to_15_digits_of_a_double) {
+    EXPECT_EQ(str(1.0 / 3), " .333333333333333");
+    EXPECT_EQ(str(2.0 / 3), " .666666666666667");
+    EXPECT_EQ(str(123456789012345.0), " 123456789012345");
+    EXPECT_EQ(str(4294967295.0), " 4294967295");
+    EXPECT_EQ(str(0.1 + 0.2), " .3");
+}
+
+TEST(str, has_up_to_7_digits_of_a_single) {
+    EXPECT_EQ(str(0.1F), " .1");
+    EXPECT_EQ(str(1.0F / 3), " .3333333");
+    EXPECT_EQ(str(74.17582F), " 74.17582");
+    EXPECT_EQ(str(1234567.0F), " 1234567");
+}
+
+TEST(number_text, keeps_the_zero_before_the_point_and_has_no_blank) {
+    EXPECT_EQ(number_text(0.5), "0.5");
+    EXPECT_EQ(number_text(-0.5), "-0.5");
+    EXPECT_EQ(number_text(12), "12");
+    EXPECT_EQ(number_text(25.175F), "25.175");
+    EXPECT_EQ(number_text(148.3516F), "148.3516");
+    EXPECT_EQ(number_text(0.0), "0");
+}
+
+TEST(hex, is_in_upper_case_without_padding) {
+    EXPECT_EQ(hex(0), "0");
+    EXPECT_EQ(hex(10), "A");
+    EXPECT_EQ(hex(255), "FF");
+    EXPECT_EQ(hex(256), "100");
+    EXPECT_EQ(hex(0xDEADBEEF), "DEADBEEF");
+}
+
+TEST(hex2, has_two_digits) {
+    EXPECT_EQ(hex2(0), "00");
+    EXPECT_EQ(hex2(0x0A), "0A");
+    EXPECT_EQ(hex2(0x10), "10");
+    EXPECT_EQ(hex2(0xFF), "FF");
+}
+
+TEST(val, is_the_longest_numeric_start) {
+    EXPECT_EQ(val("12"), 12);
+    EXPECT_EQ(val("12abc"), 12);
+    EXPECT_EQ(val("-3.5x"), -3.5);
+    EXPECT_EQ(val("+4"), 4);
+    EXPECT_EQ(val(".5"), 0.5);
+    EXPECT_EQ(val("5."), 5);
+    EXPECT_EQ(val("1.2.3"), 1.2);
+    EXPECT_EQ(val("007"), 7);
+    EXPECT_EQ(val("1 2"), 1);
+    EXPECT_EQ(val("25,5"), 25);
+}
+
+TEST(val, skips_blanks_and_tabs_before_the_number) {
+    EXPECT_EQ(val("  7"), 7);
+    EXPECT_EQ(val("\t7"), 7);
+    EXPECT_EQ(val(" \t -7"), -7);
+}
+
+TEST(val, takes_an_exponent_with_e) {
+    EXPECT_EQ(val("1E3"), 1000);
+    EXPECT_EQ(val("1.5E+2"), 150);
+    EXPECT_EQ(val("25E-2"), 0.25);
+    EXPECT_EQ(val("1E"), 1) << "an exponent without digits is none";
+    EXPECT_EQ(val("1E+"), 1);
+    EXPECT_EQ(val("1E2E3"), 100);
+}
+
+TEST(val, is_0_where_there_is_no_number) {
+    for (const char* text : {"", "abc", "-", "+", ".", "E5", "x1", "   ", "-x", "--1"})
+        EXPECT_EQ(val(text), 0) << '"' << text << '"';
+}
+
+TEST(val, fails_for_a_number_too_large_and_not_for_one_too_small) {
+    EXPECT_EQ(failure_of([] { val("1E400"); }), failure::overflow);
+    EXPECT_EQ(failure_of([] { val("-1E400"); }), failure::overflow);
+    EXPECT_EQ(val("1E-400"), 0);
+}
+
+TEST(is_number, wants_the_whole_text) {
+    for (const char* text : {"1", "-1", "+1", "1.5", ".5", "5.", "1E3", "1E-3"})
+        EXPECT_TRUE(is_number(text)) << text;
+    for (const char* text : {"", " 1", "1 ", "1x", "x", "1.2.3", "1E", ".", "-"})
+        EXPECT_FALSE(is_number(text)) << '"' << text << '"';
+}
+
+TEST(format_patterns, print_three_decimals) {
+    EXPECT_EQ(format_zero(20), "20.000");
+    EXPECT_EQ(format_hash(50), "50.000");
+    EXPECT_EQ(format_zero(1234.5), "1234.500");
+    EXPECT_EQ(format_hash(1234.5), "1234.500");
+    EXPECT_EQ(format_zero(-1.25), "-1.250");
+    EXPECT_EQ(format_hash(1), "1.000");
+}
+
+TEST(format_patterns, differ_in_the_zero_before_the_point) {
+    EXPECT_EQ(format_hash(0.5), ".500");
+    EXPECT_EQ(format_zero(0.5), "0.500");
+    EXPECT_EQ(format_hash(0), ".000");
+    EXPECT_EQ(format_zero(0), "0.000");
+    EXPECT_EQ(format_hash(0.001), ".001");
+    EXPECT_EQ(format_zero(0.001), "0.001");
+    EXPECT_EQ(format_hash(-0.5), "-.500");
+    EXPECT_EQ(format_zero(-0.5), "-0.500");
+}
+
+TEST(format_patterns, round_half_away_from_zero_on_the_decimal_digits) {
+    EXPECT_EQ(format_zero(0.0625), "0.063");
+    EXPECT_EQ(format_zero(-0.0625), "-0.063");
+    EXPECT_EQ(format_zero(0.0005), "0.001");
+    EXPECT_EQ(format_hash(0.0005), ".001");
+    EXPECT_EQ(format_zero(0.00049), "0.000");
+    EXPECT_EQ(format_zero(1.0005), "1.001") << "the binary number lies a little below";
+    EXPECT_EQ(format_zero(2.6745), "2.675");
+    EXPECT_EQ(format_zero(0.12349), "0.123");
+    EXPECT_EQ(format_hash(0.12351), ".124");
+}
+
+TEST(format_patterns, carry_the_rounding_on) {
+    EXPECT_EQ(format_hash(0.9995), "1.000");
+    EXPECT_EQ(format_zero(9.9995), "10.000");
+    EXPECT_EQ(format_zero(999.9996), "1000.000");
+    EXPECT_EQ(format_zero(0.0996), "0.100");
+    EXPECT_EQ(format_zero(0.9994), "0.999");
+}
+
+TEST(trim, takes_blanks_and_nothing_else) {
+    EXPECT_EQ(trim("  a b  "), "a b");
+    EXPECT_EQ(trim("a"), "a");
+    EXPECT_EQ(trim("   "), "");
+    EXPECT_EQ(trim(""), "");
+    EXPECT_EQ(trim(" \ta\t "), "\ta\t");
+    EXPECT_EQ(trim(" a\r\n"), "a\r\n");
+}
+
+TEST(letters, change_their_case_in_ascii_alone) {
+    EXPECT_EQ(lower_case("AbC9_[Z"), "abc9_[z");
+    EXPECT_EQ(upper_case("aBc9_{z"), "ABC9_{Z");
+    EXPECT_EQ(upper_case("\xC3\xA4"), "\xC3\xA4");
+    EXPECT_EQ(lower_case("\xC3\x84"), "\xC3\x84");
+}
+
+TEST(is_digit, knows_0_to_9) {
+    for (int code = 0; code < 256; ++code)
+        EXPECT_EQ(is_digit(static_cast<char>(code)), code >= '0' && code <= '9') << code;
+}
+
+} // namespace
+} // namespace desk

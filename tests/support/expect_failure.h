@@ -1,0 +1,22 @@
+#pragma once
+
+#include "runtime/failure.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+
+namespace desk::test {
+
+/// The run-time failure that `work` ends in; nothing where it ends well.
+template <class Work>
+std::optional<failure> failure_of(Work&& work) {
+    try {
+        work();
+    } catch (const runtime_failure& f) {
+        return f.code();
+    }
+    return std::nullopt;
+}
+
+} // namespace desk::test

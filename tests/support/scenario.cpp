@@ -1,0 +1,254 @@
+#include "support/scenario.h"
+
+#include "robot/robot.h"
+#include "runtime/windows_1252.h"
+#include "support/temporary_directory.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <charconv>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <regex>
+#include <sstream>
+#include <stdexcept>
+
+namespace desk::test {
+
+namespace {
+
+constexpr std::string_view default_settings = "1\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n"
+                                              "\"\"\r\n\"\"\r\n0\r\n0\r\n0\r\n";
+
+// all that a change of view hides
+const std::vector<std::string> view_controls = {
+    "lstv_timing",
+    "lstv_pattern",
+    "fra_desk",
+    "cmd_run",
+    "cmd_download",
+    "lab_desk_note",
+    "cmd_check_all",
+    "cmd_check_none",
+    "fra_auto",
+    "fra_setup",
+    "fra_edid",
+    "fra_edid_edit",
+    "fra_hori",
+    "fra_vert",
+    "lab_pix_clock",
+    "txt_pix_f",
+    "txt_motion_str",
+    "lab_motion_str",
+    "cmd_upload",
+    "hsr_color_setting(0)",
+    "lab_color_setting(0)",
+    "txt_color_setting(0)",
+    "hsr_color_setting(1)",
+    "lab_color_setting(1)",
+    "txt_color_setting(1)",
+    "hsr_color_setting(2)",
+    "lab_color_setting(2)",
+    "txt_color_setting(2)",
+    "hsr_color_setting(3)",
+    "lab_color_setting(3)",
+    "txt_color_setting(3)",
+};
+
+std::string trimmed(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(" \t\r");
+    if (first == std::string_view::npos) return "";
+    return std::string(text.substr(first, text.find_last_not_of(" \t\r") - first + 1));
+}
+
+std::string replaced(std::string text, std::string_view what, std::string_view by) {
+    for (std::size_t at = 0; (at = text.find(what, at)) != std::string::npos; at += by.size())
+        text.replace(at, what.size(), by);
+    return text;
+}
+
+/// The first word of a text, which loses it.
+std::string take_word(std::string& text) {
+    const std::size_t end = std::min(text.find(' '), text.size());
+    const std::string word = text.substr(0, end);
+    text = trimmed(text.substr(end));
+    return word;
+}
+
+/// A JSON string as bytes, one for each character.
+std::string bytes_of_json(const std::string& text) {
+    const auto value = nlohmann::json::parse(text, nullptr, false);
+    if (!value.is_string()) throw std::runtime_error("no JSON string: " + text);
+    std::string bytes;
+    for (const char32_t c : characters_of(value.get<std::string>())) {
+        if (c > 0xFF) throw std::runtime_error("a character above 255 is no byte: " + text);
+        bytes.push_back(static_cast<char>(c));
+    }
+    return bytes;
+}
+
+/// One scenario under way.
+class run {
+public:
+    explicit run(std::string_view default_catalogue) {
+        directory_.put("marlo_rs232.ini", default_settings);
+        directory_.put("timing_pattern.ini", default_catalogue);
+    }
+
+    std::vector<std::string> failures;
+
+    void line(const scenario_line& l) {
+        now_ = &l;
+        const std::string text = replaced(l.text, "$DIR", utf8_from_path(directory_.path()));
+        try {
+            if (text.front() == '!')
+                directive(trimmed(text.substr(1)));
+            else
+                command(text);
+        } catch (const std::exception& e) {
+            fail("a line that can be carried out", e.what());
+        }
+    }
+
+private:
+    void fail(const std::string& expected, const std::string& got) {
+        failures.push_back("line " + std::to_string(now_->number) + ": " + now_->text + "\n    expected " + expected +
+                           "\n    got      " + got);
+    }
+
+    void command(const std::string& text) {
+        const std::size_t arrow = text.find("  -> ");
+        const std::string said = trimmed(text.substr(0, arrow));
+        const std::string answer = robot_.answer(said);
+        if (arrow == std::string::npos) {
+            if (answer != "ok" && !answer.starts_with("ok ")) fail("ok", answer);
+            return;
+        }
+        const std::string expected = trimmed(text.substr(arrow + 5));
+        if (expected.starts_with("~ ")) {
+            if (!std::regex_search(answer, std::regex(expected.substr(2)))) fail(expected, answer);
+        } else if (answer != expected) {
+            fail(expected, answer);
+        }
+    }
+
+    void directive(std::string text) {
+        const std::string name = take_word(text);
+        if (name == "settings") {
+            put_file("marlo_rs232.ini", text);
+        } else if (name == "catalogue") {
+            put_file("timing_pattern.ini", text);
+        } else if (name == "file") {
+            const std::string file = take_word(text);
+            put_file(file, text);
+        } else if (name == "expect_file") {
+            const std::string file = take_word(text);
+            expect_file(file, text);
+        } else if (name == "on_show") {
+            expect_on_show(text);
+        } else if (name == "mark") {
+            mark_ = clock();
+        } else if (name == "passed") {
+            const int least = number(take_word(text));
+            const int most = number(text);
+            const int passed = clock() - mark_;
+            if (passed < least || passed > most)
+                fail(std::to_string(least) + " to " + std::to_string(most) + " ms", std::to_string(passed));
+        } else {
+            fail("a directive", name);
+        }
+    }
+
+    void put_file(const std::string& name, const std::string& text) const {
+        if (text == "none")
+            std::filesystem::remove(directory_ / name);
+        else
+            directory_.put(name, bytes_of_json(text));
+    }
+
+    void expect_file(const std::string& name, const std::string& text) {
+        const bool wanted = text != "none";
+        const std::string expected = wanted ? bytes_of_json(text) : "";
+        if (directory_.has(name) != wanted)
+            fail(wanted ? "the file " + name : "no file " + name, wanted ? "none" : "one");
+        else if (wanted && directory_.content(name) != expected)
+            fail(text, robot::json_text(text_from_bytes(directory_.content(name))));
+    }
+
+    void expect_on_show(std::string names) {
+        std::vector<std::string> expected;
+        while (!names.empty())
+            expected.push_back(take_word(names));
+        for (const std::string& name : expected) {
+            if (std::find(view_controls.begin(), view_controls.end(), name) == view_controls.end())
+                fail("the name of a control that views show and hide", name);
+        }
+        for (const std::string& name : view_controls) {
+            const bool wanted = std::find(expected.begin(), expected.end(), name) != expected.end();
+            const std::string answer = robot_.answer("get " + name + ".shown");
+            if (answer != (wanted ? "ok true" : "ok false")) fail(name + (wanted ? " shown" : " not shown"), answer);
+        }
+    }
+
+    int clock() { return number(robot_.answer("clock").substr(3)); }
+
+    static int number(const std::string& text) {
+        int value = 0;
+        const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+        if (result.ec != std::errc() || result.ptr != text.data() + text.size())
+            throw std::runtime_error("no number: " + text);
+        return value;
+    }
+
+    temporary_directory directory_;
+    robot::robot robot_{directory_.path()};
+    const scenario_line* now_ = nullptr;
+    int mark_ = 0;
+};
+
+} // namespace
+
+std::vector<scenario> scenarios_of(std::string_view text) {
+    std::vector<scenario> scenarios;
+    std::istringstream lines{std::string(text)};
+    std::string line;
+    for (int number = 1; std::getline(lines, line); ++number) {
+        line = trimmed(line);
+        if (line.empty() || line.front() == '#') continue;
+        if (line.starts_with("== ")) {
+            scenarios.push_back({line.substr(3), {}});
+            continue;
+        }
+        if (scenarios.empty()) throw std::runtime_error("line " + std::to_string(number) + " belongs to no scenario");
+        scenarios.back().lines.push_back({number, line});
+    }
+    return scenarios;
+}
+
+std::vector<std::string> run_scenario(const scenario& s, std::string_view default_catalogue) {
+    run r(default_catalogue);
+    for (const scenario_line& line : s.lines)
+        r.line(line);
+    return r.failures;
+}
+
+int run_scenario_file(const std::filesystem::path& file) {
+    const std::string catalogue = read_whole_file(file.parent_path() / "default_catalogue.ini");
+    const std::vector<scenario> scenarios = scenarios_of(read_whole_file(file));
+    int failed = scenarios.empty() ? 1 : 0;
+    if (scenarios.empty()) std::cout << file.filename() << " holds no scenario\n";
+    for (const scenario& s : scenarios) {
+        const std::vector<std::string> failures = run_scenario(s, catalogue);
+        if (failures.empty()) continue;
+        ++failed;
+        std::cout << file.filename() << ": " << s.rule << "\n";
+        for (const std::string& failure : failures)
+            std::cout << "  " << failure << "\n";
+    }
+    std::cout << scenarios.size() << " scenarios, " << failed << " failed\n";
+    return failed;
+}
+
+} // namespace desk::test

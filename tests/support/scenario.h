@@ -1,0 +1,47 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace desk::test {
+
+/// A scenario file holds several scenarios. Each has a fresh directory of its own, with a settings file (port 1, no
+/// previous files, 0, 0, 0) and the catalogue of the scenario files' folder.
+///
+///     == the rule in one sentence      begins a scenario
+///     # text                           a remark
+///     command                          a robot command; its answer must begin with "ok"
+///     command   -> ANSWER              its answer must be exactly this
+///     command   -> ~ REGEX             its answer must hold this
+///     ! settings TEXT | none           the settings file, as a JSON string (code = byte), or no such file
+///     ! catalogue TEXT | none          the same for the catalogue
+///     ! file NAME TEXT                 any file of the directory
+///     ! expect_file NAME TEXT | none   what the file must hold now
+///     ! on_show NAME...                of all that the views show and hide, exactly these are on show now
+///     ! mark                           takes note of the clock
+///     ! passed MIN MAX                 so many milliseconds have passed since the last mark
+///
+/// $DIR stands for the scenario's directory. An arrow stands at least two blanks behind its command.
+
+struct scenario_line {
+    int number = 0; ///< in the file, from 1
+    std::string text;
+};
+
+struct scenario {
+    std::string rule;
+    std::vector<scenario_line> lines;
+};
+
+/// The scenarios of a file's text. A line before the first rule throws std::runtime_error.
+std::vector<scenario> scenarios_of(std::string_view text);
+
+/// Runs a scenario. Each line that fails is told in one text: number, expected and got.
+std::vector<std::string> run_scenario(const scenario& s, std::string_view default_catalogue);
+
+/// Runs every scenario of a file and prints what fails. Gives the number of scenarios that failed.
+int run_scenario_file(const std::filesystem::path& file);
+
+} // namespace desk::test

@@ -1,0 +1,96 @@
+#include "support/scenario.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+
+namespace desk::test {
+namespace {
+
+constexpr std::string_view catalogue = "1\r\n\"[01] one\",800,640,16,96,\"-\",525,480,10,2,\"-\",25.175\r\n"
+                                       "1\r\n\"[01] bar\"\r\n";
+
+/// What fails in a scenario of these lines.
+std::vector<std::string> failures_of(const std::string& lines) {
+    return run_scenario(scenarios_of("== rule\n" + lines).at(0), catalogue);
+}
+
+TEST(a_scenario_file, holds_scenarios_with_the_numbers_of_their_lines) {
+    const auto scenarios = scenarios_of("# remark\n\n== first rule\nstart\n\n== second rule\n  stop  \n# x\nquit\n");
+    ASSERT_EQ(scenarios.size(), 2U);
+    EXPECT_EQ(scenarios[0].rule, "first rule");
+    ASSERT_EQ(scenarios[1].lines.size(), 2U);
+    EXPECT_EQ(scenarios[1].lines[0].number, 7);
+    EXPECT_EQ(scenarios[1].lines[0].text, "stop");
+    EXPECT_EQ(scenarios[1].lines[1].number, 9);
+}
+
+TEST(a_scenario_file, begins_with_a_rule) {
+    EXPECT_THROW(scenarios_of("start\n== rule\n"), std::runtime_error);
+}
+
+TEST(a_scenario, goes_well_where_every_answer_is_as_told) {
+    EXPECT_TRUE(failures_of("start\n"
+                            "field com_port   -> ok 1\n"
+                            "get lab_ver.caption   -> ~ v1[01]\n"
+                            "click nothing   -> ~ ^refused\n")
+                    .empty());
+}
+
+TEST(a_scenario, fails_where_an_answer_is_another) {
+    const auto failures = failures_of("start\nfield com_port   -> ok 2\n");
+    ASSERT_EQ(failures.size(), 1U);
+    EXPECT_NE(failures[0].find("line 3: field com_port"), std::string::npos);
+    EXPECT_NE(failures[0].find("expected ok 2"), std::string::npos);
+    EXPECT_NE(failures[0].find("got      ok 1"), std::string::npos);
+}
+
+TEST(a_scenario, fails_where_an_answer_is_longer_or_shorter) {
+    EXPECT_EQ(failures_of("start\nboxes   -> ok\n").size(), 1U);
+    EXPECT_EQ(failures_of("start   -> ok true\n").size(), 1U);
+}
+
+TEST(a_scenario, fails_where_nothing_of_the_answer_fits) {
+    EXPECT_EQ(failures_of("start\nfield com_port   -> ~ ^ok [2-8]$\n").size(), 1U);
+}
+
+TEST(a_scenario, wants_ok_where_nothing_is_told) {
+    EXPECT_EQ(failures_of("click cmd_timing\n").size(), 1U) << "no program runs";
+    EXPECT_EQ(failures_of("! catalogue none\nstart\n").size(), 1U);
+}
+
+TEST(a_scenario, fails_for_a_directive_that_is_not_known) {
+    EXPECT_EQ(failures_of("! something\n").size(), 1U);
+    EXPECT_EQ(failures_of("! settings no_string\n").size(), 1U);
+}
+
+TEST(a_scenario, has_its_own_files) {
+    EXPECT_TRUE(failures_of("! file a.txt \"\\u00ff\\u0000x\"\n"
+                            "! expect_file a.txt \"\\u00ff\\u0000x\"\n"
+                            "! expect_file b.txt none\n")
+                    .empty());
+    EXPECT_EQ(failures_of("! expect_file a.txt \"\"\n").size(), 1U);
+    EXPECT_EQ(failures_of("! file a.txt \"x\"\n! expect_file a.txt \"y\"\n").size(), 1U);
+    EXPECT_EQ(failures_of("! file a.txt \"x\"\n! expect_file a.txt none\n").size(), 1U);
+}
+
+TEST(a_scenario, looks_at_all_that_views_show) {
+    EXPECT_TRUE(failures_of("start\n! on_show\nclick cmd_edid\n! on_show fra_edid\n").empty());
+    EXPECT_FALSE(failures_of("start\n! on_show fra_edid\n").empty());
+    EXPECT_FALSE(failures_of("start\nclick cmd_edid\n! on_show\n").empty());
+    EXPECT_FALSE(failures_of("start\n! on_show cmd_about\n").empty());
+}
+
+TEST(a_scenario, measures_the_clock) {
+    EXPECT_TRUE(failures_of("start\n! mark\nwait 100\n! passed 100 100\n").empty());
+    EXPECT_EQ(failures_of("start\n! mark\nwait 100\n! passed 105 200\n").size(), 1U);
+    EXPECT_EQ(failures_of("start\n! mark\nwait 100\n! passed 0 95\n").size(), 1U);
+}
+
+TEST(a_scenario, knows_its_directory) {
+    EXPECT_TRUE(failures_of("file \"$DIR/x.hex\"\nfile $DIR/x.hex   -> ~ ^refused\n").empty());
+}
+
+} // namespace
+} // namespace desk::test
