@@ -3,6 +3,7 @@
 #include "controls/controls.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace desk {
 
@@ -23,6 +24,19 @@ control* window::find(const std::string& full_name) const {
     const auto found =
         std::find_if(controls_.begin(), controls_.end(), [&](const control* c) { return c->full_name() == full_name; });
     return found == controls_.end() ? nullptr : *found;
+}
+
+void window::settle_focus() {
+    if (focused != nullptr && !focused->usable()) {
+        disabled_with_focus_ = focused->shown() ? focused : nullptr;
+        focused = nullptr;
+    } else if (focused != nullptr) {
+        disabled_with_focus_ = nullptr;
+    } else if (disabled_with_focus_ != nullptr && !disabled_with_focus_->shown()) {
+        disabled_with_focus_ = nullptr;
+    } else if (disabled_with_focus_ != nullptr && disabled_with_focus_->usable()) {
+        focused = std::exchange(disabled_with_focus_, nullptr);
+    }
 }
 
 std::vector<control*> window::take_changed() {

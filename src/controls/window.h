@@ -17,6 +17,7 @@ public:
     window() : control(control_kind::window) {
         owner = this;
         back_color = color_window;
+        visible = false; // until it is opened
     }
 
     property<std::string> caption{*this, ""};
@@ -33,6 +34,10 @@ public:
 
     control* focused = nullptr; ///< the control with the focus; none at first
 
+    /// A control that can't be used any more loses the focus; one that was only disabled gets it back when it can be
+    /// used again, unless another has taken it. Raises nothing. Called when control goes back to the operator.
+    void settle_focus();
+
     event on_load;
     event on_unload;
     std::function<void(int)> on_key_press; ///< a key that reaches the window itself
@@ -42,6 +47,7 @@ private:
     std::vector<control*> controls_;
     std::vector<timer*> timers_;
     std::vector<control*> changed_;
+    control* disabled_with_focus_ = nullptr;
 };
 
 } // namespace desk

@@ -18,8 +18,9 @@ public:
     /// Ten bit times: a start bit, eight data bits and a stop bit.
     static constexpr std::int64_t byte_ns = 520833;
 
-    /// Sends the parts one behind the other, beginning at `start_ns` or when the line is free, whichever is later.
-    /// A part without bytes is a pause only.
+    /// Sends the parts one behind the other from `start_ns` on, which is no earlier than that of the call before. Each
+    /// answer keeps its own time: a pause of one holds up no other, and bytes of two wait for each other only while
+    /// they are on the line. A part without bytes is a pause only.
     void send(const answer& parts, std::int64_t start_ns);
 
     /// Every byte that has arrived until now and was not taken yet.
@@ -32,8 +33,8 @@ public:
     /// When the first byte that was not taken arrives, or none where the line is empty.
     std::optional<std::int64_t> next_arrival_ns() const;
 
-    /// When all that was sent has arrived.
-    std::int64_t free_ns() const { return free_ns_; }
+    /// When the last byte of all that was sent has arrived.
+    std::int64_t free_ns() const;
 
     /// Loses what is on the line.
     void clear();
@@ -47,10 +48,20 @@ private:
         std::int64_t end_ns;
         bytes data;
     };
+    /// What of an answer has not begun yet.
+    struct waiting_answer {
+        std::int64_t start_ns; // of its next part, if the line is free then
+        std::deque<bytes> parts;
+        std::deque<std::int64_t> pauses_ns; // behind each part but the last
+    };
 
+    void begin_parts(std::int64_t now_ns);
+    std::deque<waiting_answer>::iterator next_waiting();
+
+    std::deque<waiting_answer> waiting_;
     std::deque<timed_byte> bytes_;
     std::deque<timed_part> parts_;
-    std::int64_t free_ns_ = 0;
+    std::int64_t free_ns_ = 0; // when the last byte of the parts that have begun arrives
 };
 
 } // namespace desk

@@ -137,8 +137,14 @@ void exchange::judge_answer() {
     if (rx_count >= 6) rx_done = is_digit(rx_text.at(3)) && is_digit(rx_text.at(4)) && is_digit(rx_text.at(5));
 }
 
-double last_as_number(std::string_view answer, std::size_t count) {
-    return val(answer.substr(answer.size() - std::min(count, answer.size())));
+std::string_view character_of_answer(std::string_view answer, std::size_t place) {
+    return answer.substr(std::min(place - 1, answer.size()), 1);
 }
+
+std::string_view last_of_answer(std::string_view answer, std::size_t count) {
+    return answer.substr(answer.size() - std::min(count, answer.size()));
+}
+
+double last_as_number(std::string_view answer, std::size_t count) { return val(last_of_answer(answer, count)); }
 
 } // namespace desk

@@ -63,7 +63,11 @@ private:
     machine& machine_;
 };
 
-/// The last `count` characters of an answer, read as a number.
+/// The `place`th character of an answer, from 1; empty where the answer is shorter.
+std::string_view character_of_answer(std::string_view answer, std::size_t place);
+/// The last `count` characters of an answer, or all of it where it is shorter.
+std::string_view last_of_answer(std::string_view answer, std::size_t count);
+/// The same, read as a number.
 double last_as_number(std::string_view answer, std::size_t count);
 
 } // namespace desk

@@ -30,6 +30,8 @@ public:
 
     void open(int number) override {
         close_device();
+        if (number < 1)
+            throw runtime_failure(failure::path_file_access_error, "there is no port " + std::to_string(number));
         const std::filesystem::path device = device_of(number);
         device_ = ::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
         if (device_ < 0) cannot("opened", device);

@@ -42,9 +42,9 @@ protected:
     bool take_event(QEvent* e) override {
         // Enter presses the button with the focus, as the blank does
         if (e->type() != QEvent::KeyPress) return false;
-        const int key = static_cast<QKeyEvent*>(e)->key();
-        if (key != Qt::Key_Return && key != Qt::Key_Enter) return false;
-        push_->click();
+        const auto& pressed = *static_cast<QKeyEvent*>(e);
+        if (pressed.key() != Qt::Key_Return && pressed.key() != Qt::Key_Enter) return false;
+        if (!pressed.isAutoRepeat()) push_->click();
         return true;
     }
 

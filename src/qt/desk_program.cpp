@@ -16,10 +16,11 @@ bool desk_program::start() {
     boxes_.parent = window_.get();
     files_.parent = window_.get();
     gate_.follow = [this] { window_->follow(); };
-    gate_.run([this] { desk_.form.on_load(); });
-    if (gate_.over()) return false;
-    window_->show();
-    return true;
+    gate_.run([this] {
+        desk_.form.on_load();
+        desk_.form.visible = true;
+    });
+    return !gate_.over();
 }
 
 void desk_program::leave() {

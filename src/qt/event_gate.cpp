@@ -22,8 +22,22 @@ void close_dialogs() {
 void event_gate::run(const std::function<void()>& event) noexcept {
     if (over_) return;
     ++depth_;
-    try {
+    guarded([&] {
         event();
+        if (!over_ && follow) follow();
+    });
+    --depth_;
+    if (!over_) return;
+    close_dialogs();
+    if (depth_ == 0 && !left_) {
+        left_ = true;
+        if (leave) guarded(leave);
+    }
+}
+
+void event_gate::guarded(const std::function<void()>& work) {
+    try {
+        work();
     } catch (const runtime_failure& f) {
         if (!failure_) failure_ = f;
         over_ = true;
@@ -33,14 +47,6 @@ void event_gate::run(const std::function<void()>& event) noexcept {
         // a fault of the desk's own: told like any other failure, with what is known of it
         if (!failure_) failure_ = runtime_failure(desk::failure::invalid_procedure_call, e.what());
         over_ = true;
-    }
-    --depth_;
-    if (!over_ && follow) follow();
-    if (!over_) return;
-    close_dialogs();
-    if (depth_ == 0 && !left_) {
-        left_ = true;
-        if (leave) leave();
     }
 }
 

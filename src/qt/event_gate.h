@@ -30,6 +30,8 @@ public:
     void throw_if_over() const;
 
 private:
+    void guarded(const std::function<void()>& work);
+
     int depth_ = 0;
     bool over_ = false;
     bool left_ = false;

@@ -11,6 +11,8 @@
 #include <QStyledItemDelegate>
 #include <QTreeWidget>
 
+#include <functional>
+
 namespace desk::qt {
 
 namespace {
@@ -49,12 +51,23 @@ private:
     const list_view& model_;
 };
 
+/// Tells of every mouse button that is let go over its rows, since any of them can have moved the selection.
+class row_list final : public QTreeWidget {
+public:
+    using QTreeWidget::QTreeWidget;
+    std::function<void()> on_release;
+
+protected:
+    void mouseReleaseEvent(QMouseEvent* e) override {
+        QTreeWidget::mouseReleaseEvent(e);
+        if (on_release) on_release();
+    }
+};
+
 class list_view_face final : public control_face {
 public:
     list_view_face(list_view& model, QWidget* parent, event_gate& gate)
-        : control_face(model, new QTreeWidget(parent), gate)
-        , model_(model)
-        , tree_(static_cast<QTreeWidget*>(widget())) {
+        : control_face(model, new row_list(parent), gate), model_(model), tree_(static_cast<row_list*>(widget())) {
         tree_->setRootIsDecorated(false);
         tree_->setUniformRowHeights(true);
         tree_->setAllColumnsShowFocus(true);
@@ -74,8 +87,9 @@ public:
         connect(tree_, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
             if (!following() && item != nullptr) this->gate().run([&] { model_.select(row_of(item)); });
         });
-        connect(tree_, &QTreeWidget::itemClicked, this,
-                [this](QTreeWidgetItem* item) { this->gate().run([&] { choose_row(model_, row_of(item)); }); });
+        tree_->on_release = [this] {
+            if (model_.selected() != 0) this->gate().run([this] { choose_row(model_, model_.selected()); });
+        };
         connect(tree_, &QTreeWidget::itemDoubleClicked, this,
                 [this] { this->gate().run([this] { double_click(model_); }); });
         connect(tree_, &QTreeWidget::itemChanged, this, [this](QTreeWidgetItem* item) {
@@ -133,7 +147,7 @@ private:
     }
 
     list_view& model_;
-    QTreeWidget* tree_;
+    row_list* tree_;
     bool checks_shown_ = false;
 };
 
@@ -166,9 +180,8 @@ protected:
 
     bool take_event(QEvent* e) override {
         // moving along the nodes with the keyboard is a click on each
-        if (e->type() == QEvent::KeyRelease && tree_->currentItem() != nullptr &&
-            !static_cast<QKeyEvent*>(e)->isAutoRepeat())
-            click_on(tree_->currentItem());
+        QTreeWidgetItem* const current = tree_->currentItem();
+        if (e->type() == QEvent::KeyRelease && current != nullptr && node_of(current) != clicked_) click_on(current);
         return false;
     }
 
@@ -176,6 +189,7 @@ private:
     int node_of(QTreeWidgetItem* item) const { return item->data(0, Qt::UserRole).toInt(); }
 
     void click_on(QTreeWidgetItem* item) {
+        clicked_ = node_of(item);
         gate().run([&] { click_node(model_, node_of(item)); });
     }
 
@@ -195,6 +209,7 @@ private:
     void build() {
         tree_->clear();
         items_.clear();
+        clicked_ = 0;
         shown_ = model_.nodes();
         for (const tree_node& n : shown_) {
             const int number = static_cast<int>(items_.size()) + 1;
@@ -211,6 +226,7 @@ private:
     QTreeWidget* tree_;
     std::vector<tree_node> shown_;
     std::vector<QTreeWidgetItem*> items_;
+    int clicked_ = 0; // the node clicked last
 };
 
 } // namespace

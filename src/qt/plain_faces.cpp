@@ -5,6 +5,7 @@
 #include "qt/text_label.h"
 
 #include <QComboBox>
+#include <QEvent>
 #include <QFrame>
 #include <QGroupBox>
 #include <QLabel>
@@ -120,6 +121,13 @@ protected:
                 combo_->setItemText(i, item);
         }
         combo_->setCurrentIndex(model_.list_index());
+    }
+
+    bool take_event(QEvent* e) override {
+        // the wheel over the port list would open one port after another
+        if (e->type() != QEvent::Wheel) return false;
+        e->ignore();
+        return true;
     }
 
 private:

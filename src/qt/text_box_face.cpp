@@ -54,8 +54,11 @@ protected:
             focused_by_mouse_ = false;
             break;
         case QEvent::KeyPress:
-            if (const auto code = character_code(*static_cast<QKeyEvent*>(e)))
+            if (const auto code = character_code(*static_cast<QKeyEvent*>(e))) {
                 gate().run([&] { press_key(model_, *code); });
+                // the box has had it: it does not reach the window too
+                return *code == 13;
+            }
             break;
         default:
             break;

@@ -70,6 +70,10 @@ void window_face::build(control& c) {
 }
 
 void window_face::follow() {
+    model_.settle_focus();
+    // else the toolkit would hand it to the next control, and its keys would work that one
+    if (model_.focused == nullptr && focusWidget() != nullptr) setFocus();
+    if (isVisible() != model_.visible) setVisible(model_.visible);
     for (control* c : model_.take_changed()) {
         if (const auto face = faces_.find(c); face != faces_.end())
             face->second->follow();
@@ -83,7 +87,8 @@ void window_face::follow_window() {
     const QString caption = QString::fromStdString(model_.caption);
     if (windowTitle() != caption) setWindowTitle(caption);
     const auto focused = faces_.find(model_.focused);
-    if (focused != faces_.end() && focusWidget() != focused->second->widget()) focused->second->widget()->setFocus();
+    if (focused != faces_.end() && focused->second->widget()->isEnabled() && focusWidget() != focused->second->widget())
+        focused->second->widget()->setFocus();
 }
 
 void window_face::follow_timer(const timer& model, QTimer& ticks) {
@@ -95,8 +100,7 @@ void window_face::follow_timer(const timer& model, QTimer& ticks) {
 }
 
 void window_face::closeEvent(QCloseEvent* e) {
-    if (gate_.over()) return;
-    e->ignore();
+    e->accept();
     gate_.run([this] {
         model_.on_unload();
         gate_.finish();
@@ -104,8 +108,8 @@ void window_face::closeEvent(QCloseEvent* e) {
 }
 
 void window_face::keyPressEvent(QKeyEvent* e) {
-    const int code = e->text().isEmpty() ? 0 : static_cast<int>(e->text().at(0).unicode());
-    gate_.run([&] { model_.on_key_press(code); });
+    // a key without a character is no KeyPress
+    if (!e->text().isEmpty()) gate_.run([&] { model_.on_key_press(e->text().at(0).unicode()); });
     QWidget::keyPressEvent(e);
 }
 

@@ -19,7 +19,7 @@ void robot::add_generator_commands() {
     anytime_["reply"] = [this](words_in w) { return reply(w); };
     anytime_["say"] = [this](words_in w) {
         const auto parts = scripted_answer_of(w, 1);
-        if (!parts) return refused(bad_words);
+        if (!parts || parts->has_echo()) return refused(bad_words);
         line_.say(parts->to(""));
         return ok();
     };
@@ -60,8 +60,7 @@ std::string robot::reply(words_in words) {
         script.add(command, std::move(*parts));
         return ok();
     }
-    for (const scripted_answer::part& p : parts->parts)
-        if (p.echo) return refused("a raw block has no echo");
+    if (parts->has_echo()) return refused("a raw block has no echo");
     script.add_raw(std::move(*parts));
     return ok();
 }

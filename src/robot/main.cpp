@@ -1,5 +1,5 @@
+#include "platform/program_directory.h"
 #include "robot/robot.h"
-#include "runtime/files.h"
 
 #include <filesystem>
 #include <iostream>
@@ -15,7 +15,7 @@ int main(int argument_count, char** arguments) {
     if (argument_count == 2)
         directory = std::filesystem::absolute(arguments[1], error);
     else
-        directory = std::filesystem::absolute(arguments[0], error).parent_path();
+        directory = desk::program_directory();
 
     desk::robot::robot robot(directory);
     std::string line;

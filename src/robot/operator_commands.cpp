@@ -33,8 +33,10 @@ std::string click_it(control& c, words_in words) {
         click(*l);
     } else if (auto* t = dynamic_cast<text_box*>(&c)) {
         t->set_focus();
-    } else if (c.kind() != control_kind::frame && c.kind() != control_kind::picture) {
-        return refused(not_for_this_kind);
+    } else if (auto* rows = dynamic_cast<list_view*>(&c)) {
+        if (rows->selected() != 0) choose_row(*rows, rows->selected());
+    } else {
+        c.set_focus();
     }
     return ok();
 }
@@ -42,7 +44,6 @@ std::string click_it(control& c, words_in words) {
 std::string double_click_it(control& c, words_in words) {
     auto* l = dynamic_cast<list_view*>(&c);
     if (l == nullptr || words.size() != 2) return refused(not_for_this_kind);
-    if (!l->on_double_click) return refused(nothing_listens);
     double_click(*l);
     return ok();
 }
@@ -94,17 +95,14 @@ std::string focus_it(control& c, words_in words) {
 std::string press_key_in_it(control& c, words_in words) {
     const auto code = number_at(words, 2);
     if (!code) return refused(bad_words);
-    auto* t = dynamic_cast<text_box*>(&c);
-    if (t == nullptr) return refused(not_for_this_kind);
-    t->set_focus();
-    press_key(*t, *code);
+    c.set_focus();
+    if (auto* t = dynamic_cast<text_box*>(&c)) press_key(*t, *code);
     return ok();
 }
 
 std::string key_up_in_it(control& c, words_in words) {
     auto* l = dynamic_cast<list_view*>(&c);
     if (l == nullptr || words.size() != 2) return refused(not_for_this_kind);
-    if (!l->on_key_up) return refused(nothing_listens);
     key_up(*l);
     return ok();
 }

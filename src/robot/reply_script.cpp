@@ -2,6 +2,8 @@
 
 #include "runtime/windows_1252.h"
 
+#include <algorithm>
+
 namespace desk::robot {
 
 answer scripted_answer::to(std::string_view command) const {
@@ -9,6 +11,10 @@ answer scripted_answer::to(std::string_view command) const {
     for (const part& p : parts)
         result.push_back({p.pause_ms, bytes_of(p.echo ? command : p.bytes)});
     return result;
+}
+
+bool scripted_answer::has_echo() const {
+    return std::any_of(parts.begin(), parts.end(), [](const part& p) { return p.echo; });
 }
 
 std::optional<scripted_answer> scripted_answer_of(const std::vector<word>& words, std::size_t from) {

@@ -21,6 +21,7 @@ struct scripted_answer {
     std::vector<part> parts; ///< none: no answer
 
     answer to(std::string_view command) const;
+    bool has_echo() const;
 };
 
 /// The parts of an answer from words: a JSON string (code = byte), `echo`, `hex:0AFF`, `+MS`, or `none` alone.

@@ -15,7 +15,8 @@ constexpr const char* bad_words = "the command's words are off";
 
 /// Whether a command may be done later: what the operator does, and looking at a property.
 bool can_be_done_later(const std::string& name) {
-    return operator_commands().contains(name) || name == "node" || name == "close" || name == "get";
+    return operator_commands().contains(name) || name == "node" || name == "close" || name == "after" ||
+           name == "later" || name == "get";
 }
 
 } // namespace
@@ -51,6 +52,7 @@ std::string robot::carry_out(words_in words, std::string_view line) {
 std::string robot::run(const std::function<std::string()>& work) {
     std::string result = ok();
     events_.run_event([&] { result = work(); });
+    events_.settle_focus();
     return events_.ended_by() ? fatal(*events_.ended_by()) : result;
 }
 
@@ -102,6 +104,7 @@ std::string robot::start(words_in words) {
     later_ = json::array();
     return run([this] {
         desk_->form.on_load();
+        desk_->form.visible = true;
         const int rows = std::clamp<int>(desk_->link.fav_timing_count, 0, 998);
         line_.simulated.set_catalogue_size(rows, std::clamp<int>(desk_->link.fav_pattern_count, 0, 998));
         return ok();
@@ -146,10 +149,15 @@ std::string robot::after(words_in words, std::string_view line) {
     if (!ms || *ms < 0) return refused(bad_words);
     const std::string& name = words[2].text;
     if (!can_be_done_later(name)) return refused("this can't be done later");
-    const auto command = words_of(line.substr(words[2].at));
-    const auto& table = name == "get" ? looking_ : operating_;
-    events_.later(*ms, [this, &table, name, command] { later_.push_back(table.at(name)(*command)); });
+    const std::string rest(line.substr(words[2].at));
+    events_.later(*ms, [this, name, rest] { later_.push_back(do_later(name, rest)); });
     return ok();
+}
+
+std::string robot::do_later(const std::string& name, const std::string& line) {
+    const auto words = words_of(line);
+    if (name == "after") return after(*words, line);
+    return looking_.contains(name) ? looking_.at(name)(*words) : operating_.at(name)(*words);
 }
 
 void robot::add_looking_commands() {

@@ -45,6 +45,7 @@ private:
     std::string operate(words_in words);
     std::string press_key(words_in words);
     std::string after(words_in words, std::string_view line);
+    std::string do_later(const std::string& name, const std::string& line);
     std::string get(words_in words);
     std::string on_list(words_in words, const std::function<std::string(list_view&)>& look);
     std::string queue_file(words_in words);

@@ -30,6 +30,7 @@ void virtual_events::later(std::int64_t delay_ms, std::function<void()> work) {
 
 void virtual_events::pump() {
     throw_if_over();
+    settle_focus();
     turns_without_progress_ = 0;
     if (!run_due()) clock_ += step_ms;
     throw_if_over();
@@ -54,6 +55,11 @@ bool virtual_events::run_due() {
         follow_timers();
     }
     return ran;
+}
+
+void virtual_events::settle_focus() {
+    for (window* w : windows_)
+        w->settle_focus();
 }
 
 void virtual_events::follow_timers() {
@@ -89,6 +95,9 @@ void virtual_events::run_event(const std::function<void()>& work) {
         if (!ended_by_) ended_by_ = f;
     } catch (const program_over&) {
         // a suspended procedure has ended
+    } catch (const std::exception& e) {
+        // a fault of the desk's own: told like any other failure, with what is known of it
+        if (!ended_by_) ended_by_ = runtime_failure(failure::invalid_procedure_call, e.what());
     }
 }
 

@@ -37,6 +37,9 @@ public:
     /// procedure ends at its pump.
     void run_event(const std::function<void()>& work);
 
+    /// As a face does behind each event and at each pump.
+    void settle_focus();
+
     const std::optional<runtime_failure>& ended_by() const { return ended_by_; }
 
 private:

@@ -28,7 +28,7 @@ void virtual_line::set_port(int number, port_state state) {
 }
 
 void virtual_line::say(const answer& parts) {
-    if (alive() && state() != port_state::stuck) from_generator_.send(parts, now_ns());
+    if (alive()) from_generator_.send(parts, now_ns());
 }
 
 void virtual_line::unplug() {
@@ -45,6 +45,9 @@ void virtual_line::open(int number) {
         states_.at(static_cast<std::size_t>(number)) == port_state::gone)
         throw runtime_failure(failure::path_file_access_error, "COM" + std::to_string(number) + " can't be opened");
     open_ = number;
+    // what is still on its way to another port never comes in here
+    if (number != cable_in_) from_generator_.clear();
+    cable_in_ = number;
 }
 
 void virtual_line::close() {
@@ -78,7 +81,9 @@ bytes virtual_line::read() {
 }
 
 void virtual_line::write(const bytes& data) {
+    if (open_ == 0) return;
     let_arrive();
+    // what is written to a device that has vanished is lost, yet it was written
     log_write(data);
     if (!alive()) return;
     if (state() == port_state::stuck) {
@@ -97,7 +102,9 @@ void virtual_line::deliver(const bytes& data, std::int64_t at_ns) {
         const answer reply = answer_to(command);
         raw_command_.clear();
         raw_block_.clear();
-        if (!reply.empty() && simulated_generator::raw_block_after(command) > 0) raw_command_ = command;
+        const bool answered =
+            std::any_of(reply.begin(), reply.end(), [](const answer_part& p) { return !p.data.empty(); });
+        if (answered && simulated_generator::raw_block_after(command) > 0) raw_command_ = command;
         from_generator_.send(reply, at_ns);
         return;
     }

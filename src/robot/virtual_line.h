@@ -57,6 +57,7 @@ private:
     event_pump& events_;
     std::array<port_state, 9> states_{};
     int open_ = 0;          // number of the open port; 0: none
+    int cable_in_ = 0;      // number of the port opened last
     bool vanished_ = false; // the device of the open port has gone meanwhile
     paced_line from_generator_;
     std::int64_t to_generator_free_ns_ = 0;

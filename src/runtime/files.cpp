@@ -31,9 +31,13 @@ std::string read_whole_file(const std::filesystem::path& path) {
 }
 
 void replace_whole_file(const std::filesystem::path& path, std::string_view bytes) {
-    std::filesystem::path beside = path;
-    beside += ".new";
     std::error_code error;
+    // a link stays a link, and the new file is as open to others as the old one
+    const std::filesystem::path old_file = std::filesystem::canonical(path, error);
+    const std::filesystem::path target = error ? path : old_file;
+    const std::filesystem::perms permissions = std::filesystem::status(target, error).permissions();
+    std::filesystem::path beside = target;
+    beside += ".new";
     {
         std::ofstream file(beside, std::ios::binary | std::ios::trunc);
         file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
@@ -44,7 +48,9 @@ void replace_whole_file(const std::filesystem::path& path, std::string_view byte
                                   "the file " + utf8_from_path(path) + " can't be written");
         }
     }
-    std::filesystem::rename(beside, path, error);
+    if (permissions != std::filesystem::perms::unknown && permissions != std::filesystem::perms::none)
+        std::filesystem::permissions(beside, permissions, error);
+    std::filesystem::rename(beside, target, error);
     if (error) {
         std::error_code ignored;
         std::filesystem::remove(beside, ignored);

@@ -27,8 +27,8 @@ void list_reader::skip_separator() {
 }
 
 std::string list_reader::read_string() {
-    if (at_end()) throw runtime_failure(failure::input_past_end_of_file, "a text is missing at the end of the file");
     skip_blanks();
+    if (at_end()) throw runtime_failure(failure::input_past_end_of_file, "a text is missing at the end of the file");
     std::string value;
     if (!at_end() && text_[at_] == '"') {
         ++at_;
@@ -46,8 +46,8 @@ std::string list_reader::read_string() {
 }
 
 double list_reader::read_number() {
-    if (at_end()) throw runtime_failure(failure::input_past_end_of_file, "a number is missing at the end of the file");
     skip_blanks();
+    if (at_end()) throw runtime_failure(failure::input_past_end_of_file, "a number is missing at the end of the file");
     const std::size_t start = at_;
     while (!at_end() && !at_line_end_or_comma() && text_[at_] != ' ' && text_[at_] != '\t')
         ++at_;

@@ -151,7 +151,9 @@ double val(std::string_view text) {
     const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), value);
     if (result.ec == std::errc::result_out_of_range) {
         // out of range is too large or too close to zero
-        const bool tiny = digits.find("E-") != std::string_view::npos || digits.find("e-") != std::string_view::npos;
+        const std::size_t exponent = digits.find_first_of("Ee");
+        const bool below_1 = digits.substr(0, digits.find('.')).find_first_not_of('0') == std::string_view::npos;
+        const bool tiny = exponent == std::string_view::npos ? below_1 : digits.at(exponent + 1) == '-';
         if (!tiny) throw runtime_failure(failure::overflow, "the number " + std::string(number) + " is too large");
         value = 0;
     }

@@ -23,8 +23,8 @@ void about::cmd_about_click() {
     link_.tx_cmd(command::firmware_version);
     if (link_.rx_done) {
         // the fourth character is passed over
-        const std::string major = text_from_bytes(link_.rx_text.substr(4, 1));
-        const std::string minor = text_from_bytes(link_.rx_text.substr(link_.rx_text.size() - 1));
+        const std::string major = text_from_bytes(character_of_answer(link_.rx_text, 5));
+        const std::string minor = text_from_bytes(last_of_answer(link_.rx_text, 1));
         lab_about.caption += "\r\nHardware F/W is v" + major + "." + minor;
     } else {
         lab_about.caption += "\r\nLink Error !\r\nHardware F/W is unknown.";

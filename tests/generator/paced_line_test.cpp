@@ -54,8 +54,28 @@ TEST(paced_line, an_answer_waits_until_the_line_is_free) {
     paced_line line;
     line.send({{0, bytes_of("AAAA")}}, 0);
     line.send({{1, bytes_of("B")}}, byte_ns);
-    EXPECT_EQ(taken(line, ms + 5 * byte_ns - 1), "AAAA");
-    EXPECT_EQ(taken(line, ms + 5 * byte_ns), "B");
+    EXPECT_EQ(taken(line, 5 * byte_ns - 1), "AAAA");
+    EXPECT_EQ(taken(line, 5 * byte_ns), "B");
+}
+
+TEST(paced_line, a_pause_of_one_answer_holds_up_no_other) {
+    paced_line line;
+    line.send({{300, bytes_of("late")}}, 0);
+    line.send({{0, bytes_of("TIM007")}}, 10 * ms);
+    EXPECT_EQ(line.next_arrival_ns(), 10 * ms + byte_ns);
+    EXPECT_EQ(finished(line, 10 * ms + 6 * byte_ns), texts{"TIM007"});
+    EXPECT_EQ(line.next_arrival_ns(), 10 * ms + byte_ns);
+    EXPECT_EQ(taken(line, 299 * ms), "TIM007");
+    EXPECT_EQ(line.next_arrival_ns(), 300 * ms + byte_ns);
+    EXPECT_EQ(line.free_ns(), 300 * ms + 4 * byte_ns);
+    EXPECT_EQ(taken(line, 300 * ms + 4 * byte_ns), "late");
+}
+
+TEST(paced_line, another_answer_goes_between_the_parts_of_one) {
+    paced_line line;
+    line.send({{0, bytes_of("one")}, {100, bytes_of("two")}}, 0);
+    line.send({{0, bytes_of("between")}}, 50 * ms);
+    EXPECT_EQ(finished(line, 1000 * ms), (texts{"one", "between", "two"}));
 }
 
 TEST(paced_line, a_part_without_bytes_is_only_its_pause) {
@@ -63,7 +83,8 @@ TEST(paced_line, a_part_without_bytes_is_only_its_pause) {
     line.send({{5, {}}, {5, bytes_of("A")}, {20, {}}}, 0);
     EXPECT_EQ(line.next_arrival_ns(), 10 * ms + byte_ns);
     EXPECT_EQ(finished(line, 10 * ms + byte_ns), texts{"A"});
-    EXPECT_EQ(line.free_ns(), 30 * ms + byte_ns);
+    // nothing comes behind the last pause
+    EXPECT_EQ(line.free_ns(), 10 * ms + byte_ns);
 }
 
 TEST(paced_line, silence_takes_no_time) {

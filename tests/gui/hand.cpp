@@ -3,6 +3,7 @@
 #include "qt/text_label.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QStyle>
@@ -11,6 +12,7 @@
 #include <QTextEdit>
 #include <QTimer>
 #include <QTreeWidget>
+#include <QWheelEvent>
 #include <QWindow>
 
 #include <stdexcept>
@@ -50,6 +52,21 @@ QPoint hand::point_in_row(const QString& list, int row, bool on_check_box) const
 void hand::click_row(const QString& list, int row) const {
     const QPoint at = point_in_row(list, row, false);
     click_at(*find<QTreeWidget>(list).viewport(), at);
+}
+
+void hand::drag_rows(const QString& list, int from, int to) const {
+    const QWidget& rows = *find<QTreeWidget>(list).viewport();
+    QWindow* const w = window_.windowHandle();
+    QTest::mousePress(w, Qt::LeftButton, Qt::NoModifier, rows.mapTo(&window_, point_in_row(list, from, false)));
+    QTest::mouseMove(w, rows.mapTo(&window_, point_in_row(list, to, false)));
+    QTest::mouseRelease(w, Qt::LeftButton, Qt::NoModifier, rows.mapTo(&window_, point_in_row(list, to, false)));
+}
+
+void hand::turn_wheel(const QString& name) const {
+    QWidget& w = find(name);
+    const QPointF at(w.rect().center());
+    QWheelEvent turn(at, w.mapToGlobal(at), {}, {0, -120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&w, &turn);
 }
 
 void hand::double_click_row(const QString& list, int row) const {

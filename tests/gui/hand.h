@@ -26,6 +26,10 @@ public:
     /// A click on row `row` (from 1) of a list, which is scrolled to it first.
     void click_row(const QString& list, int row) const;
     void double_click_row(const QString& list, int row) const;
+    /// Presses the mouse on one row and lets it go on another.
+    void drag_rows(const QString& list, int from, int to) const;
+    /// One notch of the wheel, downwards.
+    void turn_wheel(const QString& name) const;
     /// A click on the check box of a row.
     void click_check(const QString& list, int row) const;
     /// Chooses an entry of a combo box with the keyboard.

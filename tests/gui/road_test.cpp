@@ -86,6 +86,41 @@ TEST_F(road, the_keyboard_moves_along_the_timings) {
     EXPECT_EQ(desk().rows.lstv_timing.selected(), desk().rows.lstv_timing.row_count());
 }
 
+TEST_F(road, the_figures_follow_a_row_that_the_mouse_was_dragged_to) {
+    start();
+    const hand h = operator_hand();
+    h.click("cmd_timing");
+    h.drag_rows("lstv_timing", 3, 5);
+    EXPECT_EQ(desk().rows.lstv_timing.selected(), 5);
+    EXPECT_EQ(h.text("txt_htotal_pix"), QString::fromStdString(desk().rows.lstv_timing_sub.text(5)));
+    EXPECT_EQ(desk().desk_area.fra_desk.caption.get(), desk().rows.lstv_timing.text(5));
+}
+
+TEST_F(road, the_wheel_over_the_port_list_opens_no_other_port) {
+    start();
+    const hand h = operator_hand();
+    h.turn_wheel("cbo_com");
+    EXPECT_EQ(desk().link.com_port, 1);
+    EXPECT_TRUE(desk().link.rs232_connected);
+}
+
+TEST_F(road, the_focus_of_a_button_that_goes_falls_on_no_other_control) {
+    start();
+    const hand h = operator_hand();
+    h.click("cmd_about");
+    h.click("cmd_about_ok");
+    EXPECT_EQ(desk().form.focused, nullptr);
+    EXPECT_FALSE(h.find("cbo_com").hasFocus());
+}
+
+TEST_F(road, a_button_that_was_disabled_for_its_exchange_has_the_focus_again) {
+    start();
+    const hand h = operator_hand();
+    h.click("cmd_about");
+    EXPECT_EQ(desk().form.focused, &desk().about_view.cmd_about);
+    EXPECT_TRUE(h.find("cmd_about").hasFocus());
+}
+
 TEST_F(road, favourites_are_checked_one_by_one_and_all_at_once) {
     start();
     const hand h = operator_hand();
@@ -231,6 +266,8 @@ TEST_F(road, a_key_that_reaches_the_window_hides_the_previous_files) {
     h.click("cmd_edid");
     desk().edid.fra_pre_f.visible = true;
     h.click("lab_write"); // any event brings the window up to date
+    EXPECT_TRUE(h.is_shown("fra_pre_f"));
+    h.press_key("frm_main", Qt::Key_Shift);
     EXPECT_TRUE(h.is_shown("fra_pre_f"));
     h.press_key("frm_main", Qt::Key_A);
     EXPECT_FALSE(h.is_shown("fra_pre_f"));
