@@ -27,9 +27,7 @@ TEST(empty_list_view, has_no_selected_row) {
     EXPECT_EQ(rows.row_count(), 0);
 }
 
-TEST_F(three_rows, have_the_first_one_selected) {
-    EXPECT_EQ(rows.selected(), 1);
-}
+TEST_F(three_rows, have_the_first_one_selected) { EXPECT_EQ(rows.selected(), 1); }
 
 TEST_F(three_rows, count_from_1) {
     EXPECT_EQ(rows.row_count(), 3);

@@ -47,6 +47,60 @@ TEST(window, finds_a_control_by_its_full_name) {
     EXPECT_EQ(form.find("cmd_out(2)"), nullptr);
 }
 
+TEST(window, is_not_on_show_until_it_is_opened) {
+    const window form;
+    EXPECT_FALSE(form.visible);
+}
+
+class settling_focus : public testing::Test {
+protected:
+    settling_focus() {
+        form.add(first);
+        form.add(second);
+        first.on_got_focus = [this] { ++first_got_it; };
+        first.set_focus();
+        first_got_it = 0;
+    }
+    window form;
+    text_box first;
+    text_box second;
+    int first_got_it = 0;
+};
+
+TEST_F(settling_focus, leaves_a_control_that_can_be_used) {
+    form.settle_focus();
+    EXPECT_TRUE(first.has_focus());
+}
+
+TEST_F(settling_focus, takes_it_from_a_control_that_is_hidden_for_good) {
+    first.visible = false;
+    form.settle_focus();
+    EXPECT_EQ(form.focused, nullptr);
+    first.visible = true;
+    form.settle_focus();
+    EXPECT_EQ(form.focused, nullptr);
+}
+
+TEST_F(settling_focus, gives_it_back_to_a_control_that_was_only_disabled) {
+    first.enabled = false;
+    form.settle_focus();
+    EXPECT_EQ(form.focused, nullptr);
+    first.enabled = true;
+    form.settle_focus();
+    EXPECT_TRUE(first.has_focus());
+    EXPECT_EQ(first_got_it, 0) << "in silence";
+}
+
+TEST_F(settling_focus, leaves_it_where_another_has_taken_it) {
+    first.enabled = false;
+    form.settle_focus();
+    second.set_focus();
+    form.settle_focus();
+    first.enabled = true;
+    form.settle_focus();
+    EXPECT_TRUE(second.has_focus());
+}
+
 TEST(window, tells_each_changed_control_once) {
     window form;
     label a;

@@ -243,6 +243,7 @@ TEST_F(exchanges, do_not_accept_what_is_no_digit_in_places_4_to_6) {
         exchange_of("TIM007");
         EXPECT_FALSE(link.rx_done) << answer;
         EXPECT_EQ(link.rx_text, answer);
+        EXPECT_EQ(link.rx_count, 6) << "of the last try";
         EXPECT_EQ(write_times.size(), 2U) << answer;
         EXPECT_GE(write_times.at(1), 151 * 5) << "such a try ends by its wait alone: " << answer;
     }
@@ -568,6 +569,21 @@ TEST_F(raw_bytes, ask_for_no_connection_and_clear_nothing) {
     link.tx_byte('A');
     EXPECT_EQ(m.port.done, strings{"write A"});
     EXPECT_TRUE(m.boxes.all.empty());
+}
+
+TEST(characters_of_an_answer, count_from_1) {
+    EXPECT_EQ(character_of_answer("VER123", 5), "2");
+    EXPECT_EQ(character_of_answer("VER123", 1), "V");
+    EXPECT_EQ(character_of_answer("VER123", 7), "");
+    EXPECT_EQ(character_of_answer("VER", 5), "");
+    EXPECT_EQ(character_of_answer("", 1), "");
+}
+
+TEST(characters_of_an_answer, may_be_taken_from_its_end) {
+    EXPECT_EQ(last_of_answer("VER123", 1), "3");
+    EXPECT_EQ(last_of_answer("TIM007x", 3), "07x");
+    EXPECT_EQ(last_of_answer("V", 3), "V");
+    EXPECT_EQ(last_of_answer("", 1), "");
 }
 
 TEST(last_as_number, is_the_longest_numeric_start_of_the_last_characters) {

@@ -187,6 +187,7 @@ TEST_F(robot_test, tells_a_failure_of_the_start) {
     expect("start", "fatal 53 \"File not found\"");
     EXPECT_NE(answer("why").find("timing_pattern.ini"), std::string::npos);
     expect("field com_port", "ok 1");
+    expect("get frm_main.shown", "ok false");
     expect_no_program("click cmd_about");
     expect("start", "fatal 53 \"File not found\"");
     directory.put("timing_pattern.ini", test::plain_catalogue(1, 1));
@@ -325,7 +326,7 @@ TEST_F(robot_test, presses_keys) {
     expect_ok("key txt_hf 13");
     expect_refused("key txt_hf");
     expect_refused("key txt_hf x");
-    expect_refused("key cmd_run 13");
+    expect_ok("key cmd_about 13");
     expect_refused("key txt_motion_str 13");
     expect_refused("key frm_diag 13");
 }
@@ -431,6 +432,15 @@ TEST_F(robot_test, drops_with_stop_what_has_not_come_due) {
     expect("later", "ok []");
 }
 
+TEST_F(robot_test, keeps_no_answer_of_a_later_command_over_a_fresh_start) {
+    expect_ok("start");
+    expect_ok("after 5 click cmd_setup");
+    expect_ok("wait 50");
+    expect_ok("stop");
+    expect_ok("start");
+    expect("later", "ok []");
+}
+
 TEST_F(robot_test, ends_the_command_that_was_going_on_where_a_later_one_fails) {
     expect_ok("start");
     expect_ok("click cmd_timing");
@@ -439,6 +449,17 @@ TEST_F(robot_test, ends_the_command_that_was_going_on_where_a_later_one_fails) {
     expect("click cmd_run", "fatal 11 \"Division by zero\"");
     expect("later", "ok []");
     expect("field view_mode", "ok 0");
+}
+
+TEST_F(robot_test, does_later_what_is_to_be_done_later_still) {
+    expect_ok("start");
+    expect_ok("after 50 after 50 click cmd_setup");
+    expect_ok("wait 90");
+    expect("field view_mode", "ok 254");
+    expect("later", "ok [\"ok\"]");
+    expect_ok("wait 20");
+    expect("field view_mode", "ok 6");
+    expect("later", "ok [\"ok\"]");
 }
 
 TEST_F(robot_test, refuses_to_do_other_things_later) {

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -174,6 +175,13 @@ TEST_F(the_end, keeps_later_events_from_running) {
     events.later(5, note("work"));
     events.run_event([&] { events.run_on(50); });
     EXPECT_TRUE(told.empty());
+    EXPECT_THROW(events.pump(), program_over);
+}
+
+TEST_F(the_end, comes_with_a_fault_of_the_desk_too) {
+    events.run_event([] { throw std::out_of_range("far out"); });
+    ASSERT_TRUE(events.ended_by());
+    EXPECT_NE(events.ended_by()->sentence().find("far out"), std::string::npos);
     EXPECT_THROW(events.pump(), program_over);
 }
 

@@ -1,5 +1,9 @@
 #include "robot/virtual_line.h"
 
+#include "controls/window.h"
+#include "link/exchange.h"
+#include "robot/queued_dialogs.h"
+#include "robot/virtual_events.h"
 #include "robot/words.h"
 #include "support/expect_failure.h"
 #include "support/fake_machine.h"
@@ -90,6 +94,16 @@ TEST_F(cable, throws_away_what_waits_and_not_what_is_to_come) {
     EXPECT_EQ(read_at(100), "late");
 }
 
+TEST_F(cable, lets_the_pause_of_one_answer_hold_up_no_other) {
+    reply("TIM001", "+1000 echo");
+    reply("TIM002", "echo");
+    write("TIM001");
+    events.now = 100;
+    write("TIM002");
+    EXPECT_EQ(read_at(110), "TIM002");
+    EXPECT_EQ(read_at(1010), "TIM001");
+}
+
 TEST_F(cable, is_silent_where_nothing_is_scripted) {
     write("TIM007");
     EXPECT_EQ(read_at(10000), "");
@@ -158,6 +172,22 @@ TEST_F(cable, has_to_be_opened_anew_after_the_device_is_back) {
 TEST_F(cable, can_not_be_opened_while_the_device_is_gone) {
     line.set_port(1, state::gone);
     EXPECT_EQ(failure_of([&] { line.open(1); }), failure::path_file_access_error);
+}
+
+TEST_F(cable, brings_nothing_over_to_another_port) {
+    reply("TIM007", "+50 echo");
+    write("TIM007");
+    line.open(2);
+    EXPECT_EQ(read_at(200), "");
+}
+
+TEST_F(cable, takes_nothing_while_it_is_closed) {
+    reply("TIM007", "echo");
+    line.close();
+    write("TIM007");
+    line.open(1);
+    EXPECT_EQ(read_at(100), "");
+    EXPECT_EQ(line.take_log(), strings{});
 }
 
 TEST_F(cable, is_not_touched_where_another_port_goes) {
@@ -253,12 +283,85 @@ TEST_F(cable, answers_no_raw_block_behind_a_command_that_was_not_answered) {
     EXPECT_EQ(read_at(1000), "");
 }
 
+TEST_F(cable, takes_a_pause_alone_for_no_answer) {
+    line.script.add_raw(scripted_answer_of(words_of("\"taken\"").value(), 0).value());
+    reply("MOT001", "+10");
+    write("MOT001");
+    write(std::string(12, 'x'));
+    EXPECT_EQ(read_at(1000), "");
+}
+
 TEST_F(cable, answers_no_raw_block_with_nothing_queued) {
     reply("MOT001", "echo");
     write("MOT001");
     EXPECT_EQ(read_at(50), "MOT001");
     write(std::string(12, 'x'));
     EXPECT_EQ(read_at(1000), "");
+}
+
+/// The cable with the desk's exchange at its end, on the virtual clock.
+class cable_in_use : public testing::Test {
+protected:
+    cable_in_use() {
+        form.add(link.tim_rx);
+        events.start({&form});
+        link.com_port = 1;
+        link.set_comm();
+        line.script.add("TIM*", scripted_answer_of(words_of("+300 echo").value(), 0).value());
+    }
+    virtual_events events;
+    virtual_line line{events};
+    queued_message_box boxes;
+    queued_file_dialog files;
+    machine host{line, events, boxes, files, {}};
+    exchange link{host};
+    window form;
+};
+
+TEST_F(cable_in_use, carries_an_exchange) {
+    link.tx_cmd("TIM007");
+    EXPECT_TRUE(link.rx_done);
+    EXPECT_EQ(line.take_log(), (strings{"> TIM007", "< TIM007"}));
+}
+
+TEST_F(cable_in_use, is_silent_where_the_device_vanishes_in_the_middle_of_an_exchange) {
+    const std::int64_t start = events.clock_ms();
+    events.later(100, [&] { line.set_port(1, state::gone); });
+    link.tx_cmd("TIM007");
+    EXPECT_FALSE(link.rx_done);
+    EXPECT_GE(events.clock_ms() - start, 2 * 151 * 5);
+    EXPECT_TRUE(link.rs232_connected) << "nobody has told the desk";
+    EXPECT_EQ(json_text(boxes.take_shown()), "[]");
+    EXPECT_EQ(line.take_log(), (strings{"> TIM007", "> TIM007"}));
+}
+
+TEST_F(cable_in_use, stays_silent_where_the_device_comes_back_in_the_middle_of_an_exchange) {
+    events.later(100, [&] { line.set_port(1, state::gone); });
+    events.later(200, [&] { line.set_port(1, state::ok); });
+    link.tx_cmd("TIM007");
+    EXPECT_FALSE(link.rx_done) << "it has to be opened anew";
+    link.set_comm();
+    link.tx_cmd("TIM007");
+    EXPECT_TRUE(link.rx_done);
+}
+
+TEST_F(cable_in_use, goes_on_where_it_is_opened_anew_in_the_middle_of_an_exchange) {
+    events.later(100, [&] {
+        line.set_port(1, state::gone);
+        line.set_port(1, state::ok);
+        link.set_comm();
+    });
+    link.tx_cmd("TIM007");
+    EXPECT_TRUE(link.rx_done) << "the second try";
+    EXPECT_EQ(line.take_log(), (strings{"> TIM007", "> TIM007", "< TIM007"}));
+}
+
+TEST_F(cable_in_use, holds_the_desk_for_ever_where_it_gets_stuck) {
+    line.set_port(1, state::stuck);
+    events.run_event([&] { link.tx_cmd("TIM007"); });
+    ASSERT_TRUE(events.ended_by());
+    EXPECT_EQ(events.ended_by()->code(), failure::does_not_return);
+    EXPECT_EQ(line.take_log(), strings{"> TIM007"});
 }
 
 } // namespace

@@ -61,6 +61,25 @@ TEST(replace_whole_file, leaves_nothing_of_the_old_file_and_no_second_file) {
     EXPECT_EQ(directory.file_count(), 1U);
 }
 
+TEST(replace_whole_file, leaves_a_link_a_link) {
+    const temporary_directory directory;
+    directory.put("real.ini", "old");
+    std::filesystem::create_symlink(directory / "real.ini", directory / "link.ini");
+    replace_whole_file(directory / "link.ini", "new");
+    EXPECT_TRUE(std::filesystem::is_symlink(directory / "link.ini"));
+    EXPECT_EQ(directory.content("real.ini"), "new");
+}
+
+TEST(replace_whole_file, keeps_what_others_may_do_with_it) {
+    using std::filesystem::perms;
+    const temporary_directory directory;
+    directory.put("old.ini", "old");
+    const perms wanted = perms::owner_read | perms::owner_write | perms::group_read;
+    std::filesystem::permissions(directory / "old.ini", wanted);
+    replace_whole_file(directory / "old.ini", "new");
+    EXPECT_EQ(std::filesystem::status(directory / "old.ini").permissions(), wanted);
+}
+
 TEST(replace_whole_file, fails_in_a_directory_that_is_not_there) {
     const temporary_directory directory;
     EXPECT_EQ(failure_of([&] { replace_whole_file(directory / "none/file.ini", "x"); }),

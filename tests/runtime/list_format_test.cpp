@@ -105,6 +105,15 @@ TEST(list_reader_number, fails_behind_the_last_value) {
     EXPECT_EQ(failure_of([&] { values.read_single(); }), failure::input_past_end_of_file);
 }
 
+TEST(list_reader, finds_no_value_in_blanks_at_the_end) {
+    list_reader numbers("1   ");
+    EXPECT_EQ(numbers.read_integer(), 1);
+    EXPECT_EQ(failure_of([&] { numbers.read_integer(); }), failure::input_past_end_of_file);
+    list_reader texts("a\r\n   ");
+    EXPECT_EQ(texts.read_string(), "a");
+    EXPECT_EQ(failure_of([&] { texts.read_string(); }), failure::input_past_end_of_file);
+}
+
 TEST(list_reader_integer, is_of_16_bits) {
     list_reader values("32767,-32768,32768,-32769,1E9");
     EXPECT_EQ(values.read_integer(), 32767);

@@ -105,7 +105,9 @@ TEST(val, is_0_where_there_is_no_number) {
 TEST(val, fails_for_a_number_too_large_and_not_for_one_too_small) {
     EXPECT_EQ(failure_of([] { val("1E400"); }), failure::overflow);
     EXPECT_EQ(failure_of([] { val("-1E400"); }), failure::overflow);
+    EXPECT_EQ(failure_of([] { val("1" + std::string(400, '0')); }), failure::overflow);
     EXPECT_EQ(val("1E-400"), 0);
+    EXPECT_EQ(val("0." + std::string(400, '0') + "1"), 0);
 }
 
 TEST(is_number, wants_the_whole_text) {

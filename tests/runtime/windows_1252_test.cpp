@@ -10,8 +10,8 @@ namespace {
 
 // 0x80 to 0x9F as characters; an empty place is one of the five codes that stand for themselves
 constexpr std::array<const char*, 32> upper_controls = {
-    "€", "",  "‚", "ƒ", "„", "…", "†", "‡", "ˆ", "‰", "Š", "‹", "Œ", "",  "Ž", "",
-    "",  "‘", "’", "“", "”", "•", "–", "—", "˜", "™", "š", "›", "œ", "",  "ž", "Ÿ",
+    "€", "",  "‚", "ƒ", "„", "…", "†", "‡", "ˆ", "‰", "Š", "‹", "Œ", "", "Ž", "",
+    "",  "‘", "’", "“", "”", "•", "–", "—", "˜", "™", "š", "›", "œ", "", "ž", "Ÿ",
 };
 
 std::string byte_text(int code) { return std::string(1, static_cast<char>(code)); }
@@ -53,9 +53,7 @@ TEST(bytes_from_text, has_a_question_mark_for_a_character_without_a_byte) {
     EXPECT_EQ(bytes_from_text("\xC2\x80"), "?") << "U+0080 has no byte: 0x80 is the euro";
 }
 
-TEST(bytes_from_text, leaves_what_is_no_utf8) {
-    EXPECT_EQ(bytes_from_text("\xFF\x80x"), "\xFF\x80x");
-}
+TEST(bytes_from_text, leaves_what_is_no_utf8) { EXPECT_EQ(bytes_from_text("\xFF\x80x"), "\xFF\x80x"); }
 
 TEST(append_utf8, writes_one_to_four_bytes) {
     const auto utf8 = [](char32_t c) {

@@ -55,6 +55,14 @@ TEST_F(main_window, opens_no_port_for_number_0) {
     EXPECT_TRUE(m.boxes.all.empty());
 }
 
+TEST_F(main_window, starts_disconnected) {
+    desk.link.rs232_connected = true;
+    m.port.missing = {1};
+    desk.load();
+    EXPECT_EQ(m.port.done, strings{"open 1"}) << "nothing is open that could be closed";
+    EXPECT_FALSE(desk.link.rs232_connected);
+}
+
 TEST_F(main_window, fills_its_combo_boxes) {
     desk.load();
     EXPECT_EQ(desk.link.cbo_com.items(),

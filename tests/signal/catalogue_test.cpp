@@ -36,10 +36,12 @@ protected:
         rows.lstv_pattern.visible = false;
     }
     std::vector<control*> work_area() {
-        return {&desk_area.fra_desk,       &desk_area.lab_desk_note,  &desk_area.cmd_run,
-                &desk_area.cmd_download,   &desk_area.fra_hori,       &desk_area.fra_vert,
-                &desk_area.lab_pix_clock,  &desk_area.txt_pix_f,      &desk_area.txt_motion_str,
-                &desk_area.lab_motion_str, &desk_area.cmd_upload,     &desk_area.cmd_check_all,
+        return {&desk_area.fra_desk,       &desk_area.lab_desk_note,
+                &desk_area.cmd_run,        &desk_area.cmd_download,
+                &desk_area.fra_hori,       &desk_area.fra_vert,
+                &desk_area.lab_pix_clock,  &desk_area.txt_pix_f,
+                &desk_area.txt_motion_str, &desk_area.lab_motion_str,
+                &desk_area.cmd_upload,     &desk_area.cmd_check_all,
                 &desk_area.cmd_check_none, &desk_area.hsr_color_setting[0]};
     }
     /// A catalogue of so many plain rows.

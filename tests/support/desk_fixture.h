@@ -10,8 +10,9 @@
 
 namespace desk::test {
 
-inline const std::string usual_settings = "1\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n"
-                                          "\"\"\r\n0\r\n0\r\n0\r\n";
+inline const std::string usual_settings =
+    "1\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n"
+    "\"\"\r\n0\r\n0\r\n0\r\n";
 
 /// A catalogue of so many plain rows.
 inline std::string plain_catalogue(int timings, int patterns) {

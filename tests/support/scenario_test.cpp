@@ -26,9 +26,7 @@ TEST(a_scenario_file, holds_scenarios_with_the_numbers_of_their_lines) {
     EXPECT_EQ(scenarios[1].lines[1].number, 9);
 }
 
-TEST(a_scenario_file, begins_with_a_rule) {
-    EXPECT_THROW(scenarios_of("start\n== rule\n"), std::runtime_error);
-}
+TEST(a_scenario_file, begins_with_a_rule) { EXPECT_THROW(scenarios_of("start\n== rule\n"), std::runtime_error); }
 
 TEST(a_scenario, goes_well_where_every_answer_is_as_told) {
     EXPECT_TRUE(failures_of("start\n"
