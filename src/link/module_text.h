@@ -10,7 +10,8 @@ namespace desk {
 std::string zero_pad3(int value);
 
 /// Trims `text` in place; puts the first character of `pad` in front up to `width`, or keeps the rightmost `width`
-/// characters where it is longer. The result is also left in `text`.
+/// characters where it is longer. The result is also left in `text`. Throws failure::invalid_procedure_call for an
+/// empty `pad` or a negative `width`.
 std::string pad_left(std::string& text, std::string_view pad, int width);
 
 /// What stands around the last backslash or slash of a path. Part 0: all before it. Part 1: a short form for display,
