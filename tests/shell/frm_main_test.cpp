@@ -2,6 +2,7 @@
 
 #include "support/desk_fixture.h"
 #include "support/expect_failure.h"
+#include "support/view_controls.h"
 
 #include <gtest/gtest.h>
 
@@ -191,37 +192,7 @@ TEST_F(main_window, hides_all_of_a_view_and_pumps_events) {
     desk.view_reset();
     EXPECT_EQ(pumps, 1);
     EXPECT_TRUE(hidden_at_pump);
-    for (const char* name : {"lstv_timing",
-                             "lstv_pattern",
-                             "fra_desk",
-                             "cmd_run",
-                             "cmd_download",
-                             "lab_desk_note",
-                             "cmd_check_all",
-                             "cmd_check_none",
-                             "fra_auto",
-                             "fra_setup",
-                             "fra_edid",
-                             "fra_edid_edit",
-                             "fra_hori",
-                             "fra_vert",
-                             "lab_pix_clock",
-                             "txt_pix_f",
-                             "txt_motion_str",
-                             "lab_motion_str",
-                             "cmd_upload",
-                             "hsr_color_setting(0)",
-                             "hsr_color_setting(1)",
-                             "hsr_color_setting(2)",
-                             "hsr_color_setting(3)",
-                             "lab_color_setting(0)",
-                             "lab_color_setting(1)",
-                             "lab_color_setting(2)",
-                             "lab_color_setting(3)",
-                             "txt_color_setting(0)",
-                             "txt_color_setting(1)",
-                             "txt_color_setting(2)",
-                             "txt_color_setting(3)"}) {
+    for (const std::string& name : test::view_controls) {
         ASSERT_NE(desk.form.find(name), nullptr) << name;
         EXPECT_FALSE(desk.form.find(name)->visible) << name;
     }

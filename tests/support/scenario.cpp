@@ -3,6 +3,7 @@
 #include "robot/robot.h"
 #include "runtime/windows_1252.h"
 #include "support/temporary_directory.h"
+#include "support/view_controls.h"
 
 #include <nlohmann/json.hpp>
 
@@ -21,41 +22,6 @@ namespace {
 
 constexpr std::string_view default_settings = "1\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n"
                                               "\"\"\r\n\"\"\r\n0\r\n0\r\n0\r\n";
-
-// all that a change of view hides
-const std::vector<std::string> view_controls = {
-    "lstv_timing",
-    "lstv_pattern",
-    "fra_desk",
-    "cmd_run",
-    "cmd_download",
-    "lab_desk_note",
-    "cmd_check_all",
-    "cmd_check_none",
-    "fra_auto",
-    "fra_setup",
-    "fra_edid",
-    "fra_edid_edit",
-    "fra_hori",
-    "fra_vert",
-    "lab_pix_clock",
-    "txt_pix_f",
-    "txt_motion_str",
-    "lab_motion_str",
-    "cmd_upload",
-    "hsr_color_setting(0)",
-    "lab_color_setting(0)",
-    "txt_color_setting(0)",
-    "hsr_color_setting(1)",
-    "lab_color_setting(1)",
-    "txt_color_setting(1)",
-    "hsr_color_setting(2)",
-    "lab_color_setting(2)",
-    "txt_color_setting(2)",
-    "hsr_color_setting(3)",
-    "lab_color_setting(3)",
-    "txt_color_setting(3)",
-};
 
 std::string trimmed(std::string_view text) {
     const std::size_t first = text.find_first_not_of(" \t\r");
