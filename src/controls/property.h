@@ -31,7 +31,6 @@ public:
 
     operator const Value&() const { return value_; } // NOLINT(google-explicit-constructor): it stands for its value
     const Value& get() const { return value_; }
-    const Value* operator->() const { return &value_; }
 
     friend bool operator==(const property& a, const Value& b) { return a.value_ == b; }
 

@@ -116,6 +116,25 @@ std::size_t numeric_start(std::string_view text) {
     return take_digits() > 0 ? at : mantissa_end;
 }
 
+/// How many places the first digit that counts stands in front of the point, with the exponent taken in; 0 or less
+/// behind it. For an unsigned number.
+std::int64_t power_of_ten(std::string_view number) {
+    const std::size_t exponent_at = std::min(number.find_first_of("Ee"), number.size());
+    const std::string_view mantissa = number.substr(0, exponent_at);
+    const std::size_t point = std::min(mantissa.find('.'), mantissa.size());
+    const std::size_t first = std::min(mantissa.find_first_not_of("0."), mantissa.size());
+    const std::int64_t places = static_cast<std::int64_t>(point) - static_cast<std::int64_t>(first) + (first > point);
+    // no text is long enough to outweigh an exponent beyond this
+    constexpr std::int64_t far = 1'000'000'000'000;
+    std::int64_t exponent = 0;
+    std::string_view digits = number.substr(std::min(exponent_at + 1, number.size()));
+    const bool negative = digits.starts_with('-');
+    if (negative || digits.starts_with('+')) digits.remove_prefix(1);
+    for (const char c : digits)
+        exponent = std::min(exponent * 10 + (c - '0'), far);
+    return places + (negative ? -exponent : exponent);
+}
+
 template <class Change>
 std::string each_character(std::string_view text, Change change) {
     std::string result(text);
@@ -151,10 +170,8 @@ double val(std::string_view text) {
     const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), value);
     if (result.ec == std::errc::result_out_of_range) {
         // out of range is too large or too close to zero
-        const std::size_t exponent = digits.find_first_of("Ee");
-        const bool below_1 = digits.substr(0, digits.find('.')).find_first_not_of('0') == std::string_view::npos;
-        const bool tiny = exponent == std::string_view::npos ? below_1 : digits.at(exponent + 1) == '-';
-        if (!tiny) throw runtime_failure(failure::overflow, "the number " + std::string(number) + " is too large");
+        if (power_of_ten(digits) > 0)
+            throw runtime_failure(failure::overflow, "the number " + std::string(number) + " is too large");
         value = 0;
     }
     return negative ? -value : value;

@@ -126,7 +126,7 @@ TEST(property, stands_for_its_value) {
     l.caption += " :";
     const std::string& text = l.caption;
     EXPECT_EQ(text, "Timing :");
-    EXPECT_EQ(l.caption->size(), 8U);
+    EXPECT_EQ(l.caption.get().size(), 8U);
     EXPECT_EQ(l.caption.get(), "Timing :");
 }
 

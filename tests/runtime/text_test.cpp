@@ -107,6 +107,12 @@ TEST(val, fails_for_a_number_too_large_and_not_for_one_too_small) {
     EXPECT_EQ(failure_of([] { val("-1E400"); }), failure::overflow);
     EXPECT_EQ(failure_of([] { val("1" + std::string(400, '0')); }), failure::overflow);
     EXPECT_EQ(val("1E-400"), 0);
+    EXPECT_EQ(val("0." + std::string(400, '0') + "1E+5"), 0);
+    EXPECT_EQ(val("1" + std::string(400, '0') + "E-800"), 0);
+    EXPECT_EQ(val("1E-99999999999999999999"), 0);
+    EXPECT_EQ(failure_of([] { val("1" + std::string(400, '0') + "E-1"); }), failure::overflow);
+    EXPECT_EQ(failure_of([] { val("0.001E+400"); }), failure::overflow);
+    EXPECT_EQ(failure_of([] { val("1E99999999999999999999"); }), failure::overflow);
     EXPECT_EQ(val("0." + std::string(400, '0') + "1"), 0);
 }
 

@@ -587,7 +587,7 @@ TEST_P(in_each_state, no_two_mnemonics_clash) {
         const auto* b = dynamic_cast<const button*>(c);
         if (b == nullptr || b->mnemonic == 0) continue;
         EXPECT_TRUE(seen.insert(std::tolower(b->mnemonic)).second) << b->mnemonic << " of " << b->full_name();
-        EXPECT_NE(b->caption->find(b->mnemonic), std::string::npos) << b->full_name();
+        EXPECT_NE(b->caption.get().find(b->mnemonic), std::string::npos) << b->full_name();
     }
     EXPECT_FALSE(seen.empty());
 }
