@@ -15,7 +15,6 @@ namespace {
 constexpr int tries = 2;
 constexpr int wait_limit = 150;
 constexpr int wait_limit_reset = 800;
-constexpr int motion_string_pattern = 41;
 
 } // namespace
 
@@ -111,6 +110,8 @@ void exchange::drain_output() {
         machine_.events.turn_without_progress();
 }
 
+void exchange::show_link_error() { machine_.boxes.show("Link Error !", box_icon::critical, box_buttons::ok); }
+
 void exchange::tim_rx_timer() {
     if (machine_.port.in_count() == 0) return;
     tim_rx.enabled = false;
@@ -137,14 +138,21 @@ void exchange::judge_answer() {
     if (rx_count >= 6) rx_done = is_digit(rx_text.at(3)) && is_digit(rx_text.at(4)) && is_digit(rx_text.at(5));
 }
 
+std::string_view part_of_answer(std::string_view answer, std::size_t place, std::size_t count) {
+    return answer.substr(std::min(place - 1, answer.size()), count);
+}
+
 std::string_view character_of_answer(std::string_view answer, std::size_t place) {
-    return answer.substr(std::min(place - 1, answer.size()), 1);
+    return part_of_answer(answer, place, 1);
 }
 
 std::string_view last_of_answer(std::string_view answer, std::size_t count) {
     return answer.substr(answer.size() - std::min(count, answer.size()));
 }
 
-double last_as_number(std::string_view answer, std::size_t count) { return val(last_of_answer(answer, count)); }
+std::int16_t as_number(std::string_view part) {
+    const std::size_t digits = std::min(part.find_first_not_of(' '), part.size());
+    return to_integer(val(part.substr(0, part.find_first_not_of("0123456789", digits))));
+}
 
 } // namespace desk

@@ -48,6 +48,8 @@ public:
     void tx_byte(std::uint8_t a_byte);
     /// Waits until nothing is unsent: no limit, no pump.
     void drain_output();
+    /// The box of a failed exchange: "Link Error !". Which callers show it is theirs to decide.
+    void show_link_error();
 
     void cbo_com_click();
     void cmd_conn_click();
@@ -63,11 +65,20 @@ private:
     machine& machine_;
 };
 
+/// What a status label shows for a failed exchange. The box's text differs from it on purpose.
+inline constexpr const char* link_error_label = "Link Error";
+
+/// The row of the pattern list that shows the custom string.
+inline constexpr int motion_string_pattern = 41;
+
 /// The `place`th character of an answer, from 1; empty where the answer is shorter.
 std::string_view character_of_answer(std::string_view answer, std::size_t place);
 /// The last `count` characters of an answer, or all of it where it is shorter.
 std::string_view last_of_answer(std::string_view answer, std::size_t count);
-/// The same, read as a number.
-double last_as_number(std::string_view answer, std::size_t count);
+/// Up to `count` characters of an answer from the `place`th one, counted from 1.
+std::string_view part_of_answer(std::string_view answer, std::size_t place, std::size_t count);
+/// A part of an answer as a number: its digits up to the first character that is none, blanks in front passed over;
+/// 0 where there is none.
+std::int16_t as_number(std::string_view part);
 
 } // namespace desk

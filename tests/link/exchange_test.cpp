@@ -586,15 +586,27 @@ TEST(characters_of_an_answer, may_be_taken_from_its_end) {
     EXPECT_EQ(last_of_answer("", 1), "");
 }
 
-TEST(last_as_number, is_the_longest_numeric_start_of_the_last_characters) {
-    EXPECT_EQ(last_as_number("TIM254", 3), 254);
-    EXPECT_EQ(last_as_number("PCM100", 3), 100);
-    EXPECT_EQ(last_as_number("ASC003", 1), 3);
-    EXPECT_EQ(last_as_number("TIM2540", 3), 540) << "a stray character shifts what is read";
-    EXPECT_EQ(last_as_number("TIM12x", 3), 12);
-    EXPECT_EQ(last_as_number("TIMx12", 3), 0);
-    EXPECT_EQ(last_as_number("7", 3), 7);
-    EXPECT_EQ(last_as_number("", 3), 0);
+TEST(characters_of_an_answer, may_be_a_part_of_it) {
+    EXPECT_EQ(part_of_answer("FT+007FT-012", 7, 6), "FT-012");
+    EXPECT_EQ(part_of_answer("FT+007FT-", 7, 6), "FT-");
+    EXPECT_EQ(part_of_answer("FT+007", 7, 6), "");
+    EXPECT_EQ(part_of_answer("FT+007", 8, 6), "");
+}
+
+TEST(a_number_of_an_answer, is_its_digits_up_to_the_first_character_that_is_none) {
+    EXPECT_EQ(as_number("254"), 254);
+    EXPECT_EQ(as_number("007"), 7);
+    EXPECT_EQ(as_number("3"), 3);
+    EXPECT_EQ(as_number("12x"), 12);
+    EXPECT_EQ(as_number("1.9"), 1);
+    EXPECT_EQ(as_number("1E2"), 1);
+    EXPECT_EQ(as_number(" 12"), 12);
+    EXPECT_EQ(as_number("1 2"), 1);
+}
+
+TEST(a_number_of_an_answer, is_0_where_there_is_no_digit_in_front) {
+    for (const char* part : {"", "x12", "-12", "+12", ".5", "   ", "- 1"})
+        EXPECT_EQ(as_number(part), 0) << part;
 }
 
 } // namespace
