@@ -131,6 +131,7 @@ std::optional<json> field_of(const frm_main& desk, const std::string& name) {
         {"logo_hidden", [&] { return json(desk.logo_hidden); }},
         {"cur_timing", [&] { return json(rows.cur_timing); }},
         {"cur_pattern", [&] { return json(rows.cur_pattern); }},
+        {"color_mode", [&] { return json(desk.colors.color_mode); }},
         {"com_port", [&] { return json(link.com_port); }},
         {"rs232_connected", [&] { return json(link.rs232_connected); }},
         {"download_mode", [&] { return json(link.download_mode); }},

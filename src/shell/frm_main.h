@@ -9,11 +9,15 @@
 #include "shell/settings_file.h"
 #include "signal/autorun.h"
 #include "signal/catalogue.h"
+#include "signal/color_settings.h"
 #include "signal/desk_frame.h"
+#include "signal/download.h"
 #include "signal/favourites.h"
-#include "signal/panel_frame.h"
+#include "signal/panel.h"
+#include "signal/refresh.h"
 #include "signal/set_dispatcher.h"
 #include "signal/status_frame.h"
+#include "signal/upload.h"
 #include "translate/translation_frame.h"
 
 namespace desk {
@@ -33,10 +37,14 @@ public:
     status_frame status;
     desk_frame desk_area;
     catalogue rows{link, desk_area, status};
-    set_dispatcher set{link, desk_area, status, rows};
     favourites favourite_views{link, desk_area, rows};
-    autorun autorun_view{desk_area, rows};
-    panel_frame panel;
+    autorun autorun_view{link, desk_area, rows};
+    set_dispatcher set{link, desk_area, status, rows, autorun_view};
+    panel switches{link, status};
+    color_settings colors{link, desk_area};
+    refresh status_refresh{link, status, rows, switches};
+    download read_back{link, desk_area, rows, switches, colors, autorun_view, status_refresh};
+    upload custom_string_upload{link, desk_area};
     workbench_frame edid;
     translation_frame translation;
     shared_fields fields;

@@ -38,18 +38,18 @@ void frm_main::load() {
 }
 
 void frm_main::set_texts() {
-    panel.lab_setup.caption = "Press [Download] to download VELOTRACE system status.\r\n"
-                              "Press panel control buttons to control VELOTRACE right away.\r\n"
-                              "After [Reset], press [Download] to get VELOTRACE default status.\r\n\r\n\r\n\r\n"
-                              "Output Format = \r\n\r\n"
-                              "HDCP =\r\n\r\n"
-                              "Audio Source = \r\n\r\n"
-                              "LPCM CH = \r\n\r\n"
-                              "Color Space = \r\n\r\n"
-                              "Deep Color = \r\n\r\n"
-                              "Autorun = \r\n\r\n"
-                              "My Favorite = \r\n\r\n"
-                              "System Reset = ";
+    switches.lab_setup.caption = "Press [Download] to download VELOTRACE system status.\r\n"
+                                 "Press panel control buttons to control VELOTRACE right away.\r\n"
+                                 "After [Reset], press [Download] to get VELOTRACE default status.\r\n\r\n\r\n\r\n"
+                                 "Output Format = \r\n\r\n"
+                                 "HDCP =\r\n\r\n"
+                                 "Audio Source = \r\n\r\n"
+                                 "LPCM CH = \r\n\r\n"
+                                 "Color Space = \r\n\r\n"
+                                 "Deep Color = \r\n\r\n"
+                                 "Autorun = \r\n\r\n"
+                                 "My Favorite = \r\n\r\n"
+                                 "System Reset = ";
     desk_area.lab_hori.caption = "      Total:         pix\r\n\r\n"
                                  "      Active:         pix\r\n\r\n"
                                  "Pulse Delay:         pix,          us\r\n\r\n"

@@ -21,7 +21,7 @@ void frm_main::view_reset() {
     desk_frame& d = desk_area;
     for (control* c : std::initializer_list<control*>{
              &rows.lstv_timing, &rows.lstv_pattern, &d.fra_desk, &d.cmd_run, &d.cmd_download, &d.lab_desk_note,
-             &d.cmd_check_all, &d.cmd_check_none, &autorun_view.fra_auto, &panel.fra_setup, &edid.fra_edid,
+             &d.cmd_check_all, &d.cmd_check_none, &autorun_view.fra_auto, &switches.fra_setup, &edid.fra_edid,
              &translation.fra_edid_edit, &d.fra_hori, &d.fra_vert, &d.lab_pix_clock, &d.txt_pix_f, &d.txt_motion_str,
              &d.lab_motion_str, &d.cmd_upload})
         c->visible = false;
@@ -60,7 +60,7 @@ void frm_main::cmd_setup_click() {
     change_view(6);
     desk_area.cmd_download.left = download_left_over_frame;
     desk_area.cmd_download.top = download_top_over_frame;
-    panel.fra_setup.visible = true;
+    switches.fra_setup.visible = true;
     desk_area.cmd_download.visible = true;
 }
 

@@ -1,12 +1,39 @@
 #include "signal/autorun.h"
 
+#include "link/commands.h"
+#include "runtime/numbers.h"
 #include "runtime/text.h"
+#include "runtime/windows_1252.h"
 
 namespace desk {
 
-autorun::autorun(desk_frame& desk, catalogue& rows) : desk_(desk), rows_(rows) {
+namespace {
+
+/// A row's number as its name tells it in its second and third character. The lists' own order is not asked: the
+/// catalogue keeps the two equal.
+int number_in_name(const std::string& name) {
+    // one byte a character
+    const std::string characters = bytes_from_text(name);
+    return to_integer(val(part_of_answer(characters, 2, 2)));
+}
+
+/// Chooses the item of this very text. Where there is none, the choice stays.
+void choose_text(combo_box& list, const std::string& text) {
+    for (int i = 0; i < list.list_count(); ++i) {
+        if (list.item(i) != text) continue;
+        list.set_list_index(i);
+        return;
+    }
+}
+
+} // namespace
+
+autorun::autorun(exchange& link, desk_frame& desk, catalogue& rows) : link_(link), desk_(desk), rows_(rows) {
     lstv_auto.columns = {{"No.", 600}, {"Timing", 3000}, {"Pattern", 3300}, {"Interval (sec)", 1500}};
     cmd_auto.on_click = [this] { cmd_auto_click(); };
+    cmd_replace.on_click = [this] { cmd_replace_click(); };
+    cmd_delete.on_click = [this] { cmd_delete_click(); };
+    lstv_auto.on_double_click = [this] { lstv_auto_dbl_click(); };
 }
 
 void autorun::fill_intervals() {
@@ -20,7 +47,7 @@ void autorun::fill_rows() {
         lstv_auto.add_row(number_text(i));
         lstv_auto.set_sub_item(i, 1, "");
         lstv_auto.set_sub_item(i, 2, "");
-        lstv_auto.set_sub_item(i, 3, "0");
+        lstv_auto.set_sub_item(i, 3, autorun_unused);
     }
 }
 
@@ -37,6 +64,52 @@ void autorun::cmd_auto_click() {
     rows_.cbo_timing.set_list_index(0);
     rows_.cbo_pattern.set_list_index(0);
     cbo_interval.set_list_index(0);
+}
+
+void autorun::cmd_replace_click() {
+    set_selected_row(rows_.cbo_timing.text(), rows_.cbo_pattern.text(), cbo_interval.text());
+}
+
+void autorun::cmd_delete_click() { set_selected_row("", "", autorun_unused); }
+
+void autorun::set_selected_row(const std::string& timing, const std::string& pattern, const std::string& interval) {
+    const int row = lstv_auto.selected();
+    // a press that comes in while a download has just emptied the list finds no row
+    if (row == 0) return;
+    lstv_auto.set_sub_item(row, 1, timing);
+    lstv_auto.set_sub_item(row, 2, pattern);
+    lstv_auto.set_sub_item(row, 3, interval);
+}
+
+void autorun::lstv_auto_dbl_click() {
+    const int row = lstv_auto.selected();
+    if (row == 0) return;
+    choose_text(rows_.cbo_timing, lstv_auto.sub_item(row, 1));
+    choose_text(rows_.cbo_pattern, lstv_auto.sub_item(row, 2));
+    choose_text(cbo_interval, trim(lstv_auto.sub_item(row, 3)));
+}
+
+void autorun::upload_autorun() {
+    for (int i = 1; i <= autorun_rows; ++i) {
+        if (!upload_row(i)) return;
+    }
+}
+
+bool autorun::upload_row(int row) {
+    if (!send(mnemonic::autorun_row, row)) return false;
+    if (lstv_auto.sub_item(row, 3) == autorun_unused)
+        return send(mnemonic::autorun_timing, 1) && send(mnemonic::autorun_pattern, 1) &&
+               send(mnemonic::autorun_interval, 0);
+    return send(mnemonic::autorun_timing, number_in_name(lstv_auto.sub_item(row, 1))) &&
+           send(mnemonic::autorun_pattern, number_in_name(lstv_auto.sub_item(row, 2))) &&
+           send(mnemonic::autorun_interval, to_integer(val(lstv_auto.sub_item(row, 3))));
+}
+
+bool autorun::send(std::string_view letters, int argument) {
+    link_.tx_cmd(command::set(letters, argument));
+    const bool answered = link_.rx_done;
+    if (!answered) link_.show_link_error();
+    return answered;
 }
 
 } // namespace desk

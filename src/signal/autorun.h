@@ -7,7 +7,7 @@ namespace desk {
 /// The list that the generator runs by itself: up to 32 steps of a timing, a pattern and a time to hold them.
 class autorun {
 public:
-    autorun(desk_frame& desk, catalogue& rows);
+    autorun(exchange& link, desk_frame& desk, catalogue& rows);
 
     button cmd_auto;
     frame fra_auto;
@@ -22,14 +22,29 @@ public:
     /// The 32 rows as unused.
     void fill_rows();
 
+    /// Sends all 32 rows, each with four exchanges, and stops with a box at the first that fails.
+    void upload_autorun();
+
     void cmd_auto_click();
+    void cmd_replace_click();
+    void cmd_delete_click();
+    void lstv_auto_dbl_click();
 
 private:
+    void set_selected_row(const std::string& timing, const std::string& pattern, const std::string& interval);
+    bool upload_row(int row);
+    /// One exchange of the upload. False where it failed, which the operator has been told then.
+    bool send(std::string_view letters, int argument);
+
+    exchange& link_;
     desk_frame& desk_;
     catalogue& rows_;
 };
 
 inline constexpr int autorun_rows = 32;
+
+/// The interval of an unused row.
+inline constexpr const char* autorun_unused = "0";
 
 /// Where Download stands over the frames of Autorun Config and Panel Control, in twips.
 inline constexpr int download_left_over_frame = 2700;

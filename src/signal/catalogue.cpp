@@ -12,9 +12,6 @@ namespace desk {
 
 namespace {
 
-constexpr int color_setting_pattern = 13;
-constexpr int motion_string_pattern = 41;
-
 // the figures of a timing in lstv_timing_sub; htotal is the row's text
 enum figure { hactive = 1, hdelay, hsw, hpol, vtotal, vactive, vdelay, vsw, vpol, pix_f };
 

@@ -1,19 +1,28 @@
 #include "signal/set_dispatcher.h"
 
+#include "link/button_at_work.h"
 #include "link/commands.h"
+#include "runtime/failure.h"
 #include "runtime/numbers.h"
 
 namespace desk {
 
-set_dispatcher::set_dispatcher(exchange& link, desk_frame& desk, status_frame& status, catalogue& rows)
-    : link_(link), desk_(desk), status_(status), rows_(rows) {
+namespace {
+
+// the generator is never left without a favourite
+constexpr int first_default_timing = 1;
+constexpr int second_default_timing = 23;
+constexpr int default_pattern = 1;
+
+} // namespace
+
+set_dispatcher::set_dispatcher(exchange& link, desk_frame& desk, status_frame& status, catalogue& rows, autorun& steps)
+    : link_(link), desk_(desk), status_(status), rows_(rows), steps_(steps) {
     desk_.cmd_run.on_click = [this] { cmd_run_click(); };
 }
 
 void set_dispatcher::cmd_run_click() {
-    desk_.cmd_run.enabled = false;
-    link_.host().events.pump();
-    desk_.cmd_run.back_color = color_red;
+    begin_work(desk_.cmd_run, link_.host().events);
     switch (link_.view_mode) {
     case 0:
         set_row(rows_.lstv_timing, mnemonic::timing, status_.lab_timing, rows_.cur_timing);
@@ -21,11 +30,19 @@ void set_dispatcher::cmd_run_click() {
     case 1:
         set_row(rows_.lstv_pattern, mnemonic::pattern, status_.lab_pattern, rows_.cur_pattern);
         break;
+    case 2:
+        set_favourite_timings();
+        break;
+    case 3:
+        set_favourite_patterns();
+        break;
+    case 5:
+        upload_autorun();
+        break;
     default:
         break;
     }
-    desk_.cmd_run.back_color = color_button_face;
-    desk_.cmd_run.enabled = true;
+    end_work(desk_.cmd_run);
 }
 
 void set_dispatcher::set_row(list_view& list, std::string_view letters, label& shown, std::int16_t& current) {
@@ -39,9 +56,70 @@ void set_dispatcher::set_row(list_view& list, std::string_view letters, label& s
         shown.caption = list.text(row);
         current = to_integer(row);
     } else {
-        shown.caption = "Link Error";
+        shown.caption = link_error_label;
     }
     list.set_focus();
+}
+
+void set_dispatcher::set_favourite_timings() {
+    desk_.cmd_download.enabled = false;
+    const bool any_checked = send_flags(rows_.lstv_timing, link_.fav_timing_count, mnemonic::favourite_timing_on,
+                                        mnemonic::favourite_timing_off);
+    if (!any_checked && link_.rx_done) {
+        // a catalogue without the second row ends the program here
+        while_doing([] { return "Checking the favourite timings that the generator has when none is checked"; },
+                    [this] {
+                        check_default(rows_.lstv_timing, first_default_timing);
+                        check_default(rows_.lstv_timing, second_default_timing);
+                    });
+        link_.tx_cmd(command::set(mnemonic::favourite_timing_on, first_default_timing));
+        // what becomes of the second one is not looked at
+        if (link_.rx_done)
+            link_.tx_cmd(command::set(mnemonic::favourite_timing_on, second_default_timing));
+        else
+            link_.show_link_error();
+    }
+    desk_.cmd_download.enabled = true;
+}
+
+void set_dispatcher::set_favourite_patterns() {
+    desk_.cmd_download.enabled = false;
+    const bool any_checked = send_flags(rows_.lstv_pattern, link_.fav_pattern_count, mnemonic::favourite_pattern_on,
+                                        mnemonic::favourite_pattern_off);
+    if (!any_checked && link_.rx_done) {
+        // one row alone, unlike the timings
+        while_doing([] { return "Checking the favourite pattern that the generator has when none is checked"; },
+                    [this] { check_default(rows_.lstv_pattern, default_pattern); });
+        link_.tx_cmd(command::set(mnemonic::favourite_pattern_on, default_pattern));
+        if (!link_.rx_done) link_.show_link_error();
+    }
+    desk_.cmd_download.enabled = true;
+}
+
+bool set_dispatcher::send_flags(const list_view& list, int count, std::string_view letters_on,
+                                std::string_view letters_off) {
+    bool any_checked = false;
+    for (int i = 1; i <= count; ++i) {
+        const bool checked = list.row(i).checked;
+        any_checked = any_checked || checked;
+        link_.tx_cmd(command::set(checked ? letters_on : letters_off, i));
+        if (!link_.rx_done) {
+            link_.show_link_error();
+            break;
+        }
+    }
+    return any_checked;
+}
+
+void set_dispatcher::check_default(list_view& list, int row) {
+    list.select(row);
+    list.set_checked(row, true);
+}
+
+void set_dispatcher::upload_autorun() {
+    desk_.cmd_download.enabled = false;
+    steps_.upload_autorun();
+    desk_.cmd_download.enabled = true;
 }
 
 } // namespace desk

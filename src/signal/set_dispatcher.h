@@ -1,24 +1,33 @@
 #pragma once
 
-#include "signal/catalogue.h"
+#include "signal/autorun.h"
 
 namespace desk {
 
 /// SET, the one button that pushes the operator's choice to the generator. What it does depends on the view.
 class set_dispatcher {
 public:
-    set_dispatcher(exchange& link, desk_frame& desk, status_frame& status, catalogue& rows);
+    set_dispatcher(exchange& link, desk_frame& desk, status_frame& status, catalogue& rows, autorun& steps);
 
     void cmd_run_click();
 
 private:
     /// Sends the selected row of a list and shows what the generator made of it.
     void set_row(list_view& list, std::string_view letters, label& shown, std::int16_t& current);
+    void set_favourite_timings();
+    void set_favourite_patterns();
+    /// Sends the flag of each row of a list, up to the first exchange that fails. Tells whether any row sent was
+    /// checked.
+    bool send_flags(const list_view& list, int count, std::string_view letters_on, std::string_view letters_off);
+    /// Selects a row and checks it.
+    static void check_default(list_view& list, int row);
+    void upload_autorun();
 
     exchange& link_;
     desk_frame& desk_;
     status_frame& status_;
     catalogue& rows_;
+    autorun& steps_;
 };
 
 } // namespace desk

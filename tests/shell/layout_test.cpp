@@ -464,7 +464,7 @@ TEST_F(main_window_layout, has_the_box_of_the_clock_in_its_gap) {
 
 TEST_F(main_window_layout, has_the_rows_of_the_panel_beside_their_titles) {
     desk.load();
-    const label& titles = desk.panel.lab_setup;
+    const label& titles = desk.switches.lab_setup;
     ASSERT_GT(titles.line_pitch, 0);
     // the line of each title: three lines of a note, three empty ones, then a title on every second line
     const std::vector<std::pair<std::string, int>> rows = {
@@ -487,7 +487,7 @@ TEST_F(main_window_layout, has_download_between_the_note_and_the_rows_of_the_pan
     desk.load();
     desk.cmd_setup.on_click();
     const area download = place_of(desk.desk_area.cmd_download);
-    const label& titles = desk.panel.lab_setup;
+    const label& titles = desk.switches.lab_setup;
     const int text_top = place_of(titles).top;
     EXPECT_GE(download.top, text_top + 3 * titles.line_pitch);
     EXPECT_LE(download.bottom, text_top + 6 * titles.line_pitch);

@@ -42,7 +42,8 @@ protected:
     desk_frame desk_area;
     status_frame status;
     catalogue rows{link, desk_area, status};
-    set_dispatcher dispatcher{link, desk_area, status, rows};
+    autorun steps{link, desk_area, rows};
+    set_dispatcher dispatcher{link, desk_area, status, rows, steps};
     window form;
 };
 

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "link/exchange.h"
+#include "signal/desk_frame.h"
+
+#include <cstdint>
+#include <string>
+
+namespace desk {
+
+/// The colour setting controls of the colour setting pattern: they stream values while the operator drags, without
+/// waiting for answers. Index 0 is red or Cr, 1 green or Y, 2 blue or Cb, 3 grey.
+class color_settings {
+public:
+    color_settings(exchange& link, desk_frame& desk);
+
+    std::uint8_t color_mode = 0; ///< 1: RGB; 2: luminance and colour differences; 0: no download yet
+
+    void hsr_color_setting_change(int index); ///< also Scroll
+    void txt_color_setting_got_focus(int index);
+    void txt_color_setting_key_press(int index, int key);
+
+private:
+    void wire_events();
+    /// What the grey control's value makes of the boxes of the three channels.
+    void show_grey(const std::string& value);
+
+    exchange& link_;
+    desk_frame& desk_;
+};
+
+} // namespace desk

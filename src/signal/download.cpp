@@ -1,0 +1,142 @@
+#include "signal/download.h"
+
+#include "link/button_at_work.h"
+#include "link/commands.h"
+#include "runtime/failure.h"
+#include "runtime/subscript.h"
+#include "runtime/text.h"
+#include "runtime/windows_1252.h"
+
+namespace desk {
+
+namespace {
+
+// the answer to FT+999 and FP+999: for each row two letters, "+" or "-", and the row's number
+constexpr std::size_t favourite_record = 6;
+// the answer to ATS999: for each step ATN, ATT, ATP and ATI as commands are written
+constexpr std::size_t autorun_record = 24;
+
+} // namespace
+
+download::download(exchange& link, desk_frame& desk, catalogue& rows, panel& switches, color_settings& colors,
+                   autorun& steps, refresh& status)
+    : link_(link), desk_(desk), rows_(rows), switches_(switches), colors_(colors), steps_(steps), status_(status) {
+    desk_.cmd_download.on_click = [this] { cmd_download_click(); };
+}
+
+void download::cmd_download_click() {
+    begin_work(desk_.cmd_download, link_.host().events);
+    link_.download_mode = true;
+    while_doing([] { return "Reading back what the generator holds"; }, [this] { read_back(); });
+    link_.download_mode = false;
+    end_work(desk_.cmd_download);
+    link_.host().events.pump();
+}
+
+void download::read_back() {
+    if (link_.view_mode == 1 && rows_.lstv_pattern.selected() == motion_string_pattern) return read_custom_string();
+    if (link_.view_mode == 1 && rows_.lstv_pattern.selected() == color_setting_pattern) return read_color_settings();
+    if (link_.view_mode == 2 &&
+        !read_favourites(command::query_favourite_timings, link_.fav_timing_count, rows_.lstv_timing))
+        return;
+    if (link_.view_mode == 3 &&
+        !read_favourites(command::query_favourite_patterns, link_.fav_pattern_count, rows_.lstv_pattern))
+        return;
+    if (link_.view_mode == 5 && !read_autorun_list()) return;
+    if (link_.view_mode == 6) read_panel();
+}
+
+bool download::ask(std::string_view query) {
+    link_.tx_cmd(query);
+    const bool answered = link_.rx_done;
+    if (!answered) link_.show_link_error();
+    return answered;
+}
+
+void download::read_custom_string() {
+    if (!ask(command::query_custom_string)) return;
+    if (!link_.rx_text.starts_with(command::query_custom_string)) return link_.show_link_error();
+    const std::string_view held = part_of_answer(link_.rx_text, 7, 12);
+    desk_.txt_motion_str.text = text_from_bytes(held.substr(0, held.find('\0')));
+}
+
+void download::read_color_settings() {
+    if (!ask(command::query(mnemonic::color_space))) return;
+    const bool is_rgb = as_number(last_of_answer(link_.rx_text, 3)) == 1;
+    colors_.color_mode = is_rgb ? 1 : 2;
+    desk_.lab_color_setting[0].caption = is_rgb ? "Red" : "Cr";
+    desk_.lab_color_setting[1].caption = is_rgb ? "Green" : "Y";
+    desk_.lab_color_setting[2].caption = is_rgb ? "Blue" : "Cb";
+    desk_.lab_color_setting[3].caption = "Grey";
+
+    if (!ask(command::query(mnemonic::color_red))) return;
+    // the generator has no values to give: the controls stay dead, and nothing is told
+    if (last_of_answer(link_.rx_text, 3) == "300") return;
+    set_color(0, as_number(last_of_answer(link_.rx_text, 3)));
+    if (!ask(command::query(mnemonic::color_green))) return;
+    // the grey control mirrors the second channel
+    set_color(1, as_number(last_of_answer(link_.rx_text, 3)));
+    set_color(3, as_number(last_of_answer(link_.rx_text, 3)));
+    if (!ask(command::query(mnemonic::color_blue))) return;
+    set_color(2, as_number(last_of_answer(link_.rx_text, 3)));
+
+    for (text_box& box : desk_.txt_color_setting)
+        box.enabled = true;
+    for (slider& bar : desk_.hsr_color_setting)
+        bar.enabled = true;
+}
+
+void download::set_color(std::size_t index, int value) {
+    element(desk_.hsr_color_setting, index).set_value(value);
+    element(desk_.txt_color_setting, index).text = number_text(value);
+}
+
+bool download::read_favourites(std::string_view query, int count, list_view& list) {
+    if (!ask(query)) return false;
+    for (int i = 0; i < count; ++i) {
+        const std::string_view record =
+            part_of_answer(link_.rx_text, favourite_record * static_cast<std::size_t>(i) + 1, favourite_record);
+        // the row's number comes from the record and not from its place
+        const int row = as_number(part_of_answer(record, 4, 3));
+        list.set_checked(row, character_of_answer(record, 3) == "+");
+    }
+    return true;
+}
+
+bool download::read_autorun_list() {
+    if (!ask(command::query_autorun_list)) return false;
+    list_view& list = steps_.lstv_auto;
+    list.clear();
+    link_.host().events.pump();
+    for (int i = 1; i <= autorun_rows; ++i) {
+        const std::string_view record =
+            part_of_answer(link_.rx_text, autorun_record * static_cast<std::size_t>(i - 1) + 1, autorun_record);
+        const int interval = as_number(part_of_answer(record, 22, 3));
+        list.add_row(number_text(i));
+        const bool used = interval != 0;
+        list.set_sub_item(i, 1, used ? rows_.lstv_timing.text(as_number(part_of_answer(record, 10, 3))) : "");
+        list.set_sub_item(i, 2, used ? rows_.lstv_pattern.text(as_number(part_of_answer(record, 16, 3))) : "");
+        list.set_sub_item(i, 3, number_text(interval));
+    }
+    return true;
+}
+
+void download::read_panel() {
+    status_.cmd_refresh_click();
+    if (!link_.rx_done) return; // the labels tell
+    const auto last_three = [this] { return as_number(last_of_answer(link_.rx_text, 3)); };
+    if (!ask(command::query(mnemonic::audio_source))) return;
+    switches_.paint_asc(as_number(last_of_answer(link_.rx_text, 1)));
+    if (!ask(command::query(mnemonic::lpcm_channels))) return;
+    switches_.paint_lpcm(last_three());
+    if (!ask(command::query(mnemonic::color_space))) return;
+    switches_.paint_csc(last_three());
+    if (!ask(command::query(mnemonic::deep_color))) return;
+    switches_.paint_deep(last_three());
+    if (!ask(command::query(mnemonic::autorun))) return;
+    switches_.paint_auto(last_three());
+    if (!ask(command::query(mnemonic::my_favourite))) return;
+    switches_.paint_fav(last_three());
+}
+
+} // namespace desk

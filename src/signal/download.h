@@ -1,0 +1,41 @@
+#pragma once
+
+#include "signal/autorun.h"
+#include "signal/color_settings.h"
+#include "signal/refresh.h"
+
+#include <cstddef>
+#include <string_view>
+
+namespace desk {
+
+/// Download reads back from the generator what the view edits: the custom string, the colour settings, the favourite
+/// flags, the autorun list or the whole panel. It stops at the first query that fails; what was filled stays.
+class download {
+public:
+    download(exchange& link, desk_frame& desk, catalogue& rows, panel& switches, color_settings& colors, autorun& steps,
+             refresh& status);
+
+    void cmd_download_click();
+
+private:
+    void read_back();
+    void read_custom_string();
+    void read_color_settings();
+    void set_color(std::size_t index, int value);
+    bool read_favourites(std::string_view query, int count, list_view& list);
+    bool read_autorun_list();
+    void read_panel();
+    /// One query; a failure is told in a box.
+    bool ask(std::string_view query);
+
+    exchange& link_;
+    desk_frame& desk_;
+    catalogue& rows_;
+    panel& switches_;
+    color_settings& colors_;
+    autorun& steps_;
+    refresh& status_;
+};
+
+} // namespace desk

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "signal/catalogue.h"
+#include "signal/panel.h"
+
+namespace desk {
+
+/// Asks the generator what it outputs now. What stands in the four labels of the status frame is the report: it stops
+/// at its first failure and shows no box.
+class refresh {
+public:
+    refresh(exchange& link, status_frame& status, catalogue& rows, panel& switches);
+
+    void cmd_refresh_click();
+
+private:
+    bool read_timing();
+    bool read_pattern();
+    bool read_output_format();
+    bool read_hdcp();
+
+    exchange& link_;
+    status_frame& status_;
+    catalogue& rows_;
+    panel& switches_;
+};
+
+} // namespace desk

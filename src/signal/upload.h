@@ -1,0 +1,20 @@
+#pragma once
+
+#include "link/exchange.h"
+#include "signal/desk_frame.h"
+
+namespace desk {
+
+/// Upload sends the custom string: twelve raw bytes behind an answered command.
+class upload {
+public:
+    upload(exchange& link, desk_frame& desk);
+
+    void cmd_upload_click();
+
+private:
+    exchange& link_;
+    desk_frame& desk_;
+};
+
+} // namespace desk
