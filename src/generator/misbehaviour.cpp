@@ -23,7 +23,9 @@ constexpr int longest_ms = 600000;
 constexpr std::string_view help_text = "drop [N]            the next N answers are lost (1)\n"
                                        "garble [N]          the next N answers have one byte changed (1)\n"
                                        "delay MS [N]        the next N answers come MS milliseconds late (1)\n"
+                                       "short BYTES [N]     the next N answers lack their last BYTES bytes (1)\n"
                                        "refuse CMD ANSWER   CMD is not carried out but answered with ANSWER\n"
+                                       "refuse CMD none     CMD is not carried out and not answered\n"
                                        "refuse CMD off      ends that; refuse off ends all of them\n"
                                        "silent / speak      answers nothing / answers again\n"
                                        "unplug / plug       takes the generator off the line / puts it back\n"
@@ -117,6 +119,7 @@ std::string misbehaviour::carry_out(const words& line) {
     if (name == "drop") return drop(line);
     if (name == "garble") return garble(line);
     if (name == "delay") return delay(line);
+    if (name == "short") return shorten(line);
     if (name == "refuse") return refuse(line);
     if (name == "sink") return sink(line);
     if (name == "protect") return protect(line);
@@ -161,6 +164,15 @@ std::string misbehaviour::delay(const words& line) {
     return next_answers(delays_, (delays_ == 1 ? "comes " : "come ") + std::to_string(ms) + " ms late");
 }
 
+std::string misbehaviour::shorten(const words& line) {
+    check_count(line, 2, 3);
+    const int count = number_of(line[1], 1, most_answers);
+    shorts_ = times_of(line, 2);
+    missing_bytes_ = static_cast<std::size_t>(count);
+    return next_answers(shorts_, (shorts_ == 1 ? "lacks " : "lack ") + std::to_string(count) +
+                                     (count == 1 ? " byte" : " bytes"));
+}
+
 std::string misbehaviour::refuse(const words& line) {
     check_count(line, 2, 3);
     if (line.size() == 2 && line[1] == "off") {
@@ -173,6 +185,10 @@ std::string misbehaviour::refuse(const words& line) {
     if (line[2] == "off") {
         refusals_.erase(command);
         return command + " is carried out.";
+    }
+    if (line[2] == "none") {
+        refusals_.insert_or_assign(command, "");
+        return command + " is not answered.";
     }
     refusals_.insert_or_assign(command, std::string(line[2]));
     return command + " is answered with " + std::string(line[2]) + ".";
@@ -218,15 +234,17 @@ std::string misbehaviour::state_text() const {
     text += "\nline: ";
     text += unplugged_ ? "unplugged" : silent_ ? "silent" : "answers";
     text += ", " + std::to_string(drops_) + " to drop, " + std::to_string(garbles_) + " to garble, " +
-            std::to_string(delays_) + " to delay";
+            std::to_string(delays_) + " to delay, " + std::to_string(shorts_) + " to shorten";
     for (const auto& [command, instead] : refusals_)
-        text.append("\nrefuses ").append(command).append(" with ").append(instead);
+        text.append("\nrefuses ").append(command).append(" with ").append(instead.empty() ? "silence" : instead);
     return text;
 }
 
 answer misbehaviour::command(std::string_view six) {
-    if (const auto found = refusals_.find(six); found != refusals_.end())
+    if (const auto found = refusals_.find(six); found != refusals_.end()) {
+        if (found->second.empty()) return {};
         return bend({{generator_.state.think_ms, bytes_of(found->second)}});
+    }
     return bend(generator_.command(six));
 }
 
@@ -246,10 +264,14 @@ answer misbehaviour::bend(answer parts) {
         --delays_;
         parts.front().pause_ms += delay_ms_;
     }
-    if (garbles_ > 0) {
+    const auto longest = std::max_element(parts.begin(), parts.end(),
+                                          [](const auto& a, const auto& b) { return a.data.size() < b.data.size(); });
+    if (shorts_ > 0) {
+        --shorts_;
+        longest->data.resize(longest->data.size() - std::min(longest->data.size(), missing_bytes_));
+    }
+    if (garbles_ > 0 && !longest->data.empty()) {
         --garbles_;
-        const auto longest = std::max_element(
-            parts.begin(), parts.end(), [](const auto& a, const auto& b) { return a.data.size() < b.data.size(); });
         // a digit of a short answer becomes a letter
         longest->data.at(longest->data.size() / 2) ^= 0x40;
     }

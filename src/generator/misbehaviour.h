@@ -38,6 +38,7 @@ private:
     std::string drop(const words& line);
     std::string garble(const words& line);
     std::string delay(const words& line);
+    std::string shorten(const words& line);
     std::string refuse(const words& line);
     std::string sink(const words& line);
     std::string protect(const words& line);
@@ -47,9 +48,11 @@ private:
     answer bend(answer parts);
 
     simulated_generator& generator_;
-    std::map<std::string, std::string, std::less<>> refusals_;
-    int drops_ = 0; // answers still to be lost, garbled, delayed
+    std::map<std::string, std::string, std::less<>> refusals_; // an empty answer: silence
+    int drops_ = 0;                                            // answers still to be lost, garbled, delayed, shortened
     int garbles_ = 0;
+    int shorts_ = 0;
+    std::size_t missing_bytes_ = 0;
     int delays_ = 0;
     int delay_ms_ = 0;
     bool silent_ = false;

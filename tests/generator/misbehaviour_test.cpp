@@ -69,6 +69,38 @@ TEST_F(misbehaviour_test, garbles_the_data_of_a_read) {
     EXPECT_EQ(differences, 1);
 }
 
+TEST_F(misbehaviour_test, shortens_answers) {
+    line.take_line("short 8");
+    EXPECT_EQ(tell("ATS999").size(), 760U);
+    EXPECT_EQ(tell("ATS999").size(), 768U);
+    line.take_line("short 1 2");
+    EXPECT_EQ(tell("TIM007"), "TIM00");
+    EXPECT_EQ(tell("TIM007"), "TIM00");
+    EXPECT_EQ(tell("TIM007"), "TIM007");
+    line.take_line("short 999");
+    EXPECT_EQ(tell("TIM007"), "");
+    EXPECT_EQ(line.take_line("short"), "short: something is missing. Try help.");
+}
+
+TEST_F(misbehaviour_test, shortens_and_garbles_an_answer_of_nothing) {
+    line.take_line("short 6");
+    line.take_line("garble");
+    EXPECT_EQ(tell("TIM007"), "");
+    EXPECT_NE(tell("TIM007"), "TIM007") << "there was no byte to change before";
+    EXPECT_EQ(tell("TIM007"), "TIM007");
+}
+
+TEST_F(misbehaviour_test, leaves_one_command_unanswered) {
+    EXPECT_EQ(line.take_line("refuse OUT999 none"), "OUT999 is not answered.");
+    line.take_line("drop 1");
+    EXPECT_EQ(tell("OUT999"), "") << "silence anyway: takes no turn";
+    EXPECT_EQ(tell("TIM007"), "");
+    EXPECT_EQ(tell("TIM007"), "TIM007");
+    EXPECT_NE(line.take_line("state").find("refuses OUT999 with silence"), std::string::npos);
+    line.take_line("refuse OUT999 off");
+    EXPECT_EQ(tell("OUT999").substr(0, 3), "OUT");
+}
+
 TEST_F(misbehaviour_test, delays_answers) {
     line.take_line("delay 500 2");
     EXPECT_DOUBLE_EQ(line.command("TIM007").at(0).pause_ms, 501);
