@@ -1,5 +1,6 @@
 // Measures the desk in real time against the simulated generator on a pseudo terminal paced at 19200 baud.
 
+#include "hand.h"
 #include "link/commands.h"
 #include "qt/desk_program.h"
 #include "qt/look.h"
@@ -9,6 +10,7 @@
 #include <QEventLoop>
 #include <QFile>
 #include <QProcess>
+#include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -171,6 +173,73 @@ void measure_link() {
     tell("processor use idle", processor_percent([] { rest(5000); }), "%", 1);
 }
 
+/// A bench with a catalogue of 60 timings, since that many rows are what the bound of the favourite walk is told for.
+void measure_signal() {
+    const QTemporaryDir directory;
+    prepare(directory);
+    QFile::remove(directory.filePath("timing_pattern.ini"));
+    QFile catalogue(directory.filePath("timing_pattern.ini"));
+    if (!catalogue.open(QFile::WriteOnly)) return;
+    catalogue.write("60\n");
+    for (int i = 1; i <= 60; ++i)
+        catalogue.write(QString("\"[%1] timing\",800,640,16,96,\"-\",525,480,10,2,\"-\",25.175\n")
+                            .arg(i, 2, 10, QChar('0'))
+                            .toLatin1());
+    catalogue.write("45\n");
+    for (int i = 1; i <= 45; ++i)
+        catalogue.write(QString("\"[%1] pattern\"\n").arg(i, 2, 10, QChar('0')).toLatin1());
+    catalogue.close();
+    desk::gui::simulator_process generator(directory.filePath("com1"), {"--timings", "60", "--patterns", "45"});
+    desk::qt::desk_program program(path_of(directory));
+    if (!program.start()) return;
+    const desk::gui::hand hand(program.main_window());
+    desk::frm_main& desk = program.desk();
+    const auto seconds_of = [&](const char* view, const char* button) {
+        hand.click(view);
+        generator.traffic();
+        const auto start = clock_type::now();
+        hand.click(button);
+        return ms_since(start) / 1000;
+    };
+    const auto told = [&](const char* what, double seconds, double bound, qsizetype commands) {
+        tell(what, seconds, "s", bound);
+        const qsizetype sent = generator.commands().size();
+        if (sent != commands || !desk.link.rx_done)
+            std::printf("  %lld commands, not %lld, the last %s\n", static_cast<long long>(sent),
+                        static_cast<long long>(commands), desk.link.rx_done ? "answered" : "not answered");
+    };
+
+    hand.click("cmd_fav_timing");
+    hand.click_check("lstv_timing", 1);
+    told("favourite SET of 60 rows", seconds_of("cmd_fav_timing", "cmd_run"), 1.6, 60);
+    for (int row = 1; row <= desk::autorun_rows; ++row)
+        desk.autorun_view.lstv_auto.set_sub_item(row, 3, "600");
+    told("autorun upload of 32 rows", seconds_of("cmd_auto", "cmd_run"), 3.4, 128);
+    told("autorun download", seconds_of("cmd_auto", "cmd_download"), 0.6, 1);
+
+    hand.click("cmd_pattern");
+    hand.click_row("lstv_pattern", 13);
+    hand.click("cmd_download");
+    generator.traffic();
+    auto& bar = hand.find<QScrollBar>("hsr_color_setting_2");
+    bar.setSliderDown(true);
+    QStringList expected;
+    const auto start = clock_type::now();
+    // from where the download has put it once over all 256 values
+    const int first = bar.value();
+    for (int i = 1; i <= 256; ++i) {
+        const int value = (first + i) % 256;
+        bar.setSliderPosition(value);
+        expected.append(QString("CRB%1").arg(value, 3, 10, QChar('0')));
+    }
+    const double handed_over = ms_since(start);
+    const bool whole = generator.commands_up_to(expected.last()) == expected;
+    tell("slider dragged through 256 values, in the desk", handed_over, "ms", 1000);
+    tell("the same, until the generator has heard the last", ms_since(start) / 1000, "s", 1.0);
+    std::printf("  %s\n",
+                whole ? "256 commands, none lost, all in order" : "the commands are NOT the 256 values in order");
+}
+
 } // namespace
 
 int main(int argument_count, char** arguments) {
@@ -182,5 +251,6 @@ int main(int argument_count, char** arguments) {
     QApplication::setQuitOnLastWindowClosed(false);
     desk::qt::set_look(application);
     measure_link();
+    measure_signal();
     return 0;
 }

@@ -1,44 +1,90 @@
 #include "simulator_process.h"
 
 #include <QFile>
+#include <QThread>
 
+#include <algorithm>
+#include <iterator>
 #include <stdexcept>
 
 namespace desk::gui {
 
 namespace {
 
-constexpr int start_limit_ms = 10000;
+constexpr int limit_ms = 10000;
+
+bool is_traffic(const QByteArray& line) { return line.startsWith("> ") || line.startsWith("< "); }
 
 } // namespace
 
-simulator_process::simulator_process(const QString& link) : link_(link) {
+simulator_process::simulator_process(const QString& link, const QStringList& options) : link_(link) {
     process_.setProgram(VELOTRACE_SIM);
-    process_.setArguments({"--quiet", link});
+    process_.setArguments(options + QStringList{link});
     process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    // a pipe that nobody reads would hold it up
+    process_.setStandardOutputFile(log_folder_.filePath("log"));
     process_.start();
     // its first line says that the terminal is there
-    while (!process_.canReadLine()) {
-        if (!process_.waitForReadyRead(start_limit_ms)) throw std::runtime_error("the simulator does not start");
+    wait_for([this] { return replies() > 0; });
+}
+
+void simulator_process::wait_for(const std::function<bool()>& come) {
+    for (int ms = 0; !come(); ++ms) {
+        if (ms == limit_ms) throw std::runtime_error("the simulator does not answer");
+        QThread::msleep(1);
     }
-    process_.readLine();
+}
+
+qsizetype simulator_process::replies() const {
+    const QList<QByteArray> lines = printed().split('\n');
+    return std::count_if(lines.begin(), std::prev(lines.end()), [](const QByteArray& l) { return !is_traffic(l); });
+}
+
+QByteArray simulator_process::printed() const {
+    QFile log(log_folder_.filePath("log"));
+    return log.open(QFile::ReadOnly) ? log.readAll() : QByteArray();
 }
 
 simulator_process::~simulator_process() {
     process_.closeWriteChannel();
     process_.terminate();
-    process_.waitForFinished(start_limit_ms);
+    process_.waitForFinished(limit_ms);
 }
 
 void simulator_process::kill() {
     process_.kill();
-    process_.waitForFinished(start_limit_ms);
+    process_.waitForFinished(limit_ms);
     QFile::remove(link_);
 }
 
 void simulator_process::tell(const QString& line) {
+    const qsizetype before = replies();
     process_.write(line.toUtf8() + "\n");
-    process_.waitForBytesWritten(start_limit_ms);
+    process_.waitForBytesWritten(limit_ms);
+    wait_for([&] { return replies() > before; });
+}
+
+QStringList simulator_process::traffic() {
+    QStringList lines;
+    const QByteArray all = printed();
+    for (const QByteArray& line : all.mid(read_).split('\n')) {
+        if (is_traffic(line)) lines.append(QString::fromLatin1(line));
+    }
+    read_ = all.size();
+    return lines;
+}
+
+QStringList simulator_process::commands() {
+    QStringList heard;
+    for (const QString& line : traffic()) {
+        if (line.startsWith("> ")) heard.append(line.mid(2));
+    }
+    return heard;
+}
+
+QStringList simulator_process::commands_up_to(const QString& last) {
+    wait_for([&] { return printed().indexOf("> " + last.toLatin1() + "\n", read_) >= 0; });
+    return commands();
 }
 
 } // namespace desk::gui

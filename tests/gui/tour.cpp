@@ -41,22 +41,47 @@ public:
         demand("lab_pattern", "[03]");
         picture("pattern_select");
         hand_.click_row("lstv_pattern", 13);
+        hand_.click("cmd_download");
+        demand("lab_color_setting_0", "Red");
         picture("pattern_color_setting");
         hand_.click_row("lstv_pattern", 41);
+        hand_.type("txt_motion_str", "VELOTRACE");
+        hand_.click("cmd_upload");
+        hand_.click("cmd_download");
+        demand("txt_motion_str", "VELOTRACE");
         picture("pattern_motion_string");
 
         hand_.click("cmd_fav_timing");
         hand_.click_check("lstv_timing", 2);
         hand_.click_check("lstv_timing", 5);
+        hand_.click("cmd_run");
+        hand_.click("cmd_download");
         picture("favorite_timing");
         hand_.click("cmd_fav_pattern");
+        hand_.click_check("lstv_pattern", 3);
+        hand_.click("cmd_run");
         picture("favorite_pattern");
         hand_.click("cmd_edid");
         picture("edid_read_write");
+
         hand_.click("cmd_auto");
+        add_step(1, 6, 2, 1);
+        add_step(2, 11, 12, 5);
+        add_step(4, 22, 40, 30);
+        hand_.click("cmd_run");
+        hand_.click("cmd_download");
         picture("autorun_config");
+
         hand_.click("cmd_setup");
+        hand_.click("cmd_download");
+        hand_.click("cmd_csc_1");
+        hand_.click("cmd_deep_2");
         picture("panel_control");
+        hand_.click("cmd_reset");
+        picture("panel_after_reset");
+        hand_.click("cmd_refresh");
+        demand("lab_timing", "[01]");
+        picture("panel_after_refresh");
     }
 
 private:
@@ -65,6 +90,14 @@ private:
         const QString path = pictures_.filePath(QString("%1_%2.png").arg(count_, 2, 10, QChar('0')).arg(name));
         hand_.save_picture(path);
         std::printf("  %s\n", qPrintable(path));
+    }
+
+    void add_step(int row, int timing, int pattern, int interval) const {
+        hand_.click_row("lstv_auto", row);
+        hand_.choose("cbo_timing", timing);
+        hand_.choose("cbo_pattern", pattern);
+        hand_.choose("cbo_interval", interval);
+        hand_.click("cmd_replace");
     }
 
     void demand(const QString& label, const QString& text) const {
