@@ -1,0 +1,127 @@
+#include "support/monkey.h"
+
+#include <nlohmann/json.hpp>
+
+namespace desk::test {
+
+namespace {
+
+using strings = std::vector<std::string>;
+
+/// The first word of an answer; of a fatal one with its number.
+std::string outcome_of(const std::string& answer) {
+    const std::size_t end = answer.find(' ');
+    if (!answer.starts_with("fatal ")) return answer.substr(0, end);
+    return answer.substr(0, answer.find(' ', end + 1));
+}
+
+} // namespace
+
+void monkey::act(int actions) {
+    say("generator simulated");
+    say("start");
+    look_at_controls();
+    for (int i = 0; i < actions; ++i) {
+        if (below(10) == 0) say(some_trouble());
+        // in the middle of what comes next
+        if (below(4) == 0) say("after " + std::to_string(below(1200)) + " " + some_action());
+        if (say(some_action()).starts_with("fatal")) say("start");
+        if (i % 50 == 49) say(one_of(strings{"wire", "boxes", "dialogs", "later", "clock"}));
+    }
+    for (const char* look : {"later", "boxes", "wire", "clock"})
+        say(look);
+    for (const char* field : {"view_mode", "cur_timing", "cur_pattern", "color_mode", "rx_text", "download_mode"})
+        say(std::string("field ") + field);
+    for (const char* list : {"lstv_timing", "lstv_pattern", "lstv_auto"})
+        say(std::string("rows ") + list);
+}
+
+std::string monkey::say(const std::string& line) {
+    std::string answer = desk_.answer(line);
+    transcript_ += line + "\n  -> " + answer + "\n";
+    const std::string outcome = outcome_of(answer);
+    ++outcomes_[outcome];
+    if (outcome != "ok" && outcome != "refused" && !outcome.starts_with("fatal ")) nonsense_.push_back(answer);
+    return answer;
+}
+
+void monkey::look_at_controls() {
+    const auto all = nlohmann::json::parse(desk_.answer("controls frm_main").substr(3));
+    for (const auto& control : all)
+        controls_.emplace_back(control["name"].get<std::string>(), control["kind"].get<std::string>());
+}
+
+std::string monkey::some_action() {
+    // mostly what an operator could reach, sometimes what is hidden or dead
+    for (int tries = 0; tries < 200; ++tries) {
+        const auto [name, kind] = one_of(controls_);
+        const bool usable = desk_.answer("get " + name + ".shown") == "ok true" &&
+                            desk_.answer("get " + name + ".enabled") == "ok true";
+        if (!usable && below(40) != 0) continue;
+        const std::string action = action_on(name, kind);
+        if (!action.empty()) return action;
+    }
+    return "wait " + std::to_string(below(300));
+}
+
+std::string monkey::action_on(const std::string& name, const std::string& kind) {
+    if (kind == "button") return "click " + name;
+    if (kind == "label") return one_of(strings{"click ", "hover "}) + name;
+    if (kind == "check_box" || kind == "option_button") return "click " + name;
+    if (kind == "slider") return one_of(strings{"slide ", "drag "}) + name + " " + std::to_string(below(256));
+    if (kind == "combo_box") return "select " + name + " " + std::to_string(below(name == "cbo_com" ? 2 : 30));
+    if (kind == "list_view") {
+        const std::string row = std::to_string(1 + below(name == "lstv_auto" ? 32 : 45));
+        switch (below(4)) {
+        case 0:
+            return "check " + name + " " + row + one_of(strings{" on", " off"});
+        case 1:
+            return "doubleclick " + name;
+        case 2:
+            return "keyup " + name;
+        default:
+            return "select " + name + " " + row;
+        }
+    }
+    if (kind == "text_box") {
+        switch (below(4)) {
+        case 0:
+            return "focus " + name;
+        case 1:
+            return "key " + name + " 13";
+        default:
+            return "type " + name + " " +
+                   one_of(strings{"\"7\"", "\"255\"", "\"256\"", "\"\"", "\" 12 \"", "\"HELLO\"", "\"\u20ac 99\""});
+        }
+    }
+    return "";
+}
+
+std::string monkey::some_trouble() {
+    const std::string cmd = one_of(strings{"*", "TIM*", "PAT*", "OUT*", "ASC*", "PCM*", "CSC999", "CRR999", "CRG999",
+                                           "MOT*", "FT+999", "FP+999", "FT*", "ATS999", "AT*", "RST001", "VER001"});
+    switch (below(12)) {
+    case 0:
+        return "reply \"" + cmd + "\" none";
+    case 1:
+        return "reply \"" + cmd + "\" echo";
+    case 2:
+        return "reply \"" + cmd + "\" +" + std::to_string(below(900)) + " echo";
+    case 3:
+        return "reply \"" + cmd + "\" \"PCM100\"";
+    case 4:
+        return "reply \"" + cmd + "\" \"TIM\" +50 \"00" + std::to_string(below(10)) + "\"";
+    case 5:
+        return "reply \"" + cmd + "\" \"CRR" + std::to_string(100 + below(300)) + "\"";
+    case 6:
+        return "reply \"" + cmd + "\" hex:00FF80";
+    case 7:
+        return "say \"FT+0" + std::to_string(10 + below(40)) + "\"";
+    case 8:
+        return one_of(strings{"port 1 gone", "port 1 ok", "port 2 missing", "port 2 ok"});
+    default:
+        return "reply clear";
+    }
+}
+
+} // namespace desk::test

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "robot/robot.h"
+
+#include <cstdint>
+#include <map>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace desk::test {
+
+/// An operator without a plan: does anything that can be done, at random, also in the middle of exchanges, with a
+/// generator that answers well, badly or not at all. The same seed does the same things.
+class monkey {
+public:
+    monkey(robot::robot& desk, std::uint64_t seed) : desk_(desk), random_(seed) {}
+
+    /// So many actions of the operator. A program that has ended is started anew.
+    void act(int actions);
+
+    /// Every line that was said and its answer.
+    const std::string& transcript() const { return transcript_; }
+    /// How often an answer began with each of "ok", "refused", "fatal 35600", ...
+    const std::map<std::string, int>& outcomes() const { return outcomes_; }
+    /// Answers that are none of the three kinds.
+    const std::vector<std::string>& nonsense() const { return nonsense_; }
+
+private:
+    std::string say(const std::string& line);
+    void look_at_controls();
+    /// One action on some control, as a line for the robot.
+    std::string some_action();
+    std::string action_on(const std::string& name, const std::string& kind);
+    /// Something that the generator or the line does.
+    std::string some_trouble();
+    int below(int limit) { return static_cast<int>(random_() % static_cast<std::uint64_t>(limit)); }
+    template <class Choices>
+    auto one_of(const Choices& choices) {
+        return choices[static_cast<std::size_t>(below(static_cast<int>(choices.size())))];
+    }
+
+    robot::robot& desk_;
+    std::mt19937_64 random_;
+    std::vector<std::pair<std::string, std::string>> controls_; // name, kind
+    std::string transcript_;
+    std::map<std::string, int> outcomes_;
+    std::vector<std::string> nonsense_;
+};
+
+} // namespace desk::test
