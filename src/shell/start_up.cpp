@@ -8,8 +8,8 @@ namespace desk {
 void frm_main::load() {
     link.view_mode = 254;
     logo_hidden = false;
-    rows.cur_timing = 254;
-    rows.cur_pattern = 254;
+    rows.cur_timing = not_known;
+    rows.cur_pattern = not_known;
     link.download_mode = false;
     link.rs232_connected = false;
     fields.edid_file_name = "";

@@ -143,7 +143,7 @@ void catalogue::show_color_set(bool shown) {
 
 void catalogue::cmd_timing_click() {
     change_view(0);
-    if (cur_timing != 254) {
+    if (cur_timing != not_known) {
         lstv_timing.select(cur_timing);
         status_.lab_timing.caption = lstv_timing.text(cur_timing);
     }
@@ -161,7 +161,7 @@ void catalogue::cmd_timing_click() {
 
 void catalogue::cmd_pattern_click() {
     change_view(1);
-    if (cur_pattern != 254) {
+    if (cur_pattern != not_known) {
         lstv_pattern.select(cur_pattern);
         status_.lab_pattern.caption = lstv_pattern.text(cur_pattern);
     }

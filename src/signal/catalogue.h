@@ -17,8 +17,8 @@ class catalogue {
 public:
     catalogue(exchange& link, desk_frame& desk, status_frame& status);
 
-    std::int16_t cur_timing = 254;  ///< row that the generator is known to output; 254: not known
-    std::int16_t cur_pattern = 254; ///< the same for the pattern
+    std::int16_t cur_timing = not_known;  ///< row that the generator is known to output
+    std::int16_t cur_pattern = not_known; ///< the same for the pattern
 
     list_view lstv_timing;
     list_view lstv_timing_sub; ///< figures of the timings: htotal as the row's text, the rest as sub-items 1 to 10

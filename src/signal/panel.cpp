@@ -8,9 +8,8 @@ namespace desk {
 
 namespace {
 
-// the values that stand for no button
+// lights no button, as not_known does
 constexpr int unlit = 999;
-constexpr int not_known = 254;
 
 template <std::size_t Count>
 void light(std::array<button, Count>& group, int index) {
@@ -156,10 +155,7 @@ void panel::go_dark() {
     paint_deep(not_known);
     paint_auto(not_known);
     paint_fav(not_known);
-    status_.lab_timing.caption = "";
-    status_.lab_pattern.caption = "";
-    status_.lab_out.caption = "";
-    status_.lab_hdcp.caption = "";
+    status_.empty();
 }
 
 } // namespace desk

@@ -7,12 +7,6 @@
 
 namespace desk {
 
-namespace {
-
-constexpr int not_known = 254;
-
-} // namespace
-
 refresh::refresh(exchange& link, status_frame& status, catalogue& rows, panel& switches)
     : link_(link), status_(status), rows_(rows), switches_(switches) {
     status_.cmd_refresh.on_click = [this] { cmd_refresh_click(); };
@@ -20,10 +14,7 @@ refresh::refresh(exchange& link, status_frame& status, catalogue& rows, panel& s
 
 void refresh::cmd_refresh_click() {
     begin_work(status_.cmd_refresh, link_.host().events);
-    status_.lab_timing.caption = "";
-    status_.lab_pattern.caption = "";
-    status_.lab_out.caption = "";
-    status_.lab_hdcp.caption = "";
+    status_.empty();
     link_.host().events.pump();
     while_doing([] { return "Reading what the generator outputs"; },
                 [this] {

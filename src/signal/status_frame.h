@@ -2,7 +2,12 @@
 
 #include "controls/controls.h"
 
+#include <cstdint>
+
 namespace desk {
+
+/// The row or value that stands for "not known".
+inline constexpr std::int16_t not_known = 254;
 
 /// "VELOTRACE OUT Status": what the generator is known to output. Always on show.
 struct status_frame {
@@ -16,6 +21,12 @@ struct status_frame {
     label lab_out;
     label lab_hdcp_lab;
     label lab_hdcp;
+
+    /// Empties the four labels that hold the values.
+    void empty() {
+        for (label* value : {&lab_timing, &lab_pattern, &lab_out, &lab_hdcp})
+            value->caption = "";
+    }
 };
 
 } // namespace desk
