@@ -59,4 +59,11 @@ std::string query(std::string_view mnemonic);
 
 } // namespace command
 
+/// Characters of the long answers.
+inline constexpr int favourite_record = 6; ///< to FT+999 and FP+999: for each row two letters, "+" or "-", the row
+inline constexpr int autorun_record = 24;  ///< to ATS999: for each step ATN, ATT, ATP and ATI as commands are written
+inline constexpr int autorun_rows = 32;
+inline constexpr int custom_string_length = 12;
+inline constexpr int custom_string_answer = 6 + custom_string_length;
+
 } // namespace desk

@@ -38,13 +38,13 @@ void exchange::set_comm() {
         machine_.events.pump();
     } catch (const runtime_failure&) {
         machine_.boxes.show("RS232 can not work on COM" + str(com_port) + ": !", box_icon::none, box_buttons::ok);
-        show_disconnected();
+        show_disconnected_look();
         rs232_connected = false;
         machine_.events.pump();
     }
 }
 
-void exchange::show_disconnected() {
+void exchange::show_disconnected_look() {
     cmd_conn.back_color = color_button_face;
     cmd_disconn.back_color = color_red;
 }
@@ -58,17 +58,19 @@ void exchange::cmd_conn_click() { set_comm(); }
 
 void exchange::cmd_disconn_click() {
     if (!rs232_connected) return;
-    show_disconnected();
+    show_disconnected_look();
     machine_.port.close();
     rs232_connected = false;
 }
 
+bool exchange::check_connected() {
+    if (!rs232_connected) machine_.boxes.show("RS232 is disconnected !", box_icon::critical, box_buttons::ok);
+    return rs232_connected;
+}
+
 void exchange::tx_cmd(std::string_view cmd) {
     rx_done = false;
-    if (!rs232_connected) {
-        machine_.boxes.show("RS232 is disconnected !", box_icon::critical, box_buttons::ok);
-        return;
-    }
+    if (!check_connected()) return;
     const int limit = cmd == command::reset ? wait_limit_reset : wait_limit;
     for (int attempt = 0; attempt < tries && !rx_done; ++attempt) {
         rx_count = 0;
@@ -88,10 +90,7 @@ void exchange::tx_cmd(std::string_view cmd) {
 }
 
 void exchange::tx_str(std::string_view cmd) {
-    if (!rs232_connected) {
-        machine_.boxes.show("RS232 is disconnected !", box_icon::critical, box_buttons::ok);
-        return;
-    }
+    if (!check_connected()) return;
     drain_output();
     machine_.port.discard_input();
     if (cmd.size() < 6)
@@ -108,6 +107,13 @@ void exchange::drain_output() {
     // a port that never drains holds the desk here for ever
     while (machine_.port.out_count() != 0)
         machine_.events.turn_without_progress();
+}
+
+bool exchange::tx_cmd_or_box(std::string_view cmd) {
+    tx_cmd(cmd);
+    const bool answered = rx_done;
+    if (!answered) show_link_error();
+    return answered;
 }
 
 void exchange::show_link_error() { machine_.boxes.show("Link Error !", box_icon::critical, box_buttons::ok); }
@@ -130,11 +136,14 @@ void exchange::judge_answer() {
     const auto expect = [this](int count) {
         if (rx_count >= count) rx_done = true;
     };
-    if (download_mode && view_mode == 2) return expect(to_integer(fav_timing_count * 6));
-    if (download_mode && view_mode == 3) return expect(to_integer(fav_pattern_count * 6));
-    if (download_mode && view_mode == 5) return expect(768);
-    if (download_mode && view_mode == 1 && selected_pattern() == motion_string_pattern) return expect(18);
-    if (download_mode && view_mode == 4) return expect(18);
+    if (download_mode && view_mode == view::favorite_timing)
+        return expect(to_integer(fav_timing_count * favourite_record));
+    if (download_mode && view_mode == view::favorite_pattern)
+        return expect(to_integer(fav_pattern_count * favourite_record));
+    if (download_mode && view_mode == view::autorun_config) return expect(autorun_rows * autorun_record);
+    if (download_mode && view_mode == view::pattern_select && selected_pattern() == motion_string_pattern)
+        return expect(custom_string_answer);
+    if (download_mode && view_mode == view::edid_read_write) return expect(custom_string_answer);
     if (rx_count >= 6) rx_done = is_digit(rx_text.at(3)) && is_digit(rx_text.at(4)) && is_digit(rx_text.at(5));
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/controls.h"
+#include "link/view.h"
 #include "platform/machine.h"
 
 #include <cstdint>
@@ -19,10 +20,10 @@ class exchange {
 public:
     explicit exchange(machine& m);
 
-    std::int16_t com_port = 0;    ///< 1 to 8; 0: none
-    bool rs232_connected = false; ///< the port is open and the link usable
-    std::int16_t view_mode = 254; ///< the view on show, 0 to 6; 254: none yet. Also decides how an answer is counted
-    bool download_mode = false;   ///< a download is running: longer answers, no comparison of letters
+    std::int16_t com_port = 0;               ///< 1 to 8; 0: none
+    bool rs232_connected = false;            ///< the port is open and the link usable
+    std::int16_t view_mode = view::none_yet; ///< the view on show. Also decides how an answer is counted
+    bool download_mode = false;              ///< a download is running: longer answers, no comparison of letters
     std::int16_t fav_timing_count = 0;
     std::int16_t fav_pattern_count = 0;
     std::int16_t rx_count = 0; ///< bytes received since the present try began
@@ -48,7 +49,8 @@ public:
     void tx_byte(std::uint8_t a_byte);
     /// Waits until nothing is unsent: no limit, no pump.
     void drain_output();
-    /// The box of a failed exchange: "Link Error !". Which callers show it is theirs to decide.
+    /// The command exchange of a caller that tells its failure in the box "Link Error !". True: it was answered.
+    bool tx_cmd_or_box(std::string_view cmd);
     void show_link_error();
 
     void cbo_com_click();
@@ -60,7 +62,8 @@ public:
 
 private:
     void judge_answer();
-    void show_disconnected();
+    void show_disconnected_look();
+    bool check_connected();
 
     machine& machine_;
 };
@@ -68,7 +71,8 @@ private:
 /// What a status label shows for a failed exchange. The box's text differs from it on purpose.
 inline constexpr const char* link_error_label = "Link Error";
 
-/// The row of the pattern list that shows the custom string.
+/// Two rows of the pattern list have a fixed meaning, whatever the catalogue calls them.
+inline constexpr int color_setting_pattern = 13;
 inline constexpr int motion_string_pattern = 41;
 
 /// The `place`th character of an answer, from 1; empty where the answer is shorter.

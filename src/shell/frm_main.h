@@ -43,7 +43,7 @@ public:
     panel switches{link, status};
     color_settings colors{link, desk_area};
     refresh status_refresh{link, status, rows, switches};
-    download read_back{link, desk_area, rows, switches, colors, autorun_view, status_refresh};
+    download view_download{link, desk_area, rows, switches, colors, autorun_view, status_refresh};
     upload custom_string_upload{link, desk_area};
     workbench_frame edid;
     translation_frame translation;

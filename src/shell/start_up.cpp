@@ -6,7 +6,7 @@
 namespace desk {
 
 void frm_main::load() {
-    link.view_mode = 254;
+    link.view_mode = view::none_yet;
     logo_hidden = false;
     rows.cur_timing = not_known;
     rows.cur_pattern = not_known;

@@ -3,6 +3,7 @@
 #include "runtime/numbers.h"
 
 #include <array>
+#include <initializer_list>
 #include <utility>
 
 namespace desk {
@@ -35,13 +36,13 @@ void frm_main::view_reset() {
 
 void frm_main::view_paint() {
     const std::array<std::pair<int, button*>, 7> view_buttons = {{
-        {0, &rows.cmd_timing},
-        {1, &rows.cmd_pattern},
-        {2, &favourite_views.cmd_fav_timing},
-        {3, &favourite_views.cmd_fav_pattern},
-        {4, &cmd_edid},
-        {5, &autorun_view.cmd_auto},
-        {6, &cmd_setup},
+        {view::timing_select, &rows.cmd_timing},
+        {view::pattern_select, &rows.cmd_pattern},
+        {view::favorite_timing, &favourite_views.cmd_fav_timing},
+        {view::favorite_pattern, &favourite_views.cmd_fav_pattern},
+        {view::edid_read_write, &cmd_edid},
+        {view::autorun_config, &autorun_view.cmd_auto},
+        {view::panel_control, &cmd_setup},
     }};
     for (const auto& [view, view_button] : view_buttons)
         view_button->back_color = color_button_face;
@@ -51,13 +52,13 @@ void frm_main::view_paint() {
 }
 
 void frm_main::cmd_edid_click() {
-    change_view(4);
+    change_view(view::edid_read_write);
     edid.fra_edid.visible = true;
     machine_.events.pump();
 }
 
 void frm_main::cmd_setup_click() {
-    change_view(6);
+    change_view(view::panel_control);
     desk_area.cmd_download.left = download_left_over_frame;
     desk_area.cmd_download.top = download_top_over_frame;
     switches.fra_setup.visible = true;

@@ -1,6 +1,5 @@
 #include "signal/autorun.h"
 
-#include "link/commands.h"
 #include "runtime/numbers.h"
 #include "runtime/text.h"
 #include "runtime/windows_1252.h"
@@ -52,7 +51,7 @@ void autorun::fill_rows() {
 }
 
 void autorun::cmd_auto_click() {
-    rows_.change_view(5);
+    rows_.change_view(view::autorun_config);
     lab_auto.caption = "Press [Download] to download VELOTRACE Autorun settings.\r\n"
                        "Press [Add/Replace], [Delete] to Edit your Autorun settings.\r\n"
                        "Press [SET] to upload Autorun settings to VELOTRACE.";
@@ -106,10 +105,7 @@ bool autorun::upload_row(int row) {
 }
 
 bool autorun::send(std::string_view letters, int argument) {
-    link_.tx_cmd(command::set(letters, argument));
-    const bool answered = link_.rx_done;
-    if (!answered) link_.show_link_error();
-    return answered;
+    return link_.tx_cmd_or_box(command::set(letters, argument));
 }
 
 } // namespace desk

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "link/commands.h"
 #include "signal/catalogue.h"
 
 namespace desk {
@@ -33,15 +34,12 @@ public:
 private:
     void set_selected_row(const std::string& timing, const std::string& pattern, const std::string& interval);
     bool upload_row(int row);
-    /// One exchange of the upload. False where it failed, which the operator has been told then.
     bool send(std::string_view letters, int argument);
 
     exchange& link_;
     desk_frame& desk_;
     catalogue& rows_;
 };
-
-inline constexpr int autorun_rows = 32;
 
 /// The interval of an unused row.
 inline constexpr const char* autorun_unused = "0";

@@ -6,8 +6,6 @@
 #include "runtime/text.h"
 #include "runtime/windows_1252.h"
 
-#include <cmath>
-
 namespace desk {
 
 namespace {
@@ -88,7 +86,7 @@ void catalogue::show_timing_detail() {
     const double htotal = number_in(d.txt_htotal_pix);
     const auto us = [&](const text_box& pixels) { return format_zero(divide(number_in(pixels), f)); };
     const auto ms = [&](const text_box& lines) { return format_zero(divide(number_in(lines) * htotal, f) / 1000); };
-    // a row with a zero in pix_f or in htotal ends the program here
+    // a row with a zero in pix_f, htotal or vtotal ends the program here
     while_doing([&] { return "Showing the figures of " + lstv_timing.text(r); },
                 [&] {
                     d.txt_htotal_us.text = us(d.txt_htotal_pix);
@@ -142,7 +140,7 @@ void catalogue::show_color_set(bool shown) {
 }
 
 void catalogue::cmd_timing_click() {
-    change_view(0);
+    change_view(view::timing_select);
     if (cur_timing != not_known) {
         lstv_timing.select(cur_timing);
         status_.lab_timing.caption = lstv_timing.text(cur_timing);
@@ -160,7 +158,7 @@ void catalogue::cmd_timing_click() {
 }
 
 void catalogue::cmd_pattern_click() {
-    change_view(1);
+    change_view(view::pattern_select);
     if (cur_pattern != not_known) {
         lstv_pattern.select(cur_pattern);
         status_.lab_pattern.caption = lstv_pattern.text(cur_pattern);
@@ -179,11 +177,11 @@ void catalogue::cmd_pattern_click() {
 }
 
 void catalogue::lstv_timing_click() {
-    if (link_.view_mode == 0) show_timing_detail();
+    if (link_.view_mode == view::timing_select) show_timing_detail();
 }
 
 void catalogue::lstv_pattern_click() {
-    if (link_.view_mode != 1) return;
+    if (link_.view_mode != view::pattern_select) return;
     desk_.fra_desk.caption = lstv_pattern.text(lstv_pattern.selected());
     show_pattern_extras();
 }
@@ -193,10 +191,10 @@ void catalogue::cmd_check_all_click() { check_rows(true); }
 void catalogue::cmd_check_none_click() { check_rows(false); }
 
 void catalogue::check_rows(bool checked) {
-    if (link_.view_mode == 2) {
+    if (link_.view_mode == view::favorite_timing) {
         for (int i = 1; i <= link_.fav_timing_count; ++i)
             lstv_timing.set_checked(i, checked);
-    } else if (link_.view_mode == 3) {
+    } else if (link_.view_mode == view::favorite_pattern) {
         for (int i = 1; i <= link_.fav_pattern_count; ++i)
             lstv_pattern.set_checked(i, checked);
     }

@@ -56,9 +56,6 @@ private:
     status_frame& status_;
 };
 
-/// The row of the pattern list that shows the colour settings. (That of the custom string: motion_string_pattern.)
-inline constexpr int color_setting_pattern = 13;
-
 /// Where Download stands in the views of the two lists, in twips.
 inline constexpr int download_left_beside_list = 5640;
 inline constexpr int download_top_beside_list = 2250;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/controls.h"
+#include "link/commands.h"
 
 #include <array>
 
@@ -9,7 +10,7 @@ namespace desk {
 /// The work area of the views Timing Select, Pattern Select, Favorite Timing and Favorite Pattern, with the two buttons
 /// that send and read back what a view edits.
 struct desk_frame {
-    desk_frame() { txt_motion_str.max_length = 12; }
+    desk_frame() { txt_motion_str.max_length = custom_string_length; }
 
     button cmd_run;
     button cmd_download;

@@ -9,15 +9,6 @@
 
 namespace desk {
 
-namespace {
-
-// the answer to FT+999 and FP+999: for each row two letters, "+" or "-", and the row's number
-constexpr std::size_t favourite_record = 6;
-// the answer to ATS999: for each step ATN, ATT, ATP and ATI as commands are written
-constexpr std::size_t autorun_record = 24;
-
-} // namespace
-
 download::download(exchange& link, desk_frame& desk, catalogue& rows, panel& switches, color_settings& colors,
                    autorun& steps, refresh& status)
     : link_(link), desk_(desk), rows_(rows), switches_(switches), colors_(colors), steps_(steps), status_(status) {
@@ -34,34 +25,29 @@ void download::cmd_download_click() {
 }
 
 void download::read_back() {
-    if (link_.view_mode == 1 && rows_.lstv_pattern.selected() == motion_string_pattern) return read_custom_string();
-    if (link_.view_mode == 1 && rows_.lstv_pattern.selected() == color_setting_pattern) return read_color_settings();
-    if (link_.view_mode == 2 &&
+    if (link_.view_mode == view::pattern_select && rows_.lstv_pattern.selected() == motion_string_pattern)
+        return read_custom_string();
+    if (link_.view_mode == view::pattern_select && rows_.lstv_pattern.selected() == color_setting_pattern)
+        return read_color_settings();
+    if (link_.view_mode == view::favorite_timing &&
         !read_favourites(command::query_favourite_timings, link_.fav_timing_count, rows_.lstv_timing))
         return;
-    if (link_.view_mode == 3 &&
+    if (link_.view_mode == view::favorite_pattern &&
         !read_favourites(command::query_favourite_patterns, link_.fav_pattern_count, rows_.lstv_pattern))
         return;
-    if (link_.view_mode == 5 && !read_autorun_list()) return;
-    if (link_.view_mode == 6) read_panel();
-}
-
-bool download::ask(std::string_view query) {
-    link_.tx_cmd(query);
-    const bool answered = link_.rx_done;
-    if (!answered) link_.show_link_error();
-    return answered;
+    if (link_.view_mode == view::autorun_config && !read_autorun_list()) return;
+    if (link_.view_mode == view::panel_control) read_panel();
 }
 
 void download::read_custom_string() {
-    if (!ask(command::query_custom_string)) return;
+    if (!link_.tx_cmd_or_box(command::query_custom_string)) return;
     if (!link_.rx_text.starts_with(command::query_custom_string)) return link_.show_link_error();
-    const std::string_view held = part_of_answer(link_.rx_text, 7, 12);
+    const std::string_view held = part_of_answer(link_.rx_text, 7, custom_string_length);
     desk_.txt_motion_str.text = text_from_bytes(held.substr(0, held.find('\0')));
 }
 
 void download::read_color_settings() {
-    if (!ask(command::query(mnemonic::color_space))) return;
+    if (!link_.tx_cmd_or_box(command::query(mnemonic::color_space))) return;
     const bool is_rgb = as_number(last_of_answer(link_.rx_text, 3)) == 1;
     colors_.color_mode = is_rgb ? 1 : 2;
     desk_.lab_color_setting[0].caption = is_rgb ? "Red" : "Cr";
@@ -69,15 +55,15 @@ void download::read_color_settings() {
     desk_.lab_color_setting[2].caption = is_rgb ? "Blue" : "Cb";
     desk_.lab_color_setting[3].caption = "Grey";
 
-    if (!ask(command::query(mnemonic::color_red))) return;
+    if (!link_.tx_cmd_or_box(command::query(mnemonic::color_red))) return;
     // the generator has no values to give: the controls stay dead, and nothing is told
     if (last_of_answer(link_.rx_text, 3) == "300") return;
     set_color(0, as_number(last_of_answer(link_.rx_text, 3)));
-    if (!ask(command::query(mnemonic::color_green))) return;
+    if (!link_.tx_cmd_or_box(command::query(mnemonic::color_green))) return;
     // the grey control mirrors the second channel
     set_color(1, as_number(last_of_answer(link_.rx_text, 3)));
     set_color(3, as_number(last_of_answer(link_.rx_text, 3)));
-    if (!ask(command::query(mnemonic::color_blue))) return;
+    if (!link_.tx_cmd_or_box(command::query(mnemonic::color_blue))) return;
     set_color(2, as_number(last_of_answer(link_.rx_text, 3)));
 
     for (text_box& box : desk_.txt_color_setting)
@@ -92,10 +78,9 @@ void download::set_color(std::size_t index, int value) {
 }
 
 bool download::read_favourites(std::string_view query, int count, list_view& list) {
-    if (!ask(query)) return false;
-    for (int i = 0; i < count; ++i) {
-        const std::string_view record =
-            part_of_answer(link_.rx_text, favourite_record * static_cast<std::size_t>(i) + 1, favourite_record);
+    if (!link_.tx_cmd_or_box(query)) return false;
+    for (int i = 1; i <= count; ++i) {
+        const std::string_view record = record_of_answer(i, favourite_record);
         // the row's number comes from the record and not from its place
         const int row = as_number(part_of_answer(record, 4, 3));
         list.set_checked(row, character_of_answer(record, 3) == "+");
@@ -103,14 +88,18 @@ bool download::read_favourites(std::string_view query, int count, list_view& lis
     return true;
 }
 
+std::string_view download::record_of_answer(int number, int size) const {
+    return part_of_answer(link_.rx_text, static_cast<std::size_t>(size * (number - 1) + 1),
+                          static_cast<std::size_t>(size));
+}
+
 bool download::read_autorun_list() {
-    if (!ask(command::query_autorun_list)) return false;
+    if (!link_.tx_cmd_or_box(command::query_autorun_list)) return false;
     list_view& list = steps_.lstv_auto;
     list.clear();
     link_.host().events.pump();
     for (int i = 1; i <= autorun_rows; ++i) {
-        const std::string_view record =
-            part_of_answer(link_.rx_text, autorun_record * static_cast<std::size_t>(i - 1) + 1, autorun_record);
+        const std::string_view record = record_of_answer(i, autorun_record);
         const int interval = as_number(part_of_answer(record, 22, 3));
         list.add_row(number_text(i));
         const bool used = interval != 0;
@@ -125,17 +114,17 @@ void download::read_panel() {
     status_.cmd_refresh_click();
     if (!link_.rx_done) return; // the labels tell
     const auto last_three = [this] { return as_number(last_of_answer(link_.rx_text, 3)); };
-    if (!ask(command::query(mnemonic::audio_source))) return;
+    if (!link_.tx_cmd_or_box(command::query(mnemonic::audio_source))) return;
     switches_.paint_asc(as_number(last_of_answer(link_.rx_text, 1)));
-    if (!ask(command::query(mnemonic::lpcm_channels))) return;
+    if (!link_.tx_cmd_or_box(command::query(mnemonic::lpcm_channels))) return;
     switches_.paint_lpcm(last_three());
-    if (!ask(command::query(mnemonic::color_space))) return;
+    if (!link_.tx_cmd_or_box(command::query(mnemonic::color_space))) return;
     switches_.paint_csc(last_three());
-    if (!ask(command::query(mnemonic::deep_color))) return;
+    if (!link_.tx_cmd_or_box(command::query(mnemonic::deep_color))) return;
     switches_.paint_deep(last_three());
-    if (!ask(command::query(mnemonic::autorun))) return;
+    if (!link_.tx_cmd_or_box(command::query(mnemonic::autorun))) return;
     switches_.paint_auto(last_three());
-    if (!ask(command::query(mnemonic::my_favourite))) return;
+    if (!link_.tx_cmd_or_box(command::query(mnemonic::my_favourite))) return;
     switches_.paint_fav(last_three());
 }
 

@@ -25,9 +25,9 @@ private:
     void set_color(std::size_t index, int value);
     bool read_favourites(std::string_view query, int count, list_view& list);
     bool read_autorun_list();
+    /// The `number`th record of the answer, from 1; shorter or empty where the answer ends.
+    std::string_view record_of_answer(int number, int size) const;
     void read_panel();
-    /// One query; a failure is told in a box.
-    bool ask(std::string_view query);
 
     exchange& link_;
     desk_frame& desk_;

@@ -8,7 +8,7 @@ favourites::favourites(exchange& link, desk_frame& desk, catalogue& rows) : link
 }
 
 void favourites::cmd_fav_timing_click() {
-    rows_.change_view(2);
+    rows_.change_view(view::favorite_timing);
     desk_.fra_desk.caption = "Favorite Timing";
     rows_.lstv_timing.check_boxes = true;
     desk_.lab_desk_note.caption = "Press [Download] to download VELOTRACE favorite timings.\r\n"
@@ -18,7 +18,7 @@ void favourites::cmd_fav_timing_click() {
 }
 
 void favourites::cmd_fav_pattern_click() {
-    rows_.change_view(3);
+    rows_.change_view(view::favorite_pattern);
     desk_.fra_desk.caption = "Favorite Pattern";
     rows_.lstv_pattern.check_boxes = true;
     desk_.lab_desk_note.caption = "Press [Download] to download VELOTRACE favorite patterns.\r\n"

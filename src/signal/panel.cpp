@@ -92,11 +92,8 @@ void panel::cmd_asc_click(int index) {
 }
 
 void panel::follow_up_lpcm() {
-    link_.tx_cmd(command::query(mnemonic::lpcm_channels));
-    if (link_.rx_done)
+    if (link_.tx_cmd_or_box(command::query(mnemonic::lpcm_channels)))
         paint_lpcm(as_number(last_of_answer(link_.rx_text, 3)));
-    else
-        link_.show_link_error();
 }
 
 void panel::cmd_lpcm_click(int index) {
@@ -138,11 +135,7 @@ void panel::cmd_fav_click(int index) {
 
 void panel::cmd_reset_click() {
     begin_work(cmd_reset, link_.host().events);
-    link_.tx_cmd(command::reset);
-    if (link_.rx_done)
-        go_dark();
-    else
-        link_.show_link_error();
+    if (link_.tx_cmd_or_box(command::reset)) go_dark();
     end_work(cmd_reset);
 }
 

@@ -31,10 +31,10 @@ bool refresh::read_timing() {
         return false;
     }
     rows_.cur_timing = as_number(last_of_answer(link_.rx_text, 3));
-    // a row that the list doesn't have, 254 among them, ends the program here
+    // a row that the list doesn't have ends the program here
     status_.lab_timing.caption = rows_.lstv_timing.text(rows_.cur_timing);
     // the figures of the row that was selected before stay on show until the list's next event
-    if (link_.view_mode == 0) {
+    if (link_.view_mode == view::timing_select) {
         rows_.lstv_timing.select(rows_.cur_timing);
         rows_.lstv_timing.set_focus();
     }
@@ -50,7 +50,7 @@ bool refresh::read_pattern() {
     }
     rows_.cur_pattern = as_number(last_of_answer(link_.rx_text, 3));
     status_.lab_pattern.caption = rows_.lstv_pattern.text(rows_.cur_pattern);
-    if (link_.view_mode == 1) {
+    if (link_.view_mode == view::pattern_select) {
         rows_.lstv_pattern.select(rows_.cur_pattern);
         rows_.show_pattern_extras();
         rows_.lstv_pattern.set_focus();
@@ -67,21 +67,20 @@ bool refresh::read_output_format() {
     }
     const int value = as_number(last_of_answer(link_.rx_text, 3));
     if (value >= 1 && value <= 4) status_.lab_out.caption = element(switches_.cmd_out, value - 1).caption;
-    if (link_.view_mode == 6) switches_.paint_out(value);
+    if (link_.view_mode == view::panel_control) switches_.paint_out(value);
     return true;
 }
 
-bool refresh::read_hdcp() {
+void refresh::read_hdcp() {
     link_.tx_cmd(command::query(mnemonic::hdcp));
     if (!link_.rx_done) {
         status_.lab_hdcp.caption = link_error_label;
-        if (link_.view_mode == 6) switches_.paint_hdcp(not_known);
-        return false;
+        if (link_.view_mode == view::panel_control) switches_.paint_hdcp(not_known);
+        return;
     }
     const int value = last_of_answer(link_.rx_text, 1) == "0" ? 0 : 1;
     status_.lab_hdcp.caption = element(switches_.cmd_hdcp, value).caption;
-    if (link_.view_mode == 6) switches_.paint_hdcp(value);
-    return true;
+    if (link_.view_mode == view::panel_control) switches_.paint_hdcp(value);
 }
 
 } // namespace desk

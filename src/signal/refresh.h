@@ -17,7 +17,7 @@ private:
     bool read_timing();
     bool read_pattern();
     bool read_output_format();
-    bool read_hdcp();
+    void read_hdcp();
 
     exchange& link_;
     status_frame& status_;

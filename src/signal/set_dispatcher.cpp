@@ -24,19 +24,19 @@ set_dispatcher::set_dispatcher(exchange& link, desk_frame& desk, status_frame& s
 void set_dispatcher::cmd_run_click() {
     begin_work(desk_.cmd_run, link_.host().events);
     switch (link_.view_mode) {
-    case 0:
+    case view::timing_select:
         set_row(rows_.lstv_timing, mnemonic::timing, status_.lab_timing, rows_.cur_timing);
         break;
-    case 1:
+    case view::pattern_select:
         set_row(rows_.lstv_pattern, mnemonic::pattern, status_.lab_pattern, rows_.cur_pattern);
         break;
-    case 2:
+    case view::favorite_timing:
         set_favourite_timings();
         break;
-    case 3:
+    case view::favorite_pattern:
         set_favourite_patterns();
         break;
-    case 5:
+    case view::autorun_config:
         upload_autorun();
         break;
     default:
@@ -72,12 +72,9 @@ void set_dispatcher::set_favourite_timings() {
                         check_default(rows_.lstv_timing, first_default_timing);
                         check_default(rows_.lstv_timing, second_default_timing);
                     });
-        link_.tx_cmd(command::set(mnemonic::favourite_timing_on, first_default_timing));
         // what becomes of the second one is not looked at
-        if (link_.rx_done)
+        if (link_.tx_cmd_or_box(command::set(mnemonic::favourite_timing_on, first_default_timing)))
             link_.tx_cmd(command::set(mnemonic::favourite_timing_on, second_default_timing));
-        else
-            link_.show_link_error();
     }
     desk_.cmd_download.enabled = true;
 }
@@ -90,8 +87,7 @@ void set_dispatcher::set_favourite_patterns() {
         // one row alone, unlike the timings
         while_doing([] { return "Checking the favourite pattern that the generator has when none is checked"; },
                     [this] { check_default(rows_.lstv_pattern, default_pattern); });
-        link_.tx_cmd(command::set(mnemonic::favourite_pattern_on, default_pattern));
-        if (!link_.rx_done) link_.show_link_error();
+        link_.tx_cmd_or_box(command::set(mnemonic::favourite_pattern_on, default_pattern));
     }
     desk_.cmd_download.enabled = true;
 }
@@ -102,11 +98,7 @@ bool set_dispatcher::send_flags(const list_view& list, int count, std::string_vi
     for (int i = 1; i <= count; ++i) {
         const bool checked = list.row(i).checked;
         any_checked = any_checked || checked;
-        link_.tx_cmd(command::set(checked ? letters_on : letters_off, i));
-        if (!link_.rx_done) {
-            link_.show_link_error();
-            break;
-        }
+        if (!link_.tx_cmd_or_box(command::set(checked ? letters_on : letters_off, i))) break;
     }
     return any_checked;
 }

@@ -7,12 +7,6 @@
 
 namespace desk {
 
-namespace {
-
-constexpr std::size_t custom_string_bytes = 12;
-
-} // namespace
-
 upload::upload(exchange& link, desk_frame& desk) : link_(link), desk_(desk) {
     desk_.cmd_upload.on_click = [this] { cmd_upload_click(); };
 }
@@ -29,7 +23,7 @@ void upload::cmd_upload_click() {
     link_.drain_output();
     link_.host().port.discard_input();
     bytes block = bytes_of(bytes_from_text(desk_.txt_motion_str.text.get()));
-    block.resize(custom_string_bytes); // 0 behind the text
+    block.resize(custom_string_length); // 0 behind the text
     link_.host().port.write(block);
     end_work(desk_.cmd_upload);
 }

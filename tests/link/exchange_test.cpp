@@ -571,6 +571,16 @@ TEST_F(raw_bytes, ask_for_no_connection_and_clear_nothing) {
     EXPECT_TRUE(m.boxes.all.empty());
 }
 
+TEST_F(link_test, tells_a_failed_exchange_in_a_box_where_the_caller_wants_it) {
+    connect();
+    EXPECT_FALSE(link.tx_cmd_or_box("OUT001"));
+    const std::vector one_box{test::noted_boxes::shown{"Link Error !", box_icon::critical, box_buttons::ok}};
+    EXPECT_EQ(m.boxes.all, one_box);
+    m.echo_all();
+    EXPECT_TRUE(link.tx_cmd_or_box("OUT001"));
+    EXPECT_EQ(m.boxes.all.size(), 1U);
+}
+
 TEST(characters_of_an_answer, count_from_1) {
     EXPECT_EQ(character_of_answer("VER123", 5), "2");
     EXPECT_EQ(character_of_answer("VER123", 1), "V");

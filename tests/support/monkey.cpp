@@ -58,7 +58,7 @@ std::string monkey::some_action() {
         const bool usable = desk_.answer("get " + name + ".shown") == "ok true" &&
                             desk_.answer("get " + name + ".enabled") == "ok true";
         if (!usable && below(40) != 0) continue;
-        const std::string action = action_on(name, kind);
+        std::string action = action_on(name, kind);
         if (!action.empty()) return action;
     }
     return "wait " + std::to_string(below(300));
@@ -91,7 +91,7 @@ std::string monkey::action_on(const std::string& name, const std::string& kind) 
             return "key " + name + " 13";
         default:
             return "type " + name + " " +
-                   one_of(strings{"\"7\"", "\"255\"", "\"256\"", "\"\"", "\" 12 \"", "\"HELLO\"", "\"\u20ac 99\""});
+                   one_of(strings{R"("7")", R"("255")", R"("256")", R"("")", R"(" 12 ")", R"("HELLO")", R"("€ 99")"});
         }
     }
     return "";
