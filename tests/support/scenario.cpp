@@ -35,6 +35,28 @@ std::string replaced(std::string text, std::string_view what, std::string_view b
     return text;
 }
 
+std::string in_digits(int number, std::size_t digits) {
+    std::string text = std::to_string(number);
+    text.insert(0, digits - std::min(digits, text.size()), '0');
+    return text;
+}
+
+/// The text with its runs ("{1..3:FT-%3}") written out.
+std::string with_runs(const std::string& text) {
+    static const std::regex run(R"(\{(\d+)\.\.(\d+)(:|, )([^}]*)\})");
+    std::string all;
+    auto from = text.cbegin();
+    for (std::smatch found; std::regex_search(from, text.cend(), found, run); from = found.suffix().first) {
+        all.append(from, found[0].first);
+        const int last = std::stoi(found[2]);
+        for (int number = std::stoi(found[1]); number <= last; ++number) {
+            all += replaced(replaced(found[4], "%2", in_digits(number, 2)), "%3", in_digits(number, 3));
+            if (found[3] == ", " && number < last) all += ", ";
+        }
+    }
+    return all.append(from, text.cend());
+}
+
 /// The first word of a text, which loses it.
 std::string take_word(std::string& text) {
     const std::size_t end = std::min(text.find(' '), text.size());
@@ -67,7 +89,7 @@ public:
 
     void line(const scenario_line& l) {
         now_ = &l;
-        const std::string text = replaced(l.text, "$DIR", utf8_from_path(directory_.path()));
+        const std::string text = with_runs(replaced(l.text, "$DIR", utf8_from_path(directory_.path())));
         try {
             if (text.front() == '!')
                 directive(trimmed(text.substr(1)));
@@ -114,6 +136,9 @@ private:
             expect_file(file, text);
         } else if (name == "on_show") {
             expect_on_show(text);
+        } else if (name == "lit") {
+            const std::string group = take_word(text);
+            expect_lit(group, text == "none" ? -1 : number(text));
         } else if (name == "mark") {
             mark_ = clock();
         } else if (name == "passed") {
@@ -158,6 +183,19 @@ private:
         }
     }
 
+    void expect_lit(const std::string& group, int lit) {
+        int count = 0;
+        while (true) {
+            const std::string member = group + "(" + std::to_string(count) + ")";
+            const std::string answer = robot_.answer("get " + member + ".back_color");
+            if (!answer.starts_with("ok ")) break;
+            const bool wanted = count == lit;
+            if (answer != (wanted ? "ok 65280" : "ok 2147483663")) fail(member + (wanted ? " lit" : " dark"), answer);
+            ++count;
+        }
+        if (count == 0 || lit >= count) fail("a group that has this button", group);
+    }
+
     int clock() { return number(robot_.answer("clock").substr(3)); }
 
     static int number(const std::string& text) {
@@ -180,9 +218,19 @@ std::vector<scenario> scenarios_of(std::string_view text) {
     std::vector<scenario> scenarios;
     std::istringstream lines{std::string(text)};
     std::string line;
+    std::vector<std::pair<std::string, std::string>> names;
     for (int number = 1; std::getline(lines, line); ++number) {
         line = trimmed(line);
         if (line.empty() || line.front() == '#') continue;
+        for (const auto& [name, meaning] : names)
+            line = replaced(std::move(line), name, meaning);
+        if (line.starts_with("let $")) {
+            const std::size_t equals = line.find(" = ");
+            if (equals == std::string::npos)
+                throw std::runtime_error("line " + std::to_string(number) + " gives no text");
+            names.emplace_back(line.substr(4, equals - 4), line.substr(equals + 3));
+            continue;
+        }
         if (line.starts_with("== ")) {
             scenarios.push_back({line.substr(3), {}});
             continue;

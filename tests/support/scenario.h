@@ -22,8 +22,12 @@ namespace desk::test {
 ///     ! on_show NAME...                of all that the views show and hide, exactly these are on show now
 ///     ! mark                           takes note of the clock
 ///     ! passed MIN MAX                 so many milliseconds have passed since the last mark
+///     ! lit GROUP INDEX | none         of a group of buttons this one alone is green, the others have the face's
+///     colour let $NAME = TEXT                 from here to the end of the file $NAME stands for this text
 ///
-/// $DIR stands for the scenario's directory. An arrow stands at least two blanks behind its command.
+/// $DIR stands for the scenario's directory. {3..30:TEXT} stands for a run of the text, once for each number; in it %2
+/// and %3 are the number in two and in three digits. {3..30, TEXT} is the same with a comma and a blank between. An
+/// arrow stands at least two blanks behind its command.
 
 struct scenario_line {
     int number = 0; ///< in the file, from 1

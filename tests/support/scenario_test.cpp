@@ -44,6 +44,41 @@ TEST(a_scenario, fails_where_an_answer_is_another) {
     EXPECT_NE(failures[0].find("got      ok 1"), std::string::npos);
 }
 
+TEST(a_scenario_file, gives_names_to_texts) {
+    const auto scenarios = scenarios_of("let $row = select lstv_timing\nlet $all = $row 1\n== rule\n$row 7\n$all\n");
+    ASSERT_EQ(scenarios.size(), 1U);
+    EXPECT_EQ(scenarios[0].lines[0].text, "select lstv_timing 7");
+    EXPECT_EQ(scenarios[0].lines[1].text, "select lstv_timing 1");
+    EXPECT_THROW(scenarios_of("let $row\n"), std::runtime_error);
+}
+
+TEST(a_scenario, writes_runs_out) {
+    EXPECT_TRUE(failures_of("start\n"
+                            "type txt_motion_str \"{9..11:%3}{1..1:x}{2..1:y}\"\n"
+                            "get txt_motion_str.text   -> ok \"009010011x\"\n"
+                            "items cbo_com   -> ok [{1..8, \"COM%2:\"}]\n")
+                    .size() == 3)
+        << "the box is not on show, its text is another, the ports have one digit";
+    EXPECT_TRUE(failures_of("start\nreply \"TIM001\" \"T{1..2:%3}\" {1..1:\"%2\"}\nclick cmd_timing\nclick cmd_run\n"
+                            "wire   -> ok [{1..2, \"> TIM%3\"}]\n")
+                    .size() == 1)
+        << "TIM001 is sent twice, TIM002 never";
+    EXPECT_TRUE(failures_of("start\nreply \"TIM001\" echo\nclick cmd_timing\nclick cmd_run\n"
+                            "wire   -> ok [{1..1, \"> TIM%3\", \"< TIM%3\"}]\n")
+                    .empty());
+}
+
+TEST(a_scenario, knows_the_lit_button_of_a_group) {
+    EXPECT_TRUE(failures_of("start\n! lit cmd_out none\nreply \"OUT*\" echo\nclick cmd_setup\nclick cmd_out(2)\n"
+                            "! lit cmd_out 2\n")
+                    .empty());
+    EXPECT_EQ(failures_of("start\n! lit cmd_out 2\n").size(), 1U);
+    EXPECT_EQ(failures_of("start\n! lit cmd_out 4\n").size(), 1U);
+    EXPECT_EQ(failures_of("start\n! lit cmd_nothing none\n").size(), 1U);
+    EXPECT_EQ(failures_of("start\nreply \"OUT*\" echo\nclick cmd_setup\nclick cmd_out(2)\n! lit cmd_out 1\n").size(),
+              2U);
+}
+
 TEST(a_scenario, fails_where_an_answer_is_longer_or_shorter) {
     EXPECT_EQ(failures_of("start\nboxes   -> ok\n").size(), 1U);
     EXPECT_EQ(failures_of("start   -> ok true\n").size(), 1U);
