@@ -19,7 +19,10 @@ constexpr std::array letters_of = {mnemonic::color_red, mnemonic::color_green, m
                                    mnemonic::color_grey};
 
 bool is_valid(const std::string& text) {
-    return !text.empty() && std::all_of(text.begin(), text.end(), is_digit) && val(text) <= 255;
+    if (text.empty() || !std::all_of(text.begin(), text.end(), is_digit)) return false;
+    // a number of any length can be typed
+    const std::size_t first = std::min(text.find_first_not_of('0'), text.size());
+    return text.size() - first <= 3 && val(text) <= 255;
 }
 
 } // namespace

@@ -1,67 +1,51 @@
 #include "signal/set_dispatcher.h"
 
-#include "controls/window.h"
-#include "support/fake_machine.h"
+#include "support/expect_failure.h"
+#include "support/signal_fixture.h"
 
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <string>
 #include <vector>
 
 namespace desk {
 namespace {
 
-using strings = std::vector<std::string>;
+using test::checked_rows;
+using test::failure_of;
+using test::look_of;
+using test::strings;
+using boxes = std::vector<test::noted_boxes::shown>;
 
-class set_test : public testing::Test {
+class set_test : public test::signal_fixture {
 protected:
-    set_test() {
-        rows.change_view = [this](int view) { link.view_mode = static_cast<std::int16_t>(view); };
-        m.events.ticking = &link.tim_rx;
-        for (control* c : std::vector<control*>{&rows.lstv_timing, &rows.lstv_pattern, &desk_area.cmd_run})
-            form.add(*c);
-        std::string text = "30\r\n";
-        for (int i = 1; i <= 30; ++i)
-            text += "\"timing " + std::to_string(i) + "\",800,640,16,96,\"-\",525,480,10,2,\"+\",25.175\r\n";
-        text += "45\r\n";
-        for (int i = 1; i <= 45; ++i)
-            text += "\"pattern " + std::to_string(i) + "\"\r\n";
-        rows.load(text);
-        link.com_port = 1;
-        link.set_comm();
-    }
+    using signal_fixture::signal_fixture;
     /// Presses SET in a view with a row of its list selected.
     void set(int view, int row) {
-        link.view_mode = static_cast<std::int16_t>(view);
+        enter(view);
         (view == 0 ? rows.lstv_timing : rows.lstv_pattern).select(row);
         desk_area.cmd_run.on_click();
     }
-
-    test::fake_machine m;
-    exchange link{m.host};
-    desk_frame desk_area;
-    status_frame status;
-    catalogue rows{link, desk_area, status};
-    autorun steps{link, desk_area, rows};
-    set_dispatcher dispatcher{link, desk_area, status, rows, steps};
-    window form;
+    /// The look of SET and whether Download lives.
+    std::string look() const {
+        return look_of(desk_area.cmd_run) + (desk_area.cmd_download.enabled ? "" : ", no download");
+    }
 };
 
 TEST_F(set_test, sends_the_timing_and_shows_its_name) {
-    m.echo_all();
     set(0, 7);
     EXPECT_EQ(m.port.take_written(), strings{"TIM007"});
-    EXPECT_EQ(status.lab_timing.caption, "timing 7");
+    EXPECT_EQ(status.lab_timing.caption, "[07] timing");
     EXPECT_EQ(rows.cur_timing, 7);
     EXPECT_EQ(rows.cur_pattern, 254);
     EXPECT_TRUE(rows.lstv_timing.has_focus());
 }
 
 TEST_F(set_test, sends_the_pattern_and_shows_its_name) {
-    m.echo_all();
     set(1, 41);
     EXPECT_EQ(m.port.take_written(), strings{"PAT041"});
-    EXPECT_EQ(status.lab_pattern.caption, "pattern 41");
+    EXPECT_EQ(status.lab_pattern.caption, "[41] pattern");
     EXPECT_EQ(rows.cur_pattern, 41);
     EXPECT_EQ(rows.cur_timing, 254);
     EXPECT_TRUE(rows.lstv_pattern.has_focus());
@@ -70,12 +54,12 @@ TEST_F(set_test, sends_the_pattern_and_shows_its_name) {
 TEST_F(set_test, demands_the_whole_echo) {
     for (const char* answer : {"TIM008", "TIM0077", "TIM007 ", "TIM254"}) {
         rows.cur_timing = 3;
-        m.answer_all(answer);
+        answers["TIM007"] = answer;
         set(0, 7);
         EXPECT_EQ(status.lab_timing.caption, "Link Error") << answer;
         EXPECT_EQ(rows.cur_timing, 3) << answer;
     }
-    m.answer_all("PAT008");
+    answers["PAT007"] = "PAT008";
     rows.cur_pattern = 5;
     set(1, 7);
     EXPECT_EQ(status.lab_pattern.caption, "Link Error");
@@ -84,6 +68,7 @@ TEST_F(set_test, demands_the_whole_echo) {
 }
 
 TEST_F(set_test, tells_of_a_dead_link_in_its_label_alone) {
+    unplugged = true;
     rows.cur_timing = 3;
     set(0, 7);
     EXPECT_EQ(m.port.take_written(), (strings{"TIM007", "TIM007"}));
@@ -108,7 +93,8 @@ TEST_F(set_test, is_red_and_dead_while_the_link_is_busy) {
     bool enabled = true;
     color back_color = 0;
     std::string label = "?";
-    status.lab_timing.caption = "timing 1";
+    unplugged = true;
+    status.lab_timing.caption = "[01] timing";
     m.events.in(100, [&] {
         enabled = desk_area.cmd_run.enabled;
         back_color = desk_area.cmd_run.back_color;
@@ -141,6 +127,298 @@ TEST_F(set_test, sends_nothing_in_the_views_without_it) {
         EXPECT_TRUE(desk_area.cmd_run.enabled) << view;
         EXPECT_EQ(desk_area.cmd_run.back_color, 0x8000000FU) << view;
     }
+}
+
+TEST_F(set_test, takes_the_row_that_is_selected_behind_its_pumps) {
+    for (const int view : {0, 1}) {
+        list_view& list = view == 0 ? rows.lstv_timing : rows.lstv_pattern;
+        set_labels("as before");
+        m.events.on_pump = [&] {
+            if (labels() != strings(4, "as before")) list.select(9);
+        };
+        set(view, 7);
+        EXPECT_EQ(m.port.take_written(), strings{view == 0 ? "TIM009" : "PAT009"});
+    }
+}
+
+TEST_F(set_test, gives_the_list_the_focus_at_its_end) {
+    for (const int view : {0, 1}) {
+        const list_view& list = view == 0 ? rows.lstv_timing : rows.lstv_pattern;
+        frames.clear();
+        film([&] { return list.has_focus() ? "focus" : "none"; });
+        set(view, 7);
+        EXPECT_EQ(frames.back(), "none");
+        EXPECT_TRUE(list.has_focus());
+    }
+}
+
+TEST_F(set_test, leaves_download_alive_in_the_select_views) {
+    film([this] { return look(); });
+    for (const int view : {0, 1}) {
+        frames.clear();
+        set(view, 7);
+        const std::string sent = view == 0 ? "TIM007" : "PAT007";
+        EXPECT_EQ(frames, (strings{"face dead", "red dead", sent + ": red dead", "red dead"}));
+    }
+}
+
+/// One of the two favourite walks.
+struct favourite_walk_kind {
+    const char* name;
+    int view;
+    std::int16_t exchange::*count;
+    list_view catalogue::*list;
+    const char* on;
+    const char* off;
+};
+
+void PrintTo(const favourite_walk_kind& walk, std::ostream* out) { *out << walk.name; }
+
+class favourite_walk : public set_test, public testing::WithParamInterface<favourite_walk_kind> {
+protected:
+    favourite_walk() {
+        link.fav_timing_count = 7;
+        link.fav_pattern_count = 7;
+        link.*GetParam().count = 3;
+    }
+    list_view& list() { return rows.*GetParam().list; }
+    void set() {
+        enter(GetParam().view);
+        desk_area.cmd_run.on_click();
+    }
+    static std::string on(int row) { return std::string(GetParam().on) + "00" + std::to_string(row); }
+    static std::string off(int row) { return std::string(GetParam().off) + "00" + std::to_string(row); }
+};
+
+INSTANTIATE_TEST_SUITE_P(set, favourite_walk,
+                         testing::Values(favourite_walk_kind{"timings", 2, &exchange::fav_timing_count,
+                                                             &catalogue::lstv_timing, "FT+", "FT-"},
+                                         favourite_walk_kind{"patterns", 3, &exchange::fav_pattern_count,
+                                                             &catalogue::lstv_pattern, "FP+", "FP-"}),
+                         [](const auto& walk) { return std::string(walk.param.name); });
+
+TEST_P(favourite_walk, sends_the_flag_of_each_row_in_order) {
+    for (const int checked : {1, 2, 3}) {
+        test::set_checks(list(), {checked});
+        set();
+        strings expected;
+        for (int i = 1; i <= 3; ++i)
+            expected.push_back(i == checked ? on(i) : off(i));
+        EXPECT_EQ(m.port.take_written(), expected);
+        EXPECT_EQ(checked_rows(list()), std::vector{checked});
+    }
+    EXPECT_TRUE(m.boxes.all.empty());
+}
+
+TEST_P(favourite_walk, sends_no_fallback_with_all_checked) {
+    test::set_checks(list(), {1, 2, 3});
+    set();
+    EXPECT_EQ(m.port.take_written(), (strings{on(1), on(2), on(3)}));
+}
+
+TEST_P(favourite_walk, goes_through_the_whole_catalogue) {
+    link.fav_timing_count = 30;
+    link.fav_pattern_count = 45;
+    test::set_checks(list(), {28});
+    set();
+    const strings sent = m.port.take_written();
+    ASSERT_EQ(sent.size(), static_cast<std::size_t>(link.*GetParam().count));
+    EXPECT_EQ(sent.at(27), std::string(GetParam().on) + "028");
+    EXPECT_EQ(sent.back(), GetParam().off + std::string("0") + std::to_string(link.*GetParam().count));
+}
+
+TEST_P(favourite_walk, takes_each_check_when_its_turn_comes) {
+    m.events.in(5, [this] { test::set_checks(list(), {3}); });
+    set();
+    EXPECT_EQ(m.port.take_written(), (strings{off(1), off(2), on(3)}));
+}
+
+TEST_P(favourite_walk, leaves_the_selection) {
+    list().select(9);
+    test::set_checks(list(), {2});
+    set();
+    EXPECT_EQ(list().selected(), 9);
+    EXPECT_EQ(labels(), strings(4, ""));
+}
+
+TEST_P(favourite_walk, looks_at_no_digits_of_an_answer) {
+    test::set_checks(list(), {2});
+    answers[off(1)] = std::string(GetParam().off) + "777";
+    set();
+    EXPECT_EQ(m.port.take_written(), (strings{off(1), on(2), off(3)}));
+    EXPECT_TRUE(m.boxes.all.empty());
+}
+
+TEST_P(favourite_walk, stops_with_one_box_and_no_fallback_at_its_first_failure) {
+    unplugged = true;
+    set();
+    EXPECT_EQ(m.port.take_written(), (strings{off(1), off(1)}));
+    EXPECT_EQ(m.boxes.all, boxes{test::box_link_error});
+    EXPECT_TRUE(checked_rows(list()).empty());
+    EXPECT_EQ(look(), "face live");
+}
+
+TEST_P(favourite_walk, stops_in_the_middle_too) {
+    test::set_checks(list(), {3});
+    answers[off(2)] = "";
+    set();
+    EXPECT_EQ(m.port.take_written(), (strings{off(1), off(2), off(2)}));
+    EXPECT_EQ(m.boxes.all, boxes{test::box_link_error});
+    EXPECT_EQ(checked_rows(list()), std::vector{3}) << "the checks stay as the operator set them";
+}
+
+TEST_P(favourite_walk, runs_no_fallback_where_the_last_row_fails) {
+    answers[off(3)] = "";
+    set();
+    EXPECT_EQ(m.port.take_written(), (strings{off(1), off(2), off(3), off(3)}));
+    EXPECT_EQ(m.boxes.all, boxes{test::box_link_error});
+    EXPECT_TRUE(checked_rows(list()).empty());
+}
+
+TEST_P(favourite_walk, tells_of_a_closed_port_twice_and_stops) {
+    link.cmd_disconn_click();
+    set();
+    EXPECT_EQ(m.boxes.all, (boxes{test::box_disconnected, test::box_link_error}));
+    EXPECT_EQ(look(), "face live");
+}
+
+TEST_P(favourite_walk, keeps_download_dead_from_before_its_first_row) {
+    test::set_checks(list(), {1});
+    answers[off(2)] = "";
+    film([this] { return look(); });
+    set();
+    const std::string busy = "red dead, no download";
+    EXPECT_EQ(frames, (strings{"face dead", on(1) + ": " + busy, busy, off(2) + ": " + busy, busy, off(2) + ": " + busy,
+                               busy, "box: " + busy}));
+    EXPECT_EQ(look(), "face live");
+}
+
+class favourite_fallback : public set_test {
+protected:
+    favourite_fallback() {
+        link.fav_timing_count = 2;
+        link.fav_pattern_count = 2;
+        rows.lstv_timing.select(9);
+        rows.lstv_pattern.select(9);
+    }
+    void set_in(int view) {
+        enter(view);
+        desk_area.cmd_run.on_click();
+    }
+};
+
+TEST_F(favourite_fallback, checks_the_timings_1_and_23) {
+    set_in(2);
+    EXPECT_EQ(m.port.take_written(), (strings{"FT-001", "FT-002", "FT+001", "FT+023"}));
+    EXPECT_EQ(checked_rows(rows.lstv_timing), (std::vector{1, 23}));
+    EXPECT_EQ(rows.lstv_timing.selected(), 23);
+    EXPECT_TRUE(checked_rows(rows.lstv_pattern).empty());
+    EXPECT_TRUE(m.boxes.all.empty());
+    EXPECT_EQ(look(), "face live");
+}
+
+TEST_F(favourite_fallback, checks_the_pattern_1_alone) {
+    set_in(3);
+    EXPECT_EQ(m.port.take_written(), (strings{"FP-001", "FP-002", "FP+001"}));
+    EXPECT_EQ(checked_rows(rows.lstv_pattern), std::vector{1});
+    EXPECT_EQ(rows.lstv_pattern.selected(), 1);
+    EXPECT_TRUE(checked_rows(rows.lstv_timing).empty());
+    EXPECT_TRUE(m.boxes.all.empty());
+    EXPECT_EQ(look(), "face live");
+}
+
+TEST_F(favourite_fallback, checks_both_timings_before_it_sends) {
+    std::vector<int> checked;
+    m.port.on_write = [&, answer = m.port.on_write](const std::string& cmd) {
+        if (cmd == "FT+001") checked = checked_rows(rows.lstv_timing);
+        answer(cmd);
+    };
+    set_in(2);
+    EXPECT_EQ(checked, (std::vector{1, 23}));
+}
+
+TEST_F(favourite_fallback, sends_no_second_timing_where_the_first_fails) {
+    answers["FT+001"] = "";
+    set_in(2);
+    EXPECT_EQ(m.port.take_written(), (strings{"FT-001", "FT-002", "FT+001", "FT+001"}));
+    EXPECT_EQ(m.boxes.all, boxes{test::box_link_error});
+    EXPECT_EQ(checked_rows(rows.lstv_timing), (std::vector{1, 23})) << "they stay checked";
+    EXPECT_EQ(look(), "face live");
+}
+
+TEST_F(favourite_fallback, does_not_look_at_what_becomes_of_the_second_timing) {
+    answers["FT+023"] = "";
+    set_in(2);
+    EXPECT_EQ(m.port.take_written(), (strings{"FT-001", "FT-002", "FT+001", "FT+023", "FT+023"}));
+    EXPECT_TRUE(m.boxes.all.empty());
+    EXPECT_EQ(look(), "face live");
+}
+
+TEST_F(favourite_fallback, tells_of_a_failed_pattern) {
+    answers["FP+001"] = "";
+    set_in(3);
+    EXPECT_EQ(m.port.take_written(), (strings{"FP-001", "FP-002", "FP+001", "FP+001"}));
+    EXPECT_EQ(m.boxes.all, boxes{test::box_link_error});
+    EXPECT_EQ(checked_rows(rows.lstv_pattern), std::vector{1});
+    EXPECT_EQ(look(), "face live");
+}
+
+TEST_F(favourite_fallback, keeps_download_dead_to_its_end) {
+    film([this] { return look(); });
+    const std::string busy = "red dead, no download";
+    answers["FP+001"] = "";
+    for (const int view : {2, 3}) {
+        frames.clear();
+        set_in(view);
+        EXPECT_EQ(frames.front(), "face dead");
+        for (std::size_t i = 1; i < frames.size(); ++i)
+            EXPECT_TRUE(frames[i].ends_with(busy)) << frames[i];
+    }
+    EXPECT_EQ(frames.back(), "box: " + busy);
+}
+
+class small_catalogue : public set_test {
+protected:
+    small_catalogue() : set_test(22, 1) {}
+};
+
+TEST_F(small_catalogue, can_not_take_the_second_timing_of_the_fallback) {
+    enter(2);
+    EXPECT_EQ(failure_of([this] { desk_area.cmd_run.on_click(); }), failure::index_out_of_bounds);
+    EXPECT_EQ(m.port.take_written().size(), 22U) << "the fallback has sent nothing";
+    EXPECT_EQ(checked_rows(rows.lstv_timing), std::vector{1});
+}
+
+TEST_F(small_catalogue, can_take_the_fallback_of_the_patterns) {
+    enter(3);
+    desk_area.cmd_run.on_click();
+    EXPECT_EQ(m.port.take_written(), (strings{"FP-001", "FP+001"}));
+}
+
+class autorun_hand_over : public set_test {
+protected:
+    autorun_hand_over() { enter(5); }
+};
+
+TEST_F(autorun_hand_over, sends_the_whole_autorun_list) {
+    desk_area.cmd_run.on_click();
+    const strings sent = m.port.take_written();
+    ASSERT_EQ(sent.size(), 128U);
+    EXPECT_EQ(sent.front(), "ATN001");
+    EXPECT_EQ(sent.at(124), "ATN032");
+    EXPECT_EQ(sent.back(), "ATI000");
+    EXPECT_TRUE(m.boxes.all.empty());
+    EXPECT_EQ(look(), "face live");
+}
+
+TEST_F(autorun_hand_over, keeps_download_dead_meanwhile) {
+    film([this] { return look(); });
+    answers["ATT001"] = "";
+    desk_area.cmd_run.on_click();
+    const std::string busy = "red dead, no download";
+    EXPECT_EQ(frames, (strings{"face dead", "ATN001: " + busy, busy, "ATT001: " + busy, busy, "ATT001: " + busy, busy,
+                               "box: " + busy}));
+    EXPECT_EQ(look(), "face live");
 }
 
 } // namespace

@@ -1,0 +1,639 @@
+#include "signal/download.h"
+
+#include "support/expect_failure.h"
+#include "support/signal_fixture.h"
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace desk {
+namespace {
+
+using test::checked_rows;
+using test::failure_of;
+using test::look_of;
+using test::strings;
+using boxes = std::vector<test::noted_boxes::shown>;
+
+class download_test : public test::signal_fixture {
+protected:
+    void press_in(int view) {
+        enter(view);
+        desk_area.cmd_download.on_click();
+    }
+    /// A second try sends a query again.
+    static strings twice(const std::string& query) { return {query, query}; }
+    void expect_one_box() { EXPECT_EQ(std::exchange(m.boxes.all, {}), boxes{test::box_link_error}); }
+    std::string look() const { return look_of(desk_area.cmd_download) + (link.download_mode ? ", downloading" : ""); }
+};
+
+TEST_F(download_test, sends_nothing_in_the_views_without_it) {
+    rows.lstv_pattern.select(41);
+    for (const int view : {0, 4, 254}) {
+        press_in(view);
+        EXPECT_TRUE(m.port.take_written().empty()) << view;
+        EXPECT_EQ(look(), "face live") << view;
+    }
+    EXPECT_TRUE(m.boxes.all.empty());
+}
+
+TEST_F(download_test, sends_nothing_for_a_pattern_without_extras) {
+    for (const int row : {1, 12, 14, 40, 42}) {
+        rows.lstv_pattern.select(row);
+        press_in(1);
+        EXPECT_TRUE(m.port.take_written().empty()) << row;
+    }
+    EXPECT_TRUE(m.boxes.all.empty());
+}
+
+TEST_F(download_test, is_dead_then_red_and_downloading_until_its_last_pump) {
+    film([this] { return look(); });
+    const std::vector<std::pair<int, std::string>> queries = {{2, "FT+999"}, {3, "FP+999"}, {5, "ATS999"}};
+    for (const auto& [view, query] : queries) {
+        frames.clear();
+        answers[query] = "";
+        press_in(view);
+        EXPECT_EQ(frames, (strings{"face dead", query + ": red dead, downloading", "red dead, downloading",
+                                   query + ": red dead, downloading", "red dead, downloading",
+                                   "box: red dead, downloading", "face live"}));
+    }
+}
+
+TEST_F(download_test, pumps_at_its_begin_and_at_its_end_where_it_sends_nothing) {
+    film([this] { return look(); });
+    press_in(0);
+    EXPECT_EQ(frames, (strings{"face dead", "face live"}));
+}
+
+class custom_string : public download_test {
+protected:
+    custom_string() {
+        rows.lstv_pattern.select(41);
+        desk_area.txt_motion_str.text = "as before";
+    }
+    /// What the box holds behind a download with these characters behind the six of the command.
+    std::string downloaded(const std::string& held) {
+        answers["MOT999"] = "MOT999" + held;
+        press_in(1);
+        return desk_area.txt_motion_str.text;
+    }
+};
+
+TEST_F(custom_string, is_asked_for_in_its_pattern_alone) {
+    downloaded("abcdefghijkl");
+    EXPECT_EQ(m.port.take_written(), strings{"MOT999"});
+    for (const int view : {0, 4, 254}) {
+        press_in(view);
+        EXPECT_TRUE(m.port.take_written().empty()) << view;
+    }
+    EXPECT_TRUE(m.boxes.all.empty());
+}
+
+TEST_F(custom_string, of_twelve_characters_needs_no_nul) { EXPECT_EQ(downloaded("abcdefghijkl"), "abcdefghijkl"); }
+
+TEST_F(custom_string, ends_at_a_nul) {
+    EXPECT_EQ(downloaded(std::string("abc\0defghijk", 12)), "abc");
+    EXPECT_EQ(downloaded(std::string("abcdefghijk\0", 12)), "abcdefghijk");
+    EXPECT_EQ(downloaded(std::string("a\0\0\0\0\0\0\0\0\0\0\0", 12)), "a");
+}
+
+TEST_F(custom_string, is_empty_with_a_nul_in_front) {
+    EXPECT_EQ(downloaded(std::string("\0bcdefghijkl", 12)), "");
+    EXPECT_EQ(look(), "face live");
+}
+
+TEST_F(custom_string, ends_at_position_18) { EXPECT_EQ(downloaded("abcdefghijklMNO"), "abcdefghijkl"); }
+
+TEST_F(custom_string, keeps_its_blanks) { EXPECT_EQ(downloaded("  a  b      "), "  a  b      "); }
+
+TEST_F(custom_string, shows_the_characters_of_its_codes) {
+    EXPECT_EQ(downloaded("Gr\xFCn \x80\xE9\xFFwxyz"), "Grün €éÿwxyz");
+}
+
+TEST_F(custom_string, stays_for_an_answer_with_another_start) {
+    for (const char* answer :
+         {"MOT001abcdefghijkl", "XOT999abcdefghijkl", "mot999abcdefghijkl", "MOT998abcdefghijkl"}) {
+        answers["MOT999"] = answer;
+        press_in(1);
+        EXPECT_EQ(desk_area.txt_motion_str.text.get(), "as before") << answer;
+        EXPECT_EQ(m.port.take_written(), strings{"MOT999"}) << answer;
+        expect_one_box();
+        EXPECT_EQ(look(), "face live") << answer;
+    }
+}
+
+TEST_F(custom_string, stays_where_fewer_than_18_characters_come) {
+    EXPECT_EQ(downloaded("abcdefghijk"), "as before");
+    EXPECT_EQ(m.port.take_written(), twice("MOT999"));
+    expect_one_box();
+    EXPECT_EQ(look(), "face live");
+}
+
+class color_download : public download_test {
+protected:
+    color_download() {
+        rows.lstv_pattern.select(13);
+        rows.show_pattern_extras();
+        answers = {{"CSC999", "CSC001"}, {"CRR999", "CRR010"}, {"CRG999", "CRG020"}, {"CRB999", "CRB255"}};
+        for (slider& bar : desk_area.hsr_color_setting)
+            bar.place(99);
+    }
+    strings captions() const {
+        strings all;
+        for (const label& l : desk_area.lab_color_setting)
+            all.push_back(l.caption);
+        return all;
+    }
+    /// Slider and text of each of the four.
+    strings values() const {
+        strings all;
+        for (std::size_t i = 0; i < 4; ++i)
+            all.push_back(std::to_string(desk_area.hsr_color_setting.at(i).value()) + " " +
+                          desk_area.txt_color_setting.at(i).text.get());
+        return all;
+    }
+    void expect_controls(bool enabled) {
+        for (const slider& bar : desk_area.hsr_color_setting)
+            EXPECT_EQ(bar.enabled, enabled);
+        for (const text_box& box : desk_area.txt_color_setting)
+            EXPECT_EQ(box.enabled, enabled);
+    }
+};
+
+TEST_F(color_download, fills_the_controls_and_brings_them_to_life) {
+    press_in(1);
+    EXPECT_EQ(m.port.take_written(), (strings{"CSC999", "CRR999", "CRG999", "CRB999"})) << "the sliders don't send";
+    EXPECT_EQ(values(), (strings{"10 10", "20 20", "255 255", "20 20"})) << "grey mirrors the second channel";
+    expect_controls(true);
+    EXPECT_TRUE(m.boxes.all.empty());
+    EXPECT_EQ(look(), "face live");
+}
+
+TEST_F(color_download, names_the_channels_by_the_color_space) {
+    const std::vector<std::pair<std::string, bool>> cases = {{"CSC001", true},  {"CSC002", false}, {"CSC003", false},
+                                                             {"CSC000", false}, {"CSC100", false}, {"CSC011", false},
+                                                             {"CSC0001", true}};
+    for (const auto& [answer, is_rgb] : cases) {
+        answers["CSC999"] = answer;
+        press_in(1);
+        EXPECT_EQ(colors.color_mode, is_rgb ? 1 : 2) << answer;
+        EXPECT_EQ(captions(), is_rgb ? (strings{"Red", "Green", "Blue", "Grey"}) : (strings{"Cr", "Y", "Cb", "Grey"}))
+            << answer;
+    }
+}
+
+TEST_F(color_download, takes_the_values_the_same_in_either_color_mode) {
+    answers["CSC999"] = "CSC002";
+    press_in(1);
+    EXPECT_EQ(values(), (strings{"10 10", "20 20", "255 255", "20 20"}));
+}
+
+TEST_F(color_download, lets_the_sliders_send_again_behind_it) {
+    press_in(1);
+    m.port.take_written();
+    desk_area.hsr_color_setting[0].set_value(7);
+    EXPECT_EQ(m.port.take_written(), strings{"CRR007"});
+}
+
+TEST_F(color_download, is_silent_where_the_generator_has_no_values) {
+    for (const char* answer : {"CRR300", "CRR1300"}) {
+        answers["CRR999"] = answer;
+        press_in(1);
+        EXPECT_EQ(m.port.take_written(), (strings{"CSC999", "CRR999"})) << answer;
+        EXPECT_EQ(values(), strings(4, "99 ")) << answer;
+        EXPECT_EQ(captions(), (strings{"Red", "Green", "Blue", "Grey"})) << answer;
+        expect_controls(false);
+        EXPECT_EQ(look(), "face live") << answer;
+    }
+    EXPECT_TRUE(m.boxes.all.empty());
+}
+
+TEST_F(color_download, changes_nothing_where_the_color_space_fails) {
+    colors.color_mode = 1;
+    answers["CSC999"] = "";
+    press_in(1);
+    EXPECT_EQ(m.port.take_written(), twice("CSC999"));
+    EXPECT_EQ(colors.color_mode, 1);
+    EXPECT_EQ(captions(), strings(4, "?"));
+    EXPECT_EQ(values(), strings(4, "99 "));
+    expect_controls(false);
+    expect_one_box();
+    EXPECT_EQ(look(), "face live");
+}
+
+TEST_F(color_download, keeps_the_names_where_the_first_channel_fails) {
+    answers["CRR999"] = "";
+    press_in(1);
+    EXPECT_EQ(m.port.take_written(), (strings{"CSC999", "CRR999", "CRR999"}));
+    EXPECT_EQ(colors.color_mode, 1);
+    EXPECT_EQ(captions(), (strings{"Red", "Green", "Blue", "Grey"}));
+    EXPECT_EQ(values(), strings(4, "99 "));
+    expect_controls(false);
+    expect_one_box();
+    EXPECT_EQ(look(), "face live");
+}
+
+TEST_F(color_download, keeps_the_first_channel_where_the_second_fails) {
+    answers["CRG999"] = "";
+    press_in(1);
+    EXPECT_EQ(m.port.take_written(), (strings{"CSC999", "CRR999", "CRG999", "CRG999"}));
+    EXPECT_EQ(values(), (strings{"10 10", "99 ", "99 ", "99 "}));
+    expect_controls(false);
+    expect_one_box();
+    EXPECT_EQ(look(), "face live");
+}
+
+TEST_F(color_download, keeps_two_channels_and_grey_where_the_third_fails) {
+    answers["CRB999"] = "";
+    press_in(1);
+    EXPECT_EQ(m.port.take_written(), (strings{"CSC999", "CRR999", "CRG999", "CRB999", "CRB999"}));
+    EXPECT_EQ(values(), (strings{"10 10", "20 20", "99 ", "20 20"}));
+    expect_controls(false);
+    expect_one_box();
+    EXPECT_EQ(look(), "face live");
+}
+
+TEST_F(color_download, is_asked_for_in_its_pattern_and_view_alone) {
+    for (const int view : {0, 4, 254}) {
+        press_in(view);
+        EXPECT_TRUE(m.port.take_written().empty()) << view;
+    }
+    EXPECT_EQ(captions(), strings(4, "?"));
+}
+
+TEST_F(color_download, takes_answers_with_any_letters) {
+    answers = {{"CSC999", "XXX001"}, {"CRR999", "YYY001"}, {"CRG999", "ZZZ002"}, {"CRB999", "AAA003"}};
+    press_in(1);
+    EXPECT_EQ(values(), (strings{"1 1", "2 2", "3 3", "2 2"}));
+}
+
+struct favourite_kind {
+    const char* name;
+    int view;
+    std::int16_t exchange::*count;
+    list_view catalogue::*list;
+    list_view catalogue::*other_list;
+    const char* query;
+};
+
+void PrintTo(const favourite_kind& kind, std::ostream* out) { *out << kind.name; }
+
+class favourite_download : public download_test, public testing::WithParamInterface<favourite_kind> {
+protected:
+    favourite_download() { link.*GetParam().count = 3; }
+    void answer_with(const std::string& records) {
+        answers[GetParam().query] = records;
+        press_in(GetParam().view);
+    }
+    list_view& list() { return rows.*GetParam().list; }
+};
+
+INSTANTIATE_TEST_SUITE_P(download, favourite_download,
+                         testing::Values(favourite_kind{"timings", 2, &exchange::fav_timing_count,
+                                                        &catalogue::lstv_timing, &catalogue::lstv_pattern, "FT+999"},
+                                         favourite_kind{"patterns", 3, &exchange::fav_pattern_count,
+                                                        &catalogue::lstv_pattern, &catalogue::lstv_timing, "FP+999"}),
+                         [](const auto& kind) { return std::string(kind.param.name); });
+
+TEST_P(favourite_download, checks_and_unchecks_the_rows) {
+    list().set_checked(2, true);
+    answer_with("FT+001FT-002FT+003");
+    EXPECT_EQ(m.port.take_written(), strings{GetParam().query});
+    EXPECT_EQ(checked_rows(list()), (std::vector{1, 3}));
+    EXPECT_TRUE(checked_rows(rows.*GetParam().other_list).empty());
+    EXPECT_TRUE(m.boxes.all.empty());
+    EXPECT_EQ(look(), "face live");
+}
+
+TEST_P(favourite_download, takes_the_row_from_the_record_and_not_from_its_place) {
+    for (const int row : {1, 2, 12, 20})
+        list().set_checked(row, true);
+    answer_with("FT+030FT-012FT-002");
+    EXPECT_EQ(checked_rows(list()), (std::vector{1, 20, 30}));
+}
+
+TEST_P(favourite_download, unchecks_for_any_sign_but_plus) {
+    for (const char* sign : {"-", " ", "x", "0", "*"}) {
+        for (const int row : {1, 2, 3})
+            list().set_checked(row, true);
+        answer_with(std::string("FT+001FT") + sign + "002FT+003");
+        EXPECT_EQ(checked_rows(list()), (std::vector{1, 3})) << sign;
+    }
+}
+
+TEST_P(favourite_download, ignores_the_letters_of_a_record) {
+    answer_with("++-001xy+002  +003");
+    EXPECT_EQ(checked_rows(list()), (std::vector{2, 3}));
+}
+
+TEST_P(favourite_download, lets_the_last_record_of_a_row_win) {
+    answer_with("FT+005FT+006FT-005");
+    EXPECT_EQ(checked_rows(list()), std::vector{6});
+}
+
+TEST_P(favourite_download, reads_as_many_records_as_there_are_rows) {
+    answer_with("FT-001FT-002FT-003FT+004");
+    EXPECT_TRUE(checked_rows(list()).empty());
+}
+
+TEST_P(favourite_download, leaves_the_selection) {
+    list().select(9);
+    answer_with("FT+001FT-002FT-003");
+    EXPECT_EQ(list().selected(), 9);
+}
+
+TEST_P(favourite_download, changes_nothing_where_a_character_is_missing) {
+    list().set_checked(2, true);
+    answer_with("FT+001FT-002FT+00");
+    EXPECT_EQ(m.port.take_written(), twice(GetParam().query));
+    EXPECT_EQ(checked_rows(list()), std::vector{2});
+    expect_one_box();
+    EXPECT_EQ(look(), "face live");
+}
+
+TEST_P(favourite_download, ends_the_program_for_a_row_that_the_list_does_not_have) {
+    for (const char* row : {"000", "046", "0A2", "999", "xyz"}) {
+        EXPECT_EQ(failure_of([&] { answer_with(std::string("FT+001FT+") + row + "FT+003"); }),
+                  failure::index_out_of_bounds)
+            << row;
+        EXPECT_EQ(checked_rows(list()), std::vector{1}) << "what was filled before stays";
+    }
+}
+
+TEST_P(favourite_download, is_the_one_query_also_with_the_two_special_patterns) {
+    for (const int row : {13, 41}) {
+        rows.lstv_pattern.select(row);
+        answer_with("FT+001FT-002FT-003");
+        EXPECT_EQ(m.port.take_written(), strings{GetParam().query}) << row;
+    }
+}
+
+class autorun_download : public download_test {
+protected:
+    /// A record of 24 characters with its three fields.
+    static std::string record(const std::string& timing, const std::string& pattern, const std::string& interval) {
+        return "ATN001ATT" + timing + "ATP" + pattern + "ATI" + interval;
+    }
+    static std::string records(std::size_t count, const std::string& each) {
+        std::string all;
+        for (std::size_t i = 0; i < count; ++i)
+            all += each;
+        return all;
+    }
+    strings row(int number) const {
+        strings all{steps.lstv_auto.text(number)};
+        for (int sub = 1; sub <= 3; ++sub)
+            all.push_back(steps.lstv_auto.sub_item(number, sub));
+        return all;
+    }
+    static strings unused(int number) { return {std::to_string(number), "", "", "0"}; }
+    void answer_with(const std::string& text) {
+        answers["ATS999"] = text;
+        press_in(5);
+    }
+};
+
+TEST_F(autorun_download, fills_all_32_rows) {
+    std::string text;
+    for (int i = 1; i <= 32; ++i) {
+        const std::string two = (i < 10 ? "0" : "") + std::to_string(i);
+        text += record(i <= 30 ? "0" + two : "001", "0" + two, "1" + two);
+    }
+    answer_with(text);
+    EXPECT_EQ(m.port.take_written(), strings{"ATS999"});
+    ASSERT_EQ(steps.lstv_auto.row_count(), 32);
+    for (int i = 1; i <= 32; ++i)
+        EXPECT_EQ(row(i), (strings{std::to_string(i), test::numbered(i <= 30 ? i : 1, "timing"),
+                                   test::numbered(i, "pattern"), std::to_string(100 + i)}));
+    EXPECT_TRUE(m.boxes.all.empty());
+    EXPECT_EQ(look(), "face live");
+}
+
+TEST_F(autorun_download, takes_an_interval_of_0_for_an_unused_row) {
+    steps.lstv_auto.set_sub_item(7, 1, "[12] timing");
+    answer_with(records(32, record("012", "007", "000")));
+    ASSERT_EQ(steps.lstv_auto.row_count(), 32);
+    for (int i = 1; i <= 32; ++i)
+        EXPECT_EQ(row(i), unused(i));
+}
+
+TEST_F(autorun_download, looks_up_no_row_for_an_unused_record) {
+    answer_with(records(32, record("999", "000", "000")));
+    EXPECT_EQ(row(32), unused(32));
+}
+
+TEST_F(autorun_download, mixes_used_and_unused_rows) {
+    answer_with(record("012", "007", "600") + record("001", "001", "000") + record("030", "045", "005") +
+                records(29, record("001", "001", "000")));
+    EXPECT_EQ(row(1), (strings{"1", "[12] timing", "[07] pattern", "600"}));
+    EXPECT_EQ(row(2), unused(2));
+    EXPECT_EQ(row(3), (strings{"3", "[30] timing", "[45] pattern", "5"})) << "the interval is a plain number";
+    EXPECT_EQ(row(4), unused(4));
+}
+
+TEST_F(autorun_download, reads_these_positions_of_a_record_and_no_other) {
+    answer_with(records(32, "999999999012999007999010"));
+    EXPECT_EQ(row(1), (strings{"1", "[12] timing", "[07] pattern", "10"}));
+    EXPECT_EQ(row(32), (strings{"32", "[12] timing", "[07] pattern", "10"}));
+}
+
+TEST_F(autorun_download, keeps_an_interval_that_can_not_be_chosen) {
+    answer_with(records(32, record("001", "001", "007")));
+    EXPECT_EQ(row(1), (strings{"1", "[01] timing", "[01] pattern", "7"}));
+}
+
+TEST_F(autorun_download, names_the_rows_by_their_place_in_the_lists) {
+    rows.lstv_timing.add_row("[99] behind the catalogue");
+    answer_with(records(32, record("031", "002", "010")));
+    EXPECT_EQ(row(1), (strings{"1", "[99] behind the catalogue", "[02] pattern", "10"}));
+}
+
+TEST_F(autorun_download, reads_nothing_behind_the_32nd_record) {
+    answer_with(records(33, record("001", "001", "010")));
+    EXPECT_EQ(steps.lstv_auto.row_count(), 32);
+}
+
+TEST_F(autorun_download, leaves_the_table_where_a_character_is_missing) {
+    steps.lstv_auto.set_sub_item(7, 1, "[12] timing");
+    answer_with(records(32, record("001", "001", "010")).substr(1));
+    EXPECT_EQ(m.port.take_written(), twice("ATS999"));
+    EXPECT_EQ(steps.lstv_auto.row_count(), 32);
+    EXPECT_EQ(row(7), (strings{"7", "[12] timing", "", "0"}));
+    expect_one_box();
+    EXPECT_EQ(look(), "face live");
+}
+
+TEST_F(autorun_download, pumps_with_the_list_empty) {
+    answers["ATS999"] = records(32, record("001", "001", "010"));
+    film([this] { return std::to_string(steps.lstv_auto.row_count()); });
+    press_in(5);
+    EXPECT_EQ(frames, (strings{"32", "ATS999: 32", "32", "0", "32"}));
+}
+
+TEST_F(autorun_download, outlives_the_editor_s_buttons_while_the_list_is_empty) {
+    answers["ATS999"] = records(32, record("012", "007", "010"));
+    int presses = 0;
+    m.events.on_pump = [&] {
+        if (steps.lstv_auto.row_count() != 0) return;
+        ++presses;
+        steps.cmd_replace.on_click();
+        steps.cmd_delete.on_click();
+        steps.lstv_auto.on_double_click();
+    };
+    press_in(5);
+    EXPECT_EQ(presses, 1);
+    EXPECT_EQ(steps.lstv_auto.row_count(), 32);
+    EXPECT_EQ(row(1), (strings{"1", "[12] timing", "[07] pattern", "10"}));
+}
+
+TEST_F(autorun_download, ends_the_program_for_a_row_that_the_lists_do_not_have) {
+    const std::vector<std::string> cases = {record("000", "001", "010"), record("031", "001", "010"),
+                                            record("001", "000", "010"), record("001", "046", "010")};
+    for (const std::string& wrong : cases)
+        EXPECT_EQ(failure_of([&] { answer_with(records(32, wrong)); }), failure::index_out_of_bounds) << wrong;
+}
+
+class panel_download : public download_test {
+protected:
+    panel_download() {
+        answers = {{"TIM999", "TIM007"}, {"PAT999", "PAT005"}, {"OUT999", "OUT004"}, {"HDC999", "HDC001"},
+                   {"ASC999", "ASC003"}, {"PCM999", "PCM002"}, {"CSC999", "CSC001"}, {"DEE999", "DEE003"},
+                   {"ATO999", "ATO001"}, {"FAV999", "FAV000"}};
+    }
+    static constexpr int dark = -1;
+    /// The index of the lit button of a group.
+    template <std::size_t Count>
+    static int lit(const std::array<button, Count>& group) {
+        int found = dark;
+        for (std::size_t i = 0; i < Count; ++i) {
+            if (group.at(i).back_color.get() == color_green) found = static_cast<int>(i);
+        }
+        return found;
+    }
+    /// The lit buttons of all groups, in the order of the queries.
+    std::vector<int> lights() const {
+        const panel& p = switches;
+        return {lit(p.cmd_out), lit(p.cmd_hdcp), lit(p.cmd_asc),     lit(p.cmd_lpcm),
+                lit(p.cmd_csc), lit(p.cmd_deep), lit(p.cmd_auto_go), lit(p.cmd_fav)};
+    }
+    const strings queries{"TIM999", "PAT999", "OUT999", "HDC999", "ASC999",
+                          "PCM999", "CSC999", "DEE999", "ATO999", "FAV999"};
+};
+
+TEST_F(panel_download, refreshes_the_labels_and_then_lights_every_group) {
+    press_in(6);
+    EXPECT_EQ(m.port.take_written(), queries);
+    EXPECT_EQ(labels(), (strings{"[07] timing", "[05] pattern", "HDMI", "ON"}));
+    EXPECT_EQ(lights(), (std::vector{3, 1, 2, 1, 0, 2, 1, 0}));
+    EXPECT_TRUE(m.boxes.all.empty());
+    EXPECT_EQ(look(), "face live");
+}
+
+TEST_F(panel_download, reads_the_audio_source_from_one_character_and_the_rest_from_three) {
+    answers = {{"TIM999", "TIM007"}, {"PAT999", "PAT005"}, {"OUT999", "OUT011"}, {"HDC999", "HDC010"},
+               {"ASC999", "ASC012"}, {"PCM999", "PCM012"}, {"CSC999", "CSC012"}, {"DEE999", "DEE012"},
+               {"ATO999", "ATO011"}, {"FAV999", "FAV011"}};
+    press_in(6);
+    EXPECT_EQ(lights(), (std::vector{dark, 0, 1, dark, dark, dark, dark, dark}));
+}
+
+TEST_F(panel_download, darkens_the_groups_for_values_that_they_do_not_have) {
+    press_in(6);
+    for (const char* letters : {"ASC", "PCM", "CSC", "DEE"})
+        answers[letters + std::string("999")] = letters + std::string("000");
+    for (const char* letters : {"OUT", "ATO", "FAV"})
+        answers[letters + std::string("999")] = letters + std::string("254");
+    press_in(6);
+    EXPECT_EQ(lights(), (std::vector{dark, 1, dark, dark, dark, dark, dark, dark}));
+}
+
+TEST_F(panel_download, asks_no_further_and_shows_no_box_where_the_refresh_fails) {
+    const strings refresh_queries(queries.begin(), queries.begin() + 4);
+    strings sent;
+    for (const std::string& query : refresh_queries) {
+        const std::string answer = std::exchange(answers[query], "");
+        sent.push_back(query);
+        press_in(6);
+        strings expected = sent;
+        expected.push_back(query);
+        EXPECT_EQ(m.port.take_written(), expected);
+        EXPECT_EQ(look(), "face live") << query;
+        answers[query] = answer;
+    }
+    EXPECT_TRUE(m.boxes.all.empty());
+}
+
+TEST_F(panel_download, reports_a_dead_link_in_the_label_alone) {
+    unplugged = true;
+    press_in(6);
+    EXPECT_EQ(labels(), (strings{"Link Error", "", "", ""}));
+    EXPECT_TRUE(m.boxes.all.empty());
+}
+
+TEST_F(panel_download, stops_with_a_box_at_each_group_that_fails_and_keeps_what_it_lit) {
+    const std::vector<int> all{3, 1, 2, 1, 0, 2, 1, 0};
+    for (std::size_t failing = 4; failing < queries.size(); ++failing) {
+        switches.cmd_reset.on_click();
+        m.port.take_written();
+        const std::string answer = std::exchange(answers[queries[failing]], "");
+        press_in(6);
+        strings sent(queries.begin(), queries.begin() + static_cast<int>(failing) + 1);
+        sent.push_back(queries[failing]);
+        EXPECT_EQ(m.port.take_written(), sent);
+        std::vector<int> lit_so_far(all.begin(), all.begin() + static_cast<int>(failing) - 2);
+        lit_so_far.resize(all.size(), dark);
+        EXPECT_EQ(lights(), lit_so_far) << queries[failing];
+        expect_one_box();
+        EXPECT_EQ(look(), "face live") << queries[failing];
+        answers[queries[failing]] = answer;
+    }
+}
+
+TEST_F(panel_download, leaves_a_group_whose_query_fails_as_it_was) {
+    press_in(6);
+    const std::vector<int> before = lights();
+    for (std::size_t failing = 4; failing < queries.size(); ++failing) {
+        const std::string answer = std::exchange(answers[queries[failing]], "");
+        press_in(6);
+        EXPECT_EQ(lights(), before) << queries[failing];
+        answers[queries[failing]] = answer;
+    }
+}
+
+TEST_F(panel_download, refreshes_through_the_refresh_button_while_downloading) {
+    film([this] { return look() + ", refresh " + look_of(status.cmd_refresh); });
+    answers["PAT999"] = "";
+    press_in(6);
+    const std::string both = "red dead, downloading, refresh red dead";
+    EXPECT_EQ(frames, (strings{"face dead, refresh face live", "red dead, downloading, refresh face dead", both,
+                               "TIM999: " + both, both, "PAT999: " + both, both, "PAT999: " + both, both,
+                               "face live, refresh face live"}));
+}
+
+TEST_F(panel_download, compares_no_letters) {
+    answers["TIM999"] = "PAT007";
+    answers["FAV999"] = "ATO001";
+    press_in(6);
+    EXPECT_EQ(status.lab_timing.caption, "[07] timing");
+    EXPECT_EQ(lit(switches.cmd_fav), 1);
+}
+
+TEST_F(panel_download, shows_the_box_of_a_closed_port_once) {
+    link.cmd_disconn_click();
+    press_in(6);
+    EXPECT_EQ(m.boxes.all, boxes{test::box_disconnected});
+}
+
+TEST_F(download_test, tells_of_a_closed_port_and_of_the_failed_query) {
+    link.cmd_disconn_click();
+    press_in(2);
+    EXPECT_EQ(m.boxes.all, (boxes{test::box_disconnected, test::box_link_error}));
+    EXPECT_EQ(look(), "face live");
+}
+
+} // namespace
+} // namespace desk

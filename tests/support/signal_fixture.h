@@ -1,0 +1,145 @@
+#pragma once
+
+#include "controls/window.h"
+#include "signal/download.h"
+#include "signal/favourites.h"
+#include "signal/set_dispatcher.h"
+#include "signal/upload.h"
+#include "support/fake_machine.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <initializer_list>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace desk::test {
+
+using strings = std::vector<std::string>;
+
+/// A row's name: its number in the second and third character.
+inline std::string numbered(int row, const std::string& what) {
+    return std::string(row < 10 ? "[0" : "[") + std::to_string(row) + "] " + what;
+}
+
+/// A catalogue of so many rows: "[07] timing", "[41] pattern".
+inline std::string numbered_catalogue(int timings, int patterns) {
+    std::string text = std::to_string(timings) + "\r\n";
+    for (int i = 1; i <= timings; ++i)
+        text += "\"" + numbered(i, "timing") + "\"," + std::to_string(800 + i) +
+                ",640,16,96,\"-\",525,480,10,2,\"+\",25.175\r\n";
+    text += std::to_string(patterns) + "\r\n";
+    for (int i = 1; i <= patterns; ++i)
+        text += "\"" + numbered(i, "pattern") + "\"\r\n";
+    return text;
+}
+
+/// How a button looks: "red dead", "green live", "face live".
+inline std::string look_of(const button& b) {
+    const std::map<color, std::string> names{{255, "red"}, {65280, "green"}, {0x8000000F, "face"}};
+    const auto found = names.find(b.back_color);
+    return (found == names.end() ? "?" : found->second) + (b.enabled ? " live" : " dead");
+}
+
+/// The rows of a list that are checked.
+inline std::vector<int> checked_rows(const list_view& list) {
+    std::vector<int> rows;
+    for (int i = 1; i <= list.row_count(); ++i) {
+        if (list.row(i).checked) rows.push_back(i);
+    }
+    return rows;
+}
+
+/// Checks these rows of a list and no others.
+inline void set_checks(list_view& list, const std::vector<int>& rows) {
+    for (int i = 1; i <= list.row_count(); ++i)
+        list.set_checked(i, std::find(rows.begin(), rows.end(), i) != rows.end());
+}
+
+/// The parts of the signal side on a scripted machine, with a generator on the line that answers.
+class signal_fixture : public testing::Test {
+protected:
+    explicit signal_fixture(int timings = 30, int patterns = 45) {
+        rows.change_view = [this](int view) { link.view_mode = static_cast<std::int16_t>(view); };
+        for (control* c : std::initializer_list<control*>{&rows.lstv_timing, &rows.lstv_pattern, &desk_area.cmd_run})
+            form.add(*c);
+        for (text_box& box : desk_area.txt_color_setting)
+            form.add(box);
+        set_captions(switches.cmd_out, {"PC", "HD", "DVI", "HDMI"});
+        set_captions(switches.cmd_hdcp, {"OFF", "ON"});
+        rows.load(numbered_catalogue(timings, patterns));
+        steps.fill_intervals();
+        steps.fill_rows();
+        m.events.ticking = &link.tim_rx;
+        m.port.on_write = [this](const std::string& cmd) { answer(cmd); };
+        link.com_port = 1;
+        link.set_comm();
+    }
+
+    void enter(int view) { link.view_mode = static_cast<std::int16_t>(view); }
+
+    /// From now on writes down what is to be seen at each pump, at each write behind what is written ("TIM001: ...")
+    /// and at each box ("box: ..."); what looks like the frame before is left out.
+    void film(const std::function<std::string()>& look) {
+        m.events.on_pump = [this, look] { add_frame(look()); };
+        m.boxes.on_show = [this, look] { add_frame("box: " + look()); };
+        look_at_write_ = look;
+    }
+
+    /// The captions of the four status labels.
+    strings labels() const {
+        return {status.lab_timing.caption, status.lab_pattern.caption, status.lab_out.caption, status.lab_hdcp.caption};
+    }
+    void set_labels(const std::string& text) {
+        for (label* l : {&status.lab_timing, &status.lab_pattern, &status.lab_out, &status.lab_hdcp})
+            l->caption = text;
+    }
+
+    fake_machine m;
+    exchange link{m.host};
+    desk_frame desk_area;
+    status_frame status;
+    catalogue rows{link, desk_area, status};
+    favourites favourite_views{link, desk_area, rows};
+    autorun steps{link, desk_area, rows};
+    set_dispatcher dispatcher{link, desk_area, status, rows, steps};
+    panel switches{link, status};
+    color_settings colors{link, desk_area};
+    refresh status_refresh{link, status, rows, switches};
+    download read_back{link, desk_area, rows, switches, colors, steps, status_refresh};
+    upload custom_string_upload{link, desk_area};
+    window form;
+
+    /// What the generator answers to a command: nothing where this is empty, and the command itself without an entry.
+    /// To raw bytes it answers nothing.
+    std::map<std::string, std::string> answers;
+    bool unplugged = false; ///< no answer at all
+    strings frames;
+
+private:
+    template <std::size_t Count>
+    static void set_captions(std::array<button, Count>& group, const std::array<const char*, Count>& captions) {
+        for (std::size_t i = 0; i < Count; ++i)
+            group.at(i).caption = captions.at(i);
+    }
+    void answer(const std::string& cmd) {
+        if (look_at_write_) add_frame(cmd + ": " + look_at_write_());
+        const auto found = answers.find(cmd);
+        const std::string text = found == answers.end() ? cmd : found->second;
+        if (!unplugged && cmd.size() == 6) m.events.in(10, [this, text] { m.port.arrive(text); });
+    }
+    void add_frame(const std::string& frame) {
+        if (frames.empty() || frames.back() != frame) frames.push_back(frame);
+    }
+
+    std::function<std::string()> look_at_write_;
+};
+
+inline const noted_boxes::shown box_link_error{"Link Error !", box_icon::critical, box_buttons::ok};
+
+} // namespace desk::test
