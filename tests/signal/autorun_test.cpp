@@ -11,16 +11,12 @@
 namespace desk {
 namespace {
 
+using test::boxes;
 using test::strings;
-using boxes = std::vector<test::noted_boxes::shown>;
 
 class autorun_test : public test::signal_fixture {
 protected:
     autorun_test() { enter(5); }
-    strings row(int number) const {
-        return {steps.lstv_auto.text(number), steps.lstv_auto.sub_item(number, 1), steps.lstv_auto.sub_item(number, 2),
-                steps.lstv_auto.sub_item(number, 3)};
-    }
     void set_row(int number, const std::string& timing, const std::string& pattern, const std::string& interval) {
         steps.lstv_auto.set_sub_item(number, 1, timing);
         steps.lstv_auto.set_sub_item(number, 2, pattern);
@@ -34,7 +30,6 @@ protected:
     std::vector<int> chosen() const {
         return {rows.cbo_timing.list_index(), rows.cbo_pattern.list_index(), steps.cbo_interval.list_index()};
     }
-    static strings unused(int number) { return {std::to_string(number), "", "", "0"}; }
 };
 
 class autorun_list : public autorun_test {};
@@ -49,7 +44,7 @@ TEST_F(autorun_list, has_these_columns) {
 TEST_F(autorun_list, starts_with_32_unused_rows) {
     ASSERT_EQ(steps.lstv_auto.row_count(), 32);
     for (int i = 1; i <= 32; ++i)
-        EXPECT_EQ(row(i), unused(i));
+        EXPECT_EQ(autorun_row(i), unused_row(i));
 }
 
 TEST_F(autorun_list, offers_31_intervals) {
@@ -101,7 +96,7 @@ TEST_F(autorun_entry, starts_the_editing_fields_at_their_first_items) {
 TEST_F(autorun_entry, leaves_the_table_and_sends_nothing) {
     set_row(3, "a", "b", "5");
     steps.cmd_auto.on_click();
-    EXPECT_EQ(row(3), (strings{"3", "a", "b", "5"}));
+    EXPECT_EQ(autorun_row(3), (strings{"3", "a", "b", "5"}));
     EXPECT_TRUE(m.port.take_written().empty());
 }
 
@@ -111,12 +106,12 @@ TEST_F(autorun_editor, adds_and_replaces_on_the_selected_row) {
     steps.lstv_auto.select(3);
     choose(11, 6, 30);
     steps.cmd_replace.on_click();
-    EXPECT_EQ(row(3), (strings{"3", "[12] timing", "[07] pattern", "600"}));
+    EXPECT_EQ(autorun_row(3), (strings{"3", "[12] timing", "[07] pattern", "600"}));
     choose(0, 44, 0);
     steps.cmd_replace.on_click();
-    EXPECT_EQ(row(3), (strings{"3", "[01] timing", "[45] pattern", "5"}));
-    EXPECT_EQ(row(2), unused(2));
-    EXPECT_EQ(row(4), unused(4));
+    EXPECT_EQ(autorun_row(3), (strings{"3", "[01] timing", "[45] pattern", "5"}));
+    EXPECT_EQ(autorun_row(2), unused_row(2));
+    EXPECT_EQ(autorun_row(4), unused_row(4));
     EXPECT_TRUE(m.port.take_written().empty());
 }
 
@@ -124,7 +119,7 @@ TEST_F(autorun_editor, has_32_rows_before_and_after) {
     steps.lstv_auto.select(32);
     choose(1, 1, 1);
     steps.cmd_replace.on_click();
-    EXPECT_EQ(row(32), (strings{"32", "[02] timing", "[02] pattern", "10"}));
+    EXPECT_EQ(autorun_row(32), (strings{"32", "[02] timing", "[02] pattern", "10"}));
     EXPECT_EQ(steps.lstv_auto.row_count(), 32);
     steps.cmd_delete.on_click();
     EXPECT_EQ(steps.lstv_auto.row_count(), 32);
@@ -135,9 +130,9 @@ TEST_F(autorun_editor, leaves_a_gap_where_it_deletes) {
         set_row(i, "timing " + std::to_string(i), "pattern", "5");
     steps.lstv_auto.select(5);
     steps.cmd_delete.on_click();
-    EXPECT_EQ(row(4), (strings{"4", "timing 4", "pattern", "5"}));
-    EXPECT_EQ(row(5), unused(5));
-    EXPECT_EQ(row(6), (strings{"6", "timing 6", "pattern", "5"}));
+    EXPECT_EQ(autorun_row(4), (strings{"4", "timing 4", "pattern", "5"}));
+    EXPECT_EQ(autorun_row(5), unused_row(5));
+    EXPECT_EQ(autorun_row(6), (strings{"6", "timing 6", "pattern", "5"}));
     EXPECT_TRUE(m.port.take_written().empty());
 }
 
@@ -157,7 +152,7 @@ TEST_F(autorun_editor, loads_a_row_back_on_a_double_click) {
     choose(1, 1, 1);
     steps.lstv_auto.on_double_click();
     EXPECT_EQ(chosen(), (std::vector{29, 44, 30}));
-    EXPECT_EQ(row(9), (strings{"9", "[30] timing", "[45] pattern", "600"}));
+    EXPECT_EQ(autorun_row(9), (strings{"9", "[30] timing", "[45] pattern", "600"}));
     EXPECT_TRUE(m.port.take_written().empty());
 }
 
@@ -297,7 +292,7 @@ TEST_F(autorun_upload, stops_at_each_exchange_that_fails_with_one_box) {
         EXPECT_EQ(m.port.take_written(), expected);
         EXPECT_EQ(std::exchange(m.boxes.all, {}), boxes{test::box_link_error}) << failing;
     }
-    EXPECT_EQ(row(2), (strings{"2", "[12] timing", "[07] pattern", "600"})) << "the table stays";
+    EXPECT_EQ(autorun_row(2), (strings{"2", "[12] timing", "[07] pattern", "600"})) << "the table stays";
 }
 
 TEST_F(autorun_upload, stops_at_each_exchange_of_an_unused_row_too) {
@@ -323,8 +318,8 @@ TEST_F(autorun_upload, goes_on_for_any_answer_with_the_right_letters) {
 TEST_F(autorun_upload, leaves_the_table) {
     set_row(3, "[12] timing", "[07] pattern", "600");
     steps.upload_autorun();
-    EXPECT_EQ(row(3), (strings{"3", "[12] timing", "[07] pattern", "600"}));
-    EXPECT_EQ(row(4), unused(4));
+    EXPECT_EQ(autorun_row(3), (strings{"3", "[12] timing", "[07] pattern", "600"}));
+    EXPECT_EQ(autorun_row(4), unused_row(4));
     EXPECT_EQ(steps.lstv_auto.row_count(), 32);
 }
 

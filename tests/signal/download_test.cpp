@@ -13,11 +13,12 @@
 namespace desk {
 namespace {
 
+using test::boxes;
 using test::checked_rows;
 using test::failure_of;
+using test::lit;
 using test::look_of;
 using test::strings;
-using boxes = std::vector<test::noted_boxes::shown>;
 
 class download_test : public test::signal_fixture {
 protected:
@@ -384,13 +385,6 @@ protected:
             all += each;
         return all;
     }
-    strings row(int number) const {
-        strings all{steps.lstv_auto.text(number)};
-        for (int sub = 1; sub <= 3; ++sub)
-            all.push_back(steps.lstv_auto.sub_item(number, sub));
-        return all;
-    }
-    static strings unused(int number) { return {std::to_string(number), "", "", "0"}; }
     void answer_with(const std::string& text) {
         answers["ATS999"] = text;
         press_in(5);
@@ -407,8 +401,8 @@ TEST_F(autorun_download, fills_all_32_rows) {
     EXPECT_EQ(m.port.take_written(), strings{"ATS999"});
     ASSERT_EQ(steps.lstv_auto.row_count(), 32);
     for (int i = 1; i <= 32; ++i)
-        EXPECT_EQ(row(i), (strings{std::to_string(i), test::numbered(i <= 30 ? i : 1, "timing"),
-                                   test::numbered(i, "pattern"), std::to_string(100 + i)}));
+        EXPECT_EQ(autorun_row(i), (strings{std::to_string(i), test::numbered(i <= 30 ? i : 1, "timing"),
+                                           test::numbered(i, "pattern"), std::to_string(100 + i)}));
     EXPECT_TRUE(m.boxes.all.empty());
     EXPECT_EQ(look(), "face live");
 }
@@ -418,38 +412,38 @@ TEST_F(autorun_download, takes_an_interval_of_0_for_an_unused_row) {
     answer_with(records(32, record("012", "007", "000")));
     ASSERT_EQ(steps.lstv_auto.row_count(), 32);
     for (int i = 1; i <= 32; ++i)
-        EXPECT_EQ(row(i), unused(i));
+        EXPECT_EQ(autorun_row(i), unused_row(i));
 }
 
 TEST_F(autorun_download, looks_up_no_row_for_an_unused_record) {
     answer_with(records(32, record("999", "000", "000")));
-    EXPECT_EQ(row(32), unused(32));
+    EXPECT_EQ(autorun_row(32), unused_row(32));
 }
 
 TEST_F(autorun_download, mixes_used_and_unused_rows) {
     answer_with(record("012", "007", "600") + record("001", "001", "000") + record("030", "045", "005") +
                 records(29, record("001", "001", "000")));
-    EXPECT_EQ(row(1), (strings{"1", "[12] timing", "[07] pattern", "600"}));
-    EXPECT_EQ(row(2), unused(2));
-    EXPECT_EQ(row(3), (strings{"3", "[30] timing", "[45] pattern", "5"})) << "the interval is a plain number";
-    EXPECT_EQ(row(4), unused(4));
+    EXPECT_EQ(autorun_row(1), (strings{"1", "[12] timing", "[07] pattern", "600"}));
+    EXPECT_EQ(autorun_row(2), unused_row(2));
+    EXPECT_EQ(autorun_row(3), (strings{"3", "[30] timing", "[45] pattern", "5"})) << "the interval is a plain number";
+    EXPECT_EQ(autorun_row(4), unused_row(4));
 }
 
 TEST_F(autorun_download, reads_these_positions_of_a_record_and_no_other) {
     answer_with(records(32, "999999999012999007999010"));
-    EXPECT_EQ(row(1), (strings{"1", "[12] timing", "[07] pattern", "10"}));
-    EXPECT_EQ(row(32), (strings{"32", "[12] timing", "[07] pattern", "10"}));
+    EXPECT_EQ(autorun_row(1), (strings{"1", "[12] timing", "[07] pattern", "10"}));
+    EXPECT_EQ(autorun_row(32), (strings{"32", "[12] timing", "[07] pattern", "10"}));
 }
 
 TEST_F(autorun_download, keeps_an_interval_that_can_not_be_chosen) {
     answer_with(records(32, record("001", "001", "007")));
-    EXPECT_EQ(row(1), (strings{"1", "[01] timing", "[01] pattern", "7"}));
+    EXPECT_EQ(autorun_row(1), (strings{"1", "[01] timing", "[01] pattern", "7"}));
 }
 
 TEST_F(autorun_download, names_the_rows_by_their_place_in_the_lists) {
     rows.lstv_timing.add_row("[99] behind the catalogue");
     answer_with(records(32, record("031", "002", "010")));
-    EXPECT_EQ(row(1), (strings{"1", "[99] behind the catalogue", "[02] pattern", "10"}));
+    EXPECT_EQ(autorun_row(1), (strings{"1", "[99] behind the catalogue", "[02] pattern", "10"}));
 }
 
 TEST_F(autorun_download, reads_nothing_behind_the_32nd_record) {
@@ -462,7 +456,7 @@ TEST_F(autorun_download, leaves_the_table_where_a_character_is_missing) {
     answer_with(records(32, record("001", "001", "010")).substr(1));
     EXPECT_EQ(m.port.take_written(), twice("ATS999"));
     EXPECT_EQ(steps.lstv_auto.row_count(), 32);
-    EXPECT_EQ(row(7), (strings{"7", "[12] timing", "", "0"}));
+    EXPECT_EQ(autorun_row(7), (strings{"7", "[12] timing", "", "0"}));
     expect_one_box();
     EXPECT_EQ(look(), "face live");
 }
@@ -487,7 +481,7 @@ TEST_F(autorun_download, outlives_the_editor_s_buttons_while_the_list_is_empty) 
     press_in(5);
     EXPECT_EQ(presses, 1);
     EXPECT_EQ(steps.lstv_auto.row_count(), 32);
-    EXPECT_EQ(row(1), (strings{"1", "[12] timing", "[07] pattern", "10"}));
+    EXPECT_EQ(autorun_row(1), (strings{"1", "[12] timing", "[07] pattern", "10"}));
 }
 
 TEST_F(autorun_download, ends_the_program_for_a_row_that_the_lists_do_not_have) {
@@ -505,15 +499,6 @@ protected:
                    {"ATO999", "ATO001"}, {"FAV999", "FAV000"}};
     }
     static constexpr int dark = -1;
-    /// The index of the lit button of a group.
-    template <std::size_t Count>
-    static int lit(const std::array<button, Count>& group) {
-        int found = dark;
-        for (std::size_t i = 0; i < Count; ++i) {
-            if (group.at(i).back_color.get() == color_green) found = static_cast<int>(i);
-        }
-        return found;
-    }
     /// The lit buttons of all groups, in the order of the queries.
     std::vector<int> lights() const {
         const panel& p = switches;

@@ -11,9 +11,9 @@
 namespace desk {
 namespace {
 
+using test::boxes;
 using test::look_of;
 using test::strings;
-using boxes = std::vector<test::noted_boxes::shown>;
 using buttons = std::vector<button*>;
 
 template <auto Group>

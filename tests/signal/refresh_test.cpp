@@ -13,6 +13,7 @@ namespace desk {
 namespace {
 
 using test::failure_of;
+using test::lit;
 using test::look_of;
 using test::strings;
 
@@ -27,17 +28,6 @@ protected:
     void press_in(int view) {
         enter(view);
         status.cmd_refresh.on_click();
-    }
-    /// The index of the lit button of a group; -1: none.
-    template <std::size_t Count>
-    static int lit(const std::array<button, Count>& group) {
-        int found = -1;
-        for (std::size_t i = 0; i < Count; ++i) {
-            if (group.at(i).back_color.get() != color_green) continue;
-            EXPECT_EQ(found, -1) << "more than one is lit";
-            found = static_cast<int>(i);
-        }
-        return found;
     }
 };
 

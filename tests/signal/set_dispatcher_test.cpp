@@ -12,11 +12,11 @@
 namespace desk {
 namespace {
 
+using test::boxes;
 using test::checked_rows;
 using test::failure_of;
 using test::look_of;
 using test::strings;
-using boxes = std::vector<test::noted_boxes::shown>;
 
 class set_test : public test::signal_fixture {
 protected:

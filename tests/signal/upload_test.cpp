@@ -11,9 +11,9 @@
 namespace desk {
 namespace {
 
+using test::boxes;
 using test::look_of;
 using test::strings;
-using boxes = std::vector<test::noted_boxes::shown>;
 
 const test::noted_boxes::shown box_without_mark{"Link Error", box_icon::critical, box_buttons::ok};
 

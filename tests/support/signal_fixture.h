@@ -21,6 +21,7 @@
 namespace desk::test {
 
 using strings = std::vector<std::string>;
+using boxes = std::vector<noted_boxes::shown>;
 
 /// A row's name: its number in the second and third character.
 inline std::string numbered(int row, const std::string& what) {
@@ -44,6 +45,16 @@ inline std::string look_of(const button& b) {
     const std::map<color, std::string> names{{255, "red"}, {65280, "green"}, {0x8000000F, "face"}};
     const auto found = names.find(b.back_color);
     return (found == names.end() ? "?" : found->second) + (b.enabled ? " live" : " dead");
+}
+
+/// The index of the lit button of a group; -1: none is lit, -2: more than one.
+template <std::size_t Count>
+int lit(const std::array<button, Count>& group) {
+    int found = -1;
+    for (std::size_t i = 0; i < Count; ++i) {
+        if (group.at(i).back_color.get() == 65280) found = found == -1 ? static_cast<int>(i) : -2;
+    }
+    return found;
 }
 
 /// The rows of a list that are checked.
@@ -99,6 +110,13 @@ protected:
         for (label* l : {&status.lab_timing, &status.lab_pattern, &status.lab_out, &status.lab_hdcp})
             l->caption = text;
     }
+
+    /// Number, timing, pattern and interval of a row of the autorun list.
+    strings autorun_row(int number) const {
+        const list_view& list = steps.lstv_auto;
+        return {list.text(number), list.sub_item(number, 1), list.sub_item(number, 2), list.sub_item(number, 3)};
+    }
+    static strings unused_row(int number) { return {std::to_string(number), "", "", "0"}; }
 
     fake_machine m;
     exchange link{m.host};
