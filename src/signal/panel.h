@@ -4,7 +4,6 @@
 #include "signal/status_frame.h"
 
 #include <array>
-#include <cstdint>
 #include <string_view>
 
 namespace desk {

@@ -104,7 +104,7 @@ TEST_F(signal_road, the_channels_follow_the_audio_source) {
 TEST_F(signal_road, a_pressed_switch_is_red_and_dead_until_the_answer_comes) {
     const hand h = operator_hand();
     h.click("cmd_setup");
-    generator->tell("delay 200");
+    generator->tell("delay 400");
     bool red_and_dead = false;
     h.later(60, [&] {
         red_and_dead = back_of(h.find("cmd_deep_1")) == red && !h.find("cmd_deep_1").isEnabled();
@@ -120,7 +120,7 @@ TEST_F(signal_road, a_pressed_switch_is_red_and_dead_until_the_answer_comes) {
 TEST_F(signal_road, another_switch_in_the_middle_of_an_exchange_comes_in_between) {
     const hand h = operator_hand();
     h.click("cmd_setup");
-    generator->tell("delay 100");
+    generator->tell("delay 400");
     h.later(40, [&] { h.click("cmd_csc_2"); });
     h.click("cmd_deep_1");
     // the inner exchange has thrown away the outer one's answer and gives it its own, whose letters are wrong
