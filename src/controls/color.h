@@ -9,7 +9,10 @@ using color = std::uint32_t;
 
 inline constexpr color color_button_face = 0x8000000F;
 inline constexpr color color_red = 0x0000FF;
+inline constexpr color color_dark_red = 0x0000C0;
 inline constexpr color color_green = 0x00FF00;
+inline constexpr color color_dark_green = 0x00A000;
+inline constexpr color color_blue = 0xFF0000;
 inline constexpr color color_current_view = 0xFFFF80;
 inline constexpr color color_window = 0xC0C0C0;
 inline constexpr color color_black = 0x000000;

@@ -87,6 +87,14 @@ void combo_box::set_list_index(int list_index) {
     if (list_index != -1 && on_click) on_click();
 }
 
+void check_box::set_value(int new_value) {
+    if (new_value != 0 && new_value != 1) {
+        throw runtime_failure(failure::invalid_property_value,
+                              full_name() + " can't have the value " + std::to_string(new_value));
+    }
+    value = new_value;
+}
+
 void option_button::choose() {
     if (owner != nullptr) {
         for (control* c : owner->controls()) {

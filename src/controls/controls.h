@@ -87,6 +87,8 @@ public:
     check_box() : control(control_kind::check_box) {}
     property<std::string> caption{*this, ""};
     property<int> value{*this, 0}; ///< 0 or 1
+    /// Sets its value from a number that may be none. Throws failure::invalid_property_value.
+    void set_value(int value);
     event on_click;
 };
 

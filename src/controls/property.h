@@ -1,5 +1,8 @@
 #pragma once
 
+#include <string>
+#include <string_view>
+#include <type_traits>
 #include <utility>
 
 namespace desk {
@@ -27,7 +30,13 @@ public:
         return *this;
     }
     property& operator=(property&&) = delete;
-    property& operator+=(const Value& more) { return *this = value_ + more; }
+    /// Appends in place: a text that grows byte by byte is not copied each time.
+    property& operator+=(std::string_view more) requires std::is_same_v<Value, std::string> {
+        if (more.empty()) return *this;
+        value_ += more;
+        mark_changed(owner_);
+        return *this;
+    }
 
     operator const Value&() const { return value_; } // NOLINT(google-explicit-constructor): it stands for its value
     const Value& get() const { return value_; }

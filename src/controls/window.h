@@ -40,6 +40,7 @@ public:
 
     event on_load;
     event on_unload;
+    event on_close;                        ///< the title bar of a modal window closes it; empty: it has no such way out
     std::function<void(int)> on_key_press; ///< a key that reaches the window itself
 
 private:

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/controls.h"
+#include "platform/dialogs.h"
 
 #include <array>
 
@@ -42,6 +43,8 @@ struct workbench_frame {
 
     frame fra_pre_f;
     std::array<label, 10> lab_pre_f; // the captions are the list of previous files, the newest first
+
+    file_dialog_setup dia_file; ///< the one file dialog for open and save; what isn't set anew stays as it was
 
     frame fra_compare;
     text_box txt_msg;

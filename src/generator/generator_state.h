@@ -27,7 +27,7 @@ struct edid_sink {
 inline constexpr std::size_t autorun_row_count = 32;
 inline constexpr std::size_t sink_count = 3;
 inline constexpr std::size_t custom_string_size = 12;
-inline constexpr std::size_t edid_size = 256;
+inline constexpr std::size_t sink_memory_size = 256;
 
 /// What a reset brings back to the power-on values that stand here. Rows count from 1; numbers are those of the
 /// commands named beside them.

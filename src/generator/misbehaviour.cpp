@@ -94,10 +94,10 @@ bytes edid_of_file(std::string_view name) {
     if (std::filesystem::exists(path) && !std::filesystem::is_regular_file(path))
         throw bad_line(std::string(name) + " is no file.");
     bytes edid = bytes_of(read_whole_file(path));
-    if (edid.size() != edid_size && edid.size() != edid_size / 2)
+    if (edid.size() != sink_memory_size && edid.size() != sink_memory_size / 2)
         throw bad_line(std::string(name) + " holds " + std::to_string(edid.size()) + " bytes; an EDID has 128 or 256.");
     // a sink with one block reads as an erased memory behind it
-    edid.resize(edid_size, 0xFF);
+    edid.resize(sink_memory_size, 0xFF);
     return edid;
 }
 

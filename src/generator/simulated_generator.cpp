@@ -165,7 +165,7 @@ answer simulated_generator::edid_data() const {
 answer simulated_generator::erase_edid() {
     edid_sink& sink = chosen_sink();
     const bool done = sink.edid && !sink.write_protected;
-    if (done) sink.edid->assign(edid_size, 0xFF);
+    if (done) sink.edid->assign(sink_memory_size, 0xFF);
     answer parts = say("ERS001");
     parts.push_back({state.erase_ms, bytes_of(done ? "ERS002" : "ERS003")});
     return parts;
@@ -180,7 +180,7 @@ answer simulated_generator::write_edid(const bytes& block) {
 
 std::size_t simulated_generator::raw_block_after(std::string_view command) {
     if (command == "MOT001") return custom_string_size;
-    if (command == "EWR001") return edid_size;
+    if (command == "EWR001") return sink_memory_size;
     return 0;
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/dialogs.h"
 #include "platform/event_pump.h"
+#include "platform/modal_windows.h"
 #include "platform/serial_port.h"
 
 #include <filesystem>
@@ -14,6 +15,7 @@ struct machine {
     event_pump& events;
     message_box& boxes;
     file_dialog& files;
+    modal_windows& windows;
     std::filesystem::path program_directory; ///< the program's own directory
 };
 

@@ -7,7 +7,7 @@ namespace desk::qt {
 
 desk_program::desk_program(std::filesystem::path program_directory)
     : port_(make_native_serial_port(program_directory))
-    , machine_{*port_, events_, boxes_, files_, std::move(program_directory)} {
+    , machine_{*port_, events_, boxes_, files_, windows_, std::move(program_directory)} {
     gate_.leave = [this] { leave(); };
 }
 
@@ -15,7 +15,12 @@ bool desk_program::start() {
     window_ = std::make_unique<window_face>(desk_.form, gate_);
     boxes_.parent = window_.get();
     files_.parent = window_.get();
-    gate_.follow = [this] { window_->follow(); };
+    windows_.parent = window_.get();
+    gate_.follow = [this] {
+        window_->follow();
+        windows_.follow();
+    };
+    gate_.end_loops = [this] { windows_.hide_all(); };
     gate_.run([this] {
         desk_.form.on_load();
         desk_.form.visible = true;

@@ -5,6 +5,7 @@
 #include "qt/event_gate.h"
 #include "qt/qt_dialogs.h"
 #include "qt/qt_events.h"
+#include "qt/qt_modal_windows.h"
 #include "qt/window_face.h"
 #include "shell/frm_main.h"
 
@@ -34,6 +35,7 @@ private:
     qt_events events_{gate_};
     qt_message_box boxes_{gate_};
     qt_file_dialog files_{gate_};
+    qt_modal_windows windows_{gate_};
     std::unique_ptr<serial_port> port_;
     machine machine_;
     frm_main desk_{machine_};

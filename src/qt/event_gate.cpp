@@ -29,6 +29,7 @@ void event_gate::run(const std::function<void()>& event) noexcept {
     --depth_;
     if (!over_) return;
     close_dialogs();
+    if (end_loops) end_loops();
     if (depth_ == 0 && !left_) {
         left_ = true;
         if (leave) guarded(leave);

@@ -23,6 +23,9 @@ public:
     /// The program is to end.
     void finish() { over_ = true; }
 
+    /// Called by every event that ends when the program is over: the loops of modal windows end.
+    std::function<void()> end_loops;
+
     bool over() const { return over_; }
     const std::optional<runtime_failure>& failure() const { return failure_; }
 

@@ -1,5 +1,6 @@
 #include "qt/qt_dialogs.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QMessageBox>
@@ -44,10 +45,9 @@ QStringList name_filters(const std::string& filter) {
     const QStringList parts = text_of(filter).split('|');
     QStringList filters;
     for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
-        QString patterns = parts[i + 1];
         // "*.*" is every name, also one without a point
-        patterns.replace("*.*", "*").replace(';', ' ');
-        filters << parts[i] + " (" + patterns + ")";
+        const QString patterns = QString(parts[i + 1]).replace("*.*", "*").replace(';', ' ');
+        filters << (parts[i] == patterns ? patterns : parts[i] + " (" + patterns + ")");
     }
     return filters;
 }
@@ -57,7 +57,9 @@ QStringList name_filters(const std::string& filter) {
 box_answer qt_message_box::show(std::string_view text, box_icon icon, box_buttons buttons) {
     gate_.throw_if_over();
     if (gate_.follow) gate_.follow();
-    QMessageBox box(icon_of(icon), program_title, text_of(text), buttons_of(buttons), parent);
+    QWidget* const above =
+        QApplication::activeModalWidget() != nullptr ? QApplication::activeModalWidget() : parent.data();
+    QMessageBox box(icon_of(icon), program_title, text_of(text), buttons_of(buttons), above);
     box.setTextFormat(Qt::PlainText);
     const int pressed = box.exec();
     gate_.throw_if_over();

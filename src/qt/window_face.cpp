@@ -45,11 +45,22 @@ std::unique_ptr<control_face> make_face(control& model, QWidget* parent, event_g
     return nullptr;
 }
 
-window_face::window_face(desk::window& model, event_gate& gate) : model_(model), gate_(gate) {
-    setObjectName(QString::fromStdString(model.name));
-    setFixedSize(pixels(model.width), pixels(model.height));
+window_face::window_face(desk::window& model, event_gate& gate) : model_(model), gate_(gate) { build_all(); }
+
+window_face::window_face(desk::window& model, event_gate& gate, QWidget* parent)
+    : QWidget(parent, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                          (model.on_close ? Qt::WindowCloseButtonHint : Qt::WindowFlags()))
+    , model_(model)
+    , gate_(gate) {
+    setWindowModality(Qt::ApplicationModal);
+    build_all();
+}
+
+void window_face::build_all() {
+    setObjectName(QString::fromStdString(model_.name));
+    setFixedSize(pixels(model_.width), pixels(model_.height));
     setFocusPolicy(Qt::ClickFocus);
-    for (control* c : model.controls())
+    for (control* c : model_.controls())
         build(*c);
     follow();
 }
@@ -100,6 +111,12 @@ void window_face::follow_timer(const timer& model, QTimer& ticks) {
 }
 
 void window_face::closeEvent(QCloseEvent* e) {
+    if (isModal()) {
+        // the model decides whether it goes
+        e->ignore();
+        if (model_.on_close) gate_.run(model_.on_close);
+        return;
+    }
     e->accept();
     gate_.run([this] {
         model_.on_unload();
@@ -107,9 +124,14 @@ void window_face::closeEvent(QCloseEvent* e) {
     });
 }
 
+void window_face::hideEvent(QHideEvent* e) {
+    QWidget::hideEvent(e);
+    emit hidden();
+}
+
 void window_face::keyPressEvent(QKeyEvent* e) {
     // a key without a character is no KeyPress
-    if (!e->text().isEmpty()) gate_.run([&] { model_.on_key_press(e->text().at(0).unicode()); });
+    if (!e->text().isEmpty() && model_.on_key_press) gate_.run([&] { model_.on_key_press(e->text().at(0).unicode()); });
     QWidget::keyPressEvent(e);
 }
 

@@ -14,17 +14,28 @@ namespace desk::qt {
 
 /// The real window of a window model, with a widget for each control in it and the ticks of its timers.
 class window_face final : public QWidget {
+    Q_OBJECT
+
 public:
+    /// The main window.
     window_face(desk::window& model, event_gate& gate);
+    /// A modal window above `parent`, which its title bar closes only where the model listens to that.
+    window_face(desk::window& model, event_gate& gate, QWidget* parent);
 
     /// Brings every changed control up to date.
     void follow();
 
+signals:
+    /// A modal window is closed.
+    void hidden();
+
 protected:
     void closeEvent(QCloseEvent* e) override;
     void keyPressEvent(QKeyEvent* e) override;
+    void hideEvent(QHideEvent* e) override;
 
 private:
+    void build_all();
     void build(control& c);
     void follow_window();
     static void follow_timer(const timer& model, QTimer& ticks);

@@ -2,6 +2,7 @@
 
 #include "runtime/windows_1252.h"
 
+#include <cmath>
 #include <functional>
 #include <map>
 
@@ -89,6 +90,13 @@ getters getters_of(control& c) {
     return table;
 }
 
+/// A number that is whole is an integer.
+json number_json(double value) {
+    constexpr double exact = 9007199254740992;
+    return value == std::floor(value) && std::fabs(value) <= exact ? json(static_cast<std::int64_t>(value))
+                                                                   : json(value);
+}
+
 std::optional<json> look_up(const getters& table, const std::string& name) {
     const auto found = table.find(name);
     return found == table.end() ? std::nullopt : std::optional(found->second());
@@ -142,10 +150,16 @@ std::optional<json> field_of(const frm_main& desk, const std::string& name) {
         {"fav_pattern_count", [&] { return json(link.fav_pattern_count); }},
         {"edid_file_name", [&] { return json(shared.edid_file_name); }},
         {"edid_src", [&] { return json(shared.edid_src); }},
+        {"read_ok", [&] { return json(shared.read_ok); }},
+        {"run_ok", [&] { return json(shared.run_ok); }},
+        {"file_ok", [&] { return json(desk.opener.file_ok); }},
         {"diag_mode", [&] { return json(shared.diag_mode); }},
+        {"hex_type", [&] { return json(shared.hex_type); }},
         {"eeprom_size_index", [&] { return json(shared.eeprom_size_index); }},
         {"unused_byte_index", [&] { return json(shared.unused_byte_index); }},
         {"checksum_4digits", [&] { return json(shared.checksum_4digits); }},
+        {"sn_value", [&] { return number_json(shared.sn_value); }},
+        {"recover_sum", [&] { return json(desk.texts.recover_sum); }},
     };
     return look_up(table, name);
 }

@@ -5,6 +5,7 @@
 #include "robot/operator_commands.h"
 
 #include <algorithm>
+#include <set>
 
 namespace desk::robot {
 
@@ -12,6 +13,10 @@ namespace {
 
 constexpr const char* no_program = "no program";
 constexpr const char* bad_words = "the command's words are off";
+constexpr const char* not_on_show = "the control is not on show";
+
+/// The windows that can open above the main window; while they are not open they are not on show.
+const std::set<std::string> modal_window_names = {"frm_diag"};
 
 /// Whether a command may be done later: what the operator does, and looking at a property.
 bool can_be_done_later(const std::string& name) {
@@ -22,7 +27,8 @@ bool can_be_done_later(const std::string& name) {
 } // namespace
 
 robot::robot(std::filesystem::path program_directory)
-    : machine_{line_, events_, boxes_, files_, std::move(program_directory)} {
+    : machine_{line_, events_, boxes_, files_, windows_, std::move(program_directory)} {
+    windows_.let_operator_work = [this](const auto& closed) { serve_until(closed); };
     add_life_commands();
     add_dialog_commands();
     add_looking_commands();
@@ -30,7 +36,32 @@ robot::robot(std::filesystem::path program_directory)
     add_generator_commands();
 }
 
-std::string robot::answer(std::string_view line) {
+std::string robot::answer(std::string_view line) { return desk_side_.ask(std::string(line)); }
+
+void robot::serve_operator() {
+    while (const auto line = desk_side_.next())
+        desk_side_.give(answer_line(*line));
+    events_.abandon();
+}
+
+void robot::serve_until(const std::function<bool()>& closed) {
+    // what has opened the window is answered now; the command that closes it, when the suspended procedure has ended
+    for (bool* kept : later_under_way_) {
+        if (!std::exchange(*kept, true)) later_.push_back(ok());
+    }
+    desk_side_.give(ok());
+    while (true) {
+        const auto line = desk_side_.next();
+        if (!line) events_.abandon();
+        events_.throw_if_over();
+        const std::string answer = answer_line(*line);
+        events_.throw_if_over();
+        if (closed()) return;
+        desk_side_.give(answer);
+    }
+}
+
+std::string robot::answer_line(std::string_view line) {
     const std::size_t first = line.find_first_not_of(" \t\r");
     if (first == std::string_view::npos || line.front() == '#') return "";
     const auto words = words_of(line);
@@ -79,6 +110,7 @@ void robot::add_life_commands() {
     operating_["node"] = [this](words_in w) {
         tree_view& tree = desk_->translation.tree_edid;
         if (w.size() != 2) return refused(bad_words);
+        if (windows_.modal_is_open()) return refused(reason_out_of_reach(tree));
         for (int n = 1; n <= tree.node_count(); ++n) {
             if (tree.node(n).key != w[1].text) continue;
             if (!tree.usable()) return refused("the tree can't be used now");
@@ -87,7 +119,7 @@ void robot::add_life_commands() {
         }
         return refused("no such node");
     };
-    operating_["close"] = [](words_in) { return refused("no such modal window is open"); };
+    operating_["close"] = [this](words_in w) { return close(w); };
     looking_["later"] = [this](words_in) {
         json answers = json::array();
         answers.swap(later_);
@@ -99,8 +131,9 @@ std::string robot::start(words_in words) {
     if (words.size() != 1) return refused(bad_words);
     if (running()) return refused("the program runs");
     line_.unplug();
+    windows_.start(nullptr);
     desk_ = std::make_unique<frm_main>(machine_);
-    events_.start({&desk_->form});
+    windows_.start(&desk_->form);
     later_ = json::array();
     return run([this] {
         desk_->form.on_load();
@@ -113,34 +146,53 @@ std::string robot::start(words_in words) {
 
 std::string robot::stop(words_in words) {
     if (words.size() != 1) return refused(bad_words);
+    if (windows_.modal_is_open()) return refused("a modal window stands above");
     desk_->form.on_unload();
     line_.unplug();
-    events_.start({});
+    windows_.start(nullptr);
     desk_.reset();
     return ok();
 }
 
+std::string robot::close(words_in words) {
+    window* const w = windows_.modal_is_open() ? windows_.top() : nullptr;
+    if (words.size() != 2 || w == nullptr || w->name != words[1].text) return refused("no such modal window is open");
+    if (!w->on_close) return refused("its title bar does not close it");
+    w->on_close();
+    return ok();
+}
+
 control* robot::find_control(const std::string& name) const {
-    const window& form = desk_->form;
-    const std::string prefix = form.name + ".";
-    if (name == form.name) return &desk_->form;
-    return form.find(name.starts_with(prefix) ? name.substr(prefix.size()) : name);
+    if (window* const w = windows_.find(name)) return w;
+    const std::size_t point = name.find('.');
+    if (point == std::string::npos) return desk_->form.find(name);
+    const window* const w = windows_.find(name.substr(0, point));
+    return w != nullptr ? w->find(name.substr(point + 1)) : nullptr;
+}
+
+std::string robot::reason_out_of_reach(const control& c) const {
+    if (c.owner != windows_.top()) return "a modal window stands above";
+    if (!c.shown()) return not_on_show;
+    return c.usable() ? "" : "the control is disabled";
 }
 
 std::string robot::operate(words_in words) {
     if (words.size() < 2) return refused(bad_words);
     control* const c = find_control(words[1].text);
     if (c == nullptr || c->kind() == control_kind::window) return refused("no such control");
-    if (!c->shown()) return refused("the control is not on show");
-    if (!c->usable()) return refused("the control is disabled");
+    const std::string reason = reason_out_of_reach(*c);
+    if (!reason.empty()) return refused(reason);
     return operator_commands().at(words[0].text)(*c, words);
 }
 
 std::string robot::press_key(words_in words) {
     const auto code = words.size() == 3 ? number_of(words[2]) : std::nullopt;
     if (!code) return refused(bad_words);
-    if (find_control(words[1].text) != &desk_->form) return operate(words);
-    desk_->form.on_key_press(*code);
+    control* const c = find_control(words[1].text);
+    if (c == nullptr || c->kind() != control_kind::window) return operate(words);
+    const std::string reason = reason_out_of_reach(*c);
+    if (!reason.empty()) return refused(reason);
+    if (c->owner->on_key_press) c->owner->on_key_press(*code);
     return ok();
 }
 
@@ -150,8 +202,21 @@ std::string robot::after(words_in words, std::string_view line) {
     const std::string& name = words[2].text;
     if (!can_be_done_later(name)) return refused("this can't be done later");
     const std::string rest(line.substr(words[2].at));
-    events_.later(*ms, [this, name, rest] { later_.push_back(do_later(name, rest)); });
+    events_.later(*ms, [this, name, rest] { run_later(name, rest); });
     return ok();
+}
+
+void robot::run_later(const std::string& name, const std::string& line) {
+    bool kept = false;
+    later_under_way_.push_back(&kept);
+    try {
+        const std::string answer = do_later(name, line);
+        if (!kept) later_.push_back(answer);
+    } catch (...) {
+        later_under_way_.pop_back();
+        throw;
+    }
+    later_under_way_.pop_back();
 }
 
 std::string robot::do_later(const std::string& name, const std::string& line) {
@@ -168,9 +233,10 @@ void robot::add_looking_commands() {
         return value ? ok(*value) : refused("no such field");
     };
     looking_["controls"] = [this](words_in w) {
-        return w.size() == 2 && w[1].text == desk_->form.name ? ok(controls_of(desk_->form))
-                                                              : refused("no such window");
+        const window* const open = w.size() == 2 ? windows_.find(w[1].text) : nullptr;
+        return open != nullptr ? ok(controls_of(*open)) : refused("no such window");
     };
+    looking_["buffer"] = [this](words_in w) { return buffer(w); };
     looking_["items"] = [this](words_in w) {
         auto* const box = w.size() == 2 ? dynamic_cast<combo_box*>(find_control(w[1].text)) : nullptr;
         return box != nullptr ? ok(box->items()) : refused("no such combo box");
@@ -181,10 +247,28 @@ std::string robot::get(words_in words) {
     if (words.size() != 2) return refused(bad_words);
     const std::string& path = words[1].text;
     const std::size_t point = path.rfind('.');
-    control* const c = point == std::string::npos ? nullptr : find_control(path.substr(0, point));
+    if (point == std::string::npos) return refused(bad_words);
+    const std::string name = path.substr(0, point);
+    const std::string property = path.substr(point + 1);
+    control* const c = find_control(name);
+    if (c == nullptr && property == "shown" && modal_window_names.contains(name)) return ok(false);
     if (c == nullptr) return refused("no such control");
-    const auto value = property_of(*c, path.substr(point + 1));
+    const auto value = property_of(*c, property);
     return value ? ok(*value) : refused("no such property");
+}
+
+std::string robot::buffer(words_in words) {
+    const std::map<std::string, edid_buffer*> buffers = {{"read", &desk_->buffers.read_buff},
+                                                         {"write", &desk_->buffers.write_buff},
+                                                         {"trans", &desk_->buffers.trans_buff}};
+    const auto found = words.size() == 2 || words.size() == 3 ? buffers.find(words[1].text) : buffers.end();
+    if (found == buffers.end()) return refused(bad_words);
+    edid_buffer& held = *found->second;
+    if (words.size() == 2) return ok(hex_of_bytes({reinterpret_cast<const char*>(held.data()), held.size()}));
+    const auto bytes = words[2].quoted ? bytes_of_hex(words[2].text) : std::nullopt;
+    if (!bytes || bytes->size() != held.size()) return refused("a buffer holds 512 hexadecimal digits");
+    std::copy(bytes->begin(), bytes->end(), held.begin());
+    return ok();
 }
 
 void robot::add_list_commands() {

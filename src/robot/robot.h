@@ -1,7 +1,9 @@
 #pragma once
 
 #include "platform/machine.h"
+#include "robot/open_windows.h"
 #include "robot/queued_dialogs.h"
+#include "robot/second_stack.h"
 #include "robot/virtual_events.h"
 #include "robot/virtual_line.h"
 #include "robot/words.h"
@@ -39,12 +41,18 @@ private:
     void add_list_commands();
     void add_generator_commands();
 
+    void serve_operator();
+    void serve_until(const std::function<bool()>& closed);
+    std::string answer_line(std::string_view line);
     std::string carry_out(words_in words, std::string_view line);
     std::string start(words_in words);
     std::string stop(words_in words);
     std::string operate(words_in words);
     std::string press_key(words_in words);
     std::string after(words_in words, std::string_view line);
+    std::string close(words_in words);
+    std::string buffer(words_in words);
+    void run_later(const std::string& name, const std::string& line);
     std::string do_later(const std::string& name, const std::string& line);
     std::string get(words_in words);
     std::string on_list(words_in words, const std::function<std::string(list_view&)>& look);
@@ -56,20 +64,26 @@ private:
     /// Runs what can end the program. The answer is that of `work`, or the fatal one.
     std::string run(const std::function<std::string()>& work);
     control* find_control(const std::string& name) const;
+    /// Whether the operator reaches a control now; an empty reason: yes.
+    std::string reason_out_of_reach(const control& c) const;
     bool running() const { return desk_ != nullptr && !events_.ended_by(); }
 
     virtual_events events_;
     virtual_line line_{events_};
     queued_message_box boxes_;
     queued_file_dialog files_;
+    open_windows windows_{events_};
     machine machine_;
     std::unique_ptr<frm_main> desk_; // also after a fatal end, for looking at what it left
     json later_ = json::array();
+    std::vector<bool*> later_under_way_; // the `after` commands that are being done: whether their answer is kept
     bool finished_ = false;
 
     std::map<std::string, command> anytime_;   // whether a program runs or not
     std::map<std::string, command> looking_;   // also after a fatal end
     std::map<std::string, command> operating_; // while a program runs
+
+    second_stack desk_side_{[this] { serve_operator(); }}; // last: it uses all of the above
 };
 
 } // namespace desk::robot

@@ -108,7 +108,7 @@ void virtual_events::turn_without_progress() {
 }
 
 void virtual_events::throw_if_over() const {
-    if (ended_by_) throw program_over();
+    if (ended_by_ || abandoned_) throw program_over();
 }
 
 } // namespace desk::robot

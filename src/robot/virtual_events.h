@@ -27,6 +27,15 @@ public:
     /// A fresh clock at 0 with nothing pending, for these windows' timers.
     void start(std::vector<window*> windows);
 
+    /// From now on these windows' timers tick.
+    void follow_windows(std::vector<window*> windows) { windows_ = std::move(windows); }
+
+    /// Every suspended procedure ends at its pump, without a failure.
+    void abandon() { abandoned_ = true; }
+
+    /// Throws program_over when the program has ended: for whoever gives control back to a procedure.
+    void throw_if_over() const;
+
     /// Does something when the clock has run on, in the middle of whatever goes on then.
     void later(std::int64_t delay_ms, std::function<void()> work);
 
@@ -51,7 +60,6 @@ private:
     bool run_due();
     void follow_timers();
     std::function<void()> take_next_due();
-    void throw_if_over() const;
 
     std::int64_t clock_ = 0;
     std::int64_t turns_without_progress_ = 0;
@@ -59,6 +67,7 @@ private:
     std::map<timer*, std::int64_t> timers_; // the running ones, with the time of the next tick
     std::deque<pending> pending_;           // in order of time, then of entry
     std::optional<runtime_failure> ended_by_;
+    bool abandoned_ = false;
 };
 
 } // namespace desk::robot

@@ -30,6 +30,14 @@ std::string read_whole_file(const std::filesystem::path& path) {
     return std::move(content).str();
 }
 
+namespace {
+
+runtime_failure not_written(const std::filesystem::path& path) {
+    return {failure::path_file_access_error, "the file " + utf8_from_path(path) + " can't be written"};
+}
+
+} // namespace
+
 void replace_whole_file(const std::filesystem::path& path, std::string_view bytes) {
     std::error_code error;
     // a link stays a link, and the new file is as open to others as the old one
@@ -44,8 +52,7 @@ void replace_whole_file(const std::filesystem::path& path, std::string_view byte
         file.close();
         if (!file) {
             std::filesystem::remove(beside, error);
-            throw runtime_failure(failure::path_file_access_error,
-                                  "the file " + utf8_from_path(path) + " can't be written");
+            throw not_written(path);
         }
     }
     if (permissions != std::filesystem::perms::unknown && permissions != std::filesystem::perms::none)
@@ -57,6 +64,15 @@ void replace_whole_file(const std::filesystem::path& path, std::string_view byte
         throw runtime_failure(failure::path_file_access_error,
                               "the file " + utf8_from_path(path) + " can't be replaced: " + error.message());
     }
+}
+
+void write_over_file(const std::filesystem::path& path, std::string_view bytes) {
+    // opened for reading too, it is not cut; what is not there has to be made first
+    std::fstream file(path, std::ios::binary | std::ios::in | std::ios::out);
+    if (!file.is_open()) file.open(path, std::ios::binary | std::ios::out);
+    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    file.close();
+    if (!file) throw not_written(path);
 }
 
 } // namespace desk

@@ -18,4 +18,8 @@ std::string read_whole_file(const std::filesystem::path& path);
 /// file stands at any moment, never half of one. Throws failure::path_file_access_error and leaves the old file.
 void replace_whole_file(const std::filesystem::path& path, std::string_view bytes);
 
+/// Writes `bytes` into a file from its first byte on; one that is longer keeps its tail, one that is not there is made.
+/// Throws failure::path_file_access_error.
+void write_over_file(const std::filesystem::path& path, std::string_view bytes);
+
 } // namespace desk

@@ -198,4 +198,11 @@ std::string upper_case(std::string_view text) {
 
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
+int hex_digit(char c) {
+    if (is_digit(c)) return c - '0';
+    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+    return -1;
+}
+
 } // namespace desk

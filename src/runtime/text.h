@@ -45,5 +45,7 @@ std::string lower_case(std::string_view text);
 std::string upper_case(std::string_view text);
 
 bool is_digit(char c);
+/// The value of a hexadecimal digit in either case; -1 for any other character.
+int hex_digit(char c);
 
 } // namespace desk

@@ -1,5 +1,8 @@
 #include "runtime/windows_1252.h"
 
+#include "runtime/failure.h"
+
+#include <algorithm>
 #include <array>
 #include <optional>
 
@@ -114,6 +117,20 @@ std::string_view first_characters(std::string_view text, std::size_t count) {
             ++at;
     }
     return text.substr(0, at);
+}
+
+std::string_view last_characters(std::string_view text, std::size_t count) {
+    const std::size_t all = character_count(text);
+    return text.substr(first_characters(text, all - std::min(count, all)).size());
+}
+
+std::string without_last_characters(std::string_view text, std::size_t count) {
+    const std::size_t all = character_count(text);
+    if (all < count) {
+        throw runtime_failure(failure::invalid_procedure_call,
+                              "\"" + std::string(text) + "\" has not " + std::to_string(count) + " characters");
+    }
+    return std::string(first_characters(text, all - count));
 }
 
 std::string as_utf8(std::string_view text) { return decode_utf8(text) ? std::string(text) : text_from_bytes(text); }

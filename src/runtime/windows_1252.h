@@ -31,6 +31,12 @@ std::size_t character_count(std::string_view text);
 /// The first `count` characters of UTF-8 text, or all of it where it is shorter.
 std::string_view first_characters(std::string_view text, std::size_t count);
 
+/// The last `count` characters of UTF-8 text, or all of it where it is shorter.
+std::string_view last_characters(std::string_view text, std::size_t count);
+
+/// UTF-8 text without its last `count` characters. Throws failure::invalid_procedure_call where it is shorter.
+std::string without_last_characters(std::string_view text, std::size_t count);
+
 /// UTF-8 stays as it is; text that is no UTF-8 is read as bytes of the character set.
 std::string as_utf8(std::string_view text);
 

@@ -14,11 +14,8 @@ void frm_main::wire_events() {
     rows.change_view = [this](int view_mode) { change_view(view_mode); };
     cmd_edid.on_click = [this] { cmd_edid_click(); };
     cmd_setup.on_click = [this] { cmd_setup_click(); };
-    edid.cmd_ok.on_click = [this] { cmd_ok_click(); };
     translation.cmd_edid_back.on_click = [this] { cmd_edid_back_click(); };
 }
-
-void frm_main::cmd_ok_click() { edid.fra_compare.visible = false; }
 
 void frm_main::cmd_edid_back_click() { translation.fra_edid_edit.visible = false; }
 

@@ -1,10 +1,21 @@
 #pragma once
 
 #include "controls/window.h"
+#include "edid/buffers.h"
+#include "edid/compare_recover.h"
+#include "edid/file_number_1.h"
+#include "edid/file_opener.h"
+#include "edid/file_saver.h"
+#include "edid/previous_files.h"
+#include "edid/result_frame.h"
+#include "edid/serial_number.h"
 #include "edid/shared_fields.h"
+#include "edid/sink_transfers.h"
+#include "edid/window_text.h"
 #include "edid/workbench_frame.h"
 #include "link/exchange.h"
 #include "platform/machine.h"
+#include "programmer/programmer.h"
 #include "shell/about.h"
 #include "shell/settings_file.h"
 #include "signal/autorun.h"
@@ -46,8 +57,19 @@ public:
     download view_download{link, desk_area, rows, switches, colors, autorun_view, status_refresh};
     upload custom_string_upload{link, desk_area};
     workbench_frame edid;
-    translation_frame translation;
     shared_fields fields;
+    edid_buffers buffers;
+    window_text texts{form, edid, buffers, machine_.events};
+    previous_files previous{edid, fields};
+    file_number_1 number_1;
+    file_opener opener{machine_, form, edid, fields, texts, previous, number_1};
+    file_saver saver{machine_, form, edid, fields, previous, number_1};
+    result_frame result{edid};
+    compare_recover comparison{machine_, form, edid, buffers, texts, result};
+    sink_transfers transfers{link, edid, fields, buffers, texts, result};
+    serial_number serial{buffers, fields};
+    programmer options{machine_, edid, fields, buffers, texts, serial, transfers, saver};
+    translation_frame translation;
     about about_view{link};
 
     picture img_logo;
@@ -73,7 +95,6 @@ public:
 
     void cmd_edid_click();
     void cmd_setup_click();
-    void cmd_ok_click();
     void cmd_edid_back_click();
     void key_press(int code);
 

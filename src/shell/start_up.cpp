@@ -1,5 +1,6 @@
 #include "shell/frm_main.h"
 
+#include "edid/title.h"
 #include "runtime/failure.h"
 #include "runtime/files.h"
 
@@ -13,7 +14,7 @@ void frm_main::load() {
     link.download_mode = false;
     link.rs232_connected = false;
     fields.edid_file_name = "";
-    fields.diag_mode = 3;
+    fields.diag_mode = diag::none;
     fields.edid_src = 1;
 
     for (int port = 1; port <= 8; ++port)
@@ -33,7 +34,7 @@ void frm_main::load() {
                 [this] { rows.load(read_whole_file(machine_.program_directory / catalogue_file_name)); });
     autorun_view.fill_rows();
     set_texts();
-    form.caption = "VELOTRACE ";
+    form.caption = title;
     about_view.lab_ver.caption = "v11";
 }
 

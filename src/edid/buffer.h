@@ -1,0 +1,16 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+namespace desk {
+
+inline constexpr std::size_t edid_block_size = 128;
+inline constexpr std::size_t edid_size = 256;
+
+/// An EDID as raw bytes: block 0 in bytes 0 to 127, block 1 in bytes 128 to 255. There is no third block anywhere in
+/// the desk.
+using edid_buffer = std::array<std::uint8_t, edid_size>;
+
+} // namespace desk

@@ -1,0 +1,111 @@
+#include "edid/file_saver.h"
+
+#include "edid/file_opener.h"
+#include "edid/file_writers.h"
+#include "edid/title.h"
+#include "link/module_text.h"
+#include "runtime/failure.h"
+#include "runtime/files.h"
+#include "runtime/text.h"
+#include "runtime/windows_1252.h"
+
+namespace desk {
+
+namespace {
+
+constexpr int write_side = 1;
+constexpr int read_side = 2;
+constexpr int hex_filter = 1;
+
+} // namespace
+
+file_saver::file_saver(machine& m, window& form, workbench_frame& view, shared_fields& fields, previous_files& previous,
+                       const file_number_1& number)
+    : machine_(m), form_(form), view_(view), fields_(fields), previous_(previous), number_(number) {
+    view_.cmd_save_write.on_click = [this] { cmd_save_write_click(); };
+    view_.cmd_save_read.on_click = [this] { cmd_save_read_click(); };
+}
+
+void file_saver::cmd_save_write_click() {
+    if (view_.txt_write.text.get().empty())
+        machine_.boxes.show("WRITE window is empty", box_icon::critical, box_buttons::ok);
+    else
+        save_file(write_side);
+}
+
+void file_saver::cmd_save_read_click() {
+    if (view_.txt_read.text.get().empty())
+        machine_.boxes.show("EDID of Read is empty", box_icon::critical, box_buttons::ok);
+    else
+        save_file(read_side);
+}
+
+void file_saver::save_file(int side) {
+    try {
+        choose_and_save(side);
+    } catch (const runtime_failure&) {
+        // The desk behaves so: whatever fails, the operator is told nothing.
+    }
+}
+
+void file_saver::choose_and_save(int side) {
+    const auto choice = choose();
+    if (!choice) return;
+    const bool hex = choice->filter_index == hex_filter;
+    const std::string ending = hex ? ".hex" : ".bin";
+    std::string name = choice->file_name;
+    // The desk behaves so: the last four characters go whatever they are, and the new name is not looked for again.
+    if (lower_case(last_characters(name, 4)) != ending) name = without_last_characters(name, 4) + ending;
+    if (hex) choose_hex_type();
+    const std::string text = side == write_side ? view_.txt_write.text : view_.txt_read.text;
+    if (side == write_side) {
+        fields_.edid_file_name = name;
+        form_.caption = title_with(name);
+        previous_.add_pre_f();
+    }
+    write(name, hex, text);
+}
+
+std::optional<file_choice> file_saver::choose() {
+    while (true) {
+        prepare_dialog();
+        const auto choice = machine_.files.show(view_.dia_file);
+        if (!choice || choice->file_name.empty()) return std::nullopt;
+        if (!file_exists(choice->file_name)) return choice;
+        switch (machine_.boxes.show(choice->file_name + " exists. Overwrite it ?", box_icon::none,
+                                    box_buttons::yes_no_cancel)) {
+        case box_answer::yes:
+            return choice;
+        case box_answer::no:
+            break;
+        default:
+            return std::nullopt;
+        }
+    }
+}
+
+void file_saver::prepare_dialog() {
+    file_dialog_setup& dia_file = view_.dia_file;
+    dia_file.kind = file_dialog_setup::dialog_kind::save;
+    dia_file.title = "Save EDID file";
+    dia_file.filter_index = hex_filter;
+    dia_file.filter = "*.hex|*.hex|*.bin|*.bin";
+    if (fields_.edid_file_name.empty()) {
+        dia_file.init_dir = utf8_from_path(machine_.program_directory);
+        dia_file.file_name = "";
+    } else {
+        dia_file.init_dir = path_part(fields_.edid_file_name, 0);
+        dia_file.file_name = without_last_characters(path_part(fields_.edid_file_name, 2), 4);
+    }
+}
+
+void file_saver::write(const std::string& path, bool hex, const std::string& text) const {
+    if (!hex)
+        number_.write_over(path, bin_of(text));
+    else if (fields_.hex_type == hex_style::simple)
+        number_.replace(path, bytes_from_text(simple_hex_of(text)));
+    else
+        number_.replace(path, bytes_from_text(c_language_hex_of(text)));
+}
+
+} // namespace desk

@@ -1,0 +1,275 @@
+#include "edid/sink_transfers.h"
+
+#include "link/button_at_work.h"
+#include "link/commands.h"
+#include "link/delay.h"
+#include "runtime/bytes.h"
+#include "runtime/text.h"
+
+#include <algorithm>
+#include <array>
+
+namespace desk {
+
+namespace {
+
+constexpr int read_limit = 150;
+constexpr int write_limit = 150;
+constexpr int erase_limit = 3001; // about 150 seconds: erasing is slow
+
+constexpr const char* write_done = "EWR002";
+constexpr const char* write_failed = "EWR003";
+constexpr const char* erase_done = "ERS002";
+constexpr const char* erase_failed = "ERS003";
+
+const std::string crlf(line_end);
+
+std::string reading_words(std::uint8_t edid_src) {
+    switch (edid_src) {
+    case 1:
+        return "Reading HDMI/DVI-OUT's edid ...";
+    case 2:
+        return "Reading HDMI/DVI-IN's edid ...";
+    default:
+        return "Reading VGA(PC/HD-OUT)'s edid ...";
+    }
+}
+
+} // namespace
+
+sink_transfers::sink_transfers(exchange& link, workbench_frame& view, shared_fields& fields, edid_buffers& buffers,
+                               window_text& text, result_frame& result)
+    : link_(link), view_(view), fields_(fields), buffers_(buffers), text_(text), result_(result) {
+    view_.cmd_read.on_click = [this] { cmd_read_click(); };
+    view_.cmd_write.on_click = [this] { cmd_write_click(); };
+    view_.cmd_verify.on_click = [this] { cmd_verify_click(); };
+    view_.cmd_erase.on_click = [this] { cmd_erase_click(); };
+    for (std::size_t place = 0; place < view_.opt_edid_src.size(); ++place)
+        view_.opt_edid_src.at(place).on_click = [this, place] { opt_edid_src_click(place); };
+}
+
+void sink_transfers::opt_edid_src_click(std::size_t place) { fields_.edid_src = static_cast<std::uint8_t>(place + 1); }
+
+bool sink_transfers::command_to_sink(std::string_view cmd) {
+    // the generator is told anew each time which sink is meant
+    switch (fields_.edid_src) {
+    case 1:
+        link_.tx_cmd(command::choose_hdmi_out);
+        break;
+    case 2:
+        link_.tx_cmd(command::choose_hdmi_in);
+        break;
+    case 3:
+        link_.tx_cmd(command::choose_vga_out);
+        break;
+    default:
+        break;
+    }
+    if (link_.rx_done) link_.tx_cmd(cmd);
+    return link_.rx_done;
+}
+
+void sink_transfers::read_sink() {
+    fields_.read_ok = true;
+    if (!command_to_sink(command::read_edid)) {
+        view_.txt_read.text += crlf + "Link Error !" + crlf;
+        fields_.read_ok = false;
+        return;
+    }
+    edid_buffer received{};
+    fields_.read_ok = take_edid_data(received);
+    if (fields_.read_ok)
+        buffers_.read_buff = received;
+    else
+        view_.txt_read.text += crlf + "Timeout ! Read fail !";
+}
+
+bool sink_transfers::take_edid_data(edid_buffer& received) {
+    // straight from the port: tim_rx takes no part
+    std::size_t n = 0;
+    while (n < edid_size) {
+        int t = 0;
+        for (; link_.host().port.in_count() == 0 && t < read_limit; ++t)
+            delay_sec(link_.host().events, 0.001F);
+        if (t == read_limit) return false;
+        for (const std::uint8_t byte : link_.host().port.read()) {
+            if (n < edid_size) received.at(n++) = byte;
+        }
+    }
+    return true;
+}
+
+void sink_transfers::cmd_read_click() {
+    view_.cmd_read.back_color = color_red;
+    view_.cmd_read.enabled = false;
+    view_.cmd_read_translate.enabled = false;
+    view_.cmd_sum_read.enabled = false;
+    link_.host().events.pump();
+    fields_.read_ok = true;
+    view_.txt_read.text = reading_words(fields_.edid_src);
+    link_.download_mode = false;
+    read_sink();
+    if (fields_.read_ok) {
+        text_.buff2win(buff::read, 2);
+        end_work(view_.cmd_read);
+        view_.cmd_read_translate.enabled = true;
+        view_.cmd_sum_read.enabled = true;
+    } else {
+        end_work(view_.cmd_read);
+    }
+    link_.host().events.pump();
+}
+
+void sink_transfers::cmd_write_click() {
+    view_.cmd_write.enabled = false;
+    view_.cmd_write.back_color = color_red;
+    const std::string first_line = "Writing WRITE data ..." + crlf;
+    if (automatic())
+        frm_diag.txt_auto_msg->text = first_line;
+    else
+        result_.begin("WRITE", first_line);
+
+    if (!command_to_sink(command::write_edid)) {
+        if (automatic()) {
+            // The desk behaves so: the button stays red and dead until frm_diag closes.
+            tell_run("Link Error !" + crlf);
+            fields_.run_ok = false;
+            return;
+        }
+        result_.tell("Link Error !");
+        result_.show_pass(false);
+        end_work(view_.cmd_write);
+        return;
+    }
+    send_write_buff();
+    const int t = wait_for_answer(write_limit, 0.01F);
+    link_.tim_rx.enabled = false;
+    link_.host().events.pump();
+    if (automatic())
+        tell_write_result_of_run(t);
+    else
+        tell_write_result(t);
+}
+
+void sink_transfers::send_write_buff() {
+    link_.rx_count = 0;
+    link_.rx_text.clear();
+    link_.rx_done = false;
+    link_.drain_output();
+    link_.host().port.discard_input();
+    link_.tim_rx.enabled = true;
+    link_.host().events.pump();
+    for (const std::uint8_t byte : buffers_.write_buff)
+        link_.tx_byte(byte);
+}
+
+int sink_transfers::wait_for_answer(int rounds, float s) {
+    int t = 0;
+    for (; !link_.rx_done && t < rounds; ++t)
+        delay_sec(link_.host().events, s);
+    return t;
+}
+
+void sink_transfers::tell_write_result(int t) {
+    // The desk behaves so: any other answer leaves no mark, and the frame's OK stays dead.
+    if (t >= write_limit) {
+        result_.tell("WRITE timeout error !" + crlf);
+        result_.show_pass(false);
+    } else if (link_.rx_text == write_done) {
+        result_.tell("EWR002 Write completely .");
+        result_.show_pass(true);
+    } else if (link_.rx_text == write_failed) {
+        result_.tell("EWR003 DDC Error,Write Fail !");
+        result_.show_pass(false);
+    }
+    end_work(view_.cmd_write);
+}
+
+void sink_transfers::tell_write_result_of_run(int t) {
+    // The desk behaves so: any other answer leaves run_ok as it was, and the button stays red and dead.
+    if (t >= write_limit) {
+        tell_run("WRITE timeout error !" + crlf);
+        fields_.run_ok = false;
+    } else if (link_.rx_text == write_done) {
+        tell_run("EWR002 Write completely ." + crlf);
+        fields_.run_ok = true;
+    } else if (link_.rx_text == write_failed) {
+        tell_run("EWR003 DDC Error,Write Fail !" + crlf);
+        fields_.run_ok = false;
+    }
+}
+
+void sink_transfers::cmd_verify_click() {
+    if (automatic())
+        verify_in_run();
+    else
+        verify();
+}
+
+void sink_transfers::verify() {
+    view_.cmd_verify.back_color = color_red;
+    view_.cmd_verify.enabled = false;
+    link_.host().events.pump();
+    result_.begin("VERIFY", "Reading sink's edid ..." + crlf);
+    read_sink();
+    if (fields_.read_ok) {
+        result_.tell("Comparing ..." + crlf);
+        const int count = buffers_.different_bytes();
+        result_.tell(count != 0 ? "There are" + str(count) + " wrong data !" : "Match entirely.");
+        result_.show_pass(count == 0);
+    } else {
+        result_.tell("Read sink's edid fail !" + crlf);
+        result_.show_pass(false);
+    }
+    end_work(view_.cmd_verify);
+    link_.host().events.pump();
+}
+
+void sink_transfers::verify_in_run() {
+    frm_diag.cmd_ok->enabled = false;
+    tell_run("Reading sink's edid ..." + crlf);
+    read_sink();
+    if (fields_.read_ok) {
+        tell_run("Comparing ..." + crlf);
+        const int count = buffers_.different_bytes();
+        fields_.run_ok = count == 0;
+        tell_run(count != 0 ? "There are" + str(count) + " wrong data !" : "Match entirely .");
+    } else {
+        // The desk behaves so: run_ok stays true after a good WRITE, and the run still ends in PASS.
+        tell_run("Read sink's edid fail !" + crlf);
+    }
+}
+
+void sink_transfers::tell_run(const std::string& text) { frm_diag.txt_auto_msg->text += text; }
+
+void sink_transfers::cmd_erase_click() {
+    if (link_.host().boxes.show("Are you sure to erase sink's EDID ?", box_icon::question, box_buttons::yes_no) !=
+        box_answer::yes)
+        return;
+    view_.cmd_erase.back_color = color_red;
+    result_.begin("ERASE", "Erasing sink's edid ..." + crlf);
+    if (!command_to_sink(command::erase_edid)) {
+        result_.tell("Link Error !" + crlf);
+        view_.cmd_erase.back_color = color_button_face;
+        result_.show_pass(false);
+        return;
+    }
+    link_.rx_count = 0;
+    link_.rx_text.clear();
+    link_.rx_done = false;
+    link_.tim_rx.enabled = true;
+    link_.host().events.pump();
+    wait_for_answer(erase_limit, 0.05F);
+    const bool erased = link_.rx_done && link_.rx_text == erase_done;
+    if (erased)
+        result_.tell("ERS002 ERASE complete.");
+    else if (link_.rx_done && link_.rx_text == erase_failed)
+        result_.tell("ERS003 DDC Error,Erase fail !");
+    else
+        result_.tell("Timeout Error !");
+    // The desk behaves so: tim_rx goes on ticking.
+    view_.cmd_erase.back_color = color_button_face;
+    result_.show_pass(erased);
+}
+
+} // namespace desk

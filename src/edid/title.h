@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+
+namespace desk {
+
+/// The main window's caption: the program's name, and behind it the file of the WRITE window where one is open.
+inline constexpr const char* title = "VELOTRACE ";
+
+inline std::string title_with(const std::string& edid_file_name) { return std::string(title) + " - " + edid_file_name; }
+
+} // namespace desk

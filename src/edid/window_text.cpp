@@ -1,0 +1,107 @@
+#include "edid/window_text.h"
+
+#include "edid/canonical_text.h"
+#include "edid/text_scanner.h"
+#include "edid/title.h"
+#include "runtime/failure.h"
+#include "runtime/numbers.h"
+#include "runtime/subscript.h"
+#include "runtime/text.h"
+
+#include <algorithm>
+
+namespace desk {
+
+namespace {
+
+/// Stores the pairs of a text in a buffer, one behind the other.
+class into_buffer final : public text_findings {
+public:
+    explicit into_buffer(edid_buffer& target) : target_(target) {}
+    void pair(std::string_view digits) override {
+        element(target_, k_) = value_of_pair(digits);
+        ++k_;
+    }
+    std::size_t count() const { return k_; }
+
+private:
+    edid_buffer& target_;
+    std::size_t k_ = 0;
+};
+
+} // namespace
+
+window_text::window_text(window& form, workbench_frame& view, edid_buffers& buffers, event_pump& events)
+    : form_(form), view_(view), buffers_(buffers), events_(events) {
+    view_.cmd_clear_read.on_click = [this] { cmd_clear_read_click(); };
+    view_.cmd_clear_file.on_click = [this] { cmd_clear_file_click(); };
+}
+
+void window_text::win2buff(std::uint8_t buff_type, int /*win_type*/) {
+    const text_box& source = buff_type == buff::write ? view_.txt_write : view_.txt_read;
+    edid_buffer& target = buffers_.of(buff_type);
+    into_buffer stored(target);
+    while_doing([] { return "Taking the bytes out of a window's text"; },
+                [&] { scan_window_text(source.text.get(), stored); });
+    if (buff_type == buff::write)
+        std::fill(target.begin() + static_cast<std::ptrdiff_t>(stored.count()), target.end(), std::uint8_t{0xFF});
+}
+
+void window_text::buff2win(std::uint8_t buff_type, int win_type) {
+    const bool write_side = win_type == 1;
+    text_box& shown = write_side ? view_.txt_write : view_.txt_read;
+    shown.text = "";
+    checksum_rule rule;
+    for (const std::uint8_t byte : buffers_.of(buff_type)) {
+        if (const auto sum = rule.compare(byte))
+            write_side ? show_write_checksum(*sum) : show_checksum(view_.lab_read_checksum, *sum);
+        shown.text += canonical_piece(byte, rule.count());
+        rule.take(byte);
+    }
+}
+
+void window_text::show_checksum(std::array<label, 2>& labels, const block_checksum& sum) {
+    label& shown = element(labels, sum.block);
+    shown.fore_color = sum.correct ? color_black : color_dark_red;
+    shown.caption = checksum_caption(sum.block, sum.needed, sum.correct ? " Correct." : " Error.");
+}
+
+void window_text::show_write_checksum(const block_checksum& sum) {
+    show_checksum(view_.lab_write_checksum, sum);
+    if (!sum.correct) {
+        // The desk behaves so: a block that needs 256 fails here, with its label already changed.
+        while_doing(
+            [&] { return "Keeping the checksum that block " + number_text(static_cast<int>(sum.block)) + " needs"; },
+            [&] { element(recover_sum, sum.block) = to_byte(sum.needed); });
+    }
+    element(view_.cmd_recover, sum.block).visible = !sum.correct;
+}
+
+void window_text::enable_write_side(bool on) {
+    view_.cmd_write.enabled = on;
+    view_.cmd_verify.enabled = on;
+    view_.cmd_w_auto.enabled = on;
+    if (!on) {
+        view_.cmd_write_translate.enabled = false;
+        view_.cmd_sum_write.enabled = false;
+    }
+    events_.pump();
+}
+
+void window_text::cmd_clear_read_click() {
+    view_.txt_read.text = "";
+    view_.cmd_read_translate.enabled = false;
+    view_.cmd_sum_read.enabled = false;
+}
+
+void window_text::cmd_clear_file_click() {
+    view_.txt_write.text = "";
+    form_.caption = title;
+    enable_write_side(false);
+}
+
+std::string checksum_caption(std::size_t block, std::int32_t needed, const char* verdict) {
+    return "BK" + std::to_string(block) + "=" + hex(static_cast<std::uint32_t>(needed)) + verdict;
+}
+
+} // namespace desk

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "controls/controls.h"
+#include "controls/window.h"
+#include "edid/buffers.h"
+#include "edid/shared_fields.h"
+#include "edid/window_text.h"
+#include "programmer/automatic_run.h"
+
+#include <array>
+
+namespace desk {
+
+/// The programmer's window, with three faces that who opens it chooses by `diag_mode`: the sum of a memory image, the
+/// style of a HEX file that is being saved, and the automatic run. Each opening has a fresh one.
+class frm_diag {
+    shared_fields& fields_; // first: the parts below are built on them
+    edid_buffers& buffers_;
+    window_text& text_;
+
+public:
+    frm_diag(shared_fields& fields, edid_buffers& buffers, window_text& text, serial_number& serial,
+             sink_transfers& transfers, event_pump& events);
+
+    window form;
+    button cmd_ok;
+
+    frame fra_sum;
+    button cmd_checksum;
+    check_box chk_4digits;
+    std::array<option_button, 2> opt_unused;
+    label lab_unused;
+    label lab_eeprom;
+    combo_box cbo_eeprom;
+    label lab_checksum;
+    text_box txt_test; ///< holds the list's text and takes no part in anything else
+
+    frame fra_save_hex;
+    std::array<option_button, 2> opt_hex_type;
+
+    automatic_run run;
+
+    /// Shows the face of `diag_mode`. Throws failure::invalid_property_value or failure::subscript_out_of_range where
+    /// the settings file holds a choice that is not there.
+    void load();
+
+    void cbo_eeprom_click();
+    void chk_4digits_click();
+    void opt_unused_click(std::size_t index);
+    void cmd_checksum_click();
+    void cmd_ok_click();
+
+private:
+    void lay_out_controls();
+    void load_sum();
+    void show_face(frame& face, const char* cmd_ok_caption);
+    double sum_of_image() const;
+};
+
+} // namespace desk

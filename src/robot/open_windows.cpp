@@ -1,0 +1,28 @@
+#include "robot/open_windows.h"
+
+#include <algorithm>
+
+namespace desk::robot {
+
+void open_windows::start(window* main_window) {
+    windows_.clear();
+    if (main_window != nullptr) windows_.push_back(main_window);
+    events_.start(windows_);
+}
+
+void open_windows::show(window& w) {
+    w.visible = true;
+    windows_.push_back(&w);
+    events_.follow_windows(windows_);
+    // an end of the program goes past here, and leaves the window to be looked at
+    let_operator_work([&w] { return !w.visible; });
+    windows_.erase(std::find(windows_.begin(), windows_.end(), &w));
+    events_.follow_windows(windows_);
+}
+
+window* open_windows::find(const std::string& name) const {
+    const auto found = std::find_if(windows_.begin(), windows_.end(), [&](const window* w) { return w->name == name; });
+    return found == windows_.end() ? nullptr : *found;
+}
+
+} // namespace desk::robot
