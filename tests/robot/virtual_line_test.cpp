@@ -2,6 +2,7 @@
 
 #include "controls/window.h"
 #include "link/exchange.h"
+#include "robot/open_windows.h"
 #include "robot/queued_dialogs.h"
 #include "robot/virtual_events.h"
 #include "robot/words.h"
@@ -313,7 +314,8 @@ protected:
     virtual_line line{events};
     queued_message_box boxes;
     queued_file_dialog files;
-    machine host{line, events, boxes, files, {}};
+    open_windows windows{events};
+    machine host{line, events, boxes, files, windows, {}};
     exchange link{host};
     window form;
 };

@@ -141,13 +141,26 @@ public:
     std::optional<file_choice> show(const file_dialog_setup& /*setup*/) override { return std::nullopt; }
 };
 
+/// Modal windows that the test closes, or that are closed as soon as they are shown.
+class scripted_windows final : public modal_windows {
+public:
+    std::function<void(window&)> on_show;
+
+    void show(window& w) override {
+        w.visible = true;
+        if (on_show) on_show(w);
+        w.visible = false;
+    }
+};
+
 /// A machine of which every part is scripted.
 struct fake_machine {
     scripted_port port;
     scripted_events events;
     noted_boxes boxes;
     cancelled_files files;
-    machine host{port, events, boxes, files, {}};
+    scripted_windows windows;
+    machine host{port, events, boxes, files, windows, {}};
 
     /// The generator answers every command with itself, some milliseconds later.
     void echo_all(std::int64_t ms = 10) {

@@ -57,6 +57,46 @@ std::string with_runs(const std::string& text) {
     return all.append(from, text.cend());
 }
 
+/// The text with its repetitions ("{12*00}") written out.
+std::string with_repetitions(const std::string& text) {
+    static const std::regex repetition(R"(\{(\d+)\*([^{}]*)\})");
+    std::string all;
+    auto from = text.cbegin();
+    for (std::smatch found; std::regex_search(from, text.cend(), found, repetition); from = found.suffix().first) {
+        all.append(from, found[0].first);
+        for (int i = std::stoi(found[1]); i > 0; --i)
+            all += found[2];
+    }
+    return all.append(from, text.cend());
+}
+
+/// Bytes in hexadecimal digits as the windows show them: eight to a line, each line with the index of its last byte,
+/// an empty line behind byte 127.
+std::string window_text_of(const std::string& digits) {
+    std::ostringstream text;
+    text << std::uppercase << std::hex;
+    const std::size_t count = digits.size() / 2;
+    for (std::size_t i = 0; i < count; ++i) {
+        text << digits.substr(2 * i, 2) << ' ';
+        if (i % 8 == 7) text << "//" << i << R"(\r\n)";
+        if (i == 127) text << R"(\r\n)";
+    }
+    return text.str();
+}
+
+/// The text with its window texts ("{text 00FF}") written out.
+std::string with_window_texts(const std::string& text) {
+    static constexpr std::string_view opening = "{text ";
+    std::string all = text;
+    for (std::size_t at = 0; (at = all.find(opening, at)) != std::string::npos;) {
+        const std::size_t end = all.find('}', at);
+        if (end == std::string::npos) throw std::runtime_error("a window text without its end: " + text);
+        const std::size_t from = at + opening.size();
+        all.replace(at, end + 1 - at, window_text_of(all.substr(from, end - from)));
+    }
+    return all;
+}
+
 /// The first word of a text, which loses it.
 std::string take_word(std::string& text) {
     const std::size_t end = std::min(text.find(' '), text.size());
@@ -65,8 +105,13 @@ std::string take_word(std::string& text) {
     return word;
 }
 
-/// A JSON string as bytes, one for each character.
+/// A JSON string as bytes, one for each character; or bytes in hexadecimal digits behind "hex:".
 std::string bytes_of_json(const std::string& text) {
+    if (text.starts_with("hex:")) {
+        const auto bytes = robot::bytes_of_hex(std::string_view(text).substr(4));
+        if (!bytes) throw std::runtime_error("no hexadecimal digits: " + text);
+        return *bytes;
+    }
     const auto value = nlohmann::json::parse(text, nullptr, false);
     if (!value.is_string()) throw std::runtime_error("no JSON string: " + text);
     std::string bytes;
@@ -89,8 +134,9 @@ public:
 
     void line(const scenario_line& l) {
         now_ = &l;
-        const std::string text = with_runs(replaced(l.text, "$DIR", utf8_from_path(directory_.path())));
         try {
+            const std::string text = with_window_texts(
+                with_runs(with_repetitions(replaced(l.text, "$DIR", utf8_from_path(directory_.path())))));
             if (text.front() == '!')
                 directive(trimmed(text.substr(1)));
             else

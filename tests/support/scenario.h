@@ -25,6 +25,8 @@ namespace desk::test {
 ///     ! lit GROUP INDEX | none         of a group of buttons this one alone is green, the others have the face's
 ///     colour let $NAME = TEXT                 from here to the end of the file $NAME stands for this text
 ///
+/// The bytes of a file can also stand as "hex:" and hexadecimal digits. {12*00} stands for the text twelve times.
+/// {text DIGITS} stands for these bytes as the READ and WRITE windows show them, written as inside a JSON string.
 /// $DIR stands for the scenario's directory. {3..30:TEXT} stands for a run of the text, once for each number; in it %2
 /// and %3 are the number in two and in three digits. {3..30, TEXT} is the same with a comma and a blank between. An
 /// arrow stands at least two blanks behind its command.
