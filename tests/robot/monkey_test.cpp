@@ -6,7 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
 #include <string>
+#include <vector>
 
 namespace desk::robot {
 namespace {
@@ -19,15 +21,37 @@ struct outcome {
     std::vector<std::string> nonsense;
 };
 
+/// EDID files of every fate, and two names to save under.
+std::vector<std::string> put_edid_files(const test::temporary_directory& directory) {
+    const std::string header("\x00\xFF\xFF\xFF\xFF\xFF\xFF\x00", 8);
+    const std::string block = header + std::string(119, '\x11') + '\x01';
+    directory.put("good.bin", block + block);
+    directory.put("good.hex", "00 FF FF FF FF FF FF 00 //7\n0x12,0x34\n");
+    directory.put("wrong.hex", "00 x");
+    directory.put("long.bin", std::string(300, 'A'));
+    directory.put("empty.bin", "");
+    directory.put("one.ddc", std::string(200, 'j') + block);
+    directory.put("short.ddc", block);
+    directory.put("sum.bin", std::string(256, '\0'));
+    directory.put("other.txt", "00");
+    return {"good.bin",  "good.bin", "good.hex",  "wrong.hex", "long.bin",  "empty.bin", "one.ddc",
+            "short.ddc", "sum.bin",  "other.txt", "none.bin",  "saved.hex", "saved.bin"};
+}
+
 outcome let_monkey_act(std::uint64_t seed) {
     const test::temporary_directory directory;
     directory.put("marlo_rs232.ini", test::usual_settings);
     directory.put("timing_pattern.ini", test::plain_catalogue(45, 45));
+    const std::vector<std::string> files = put_edid_files(directory);
     robot desk(directory.path());
-    test::monkey at_the_desk(desk, seed);
+    test::monkey at_the_desk(desk, directory.path(), files, seed);
     at_the_desk.act(actions);
     return {at_the_desk.transcript(), at_the_desk.outcomes(), at_the_desk.nonsense()};
 }
+
+/// A repair without its line; a sum that fits no byte; too many bytes; a file number that stays open; a capture that is
+/// too short: where no handler is armed.
+const std::set<std::string> told_on_the_edid_side = {"fatal 5", "fatal 6", "fatal 9", "fatal 55", "fatal 63"};
 
 class monkey_test : public testing::TestWithParam<std::uint64_t> {};
 
@@ -37,16 +61,17 @@ TEST_P(monkey_test, ends_alive_or_in_a_told_failure_and_the_same_way_for_the_sam
     EXPECT_GT(first.counts.at("ok"), actions / 2) << "it got little done";
     for (const auto& [kind, count] : first.counts) {
         // a row that a list doesn't have, a value that a slider doesn't take: as told
-        const bool told = kind == "ok" || kind == "refused" || kind == "fatal 35600" || kind == "fatal 380";
+        const bool told = kind == "ok" || kind == "refused" || kind == "fatal 35600" || kind == "fatal 380" ||
+                          told_on_the_edid_side.contains(kind);
         EXPECT_TRUE(told) << count << " x " << kind;
     }
-    EXPECT_EQ(let_monkey_act(GetParam()).transcript, first.transcript);
+    EXPECT_TRUE(let_monkey_act(GetParam()).transcript == first.transcript) << "the second time it went another way";
 }
 
 INSTANTIATE_TEST_SUITE_P(seeds, monkey_test, testing::Values(1U, 2U, 3U));
 
 TEST(monkey, does_other_things_with_another_seed) {
-    EXPECT_NE(let_monkey_act(1).transcript, let_monkey_act(4).transcript);
+    EXPECT_TRUE(let_monkey_act(1).transcript != let_monkey_act(4).transcript);
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "support/monkey.h"
 
+#include "runtime/files.h"
+
 #include <nlohmann/json.hpp>
 
 namespace desk::test {
@@ -20,8 +22,9 @@ std::string outcome_of(const std::string& answer) {
 void monkey::act(int actions) {
     say("generator simulated");
     say("start");
-    look_at_controls();
     for (int i = 0; i < actions; ++i) {
+        look_at_controls();
+        if (below(4) == 0) say(some_choice());
         if (below(10) == 0) say(some_trouble());
         // in the middle of what comes next
         if (below(4) == 0) say("after " + std::to_string(below(1200)) + " " + some_action());
@@ -30,15 +33,22 @@ void monkey::act(int actions) {
     }
     for (const char* look : {"later", "boxes", "wire", "clock"})
         say(look);
-    for (const char* field : {"view_mode", "cur_timing", "cur_pattern", "color_mode", "rx_text", "download_mode"})
+    for (const char* field : {"view_mode", "cur_timing", "cur_pattern", "color_mode", "rx_text", "download_mode",
+                              "edid_file_name", "diag_mode", "hex_type", "sn_value", "recover_sum"})
         say(std::string("field ") + field);
+    for (const char* buffer : {"buffer write", "buffer read", "get txt_write.text", "get txt_read.text"})
+        say(buffer);
     for (const char* list : {"lstv_timing", "lstv_pattern", "lstv_auto"})
         say(std::string("rows ") + list);
 }
 
 std::string monkey::say(const std::string& line) {
     std::string answer = desk_.answer(line);
-    transcript_ += line + "\n  -> " + answer + "\n";
+    std::string exchange = line + "\n  -> " + answer + "\n";
+    const std::string directory = utf8_from_path(directory_);
+    for (std::size_t at = 0; (at = exchange.find(directory, at)) != std::string::npos;)
+        exchange.replace(at, directory.size(), "$DIR");
+    transcript_ += exchange;
     const std::string outcome = outcome_of(answer);
     ++outcomes_[outcome];
     if (outcome != "ok" && outcome != "refused" && !outcome.starts_with("fatal ")) nonsense_.push_back(answer);
@@ -46,12 +56,30 @@ std::string monkey::say(const std::string& line) {
 }
 
 void monkey::look_at_controls() {
-    const auto all = nlohmann::json::parse(desk_.answer("controls frm_main").substr(3));
+    const bool modal = desk_.answer("get frm_diag.shown") == "ok true";
+    if (!controls_.empty() && modal == modal_) return;
+    modal_ = modal;
+    controls_.clear();
+    const auto all = nlohmann::json::parse(desk_.answer(modal ? "controls frm_diag" : "controls frm_main").substr(3));
     for (const auto& control : all)
-        controls_.emplace_back(control["name"].get<std::string>(), control["kind"].get<std::string>());
+        controls_.emplace_back((modal ? "frm_diag." : "") + control["name"].get<std::string>(),
+                               control["kind"].get<std::string>());
+}
+
+std::string monkey::some_choice() {
+    switch (below(6)) {
+    case 0:
+        return one_of(strings{"answer yes", "answer no", "answer cancel", "file cancel"});
+    default:
+        return "file \"" + utf8_from_path(directory_ / path_from_utf8(one_of(files_))) + "\" " +
+               std::to_string(1 + below(2));
+    }
 }
 
 std::string monkey::some_action() {
+    if (modal_ && below(20) == 0) return one_of(strings{"close frm_diag", "click cmd_edid", "key frm_main 65"});
+    // much goes on in this view
+    if (!modal_ && below(12) == 0) return one_of(strings{"click cmd_edid", "click cmd_load", "click cmd_save_write"});
     // mostly what an operator could reach, sometimes what is hidden or dead
     for (int tries = 0; tries < 200; ++tries) {
         const auto [name, kind] = one_of(controls_);
@@ -91,16 +119,23 @@ std::string monkey::action_on(const std::string& name, const std::string& kind) 
             return "key " + name + " 13";
         default:
             return "type " + name + " " +
-                   one_of(strings{R"("7")", R"("255")", R"("256")", R"("")", R"(" 12 ")", R"("HELLO")", R"("€ 99")"});
+                   one_of(strings{R"("7")", R"("255")", R"("256")", R"("")", R"(" 12 ")", R"("4294967295")",
+                                  R"("HELLO")", R"("€ 99")"});
         }
     }
     return "";
 }
 
 std::string monkey::some_trouble() {
-    const std::string cmd = one_of(strings{"*", "TIM*", "PAT*", "OUT*", "ASC*", "PCM*", "CSC999", "CRR999", "CRG999",
-                                           "MOT*", "FT+999", "FP+999", "FT*", "ATS999", "AT*", "RST001", "VER001"});
-    switch (below(12)) {
+    const std::string cmd = one_of(strings{"*",      "TIM*",   "PAT*",   "OUT*",   "ASC*",   "PCM*",   "CSC999",
+                                           "CRR999", "CRG999", "MOT*",   "FT+999", "FP+999", "FT*",    "ATS999",
+                                           "AT*",    "RST001", "VER001", "ESC*",   "ERD001", "EWR001", "ERS001"});
+    switch (below(15)) {
+    case 12:
+        return one_of(
+            strings{"reply raw +100 \"EWR002\"", "reply raw \"EWR003\"", "reply raw none", "reply raw clear"});
+    case 13:
+        return one_of(strings{"sink 1 none", "sink 1 \"" + std::string(512, '5') + "\""});
     case 0:
         return "reply \"" + cmd + "\" none";
     case 1:

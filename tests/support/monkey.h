@@ -3,9 +3,11 @@
 #include "robot/robot.h"
 
 #include <cstdint>
+#include <filesystem>
 #include <map>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace desk::test {
@@ -14,12 +16,14 @@ namespace desk::test {
 /// generator that answers well, badly or not at all. The same seed does the same things.
 class monkey {
 public:
-    monkey(robot::robot& desk, std::uint64_t seed) : desk_(desk), random_(seed) {}
+    /// It chooses among these files of the directory when it is asked for one.
+    monkey(robot::robot& desk, std::filesystem::path directory, std::vector<std::string> files, std::uint64_t seed)
+        : desk_(desk), directory_(std::move(directory)), files_(std::move(files)), random_(seed) {}
 
     /// So many actions of the operator. A program that has ended is started anew.
     void act(int actions);
 
-    /// Every line that was said and its answer.
+    /// Every line that was said and its answer; "$DIR" stands for the directory.
     const std::string& transcript() const { return transcript_; }
     /// How often an answer began with each of "ok", "refused", "fatal 35600", ...
     const std::map<std::string, int>& outcomes() const { return outcomes_; }
@@ -32,6 +36,8 @@ private:
     /// One action on some control, as a line for the robot.
     std::string some_action();
     std::string action_on(const std::string& name, const std::string& kind);
+    /// What it will say to the next box or file dialog.
+    std::string some_choice();
     /// Something that the generator or the line does.
     std::string some_trouble();
     int below(int limit) { return static_cast<int>(random_() % static_cast<std::uint64_t>(limit)); }
@@ -41,8 +47,11 @@ private:
     }
 
     robot::robot& desk_;
+    std::filesystem::path directory_;
+    std::vector<std::string> files_;
     std::mt19937_64 random_;
     std::vector<std::pair<std::string, std::string>> controls_; // name, kind
+    bool modal_ = false;                                        // those are frm_diag's
     std::string transcript_;
     std::map<std::string, int> outcomes_;
     std::vector<std::string> nonsense_;
