@@ -4,6 +4,7 @@
 #include "generator/state_text.h"
 #include "runtime/failure.h"
 #include "runtime/files.h"
+#include "runtime/text.h"
 
 #include <algorithm>
 #include <charconv>
@@ -29,6 +30,7 @@ constexpr std::string_view help_text = "drop [N]            the next N answers a
                                        "refuse CMD off      ends that; refuse off ends all of them\n"
                                        "silent / speak      answers nothing / answers again\n"
                                        "unplug / plug       takes the generator off the line / puts it back\n"
+                                       "sink N              shows the bytes of sink N\n"
                                        "sink N FILE         sink N (1 to 3) holds the EDID of FILE\n"
                                        "sink N first        sink N holds the EDID it had at the start\n"
                                        "sink N none         takes sink N away\n"
@@ -43,6 +45,13 @@ class bad_line : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
+
+std::string hex_text(const bytes& data) {
+    std::string text;
+    for (const std::uint8_t byte : data)
+        text += hex2(byte);
+    return text;
+}
 
 bool is_blank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
@@ -195,15 +204,16 @@ std::string misbehaviour::refuse(const words& line) {
 }
 
 std::string misbehaviour::sink(const words& line) {
-    check_count(line, 3, 3);
+    check_count(line, 2, 3);
     const int number = number_of(line[1], 1, static_cast<int>(sink_count));
+    edid_sink& target = generator_.state.sinks.at(static_cast<std::size_t>(number) - 1);
+    if (line.size() == 2) return target.edid ? hex_text(*target.edid) : "none";
     std::optional<bytes> edid;
     if (line[2] == "first") {
         edid = first_sink_edid(number);
     } else if (line[2] != "none") {
         edid = edid_of_file(line[2]);
     }
-    edid_sink& target = generator_.state.sinks.at(static_cast<std::size_t>(number) - 1);
     target.edid = std::move(edid);
     return "Sink " + std::to_string(number) + (target.edid ? " holds a new EDID." : " is away.");
 }

@@ -180,6 +180,16 @@ TEST_F(misbehaviour_test, changes_sinks) {
     EXPECT_EQ(generator.state.sinks[0].edid, simulated_generator(1, 1).state.sinks[0].edid);
 }
 
+TEST_F(misbehaviour_test, shows_the_bytes_of_a_sink) {
+    generator.state.sinks[2].edid = bytes(256, 0x0A);
+    std::string digits;
+    for (int i = 0; i < 256; ++i)
+        digits += "0A";
+    EXPECT_EQ(line.take_line("sink 3"), digits);
+    line.take_line("sink 3 none");
+    EXPECT_EQ(line.take_line("sink 3"), "none");
+}
+
 TEST_F(misbehaviour_test, protects_sinks) {
     line.take_line("protect 1 on");
     EXPECT_EQ(text_of(line.raw_block("EWR001", bytes(256, 0))), "EWR003");
@@ -230,7 +240,6 @@ TEST_F(misbehaviour_test, changes_nothing_on_a_bad_line) {
                             "refuse TIM001",
                             "refuse TIM001 A B",
                             "sink",
-                            "sink 1",
                             "sink 0 none",
                             "sink 4 none",
                             "sink x none",

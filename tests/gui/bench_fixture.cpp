@@ -2,8 +2,6 @@
 
 #include <QApplication>
 #include <QFile>
-#include <QMessageBox>
-#include <QPushButton>
 #include <QTest>
 #include <QTimer>
 
@@ -38,18 +36,6 @@ void bench::plug_generator() { generator.emplace(com1()); }
 void bench::start() {
     ASSERT_TRUE(program->start());
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&program->main_window()));
-}
-
-void answer_next_box(std::vector<seen_box>& seen, int button, int ms) {
-    QTimer::singleShot(10, qApp, [&seen, button, ms] {
-        auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (box == nullptr) {
-            if (ms > 0) answer_next_box(seen, button, ms - 10);
-            return;
-        }
-        seen.push_back({box->text(), box->windowTitle()});
-        QTest::mouseClick(box->button(static_cast<QMessageBox::StandardButton>(button)), Qt::LeftButton);
-    });
 }
 
 } // namespace desk::gui

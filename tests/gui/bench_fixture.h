@@ -1,5 +1,6 @@
 #pragma once
 
+#include "dialog_hand.h"
 #include "hand.h"
 #include "qt/desk_program.h"
 #include "simulator_process.h"
@@ -36,14 +37,5 @@ protected:
     std::optional<simulator_process> generator;
     std::unique_ptr<qt::desk_program> program;
 };
-
-/// What a message box on the screen says; empty where there is none.
-struct seen_box {
-    QString text;
-    QString title;
-};
-
-/// Looks for a message box while the desk waits in it, notes it and presses the button. At most `ms` milliseconds.
-void answer_next_box(std::vector<seen_box>& seen, int button, int ms = 5000);
 
 } // namespace desk::gui

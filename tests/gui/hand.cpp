@@ -5,6 +5,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
+#include <QGroupBox>
 #include <QLineEdit>
 #include <QStyle>
 #include <QStyleOptionViewItem>
@@ -105,6 +106,7 @@ QString hand::text(const QString& name) const {
     if (const auto* const line = dynamic_cast<QLineEdit*>(&w)) return line->text();
     if (const auto* const page = dynamic_cast<QTextEdit*>(&w)) return page->toPlainText();
     if (const auto* const button = dynamic_cast<QAbstractButton*>(&w)) return button->accessibleName();
+    if (const auto* const frame = dynamic_cast<QGroupBox*>(&w)) return frame->title();
     if (const auto* const combo = dynamic_cast<QComboBox*>(&w)) return combo->currentText();
     return w.windowTitle();
 }

@@ -25,7 +25,7 @@ simulator_process::simulator_process(const QString& link, const QStringList& opt
     process_.setStandardOutputFile(log_folder_.filePath("log"));
     process_.start();
     // its first line says that the terminal is there
-    wait_for([this] { return replies() > 0; });
+    wait_for([this] { return !replies().isEmpty(); });
 }
 
 void simulator_process::wait_for(const std::function<bool()>& come) {
@@ -35,9 +35,11 @@ void simulator_process::wait_for(const std::function<bool()>& come) {
     }
 }
 
-qsizetype simulator_process::replies() const {
-    const QList<QByteArray> lines = printed().split('\n');
-    return std::count_if(lines.begin(), std::prev(lines.end()), [](const QByteArray& l) { return !is_traffic(l); });
+QList<QByteArray> simulator_process::replies() const {
+    QList<QByteArray> lines = printed().split('\n');
+    lines.removeLast(); // it is not whole yet
+    lines.erase(std::remove_if(lines.begin(), lines.end(), is_traffic), lines.end());
+    return lines;
 }
 
 QByteArray simulator_process::printed() const {
@@ -58,10 +60,15 @@ void simulator_process::kill() {
 }
 
 void simulator_process::tell(const QString& line) {
-    const qsizetype before = replies();
+    const qsizetype before = replies().size();
     process_.write(line.toUtf8() + "\n");
     process_.waitForBytesWritten(limit_ms);
-    wait_for([&] { return replies() > before; });
+    wait_for([&] { return replies().size() > before; });
+}
+
+QByteArray simulator_process::sink(int number) {
+    tell("sink " + QString::number(number));
+    return QByteArray::fromHex(replies().constLast());
 }
 
 QStringList simulator_process::traffic() {

@@ -22,6 +22,8 @@ public:
     void kill();
     /// One of its lines of misbehaviour; returns when it has been carried out.
     void tell(const QString& line);
+    /// The 256 bytes that sink `number` holds; empty: none is there.
+    QByteArray sink(int number);
 
     /// The traffic since the last call, as the simulator prints it ("> TIM007", "< TIM007").
     QStringList traffic();
@@ -33,8 +35,8 @@ public:
 
 private:
     QByteArray printed() const;
-    /// The number of complete lines that are no traffic.
-    qsizetype replies() const;
+    /// The whole lines that are no traffic.
+    QList<QByteArray> replies() const;
     static void wait_for(const std::function<bool()>& come);
 
     QProcess process_;

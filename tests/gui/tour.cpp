@@ -1,5 +1,6 @@
 // Drives the real windows off screen against the simulated generator and saves a picture of every view.
 
+#include "dialog_hand.h"
 #include "hand.h"
 #include "qt/desk_program.h"
 #include "qt/look.h"
@@ -12,7 +13,9 @@
 
 #include <cstdio>
 #include <exception>
+#include <functional>
 #include <stdexcept>
+#include <vector>
 
 namespace {
 
@@ -61,8 +64,8 @@ public:
         hand_.click_check("lstv_pattern", 3);
         hand_.click("cmd_run");
         picture("favorite_pattern");
-        hand_.click("cmd_edid");
-        picture("edid_read_write");
+        workbench();
+        programmer();
 
         hand_.click("cmd_auto");
         add_step(1, 6, 2, 1);
@@ -85,10 +88,71 @@ public:
     }
 
 private:
-    void picture(const QString& name) {
+    void workbench() {
+        hand_.click("cmd_edid");
+        hand_.click("cmd_read");
+        demand("lab_read_checksum_0", "Correct.");
+        save_read_side("display.bin", 2);
+        in_window([this](const hand& diag) {
+            save_picture(diag, "hex_style");
+            diag.click("opt_hex_type_1");
+            diag.click("cmd_ok");
+        });
+        save_read_side("display.hex", 1);
+        desk::gui::answer_next_file_dialog(dialogs_, folder_.filePath("display.hex"));
+        hand_.click("cmd_load");
+        demand("lab_write_checksum_1", "Correct.");
+        picture("edid_read_write");
+        hand_.click("cmd_pre_f");
+        picture("edid_previous_files");
+        hand_.click("cmd_pre_f");
+        hand_.click("cmd_write");
+        demand("lab_pass", "PASS");
+        hand_.click("cmd_verify");
+        demand("txt_msg", "Match entirely.");
+        picture("edid_verify");
+        hand_.click("cmd_ok");
+        hand_.click("opt_edid_src_3");
+        hand_.click("cmd_read");
+        hand_.click("cmd_compare");
+        demand("lab_pass", "FAIL");
+        picture("edid_compare");
+        hand_.click("cmd_ok");
+    }
+
+    void programmer() {
+        in_window([this](const hand& diag) {
+            diag.choose("cbo_eeprom", 1);
+            diag.click("opt_unused_1");
+            diag.click("cmd_checksum");
+            save_picture(diag, "programmer_sum");
+            diag.click("cmd_ok");
+        });
+        hand_.click("cmd_sum_write");
+        hand_.click("opt_edid_src_1");
+        in_window([this](const hand& diag) {
+            diag.type("txt_sn", "305419896");
+            diag.click("chk_auto_sn");
+            diag.click("cmd_run");
+            save_picture(diag, "automatic_run");
+            diag.click("cmd_ok");
+        });
+        hand_.click("cmd_w_auto");
+    }
+
+    void save_read_side(const QString& name, int filter) {
+        desk::gui::answer_next_file_dialog(dialogs_, folder_.filePath(name), filter);
+        hand_.click("cmd_save_read");
+    }
+
+    static void in_window(const std::function<void(const hand&)>& work) { desk::gui::in_next_window("frm_diag", work); }
+
+    void picture(const QString& name) { save_picture(hand_, name); }
+
+    void save_picture(const hand& h, const QString& name) {
         ++count_;
         const QString path = pictures_.filePath(QString("%1_%2.png").arg(count_, 2, 10, QChar('0')).arg(name));
-        hand_.save_picture(path);
+        h.save_picture(path);
         std::printf("  %s\n", qPrintable(path));
     }
 
@@ -108,6 +172,8 @@ private:
 
     const hand& hand_;
     QDir pictures_;
+    QTemporaryDir folder_; // for EDID files
+    std::vector<desk::gui::seen_dialog> dialogs_;
     int count_ = 0;
 };
 

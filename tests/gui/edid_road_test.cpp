@@ -1,0 +1,339 @@
+// The roads of an EDID through the real windows: from a sink into a file and back, and unit after unit in a production
+// run, to a generator on a pseudo terminal.
+
+#include "bench_fixture.h"
+
+#include "generator/sink_edids.h"
+
+#include <QCheckBox>
+#include <QMessageBox>
+#include <QTest>
+#include <QTextEdit>
+
+#include <numeric>
+
+namespace desk::gui {
+
+namespace {
+
+/// The value that ends a block of 128 bytes so that all of them add up to 0 in the last two hexadecimal digits.
+int checksum_of(const QByteArray& block) {
+    const int sum = std::accumulate(block.begin(), block.begin() + 127, 0,
+                                    [](int so_far, char byte) { return so_far + static_cast<std::uint8_t>(byte); });
+    return (256 - sum % 256) % 256;
+}
+
+int byte_of(const QByteArray& edid, qsizetype at) { return static_cast<std::uint8_t>(edid.at(at)); }
+
+class edid_road : public bench {
+protected:
+    edid_road() {
+        plug_generator();
+        start();
+        operator_hand().click("cmd_edid");
+    }
+
+    QString path_of(const QString& name) const { return directory.filePath(name); }
+
+    /// Saves a side under a name of the program's directory; in a HEX file's style where it is one.
+    void save(const QString& button, const QString& name, const QString& hex_style = "") {
+        answer_next_file_dialog(dialogs, path_of(name), hex_style.isEmpty() ? 2 : 1);
+        if (!hex_style.isEmpty()) {
+            in_next_window("frm_diag", [hex_style](const hand& h) {
+                h.click(hex_style);
+                h.click("cmd_ok");
+            });
+        }
+        operator_hand().click(button);
+    }
+
+    void open(const QString& name) {
+        answer_next_file_dialog(dialogs, path_of(name));
+        operator_hand().click("cmd_load");
+    }
+
+    void open_first_edid() {
+        put_file("first.bin", first_edid());
+        open("first.bin");
+    }
+
+    void erase() {
+        answer_next_box(boxes, QMessageBox::Yes);
+        operator_hand().click("cmd_erase");
+    }
+
+    static QByteArray first_edid() {
+        const bytes edid = first_sink_edid(1);
+        return {reinterpret_cast<const char*>(edid.data()), static_cast<qsizetype>(edid.size())};
+    }
+
+    std::vector<seen_dialog> dialogs;
+    std::vector<seen_box> boxes;
+};
+
+TEST_F(edid_road, a_sink_is_read_saved_erased_written_back_and_verified) {
+    const hand h = operator_hand();
+    generator->tell("erase 200");
+    h.click("cmd_read");
+    EXPECT_TRUE(h.text("lab_read_checksum_0").endsWith(" Correct."));
+    EXPECT_TRUE(h.text("lab_read_checksum_1").endsWith(" Correct."));
+    EXPECT_TRUE(h.text("txt_read").startsWith("00 FF FF FF FF FF FF 00 //7\n"));
+    save("cmd_save_read", "sink.bin");
+    EXPECT_EQ(file("sink.bin"), first_edid());
+
+    open("sink.bin");
+    EXPECT_EQ(h.text("txt_write"), h.text("txt_read"));
+    EXPECT_EQ(h.find("frm_main").windowTitle(), "VELOTRACE  - " + path_of("sink.bin"));
+    erase();
+    EXPECT_EQ(generator->sink(1), QByteArray(256, '\xFF'));
+    EXPECT_EQ(h.text("lab_pass"), "PASS");
+    EXPECT_EQ(h.text("txt_msg"), "Erasing sink's edid ...\nERS002 ERASE complete.");
+    h.click("cmd_ok");
+    EXPECT_FALSE(h.is_shown("fra_compare"));
+
+    h.click("cmd_write");
+    EXPECT_EQ(h.text("txt_msg"), "Writing WRITE data ...\nEWR002 Write completely .");
+    EXPECT_EQ(generator->sink(1), first_edid());
+    h.click("cmd_verify");
+    EXPECT_EQ(h.text("txt_msg"), "Reading sink's edid ...\nComparing ...\nMatch entirely.");
+    EXPECT_EQ(h.text("lab_pass"), "PASS");
+}
+
+TEST_F(edid_road, every_format_that_is_saved_is_read_again) {
+    const hand h = operator_hand();
+    h.click("cmd_read");
+    const QString text = h.text("txt_read");
+    save("cmd_save_read", "simple.hex", "opt_hex_type_0");
+    save("cmd_save_read", "initialiser.hex", "opt_hex_type_1");
+    save("cmd_save_read", "raw.bin");
+    EXPECT_TRUE(file("initialiser.hex").startsWith("0x00,0xFF,0xFF,0xFF,0xFF,0xFF,0xFF,0x00, //7\r\n"));
+    for (const char* name : {"simple.hex", "initialiser.hex", "raw.bin"}) {
+        h.click("cmd_clear_file");
+        EXPECT_EQ(h.text("txt_write"), "");
+        open(name);
+        EXPECT_EQ(h.text("txt_write"), text) << name;
+    }
+    ASSERT_EQ(dialogs.size(), 6U);
+    EXPECT_EQ(dialogs[0].title, "Save EDID file");
+    EXPECT_EQ(dialogs[0].folder, directory.path());
+    EXPECT_EQ(dialogs[0].filters, (QStringList{"*.hex", "*.bin"}));
+    EXPECT_EQ(dialogs[3].title, "Open edid file");
+    EXPECT_EQ(dialogs[3].filters.size(), 5);
+}
+
+TEST_F(edid_road, a_production_run_stamps_ten_units_one_after_another) {
+    open_first_edid();
+    const hand h = operator_hand();
+    constexpr int first_sn = 0x12345678;
+    std::vector<QByteArray> units;
+    in_next_window("frm_diag", [&](const hand& run) {
+        run.type("txt_sn", QString::number(first_sn));
+        run.click("chk_auto_sn");
+        for (int unit = 0; unit < 10; ++unit) {
+            generator->tell("sink 1 first"); // the next unit is plugged in
+            run.click("cmd_run");
+            EXPECT_EQ(run.text("lab_pass"), "PASS");
+            EXPECT_EQ(run.text("lab_pass_sn"), QString::number(first_sn + unit));
+            units.push_back(generator->sink(1));
+        }
+        EXPECT_EQ(run.text("txt_sn"), QString::number(first_sn + 10));
+        run.click("cmd_ok");
+    });
+    h.click("cmd_w_auto");
+    ASSERT_EQ(units.size(), 10U);
+    QByteArray expected = first_edid();
+    for (int unit = 0; unit < 10; ++unit) {
+        for (int place = 0; place < 4; ++place)
+            expected[12 + place] = static_cast<char>((first_sn + unit) >> (8 * place));
+        expected[127] = static_cast<char>(checksum_of(expected));
+        EXPECT_EQ(units[static_cast<std::size_t>(unit)], expected) << unit;
+    }
+    // what the run has stamped is gone from the buffer, and WRITE rests again
+    EXPECT_EQ(desk().buffers.write_buff[12], byte_of(first_edid(), 12));
+    EXPECT_TRUE(h.find("cmd_write").isEnabled());
+    EXPECT_EQ(desk().fields.diag_mode, 3);
+}
+
+TEST_F(edid_road, a_write_protected_sink_is_told) {
+    open_first_edid();
+    const hand h = operator_hand();
+    generator->tell("protect 1 on");
+    h.click("cmd_write");
+    EXPECT_EQ(h.text("txt_msg"), "Writing WRITE data ...\nEWR003 DDC Error,Write Fail !");
+    EXPECT_EQ(h.text("lab_pass"), "FAIL");
+    EXPECT_TRUE(h.find("cmd_ok").isEnabled());
+}
+
+TEST_F(edid_road, a_sink_that_is_not_there_fails_the_read_in_the_read_window) {
+    const hand h = operator_hand();
+    generator->tell("sink 2 none");
+    h.click("opt_edid_src_2");
+    h.click("cmd_read");
+    EXPECT_EQ(h.text("txt_read"), "Reading HDMI/DVI-IN's edid ...\nTimeout ! Read fail !");
+    EXPECT_TRUE(h.find("cmd_read").isEnabled());
+    EXPECT_FALSE(h.find("cmd_sum_read").isEnabled());
+}
+
+TEST_F(edid_road, a_cable_pulled_in_the_middle_of_the_data_leaves_the_desk_alive) {
+    const hand h = operator_hand();
+    // the prelude and the command take about 60 ms, the pause before the data 100
+    h.later(200, [&] { generator->kill(); });
+    h.click("cmd_read");
+    EXPECT_TRUE(h.text("txt_read").endsWith("\nTimeout ! Read fail !"));
+    generator.reset();
+    plug_generator();
+    h.click("cmd_conn");
+    h.click("cmd_read");
+    EXPECT_TRUE(h.text("lab_read_checksum_0").endsWith(" Correct."));
+}
+
+TEST_F(edid_road, a_wrong_checksum_is_repaired_in_the_window_and_saved) {
+    const hand h = operator_hand();
+    QByteArray edid = first_edid();
+    const char right = edid.at(127);
+    edid[127] = static_cast<char>(right + 1);
+    put_file("wrong.bin", edid);
+    open("wrong.bin");
+    EXPECT_TRUE(h.text("lab_write_checksum_0").endsWith(" Error."));
+    ASSERT_TRUE(h.is_shown("cmd_recover_0"));
+    h.click("cmd_recover_0");
+    EXPECT_TRUE(h.text("lab_write_checksum_0").endsWith(" Modified."));
+    EXPECT_FALSE(h.is_shown("cmd_recover_0"));
+    EXPECT_EQ(h.find("frm_main").windowTitle(), "VELOTRACE  - " + path_of("wrong.bin") + " *");
+    save("cmd_save_write", "mended.bin");
+    EXPECT_EQ(file("mended.bin"), first_edid());
+}
+
+TEST_F(edid_road, a_file_of_the_list_is_opened_again) {
+    const hand h = operator_hand();
+    put_file("one.bin", first_edid());
+    put_file("two.bin", QByteArray(256, '\x01'));
+    open("one.bin");
+    open("two.bin");
+    h.click("cmd_pre_f");
+    EXPECT_TRUE(h.is_shown("fra_pre_f"));
+    QTest::mouseMove(&h.find("lab_pre_f_1"));
+    EXPECT_TRUE(wait_until([&] { return desk().edid.lab_pre_f[1].back_color == 0xFF0000U; }, 1000));
+    h.click("lab_pre_f_1");
+    EXPECT_FALSE(h.is_shown("fra_pre_f"));
+    EXPECT_EQ(desk().edid.lab_pre_f[0].caption.get(), path_of("one.bin").toStdString());
+    EXPECT_TRUE(h.text("txt_write").startsWith("00 FF FF"));
+}
+
+TEST_F(edid_road, a_file_that_is_not_there_is_told) {
+    answer_next_box(boxes, QMessageBox::Ok);
+    open("none.bin");
+    ASSERT_EQ(boxes.size(), 1U);
+    EXPECT_EQ(boxes[0].text, path_of("none.bin") + " dosen't exist !");
+}
+
+TEST_F(edid_road, a_cancelled_dialog_changes_nothing) {
+    answer_next_file_dialog(dialogs, "");
+    operator_hand().click("cmd_load");
+    EXPECT_EQ(dialogs.size(), 1U);
+    EXPECT_EQ(desk().form.caption.get(), "VELOTRACE ");
+}
+
+class frm_diag_window : public edid_road {};
+
+TEST_F(frm_diag_window, sums_the_image_and_keeps_the_choices) {
+    open_first_edid();
+    const hand h = operator_hand();
+    const auto sum = [&](const auto& work) {
+        in_next_window("frm_diag", work);
+        h.click("cmd_sum_write");
+    };
+    const QByteArray edid = first_edid();
+    const int plain = std::accumulate(edid.begin(), edid.end(), 0,
+                                      [](int so_far, char byte) { return so_far + static_cast<std::uint8_t>(byte); });
+    sum([&](const hand& d) {
+        EXPECT_EQ(d.text("fra_sum"), "[ WRITE ] Checksum of programmer");
+        d.choose("cbo_eeprom", 2);
+        d.click("opt_unused_1");
+        d.click("cmd_checksum");
+        EXPECT_EQ(d.text("lab_checksum"), "0x" + QString::number(plain + 768 * 255, 16).toUpper());
+        d.click("cmd_ok");
+    });
+    EXPECT_EQ(desk().fields.eeprom_size_index, 2);
+    sum([&](const hand& d) {
+        EXPECT_EQ(d.text("cbo_eeprom"), " 8 KBits(1024 Bytes)");
+        EXPECT_EQ(d.text("lab_checksum"), "");
+        d.click("chk_4digits");
+        d.click("cmd_ok");
+    });
+    EXPECT_EQ(desk().fields.checksum_4digits, 1);
+}
+
+TEST_F(frm_diag_window, stands_above_the_main_window_and_its_title_bar_does_not_close_it) {
+    open_first_edid();
+    const hand h = operator_hand();
+    in_next_window("frm_diag", [&](const hand& d) {
+        h.click("cmd_timing");
+        EXPECT_EQ(desk().link.view_mode, 4);
+        d.find("frm_diag").close();
+        EXPECT_TRUE(d.is_shown("frm_diag"));
+        d.press_key("frm_diag", Qt::Key_Escape);
+        EXPECT_TRUE(d.is_shown("frm_diag"));
+        d.click("cmd_ok");
+    });
+    h.click("cmd_sum_write");
+    EXPECT_EQ(desk().fields.diag_mode, 3);
+    h.click("cmd_timing");
+    EXPECT_EQ(desk().link.view_mode, 0);
+}
+
+TEST_F(frm_diag_window, a_run_without_a_link_tells_it_above_the_window) {
+    open_first_edid();
+    const hand h = operator_hand();
+    h.click("cmd_disconn");
+    in_next_window("frm_diag", [&](const hand& d) {
+        answer_next_box(boxes, QMessageBox::Ok);
+        d.click("cmd_run");
+        EXPECT_EQ(d.text("lab_pass"), "FAIL");
+        EXPECT_EQ(d.text("txt_auto_msg"), "Writing WRITE data ...\nLink Error !\n");
+        d.click("cmd_ok");
+    });
+    h.click("cmd_w_auto");
+    ASSERT_EQ(boxes.size(), 1U);
+    EXPECT_EQ(boxes[0].text, "RS232 is disconnected !");
+}
+
+TEST_F(frm_diag_window, a_failure_inside_it_ends_the_program) {
+    // the serial number 0 leaves bytes in block 0 that add up to 256
+    QByteArray edid(256, '\0');
+    edid[12] = '\x01';
+    edid[20] = '\xFF';
+    edid[21] = '\x01';
+    edid[127] = static_cast<char>(checksum_of(edid));
+    edid[200] = '\x01';
+    edid[255] = '\xFF';
+    put_file("even.bin", edid);
+    const hand h = operator_hand();
+    open("even.bin");
+    bool came_back = false;
+    in_next_window("frm_diag", [&](const hand& d) {
+        d.type("txt_sn", "0");
+        answer_next_box(boxes, QMessageBox::Ok);
+        d.click("cmd_run");
+        came_back = true;
+    });
+    h.click("cmd_w_auto");
+    EXPECT_TRUE(came_back);
+    ASSERT_EQ(boxes.size(), 1U);
+    EXPECT_TRUE(boxes[0].text.startsWith("Run-time error '6':\n\nOverflow\n\nStoring the serial number 0"));
+    EXPECT_EQ(program->exit_status(), 1);
+    EXPECT_FALSE(program->main_window().isVisible());
+}
+
+TEST_F(frm_diag_window, goes_with_the_program) {
+    open_first_edid();
+    in_next_window("frm_diag", [&](const hand&) { program->main_window().close(); });
+    operator_hand().click("cmd_w_auto");
+    EXPECT_TRUE(program->gate().over());
+    EXPECT_EQ(program->exit_status(), 0);
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
+} // namespace
+
+} // namespace desk::gui
