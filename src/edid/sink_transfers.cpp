@@ -76,27 +76,26 @@ void sink_transfers::read_sink() {
         fields_.read_ok = false;
         return;
     }
-    edid_buffer received{};
-    fields_.read_ok = take_edid_data(received);
-    if (fields_.read_ok)
-        buffers_.read_buff = received;
-    else
-        view_.txt_read.text += crlf + "Timeout ! Read fail !";
-}
-
-bool sink_transfers::take_edid_data(edid_buffer& received) {
     // straight from the port: tim_rx takes no part
-    std::size_t n = 0;
-    while (n < edid_size) {
-        int t = 0;
-        for (; link_.host().port.in_count() == 0 && t < read_limit; ++t)
+    edid_buffer received{};
+    int t = 0;
+    for (std::size_t n = 0; n < edid_size;) {
+        for (t = 0; link_.host().port.in_count() == 0 && t < read_limit; ++t)
             delay_sec(link_.host().events, 0.001F);
-        if (t == read_limit) return false;
+        if (t == read_limit) {
+            fields_.read_ok = false;
+            break;
+        }
         for (const std::uint8_t byte : link_.host().port.read()) {
             if (n < edid_size) received.at(n++) = byte;
         }
     }
-    return true;
+    if (fields_.read_ok)
+        buffers_.read_buff = received;
+    else if (t == read_limit)
+        view_.txt_read.text += crlf + "Timeout ! Read fail !";
+    else // another read has failed in the middle of this one
+        link_.host().boxes.show("Wrong response!", box_icon::critical, box_buttons::ok);
 }
 
 void sink_transfers::cmd_read_click() {

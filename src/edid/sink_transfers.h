@@ -40,7 +40,6 @@ private:
     bool automatic() const { return fields_.diag_mode == diag::automatic_run; }
     bool command_to_sink(std::string_view cmd);
     void tell_run(const std::string& text);
-    bool take_edid_data(edid_buffer& received);
     int wait_for_answer(int rounds, float s);
     void send_write_buff();
     void tell_write_result(int t);

@@ -66,7 +66,21 @@ std::string robot::answer_line(std::string_view line) {
     if (first == std::string_view::npos || line.front() == '#') return "";
     const auto words = words_of(line);
     if (!words) return refused("a quoted word is no JSON string");
-    return carry_out(*words, line);
+    std::string answer = carry_out(*words, line);
+    if (running() && !windows_.modal_is_open() && events_.clock_ms() < wait_goes_on_until_) {
+        answer = run([this] {
+            wait_until(wait_goes_on_until_);
+            return ok();
+        });
+    }
+    return answer;
+}
+
+void robot::wait_until(std::int64_t clock_ms) {
+    const window* const here = windows_.top();
+    events_.run_on(clock_ms - events_.clock_ms(), [here] { return here->visible.get(); });
+    // what was suspended behind a window that is closed goes on first, in the time of this wait
+    if (!here->visible) wait_goes_on_until_ = clock_ms;
 }
 
 std::string robot::carry_out(words_in words, std::string_view line) {
@@ -97,7 +111,7 @@ void robot::add_life_commands() {
     operating_["wait"] = [this](words_in w) {
         const auto ms = w.size() == 2 ? number_of(w[1]) : std::nullopt;
         if (!ms || *ms < 0) return refused(bad_words);
-        events_.run_on(*ms);
+        wait_until(events_.clock_ms() + *ms);
         return ok();
     };
     looking_["why"] = [this](words_in) {
@@ -135,6 +149,7 @@ std::string robot::start(words_in words) {
     desk_ = std::make_unique<frm_main>(machine_);
     windows_.start(&desk_->form);
     later_ = json::array();
+    wait_goes_on_until_ = 0;
     return run([this] {
         desk_->form.on_load();
         desk_->form.visible = true;

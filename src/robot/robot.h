@@ -50,6 +50,7 @@ private:
     std::string operate(words_in words);
     std::string press_key(words_in words);
     std::string after(words_in words, std::string_view line);
+    void wait_until(std::int64_t clock_ms);
     std::string close(words_in words);
     std::string buffer(words_in words);
     void run_later(const std::string& name, const std::string& line);
@@ -77,6 +78,7 @@ private:
     std::unique_ptr<frm_main> desk_; // also after a fatal end, for looking at what it left
     json later_ = json::array();
     std::vector<bool*> later_under_way_; // the `after` commands that are being done: whether their answer is kept
+    std::int64_t wait_goes_on_until_ = 0;  // a `wait` whose window was closed in the middle of it
     bool finished_ = false;
 
     std::map<std::string, command> anytime_;   // whether a program runs or not

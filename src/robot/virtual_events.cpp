@@ -36,11 +36,11 @@ void virtual_events::pump() {
     throw_if_over();
 }
 
-void virtual_events::run_on(std::int64_t delay_ms) {
+void virtual_events::run_on(std::int64_t delay_ms, const std::function<bool()>& go_on) {
     const std::int64_t end = clock_ + delay_ms;
-    while (clock_ < end)
+    while (clock_ < end && go_on())
         pump();
-    run_due();
+    if (go_on()) run_due();
     throw_if_over();
 }
 

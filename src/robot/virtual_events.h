@@ -39,8 +39,8 @@ public:
     /// Does something when the clock has run on, in the middle of whatever goes on then.
     void later(std::int64_t delay_ms, std::function<void()> work);
 
-    /// Runs the clock on with events pumped, and does what is due then.
-    void run_on(std::int64_t delay_ms);
+    /// Runs the clock on with events pumped, and does what is due then; ends early where `go_on` no longer holds.
+    void run_on(std::int64_t delay_ms, const std::function<bool()>& go_on = [] { return true; });
 
     /// Runs an event of the desk. A run-time failure inside it ends the program: it is kept, and every suspended
     /// procedure ends at its pump.
