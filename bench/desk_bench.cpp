@@ -240,6 +240,49 @@ void measure_signal() {
                 whole ? "256 commands, none lost, all in order" : "the commands are NOT the 256 values in order");
 }
 
+void measure_edid() {
+    const QTemporaryDir directory;
+    prepare(directory);
+    const desk::gui::simulator_process generator(directory.filePath("com1"));
+    desk::qt::desk_program program(path_of(directory));
+    if (!program.start()) return;
+    const desk::gui::hand hand(program.main_window());
+    desk::frm_main& desk = program.desk();
+    hand.click("cmd_edid");
+    const auto median_seconds_of = [&](const char* button) {
+        std::vector<double> times;
+        for (int i = 0; i < 9; ++i) {
+            const auto start = clock_type::now();
+            hand.click(button);
+            times.push_back(ms_since(start) / 1000);
+        }
+        return median(times);
+    };
+
+    tell("READ of 256 bytes, the pause of 100 ms included", median_seconds_of("cmd_read"), "s", 0.45);
+    if (!desk.fields.read_ok) std::printf("  the READ has FAILED\n");
+
+    // the window's text is what a simple-type HEX file holds
+    const std::string hex_file = path_of(directory).string() + "/bench.hex";
+    QFile file(QString::fromStdString(hex_file));
+    if (!file.open(QFile::WriteOnly)) return;
+    file.write(desk.edid.txt_read.text.get().c_str());
+    file.close();
+    desk.fields.edid_file_name = hex_file;
+    std::vector<double> openings;
+    for (int i = 0; i < 200; ++i) {
+        const auto start = clock_type::now();
+        desk.opener.load_file();
+        openings.push_back(ms_since(start));
+    }
+    tell("HEX file of 256 bytes opened in the core, median of 200", median(openings), "ms", 2);
+    if (desk.buffers.write_buff != desk.buffers.read_buff) std::printf("  the file was NOT read as it is\n");
+
+    desk.texts.enable_write_side(true);
+    tell("WRITE of 256 bytes, up to the generator's answer", median_seconds_of("cmd_write"), "s", 0.35);
+    if (desk.link.rx_text != "EWR002") std::printf("  the WRITE has FAILED\n");
+}
+
 } // namespace
 
 int main(int argument_count, char** arguments) {
@@ -252,5 +295,6 @@ int main(int argument_count, char** arguments) {
     desk::qt::set_look(application);
     measure_link();
     measure_signal();
+    measure_edid();
     return 0;
 }
