@@ -126,7 +126,8 @@ void window_face::closeEvent(QCloseEvent* e) {
 
 void window_face::hideEvent(QHideEvent* e) {
     QWidget::hideEvent(e);
-    emit hidden();
+    // one that is minimised is not closed
+    if (!e->spontaneous()) emit hidden();
 }
 
 void window_face::keyPressEvent(QKeyEvent* e) {

@@ -36,6 +36,22 @@ runtime_failure not_written(const std::filesystem::path& path) {
     return {failure::path_file_access_error, "the file " + utf8_from_path(path) + " can't be written"};
 }
 
+void write_file(const std::filesystem::path& path, std::string_view bytes) {
+    std::ofstream file(path, std::ios::binary | std::ios::trunc);
+    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    file.close();
+    if (!file) throw not_written(path);
+}
+
+/// A short name of its own in the same folder, so that no file of somebody else's is touched.
+std::filesystem::path unused_name_beside(const std::filesystem::path& path) {
+    std::filesystem::path beside = path;
+    std::error_code error;
+    for (int n = 0; n == 0 || std::filesystem::exists(beside, error); ++n)
+        beside.replace_filename("velotrace" + std::to_string(n) + ".new");
+    return beside;
+}
+
 } // namespace
 
 void replace_whole_file(const std::filesystem::path& path, std::string_view bytes) {
@@ -43,17 +59,17 @@ void replace_whole_file(const std::filesystem::path& path, std::string_view byte
     // a link stays a link, and the new file is as open to others as the old one
     const std::filesystem::path old_file = std::filesystem::canonical(path, error);
     const std::filesystem::path target = error ? path : old_file;
-    const std::filesystem::perms permissions = std::filesystem::status(target, error).permissions();
-    std::filesystem::path beside = target;
-    beside += ".new";
-    {
-        std::ofstream file(beside, std::ios::binary | std::ios::trunc);
-        file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        file.close();
-        if (!file) {
-            std::filesystem::remove(beside, error);
-            throw not_written(path);
-        }
+    const std::filesystem::file_status old_status = std::filesystem::status(target, error);
+    // a device is no file that could be replaced
+    if (std::filesystem::exists(old_status) && !std::filesystem::is_regular_file(old_status))
+        return write_file(target, bytes);
+    const std::filesystem::perms permissions = old_status.permissions();
+    const std::filesystem::path beside = unused_name_beside(target);
+    try {
+        write_file(beside, bytes);
+    } catch (const runtime_failure&) {
+        std::filesystem::remove(beside, error);
+        throw not_written(path);
     }
     if (permissions != std::filesystem::perms::unknown && permissions != std::filesystem::perms::none)
         std::filesystem::permissions(beside, permissions, error);

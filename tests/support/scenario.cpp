@@ -41,33 +41,37 @@ std::string in_digits(int number, std::size_t digits) {
     return text;
 }
 
+/// The text with all that is found in it written out.
+template <class WriteOut>
+std::string with_all_written_out(const std::string& text, const std::regex& what, WriteOut write_out) {
+    std::string all;
+    auto from = text.cbegin();
+    for (std::smatch found; std::regex_search(from, text.cend(), found, what); from = found.suffix().first) {
+        all.append(from, found[0].first);
+        write_out(found, all);
+    }
+    return all.append(from, text.cend());
+}
+
 /// The text with its runs ("{1..3:FT-%3}") written out.
 std::string with_runs(const std::string& text) {
     static const std::regex run(R"(\{(\d+)\.\.(\d+)(:|, )([^}]*)\})");
-    std::string all;
-    auto from = text.cbegin();
-    for (std::smatch found; std::regex_search(from, text.cend(), found, run); from = found.suffix().first) {
-        all.append(from, found[0].first);
+    return with_all_written_out(text, run, [](const std::smatch& found, std::string& all) {
         const int last = std::stoi(found[2]);
         for (int number = std::stoi(found[1]); number <= last; ++number) {
             all += replaced(replaced(found[4], "%2", in_digits(number, 2)), "%3", in_digits(number, 3));
             if (found[3] == ", " && number < last) all += ", ";
         }
-    }
-    return all.append(from, text.cend());
+    });
 }
 
 /// The text with its repetitions ("{12*00}") written out.
 std::string with_repetitions(const std::string& text) {
     static const std::regex repetition(R"(\{(\d+)\*([^{}]*)\})");
-    std::string all;
-    auto from = text.cbegin();
-    for (std::smatch found; std::regex_search(from, text.cend(), found, repetition); from = found.suffix().first) {
-        all.append(from, found[0].first);
+    return with_all_written_out(text, repetition, [](const std::smatch& found, std::string& all) {
         for (int i = std::stoi(found[1]); i > 0; --i)
             all += found[2];
-    }
-    return all.append(from, text.cend());
+    });
 }
 
 /// Bytes in hexadecimal digits as the windows show them: eight to a line, each line with the index of its last byte,
