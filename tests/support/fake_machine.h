@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <optional>
 #include <set>
@@ -116,7 +117,16 @@ private:
     std::vector<std::string> written_;
 };
 
-/// Message boxes that are noted and answered with OK.
+/// Takes the first of what is laid out; without any it is `otherwise`.
+template <class Value>
+Value take_first(std::deque<Value>& laid_out, Value otherwise) {
+    if (laid_out.empty()) return otherwise;
+    Value first = std::move(laid_out.front());
+    laid_out.pop_front();
+    return first;
+}
+
+/// Message boxes that are noted and answered as the test lays out, and with OK behind that.
 class noted_boxes final : public message_box {
 public:
     struct shown {
@@ -126,19 +136,26 @@ public:
         bool operator==(const shown&) const = default;
     };
     std::vector<shown> all;
+    std::deque<box_answer> answers;
     std::function<void()> on_show;
 
     box_answer show(std::string_view text, box_icon icon, box_buttons buttons) override {
         all.push_back({std::string(text), icon, buttons});
         if (on_show) on_show();
-        return box_answer::ok;
+        return take_first(answers, box_answer::ok);
     }
 };
 
-/// File dialogs that are cancelled.
-class cancelled_files final : public file_dialog {
+/// File dialogs that are noted and choose as the test lays out; behind that they are cancelled.
+class scripted_files final : public file_dialog {
 public:
-    std::optional<file_choice> show(const file_dialog_setup& /*setup*/) override { return std::nullopt; }
+    std::vector<file_dialog_setup> shown;
+    std::deque<std::optional<file_choice>> choices;
+
+    std::optional<file_choice> show(const file_dialog_setup& setup) override {
+        shown.push_back(setup);
+        return take_first(choices, {});
+    }
 };
 
 /// Modal windows that the test closes, or that are closed as soon as they are shown.
@@ -158,7 +175,7 @@ struct fake_machine {
     scripted_port port;
     scripted_events events;
     noted_boxes boxes;
-    cancelled_files files;
+    scripted_files files;
     scripted_windows windows;
     machine host{port, events, boxes, files, windows, {}};
 
