@@ -39,7 +39,8 @@ public:
     property<std::string> text{*this, ""};
     property<bool> locked{*this, false}; ///< the operator can't type into it
     bool multi_line = false;
-    int max_length = 0; ///< characters it holds; 0: no limit
+    bool on_grid = false; ///< its lines stand 16 pixels apart: other controls lie at fixed places over them
+    int max_length = 0;   ///< characters it holds; 0: no limit
     text_font font = text_font::sans;
     std::function<void(int)> on_key_press; ///< with the character's code
 

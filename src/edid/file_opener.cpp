@@ -112,7 +112,8 @@ void file_opener::load_bin() { load(byte_step::append::at_once, read_bin); }
 
 void file_opener::load_ddc() {
     load(byte_step::append::at_once, [this](std::string_view file, byte_step& step) {
-        return read_ddc(file, step, [this] { machine_.events.turn_without_progress(); });
+        const std::string looking = "Looking for the EDID's header in " + fields_.edid_file_name;
+        return read_ddc(file, step, [&] { machine_.events.turn_without_progress(looking); });
     });
 }
 

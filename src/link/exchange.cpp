@@ -106,7 +106,7 @@ void exchange::tx_byte(std::uint8_t a_byte) {
 void exchange::drain_output() {
     // a port that never drains holds the desk here for ever
     while (machine_.port.out_count() != 0)
-        machine_.events.turn_without_progress();
+        machine_.events.turn_without_progress("Waiting until the port has sent all it holds");
 }
 
 bool exchange::tx_cmd_or_box(std::string_view cmd) {

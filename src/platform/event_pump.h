@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 namespace desk {
 
@@ -23,8 +24,9 @@ public:
     /// The same; with nothing pending it may sleep until the next step of the clock or the next event.
     virtual void pump_and_rest() = 0;
 
-    /// One turn of a wait that neither pumps events nor has a limit.
-    virtual void turn_without_progress() = 0;
+    /// One turn of a wait that neither pumps events nor has a limit. `waiting_for` tells what it waits for, should it
+    /// never end.
+    virtual void turn_without_progress(std::string_view waiting_for) = 0;
 };
 
 } // namespace desk

@@ -15,8 +15,9 @@ namespace desk {
 namespace {
 
 [[noreturn]] void cannot(const std::string& what, const std::string& device) {
+    const DWORD error = GetLastError(); // before anything else can change it
     throw runtime_failure(failure::path_file_access_error,
-                          device + " can't be " + what + ": Windows error " + std::to_string(GetLastError()));
+                          device + " can't be " + what + ": Windows error " + std::to_string(error));
 }
 
 class windows_serial_port final : public serial_port {

@@ -3,7 +3,9 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
+#include <QRegularExpression>
 #include <QStringList>
 
 namespace desk::qt {
@@ -52,6 +54,12 @@ QStringList name_filters(const std::string& filter) {
     return filters;
 }
 
+/// The ending that a filter of one pattern has: ".hex" of "*.hex"; empty where it has none.
+QString ending_of(const QString& filter) {
+    static const QRegularExpression pattern(R"(\*(\.\w+)\)?$)");
+    return pattern.match(filter).captured(1);
+}
+
 } // namespace
 
 box_answer qt_message_box::show(std::string_view text, box_icon icon, box_buttons buttons) {
@@ -93,7 +101,8 @@ std::optional<file_choice> qt_file_dialog::show(const file_dialog_setup& setup) 
     const bool accepted = dialog.exec() == QDialog::Accepted;
     gate_.throw_if_over();
     if (!accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-    const QString path = QDir::toNativeSeparators(dialog.selectedFiles().constFirst());
+    QString path = QDir::toNativeSeparators(dialog.selectedFiles().constFirst());
+    if (saves && QFileInfo(path).suffix().isEmpty()) path += ending_of(dialog.selectedNameFilter());
     const auto index = filters.indexOf(dialog.selectedNameFilter());
     return file_choice{path.toStdString(), index < 0 ? setup.filter_index : static_cast<int>(index) + 1};
 }

@@ -42,7 +42,7 @@ void qt_events::pump_and_rest() {
     gate_.throw_if_over();
 }
 
-void qt_events::turn_without_progress() {
+void qt_events::turn_without_progress(std::string_view /*waiting_for*/) {
     // a byte leaves the port in half a millisecond; what lasts longer need not be watched as closely
     const auto now = std::chrono::steady_clock::now();
     if (now - last_turn_ > patience) first_turn_ = now;

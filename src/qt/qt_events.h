@@ -19,7 +19,7 @@ public:
     std::int64_t clock_ms() override;
     void pump() override;
     void pump_and_rest() override;
-    void turn_without_progress() override;
+    void turn_without_progress(std::string_view waiting_for) override;
 
 private:
     std::int64_t running_ns() const;

@@ -6,10 +6,13 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMouseEvent>
+#include <QPlainTextEdit>
 #include <QTextBlockFormat>
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QTextEdit>
+
+#include <type_traits>
 
 namespace desk::qt {
 
@@ -73,21 +76,24 @@ private:
     bool focused_by_mouse_ = false;
 };
 
+/// A box of many lines. A plain one takes a text of any length in no time; one on the grid keeps its lines at the
+/// height of a cell, which the plain one can't.
+template <class Edit>
 class page_box_face final : public control_face {
 public:
     page_box_face(text_box& model, QWidget* parent, event_gate& gate)
-        : control_face(model, new QTextEdit(parent), gate), model_(model), edit_(static_cast<QTextEdit*>(widget())) {
+        : control_face(model, new Edit(parent), gate), model_(model), edit_(static_cast<Edit*>(widget())) {
         edit_->setFont(font_of(model.font));
-        edit_->setAcceptRichText(false);
         edit_->setUndoRedoEnabled(false);
         edit_->setTabChangesFocus(true);
-        edit_->document()->setDocumentMargin(0);
-        if (model.font == text_font::fixed) {
-            edit_->setLineWrapMode(QTextEdit::NoWrap);
+        if (model.font == text_font::fixed) edit_->setLineWrapMode(Edit::NoWrap);
+        if constexpr (std::is_same_v<Edit, QTextEdit>) {
+            edit_->setAcceptRichText(false);
+            edit_->document()->setDocumentMargin(0);
             lines_.setLineHeight(cell_height, QTextBlockFormat::FixedHeight);
         }
         set_accessible(model.name);
-        connect(edit_, &QTextEdit::textChanged, this, [this] {
+        connect(edit_, &Edit::textChanged, this, [this] {
             if (following()) return;
             shown_ = edit_->toPlainText();
             this->gate().run([this] { model_.text = QString(shown_).replace("\n", "\r\n").toStdString(); });
@@ -114,7 +120,7 @@ protected:
 
 private:
     text_box& model_;
-    QTextEdit* edit_;
+    Edit* edit_;
     QTextBlockFormat lines_;
     QString shown_; // our own copy: the document's end differs from the text's
 };
@@ -122,7 +128,8 @@ private:
 } // namespace
 
 std::unique_ptr<control_face> make_text_box_face(text_box& model, QWidget* parent, event_gate& gate) {
-    if (model.multi_line) return std::make_unique<page_box_face>(model, parent, gate);
+    if (model.on_grid) return std::make_unique<page_box_face<QTextEdit>>(model, parent, gate);
+    if (model.multi_line) return std::make_unique<page_box_face<QPlainTextEdit>>(model, parent, gate);
     return std::make_unique<line_box_face>(model, parent, gate);
 }
 

@@ -31,12 +31,18 @@ void text_label::paintEvent(QPaintEvent* /*e*/) {
         place.adjust(4, 2, -4, -2);
     }
     painter.setPen(isEnabled() ? fore_ : palette().color(QPalette::Disabled, QPalette::WindowText));
+    // one that has room for a single line shows both ends of a long one, as of a path
+    const QFontMetrics metrics = painter.fontMetrics();
+    if (line_pitch_ == 0 && place.height() < 2 * metrics.height()) {
+        painter.drawText(place, Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine,
+                         metrics.elidedText(text_, Qt::ElideMiddle, place.width()));
+        return;
+    }
     if (line_pitch_ == 0) {
         painter.drawText(place, Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, text_);
         return;
     }
-    const int ascent = painter.fontMetrics().ascent();
-    const int first_line = place.top() + (line_pitch_ - painter.fontMetrics().height()) / 2 + ascent;
+    const int first_line = place.top() + (line_pitch_ - metrics.height()) / 2 + metrics.ascent();
     const QStringList lines = text_.split('\n');
     for (qsizetype i = 0; i < lines.size(); ++i)
         painter.drawText(place.left(), first_line + static_cast<int>(i) * line_pitch_, lines[i]);

@@ -20,8 +20,16 @@ void open_windows::show(window& w) {
     events_.follow_windows(windows_);
 }
 
+window* open_windows::top() const {
+    // one that is closed already can still have what opened it suspended
+    const auto open =
+        std::find_if(windows_.rbegin(), windows_.rend(), [](const window* w) { return w->visible.get(); });
+    return open == windows_.rend() ? main() : *open;
+}
+
 window* open_windows::find(const std::string& name) const {
-    const auto found = std::find_if(windows_.begin(), windows_.end(), [&](const window* w) { return w->name == name; });
+    const auto found = std::find_if(windows_.begin(), windows_.end(),
+                                    [&](const window* w) { return w->name == name && (w->visible || w == main()); });
     return found == windows_.end() ? nullptr : *found;
 }
 

@@ -23,13 +23,17 @@ public:
     void show(window& w) override;
 
     /// The window that the operator can reach.
-    window* top() const { return windows_.empty() ? nullptr : windows_.back(); }
-    bool modal_is_open() const { return windows_.size() > 1; }
+    window* top() const;
+    bool modal_is_open() const { return top() != main(); }
+    /// Whether a procedure is suspended behind a window, open or closed just now.
+    bool suspends() const { return windows_.size() > 1; }
     /// By its name; none that is open: nullptr.
     window* find(const std::string& name) const;
 
 private:
     virtual_events& events_;
+    window* main() const { return windows_.empty() ? nullptr : windows_.front(); }
+
     std::vector<window*> windows_; // the main window, and those above it; also after a fatal end
 };
 

@@ -46,15 +46,18 @@ void robot::serve_operator() {
 
 void robot::serve_until(const std::function<bool()>& closed) {
     // what has opened the window is answered now; the command that closes it, when the suspended procedure has ended
-    for (bool* kept : later_under_way_) {
-        if (!std::exchange(*kept, true)) later_.push_back(ok());
+    if (!under_way_.empty() && under_way_.back() != nullptr) {
+        *under_way_.back() = true;
+        later_.push_back(ok());
     }
     desk_side_.give(ok());
     while (true) {
         const auto line = desk_side_.next();
         if (!line) events_.abandon();
         events_.throw_if_over();
+        under_way_.push_back(nullptr);
         const std::string answer = answer_line(*line);
+        under_way_.pop_back();
         events_.throw_if_over();
         if (closed()) return;
         desk_side_.give(answer);
@@ -67,7 +70,7 @@ std::string robot::answer_line(std::string_view line) {
     const auto words = words_of(line);
     if (!words) return refused("a quoted word is no JSON string");
     std::string answer = carry_out(*words, line);
-    if (running() && !windows_.modal_is_open() && events_.clock_ms() < wait_goes_on_until_) {
+    if (running() && !windows_.suspends() && events_.clock_ms() < wait_goes_on_until_) {
         answer = run([this] {
             wait_until(wait_goes_on_until_);
             return ok();
@@ -223,15 +226,15 @@ std::string robot::after(words_in words, std::string_view line) {
 
 void robot::run_later(const std::string& name, const std::string& line) {
     bool kept = false;
-    later_under_way_.push_back(&kept);
+    under_way_.push_back(&kept);
     try {
         const std::string answer = do_later(name, line);
         if (!kept) later_.push_back(answer);
     } catch (...) {
-        later_under_way_.pop_back();
+        under_way_.pop_back();
         throw;
     }
-    later_under_way_.pop_back();
+    under_way_.pop_back();
 }
 
 std::string robot::do_later(const std::string& name, const std::string& line) {
@@ -279,6 +282,7 @@ std::string robot::buffer(words_in words) {
     const auto found = words.size() == 2 || words.size() == 3 ? buffers.find(words[1].text) : buffers.end();
     if (found == buffers.end()) return refused(bad_words);
     edid_buffer& held = *found->second;
+    if (words.size() == 3 && !running()) return refused(no_program);
     if (words.size() == 2) return ok(hex_of_bytes({reinterpret_cast<const char*>(held.data()), held.size()}));
     const auto bytes = words[2].quoted ? bytes_of_hex(words[2].text) : std::nullopt;
     if (!bytes || bytes->size() != held.size()) return refused("a buffer holds 512 hexadecimal digits");

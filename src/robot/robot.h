@@ -77,8 +77,8 @@ private:
     machine machine_;
     std::unique_ptr<frm_main> desk_; // also after a fatal end, for looking at what it left
     json later_ = json::array();
-    std::vector<bool*> later_under_way_; // the `after` commands that are being done: whether their answer is kept
-    std::int64_t wait_goes_on_until_ = 0;  // a `wait` whose window was closed in the middle of it
+    std::vector<bool*> under_way_;        // what is being done: of an `after` command whether its answer is kept
+    std::int64_t wait_goes_on_until_ = 0; // a `wait` whose window was closed in the middle of it
     bool finished_ = false;
 
     std::map<std::string, command> anytime_;   // whether a program runs or not

@@ -47,7 +47,7 @@ void virtual_events::run_on(std::int64_t delay_ms, const std::function<bool()>& 
 bool virtual_events::run_due() {
     bool ran = false;
     follow_timers();
-    while (!ended_by_) {
+    while (!ended_by_ && !abandoned_) {
         const auto work = take_next_due();
         if (!work) break;
         ran = true;
@@ -101,9 +101,10 @@ void virtual_events::run_event(const std::function<void()>& work) {
     }
 }
 
-void virtual_events::turn_without_progress() {
+void virtual_events::turn_without_progress(std::string_view waiting_for) {
     if (++turns_without_progress_ < endless_turns) return;
-    ended_by_ = runtime_failure(failure::does_not_return, "A wait without a limit saw no progress in a million turns");
+    ended_by_ = runtime_failure(failure::does_not_return,
+                                std::string(waiting_for) + ": a million turns have brought no progress");
     throw program_over();
 }
 

@@ -22,7 +22,7 @@ public:
     std::int64_t clock_ms() override { return clock_; }
     void pump() override;
     void pump_and_rest() override { pump(); }
-    void turn_without_progress() override;
+    void turn_without_progress(std::string_view waiting_for) override;
 
     /// A fresh clock at 0 with nothing pending, for these windows' timers.
     void start(std::vector<window*> windows);
@@ -40,7 +40,8 @@ public:
     void later(std::int64_t delay_ms, std::function<void()> work);
 
     /// Runs the clock on with events pumped, and does what is due then; ends early where `go_on` no longer holds.
-    void run_on(std::int64_t delay_ms, const std::function<bool()>& go_on = [] { return true; });
+    void run_on(
+        std::int64_t delay_ms, const std::function<bool()>& go_on = [] { return true; });
 
     /// Runs an event of the desk. A run-time failure inside it ends the program: it is kept, and every suspended
     /// procedure ends at its pump.

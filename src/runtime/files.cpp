@@ -64,6 +64,9 @@ void replace_whole_file(const std::filesystem::path& path, std::string_view byte
     if (std::filesystem::exists(old_status) && !std::filesystem::is_regular_file(old_status))
         return write_file(target, bytes);
     const std::filesystem::perms permissions = old_status.permissions();
+    // one that is protected from writing is not replaced either
+    if (std::filesystem::exists(old_status) && !std::ofstream(target, std::ios::binary | std::ios::app))
+        throw not_written(path);
     const std::filesystem::path beside = unused_name_beside(target);
     try {
         write_file(beside, bytes);
@@ -84,8 +87,9 @@ void replace_whole_file(const std::filesystem::path& path, std::string_view byte
 
 void write_over_file(const std::filesystem::path& path, std::string_view bytes) {
     // opened for reading too, it is not cut; what is not there has to be made first
-    std::fstream file(path, std::ios::binary | std::ios::in | std::ios::out);
-    if (!file.is_open()) file.open(path, std::ios::binary | std::ios::out);
+    std::error_code error;
+    const auto reading = std::filesystem::exists(path, error) ? std::ios::in : std::ios::openmode();
+    std::fstream file(path, std::ios::binary | std::ios::out | reading);
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     file.close();
     if (!file) throw not_written(path);

@@ -229,7 +229,7 @@ void frm_main::lay_out_controls() {
         {translation.cmd_edid_report, "cmd_edid_report", &translation.fra_edid_edit, 90, 360, 1500, button_height, "Report"},
         {translation.cmd_edid_back, "cmd_edid_back", &translation.fra_edid_edit, 5760, 360, 2805, button_height, "Back to [EDID Read/Write]"},
         {translation.tree_edid, "tree_edid", &translation.fra_edid_edit, 90, 900, 3585, 7125},
-        {translation.txt_edid, "txt_edid", &translation.fra_edid_edit, 3780, 900, 4785, 7125, "", locked | multi_line | fixed_pitch},
+        {translation.txt_edid, "txt_edid", &translation.fra_edid_edit, 3780, 900, 4785, 7125, "", locked | multi_line | fixed_pitch | on_grid},
     });
 
     for (std::size_t i = 0; i < translation.chk_established.size(); ++i) {

@@ -227,6 +227,34 @@ TEST_F(edid_road, a_file_that_is_not_there_is_told) {
     EXPECT_EQ(boxes[0].text, path_of("none.bin") + " dosen't exist !");
 }
 
+TEST_F(edid_road, the_dialog_gives_a_name_without_an_ending_that_of_its_filter) {
+    put_file("board.bin", first_edid());
+    open("board.bin");
+    save("cmd_save_write", "board", "opt_hex_type_0");
+    EXPECT_EQ(dialogs.back().file_name, "board");
+    EXPECT_TRUE(file("board.hex").startsWith("00 FF FF"));
+    save("cmd_save_write", "copy");
+    EXPECT_EQ(file("copy.bin"), first_edid());
+}
+
+TEST_F(edid_road, a_file_of_a_megabyte_is_shown_and_refused_without_a_word) {
+    put_file("firmware.bin", QByteArray(1'000'000, 'x'));
+    open("firmware.bin");
+    EXPECT_TRUE(operator_hand().text("txt_write").endsWith("//F423F\n"));
+    EXPECT_EQ(desk().form.caption.get(), "VELOTRACE ");
+    EXPECT_FALSE(operator_hand().find("cmd_write").isEnabled());
+}
+
+TEST_F(edid_road, a_long_path_shows_both_its_ends_in_the_list) {
+    const hand h = operator_hand();
+    desk().edid.lab_pre_f[0].caption = "/home/" + std::string(200, 'm') + "/display.bin";
+    h.click("cmd_pre_f");
+    const QImage shown = h.find("lab_pre_f_0").grab().toImage();
+    desk().edid.lab_pre_f[0].caption = "/home/" + std::string(200, 'm') + "/another.bin";
+    h.click("lab_edid_src");
+    EXPECT_NE(h.find("lab_pre_f_0").grab().toImage(), shown);
+}
+
 TEST_F(edid_road, a_cancelled_dialog_changes_nothing) {
     answer_next_file_dialog(dialogs, "");
     operator_hand().click("cmd_load");
@@ -280,6 +308,19 @@ TEST_F(frm_diag_window, stands_above_the_main_window_and_its_title_bar_does_not_
     EXPECT_EQ(desk().fields.diag_mode, 3);
     h.click("cmd_timing");
     EXPECT_EQ(desk().link.view_mode, 0);
+}
+
+TEST_F(frm_diag_window, stays_open_while_it_is_minimised) {
+    open_first_edid();
+    in_next_window("frm_diag", [&](const hand& d) {
+        d.find("frm_diag").showMinimized();
+        wait_until([] { return false; }, 50);
+        EXPECT_EQ(desk().fields.diag_mode, 2);
+        d.find("frm_diag").showNormal();
+        d.click("cmd_ok");
+    });
+    operator_hand().click("cmd_w_auto");
+    EXPECT_EQ(desk().fields.diag_mode, 3);
 }
 
 TEST_F(frm_diag_window, a_run_without_a_link_tells_it_above_the_window) {

@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QStyle>
 #include <QStyleOptionViewItem>
 #include <QTest>
@@ -104,6 +105,7 @@ QString hand::text(const QString& name) const {
     QWidget& w = find(name);
     if (const auto* const l = dynamic_cast<qt::text_label*>(&w)) return l->text();
     if (const auto* const line = dynamic_cast<QLineEdit*>(&w)) return line->text();
+    if (const auto* const page = dynamic_cast<QPlainTextEdit*>(&w)) return page->toPlainText();
     if (const auto* const page = dynamic_cast<QTextEdit*>(&w)) return page->toPlainText();
     if (const auto* const button = dynamic_cast<QAbstractButton*>(&w)) return button->accessibleName();
     if (const auto* const frame = dynamic_cast<QGroupBox*>(&w)) return frame->title();

@@ -96,9 +96,10 @@ TEST_F(real_window, stands_its_fixed_pitch_text_on_a_grid_of_8_by_16_pixels) {
     start();
     const hand h = operator_hand();
     h.click("cmd_edid");
-    desk().edid.txt_write.text = "00 FF FF FF FF FF FF 00 //7\r\n1E 6D 01 02 01 02 00 00 //F\r\n\r\nWWWW iiii";
-    h.click("lab_write");
-    auto& page = h.find<QTextEdit>("txt_write");
+    desk().translation.fra_edid_edit.visible = true;
+    desk().translation.txt_edid.text = "Established Timings\r\n\r\n  720x400 70Hz\r\nWWWW iiii";
+    h.click("lab_edid_src"); // any event brings the window up to date
+    auto& page = h.find<QTextEdit>("txt_edid");
     EXPECT_EQ(QFontInfo(page.font()).family(), "Liberation Mono");
     EXPECT_NEAR(QFontMetricsF(page.font()).horizontalAdvance("WWWW iiii"), 9 * 8, 0.01);
     ASSERT_EQ(page.document()->blockCount(), 4);

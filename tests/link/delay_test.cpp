@@ -49,7 +49,7 @@ public:
     std::int64_t clock_ms() override { return now += 10; }
     void pump() override { ++pumps; }
     void pump_and_rest() override { ++pumps; }
-    void turn_without_progress() override {}
+    void turn_without_progress(std::string_view /*waiting_for*/) override {}
     std::int64_t now = 0;
     int pumps = 0;
 };

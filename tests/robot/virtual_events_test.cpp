@@ -196,10 +196,10 @@ TEST_F(the_end, is_over_with_a_fresh_start) {
 TEST_F(the_end, comes_to_a_wait_without_progress_after_a_million_turns) {
     events.run_event([&] {
         for (int turn = 1; turn < 1'000'000; ++turn)
-            events.turn_without_progress();
+            events.turn_without_progress("Waiting");
     });
     EXPECT_FALSE(events.ended_by());
-    events.run_event([&] { events.turn_without_progress(); });
+    events.run_event([&] { events.turn_without_progress("Waiting"); });
     ASSERT_TRUE(events.ended_by());
     EXPECT_EQ(events.ended_by()->number(), 0);
     EXPECT_EQ(events.ended_by()->text(), "Does not return");
@@ -209,10 +209,10 @@ TEST_F(the_end, comes_to_a_wait_without_progress_after_a_million_turns) {
 TEST_F(the_end, is_put_off_by_a_pump_between_the_turns) {
     events.run_event([&] {
         for (int turn = 1; turn <= 999'999; ++turn)
-            events.turn_without_progress();
+            events.turn_without_progress("Waiting");
         events.pump();
         for (int turn = 1; turn <= 999'999; ++turn)
-            events.turn_without_progress();
+            events.turn_without_progress("Waiting");
     });
     EXPECT_FALSE(events.ended_by());
 }

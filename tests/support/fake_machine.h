@@ -38,7 +38,7 @@ public:
         if (!run_due()) now += step;
     }
     void pump_and_rest() override { pump(); }
-    void turn_without_progress() override {
+    void turn_without_progress(std::string_view /*waiting_for*/) override {
         ++turns;
         if (on_turn) on_turn();
     }
