@@ -69,7 +69,7 @@ void file_saver::choose_and_save(int side) {
 std::optional<file_choice> file_saver::choose() {
     while (true) {
         prepare_dialog();
-        const auto choice = machine_.files.show(view_.dia_file);
+        auto choice = machine_.files.show(view_.dia_file);
         if (!choice || choice->file_name.empty()) return std::nullopt;
         if (!file_exists(choice->file_name)) return choice;
         switch (machine_.boxes.show(choice->file_name + " exists. Overwrite it ?", box_icon::none,

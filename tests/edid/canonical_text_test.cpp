@@ -1,0 +1,82 @@
+#include "edid/canonical_text.h"
+
+#include "support/edid_fixture.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+
+namespace desk {
+namespace {
+
+using test::strings;
+
+std::string whole_text(std::string_view data) {
+    std::string text;
+    for (std::size_t i = 0; i < data.size(); ++i)
+        text += canonical_piece(static_cast<std::uint8_t>(test::byte_at(data, i)), i);
+    return text;
+}
+
+/// What stands from the first slash of each line on; an empty line is empty.
+strings comments_of(const std::string& text) {
+    strings comments;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        EXPECT_TRUE(line.ends_with('\r')) << line;
+        comments.push_back(line == "\r" ? "" : line.substr(24));
+    }
+    return comments;
+}
+
+TEST(canonical_piece, has_two_upper_case_digits_and_a_blank) {
+    EXPECT_EQ(canonical_piece(0x00, 0), "00 ");
+    EXPECT_EQ(canonical_piece(0x0A, 1), "0A ");
+    EXPECT_EQ(canonical_piece(0xA0, 2), "A0 ");
+    EXPECT_EQ(canonical_piece(0xFF, 6), "FF ");
+}
+
+TEST(canonical_piece, ends_the_line_behind_the_eighth_byte) {
+    EXPECT_EQ(canonical_piece(0x00, 7), "00 //7\r\n");
+    EXPECT_EQ(canonical_piece(0x00, 8), "00 ");
+    EXPECT_EQ(canonical_piece(0x1C, 15), "1C //F\r\n");
+    EXPECT_EQ(canonical_piece(0x1C, 23), "1C //17\r\n");
+}
+
+TEST(canonical_piece, leaves_an_empty_line_between_the_blocks) {
+    EXPECT_EQ(canonical_piece(0x3C, 127), "3C //7F\r\n\r\n");
+    EXPECT_EQ(canonical_piece(0x3C, 128), "3C ");
+    EXPECT_EQ(canonical_piece(0x3C, 255), "3C //FF\r\n");
+}
+
+TEST(canonical_piece, goes_on_in_the_same_way_behind_256_bytes) {
+    EXPECT_EQ(canonical_piece(0x11, 256), "11 ");
+    EXPECT_EQ(canonical_piece(0x11, 263), "11 //107\r\n");
+    EXPECT_EQ(canonical_piece(0x11, 383), "11 //17F\r\n");
+}
+
+TEST(canonical_text, numbers_its_33_lines) {
+    const std::string text = whole_text(test::good_edid());
+    EXPECT_EQ(comments_of(text),
+              (strings{"//7\r",  "//F\r",  "//17\r", "//1F\r", "//27\r", "//2F\r", "//37\r", "//3F\r", "//47\r",
+                       "//4F\r", "//57\r", "//5F\r", "//67\r", "//6F\r", "//77\r", "//7F\r", "",       "//87\r",
+                       "//8F\r", "//97\r", "//9F\r", "//A7\r", "//AF\r", "//B7\r", "//BF\r", "//C7\r", "//CF\r",
+                       "//D7\r", "//DF\r", "//E7\r", "//EF\r", "//F7\r", "//FF\r"}));
+    EXPECT_TRUE(text.starts_with("00 FF FF FF FF FF FF 00 //7\r\n"));
+    EXPECT_TRUE(text.ends_with(" //FF\r\n"));
+}
+
+TEST(canonical_text, stops_in_the_middle_of_a_line) {
+    EXPECT_EQ(whole_text("\x01\x02\x03"), "01 02 03 ");
+    EXPECT_EQ(whole_text("12345678AB"), "31 32 33 34 35 36 37 38 //7\r\n41 42 ");
+}
+
+TEST(canonical_text, is_the_same_for_every_length) {
+    const std::string data = test::some_bytes(600);
+    for (std::size_t length = 0; length <= data.size(); ++length)
+        ASSERT_EQ(whole_text(data.substr(0, length)), test::window_text_of(data.substr(0, length)));
+}
+
+} // namespace
+} // namespace desk

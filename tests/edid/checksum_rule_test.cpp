@@ -1,0 +1,111 @@
+#include "edid/checksum_rule.h"
+
+#include "support/edid_fixture.h"
+#include "support/expect_failure.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace desk {
+namespace {
+
+using test::byte_at;
+
+/// A rule that has taken these bytes.
+checksum_rule rule_behind(std::string_view data) {
+    checksum_rule rule;
+    for (std::size_t i = 0; i < data.size(); ++i)
+        rule.take(static_cast<std::uint8_t>(byte_at(data, i)));
+    return rule;
+}
+
+TEST(needed_checksum, is_what_the_last_two_digits_lack_to_256) {
+    EXPECT_EQ(needed_checksum(1), 255);
+    EXPECT_EQ(needed_checksum(0xFF), 1);
+    EXPECT_EQ(needed_checksum(0x1C4), 0x3C);
+    EXPECT_EQ(needed_checksum(127 * 255), 127);
+}
+
+TEST(needed_checksum, is_256_for_a_multiple_of_256) {
+    for (const int sum : {0, 256, 512, 0x7F00})
+        EXPECT_EQ(needed_checksum(sum), 256) << sum;
+}
+
+TEST(checksum_rule, compares_the_last_byte_of_each_block_and_no_other) {
+    checksum_rule rule;
+    std::vector<std::size_t> compared;
+    for (std::size_t i = 0; i < 600; ++i) {
+        EXPECT_EQ(rule.count(), i);
+        if (rule.compare(0)) compared.push_back(i);
+        rule.take(0);
+    }
+    EXPECT_EQ(compared, (std::vector<std::size_t>{127, 255}));
+}
+
+TEST(checksum_rule, knows_the_right_byte_alone) {
+    const std::string data = test::some_bytes(256);
+    for (const std::size_t block : {0, 1}) {
+        const checksum_rule rule = rule_behind(data.substr(0, 128 * block + 127));
+        const int needed = test::needed_by(data, block);
+        for (int byte = 0; byte < 256; ++byte) {
+            const auto sum = rule.compare(static_cast<std::uint8_t>(byte));
+            ASSERT_TRUE(sum);
+            EXPECT_EQ(sum->block, block);
+            EXPECT_EQ(sum->needed, needed) << "whatever byte stands there";
+            EXPECT_EQ(sum->correct, byte == needed) << byte;
+        }
+    }
+}
+
+TEST(checksum_rule, finds_no_byte_right_for_a_block_that_needs_256) {
+    const std::string zeros(255, '\0');
+    for (const std::size_t last : {127, 255}) {
+        const checksum_rule rule = rule_behind(zeros.substr(0, last));
+        for (int byte = 0; byte < 256; ++byte) {
+            const auto sum = rule.compare(static_cast<std::uint8_t>(byte));
+            ASSERT_TRUE(sum);
+            EXPECT_EQ(sum->needed, 256);
+            EXPECT_FALSE(sum->correct) << byte;
+        }
+    }
+}
+
+TEST(checksum_rule, begins_block_1_from_nothing) {
+    for (const char checksum : {'\0', '\x50'}) {
+        const std::string block_0 = std::string(127, '\x11') + checksum;
+        const auto sum = rule_behind(block_0 + std::string(127, '\x02')).compare(2);
+        ASSERT_TRUE(sum);
+        EXPECT_EQ(sum->needed, 2) << "127 times 2 lacks 2 to 256";
+        EXPECT_TRUE(sum->correct);
+    }
+}
+
+TEST(checksum_rule, agrees_with_a_plain_sum_for_bytes_at_random) {
+    test::random_edids random(1);
+    for (int i = 0; i < 300; ++i) {
+        const std::string data = random.next();
+        for (const std::size_t block : {0, 1}) {
+            const std::size_t last = 128 * block + 127;
+            const int needed = test::needed_by(data, block);
+            const auto sum = rule_behind(data.substr(0, last)).compare(static_cast<std::uint8_t>(byte_at(data, last)));
+            ASSERT_TRUE(sum);
+            EXPECT_EQ(sum->needed, needed);
+            EXPECT_EQ(sum->correct, byte_at(data, last) == needed);
+        }
+    }
+}
+
+TEST(checksum_rule, overflows_where_its_sum_no_longer_fits_into_32_bits) {
+    checksum_rule rule;
+    const auto take_all = [&] {
+        for (int i = 0; i < 8'421'000; ++i)
+            rule.take(255);
+    };
+    EXPECT_EQ(test::failure_of(take_all), std::nullopt);
+    EXPECT_EQ(test::failure_of(take_all), failure::overflow);
+}
+
+} // namespace
+} // namespace desk

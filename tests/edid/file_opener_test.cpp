@@ -1,0 +1,594 @@
+#include "edid/file_opener.h"
+
+#include "support/edid_fixture.h"
+#include "support/expect_failure.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <ostream>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace desk {
+namespace {
+
+using test::boxes;
+using test::buffer_of;
+using test::checksum_text;
+using test::edid_header;
+using test::failure_of;
+using test::good_edid;
+using test::needing_256;
+using test::some_bytes;
+using test::strings;
+using test::window_text_of;
+
+const test::noted_boxes::shown box_data_error{"Data Error !", box_icon::critical, box_buttons::ok};
+const test::noted_boxes::shown box_wrong_format{"Wrong file format !", box_icon::critical, box_buttons::ok};
+
+strings sorted(strings names) {
+    std::sort(names.begin(), names.end());
+    return names;
+}
+strings joined(strings all, const strings& more) {
+    all.insert(all.end(), more.begin(), more.end());
+    return sorted(all);
+}
+
+// what changes for the first file that is opened
+const strings named{"edid_file_name", "form.caption", "lab_pre_f(0).caption"};
+const strings sending{"cmd_verify.enabled", "cmd_w_auto.enabled", "cmd_write.enabled"};
+const strings parsed{"cmd_sum_write.enabled", "cmd_write_translate.enabled", "file_ok", "write_buff"};
+
+class file_opener_test : public test::edid_fixture {
+protected:
+    file_opener_test() {
+        buffers.write_buff.fill(0x33);
+        view.txt_write.text = "old";
+        view.dia_file.init_dir = "/where/it/was";
+    }
+    std::string title_of(const std::string& name) const { return "VELOTRACE  - " + path(name); }
+    /// What has changed since `remember` but for the file itself.
+    strings changed_but_for(const std::string& name) const {
+        strings all = changed();
+        std::erase(all, "file " + name);
+        return all;
+    }
+    void expect_box(const std::string& text) {
+        EXPECT_EQ(std::exchange(m.boxes.all, {}),
+                  boxes{(test::noted_boxes::shown{text, box_icon::critical, box_buttons::ok})});
+    }
+    /// A file number that a failure has left open lets no file be opened any more.
+    void expect_number_1(bool open_still) {
+        directory.put("next.bin", "\x77");
+        open("next.bin");
+        EXPECT_EQ(view.txt_write.text, open_still ? "" : "77 ");
+        EXPECT_EQ(form.caption == title_of("next.bin"), !open_still);
+    }
+};
+
+TEST_F(file_opener_test, knows_files_and_no_folders) {
+    directory.put("a.hex", "");
+    EXPECT_TRUE(file_exists(path("a.hex")));
+    EXPECT_FALSE(file_exists(path("none.hex")));
+    EXPECT_FALSE(file_exists(path("")));
+    EXPECT_FALSE(file_exists(path("a.hex/inside")));
+    std::filesystem::create_directory(directory / "folder.hex");
+    EXPECT_FALSE(file_exists(path("folder.hex")));
+}
+
+class open_dialog : public file_opener_test {
+protected:
+    const file_dialog_setup& dialog_shown() {
+        view.cmd_load.on_click();
+        return m.files.shown.back();
+    }
+};
+
+TEST_F(open_dialog, has_its_title_its_filter_and_no_name) {
+    view.dia_file.file_name = "left over";
+    view.dia_file.filter_index = 3;
+    view.dia_file.kind = file_dialog_setup::dialog_kind::save;
+    const file_dialog_setup& shown = dialog_shown();
+    EXPECT_EQ(shown.kind, file_dialog_setup::dialog_kind::open);
+    EXPECT_EQ(shown.title, "Open edid file");
+    EXPECT_EQ(shown.filter, "hex / bin / ddc|*.hex;*.bin;*.ddc|*.hex|*.hex|*.bin|*.bin|*.ddc|*.ddc|*.*|*.*");
+    EXPECT_EQ(shown.filter_index, 1);
+    EXPECT_EQ(shown.file_name, "");
+    EXPECT_EQ(m.files.shown.size(), 1U);
+}
+
+TEST_F(open_dialog, starts_beside_the_last_file) {
+    directory.put("newest.hex", "");
+    view.lab_pre_f[0].caption = path("newest.hex");
+    fields.edid_file_name = "C:\\edids\\some.hex";
+    EXPECT_EQ(dialog_shown().init_dir, "C:\\edids") << "whether it exists or not";
+    fields.edid_file_name = "/edids/some.hex";
+    EXPECT_EQ(dialog_shown().init_dir, "/edids");
+}
+
+TEST_F(open_dialog, starts_beside_the_newest_of_the_list_where_no_file_was_opened) {
+    directory.put("newest.hex", "");
+    view.lab_pre_f[0].caption = path("newest.hex");
+    view.lab_pre_f[1].caption = "/elsewhere/b.hex";
+    EXPECT_EQ(dialog_shown().init_dir, utf8_from_path(directory.path()));
+}
+
+TEST_F(open_dialog, starts_where_it_was_without_either) {
+    EXPECT_EQ(dialog_shown().init_dir, "/where/it/was");
+    view.lab_pre_f[0].caption = "/gone/newest.hex";
+    EXPECT_EQ(dialog_shown().init_dir, "/where/it/was");
+}
+
+TEST_F(open_dialog, ends_all_where_it_is_cancelled_or_names_nothing) {
+    remember();
+    view.cmd_load.on_click();
+    m.files.choices = {file_choice{"", 1}};
+    view.cmd_load.on_click();
+    EXPECT_EQ(m.files.shown.size(), 2U);
+    EXPECT_EQ(changed(), strings{});
+}
+
+TEST_F(open_dialog, tells_of_a_file_that_is_not_there) {
+    std::filesystem::create_directory(directory / "folder.hex");
+    for (const char* name : {"none.hex", "folder.hex"}) {
+        remember();
+        open(name);
+        EXPECT_EQ(changed(), strings{"boxes"});
+        expect_box(path(name) + " dosen't exist !");
+    }
+}
+
+class opened_file : public file_opener_test {};
+
+TEST_F(opened_file, is_shown_taken_named_listed_and_can_be_sent) {
+    remember();
+    open_bytes("a.bin", good_edid());
+    EXPECT_EQ(view.txt_write.text.get(), window_text_of(good_edid()));
+    EXPECT_EQ(buffers.write_buff, buffer_of(good_edid()));
+    EXPECT_EQ(view.lab_write_checksum[0].caption, checksum_text(good_edid(), 0));
+    EXPECT_EQ(view.lab_write_checksum[1].caption, checksum_text(good_edid(), 1));
+    EXPECT_EQ(form.caption, title_of("a.bin"));
+    EXPECT_EQ(fields.edid_file_name, path("a.bin"));
+    EXPECT_EQ(view.lab_pre_f[0].caption, path("a.bin"));
+    EXPECT_TRUE(opener.file_ok);
+    EXPECT_EQ(changed_but_for("a.bin"),
+              joined(joined(named, sending), joined(parsed, {"lab_write_checksum(0).caption",
+                                                             "lab_write_checksum(1).caption", "txt_write.text"})));
+    EXPECT_TRUE(m.boxes.all.empty());
+}
+
+TEST_F(opened_file, is_read_by_the_last_three_letters_of_its_name) {
+    const std::string text = "0x11,0x22\r\n";
+    for (const char* name : {"a.hex", "a.HEX", "a.hEx", "myhex", "ä.Hex", "a.bin.hex"}) {
+        open_bytes(name, text);
+        EXPECT_EQ(view.txt_write.text, "11 22 ") << name;
+    }
+    for (const char* name : {"a.bin", "a.BIN", "mybIn", "a.hex.bin"}) {
+        open_bytes(name, text);
+        EXPECT_EQ(view.txt_write.text.get(), window_text_of(text)) << name;
+    }
+    for (const char* name : {"a.ddc", "a.DDC", "myddC"}) {
+        open_bytes(name, text + good_edid());
+        EXPECT_EQ(view.txt_write.text.get(), window_text_of(good_edid())) << name;
+    }
+    EXPECT_TRUE(m.boxes.all.empty());
+    expect_number_1(false);
+}
+
+TEST_F(opened_file, of_another_kind_is_told_twice_and_named_all_the_same) {
+    opener.file_ok = true;
+    directory.put("a.txt", "11");
+    remember();
+    open("a.txt");
+    EXPECT_EQ(m.boxes.all, (boxes{box_wrong_format, box_data_error}));
+    EXPECT_EQ(changed(), joined(joined(named, sending), {"boxes", "file_ok"}))
+        << "the window is emptied by the readers alone";
+    EXPECT_EQ(form.caption, title_of("a.txt"));
+    EXPECT_EQ(view.lab_pre_f[0].caption, path("a.txt"));
+    expect_number_1(false);
+}
+
+TEST_F(opened_file, has_no_kind_without_the_three_letters_at_its_very_end) {
+    for (const char* name : {"a.he", "hex.a", "ex", "a.hex ", "a.hexx", "a.b1n"}) {
+        open_bytes(name, "11");
+        EXPECT_EQ(std::exchange(m.boxes.all, {}), (boxes{box_wrong_format, box_data_error})) << name;
+    }
+}
+
+TEST_F(opened_file, has_its_title_and_its_place_in_the_list_when_the_buttons_come_to_life) {
+    directory.put("a.bin", good_edid());
+    film([this] {
+        return form.caption.get() + ", " + view.lab_pre_f[0].caption.get() + (view.cmd_write.enabled ? ", live" : "") +
+               (view.cmd_sum_write.enabled ? ", sum" : "");
+    });
+    open("a.bin");
+    EXPECT_EQ(frames, strings{title_of("a.bin") + ", " + path("a.bin") + ", live, sum"});
+}
+
+TEST_F(opened_file, with_wrong_checksums_offers_their_repair) {
+    open_bytes("a.bin", some_bytes(256));
+    for (const std::size_t block : {0, 1}) {
+        EXPECT_EQ(view.lab_write_checksum.at(block).caption, checksum_text(some_bytes(256), block));
+        EXPECT_EQ(view.lab_write_checksum.at(block).fore_color, 192U);
+        EXPECT_TRUE(view.cmd_recover.at(block).visible);
+        EXPECT_EQ(texts.recover_sum.at(block), test::needed_by(some_bytes(256), block));
+    }
+    open_bytes("b.bin", good_edid());
+    for (const std::size_t block : {0, 1}) {
+        EXPECT_EQ(view.lab_write_checksum.at(block).fore_color, 0U);
+        EXPECT_FALSE(view.cmd_recover.at(block).visible);
+    }
+}
+
+TEST_F(opened_file, of_one_block_leaves_the_label_and_the_repair_of_the_other) {
+    open_bytes("a.bin", some_bytes(256));
+    remember();
+    open_bytes("b.hex", window_text_of(good_edid().substr(0, 128)));
+    EXPECT_EQ(buffers.write_buff, buffer_of(good_edid().substr(0, 128), 0xFF));
+    EXPECT_EQ(changed_but_for("b.hex"),
+              (strings{"cmd_recover(0).visible", "edid_file_name", "form.caption", "lab_pre_f(0).caption",
+                       "lab_pre_f(1).caption", "lab_write_checksum(0).caption", "lab_write_checksum(0).fore_color",
+                       "txt_write.text", "write_buff"}));
+}
+
+/// A format with its way to write bytes into a file.
+struct format {
+    const char* name;
+    std::string (*file_of)(std::string_view data);
+};
+
+void PrintTo(const format& f, std::ostream* out) { *out << f.name; }
+
+class format_test : public file_opener_test, public testing::WithParamInterface<format> {
+protected:
+    void open_data(std::string_view data) { open_bytes(file_name, GetParam().file_of(data)); }
+    const std::string file_name = std::string("a.") + GetParam().name;
+};
+
+std::string same(std::string_view data) { return std::string(data); }
+std::string behind_junk(std::string_view data) { return "junk" + std::string(data); }
+
+INSTANTIATE_TEST_SUITE_P(open, format_test,
+                         testing::Values(format{"hex", window_text_of}, format{"bin", same},
+                                         format{"ddc", behind_junk}),
+                         [](const auto& f) { return std::string(f.param.name); });
+
+TEST_P(format_test, gives_the_bytes_of_random_edids) {
+    test::random_edids random(8);
+    for (int i = 0; i < 100; ++i) {
+        const std::string data = edid_header + random.next().substr(8);
+        if (test::needed_by(data, 0) == 256 || test::needed_by(data, 1) == 256) continue;
+        open_data(data);
+        ASSERT_EQ(view.txt_write.text.get(), window_text_of(data));
+        ASSERT_EQ(buffers.write_buff, buffer_of(data));
+        ASSERT_EQ(view.lab_write_checksum[0].caption, checksum_text(data, 0));
+        ASSERT_EQ(view.lab_write_checksum[1].caption, checksum_text(data, 1));
+    }
+    EXPECT_TRUE(m.boxes.all.empty());
+}
+
+TEST_P(format_test, ends_in_silence_for_a_block_that_needs_256_and_leaves_the_number_open) {
+    const std::string data = needing_256(good_edid(), 0);
+    directory.put(file_name, GetParam().file_of(data));
+    remember();
+    open(file_name);
+    EXPECT_EQ(changed(), (strings{"edid_file_name", "file_ok", "lab_write_checksum(0).caption",
+                                  "lab_write_checksum(0).fore_color", "txt_write.text"}));
+    EXPECT_EQ(view.lab_write_checksum[0].caption, "BK0=100 Error.");
+    EXPECT_EQ(view.lab_write_checksum[0].fore_color, 192U);
+    const bool line_by_line = file_name == "a.hex";
+    EXPECT_EQ(view.txt_write.text.get(), window_text_of(data.substr(0, line_by_line ? 120 : 127)));
+    EXPECT_EQ(fields.edid_file_name, path(file_name));
+    expect_number_1(true);
+    expect_number_1(true);
+}
+
+TEST_P(format_test, keeps_the_state_of_block_0_where_block_1_needs_256) {
+    std::string data = needing_256(good_edid(), 1);
+    data[127] = static_cast<char>(data[127] + 1);
+    open_data(data);
+    EXPECT_EQ(view.lab_write_checksum[0].caption, checksum_text(data, 0));
+    EXPECT_TRUE(view.cmd_recover[0].visible);
+    EXPECT_EQ(texts.recover_sum[0], test::needed_by(data, 0));
+    EXPECT_EQ(view.lab_write_checksum[1].caption, "BK1=100 Error.");
+    EXPECT_FALSE(view.cmd_recover[1].visible);
+    EXPECT_EQ(texts.recover_sum[1], 0);
+    EXPECT_EQ(view.txt_write.text.get(), window_text_of(data.substr(0, file_name == "a.hex" ? 248 : 255)));
+    EXPECT_EQ(buffers.write_buff, buffer_of("", 0x33));
+    expect_number_1(true);
+}
+
+class any_length : public format_test {};
+
+INSTANTIATE_TEST_SUITE_P(open, any_length, testing::Values(format{"hex", window_text_of}, format{"bin", same}),
+                         [](const auto& f) { return std::string(f.param.name); });
+
+TEST_P(any_length, up_to_256_fills_the_buffer_up_with_ff) {
+    for (const std::size_t length : {1, 20, 127, 128, 129, 255, 256}) {
+        open_data(some_bytes(length));
+        EXPECT_EQ(view.txt_write.text.get(), window_text_of(some_bytes(length)));
+        EXPECT_EQ(buffers.write_buff, buffer_of(some_bytes(length), 0xFF)) << length;
+        EXPECT_TRUE(view.cmd_sum_write.enabled);
+        EXPECT_EQ(form.caption, title_of(file_name));
+    }
+}
+
+TEST_P(any_length, above_256_shows_all_and_ends_in_silence_with_256_stored) {
+    for (const std::size_t length : {257, 300}) {
+        const std::string data = good_edid() + some_bytes(length - 256);
+        buffers.write_buff.fill(0x33);
+        view.txt_write.text = "old";
+        fields.edid_file_name = "";
+        opener.file_ok = false;
+        view.lab_write_checksum[0].caption = "BK0";
+        view.lab_write_checksum[1].caption = "BK1";
+        directory.put(file_name, GetParam().file_of(data));
+        remember();
+        open(file_name);
+        EXPECT_EQ(view.txt_write.text.get(), window_text_of(data));
+        EXPECT_EQ(buffers.write_buff, buffer_of(data));
+        EXPECT_EQ(changed(), (strings{"edid_file_name", "file_ok", "lab_write_checksum(0).caption",
+                                      "lab_write_checksum(1).caption", "txt_write.text", "write_buff"}));
+        EXPECT_TRUE(opener.file_ok);
+    }
+    expect_number_1(false);
+}
+
+class refused_file : public file_opener_test {
+protected:
+    void expect_refused(const std::string& name, const std::string& content, const std::string& text_left) {
+        opener.file_ok = true;
+        directory.put(name, content);
+        remember();
+        open(name);
+        EXPECT_EQ(m.boxes.all, boxes{box_data_error});
+        EXPECT_EQ(view.txt_write.text, text_left);
+        EXPECT_EQ(changed(), joined(joined(named, sending), {"boxes", "file_ok", "txt_write.text"}))
+            << "the buffer, the translation and the sum stay as they were";
+        EXPECT_EQ(form.caption, title_of(name));
+        m.boxes.all.clear();
+        expect_number_1(false);
+    }
+};
+
+TEST_F(refused_file, with_an_x_out_of_place_keeps_the_lines_before_it) {
+    expect_refused("a.hex", "11 22\r\n33 44\r\n55 x 66\r\n77\r\n", "11 22 33 44 ");
+}
+
+TEST_F(refused_file, without_a_byte_is_a_bin) { expect_refused("a.bin", "", ""); }
+
+TEST_F(refused_file, without_a_byte_is_a_ddc) { expect_refused("a.ddc", "", ""); }
+
+TEST_F(refused_file, is_no_hex_file_without_a_byte) {
+    for (const char* content : {"", "\r\n", "// nothing\r\n"}) {
+        buffers.write_buff.fill(0x33);
+        open_bytes("a.hex", content);
+        EXPECT_TRUE(m.boxes.all.empty());
+        EXPECT_EQ(view.txt_write.text, "");
+        EXPECT_EQ(buffers.write_buff, buffer_of("", 0xFF));
+        EXPECT_TRUE(view.cmd_sum_write.enabled);
+        EXPECT_EQ(form.caption, title_of("a.hex"));
+    }
+}
+
+TEST_F(refused_file, leaves_the_checksum_that_it_came_across) {
+    std::string data = some_bytes(128);
+    open_bytes("a.hex", window_text_of(data) + "x");
+    EXPECT_EQ(m.boxes.all, boxes{box_data_error});
+    EXPECT_EQ(view.lab_write_checksum[0].caption, checksum_text(data, 0));
+    EXPECT_TRUE(view.cmd_recover[0].visible);
+    EXPECT_EQ(view.txt_write.text.get(), window_text_of(data));
+    EXPECT_EQ(buffers.write_buff, buffer_of("", 0x33));
+}
+
+class ddc_capture : public file_opener_test {};
+
+TEST_F(ddc_capture, of_one_block_is_filled_up_with_ff) {
+    texts.recover_sum = {7, 8};
+    view.cmd_recover[1].visible = true;
+    view.lab_write_checksum[1].fore_color = 192;
+    const std::string block = good_edid().substr(0, 128);
+    open_bytes("a.ddc", std::string(128, '\x55') + block);
+    EXPECT_EQ(view.txt_write.text.get(), window_text_of(block + std::string(128, '\xFF')));
+    EXPECT_EQ(buffers.write_buff, buffer_of(block, 0xFF));
+    EXPECT_EQ(view.lab_write_checksum[0].caption, checksum_text(block, 0));
+    EXPECT_EQ(view.lab_write_checksum[1].caption, "Checksum BK1= Empty block FF for DVI");
+    EXPECT_EQ(view.lab_write_checksum[1].fore_color, 0U);
+    EXPECT_TRUE(view.cmd_recover[1].visible) << "it keeps what the file before left";
+    EXPECT_EQ(texts.recover_sum, (std::array<std::uint8_t, 2>{7, 8}));
+    EXPECT_EQ(form.caption, title_of("a.ddc"));
+    EXPECT_TRUE(m.boxes.all.empty());
+    expect_number_1(false);
+}
+
+TEST_F(ddc_capture, with_a_part_of_the_header_starts_its_sum_again) {
+    const std::string block = good_edid().substr(0, 128);
+    open_bytes("a.ddc", edid_header.substr(0, 6) + std::string(122, '\x55') + block);
+    EXPECT_EQ(view.txt_write.text.get(), window_text_of(block + std::string(128, '\xFF')));
+    EXPECT_EQ(view.lab_write_checksum[0].caption, checksum_text(block, 0));
+}
+
+TEST_F(ddc_capture, under_256_bytes_ends_in_silence_and_leaves_the_number_open) {
+    for (const std::size_t length : {1, 128, 255}) {
+        view.txt_write.text = "old";
+        opener.file_ok = false;
+        fields.edid_file_name = "";
+        directory.put("a.ddc", good_edid().substr(0, length));
+        remember();
+        open("a.ddc");
+        EXPECT_EQ(changed(), (strings{"edid_file_name", "file_ok", "txt_write.text"})) << length;
+        EXPECT_EQ(view.txt_write.text, "");
+    }
+    expect_number_1(true);
+}
+
+struct tired_of_looking {};
+
+TEST_F(ddc_capture, without_a_header_does_not_return) {
+    directory.put("a.ddc", std::string(300, '\x55'));
+    m.events.on_turn = [this] {
+        EXPECT_EQ(view.txt_write.text, "");
+        if (m.events.turns == 3) throw tired_of_looking();
+    };
+    const int pumps = m.events.pumps;
+    EXPECT_THROW(open("a.ddc"), tired_of_looking);
+    EXPECT_EQ(m.events.turns, 3);
+    EXPECT_EQ(m.events.pumps, pumps);
+}
+
+class previous_file : public file_opener_test {
+protected:
+    void put_list(const strings& names) {
+        for (std::size_t i = 0; i < names.size(); ++i)
+            view.lab_pre_f.at(i).caption = names[i].empty() ? "" : path(names[i]);
+        view.fra_pre_f.visible = true;
+    }
+    strings list() const {
+        strings names;
+        for (const label& l : view.lab_pre_f)
+            names.push_back(l.caption.get().substr(l.caption.get().rfind('/') + 1));
+        return names;
+    }
+    void press(std::size_t index) { view.lab_pre_f.at(index).on_click(); }
+};
+
+TEST_F(previous_file, is_opened_like_any_other_and_moves_to_the_front) {
+    directory.put("c.bin", good_edid());
+    put_list({"a", "b", "c.bin", "d"});
+    remember();
+    press(2);
+    EXPECT_EQ(list(), (strings{"c.bin", "a", "b", "d", "", "", "", "", "", ""}));
+    EXPECT_EQ(view.txt_write.text.get(), window_text_of(good_edid()));
+    EXPECT_EQ(buffers.write_buff, buffer_of(good_edid()));
+    EXPECT_EQ(form.caption, title_of("c.bin"));
+    EXPECT_EQ(fields.edid_file_name, path("c.bin"));
+    EXPECT_FALSE(view.fra_pre_f.visible);
+    EXPECT_EQ(changed(),
+              joined(joined(named, sending), joined(parsed, {"fra_pre_f.visible", "lab_pre_f(1).caption",
+                                                             "lab_pre_f(2).caption", "lab_write_checksum(0).caption",
+                                                             "lab_write_checksum(1).caption", "txt_write.text"})));
+    EXPECT_TRUE(m.files.shown.empty());
+    EXPECT_TRUE(m.boxes.all.empty());
+}
+
+TEST_F(previous_file, can_be_refused_like_any_other) {
+    put_list({"a", "b.bin"});
+    directory.put("b.bin", "");
+    press(1);
+    EXPECT_EQ(m.boxes.all, boxes{box_data_error});
+    EXPECT_EQ(list(), (strings{"b.bin", "a", "", "", "", "", "", "", "", ""}));
+    EXPECT_EQ(form.caption, title_of("b.bin"));
+    EXPECT_TRUE(view.cmd_write.enabled);
+}
+
+TEST_F(previous_file, of_an_empty_place_hides_the_list) {
+    put_list({"a"});
+    remember();
+    press(5);
+    EXPECT_EQ(changed(), strings{"fra_pre_f.visible"});
+    EXPECT_TRUE(m.boxes.all.empty());
+}
+
+TEST_F(previous_file, of_an_empty_place_enables_what_sends_where_a_file_was_opened) {
+    put_list({"a"});
+    fields.edid_file_name = "x";
+    remember();
+    press(5);
+    EXPECT_EQ(changed(), joined(sending, {"fra_pre_f.visible"}));
+}
+
+TEST_F(previous_file, that_is_gone_is_told_and_taken_out) {
+    put_list({"a", "b", "c", "d", "e", "f", "g", "h", "i", "j"});
+    remember();
+    press(7);
+    expect_box(path("h") + " doesn't exist !");
+    EXPECT_EQ(list(), (strings{"a", "b", "c", "d", "e", "f", "g", "i", "j", ""}));
+    EXPECT_EQ(changed(),
+              (strings{"fra_pre_f.visible", "lab_pre_f(7).caption", "lab_pre_f(8).caption", "lab_pre_f(9).caption"}));
+    EXPECT_EQ(fields.edid_file_name, "");
+}
+
+TEST_F(previous_file, that_is_a_folder_is_gone) {
+    std::filesystem::create_directory(directory / "folder.hex");
+    put_list({"folder.hex"});
+    press(0);
+    expect_box(path("folder.hex") + " doesn't exist !");
+    EXPECT_EQ(list(), strings(10, ""));
+}
+
+TEST_F(previous_file, that_is_gone_enables_what_sends_where_a_file_was_opened) {
+    put_list({"a"});
+    fields.edid_file_name = "x";
+    press(0);
+    EXPECT_TRUE(view.cmd_write.enabled);
+    EXPECT_TRUE(view.cmd_verify.enabled);
+    EXPECT_TRUE(view.cmd_w_auto.enabled);
+    EXPECT_EQ(fields.edid_file_name, "x");
+}
+
+TEST_F(previous_file, hides_the_list_before_its_box_comes) {
+    put_list({"a"});
+    film([this] { return view.fra_pre_f.visible ? "open" : "closed"; });
+    press(0);
+    EXPECT_EQ(frames, strings{"box: closed"});
+}
+
+TEST_F(previous_file, is_one_of_ten) {
+    EXPECT_EQ(failure_of([&] { opener.lab_pre_f_click(10); }), failure::subscript_out_of_range);
+}
+
+TEST_F(previous_file, lets_no_failure_pass) {
+    struct bad_file {
+        const char* name;
+        std::string content;
+        failure expected;
+        std::string text_left;
+    };
+    const std::vector<bad_file> files = {
+        {"long.bin", some_bytes(257), failure::subscript_out_of_range, window_text_of(some_bytes(257))},
+        {"over.bin", needing_256(good_edid(), 0), failure::overflow,
+         window_text_of(needing_256(good_edid(), 0).substr(0, 127))},
+        {"good.bin", good_edid(), failure::file_already_open, ""},
+        {"short.ddc", good_edid().substr(0, 255), failure::file_already_open, ""},
+    };
+    for (const bad_file& file : files) {
+        directory.put(file.name, file.content);
+        put_list({"a", file.name});
+        form.caption = "before";
+        EXPECT_EQ(failure_of([&] { press(1); }), file.expected) << file.name;
+        EXPECT_EQ(view.txt_write.text, file.text_left) << file.name;
+        EXPECT_EQ(list(), (strings{"a", file.name, "", "", "", "", "", "", "", ""}));
+        EXPECT_EQ(fields.edid_file_name, path(file.name));
+        EXPECT_EQ(form.caption, "before");
+        EXPECT_FALSE(view.fra_pre_f.visible);
+        EXPECT_FALSE(view.cmd_write.enabled);
+        EXPECT_FALSE(view.cmd_sum_write.enabled);
+    }
+    EXPECT_TRUE(m.boxes.all.empty());
+}
+
+TEST_F(previous_file, fails_for_a_capture_under_256_bytes) {
+    directory.put("short.ddc", good_edid().substr(0, 255));
+    put_list({"short.ddc"});
+    EXPECT_EQ(failure_of([&] { press(0); }), failure::bad_record_number);
+    EXPECT_EQ(view.txt_write.text, "");
+    EXPECT_EQ(failure_of([&] { press(0); }), failure::file_already_open);
+}
+
+TEST_F(previous_file, tells_which_file_failed) {
+    directory.put("short.ddc", "x");
+    put_list({"short.ddc"});
+    try {
+        press(0);
+        FAIL() << "nothing was thrown";
+    } catch (const runtime_failure& f) {
+        EXPECT_NE(f.sentence().find(path("short.ddc")), std::string::npos) << f.sentence();
+    }
+}
+
+} // namespace
+} // namespace desk

@@ -1,0 +1,477 @@
+#include "edid/file_saver.h"
+
+#include "edid/file_writers.h"
+#include "support/edid_fixture.h"
+#include "support/file_size_limit.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+namespace desk {
+namespace {
+
+using test::boxes;
+using test::buffer_of;
+using test::good_edid;
+using test::mended;
+using test::needing_256;
+using test::some_bytes;
+using test::strings;
+using test::window_text_of;
+
+const test::noted_boxes::shown box_write_empty{"WRITE window is empty", box_icon::critical, box_buttons::ok};
+const test::noted_boxes::shown box_read_empty{"EDID of Read is empty", box_icon::critical, box_buttons::ok};
+
+constexpr int hex_kind = 1;
+constexpr int bin_kind = 2;
+
+class file_saver_test : public test::edid_fixture {
+protected:
+    file_saver_test() {
+        view.txt_write.text = window_text_of(good_edid());
+        view.txt_read.text = window_text_of(some_bytes(256));
+    }
+    std::string title_of(const std::string& name) const { return "VELOTRACE  - " + path(name); }
+    test::noted_boxes::shown box_exists(const std::string& name) const {
+        return {path(name) + " exists. Overwrite it ?", box_icon::none, box_buttons::yes_no_cancel};
+    }
+    void save_write(const std::string& name, int kind) { save(view.cmd_save_write, name, kind); }
+    void save_over(const std::string& name, int kind) {
+        m.boxes.answers = {box_answer::yes};
+        save_write(name, kind);
+    }
+    /// The changes of a first save from the WRITE side, with the file that it makes.
+    static strings named_and(const std::string& file) {
+        return {"edid_file_name", file, "form.caption", "lab_pre_f(0).caption"};
+    }
+};
+
+TEST_F(file_saver_test, has_nothing_to_save_in_an_empty_window) {
+    view.txt_write.text = "";
+    view.cmd_save_write.on_click();
+    EXPECT_EQ(std::exchange(m.boxes.all, {}), boxes{box_write_empty});
+    view.txt_write.text = "w";
+    view.txt_read.text = "";
+    view.cmd_save_read.on_click();
+    EXPECT_EQ(m.boxes.all, boxes{box_read_empty});
+    EXPECT_TRUE(m.files.shown.empty());
+}
+
+TEST_F(file_saver_test, changes_nothing_where_it_has_nothing_to_save) {
+    view.txt_write.text = "";
+    view.txt_read.text = "";
+    remember();
+    view.cmd_save_write.on_click();
+    view.cmd_save_read.on_click();
+    EXPECT_EQ(changed(), strings{"boxes"});
+}
+
+class save_dialog : public file_saver_test {
+protected:
+    const file_dialog_setup& dialog_shown() {
+        view.cmd_save_write.on_click();
+        return m.files.shown.back();
+    }
+};
+
+TEST_F(save_dialog, has_its_title_its_filter_and_the_program_s_folder_at_first) {
+    view.dia_file.file_name = "left over";
+    view.dia_file.filter_index = 3;
+    const file_dialog_setup& shown = dialog_shown();
+    EXPECT_EQ(shown.kind, file_dialog_setup::dialog_kind::save);
+    EXPECT_EQ(shown.title, "Save EDID file");
+    EXPECT_EQ(shown.filter, "*.hex|*.hex|*.bin|*.bin");
+    EXPECT_EQ(shown.filter_index, 1);
+    EXPECT_EQ(shown.init_dir, "/program");
+    EXPECT_EQ(shown.file_name, "");
+}
+
+TEST_F(save_dialog, offers_the_last_name_without_its_last_four_characters) {
+    const std::vector<std::pair<std::string, std::pair<std::string, std::string>>> cases = {
+        {"/edids/some.hex", {"/edids", "some"}}, {"C:\\edids\\some.hex", {"C:\\edids", "some"}},
+        {"/edids/abcdefgh", {"/edids", "abcd"}}, {"/edids/äöü€x", {"/edids", "ä"}},
+        {"/edids/.hex", {"/edids", ""}},         {"some.hex", {"", "some"}},
+    };
+    for (const auto& [name, offered] : cases) {
+        fields.edid_file_name = name;
+        const file_dialog_setup& shown = dialog_shown();
+        EXPECT_EQ(shown.init_dir, offered.first) << name;
+        EXPECT_EQ(shown.file_name, offered.second) << name;
+    }
+}
+
+TEST_F(save_dialog, does_not_come_where_the_last_name_is_too_short) {
+    fields.edid_file_name = "/edids/abc";
+    remember();
+    view.cmd_save_write.on_click();
+    view.cmd_save_read.on_click();
+    EXPECT_TRUE(m.files.shown.empty());
+    EXPECT_EQ(changed(), strings{}) << "it fails in silence";
+}
+
+TEST_F(save_dialog, ends_all_where_it_is_cancelled_or_names_nothing) {
+    remember();
+    view.cmd_save_write.on_click();
+    m.files.choices = {file_choice{"", 2}};
+    view.cmd_save_write.on_click();
+    view.cmd_save_read.on_click();
+    EXPECT_EQ(m.files.shown.size(), 3U);
+    EXPECT_EQ(changed(), strings{});
+    EXPECT_EQ(hex_type_questions, 0);
+}
+
+class overwriting : public file_saver_test {
+protected:
+    overwriting() { directory.put("old.bin", "old content"); }
+};
+
+TEST_F(overwriting, is_asked_for) {
+    save_over("old.bin", bin_kind);
+    EXPECT_EQ(m.boxes.all, boxes{box_exists("old.bin")});
+    EXPECT_EQ(directory.content("old.bin"), good_edid());
+}
+
+TEST_F(overwriting, is_asked_for_on_the_read_side_too) {
+    m.boxes.answers = {box_answer::yes};
+    save(view.cmd_save_read, "old.bin", bin_kind);
+    EXPECT_EQ(m.boxes.all, boxes{box_exists("old.bin")});
+    EXPECT_EQ(directory.content("old.bin"), some_bytes(256));
+}
+
+TEST_F(overwriting, does_not_happen_behind_cancel) {
+    for (const box_answer answer : {box_answer::cancel, box_answer::ok}) {
+        m.boxes.all.clear();
+        remember();
+        m.boxes.answers = {answer};
+        save_write("old.bin", bin_kind);
+        EXPECT_EQ(changed(), strings{"boxes"});
+    }
+}
+
+TEST_F(overwriting, asks_anew_from_the_start_behind_no) {
+    fields.edid_file_name = "/edids/some.hex";
+    m.files.choices = {file_choice{path("old.bin"), 2}, file_choice{path("old.bin"), 2},
+                       file_choice{path("new.bin"), 2}};
+    m.boxes.answers = {box_answer::no, box_answer::no};
+    view.cmd_save_write.on_click();
+    ASSERT_EQ(m.files.shown.size(), 3U);
+    for (const file_dialog_setup& shown : m.files.shown) {
+        EXPECT_EQ(shown.filter_index, 1);
+        EXPECT_EQ(shown.file_name, "some");
+    }
+    EXPECT_EQ(m.boxes.all, (boxes{box_exists("old.bin"), box_exists("old.bin")}));
+    EXPECT_EQ(directory.content("new.bin"), good_edid());
+    EXPECT_EQ(directory.content("old.bin"), "old content");
+}
+
+TEST_F(overwriting, can_be_cancelled_behind_no) {
+    m.files.choices = {file_choice{path("old.bin"), 2}};
+    m.boxes.answers = {box_answer::no};
+    view.cmd_save_write.on_click();
+    EXPECT_EQ(m.files.shown.size(), 2U);
+    EXPECT_EQ(directory.content("old.bin"), "old content");
+    EXPECT_EQ(fields.edid_file_name, "");
+}
+
+TEST_F(overwriting, is_not_asked_for_behind_a_change_of_the_name) {
+    save_write("old.txt", bin_kind);
+    EXPECT_TRUE(m.boxes.all.empty());
+    EXPECT_EQ(directory.content("old.bin"), good_edid());
+    EXPECT_FALSE(directory.has("old.txt"));
+}
+
+TEST_F(overwriting, is_asked_for_the_name_before_its_change) {
+    directory.put("old.txt", "text");
+    save_over("old.txt", bin_kind);
+    EXPECT_EQ(m.boxes.all, boxes{box_exists("old.txt")});
+    EXPECT_EQ(directory.content("old.txt"), "text");
+    EXPECT_EQ(directory.content("old.bin"), good_edid());
+}
+
+class saved_name : public file_saver_test {
+protected:
+    /// The name that a chosen one becomes.
+    std::string made_of(const std::string& name, int kind) {
+        save_write(name, kind);
+        for (const auto& entry : std::filesystem::directory_iterator(directory.path())) {
+            std::string made = utf8_from_path(entry.path().filename());
+            EXPECT_EQ(fields.edid_file_name, path(made));
+            std::filesystem::remove(entry.path());
+            return made;
+        }
+        return "none";
+    }
+};
+
+TEST_F(saved_name, keeps_the_ending_of_its_kind_in_any_case) {
+    for (const char* name : {"a.hex", "a.HEX", "a.hEx", ".hex", "a.bin.hex"})
+        EXPECT_EQ(made_of(name, hex_kind), name);
+    for (const char* name : {"a.bin", "a.BIN", "a.Bin", ".bin", "a.hex.bin"})
+        EXPECT_EQ(made_of(name, bin_kind), name);
+}
+
+TEST_F(saved_name, loses_its_last_four_characters_otherwise) {
+    EXPECT_EQ(made_of("a.bin", hex_kind), "a.hex");
+    EXPECT_EQ(made_of("a.hex", bin_kind), "a.bin");
+    for (const auto& [ending, kind] : {std::pair{std::string(".hex"), hex_kind}, {std::string(".bin"), bin_kind}}) {
+        EXPECT_EQ(made_of("a.txt", kind), "a" + ending);
+        EXPECT_EQ(made_of("abcdef", kind), "ab" + ending);
+        EXPECT_EQ(made_of("edid", kind), ending);
+        EXPECT_EQ(made_of("xäöüß", kind), "x" + ending);
+        EXPECT_EQ(made_of("edidhex", kind), "edi" + ending);
+        EXPECT_EQ(made_of("name.hex2", kind), "name." + ending);
+    }
+}
+
+TEST_F(saved_name, fails_in_silence_where_it_is_shorter) {
+    for (const int kind : {hex_kind, bin_kind}) {
+        remember();
+        m.files.choices = {file_choice{"abc", kind}};
+        view.cmd_save_write.on_click();
+        EXPECT_EQ(changed(), strings{});
+    }
+    EXPECT_EQ(hex_type_questions, 0);
+    EXPECT_EQ(m.files.shown.size(), 2U);
+}
+
+class saved_file : public file_saver_test {};
+
+TEST_F(saved_file, is_hex_for_the_first_kind_and_bin_for_any_other) {
+    save_write("a.hex", 1);
+    EXPECT_EQ(directory.content("a.hex"), window_text_of(good_edid()) + "\r\n");
+    EXPECT_EQ(hex_type_questions, 1);
+    int count = 0;
+    for (const int kind : {2, 3, 0}) {
+        const std::string name = std::string(1, static_cast<char>('b' + count++)) + ".bin";
+        save_write(name, kind);
+        EXPECT_EQ(directory.content(name), good_edid());
+    }
+    EXPECT_EQ(hex_type_questions, 1) << "no style is asked for";
+}
+
+TEST_F(saved_file, has_the_chosen_style) {
+    hex_type_choice = 2;
+    save_write("a.hex", hex_kind);
+    EXPECT_EQ(directory.content("a.hex"), c_language_hex_of(window_text_of(good_edid())));
+    EXPECT_TRUE(directory.content("a.hex").starts_with("0x00,0xFF,0xFF,0xFF,0xFF,0xFF,0xFF,0x00, //7\r\n"));
+    hex_type_choice = 1;
+    save_over("a.hex", hex_kind);
+    EXPECT_EQ(directory.content("a.hex"), window_text_of(good_edid()) + "\r\n");
+}
+
+TEST_F(saved_file, of_the_write_side_takes_over_name_title_and_list) {
+    view.lab_pre_f[0].caption = path("before.hex");
+    fields.edid_file_name = path("before.hex");
+    remember();
+    save_write("a.txt", bin_kind);
+    EXPECT_EQ(fields.edid_file_name, path("a.bin"));
+    EXPECT_EQ(form.caption, title_of("a.bin"));
+    EXPECT_EQ(view.lab_pre_f[0].caption, path("a.bin"));
+    EXPECT_EQ(view.lab_pre_f[1].caption, path("before.hex"));
+    EXPECT_EQ(changed(), (strings{"edid_file_name", "file a.bin", "form.caption", "lab_pre_f(0).caption",
+                                  "lab_pre_f(1).caption"}));
+}
+
+TEST_F(saved_file, of_the_write_side_changes_nothing_else_for_a_hex_file) {
+    fields.hex_type = 1;
+    remember();
+    save_write("a.hex", hex_kind);
+    EXPECT_EQ(changed(), named_and("file a.hex"));
+}
+
+TEST_F(saved_file, of_the_read_side_is_the_one_thing_that_changes) {
+    fields.edid_file_name = path("before.hex");
+    remember();
+    save(view.cmd_save_read, "a.bin", bin_kind);
+    EXPECT_EQ(changed(), strings{"file a.bin"});
+    EXPECT_EQ(directory.content("a.bin"), some_bytes(256));
+}
+
+TEST_F(saved_file, of_any_side_but_the_first_is_that_of_the_read_window) {
+    for (const int side : {0, 2, 3}) {
+        m.files.choices = {file_choice{path("a.bin"), bin_kind}};
+        m.boxes.answers = {box_answer::yes};
+        saver.save_file(side);
+        EXPECT_EQ(directory.content("a.bin"), some_bytes(256));
+        EXPECT_EQ(fields.edid_file_name, "");
+    }
+    m.files.choices = {file_choice{path("b.bin"), bin_kind}};
+    saver.save_file(1);
+    EXPECT_EQ(directory.content("b.bin"), good_edid());
+}
+
+TEST_F(saved_file, holds_the_text_as_it_is_behind_the_question_for_the_style) {
+    saver.choose_hex_type = [this] {
+        EXPECT_EQ(fields.edid_file_name, "") << "the name is taken over behind the question";
+        EXPECT_EQ(form.caption, "VELOTRACE ");
+        EXPECT_FALSE(directory.has("a.hex"));
+        view.txt_write.text = "11 ";
+        fields.hex_type = 1;
+    };
+    save_write("a.hex", hex_kind);
+    EXPECT_EQ(directory.content("a.hex"), "11 \r\n");
+}
+
+TEST_F(saved_file, holds_the_text_and_not_the_buffer) {
+    buffers.write_buff.fill(0x33);
+    save_write("a.bin", bin_kind);
+    EXPECT_EQ(directory.content("a.bin"), good_edid());
+}
+
+TEST_F(saved_file, can_hold_what_a_failed_read_has_left) {
+    view.txt_read.text = "Reading VGA(PC/HD-OUT)'s edid ...\r\nLink Error !\r\n";
+    hex_type_choice = 1;
+    save(view.cmd_save_read, "a.hex", hex_kind);
+    EXPECT_EQ(directory.content("a.hex"), view.txt_read.text.get() + "\r\n");
+    save(view.cmd_save_read, "a.bin", bin_kind);
+    EXPECT_EQ(directory.content("a.bin"), bin_of(view.txt_read.text.get()));
+    EXPECT_EQ(directory.content("a.bin").substr(0, 3), std::string("\x00\x0D\x00", 3));
+}
+
+TEST_F(saved_file, of_hex_replaces_an_old_one) {
+    directory.put("a.hex", std::string(5000, 'x'));
+    save_over("a.hex", hex_kind);
+    EXPECT_EQ(directory.content("a.hex"), window_text_of(good_edid()) + "\r\n");
+}
+
+TEST_F(saved_file, of_bin_keeps_the_tail_of_a_longer_old_one) {
+    directory.put("a.bin", std::string(1024, 'x'));
+    save_over("a.bin", bin_kind);
+    EXPECT_EQ(directory.content("a.bin"), good_edid() + std::string(768, 'x'));
+    view.txt_write.text = "11 22 ";
+    save_over("a.bin", bin_kind);
+    EXPECT_EQ(directory.content("a.bin"), "\x11\x22" + good_edid().substr(2) + std::string(768, 'x'));
+}
+
+TEST_F(saved_file, of_bin_replaces_a_shorter_old_one) {
+    directory.put("a.bin", "xyz");
+    save_over("a.bin", bin_kind);
+    EXPECT_EQ(directory.content("a.bin"), good_edid());
+}
+
+TEST_F(saved_file, gives_the_same_bytes_when_it_is_opened_again) {
+    test::random_edids random(9);
+    for (int i = 0; i < 100; ++i) {
+        const std::string data = mended(mended(random.next(), 0), 1);
+        const bool fails = test::needed_by(data, 0) == 256 || test::needed_by(data, 1) == 256;
+        if (fails) continue;
+        for (const auto& [name, kind, style] : {std::tuple{"a.hex", 1, 1}, {"b.hex", 1, 2}, {"c.bin", 2, 0}}) {
+            view.txt_write.text = window_text_of(data);
+            hex_type_choice = static_cast<std::int16_t>(style);
+            save_over(name, kind);
+            buffers.write_buff.fill(0x33);
+            open(name);
+            ASSERT_EQ(buffers.write_buff, buffer_of(data)) << name;
+            ASSERT_EQ(view.txt_write.text.get(), window_text_of(data)) << name;
+        }
+    }
+}
+
+TEST_F(saved_file, of_a_block_that_needs_256_holds_its_bytes_and_can_not_be_opened) {
+    test::random_edids random(10);
+    const std::string data = needing_256(random.next(), 0);
+    view.txt_write.text = window_text_of(data);
+    save_write("a.bin", bin_kind);
+    EXPECT_EQ(directory.content("a.bin"), data);
+    open("a.bin");
+    EXPECT_EQ(view.txt_write.text.get(), window_text_of(data.substr(0, 127)));
+}
+
+class failing_save : public file_saver_test {
+protected:
+    /// A save from the WRITE side that can't write has already taken over name, title and list.
+    void expect_silent_failure(const std::string& name, int kind) {
+        fields.edid_file_name = "";
+        form.caption = "VELOTRACE ";
+        view.lab_pre_f[0].caption = "";
+        view.lab_pre_f[1].caption = "";
+        fields.hex_type = hex_type_choice;
+        m.boxes.answers = {box_answer::yes};
+        remember();
+        save(view.cmd_save_read, name, kind);
+        EXPECT_EQ(changed_but_for_boxes(), strings{});
+        m.boxes.answers = {box_answer::yes};
+        save_write(name, kind);
+        EXPECT_EQ(changed_but_for_boxes(), (strings{"edid_file_name", "form.caption", "lab_pre_f(0).caption"}));
+        EXPECT_EQ(form.caption, title_of(name));
+    }
+    void expect_number_1_free() {
+        open_bytes("next.bin", good_edid());
+        EXPECT_EQ(form.caption, title_of("next.bin"));
+    }
+    strings changed_but_for_boxes() const {
+        strings all = changed();
+        std::erase(all, "boxes");
+        return all;
+    }
+};
+
+TEST_F(failing_save, into_a_folder_that_is_gone_is_silent) {
+    for (const char* folder : {"gone", "file"}) {
+        directory.put("file", "no folder");
+        expect_silent_failure(std::string(folder) + "/a.hex", hex_kind);
+        expect_silent_failure(std::string(folder) + "/a.bin", bin_kind);
+    }
+    EXPECT_TRUE(m.boxes.all.empty());
+    expect_number_1_free();
+}
+
+TEST_F(failing_save, of_hex_half_way_leaves_the_old_file_whole) {
+    directory.put("a.hex", "old content");
+    const test::file_size_limit disk_is_full(100);
+    for (const std::int16_t style : {std::int16_t{1}, std::int16_t{2}}) {
+        hex_type_choice = style;
+        expect_silent_failure("a.hex", hex_kind);
+        EXPECT_EQ(directory.content("a.hex"), "old content");
+        EXPECT_EQ(directory.file_count(), 1U);
+    }
+}
+
+TEST_F(failing_save, of_bin_half_way_keeps_the_old_bytes_that_it_did_not_reach) {
+    directory.put("a.bin", std::string(1024, 'x'));
+    {
+        const test::file_size_limit disk_is_full(100);
+        save_over("a.bin", bin_kind);
+    }
+    EXPECT_EQ(directory.content("a.bin"), good_edid().substr(0, 100) + std::string(924, 'x'));
+    EXPECT_EQ(form.caption, title_of("a.bin"));
+    expect_number_1_free();
+}
+
+TEST_F(failing_save, onto_a_full_device_is_silent) {
+    if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "this system has no full device";
+    for (const char* name : {"a.bin", "a.hex"}) {
+        std::filesystem::create_symlink("/dev/full", directory / name);
+        expect_silent_failure(name, name == std::string("a.bin") ? bin_kind : hex_kind);
+        EXPECT_TRUE(std::filesystem::is_symlink(directory / name));
+    }
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
+    expect_number_1_free();
+}
+
+TEST_F(failing_save, behind_a_file_that_was_left_open_writes_nothing) {
+    directory.put("old.hex", "old content");
+    directory.put("old.bin", "old content");
+    open_bytes("short.ddc", "x");
+    view.txt_write.text = window_text_of(good_edid());
+    for (const char* name : {"new.hex", "old.hex"})
+        expect_silent_failure(name, hex_kind);
+    for (const char* name : {"new.bin", "old.bin"})
+        expect_silent_failure(name, bin_kind);
+    EXPECT_EQ(directory.file_count(), 3U);
+}
+
+TEST_F(failing_save, in_the_question_for_the_style_is_silent_too) {
+    saver.choose_hex_type = [] { throw runtime_failure(failure::invalid_property_value, "no such choice"); };
+    remember();
+    save_write("a.hex", hex_kind);
+    EXPECT_EQ(changed(), strings{});
+}
+
+} // namespace
+} // namespace desk
