@@ -145,6 +145,21 @@ TEST(property, marks_its_control_where_it_takes_another_value) {
     EXPECT_EQ(form.take_changed(), std::vector<control*>{&l});
 }
 
+TEST(property, marks_its_control_where_its_text_grows) {
+    window form;
+    text_box t;
+    form.add(t);
+    form.take_changed();
+    t.text += "";
+    EXPECT_TRUE(form.take_changed().empty());
+    t.text += "a";
+    EXPECT_EQ(form.take_changed(), std::vector<control*>{&t});
+    t.text += "b";
+    t.text += std::string("\r\nc");
+    EXPECT_EQ(form.take_changed(), std::vector<control*>{&t});
+    EXPECT_EQ(t.text, "ab\r\nc");
+}
+
 TEST(property, takes_the_value_of_another) {
     label from;
     label to;
@@ -223,6 +238,20 @@ TEST(check_box, raises_nothing_where_the_program_sets_it) {
     c.on_click = [&] { clicked = true; };
     c.value = 1;
     EXPECT_EQ(c.value, 1);
+    EXPECT_FALSE(clicked);
+}
+
+TEST(check_box, takes_0_and_1_from_a_number_and_no_other) {
+    check_box c;
+    bool clicked = false;
+    c.on_click = [&] { clicked = true; };
+    c.set_value(1);
+    EXPECT_EQ(c.value, 1);
+    for (const int wrong : {-1, 2, 255})
+        EXPECT_EQ(failure_of([&] { c.set_value(wrong); }), failure::invalid_property_value) << wrong;
+    EXPECT_EQ(c.value, 1);
+    c.set_value(0);
+    EXPECT_EQ(c.value, 0);
     EXPECT_FALSE(clicked);
 }
 

@@ -1,11 +1,13 @@
 #include "runtime/files.h"
 
 #include "support/expect_failure.h"
+#include "support/file_size_limit.h"
 #include "support/temporary_directory.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 namespace desk {
 namespace {
@@ -93,6 +95,86 @@ TEST(replace_whole_file, leaves_all_as_it_was_where_it_fails) {
     EXPECT_EQ(failure_of([&] { replace_whole_file(directory / "taken", "x"); }), failure::path_file_access_error);
     EXPECT_EQ(directory.content("taken/inside"), "kept");
     EXPECT_EQ(directory.file_count(), 1U);
+}
+
+TEST(replace_whole_file, leaves_the_old_file_whole_where_the_disk_is_full) {
+    const temporary_directory directory;
+    directory.put("old.ini", "old");
+    const test::file_size_limit disk_is_full(100);
+    EXPECT_EQ(failure_of([&] { replace_whole_file(directory / "old.ini", std::string(500, 'x')); }),
+              failure::path_file_access_error);
+    EXPECT_EQ(failure_of([&] { replace_whole_file(directory / "new.ini", std::string(500, 'x')); }),
+              failure::path_file_access_error);
+    EXPECT_EQ(directory.content("old.ini"), "old");
+    EXPECT_EQ(directory.file_count(), 1U);
+}
+
+TEST(write_over_file, makes_a_file_with_these_bytes) {
+    const temporary_directory directory;
+    const std::string content("1\r\n\0\xE4", 5);
+    write_over_file(directory / "ä.bin", content);
+    EXPECT_EQ(directory.content("ä.bin"), content);
+}
+
+TEST(write_over_file, replaces_the_first_bytes_and_keeps_the_rest) {
+    const temporary_directory directory;
+    directory.put("old.bin", "a long text that stood here before");
+    write_over_file(directory / "old.bin", "short");
+    EXPECT_EQ(directory.content("old.bin"), "shortg text that stood here before");
+    write_over_file(directory / "old.bin", "");
+    EXPECT_EQ(directory.content("old.bin"), "shortg text that stood here before");
+    EXPECT_EQ(directory.file_count(), 1U);
+}
+
+TEST(write_over_file, grows_a_shorter_file) {
+    const temporary_directory directory;
+    directory.put("old.bin", "old");
+    write_over_file(directory / "old.bin", "a longer text");
+    EXPECT_EQ(directory.content("old.bin"), "a longer text");
+}
+
+TEST(write_over_file, writes_to_where_a_link_leads) {
+    const temporary_directory directory;
+    directory.put("real.bin", "old content");
+    std::filesystem::create_symlink(directory / "real.bin", directory / "link.bin");
+    write_over_file(directory / "link.bin", "new");
+    EXPECT_TRUE(std::filesystem::is_symlink(directory / "link.bin"));
+    EXPECT_EQ(directory.content("real.bin"), "new content");
+}
+
+TEST(write_over_file, fails_where_no_file_can_be) {
+    const temporary_directory directory;
+    directory.put("file", "no folder");
+    for (const char* name : {"none/a.bin", "file/a.bin", ""})
+        EXPECT_EQ(failure_of([&] { write_over_file(directory / name, "x"); }), failure::path_file_access_error) << name;
+    EXPECT_EQ(directory.content("file"), "no folder");
+}
+
+TEST(write_over_file, fails_half_way_where_the_disk_is_full) {
+    const temporary_directory directory;
+    directory.put("old.bin", std::string(1000, 'o'));
+    const test::file_size_limit disk_is_full(100);
+    EXPECT_EQ(failure_of([&] { write_over_file(directory / "old.bin", std::string(500, 'n')); }),
+              failure::path_file_access_error);
+    EXPECT_EQ(directory.content("old.bin"), std::string(100, 'n') + std::string(900, 'o'));
+}
+
+TEST(replace_whole_file, touches_no_other_file_beside_it) {
+    const temporary_directory directory;
+    const std::vector<std::string> others = {"old.ini.new", "velotrace0.new", "velotrace1.new"};
+    for (const std::string& name : others)
+        directory.put(name, "mine");
+    directory.put("old.ini", "old");
+    replace_whole_file(directory / "old.ini", "new");
+    EXPECT_EQ(directory.content("old.ini"), "new");
+    for (const std::string& name : others)
+        EXPECT_EQ(directory.content(name), "mine") << name;
+    EXPECT_EQ(directory.file_count(), 4U);
+}
+
+TEST(replace_whole_file, writes_to_a_device_and_leaves_it_one) {
+    EXPECT_EQ(failure_of([] { replace_whole_file("/dev/full", "new"); }), failure::path_file_access_error);
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
 }
 
 TEST(paths, come_back_as_the_same_text) {

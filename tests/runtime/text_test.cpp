@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
 namespace desk {
@@ -177,6 +178,16 @@ TEST(letters, change_their_case_in_ascii_alone) {
     EXPECT_EQ(upper_case("aBc9_{z"), "ABC9_{Z");
     EXPECT_EQ(upper_case("\xC3\xA4"), "\xC3\xA4");
     EXPECT_EQ(lower_case("\xC3\x84"), "\xC3\x84");
+}
+
+TEST(hex_digit, knows_the_digits_in_either_case_and_nothing_else) {
+    const std::string upper = "0123456789ABCDEF";
+    const std::string lower = "0123456789abcdef";
+    for (int code = 0; code < 256; ++code) {
+        const auto c = static_cast<char>(code);
+        const std::size_t place = std::min(upper.find(c), lower.find(c));
+        EXPECT_EQ(hex_digit(c), place == std::string::npos ? -1 : static_cast<int>(place)) << code;
+    }
 }
 
 TEST(is_digit, knows_0_to_9) {

@@ -1,5 +1,7 @@
 #include "runtime/windows_1252.h"
 
+#include "support/expect_failure.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
@@ -100,6 +102,30 @@ TEST(first_characters, cuts_between_characters) {
     EXPECT_EQ(first_characters("C:\\x", 3), "C:\\");
     EXPECT_EQ(first_characters("ab", 5), "ab");
     EXPECT_EQ(first_characters("ab", 0), "");
+}
+
+TEST(last_characters, cuts_between_characters) {
+    EXPECT_EQ(last_characters("äöü", 2), "öü");
+    EXPECT_EQ(last_characters("a.hex", 4), ".hex");
+    EXPECT_EQ(last_characters("a€b", 2), "€b");
+    EXPECT_EQ(last_characters("ab", 2), "ab");
+    EXPECT_EQ(last_characters("ab", 5), "ab");
+    EXPECT_EQ(last_characters("ab", 0), "");
+    EXPECT_EQ(last_characters("", 3), "");
+}
+
+TEST(without_last_characters, cuts_between_characters) {
+    EXPECT_EQ(without_last_characters("äöü", 2), "ä");
+    EXPECT_EQ(without_last_characters("a.hex", 4), "a");
+    EXPECT_EQ(without_last_characters("größe", 0), "größe");
+    EXPECT_EQ(without_last_characters(".hex", 4), "");
+    EXPECT_EQ(without_last_characters("ä€öü", 4), "");
+    EXPECT_EQ(without_last_characters("", 0), "");
+}
+
+TEST(without_last_characters, fails_for_a_text_that_is_shorter) {
+    for (const char* text : {"", "a", "abc", "äöü"})
+        EXPECT_EQ(test::failure_of([&] { without_last_characters(text, 4); }), failure::invalid_procedure_call) << text;
 }
 
 TEST(as_utf8, keeps_utf8_and_reads_the_rest_as_bytes) {

@@ -121,6 +121,11 @@ inline edid_buffer buffer_of(std::string_view data, std::uint8_t filler = 0xFF) 
 /// Everything that can be seen, by name: "cmd_write.enabled", "form.caption".
 using looks = std::map<std::string, std::string>;
 
+template <class Control, class Tell>
+void tell_caption(const control& c, Tell tell) {
+    if (const auto* shown = dynamic_cast<const Control*>(&c)) tell(".caption", shown->caption);
+}
+
 /// What the controls of a window show.
 inline looks looks_of(const window& form) {
     looks all{{"form.caption", form.caption}};
@@ -130,9 +135,11 @@ inline looks looks_of(const window& form) {
         tell(".enabled", std::to_string(c->enabled.get()));
         tell(".back_color", std::to_string(c->back_color.get()));
         tell(".fore_color", std::to_string(c->fore_color.get()));
-        if (const auto* shown = dynamic_cast<const frame*>(c)) tell(".caption", shown->caption);
-        if (const auto* shown = dynamic_cast<const label*>(c)) tell(".caption", shown->caption);
-        if (const auto* shown = dynamic_cast<const button*>(c)) tell(".caption", shown->caption);
+        tell_caption<frame>(*c, tell);
+        tell_caption<label>(*c, tell);
+        tell_caption<button>(*c, tell);
+        tell_caption<check_box>(*c, tell);
+        tell_caption<option_button>(*c, tell);
         if (const auto* shown = dynamic_cast<const text_box*>(c)) tell(".text", shown->text);
         if (const auto* shown = dynamic_cast<const check_box*>(c)) tell(".value", std::to_string(shown->value.get()));
         if (const auto* shown = dynamic_cast<const option_button*>(c))

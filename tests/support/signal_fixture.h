@@ -5,7 +5,7 @@
 #include "signal/favourites.h"
 #include "signal/set_dispatcher.h"
 #include "signal/upload.h"
-#include "support/fake_machine.h"
+#include "support/generator_fixture.h"
 
 #include <gtest/gtest.h>
 
@@ -19,9 +19,6 @@
 #include <vector>
 
 namespace desk::test {
-
-using strings = std::vector<std::string>;
-using boxes = std::vector<noted_boxes::shown>;
 
 /// A row's name: its number in the second and third character.
 inline std::string numbered(int row, const std::string& what) {
@@ -38,13 +35,6 @@ inline std::string numbered_catalogue(int timings, int patterns) {
     for (int i = 1; i <= patterns; ++i)
         text += "\"" + numbered(i, "pattern") + "\"\r\n";
     return text;
-}
-
-/// How a button looks: "red dead", "green live", "face live".
-inline std::string look_of(const button& b) {
-    const std::map<color, std::string> names{{255, "red"}, {65280, "green"}, {0x8000000F, "face"}};
-    const auto found = names.find(b.back_color);
-    return (found == names.end() ? "?" : found->second) + (b.enabled ? " live" : " dead");
 }
 
 /// The index of the lit button of a group; -1: none is lit, -2: more than one.
@@ -73,7 +63,7 @@ inline void set_checks(list_view& list, const std::vector<int>& rows) {
 }
 
 /// The parts of the signal side on a scripted machine, with a generator on the line that answers.
-class signal_fixture : public testing::Test {
+class signal_fixture : public generator_fixture {
 protected:
     explicit signal_fixture(int timings = 30, int patterns = 45) {
         rows.change_view = [this](int view) { link.view_mode = static_cast<std::int16_t>(view); };
@@ -86,21 +76,9 @@ protected:
         rows.load(numbered_catalogue(timings, patterns));
         steps.fill_intervals();
         steps.fill_rows();
-        m.events.ticking = &link.tim_rx;
-        m.port.on_write = [this](const std::string& cmd) { answer(cmd); };
-        link.com_port = 1;
-        link.set_comm();
     }
 
     void enter(int view) { link.view_mode = static_cast<std::int16_t>(view); }
-
-    /// From now on writes down what is to be seen at each pump, at each write behind what is written ("TIM001: ...")
-    /// and at each box ("box: ..."); what looks like the frame before is left out.
-    void film(const std::function<std::string()>& look) {
-        m.events.on_pump = [this, look] { add_frame(look()); };
-        m.boxes.on_show = [this, look] { add_frame("box: " + look()); };
-        look_at_write_ = look;
-    }
 
     /// The captions of the four status labels.
     strings labels() const {
@@ -118,8 +96,6 @@ protected:
     }
     static strings unused_row(int number) { return {std::to_string(number), "", "", "0"}; }
 
-    fake_machine m;
-    exchange link{m.host};
     desk_frame desk_area;
     status_frame status;
     catalogue rows{link, desk_area, status};
@@ -133,29 +109,12 @@ protected:
     upload custom_string_upload{link, desk_area};
     window form;
 
-    /// What the generator answers to a command: nothing where this is empty, and the command itself without an entry.
-    /// To raw bytes it answers nothing.
-    std::map<std::string, std::string> answers;
-    bool unplugged = false; ///< no answer at all
-    strings frames;
-
 private:
     template <std::size_t Count>
     static void set_captions(std::array<button, Count>& group, const std::array<const char*, Count>& captions) {
         for (std::size_t i = 0; i < Count; ++i)
             group.at(i).caption = captions.at(i);
     }
-    void answer(const std::string& cmd) {
-        if (look_at_write_) add_frame(cmd + ": " + look_at_write_());
-        const auto found = answers.find(cmd);
-        const std::string text = found == answers.end() ? cmd : found->second;
-        if (!unplugged && cmd.size() == 6) m.events.in(10, [this, text] { m.port.arrive(text); });
-    }
-    void add_frame(const std::string& frame) {
-        if (frames.empty() || frames.back() != frame) frames.push_back(frame);
-    }
-
-    std::function<std::string()> look_at_write_;
 };
 
 inline const noted_boxes::shown box_link_error{"Link Error !", box_icon::critical, box_buttons::ok};
