@@ -397,7 +397,7 @@ TEST_F(run_test, ends_the_program_for_a_number_with_which_block_0_needs_256) {
     EXPECT_TRUE(commands().empty());
     EXPECT_FALSE(run.cmd_run.enabled);
     EXPECT_FALSE(diag.cmd_ok.enabled);
-    EXPECT_EQ(marks(), " [40960 40960]") << "emptied, and no new mark";
+    EXPECT_EQ(marks(), "  [40960 40960]") << "emptied, and no new mark";
 }
 
 TEST_F(run_test, fails_for_a_number_that_no_double_holds) {
