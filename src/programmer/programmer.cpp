@@ -33,9 +33,11 @@ void programmer::show_and_rest_write(std::int16_t diag_mode) {
 
 void programmer::show_frm_diag(std::int16_t diag_mode) {
     fields_.diag_mode = diag_mode;
-    frm_diag_ = std::make_unique<frm_diag>(fields_, buffers_, text_, serial_, transfers_, machine_.events);
-    frm_diag_->load();
-    machine_.windows.show(frm_diag_->form);
+    // one that is closed can be opened again before this procedure goes on: each opening holds its own
+    const auto opened = std::make_shared<frm_diag>(fields_, buffers_, text_, serial_, transfers_, machine_.events);
+    frm_diag_ = opened;
+    opened->load();
+    machine_.windows.show(opened->form);
     transfers_.frm_diag = {};
 }
 

@@ -37,7 +37,7 @@ private:
     window_text& text_;
     serial_number& serial_;
     sink_transfers& transfers_;
-    std::unique_ptr<frm_diag> frm_diag_; // the last one opened
+    std::shared_ptr<frm_diag> frm_diag_; // the last one opened, to be looked at when the program has ended in it
 };
 
 } // namespace desk

@@ -68,6 +68,17 @@ TEST_F(comp, has_its_caption_and_no_mark_when_its_box_comes) {
     EXPECT_EQ(frames, strings{"box: COMPARE[]"});
 }
 
+TEST_F(comp, leaves_a_frame_on_show_as_it_is_but_for_its_caption_and_its_mark) {
+    view.fra_compare.visible = true;
+    view.cmd_ok.enabled = false;
+    view.txt_read.text = "";
+    remember();
+    view.cmd_compare.on_click();
+    EXPECT_EQ(m.boxes.all, boxes{box_empty});
+    EXPECT_EQ(changed(), (strings{"boxes", "fra_compare.caption", "lab_pass.caption"}));
+    EXPECT_TRUE(view.fra_compare.visible);
+}
+
 TEST_F(comp, passes_where_all_bytes_are_the_same) {
     EXPECT_EQ(told_of(0), "Comparing ...\r\nMatch entirely.");
     EXPECT_EQ(view.fra_compare.caption, "COMPARE");
@@ -180,6 +191,31 @@ TEST_F(repair, pumps_with_the_text_trimmed_and_not_yet_repaired) {
     }
 }
 
+TEST_F(repair, works_on_what_the_events_of_its_pump_have_left) {
+    texts.recover_sum = {0x12, 0x34};
+    m.events.on_pump = [this] {
+        view.txt_write.text = "11 //7F\r\n22 //FF\r\n";
+        texts.recover_sum = {0xAB, 0xCD};
+    };
+    view.txt_write.text = "33 44 //7F\r\n";
+    view.cmd_recover[0].on_click();
+    EXPECT_EQ(view.txt_write.text, "AB //7F\r\n22 //FF\r\n");
+    EXPECT_EQ(view.lab_write_checksum[0].caption, "BK0=AB Modified.");
+    view.txt_write.text = "33 44 //FF\r\n";
+    view.cmd_recover[1].on_click();
+    EXPECT_EQ(view.txt_write.text, "11 //7F\r\nCD //FF\r\n");
+    EXPECT_EQ(view.lab_write_checksum[1].caption, "BK1=CD Modified.");
+}
+
+TEST_F(repair, keeps_the_character_before_its_mark_in_block_0_alone) {
+    texts.recover_sum = {0xAB, 0xCD};
+    view.txt_write.text = "11-//7F\r\n22-//FF\r\n";
+    view.cmd_recover[0].on_click();
+    EXPECT_EQ(view.txt_write.text, "AB-//7F\r\n22-//FF\r\n");
+    view.cmd_recover[1].on_click();
+    EXPECT_EQ(view.txt_write.text, "AB-//7F\r\nCD //FF\r\n");
+}
+
 TEST_F(repair, of_block_1_cuts_off_what_stands_behind_it) {
     const std::string data = some_bytes(300);
     view.txt_write.text = window_text_of(data);
@@ -228,8 +264,11 @@ TEST_F(repair, fails_without_three_characters_before_its_mark) {
 }
 
 TEST_F(repair, knows_two_blocks) {
-    view.txt_write.text = window_text_of(wrong);
+    view.txt_write.text = " " + window_text_of(wrong) + " ";
+    remember();
     EXPECT_EQ(failure_of([&] { comparison.cmd_recover_click(2); }), failure::subscript_out_of_range);
+    EXPECT_EQ(changed(), strings{"txt_write.text"});
+    EXPECT_EQ(view.txt_write.text.get(), window_text_of(wrong)) << "trimmed, and nothing more";
 }
 
 TEST_F(repair, does_not_reach_the_compared_bytes) {

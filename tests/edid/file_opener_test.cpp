@@ -192,6 +192,18 @@ TEST_F(opened_file, of_another_kind_is_told_twice_and_named_all_the_same) {
     expect_number_1(false);
 }
 
+TEST_F(opened_file, of_another_kind_is_told_before_its_name_and_its_buttons_follow) {
+    opener.file_ok = true;
+    directory.put("a.txt", "11");
+    film([this] {
+        return form.caption.get() + ", " + view.lab_pre_f[0].caption.get() + (opener.file_ok ? ", ok" : "") +
+               (view.cmd_write.enabled ? ", live" : "");
+    });
+    open("a.txt");
+    EXPECT_EQ(frames, (strings{"box: VELOTRACE , , ok", "box: VELOTRACE , ",
+                               title_of("a.txt") + ", " + path("a.txt") + ", live"}));
+}
+
 TEST_F(opened_file, has_no_kind_without_the_three_letters_at_its_very_end) {
     for (const char* name : {"a.he", "hex.a", "ex", "a.hex ", "a.hexx", "a.b1n"}) {
         open_bytes(name, "11");
@@ -537,8 +549,18 @@ TEST_F(previous_file, hides_the_list_before_its_box_comes) {
     EXPECT_EQ(frames, strings{"box: closed"});
 }
 
+TEST_F(previous_file, that_is_gone_leaves_the_list_and_the_buttons_behind_its_box) {
+    put_list({"a", "b"});
+    fields.edid_file_name = "x";
+    film([this] { return list()[0] + list()[1] + (view.cmd_write.enabled ? ", live" : ""); });
+    press(0);
+    EXPECT_EQ(frames, (strings{"box: ab", "b, live"}));
+}
+
 TEST_F(previous_file, is_one_of_ten) {
+    view.fra_pre_f.visible = true;
     EXPECT_EQ(failure_of([&] { opener.lab_pre_f_click(10); }), failure::subscript_out_of_range);
+    EXPECT_FALSE(view.fra_pre_f.visible);
 }
 
 TEST_F(previous_file, lets_no_failure_pass) {

@@ -165,6 +165,8 @@ TEST(read_hex, drops_a_single_digit_at_the_end_of_a_line) {
         EXPECT_EQ(bytes_of_hex(std::string("AB 0x1") + end), "AB ");
         EXPECT_EQ(bytes_of_hex(std::string("ABC//D") + end), "AB ");
         EXPECT_EQ(bytes_of_hex(std::string("C") + end), "");
+        EXPECT_EQ(bytes_of_hex(std::string("  AB C") + end), "AB ") << "whatever stands in front of the line";
+        EXPECT_EQ(bytes_of_hex(std::string("\tAB C//D") + end), "AB ");
     }
 }
 

@@ -47,7 +47,20 @@ protected:
         all.insert(all.end(), more.begin(), more.end());
         return all;
     }
-    bool last_written(const std::string& command) const { return m.port.done.back() == "write " + command; }
+    /// Does something in the first pump behind a command's answer in which the next one is waited for.
+    void behind_command(const std::string& command, const std::function<void()>& work) {
+        m.events.on_pump = [this, command, work, answered = false, begun = false]() mutable {
+            if (!last_written(command) || begun) return;
+            answered = answered || link.rx_done;
+            begun = answered && !link.rx_done;
+            if (begun) work();
+        };
+    }
+    bool last_written(const std::string& command) const {
+        const auto last = std::find_if(m.port.done.rbegin(), m.port.done.rend(),
+                                       [](const std::string& done) { return done.starts_with("write "); });
+        return last != m.port.done.rend() && *last == "write " + command;
+    }
 
     /// The frame's caption, its text with "|" for each line's end, and its mark with the state of OK: "WRITE: a|b PASS
     /// live".
@@ -227,6 +240,19 @@ TEST_F(sink_read, fails_behind_150_waits_without_a_byte) {
     EXPECT_GE(m.events.now - started, limit * m.events.step);
 }
 
+TEST_F(sink_read, waits_for_the_first_clock_step_above_1_ms_each_time) {
+    sink = "";
+    m.events.step = 1;
+    std::int64_t started = 0;
+    m.events.on_pump = [this, &started] {
+        const bool waiting = last_written("ERD001") && link.rx_done && !link.tim_rx.enabled;
+        if (waiting && started == 0) started = m.events.now + 1;
+    };
+    transfers.read_sink();
+    expect_failed_read("\r\nTimeout ! Read fail !");
+    EXPECT_EQ(m.events.now - started, limit * 2);
+}
+
 TEST_F(sink_read, waits_anew_behind_each_piece) {
     sink = "";
     in_round(limit - 1, [this] { m.port.arrive(good_edid().substr(0, 255)); });
@@ -366,12 +392,11 @@ TEST_F(read_button, disables_the_side_that_it_could_not_fill) {
     }
 }
 
-class write_button : public sink_test {
+class sink_write : public sink_test {
 protected:
     static constexpr int limit = 150;
     static constexpr int round_ms = 15; ///< 10 ms and a bit
 
-    std::string look() const { return look_of(view.cmd_write) + ", " + told(); }
     void take(const std::string& written) override {
         sink_test::take(written);
         if (written.size() != 1 || bytes_written != 256) return;
@@ -392,6 +417,11 @@ protected:
     std::int64_t last_byte = 0; ///< when it went out
 };
 
+class write_button : public sink_write {
+protected:
+    std::string look() const { return look_of(view.cmd_write) + ", " + told(); }
+};
+
 TEST_F(write_button, sends_what_the_buffer_holds_byte_by_byte) {
     buffers.write_buff = buffer_of(some_bytes(256));
     view.txt_write.text = window_text_of(good_edid());
@@ -403,6 +433,12 @@ TEST_F(write_button, sends_what_the_buffer_holds_byte_by_byte) {
     EXPECT_EQ(changed(),
               (strings{"fra_compare.caption", "fra_compare.visible", "lab_pass.fore_color", "txt_msg.text"}));
     EXPECT_TRUE(m.boxes.all.empty());
+}
+
+TEST_F(write_button, sends_what_the_events_of_its_last_pump_have_left_in_the_buffer) {
+    behind_command("EWR001", [this] { buffers.write_buff = buffer_of(some_bytes(256)); });
+    view.cmd_write.on_click();
+    EXPECT_EQ(m.port.take_written(), joined({"ESC001", "EWR001"}, bytes_one_by_one(some_bytes(256))));
 }
 
 TEST_F(write_button, is_red_and_dead_from_its_click_to_its_result) {
@@ -491,6 +527,14 @@ TEST_F(write_button, waits_150_rounds_of_more_than_10_ms_behind_the_last_byte) {
     expect_mark(false);
     EXPECT_EQ(m.events.now - last_byte, limit * round_ms + m.events.step) << "and a last pump";
     EXPECT_FALSE(link.tim_rx.enabled);
+}
+
+TEST_F(write_button, waits_for_the_first_clock_step_above_10_ms_each_time) {
+    write_result = "";
+    m.events.step = 1;
+    view.cmd_write.on_click();
+    EXPECT_EQ(told(), "WRITE: Writing WRITE data ...|WRITE timeout error !| FAIL live");
+    EXPECT_EQ(m.events.now - last_byte, limit * 11 + 1) << "and a last pump";
 }
 
 TEST_F(write_button, takes_an_answer_in_the_149th_round_and_none_in_the_150th) {
@@ -594,14 +638,10 @@ protected:
     /// begins.
     void before_the_wait(const std::function<void()>& work) {
         erase_result = "";
-        m.events.on_pump = [this, work, answered = false, begun = false]() mutable {
-            if (!last_written("ERS001") || begun) return;
-            answered = answered || link.rx_done;
-            begun = answered && !link.rx_done;
-            if (!begun) return;
+        behind_command("ERS001", [this, work] {
             started = m.events.now + m.events.step;
             work();
-        };
+        });
     }
     void answer_in_round(int round, const std::string& answer) {
         before_the_wait([this, round, answer] {
@@ -684,6 +724,14 @@ TEST_F(erase_button, waits_3001_rounds_of_more_than_50_ms) {
     EXPECT_TRUE(link.tim_rx.enabled);
 }
 
+TEST_F(erase_button, waits_for_the_first_clock_step_above_50_ms_each_time) {
+    m.events.step = 1;
+    before_the_wait([] {});
+    erase();
+    EXPECT_EQ(told(), "ERASE: Erasing sink's edid ...|Timeout Error ! FAIL live");
+    EXPECT_EQ(m.events.now - started, limit * 51);
+}
+
 TEST_F(erase_button, takes_an_answer_in_the_last_round) {
     answer_in_round(limit, "ERS002");
     erase();
@@ -713,7 +761,7 @@ TEST_F(erase_button, tells_a_failed_link) {
 }
 
 /// WRITE and VERIFY as steps of the automatic run.
-class step_of_run : public sink_test {
+class step_of_run : public sink_write {
 protected:
     step_of_run() {
         txt_auto_msg.name = "txt_auto_msg";
@@ -758,6 +806,17 @@ TEST_F(step_of_run, tells_an_error_of_the_sink) {
 
 TEST_F(step_of_run, tells_that_the_sink_is_silent) {
     write_with("", true);
+    EXPECT_EQ(txt_auto_msg.text, "Writing WRITE data ...\r\nWRITE timeout error !\r\n");
+    EXPECT_FALSE(fields.run_ok);
+}
+
+TEST_F(step_of_run, takes_an_answer_in_the_149th_round_and_none_in_the_150th) {
+    answer_in_round(limit - 1, "EWR002");
+    view.cmd_write.on_click();
+    EXPECT_EQ(txt_auto_msg.text, "Writing WRITE data ...\r\nEWR002 Write completely .\r\n");
+    EXPECT_TRUE(fields.run_ok);
+    answer_in_round(limit, "EWR002");
+    view.cmd_write.on_click();
     EXPECT_EQ(txt_auto_msg.text, "Writing WRITE data ...\r\nWRITE timeout error !\r\n");
     EXPECT_FALSE(fields.run_ok);
 }

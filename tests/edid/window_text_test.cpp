@@ -312,6 +312,15 @@ TEST_F(window_text_test, clears_the_write_window_and_keeps_its_bytes_labels_repa
     EXPECT_EQ(form.caption, "VELOTRACE ");
 }
 
+TEST_F(window_text_test, pumps_with_the_write_window_cleared_and_its_side_disabled) {
+    fill_both_windows();
+    film([this] {
+        return "[" + view.txt_write.text.get() + "] " + form.caption.get() + (view.cmd_write.enabled ? "live" : "dead");
+    });
+    view.cmd_clear_file.on_click();
+    EXPECT_EQ(frames, strings{"[] VELOTRACE dead"});
+}
+
 TEST(checksum_caption, has_the_block_the_value_and_the_verdict) {
     EXPECT_EQ(checksum_caption(0, 0x3C, " Correct."), "BK0=3C Correct.");
     EXPECT_EQ(checksum_caption(1, 0x0A, " Modified."), "BK1=A Modified.");

@@ -323,6 +323,28 @@ TEST_F(frm_diag_window, stays_open_while_it_is_minimised) {
     EXPECT_EQ(desk().fields.diag_mode, 3);
 }
 
+TEST_F(frm_diag_window, is_a_fresh_one_where_it_is_opened_again_before_the_first_has_come_back) {
+    open_first_edid();
+    const hand h = operator_hand();
+    int opened = 0;
+    in_next_window("frm_diag", [&](const hand& first) {
+        ++opened;
+        first.click("cmd_checksum");
+        first.click("cmd_ok");
+        in_next_window("frm_diag", [&](const hand& second) {
+            ++opened;
+            EXPECT_EQ(second.text("lab_checksum"), "");
+            second.click("cmd_ok");
+        });
+        h.click("cmd_sum_read");
+    });
+    desk().edid.cmd_sum_read.enabled = true;
+    h.click("cmd_sum_write");
+    EXPECT_EQ(opened, 2);
+    EXPECT_EQ(desk().fields.diag_mode, 3);
+    EXPECT_TRUE(h.find("cmd_write").isEnabled());
+}
+
 TEST_F(frm_diag_window, a_run_without_a_link_tells_it_above_the_window) {
     open_first_edid();
     const hand h = operator_hand();

@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -51,7 +50,7 @@ protected:
         run.chk_verify.value = verify ? 1 : 0;
         run.chk_auto_sn.value = step_on ? 1 : 0;
     }
-    /// Presses RUN with this number, for a sink that holds what the run writes into it.
+    /// Presses RUN with this number.
     void run_with(const std::string& number) {
         run.txt_sn.text = number;
         run.cmd_run.on_click();
@@ -85,7 +84,7 @@ protected:
         EXPECT_TRUE(diag.cmd_ok.enabled);
     }
 
-    bool follows_write = true;
+    bool follows_write = true; ///< the sink holds what is written into it
     frm_diag diag{fields, buffers, texts, serial, transfers, m.events};
     automatic_run& run = diag.run;
 };
@@ -102,6 +101,14 @@ TEST_F(run_test, opens_with_the_number_of_the_write_buffer) {
         EXPECT_EQ(run.txt_sn.text, text);
         EXPECT_EQ(fields.sn_value, number);
     }
+}
+
+TEST_F(run_test, is_told_in_its_message_box_and_has_its_ok_dead_while_it_verifies) {
+    run.txt_auto_msg.text = "before ";
+    transfers.cmd_verify_click();
+    EXPECT_TRUE(run.txt_auto_msg.text.get().starts_with("before " + verifying));
+    EXPECT_FALSE(diag.cmd_ok.enabled);
+    EXPECT_TRUE(run.cmd_run.enabled);
 }
 
 class stepping : public run_test {

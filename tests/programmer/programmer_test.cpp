@@ -7,8 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <stdexcept>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace desk {
@@ -111,7 +111,6 @@ TEST_F(programmer_test, keeps_the_choices_of_a_sum_for_the_next_opening) {
 }
 
 TEST_F(programmer_test, asks_for_the_style_of_a_hex_file) {
-    remember();
     save(view.cmd_save_read, "none.bin", 2);
     EXPECT_TRUE(modes.empty()) << "there is nothing to save";
     save(view.cmd_save_write, "simple.hex", 1);
@@ -165,6 +164,22 @@ TEST_F(programmer_test, has_a_fresh_window_each_time) {
     };
     view.cmd_w_auto.on_click();
     EXPECT_EQ(modes.size(), 2U);
+}
+
+TEST_F(programmer_test, keeps_a_closed_window_while_another_opens_before_its_procedure_goes_on) {
+    while_open = [this] {
+        if (modes.size() > 1) return;
+        window* const first = shown;
+        press("cmd_ok");
+        view.cmd_sum_read.on_click();
+        EXPECT_NE(shown, first);
+        EXPECT_EQ(first->caption, "EDID");
+        shown = first;
+    };
+    view.cmd_sum_write.on_click();
+    EXPECT_EQ(modes, (std::vector<std::int16_t>{5, 6}));
+    EXPECT_EQ(fields.diag_mode, 3);
+    EXPECT_EQ(look_of(view.cmd_write), "face live");
 }
 
 } // namespace
