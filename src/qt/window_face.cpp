@@ -53,6 +53,8 @@ window_face::window_face(desk::window& model, event_gate& gate, QWidget* parent)
     , model_(model)
     , gate_(gate) {
     setWindowModality(Qt::ApplicationModal);
+    const QSize size(pixels(model.width), pixels(model.height));
+    if (parent != nullptr) move(parent->geometry().center() - QRect(QPoint(), size).center());
     build_all();
 }
 
