@@ -13,9 +13,6 @@ namespace desk {
 
 namespace {
 
-// VESA E-EDID, section 3.3
-constexpr std::array<std::uint8_t, 8> edid_header = {0x00, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0x00};
-
 /// The digits of one line of a HEX file, paired up to bytes.
 class hex_line {
 public:

@@ -1,7 +1,7 @@
 #include "edid/file_saver.h"
 
-#include "edid/file_opener.h"
 #include "edid/file_writers.h"
+#include "edid/save_name.h"
 #include "edid/title.h"
 #include "link/module_text.h"
 #include "runtime/failure.h"
@@ -49,13 +49,10 @@ void file_saver::save_file(int side) {
 }
 
 void file_saver::choose_and_save(int side) {
-    const auto choice = choose();
+    const auto choice = ask_where_to_save(machine_, view_.dia_file, [this] { prepare_dialog(); });
     if (!choice) return;
     const bool hex = choice->filter_index == hex_filter;
-    const std::string ending = hex ? ".hex" : ".bin";
-    std::string name = choice->file_name;
-    // The desk behaves so: the last four characters go whatever they are, and the new name is not looked for again.
-    if (lower_case(last_characters(name, 4)) != ending) name = without_last_characters(name, 4) + ending;
+    const std::string name = with_ending(choice->file_name, hex ? ".hex" : ".bin");
     if (hex) choose_hex_type();
     const std::string text = side == write_side ? view_.txt_write.text : view_.txt_read.text;
     if (side == write_side) {
@@ -64,24 +61,6 @@ void file_saver::choose_and_save(int side) {
         previous_.add_pre_f();
     }
     write(name, hex, text);
-}
-
-std::optional<file_choice> file_saver::choose() {
-    while (true) {
-        prepare_dialog();
-        auto choice = machine_.files.show(view_.dia_file);
-        if (!choice || choice->file_name.empty()) return std::nullopt;
-        if (!file_exists(choice->file_name)) return choice;
-        switch (machine_.boxes.show(choice->file_name + " exists. Overwrite it ?", box_icon::none,
-                                    box_buttons::yes_no_cancel)) {
-        case box_answer::yes:
-            return choice;
-        case box_answer::no:
-            break;
-        default:
-            return std::nullopt;
-        }
-    }
 }
 
 void file_saver::prepare_dialog() {

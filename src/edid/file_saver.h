@@ -8,7 +8,6 @@
 #include "platform/machine.h"
 
 #include <functional>
-#include <optional>
 #include <string>
 
 namespace desk {
@@ -30,7 +29,6 @@ public:
 private:
     void choose_and_save(int side);
     void prepare_dialog();
-    std::optional<file_choice> choose();
     void write(const std::string& path, bool hex, const std::string& text) const;
 
     machine& machine_;

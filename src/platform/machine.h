@@ -2,6 +2,7 @@
 
 #include "platform/dialogs.h"
 #include "platform/event_pump.h"
+#include "platform/local_date_time.h"
 #include "platform/modal_windows.h"
 #include "platform/serial_port.h"
 
@@ -16,6 +17,7 @@ struct machine {
     message_box& boxes;
     file_dialog& files;
     modal_windows& windows;
+    calendar& dates;
     std::filesystem::path program_directory; ///< the program's own directory
 };
 

@@ -7,7 +7,7 @@ namespace desk::qt {
 
 desk_program::desk_program(std::filesystem::path program_directory)
     : port_(make_native_serial_port(program_directory))
-    , machine_{*port_, events_, boxes_, files_, windows_, std::move(program_directory)} {
+    , machine_{*port_, events_, boxes_, files_, windows_, dates_, std::move(program_directory)} {
     gate_.leave = [this] { leave(); };
 }
 

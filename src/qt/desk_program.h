@@ -36,6 +36,7 @@ private:
     qt_message_box boxes_{gate_};
     qt_file_dialog files_{gate_};
     qt_modal_windows windows_{gate_};
+    local_calendar dates_;
     std::unique_ptr<serial_port> port_;
     machine machine_;
     frm_main desk_{machine_};

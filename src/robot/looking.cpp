@@ -97,6 +97,13 @@ json number_json(double value) {
                                                                    : json(value);
 }
 
+json descriptor_map_of(const translation_tables& tables) {
+    json rows = json::array();
+    for (const descriptor_row& row : tables.descriptor_map)
+        rows.push_back({row.position, row.kind});
+    return rows;
+}
+
 std::optional<json> look_up(const getters& table, const std::string& name) {
     const auto found = table.find(name);
     return found == table.end() ? std::nullopt : std::optional(found->second());
@@ -159,6 +166,13 @@ std::optional<json> field_of(const frm_main& desk, const std::string& name) {
         {"unused_byte_index", [&] { return json(shared.unused_byte_index); }},
         {"checksum_4digits", [&] { return json(shared.checksum_4digits); }},
         {"sn_value", [&] { return number_json(shared.sn_value); }},
+        {"tree_sel_index", [&] { return json(desk.dispatch.tree_sel_index); }},
+        {"descriptor_map", [&] { return descriptor_map_of(desk.tables); }},
+        {"descriptor_start", [&] { return json(desk.tables.descriptor_start); }},
+        {"data_block_addr", [&] { return json(desk.tables.data_block_addr); }},
+        {"cea_dtd_offset", [&] { return json(desk.tables.cea_dtd_offset); }},
+        {"is_cea_block1", [&] { return json(desk.tables.is_cea_block1); }},
+        {"report_text", [&] { return json(desk.report.report_text()); }},
         {"recover_sum", [&] { return json(desk.texts.recover_sum); }},
     };
     return look_up(table, name);

@@ -16,7 +16,7 @@ constexpr const char* bad_words = "the command's words are off";
 constexpr const char* not_on_show = "the control is not on show";
 
 /// The windows that can open above the main window; while they are not open they are not on show.
-const std::set<std::string> modal_window_names = {"frm_diag"};
+const std::set<std::string> modal_window_names = {"frm_diag", "frm_report"};
 
 /// Whether a command may be done later: what the operator does, and looking at a property.
 bool can_be_done_later(const std::string& name) {
@@ -27,7 +27,7 @@ bool can_be_done_later(const std::string& name) {
 } // namespace
 
 robot::robot(std::filesystem::path program_directory)
-    : machine_{line_, events_, boxes_, files_, windows_, std::move(program_directory)} {
+    : machine_{line_, events_, boxes_, files_, windows_, dates_, std::move(program_directory)} {
     windows_.let_operator_work = [this](const auto& closed) { serve_until(closed); };
     add_life_commands();
     add_dialog_commands();

@@ -4,6 +4,7 @@
 #include "robot/open_windows.h"
 #include "robot/queued_dialogs.h"
 #include "robot/second_stack.h"
+#include "robot/virtual_calendar.h"
 #include "robot/virtual_events.h"
 #include "robot/virtual_line.h"
 #include "robot/words.h"
@@ -74,6 +75,7 @@ private:
     queued_message_box boxes_;
     queued_file_dialog files_;
     open_windows windows_{events_};
+    virtual_calendar dates_{events_};
     machine machine_;
     std::unique_ptr<frm_main> desk_; // also after a fatal end, for looking at what it left
     json later_ = json::array();

@@ -41,6 +41,8 @@ public:
     /// One sentence on what was being done and with what: "Reading timing_pattern.ini: timing 3: ... ."
     std::string sentence() const { return why_ + "."; }
 
+    /// Tells it in other words.
+    void set_why(std::string why) { why_ = std::move(why); }
     /// Puts what was being done before the words that are there.
     void add_context(std::string_view what) { why_ = std::string(what) + ": " + why_; }
 
@@ -58,6 +60,17 @@ decltype(auto) while_doing(What&& what, Work&& work) {
         return std::forward<Work>(work)();
     } catch (runtime_failure& f) {
         f.add_context(std::forward<What>(what)());
+        throw;
+    }
+}
+
+/// Runs `work`; a failure inside it tells `words` in the place of its own. They are called for on failure only.
+template <class Words, class Work>
+decltype(auto) telling(Words&& words, Work&& work) {
+    try {
+        return std::forward<Work>(work)();
+    } catch (runtime_failure& f) {
+        f.set_why(std::forward<Words>(words)());
         throw;
     }
 }

@@ -160,6 +160,16 @@ std::string hex(std::uint32_t value) {
 
 std::string hex2(std::uint8_t value) { return (value < 16 ? "0" : "") + hex(value); }
 
+void append_listed_byte(std::string& text, std::uint8_t byte, std::size_t index) {
+    constexpr std::size_t bytes_of_line = 8;
+    text += hex2(byte);
+    text += ' ';
+    if ((index + 1) % bytes_of_line != 0) return;
+    text += "//";
+    text += hex(static_cast<std::uint32_t>(index));
+    text += line_end;
+}
+
 double val(std::string_view text) {
     text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
     const std::string_view number = text.substr(0, numeric_start(text));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -24,6 +25,10 @@ std::string str(int value);
 std::string hex(std::uint32_t value);
 /// Two upper-case hexadecimal digits.
 std::string hex2(std::uint8_t value);
+
+/// Appends a byte to a list of eight to a line: two digits and a blank; behind the eighth of a line "//", its index
+/// without padding and the line's end.
+void append_listed_byte(std::string& text, std::uint8_t byte, std::size_t index);
 
 /// The longest numeric start of a text: blanks and tabs before it, sign, digits, one point, exponent with E.
 /// 0 where there is none. Throws failure::overflow where the number is too large for 64-bit floating point.

@@ -14,10 +14,7 @@ void frm_main::wire_events() {
     rows.change_view = [this](int view_mode) { change_view(view_mode); };
     cmd_edid.on_click = [this] { cmd_edid_click(); };
     cmd_setup.on_click = [this] { cmd_setup_click(); };
-    translation.cmd_edid_back.on_click = [this] { cmd_edid_back_click(); };
 }
-
-void frm_main::cmd_edid_back_click() { translation.fra_edid_edit.visible = false; }
 
 void frm_main::key_press(int /*code*/) {
     if (edid.fra_pre_f.visible) edid.fra_pre_f.visible = false;

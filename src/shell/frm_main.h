@@ -16,6 +16,7 @@
 #include "link/exchange.h"
 #include "platform/machine.h"
 #include "programmer/programmer.h"
+#include "report/report_opener.h"
 #include "shell/about.h"
 #include "shell/settings_file.h"
 #include "signal/autorun.h"
@@ -29,7 +30,10 @@
 #include "signal/set_dispatcher.h"
 #include "signal/status_frame.h"
 #include "signal/upload.h"
+#include "translate/node_dispatch.h"
 #include "translate/translation_frame.h"
+#include "translate/translation_tables.h"
+#include "translate/translation_tree.h"
 
 namespace desk {
 
@@ -70,6 +74,10 @@ public:
     serial_number serial{buffers, fields};
     programmer options{machine_, edid, fields, buffers, texts, serial, transfers, saver};
     translation_frame translation;
+    translation_tables tables;
+    node_dispatch dispatch{translation, buffers, tables, serial, fields};
+    translation_tree tree{edid, translation, buffers, tables, dispatch};
+    report_opener report{machine_, translation, buffers, tables, serial, fields};
     about about_view{link};
 
     picture img_logo;
@@ -95,7 +103,6 @@ public:
 
     void cmd_edid_click();
     void cmd_setup_click();
-    void cmd_edid_back_click();
     void key_press(int code);
 
 private:

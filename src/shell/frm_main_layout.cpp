@@ -1,5 +1,6 @@
 #include "controls/layout.h"
 #include "shell/frm_main.h"
+#include "translate/decode/established.h"
 
 namespace desk {
 
@@ -237,6 +238,7 @@ void frm_main::lay_out_controls() {
         const int top = n < 8 ? 1230 + 270 * n : n < 16 ? 3900 + 270 * (n - 8) : 6570;
         const std::string name = "chk_established(" + std::to_string(n) + ")";
         lay_out(form, {{translation.chk_established.at(i), name.c_str(), &translation.fra_edid_edit, 4080, top, 1845, 240, "", hidden}});
+        translation.chk_established.at(i).caption = std::string(established_timings.at(i).name);
     }
 
     lay_out(form, {

@@ -170,6 +170,22 @@ public:
     }
 };
 
+/// A calendar that stands still.
+class fixed_calendar final : public calendar {
+public:
+    std::tm moment{};
+
+    fixed_calendar() {
+        moment.tm_year = 106;
+        moment.tm_mday = 2;
+        moment.tm_wday = 1;
+        moment.tm_hour = 3;
+        moment.tm_min = 4;
+        moment.tm_sec = 5;
+    }
+    std::tm now() override { return moment; }
+};
+
 /// A machine of which every part is scripted.
 struct fake_machine {
     scripted_port port;
@@ -177,7 +193,8 @@ struct fake_machine {
     noted_boxes boxes;
     scripted_files files;
     scripted_windows windows;
-    machine host{port, events, boxes, files, windows, {}};
+    fixed_calendar dates;
+    machine host{port, events, boxes, files, windows, dates, {}};
 
     /// The generator answers every command with itself, some milliseconds later.
     void echo_all(std::int64_t ms = 10) {

@@ -1,0 +1,47 @@
+#include "platform/local_date_time.h"
+
+#include <array>
+#include <clocale>
+
+namespace desk {
+
+namespace {
+
+/// The system's locale for dates and times, or the plain one where the system has none of that name.
+class system_locale {
+public:
+    system_locale() : locale_(newlocale(LC_ALL_MASK, "", nullptr)) {
+        if (locale_ == nullptr) locale_ = newlocale(LC_ALL_MASK, "C", nullptr);
+    }
+    ~system_locale() { freelocale(locale_); }
+    system_locale(const system_locale&) = delete;
+    system_locale& operator=(const system_locale&) = delete;
+
+    std::string text(const char* format, const std::tm& moment) const {
+        std::array<char, 256> buffer{};
+        return {buffer.data(), strftime_l(buffer.data(), buffer.size(), format, &moment, locale_)};
+    }
+
+private:
+    locale_t locale_;
+};
+
+std::string in_system_locale(const char* format, const std::tm& moment) {
+    static const system_locale locale;
+    return locale.text(format, moment);
+}
+
+} // namespace
+
+std::tm local_calendar::now() {
+    const std::time_t now = std::time(nullptr);
+    std::tm moment{};
+    localtime_r(&now, &moment);
+    return moment;
+}
+
+std::string date_text(const std::tm& moment) { return in_system_locale("%x", moment); }
+
+std::string time_text(const std::tm& moment) { return in_system_locale("%X", moment); }
+
+} // namespace desk

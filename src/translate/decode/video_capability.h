@@ -1,0 +1,14 @@
+#pragma once
+
+#include "edid/buffer.h"
+
+#include <cstdint>
+#include <string>
+
+namespace desk {
+
+/// Appends the lines of the video capability data block at an address (CEA-861-D, section 7.5.6), the last one without
+/// its line end; address 0: there is none. Throws failure::subscript_out_of_range.
+void decode_video_capability(std::string& text, const edid_buffer& trans_buff, std::uint8_t address);
+
+} // namespace desk

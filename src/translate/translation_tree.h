@@ -1,0 +1,47 @@
+#pragma once
+
+#include "edid/buffers.h"
+#include "edid/workbench_frame.h"
+#include "translate/node_dispatch.h"
+#include "translate/translation_frame.h"
+#include "translate/translation_tables.h"
+
+#include <cstdint>
+#include <string>
+
+namespace desk {
+
+/// Builds the tree of an EDID: its block 0, its block 1, and what is found in both. It only shows: no buffer but
+/// `trans_buff` changes.
+class translation_tree {
+public:
+    translation_tree(workbench_frame& workbench, translation_frame& view, edid_buffers& buffers,
+                     translation_tables& tables, node_dispatch& dispatch);
+
+    void cmd_read_translate_click();
+    void cmd_write_translate_click();
+    void cmd_edid_back_click();
+
+    /// Translates the WRITE buffer (1) or the READ buffer (any other value), as it stands.
+    /// The desk behaves so: an EDID whose nodes the tree refuses (failure::index_out_of_bounds for a block 1 of unknown
+    /// kind, failure::key_not_unique for a second descriptor of one class) ends the program; so does what the tables
+    /// throw. The nodes added till then stay.
+    void translate_edid(std::uint8_t buff_type);
+
+private:
+    void translate_blocks();
+    void add_block_1_root();
+    void add_fixed_nodes_of_block_0();
+    void add_descriptors_of_block_0();
+    void add_block_1();
+    void add_data_blocks(int data_block_parent);
+    void add_detail_timings_of_block_1();
+
+    translation_frame& view_;
+    tree_view& tree_;
+    edid_buffers& buffers_;
+    translation_tables& tables_;
+    node_dispatch& dispatch_;
+};
+
+} // namespace desk
