@@ -6,6 +6,7 @@
 
 #include <QComboBox>
 #include <QEvent>
+#include <QFile>
 #include <QFrame>
 #include <QGroupBox>
 #include <QLabel>
@@ -72,9 +73,11 @@ public:
 
 protected:
     void follow_kind() override {
-        // loaded when it is first seen
+        // loaded when it is first seen; it fills its place whatever the screen's resolution
         if (!model_.visible || !label_->pixmap(Qt::ReturnByValue).isNull()) return;
-        label_->setPixmap(QPixmap(":/pictures/" + QString::fromStdString(model_.file) + ".png"));
+        const QString file = ":/pictures/" + QString::fromStdString(model_.file);
+        const QString fine = file + "@2x.png";
+        label_->setPixmap(QPixmap(label_->devicePixelRatioF() > 1 && QFile::exists(fine) ? fine : file + ".png"));
     }
 
 private:

@@ -2,7 +2,9 @@
 
 #include "runtime/failure.h"
 
+#include <atomic>
 #include <fstream>
+#include <random>
 #include <sstream>
 #include <system_error>
 
@@ -43,12 +45,15 @@ void write_file(const std::filesystem::path& path, std::string_view bytes) {
     if (!file) throw not_written(path);
 }
 
-/// A short name of its own in the same folder, so that no file of somebody else's is touched.
+/// A short name of its own in the same folder, so that no file of somebody else's is touched; no other thread and, as
+/// good as surely, no other program has the same.
 std::filesystem::path unused_name_beside(const std::filesystem::path& path) {
+    static std::atomic<unsigned> next = std::random_device{}();
     std::filesystem::path beside = path;
     std::error_code error;
-    for (int n = 0; n == 0 || std::filesystem::exists(beside, error); ++n)
-        beside.replace_filename("velotrace" + std::to_string(n) + ".new");
+    do
+        beside.replace_filename("velotrace" + std::to_string(next++) + ".new");
+    while (std::filesystem::exists(beside, error));
     return beside;
 }
 

@@ -1,3 +1,4 @@
+#include "robot/virtual_calendar.h"
 #include "robot/virtual_line.h"
 
 #include "controls/window.h"
@@ -315,7 +316,8 @@ protected:
     queued_message_box boxes;
     queued_file_dialog files;
     open_windows windows{events};
-    machine host{line, events, boxes, files, windows, {}};
+    virtual_calendar dates{events};
+    machine host{line, events, boxes, files, windows, dates, {}};
     exchange link{host};
     window form;
 };

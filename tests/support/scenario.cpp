@@ -184,6 +184,9 @@ private:
         } else if (name == "expect_file") {
             const std::string file = take_word(text);
             expect_file(file, text);
+        } else if (name == "file_holds") {
+            const std::string file = take_word(text);
+            expect_file_holds(file, text);
         } else if (name == "on_show") {
             expect_on_show(text);
         } else if (name == "lit") {
@@ -216,6 +219,14 @@ private:
             fail(wanted ? "the file " + name : "no file " + name, wanted ? "none" : "one");
         else if (wanted && directory_.content(name) != expected)
             fail(text, robot::json_text(text_from_bytes(directory_.content(name))));
+    }
+
+    void expect_file_holds(const std::string& name, const std::string& pattern) {
+        if (!directory_.has(name)) return fail("the file " + name, "none");
+        const std::string content = robot::json_text(text_from_bytes(directory_.content(name)));
+        // without the quotes around it, so that the ends of the text are those of the pattern
+        const std::string text = content.substr(1, content.size() - 2);
+        if (!std::regex_search(text, std::regex(pattern))) fail(pattern, text);
     }
 
     void expect_on_show(std::string names) {

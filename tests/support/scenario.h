@@ -19,6 +19,7 @@ namespace desk::test {
 ///     ! catalogue TEXT | none          the same for the catalogue
 ///     ! file NAME TEXT                 any file of the directory
 ///     ! expect_file NAME TEXT | none   what the file must hold now
+///     ! file_holds NAME REGEX  what it must hold somewhere, its text written as inside a JSON string
 ///     ! on_show NAME...                of all that the views show and hide, exactly these are on show now
 ///     ! mark                           takes note of the clock
 ///     ! passed MIN MAX                 so many milliseconds have passed since the last mark

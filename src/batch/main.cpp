@@ -1,0 +1,72 @@
+#include "batch/input_files.h"
+#include "batch/options.h"
+#include "batch/report_run.h"
+#include "platform/command_line.h"
+#include "runtime/files.h"
+
+#include <filesystem>
+#include <string>
+
+namespace {
+
+using namespace desk;
+
+/// A count that stands on the terminal's last line while the work goes on, and makes way for messages.
+class progress_line {
+public:
+    void show(std::size_t done, std::size_t count) {
+        if (!on_terminal_) return;
+        shown_ = std::to_string(done) + " of " + std::to_string(count);
+        write_to_standard_error("\r" + shown_);
+    }
+    void clear() {
+        if (shown_.empty()) return;
+        write_to_standard_error("\r" + std::string(shown_.size(), ' ') + "\r");
+        shown_.clear();
+    }
+
+private:
+    const bool on_terminal_ = standard_error_is_a_terminal();
+    std::string shown_;
+};
+
+int report(const batch::options& wanted) {
+    if (!wanted.output_folder.empty()) {
+        std::error_code error;
+        std::filesystem::create_directories(path_from_utf8(wanted.output_folder), error);
+        if (error) {
+            write_to_standard_error("edid_report: the folder " + wanted.output_folder +
+                                    " can't be made: " + error.message() + "\n");
+            return 1;
+        }
+    }
+    progress_line progress;
+    local_calendar dates;
+    const batch::run_output output{
+        [&](std::string_view bytes) {
+            progress.clear();
+            return write_to_standard_output(bytes);
+        },
+        [&](std::string_view text) {
+            progress.clear();
+            write_to_standard_error("edid_report: " + std::string(text) + "\n");
+        },
+        [&](std::size_t done, std::size_t count) { progress.show(done, count); },
+    };
+    const bool all_well = batch::run_reports(batch::find_input_files(wanted.inputs), wanted, dates, output);
+    progress.clear();
+    return all_well ? 0 : 1;
+}
+
+} // namespace
+
+int main(int argument_count, char** arguments) {
+    try {
+        const batch::options wanted = batch::options_of(program_arguments(argument_count, arguments));
+        if (wanted.help) return write_to_standard_output(batch::help_text) ? 0 : 1;
+        return report(wanted);
+    } catch (const batch::usage_error& e) {
+        write_to_standard_error("edid_report: " + std::string(e.what()) + "; edid_report --help tells more\n");
+        return 2;
+    }
+}

@@ -1,0 +1,93 @@
+#include "batch/options.h"
+
+#include "runtime/text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <optional>
+#include <string_view>
+
+namespace desk::batch {
+
+const char* const help_text =
+    R"(usage: edid_report [-j N] [-o FOLDER] FILE|FOLDER...
+
+Writes the EDID analysis report of each file, as the desk's Report button shows it.
+
+  FILE          a .hex, .bin or .ddc file, or a file without an extension, which holds raw bytes
+  FOLDER        all such files that stand in it, in the order of their names
+  -o FOLDER     writes each report to FOLDER/NAME.txt; without it all go to standard output, one behind the other.
+                Files that differ in their extension alone keep it: NAME.hex.txt and NAME.bin.txt
+  -j N          works on N files at a time; without it, on one for each processor
+  --            what follows is a FILE or a FOLDER, also where it begins with "-"
+  -h, --help    shows this text
+
+An EDID of 128 bytes gets a second block of FF bytes. Of a longer one the first two blocks are reported.
+A file that can't be read, or whose report ends in a run-time failure, is told on standard error with the text so
+far, and the others go on.
+
+Exit status: 0 when each file has its report, 1 when one has not, 2 when the command line makes no sense.
+)";
+
+namespace {
+
+/// Walks over the words; an option's value can be joined to it.
+class word_reader {
+public:
+    explicit word_reader(const std::vector<std::string>& words) : words_(words) {}
+
+    std::optional<std::string_view> next() {
+        if (at_ == words_.size()) return std::nullopt;
+        return words_.at(at_++);
+    }
+    /// The value of an option: what follows it in the same word, or the next word.
+    std::string_view value_of(std::string_view option) {
+        if (option.size() > 2) return option.substr(2);
+        const auto word = next();
+        if (!word) throw usage_error(std::string(option) + " needs a value");
+        return *word;
+    }
+
+private:
+    const std::vector<std::string>& words_;
+    std::size_t at_ = 0;
+};
+
+unsigned jobs_of(std::string_view text) {
+    constexpr unsigned most = 1024;
+    unsigned jobs = 0;
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), jobs);
+    if (read.ec != std::errc() || read.ptr != text.data() + text.size() || jobs < 1 || jobs > most)
+        throw usage_error("-j needs a number from 1 to " + std::to_string(most) + ", not \"" + std::string(text) +
+                          "\"");
+    return jobs;
+}
+
+} // namespace
+
+options options_of(const std::vector<std::string>& words) {
+    options result;
+    word_reader reader(words);
+    bool names_only = false;
+    while (const auto word = reader.next()) {
+        if (names_only || !word->starts_with('-') || *word == "-") {
+            result.inputs.emplace_back(*word);
+        } else if (*word == "--") {
+            names_only = true;
+        } else if (*word == "-h" || *word == "--help") {
+            result.help = true;
+            return result;
+        } else if (word->starts_with("-j")) {
+            result.jobs = jobs_of(reader.value_of(*word));
+        } else if (word->starts_with("-o")) {
+            result.output_folder = reader.value_of(*word);
+            if (result.output_folder.empty()) throw usage_error("-o needs the name of a folder");
+        } else {
+            throw usage_error("there is no option " + std::string(*word));
+        }
+    }
+    if (result.inputs.empty()) throw usage_error("no file is named");
+    return result;
+}
+
+} // namespace desk::batch

@@ -1,0 +1,140 @@
+#include "batch/report_run.h"
+
+#include "batch/edid_file.h"
+#include "edid/buffers.h"
+#include "edid/serial_number.h"
+#include "edid/shared_fields.h"
+#include "report/report_builder.h"
+#include "runtime/failure.h"
+#include "runtime/files.h"
+#include "runtime/text.h"
+#include "runtime/windows_1252.h"
+#include "translate/translation_tables.h"
+
+#include <algorithm>
+#include <atomic>
+#include <deque>
+#include <thread>
+#include <vector>
+
+namespace desk::batch {
+
+namespace {
+
+/// What became of a file.
+struct outcome {
+    bool reported = false;
+    std::string report; ///< bytes for standard output
+    std::vector<std::string> messages;
+};
+
+/// All that one report needs; it is used again for the next one.
+class reporter {
+public:
+    reporter(const input_files& inputs, const options& wanted, calendar& dates)
+        : inputs_(inputs), wanted_(wanted), dates_(dates) {}
+
+    void work_on(const input_file& file, outcome& result) {
+        result.reported = false;
+        result.report.clear();
+        result.messages.clear();
+        const std::string path = inputs_.path_of(file);
+        try {
+            read(path, kind_of(file.name), result);
+            build(path, result);
+            if (result.reported && !wanted_.output_folder.empty()) save(file, result);
+        } catch (const runtime_failure& f) {
+            result.reported = false;
+            result.messages.push_back(path + ": " + f.sentence());
+        }
+    }
+
+private:
+    void read(const std::string& path, file_kind kind, outcome& result) {
+        const edid_file file = read_edid_file(path_from_utf8(path), kind);
+        buffers_.trans_buff = file.edid;
+        if (!file.remark.empty()) result.messages.push_back(path + ": " + file.remark + ".");
+    }
+
+    void build(const std::string& path, outcome& result) {
+        const std::tm now = dates_.now();
+        // each file begins with fresh tables, whatever was reported before
+        tables_ = {};
+        try {
+            builder_.report_build(date_text(now), time_text(now));
+            result.report = bytes_from_text(builder_.report_text + std::string(line_end));
+            result.reported = true;
+        } catch (const runtime_failure& f) {
+            result.messages.push_back(path + ": run-time error " + std::to_string(f.number()) + ": " +
+                                      std::string(f.text()) + ". " + f.sentence() + " The report so far:\n" +
+                                      builder_.report_text);
+        }
+    }
+
+    void save(const input_file& file, outcome& result) {
+        if (file.name_taken) throw runtime_failure(failure::file_already_open, "another file's report has its name");
+        const std::filesystem::path folder = path_from_utf8(wanted_.output_folder);
+        replace_whole_file(folder / path_from_utf8(std::string(report_name(file)) + ".txt"), result.report);
+        result.report.clear();
+    }
+
+    const input_files& inputs_;
+    const options& wanted_;
+    calendar& dates_;
+    edid_buffers buffers_;
+    shared_fields fields_;
+    translation_tables tables_;
+    serial_number serial_{buffers_, fields_};
+    report_builder builder_{buffers_, tables_, serial_, fields_};
+};
+
+/// Lets each reporter take the next file until all of `count` are done.
+void share_out(std::deque<reporter>& reporters, std::size_t count,
+               const std::function<void(reporter&, std::size_t)>& work) {
+    std::atomic<std::size_t> next = 0;
+    const auto work_until_done = [&](reporter& r) {
+        for (std::size_t i = next++; i < count; i = next++)
+            work(r, i);
+    };
+    std::vector<std::thread> helpers;
+    for (std::size_t j = 1; j < reporters.size(); ++j)
+        helpers.emplace_back(work_until_done, std::ref(reporters[j]));
+    work_until_done(reporters.front());
+    for (std::thread& helper : helpers)
+        helper.join();
+}
+
+} // namespace
+
+bool run_reports(const input_files& inputs, const options& wanted, calendar& dates, const run_output& output) {
+    // so many files are held at a time: memory does not grow with their number
+    constexpr std::size_t files_of_job = 64;
+    const std::size_t jobs =
+        std::max<std::size_t>(wanted.jobs != 0 ? wanted.jobs : std::thread::hardware_concurrency(), 1);
+    bool all_well = inputs.problems.empty();
+    for (const std::string& problem : inputs.problems)
+        output.message(problem);
+    std::deque<reporter> reporters; // they stay where they are: their parts know each other
+    for (std::size_t j = 0; j < jobs; ++j)
+        reporters.emplace_back(inputs, wanted, dates);
+    std::vector<outcome> outcomes(std::min(jobs * files_of_job, inputs.files.size()));
+    for (std::size_t first = 0; first < inputs.files.size(); first += outcomes.size()) {
+        const std::size_t count = std::min(outcomes.size(), inputs.files.size() - first);
+        share_out(reporters, count,
+                  [&](reporter& r, std::size_t i) { r.work_on(inputs.files[first + i], outcomes[i]); });
+        for (std::size_t i = 0; i < count; ++i) {
+            const outcome& result = outcomes[i];
+            all_well = all_well && result.reported;
+            for (const std::string& message : result.messages)
+                output.message(message);
+            if (!result.report.empty() && !output.report(result.report)) {
+                output.message("standard output takes no more.");
+                return false;
+            }
+        }
+        output.progress(first + count, inputs.files.size());
+    }
+    return all_well;
+}
+
+} // namespace desk::batch

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "batch/input_files.h"
+#include "batch/options.h"
+#include "platform/local_date_time.h"
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace desk::batch {
+
+/// Where a run's words go.
+struct run_output {
+    std::function<bool(std::string_view bytes)> report; ///< a report for standard output; false: it takes no more
+    std::function<void(std::string_view text)> message; ///< a message for standard error
+    std::function<void(std::size_t done, std::size_t count)> progress;
+};
+
+/// Reports on every file, in the order given whatever the number of jobs. True: each has its report.
+bool run_reports(const input_files& inputs, const options& wanted, calendar& dates, const run_output& output);
+
+} // namespace desk::batch

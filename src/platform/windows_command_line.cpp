@@ -1,0 +1,44 @@
+#include "platform/command_line.h"
+
+#include <cstdio>
+#include <filesystem>
+
+#include <fcntl.h>
+#include <io.h>
+
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#define WIN32_LEAN_AND_MEAN
+#include <windows.h>
+
+#include <shellapi.h>
+
+namespace desk {
+
+std::vector<std::string> program_arguments(int /*argument_count*/, char** /*arguments*/) {
+    std::vector<std::string> words;
+    int count = 0;
+    wchar_t** const wide = CommandLineToArgvW(GetCommandLineW(), &count);
+    for (int i = 1; wide != nullptr && i < count; ++i) {
+        const std::u8string word = std::filesystem::path(wide[i]).u8string();
+        words.emplace_back(word.begin(), word.end());
+    }
+    LocalFree(wide);
+    return words;
+}
+
+bool write_to_standard_output(std::string_view bytes) {
+    // the line ends are the report's own
+    _setmode(_fileno(stdout), _O_BINARY);
+    return std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size() && std::fflush(stdout) == 0;
+}
+
+void write_to_standard_error(std::string_view text) {
+    SetConsoleOutputCP(CP_UTF8);
+    std::fwrite(text.data(), 1, text.size(), stderr);
+}
+
+bool standard_error_is_a_terminal() { return _isatty(_fileno(stderr)) != 0; }
+
+} // namespace desk
