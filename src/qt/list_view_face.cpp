@@ -159,6 +159,8 @@ public:
         , tree_(static_cast<QTreeWidget*>(widget())) {
         tree_->setHeaderHidden(true);
         tree_->setUniformRowHeights(true);
+        // the longest titles have room where they lie deepest, in bold too
+        tree_->setIndentation(14);
         set_accessible(model.name);
         connect(tree_, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* item) { click_on(item); });
         connect(tree_, &QTreeWidget::itemExpanded, this, [this](QTreeWidgetItem* item) { expand(item, true); });

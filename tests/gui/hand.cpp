@@ -82,6 +82,22 @@ void hand::click_check(const QString& list, int row) const {
     click_at(*find<QTreeWidget>(list).viewport(), at);
 }
 
+void hand::click_node(const QString& tree, const QStringList& titles) const {
+    auto& nodes = find<QTreeWidget>(tree);
+    QTreeWidgetItem* node = nodes.invisibleRootItem();
+    for (const QString& title : titles) {
+        node->setExpanded(true);
+        int i = 0;
+        while (i < node->childCount() && node->child(i)->text(0) != title)
+            ++i;
+        node = node->child(i);
+        if (node == nullptr) throw std::runtime_error("the tree has no node " + titles.join(", ").toStdString());
+    }
+    nodes.scrollToItem(node);
+    const QRect place = nodes.visualItemRect(node);
+    click_at(*nodes.viewport(), {place.left() + 12, place.center().y()});
+}
+
 void hand::choose(const QString& combo, int index) const {
     auto& box = find<QComboBox>(combo);
     box.setFocus();

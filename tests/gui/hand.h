@@ -2,6 +2,7 @@
 
 #include <QPoint>
 #include <QString>
+#include <QStringList>
 #include <QWidget>
 
 #include <functional>
@@ -32,6 +33,8 @@ public:
     void turn_wheel(const QString& name) const;
     /// A click on the check box of a row.
     void click_check(const QString& list, int row) const;
+    /// A click on the node of a tree that these titles lead to, from a root on; closed ones are opened on the way.
+    void click_node(const QString& tree, const QStringList& titles) const;
     /// Chooses an entry of a combo box with the keyboard.
     void choose(const QString& combo, int index) const;
     void type(const QString& box, const QString& text) const;

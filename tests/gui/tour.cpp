@@ -65,6 +65,7 @@ public:
         hand_.click("cmd_run");
         picture("favorite_pattern");
         workbench();
+        translation();
         programmer();
 
         hand_.click("cmd_auto");
@@ -120,6 +121,29 @@ private:
         hand_.click("cmd_ok");
     }
 
+    void translation() {
+        hand_.click("opt_edid_src_1");
+        hand_.click("cmd_read");
+        hand_.click("cmd_read_translate");
+        demand("txt_edid", "Block 0 is VESA Basic Block");
+        picture("translation_root");
+        hand_.click_node("tree_edid", {block_0, "Established Timings"});
+        picture("translation_established");
+        hand_.click_node("tree_edid", {block_0, "Detail Timings/Monitor Descriptors", "Detail Timing1"});
+        picture("translation_detail_timing");
+        hand_.click_node("tree_edid", {block_1, data_blocks, "Video Data Block"});
+        picture("translation_video");
+        hand_.click_node("tree_edid", {block_1, data_blocks, "Speaker Allocation Data Block"});
+        demand("txt_edid", "FL/FR");
+        picture("translation_speakers");
+        desk::gui::in_next_window("frm_report", [this](const hand& report) {
+            save_picture(report, "report");
+            report.click("cmd_exit");
+        });
+        hand_.click("cmd_edid_report");
+        hand_.click("cmd_edid_back");
+    }
+
     void programmer() {
         in_window([this](const hand& diag) {
             diag.choose("cbo_eeprom", 1);
@@ -129,7 +153,6 @@ private:
             diag.click("cmd_ok");
         });
         hand_.click("cmd_sum_write");
-        hand_.click("opt_edid_src_1");
         in_window([this](const hand& diag) {
             diag.type("txt_sn", "305419896");
             diag.click("chk_auto_sn");
@@ -169,6 +192,10 @@ private:
         if (!shown.contains(text))
             throw std::runtime_error((label + " reads \"" + shown + "\", not \"" + text + "\"").toStdString());
     }
+
+    static constexpr const char* block_0 = "Block 0: VESA Basic Block";
+    static constexpr const char* block_1 = "Block 1: CEA 861 Block";
+    static constexpr const char* data_blocks = "Data Block Collection";
 
     const hand& hand_;
     QDir pictures_;
