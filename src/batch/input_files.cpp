@@ -90,7 +90,10 @@ input_files find_input_files(const std::vector<std::string>& names) {
     }
     for_each_twin(
         found.files, [](const input_file& f) { return without_extension(f.name); },
-        [](input_file& a, input_file& b) { a.keeps_extension = b.keeps_extension = true; });
+        [](input_file& a, input_file& b) {
+            // the extension tells nothing apart where it is the same
+            if (compare_names(a.name, b.name) != 0) a.keeps_extension = b.keeps_extension = true;
+        });
     for_each_twin(found.files, report_name, [](input_file& /*first*/, input_file& b) { b.name_taken = true; });
     return found;
 }

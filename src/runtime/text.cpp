@@ -6,7 +6,6 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 
 namespace desk {
@@ -22,8 +21,11 @@ struct decimal_digits {
 
 decimal_digits decimals_of(double value, int significant) {
     std::array<char, 64> buffer{};
-    // "d.ddddde+xx": the C locale's point is not relied upon, the mantissa's second character is passed over
-    std::snprintf(buffer.data(), buffer.size(), "%.*e", significant - 1, std::fabs(value));
+    // "d.ddddde+xx"
+    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::fabs(value),
+                                   std::chars_format::scientific, significant - 1)
+                         .ptr;
+    *end = '\0';
     const std::string_view printed(buffer.data());
     const std::size_t exponent_at = printed.find('e');
     decimal_digits d;

@@ -18,10 +18,10 @@ constexpr std::array<char32_t, 32> upper_controls = {
 };
 
 std::optional<std::uint8_t> byte_of(char32_t character) {
+    if (character < 0x80 || (character >= 0xA0 && character <= 0xFF)) return static_cast<std::uint8_t>(character);
     for (std::size_t i = 0; i < upper_controls.size(); ++i)
         if (upper_controls.at(i) == character) return static_cast<std::uint8_t>(0x80 + i);
-    const bool own_code = character < 0x80 || (character >= 0xA0 && character <= 0xFF);
-    return own_code ? std::optional(static_cast<std::uint8_t>(character)) : std::nullopt;
+    return std::nullopt;
 }
 
 /// The characters of UTF-8 text; nothing where it is no UTF-8.

@@ -1,0 +1,109 @@
+// Measures the translation and the report on one core, without windows: one report, and edid_report over many files.
+
+#include "support/temporary_directory.h"
+#include "support/translation_desk.h"
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+using clock_type = std::chrono::steady_clock;
+
+double us_since(clock_type::time_point start) {
+    return std::chrono::duration<double, std::micro>(clock_type::now() - start).count();
+}
+
+double median(std::vector<double> values) {
+    std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
+    return values[values.size() / 2];
+}
+
+void tell(const char* what, double value, const char* unit, double bound) {
+    std::printf("%-58s %9.2f %-3s (bound %g)%s\n", what, value, unit, bound, value <= bound ? "" : "  ABOVE");
+    std::fflush(stdout);
+}
+
+/// Two full blocks: two names and two timings, every kind of data block, four timings more.
+desk::edid_buffer full_edid() {
+    const std::string detail = "023A801871382D40582C450008222100001E";
+    const std::string blocks = "4A9004031F1305840113022309070715075066030C001000B8834F0000E2007FE3050300";
+    std::string digits = "00FFFFFFFFFFFF0052740100785634121E140103803420780AEE91A3544C99260F505421080081C0814081809500"
+                         "B300D1C0A940D1FC" +
+                         detail + detail +
+                         "000000FC0046554C4C0A20202020202020202020000000FD00323C1E500F000A2020202020200100"
+                         "0203";
+    digits.resize(2 * 126);
+    digits += "0100";
+    char offset[3];
+    std::snprintf(offset, sizeof offset, "%02X", static_cast<unsigned>(4 + blocks.size() / 2));
+    digits += std::string("0203") + offset + "F1" + blocks + detail + detail + detail + detail;
+    digits.resize(512, '0');
+    desk::edid_buffer edid;
+    for (std::size_t i = 0; i < edid.size(); ++i)
+        edid.at(i) = static_cast<std::uint8_t>(std::stoi(digits.substr(2 * i, 2), nullptr, 16));
+    return edid;
+}
+
+void measure_report() {
+    desk::test::translation_desk d;
+    d.buffers.trans_buff = full_edid();
+    std::vector<double> times;
+    for (int i = 0; i < 20000; ++i) {
+        const auto start = clock_type::now();
+        d.report.report_build("01/02/06", "03:04:05");
+        times.push_back(us_since(start));
+    }
+    std::printf("a report of %zu characters\n", d.report.report_text.size());
+    tell("report_build, median of 20000", median(times), "us", 25);
+}
+
+/// Runs edid_report over a folder with one job; gives its time in seconds and its largest memory in MB.
+std::pair<double, double> run_edid_report(const std::string& from, const std::string& to) {
+    const auto start = clock_type::now();
+    const pid_t child = fork();
+    if (child == 0) {
+        execl(EDID_REPORT, "edid_report", "-j", "1", "-o", to.c_str(), from.c_str(), nullptr);
+        _exit(127);
+    }
+    int status = 0;
+    rusage used{};
+    wait4(child, &status, 0, &used);
+    if (status != 0) std::printf("  edid_report has FAILED\n");
+    return {us_since(start) / 1e6, static_cast<double>(used.ru_maxrss) / 1024};
+}
+
+void measure_batch(int count, const char* what, double bound) {
+    const desk::test::temporary_directory directory;
+    const std::filesystem::path from = directory.path() / "edids";
+    const std::filesystem::path to = directory.path() / "reports";
+    std::filesystem::create_directory(from);
+    desk::edid_buffer edid = full_edid();
+    for (int i = 0; i < count; ++i) {
+        edid[12] = static_cast<std::uint8_t>(i);
+        edid[13] = static_cast<std::uint8_t>(i / 256);
+        std::ofstream(from / ("edid_" + std::to_string(i) + ".bin"), std::ios::binary)
+            .write(reinterpret_cast<const char*>(edid.data()), edid.size());
+    }
+    const auto [seconds, mb] = run_edid_report(from.string(), to.string());
+    tell(what, seconds, "s", bound);
+    std::printf("%-58s %9.2f MB\n", "  its largest memory", mb);
+}
+
+} // namespace
+
+int main() {
+    measure_report();
+    measure_batch(100, "edid_report -j 1 -o over 100 files", 0.1);
+    measure_batch(10000, "edid_report -j 1 -o over 10,000 files", 2);
+    return 0;
+}

@@ -1,0 +1,224 @@
+// edid_report as its user calls it: command line, output, exit status.
+
+#include "support/temporary_directory.h"
+#include "support/translation_desk.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <regex>
+#include <sstream>
+#include <string>
+
+#ifndef _WIN32
+#include <sys/wait.h>
+#endif
+
+namespace desk {
+namespace {
+
+constexpr std::size_t date_line = 1;
+
+/// An EDID of two blocks that has a whole report.
+edid_buffer good_edid(std::uint8_t serial_number = 1) {
+    edid_buffer edid{};
+    std::copy(edid_header.begin(), edid_header.end(), edid.begin());
+    edid[12] = serial_number;
+    for (const std::size_t place : {54U, 72U, 90U, 108U})
+        edid.at(place) = 1;
+    edid[128] = 0x02;
+    edid[130] = 4;
+    return edid;
+}
+
+/// One whose gamma can't be decoded.
+edid_buffer bad_gamma() {
+    edid_buffer edid = good_edid();
+    edid[23] = 0xFF;
+    return edid;
+}
+
+std::string bytes_of_edid(const edid_buffer& edid, std::size_t count = edid_size) {
+    return {reinterpret_cast<const char*>(edid.data()), count};
+}
+
+std::vector<std::string> lines_of(const std::string& text) {
+    std::vector<std::string> lines;
+    std::size_t from = 0;
+    for (std::size_t end = text.find("\r\n"); end != std::string::npos; end = text.find("\r\n", from)) {
+        lines.push_back(text.substr(from, end - from));
+        from = end + 2;
+    }
+    lines.push_back(text.substr(from));
+    return lines;
+}
+
+/// The lines of a report file but for date and time.
+std::vector<std::string> report_of(const edid_buffer& edid) {
+    test::translation_desk d;
+    d.buffers.trans_buff = edid;
+    d.report.report_build("", "");
+    auto lines = lines_of(d.report.report_text + "\r\n");
+    lines[date_line] = "";
+    return lines;
+}
+
+std::vector<std::string> without_date(const std::string& report) {
+    auto lines = lines_of(report);
+    EXPECT_GT(lines.size(), date_line);
+    EXPECT_FALSE(lines.at(date_line).empty());
+    lines.at(date_line) = "";
+    return lines;
+}
+
+class program : public testing::Test {
+protected:
+    int run(const std::string& words) {
+        const auto quoted = [](const std::filesystem::path& p) { return " \"" + p.string() + "\""; };
+        const std::string command = "\"" EDID_REPORT "\" " + words + " >" + quoted(folder.path() / "out") + " 2>" +
+                                    quoted(folder.path() / "err");
+        const int status = std::system(command.c_str());
+        out = folder.content("out");
+        err = folder.content("err");
+#ifdef _WIN32
+        return status;
+#else
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+#endif
+    }
+    std::string in_folder(const std::string& name) const { return "\"" + (folder.path() / name).string() + "\""; }
+
+    test::temporary_directory folder;
+    std::string out;
+    std::string err;
+};
+
+TEST_F(program, tells_how_it_is_used) {
+    EXPECT_EQ(run("--help"), 0);
+    EXPECT_TRUE(out.starts_with("usage: edid_report [-j N] [-o FOLDER] FILE|FOLDER...\n"));
+    EXPECT_EQ(err, "");
+    EXPECT_EQ(run("-h"), 0);
+}
+
+TEST_F(program, refuses_a_command_line_that_makes_no_sense) {
+    for (const char* words : {"", "-j", "-j 0 x", "-j two x", "-o", "--every x", "-x y"}) {
+        EXPECT_EQ(run(words), 2) << words;
+        EXPECT_EQ(out, "") << words;
+        EXPECT_TRUE(err.starts_with("edid_report: ")) << words;
+    }
+}
+
+TEST_F(program, writes_the_report_that_the_desk_saves) {
+    folder.put("one.bin", bytes_of_edid(good_edid()));
+    EXPECT_EQ(run(in_folder("one.bin")), 0);
+    EXPECT_EQ(without_date(out), report_of(good_edid()));
+    EXPECT_EQ(err, "");
+}
+
+TEST_F(program, reads_every_kind_of_file) {
+    std::string hex;
+    for (const std::uint8_t byte : good_edid())
+        hex += "0123456789ABCDEF"[byte / 16] + std::string(1, "0123456789ABCDEF"[byte % 16]) + " ";
+    folder.put("a.hex", hex);
+    folder.put("a.BIN", bytes_of_edid(good_edid()));
+    folder.put("a.ddc", "captured" + bytes_of_edid(good_edid()));
+    folder.put("a", bytes_of_edid(good_edid()));
+    for (const char* name : {"a.hex", "a.BIN", "a.ddc", "a"}) {
+        EXPECT_EQ(run(in_folder(name)), 0) << name;
+        EXPECT_EQ(without_date(out), report_of(good_edid())) << name;
+    }
+}
+
+TEST_F(program, fills_up_or_cuts_and_says_so) {
+    edid_buffer filled = good_edid();
+    std::fill(filled.begin() + 128, filled.end(), 0xFF);
+    folder.put("short", bytes_of_edid(good_edid(), 128));
+    EXPECT_EQ(run(in_folder("short")), 0);
+    EXPECT_EQ(without_date(out), report_of(filled));
+    EXPECT_NE(err.find("it holds 128 bytes; block 1 counts as FF."), std::string::npos);
+    folder.put("long", bytes_of_edid(good_edid()) + std::string(128, '\x02'));
+    EXPECT_EQ(run(in_folder("long")), 0);
+    EXPECT_EQ(without_date(out), report_of(good_edid()));
+    EXPECT_NE(err.find("it holds 384 bytes; the first two blocks are reported."), std::string::npos);
+}
+
+TEST_F(program, tells_a_failure_with_the_text_so_far_and_goes_on) {
+    std::filesystem::create_directory(folder.path() / "edids");
+    folder.put("edids/1.bin", bytes_of_edid(bad_gamma()));
+    folder.put("edids/2.bin", bytes_of_edid(good_edid()));
+    EXPECT_EQ(run("-o " + in_folder("reports") + " " + in_folder("edids")), 1);
+    EXPECT_FALSE(folder.has("reports/1.txt"));
+    EXPECT_EQ(without_date(folder.content("reports/2.txt")), report_of(good_edid()));
+    EXPECT_EQ(out, "");
+    EXPECT_NE(err.find("1.bin: run-time error 6: Overflow. "), std::string::npos);
+    EXPECT_NE(err.find("EDID Analysis Report \r\n"), std::string::npos);
+    EXPECT_TRUE(err.ends_with("Max Vertical Size(cm) = 0\r\nGamma Value = \n"));
+}
+
+TEST_F(program, tells_what_it_can_not_read_and_goes_on) {
+    folder.put("empty.bin", "");
+    folder.put("notes.txt", "no EDID");
+    folder.put("x.hex", "12 X");
+    folder.put("no_header.ddc", std::string(300, '\x05'));
+    folder.put("one.bin", bytes_of_edid(good_edid()));
+    for (const char* name : {"empty.bin", "notes.txt", "x.hex", "no_header.ddc", "missing.bin"}) {
+        EXPECT_EQ(run(in_folder(name) + " " + in_folder("one.bin")), 1) << name;
+        EXPECT_EQ(without_date(out), report_of(good_edid())) << name;
+        EXPECT_TRUE(std::regex_search(err, std::regex("edid_report: .*" + std::string(name) + ": .*\\.\n"))) << err;
+    }
+}
+
+TEST_F(program, a_header_that_is_none_is_a_report_and_no_failure) {
+    folder.put("zero.bin", std::string(256, '\0'));
+    EXPECT_EQ(run(in_folder("zero.bin")), 0);
+    EXPECT_TRUE(out.ends_with("Block 0: NOT VESA Basic Block\r\nHeader = 00 00 00 00 00 00 00 00 \r\n"));
+}
+
+TEST_F(program, takes_the_files_of_a_folder_in_the_order_of_their_names_whatever_the_jobs) {
+    std::filesystem::create_directories(folder.path() / "edids" / "inner");
+    for (int i = 0; i < 200; ++i)
+        folder.put("edids/" + std::to_string(1000 + i) + ".bin",
+                   bytes_of_edid(good_edid(static_cast<std::uint8_t>(i))));
+    folder.put("edids/inner/0.bin", bytes_of_edid(good_edid()));
+    folder.put("edids/readme.txt", "not looked at");
+    folder.put("edids/.hidden", "not looked at");
+    for (const char* jobs : {"-j1 ", "-j 7 "}) {
+        EXPECT_EQ(run(jobs + in_folder("edids")), 0);
+        EXPECT_EQ(err, "");
+        std::vector<std::string> numbers;
+        for (const std::string& line : lines_of(out))
+            if (line.starts_with("Serial Number = ")) numbers.push_back(line.substr(16));
+        ASSERT_EQ(numbers.size(), 200U);
+        for (std::size_t i = 0; i < numbers.size(); ++i)
+            EXPECT_EQ(numbers[i], std::to_string(i));
+    }
+}
+
+TEST_F(program, keeps_reports_apart_that_would_have_one_name) {
+    for (const char* sub : {"x", "y"})
+        std::filesystem::create_directory(folder.path() / sub);
+    folder.put("x/a.bin", bytes_of_edid(good_edid(1)));
+    folder.put("x/a", bytes_of_edid(good_edid(2)));
+    folder.put("x/b.bin", bytes_of_edid(good_edid(3)));
+    folder.put("y/b.bin", bytes_of_edid(good_edid(4)));
+    EXPECT_EQ(run("-o " + in_folder("out_folder") + " " + in_folder("x") + " " + in_folder("y")), 1);
+    EXPECT_EQ(without_date(folder.content("out_folder/a.bin.txt")), report_of(good_edid(1)));
+    EXPECT_EQ(without_date(folder.content("out_folder/a.txt")), report_of(good_edid(2)));
+    EXPECT_EQ(without_date(folder.content("out_folder/b.txt")), report_of(good_edid(3)));
+    EXPECT_NE(err.find("another file's report has its name"), std::string::npos);
+}
+
+TEST_F(program, is_documented_option_by_option) {
+    std::ifstream page(MANUAL_PAGE);
+    const std::string manual((std::istreambuf_iterator<char>(page)), std::istreambuf_iterator<char>());
+    EXPECT_EQ(run("--help"), 0);
+    for (const char* option : {"-j", "-o", "--help"}) {
+        EXPECT_NE(out.find(option), std::string::npos) << option;
+        EXPECT_NE(manual.find(std::regex_replace(std::string(option), std::regex("-"), "\\-")), std::string::npos)
+            << option;
+    }
+}
+
+} // namespace
+} // namespace desk
