@@ -33,8 +33,9 @@ void monkey::act(int actions) {
     }
     for (const char* look : {"later", "boxes", "wire", "clock"})
         say(look);
-    for (const char* field : {"view_mode", "cur_timing", "cur_pattern", "color_mode", "rx_text", "download_mode",
-                              "edid_file_name", "diag_mode", "hex_type", "sn_value", "recover_sum"})
+    for (const char* field :
+         {"view_mode", "cur_timing", "cur_pattern", "color_mode", "rx_text", "download_mode", "edid_file_name",
+          "diag_mode", "hex_type", "sn_value", "recover_sum", "descriptor_map", "data_block_addr", "report_text"})
         say(std::string("field ") + field);
     for (const char* buffer : {"buffer write", "buffer read", "get txt_write.text", "get txt_read.text"})
         say(buffer);
@@ -56,14 +57,15 @@ std::string monkey::say(const std::string& line) {
 }
 
 void monkey::look_at_controls() {
-    const bool modal = desk_.answer("get frm_diag.shown") == "ok true";
+    std::string modal;
+    for (const char* w : {"frm_diag", "frm_report"})
+        if (desk_.answer("get " + std::string(w) + ".shown") == "ok true") modal = w;
     if (!controls_.empty() && modal == modal_) return;
     modal_ = modal;
     controls_.clear();
-    const auto all = nlohmann::json::parse(desk_.answer(modal ? "controls frm_diag" : "controls frm_main").substr(3));
-    for (const auto& control : all)
-        controls_.emplace_back((modal ? "frm_diag." : "") + control["name"].get<std::string>(),
-                               control["kind"].get<std::string>());
+    const std::string on_top = modal.empty() ? "frm_main" : modal;
+    for (const auto& control : nlohmann::json::parse(desk_.answer("controls " + on_top).substr(3)))
+        controls_.emplace_back(on_top + "." + control["name"].get<std::string>(), control["kind"].get<std::string>());
 }
 
 std::string monkey::some_choice() {
@@ -77,9 +79,14 @@ std::string monkey::some_choice() {
 }
 
 std::string monkey::some_action() {
-    if (modal_ && below(20) == 0) return one_of(strings{"close frm_diag", "click cmd_edid", "key frm_main 65"});
-    // much goes on in this view
-    if (!modal_ && below(12) == 0) return one_of(strings{"click cmd_edid", "click cmd_load", "click cmd_save_write"});
+    if (!modal_.empty() && below(20) == 0)
+        return one_of(strings{"close frm_diag", "close frm_report", "click cmd_edid", "key frm_main 65"});
+    // much goes on in this view, and most of all where an EDID is translated
+    if (desk_.answer("get fra_edid_edit.shown") == "ok true" && below(2) == 0)
+        return below(8) == 0 ? one_of(strings{"click cmd_edid_report", "click cmd_edid_back"}) : some_node();
+    if (modal_.empty() && below(8) == 0)
+        return one_of(strings{"click cmd_edid", "click cmd_load", "click cmd_read", "click cmd_save_write",
+                              "click cmd_read_translate", "click cmd_write_translate"});
     // mostly what an operator could reach, sometimes what is hidden or dead
     for (int tries = 0; tries < 200; ++tries) {
         const auto [name, kind] = one_of(controls_);
@@ -97,9 +104,10 @@ std::string monkey::action_on(const std::string& name, const std::string& kind) 
     if (kind == "label") return one_of(strings{"click ", "hover "}) + name;
     if (kind == "check_box" || kind == "option_button") return "click " + name;
     if (kind == "slider") return one_of(strings{"slide ", "drag "}) + name + " " + std::to_string(below(256));
-    if (kind == "combo_box") return "select " + name + " " + std::to_string(below(name == "cbo_com" ? 2 : 30));
+    if (kind == "combo_box") return "select " + name + " " + std::to_string(below(name.ends_with("cbo_com") ? 2 : 30));
+    if (kind == "tree_view") return some_node();
     if (kind == "list_view") {
-        const std::string row = std::to_string(1 + below(name == "lstv_auto" ? 32 : 45));
+        const std::string row = std::to_string(1 + below(name.ends_with("lstv_auto") ? 32 : 45));
         switch (below(4)) {
         case 0:
             return "check " + name + " " + row + one_of(strings{" on", " off"});
@@ -124,6 +132,12 @@ std::string monkey::action_on(const std::string& name, const std::string& kind) 
         }
     }
     return "";
+}
+
+std::string monkey::some_node() {
+    const auto nodes = nlohmann::json::parse(desk_.answer("tree").substr(3));
+    if (nodes.empty()) return "node none";
+    return "node " + nodes[static_cast<std::size_t>(below(static_cast<int>(nodes.size())))]["key"].get<std::string>();
 }
 
 std::string monkey::some_trouble() {

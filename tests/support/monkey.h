@@ -39,6 +39,7 @@ private:
     /// What it will say to the next box or file dialog.
     std::string some_choice();
     /// Something that the generator or the line does.
+    std::string some_node();
     std::string some_trouble();
     int below(int limit) { return static_cast<int>(random_() % static_cast<std::uint64_t>(limit)); }
     template <class Choices>
@@ -51,7 +52,7 @@ private:
     std::vector<std::string> files_;
     std::mt19937_64 random_;
     std::vector<std::pair<std::string, std::string>> controls_; // name, kind
-    bool modal_ = false;                                        // those are frm_diag's
+    std::string modal_; // the modal window that they belong to; empty: the main window
     std::string transcript_;
     std::map<std::string, int> outcomes_;
     std::vector<std::string> nonsense_;
