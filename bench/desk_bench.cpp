@@ -5,6 +5,7 @@
 #include "qt/desk_program.h"
 #include "qt/look.h"
 #include "simulator_process.h"
+#include "tell.h"
 
 #include <QApplication>
 #include <QEventLoop>
@@ -25,6 +26,8 @@
 
 namespace {
 
+using desk::bench::median;
+using desk::bench::tell;
 using clock_type = std::chrono::steady_clock;
 
 double ms_since(clock_type::time_point start) {
@@ -63,16 +66,6 @@ void rest(int ms) {
     QEventLoop loop;
     QTimer::singleShot(ms, &loop, &QEventLoop::quit);
     loop.exec();
-}
-
-double median(std::vector<double> values) {
-    std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
-    return values[values.size() / 2];
-}
-
-void tell(const char* what, double value, const char* unit, double bound) {
-    std::printf("%-58s %9.2f %-3s (bound %g)%s\n", what, value, unit, bound, value <= bound ? "" : "  ABOVE");
-    std::fflush(stdout);
 }
 
 void prepare(const QTemporaryDir& directory) {
@@ -240,6 +233,37 @@ void measure_signal() {
                 whole ? "256 commands, none lost, all in order" : "the commands are NOT the 256 values in order");
 }
 
+/// TRANS of the READ side and a click on every node.
+void measure_translation(desk::qt::desk_program& program) {
+    desk::frm_main& desk = program.desk();
+    const desk::tree_view& tree = desk.translation.tree_edid;
+    const auto translate = [&] {
+        desk.edid.cmd_read_translate.on_click();
+        for (int node = 1; node <= tree.node_count(); ++node)
+            tree.on_node_click(node);
+    };
+    std::vector<double> silent;
+    for (int i = 0; i < 200; ++i) {
+        const auto start = clock_type::now();
+        translate();
+        silent.push_back(ms_since(start));
+    }
+    tell("TRANS and a click on each node, without drawing, median", median(silent), "ms", 20);
+    std::printf("  %d nodes\n", tree.node_count());
+    std::vector<double> drawn;
+    for (int i = 0; i < 20; ++i) {
+        const auto start = clock_type::now();
+        program.gate().run([&] { desk.edid.cmd_read_translate.on_click(); });
+        for (int node = 1; node <= tree.node_count(); ++node) {
+            program.gate().run([&] { tree.on_node_click(node); });
+            QApplication::processEvents();
+        }
+        drawn.push_back(ms_since(start) / tree.node_count());
+    }
+    tell("the same, drawn, for each node", median(drawn), "ms", 16);
+    desk.translation.cmd_edid_back.on_click();
+}
+
 void measure_edid() {
     const QTemporaryDir directory;
     prepare(directory);
@@ -261,6 +285,8 @@ void measure_edid() {
 
     tell("READ of 256 bytes, the pause of 100 ms included", median_seconds_of("cmd_read"), "s", 0.45);
     if (!desk.fields.read_ok) std::printf("  the READ has FAILED\n");
+
+    measure_translation(program);
 
     // the window's text is what a simple-type HEX file holds
     const std::string hex_file = path_of(directory).string() + "/bench.hex";

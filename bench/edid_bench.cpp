@@ -2,6 +2,7 @@
 
 #include "support/temporary_directory.h"
 #include "support/translation_desk.h"
+#include "tell.h"
 
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -17,20 +18,12 @@
 
 namespace {
 
+using desk::bench::median;
+using desk::bench::tell;
 using clock_type = std::chrono::steady_clock;
 
 double us_since(clock_type::time_point start) {
     return std::chrono::duration<double, std::micro>(clock_type::now() - start).count();
-}
-
-double median(std::vector<double> values) {
-    std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
-    return values[values.size() / 2];
-}
-
-void tell(const char* what, double value, const char* unit, double bound) {
-    std::printf("%-58s %9.2f %-3s (bound %g)%s\n", what, value, unit, bound, value <= bound ? "" : "  ABOVE");
-    std::fflush(stdout);
 }
 
 /// Two full blocks: two names and two timings, every kind of data block, four timings more.

@@ -1,16 +1,11 @@
 #include "platform/command_line.h"
+#include "platform/windows_api.h"
 
 #include <cstdio>
 #include <filesystem>
 
 #include <fcntl.h>
 #include <io.h>
-
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#define WIN32_LEAN_AND_MEAN
-#include <windows.h>
 
 #include <shellapi.h>
 

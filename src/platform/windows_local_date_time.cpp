@@ -1,12 +1,7 @@
 #include "platform/local_date_time.h"
+#include "platform/windows_api.h"
 
 #include <array>
-
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#define WIN32_LEAN_AND_MEAN
-#include <windows.h>
 
 namespace desk {
 

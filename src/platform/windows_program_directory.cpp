@@ -1,12 +1,7 @@
 #include "platform/program_directory.h"
+#include "platform/windows_api.h"
 
 #include <string>
-
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#define WIN32_LEAN_AND_MEAN
-#include <windows.h>
 
 namespace desk {
 

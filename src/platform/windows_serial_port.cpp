@@ -1,14 +1,9 @@
 #include "platform/native_serial_port.h"
+#include "platform/windows_api.h"
 
 #include "runtime/failure.h"
 
 #include <string>
-
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#define WIN32_LEAN_AND_MEAN
-#include <windows.h>
 
 namespace desk {
 

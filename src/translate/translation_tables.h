@@ -1,6 +1,7 @@
 #pragma once
 
 #include "edid/buffer.h"
+#include "translate/decode/descriptor.h"
 
 #include <array>
 #include <cstddef>
@@ -11,13 +12,13 @@ namespace desk {
 /// The classes of the 18-byte descriptors. A monitor descriptor has its tag as its class.
 namespace descriptor_class {
 
+using descriptor_code::ascii_string;
+using descriptor_code::monitor_name;
+using descriptor_code::range_limits;
+using descriptor_code::serial_number;
+using descriptor_code::unknown;
 inline constexpr std::uint8_t detail_timing = 0xE0;
-inline constexpr std::uint8_t serial_number = 0xFF;
-inline constexpr std::uint8_t ascii_string = 0xFE;
-inline constexpr std::uint8_t range_limits = 0xFD;
-inline constexpr std::uint8_t monitor_name = 0xFC;
 inline constexpr std::uint8_t standard_timings = 0xFA;
-inline constexpr std::uint8_t unknown = 0xE3;
 
 } // namespace descriptor_class
 

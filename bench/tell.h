@@ -1,0 +1,21 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdio>
+#include <vector>
+
+namespace desk::bench {
+
+inline double median(std::vector<double> values) {
+    std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
+    return values[values.size() / 2];
+}
+
+/// Prints a figure beside the bound that it is to keep.
+inline void tell(const char* what, double value, const char* unit, double bound) {
+    std::printf("%-58s %9.2f %-3s (bound %g)%s\n", what, value, unit, bound, value <= bound ? "" : "  ABOVE");
+    std::fflush(stdout);
+}
+
+} // namespace desk::bench

@@ -1,0 +1,11 @@
+#pragma once
+
+// The Windows API without what it defines beyond need.
+
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#include <windows.h>
