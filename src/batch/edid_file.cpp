@@ -43,7 +43,7 @@ void read_into(std::string_view file, file_kind kind, byte_receiver& bytes) {
 }
 
 std::string remark_on(std::size_t count) {
-    const std::string held = "it holds " + std::to_string(count) + " bytes";
+    const std::string held = "its EDID has " + std::to_string(count) + " bytes";
     if (count == edid_block_size) return held + "; block 1 counts as FF";
     if (count < edid_size) return held + "; what is missing up to 256 counts as FF";
     if (count > edid_size) return held + "; the first two blocks are reported";
@@ -53,14 +53,17 @@ std::string remark_on(std::size_t count) {
 } // namespace
 
 edid_file read_edid_file(const std::filesystem::path& path, file_kind kind) {
-    // a capture is some kilobytes long; what is longer than this was named by mistake
-    constexpr std::uintmax_t longest = 16UL * 1024 * 1024;
+    // a device or a pipe may never end
     std::error_code unknown;
-    const std::uintmax_t size = std::filesystem::file_size(path, unknown);
-    if (!unknown && size > longest) throw no_edid("it is too long for an EDID file");
+    const auto type = std::filesystem::status(path, unknown).type();
+    const bool strange = type != std::filesystem::file_type::regular && type != std::filesystem::file_type::not_found &&
+                         type != std::filesystem::file_type::unknown && type != std::filesystem::file_type::none;
+    if (strange) throw runtime_failure(failure::path_file_access_error, "it is no regular file");
+    // a capture is some kilobytes long; what is longer than this was named by mistake
+    constexpr std::size_t longest = std::size_t{16} * 1024 * 1024;
     edid_file result;
     first_two_blocks bytes(result.edid);
-    read_into(read_whole_file(path), kind, bytes);
+    read_into(read_whole_file(path, longest), kind, bytes);
     const std::size_t count = bytes.count();
     if (count == 0) throw no_edid("it holds no byte");
     if (count < edid_size) std::fill(result.edid.begin() + static_cast<std::ptrdiff_t>(count), result.edid.end(), 0xFF);

@@ -31,7 +31,7 @@ void add_folder(input_files& found, const std::string& name) {
         std::error_code unknown;
         std::string file_name = utf8_from_path(entry->path().filename());
         const bool fits = !file_name.starts_with('.') && kind_of(file_name) != file_kind::unknown;
-        if (fits && entry->is_regular_file(unknown)) names.push_back(std::move(file_name));
+        if (fits && !entry->is_directory(unknown)) names.push_back(std::move(file_name));
     }
     if (error) {
         found.problems.push_back(name + ": the folder can't be read: " + error.message() + ".");
@@ -54,19 +54,38 @@ void add_file(input_files& found, const std::string& name) {
         {static_cast<std::uint32_t>(found.folders.size() - 1), false, false, utf8_from_path(path.filename())});
 }
 
-/// Does something with each file and the one before it, in the order of a part of their names, where both are the same.
+using group = std::vector<input_file*>;
+
+/// Does something with each group of files that have a part of their names in common, in the order they were named.
 template <class Name, class Work>
-void for_each_twin(std::vector<input_file>& files, Name name, Work work) {
+void for_each_group(std::vector<input_file>& files, Name name, Work work) {
     std::vector<std::uint32_t> order(files.size());
     std::iota(order.begin(), order.end(), 0U);
     std::stable_sort(order.begin(), order.end(), [&](std::uint32_t a, std::uint32_t b) {
         return compare_names(name(files[a]), name(files[b])) < 0;
     });
-    for (std::size_t i = 1; i < order.size(); ++i) {
-        input_file& before = files[order[i - 1]];
-        input_file& file = files[order[i]];
-        if (compare_names(name(before), name(file)) == 0) work(before, file);
+    for (std::size_t i = 0; i < order.size();) {
+        group members;
+        do
+            members.push_back(&files[order[i++]]);
+        while (i < order.size() && compare_names(name(*members.front()), name(files[order[i]])) == 0);
+        if (members.size() > 1) work(members);
     }
+}
+
+/// Files that differ in their extension alone keep it; where it is the same it tells nothing apart.
+void keep_extensions(const group& files) {
+    const bool one_name = std::all_of(files.begin(), files.end(), [&](const input_file* f) {
+        return compare_names(f->name, files.front()->name) == 0;
+    });
+    for (input_file* f : files)
+        f->keeps_extension = !one_name;
+}
+
+/// Only the first of a name has its report.
+void take_name(const group& files) {
+    for (std::size_t i = 1; i < files.size(); ++i)
+        files[i]->name_taken = true;
 }
 
 } // namespace
@@ -88,13 +107,9 @@ input_files find_input_files(const std::vector<std::string>& names) {
         else
             add_file(found, name);
     }
-    for_each_twin(
-        found.files, [](const input_file& f) { return without_extension(f.name); },
-        [](input_file& a, input_file& b) {
-            // the extension tells nothing apart where it is the same
-            if (compare_names(a.name, b.name) != 0) a.keeps_extension = b.keeps_extension = true;
-        });
-    for_each_twin(found.files, report_name, [](input_file& /*first*/, input_file& b) { b.name_taken = true; });
+    for_each_group(
+        found.files, [](const input_file& f) { return without_extension(f.name); }, keep_extensions);
+    for_each_group(found.files, report_name, take_name);
     return found;
 }
 

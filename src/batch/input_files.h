@@ -16,7 +16,7 @@ file_kind kind_of(std::string_view name);
 /// A file to report on. There can be very many of them: the folder is kept once.
 struct input_file {
     std::uint32_t folder = 0;     ///< index in input_files::folders
-    bool keeps_extension = false; ///< another file has the same name but for the extension
+    bool keeps_extension = false; ///< other files have the same name but for the extension
     bool name_taken = false;      ///< another file's report has the same name
     std::string name;
 };

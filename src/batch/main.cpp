@@ -4,8 +4,11 @@
 #include "platform/command_line.h"
 #include "runtime/files.h"
 
+#include <algorithm>
+#include <exception>
 #include <filesystem>
 #include <string>
+#include <string_view>
 
 namespace {
 
@@ -30,6 +33,14 @@ private:
     std::string shown_;
 };
 
+/// Control characters that names and EDIDs hold must not reach a terminal.
+std::string printable(std::string_view text) {
+    std::string result(text);
+    std::replace_if(
+        result.begin(), result.end(), [](char c) { return (c >= 0 && c < ' ' && c != '\n') || c == '\x7F'; }, '?');
+    return result;
+}
+
 int report(const batch::options& wanted) {
     if (!wanted.output_folder.empty()) {
         std::error_code error;
@@ -49,7 +60,7 @@ int report(const batch::options& wanted) {
         },
         [&](std::string_view text) {
             progress.clear();
-            write_to_standard_error("edid_report: " + std::string(text) + "\n");
+            write_to_standard_error("edid_report: " + printable(text) + "\n");
         },
         [&](std::size_t done, std::size_t count) { progress.show(done, count); },
     };
@@ -68,5 +79,8 @@ int main(int argument_count, char** arguments) {
     } catch (const batch::usage_error& e) {
         write_to_standard_error("edid_report: " + std::string(e.what()) + "; edid_report --help tells more\n");
         return 2;
+    } catch (const std::exception& e) {
+        write_to_standard_error("edid_report: " + std::string(e.what()) + "\n");
+        return 1;
     }
 }

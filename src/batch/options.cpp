@@ -17,7 +17,8 @@ Writes the EDID analysis report of each file, as the desk's Report button shows 
   FILE          a .hex, .bin or .ddc file, or a file without an extension, which holds raw bytes
   FOLDER        all such files that stand in it, in the order of their names
   -o FOLDER     writes each report to FOLDER/NAME.txt; without it all go to standard output, one behind the other.
-                Files that differ in their extension alone keep it: NAME.hex.txt and NAME.bin.txt
+                Files that differ in their extension alone keep it: NAME.hex.txt and NAME.bin.txt.
+                An older report is replaced, any other file is not
   -j N          works on N files at a time; without it, on one for each processor
   --            what follows is a FILE or a FOLDER, also where it begins with "-"
   -h, --help    shows this text

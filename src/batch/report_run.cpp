@@ -14,7 +14,12 @@
 #include <algorithm>
 #include <atomic>
 #include <deque>
+#include <exception>
+#include <filesystem>
+#include <fstream>
+#include <system_error>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace desk::batch {
@@ -28,6 +33,12 @@ struct outcome {
     std::vector<std::string> messages;
 };
 
+/// As standard error has them.
+std::string with_plain_line_ends(std::string text) {
+    std::erase(text, '\r');
+    return text;
+}
+
 /// All that one report needs; it is used again for the next one.
 class reporter {
 public:
@@ -35,18 +46,18 @@ public:
         : inputs_(inputs), wanted_(wanted), dates_(dates) {}
 
     void work_on(const input_file& file, outcome& result) {
-        result.reported = false;
-        result.report.clear();
-        result.messages.clear();
+        result = {};
         const std::string path = inputs_.path_of(file);
         try {
             read(path, kind_of(file.name), result);
             build(path, result);
-            if (result.reported && !wanted_.output_folder.empty()) save(file, result);
+            if (result.reported && saves()) save(file, result);
         } catch (const runtime_failure& f) {
-            result.reported = false;
-            result.messages.push_back(path + ": " + f.sentence());
+            fail(result, path + ": " + f.sentence());
+        } catch (const std::exception& e) {
+            fail(result, path + ": " + e.what() + ".");
         }
+        if (!result.reported && saves()) tell_of_older_report(file, result);
     }
 
 private:
@@ -67,15 +78,47 @@ private:
         } catch (const runtime_failure& f) {
             result.messages.push_back(path + ": run-time error " + std::to_string(f.number()) + ": " +
                                       std::string(f.text()) + ". " + f.sentence() + " The report so far:\n" +
-                                      builder_.report_text);
+                                      with_plain_line_ends(builder_.report_text));
         }
     }
 
+    bool saves() const { return !wanted_.output_folder.empty(); }
+
+    std::filesystem::path report_path(const input_file& file) const {
+        return path_from_utf8(wanted_.output_folder) / path_from_utf8(std::string(report_name(file)) + ".txt");
+    }
+
     void save(const input_file& file, outcome& result) {
-        if (file.name_taken) throw runtime_failure(failure::file_already_open, "another file's report has its name");
-        const std::filesystem::path folder = path_from_utf8(wanted_.output_folder);
-        replace_whole_file(folder / path_from_utf8(std::string(report_name(file)) + ".txt"), result.report);
+        const std::filesystem::path path = report_path(file);
+        if (file.name_taken)
+            throw runtime_failure(failure::file_already_open, "another file has its report in " + utf8_from_path(path));
+        // what somebody has written is not lost
+        std::error_code unknown;
+        if (std::filesystem::exists(path, unknown) && !is_report(path)) {
+            throw runtime_failure(failure::path_file_access_error,
+                                  utf8_from_path(path) + " is no report and is not replaced");
+        }
+        replace_whole_file(path, result.report);
         result.report.clear();
+    }
+
+    static bool is_report(const std::filesystem::path& path) {
+        std::string head(report_title.size(), '\0');
+        std::ifstream(path, std::ios::binary).read(head.data(), static_cast<std::streamsize>(head.size()));
+        return head == report_title;
+    }
+
+    static void fail(outcome& result, std::string message) {
+        result.reported = false;
+        result.report.clear();
+        result.messages.push_back(std::move(message));
+    }
+
+    void tell_of_older_report(const input_file& file, outcome& result) const {
+        const std::filesystem::path path = report_path(file);
+        std::error_code unknown;
+        if (!file.name_taken && std::filesystem::exists(path, unknown) && is_report(path))
+            result.messages.push_back(utf8_from_path(path) + " is an older report.");
     }
 
     const input_files& inputs_;
@@ -97,8 +140,12 @@ void share_out(std::deque<reporter>& reporters, std::size_t count,
             work(r, i);
     };
     std::vector<std::thread> helpers;
-    for (std::size_t j = 1; j < reporters.size(); ++j)
-        helpers.emplace_back(work_until_done, std::ref(reporters[j]));
+    try {
+        for (std::size_t j = 1; j < std::min(reporters.size(), count); ++j)
+            helpers.emplace_back(work_until_done, std::ref(reporters[j]));
+    } catch (const std::system_error&) {
+        // the machine gives no more of them: those that are there do all
+    }
     work_until_done(reporters.front());
     for (std::thread& helper : helpers)
         helper.join();
@@ -107,7 +154,7 @@ void share_out(std::deque<reporter>& reporters, std::size_t count,
 } // namespace
 
 bool run_reports(const input_files& inputs, const options& wanted, calendar& dates, const run_output& output) {
-    // so many files are held at a time: memory does not grow with their number
+    // so many files are held at a time, however many there are
     constexpr std::size_t files_of_job = 64;
     const std::size_t jobs =
         std::max<std::size_t>(wanted.jobs != 0 ? wanted.jobs : std::thread::hardware_concurrency(), 1);
@@ -115,9 +162,9 @@ bool run_reports(const input_files& inputs, const options& wanted, calendar& dat
     for (const std::string& problem : inputs.problems)
         output.message(problem);
     std::deque<reporter> reporters; // they stay where they are: their parts know each other
-    for (std::size_t j = 0; j < jobs; ++j)
+    for (std::size_t j = 0; j < std::clamp<std::size_t>(inputs.files.size(), 1, jobs); ++j)
         reporters.emplace_back(inputs, wanted, dates);
-    std::vector<outcome> outcomes(std::min(jobs * files_of_job, inputs.files.size()));
+    std::vector<outcome> outcomes(std::min(reporters.size() * files_of_job, inputs.files.size()));
     for (std::size_t first = 0; first < inputs.files.size(); first += outcomes.size()) {
         const std::size_t count = std::min(outcomes.size(), inputs.files.size() - first);
         share_out(reporters, count,

@@ -8,6 +8,7 @@ namespace desk {
 
 void tree_view::clear() {
     nodes_.clear();
+    ++clearings_;
     mark_changed(*this);
 }
 

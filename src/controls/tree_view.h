@@ -22,6 +22,8 @@ public:
     tree_view() : control(control_kind::tree_view) { back_color = color_white; }
 
     void clear();
+    /// Counts the clearings, since nodes that are built anew can look like those before.
+    int clearings() const { return clearings_; }
     /// Adds a node as the last child of `parent` (0: as a root). Throws failure::index_out_of_bounds where there is
     /// no such parent and failure::key_not_unique for a key that is there already.
     void add(int parent, std::string key, std::string title);
@@ -37,6 +39,7 @@ public:
 private:
     tree_node& node_at(int number);
     std::vector<tree_node> nodes_;
+    int clearings_ = 0;
 };
 
 } // namespace desk

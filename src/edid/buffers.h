@@ -11,6 +11,7 @@ namespace buff {
 
 inline constexpr std::uint8_t write = 1;
 inline constexpr std::uint8_t read = 2;
+inline constexpr std::uint8_t trans = 3;
 
 } // namespace buff
 

@@ -1,5 +1,7 @@
 #include "platform/local_date_time.h"
 
+#include "runtime/windows_1252.h"
+
 #include <array>
 #include <clocale>
 
@@ -10,7 +12,7 @@ namespace {
 /// The system's locale for dates and times, or the plain one where the system has none of that name.
 class system_locale {
 public:
-    system_locale() : locale_(newlocale(LC_ALL_MASK, "", nullptr)) {
+    system_locale() : locale_(newlocale(LC_TIME_MASK | LC_CTYPE_MASK, "", nullptr)) {
         if (locale_ == nullptr) locale_ = newlocale(LC_ALL_MASK, "C", nullptr);
     }
     ~system_locale() { freelocale(locale_); }
@@ -19,7 +21,7 @@ public:
 
     std::string text(const char* format, const std::tm& moment) const {
         std::array<char, 256> buffer{};
-        return {buffer.data(), strftime_l(buffer.data(), buffer.size(), format, &moment, locale_)};
+        return as_utf8({buffer.data(), strftime_l(buffer.data(), buffer.size(), format, &moment, locale_)});
     }
 
 private:

@@ -30,8 +30,16 @@ bool write_to_standard_output(std::string_view bytes) {
 }
 
 void write_to_standard_error(std::string_view text) {
-    SetConsoleOutputCP(CP_UTF8);
-    std::fwrite(text.data(), 1, text.size(), stderr);
+    if (!standard_error_is_a_terminal()) {
+        std::fwrite(text.data(), 1, text.size(), stderr);
+        return;
+    }
+    // a console takes wide characters whatever code page it has
+    const int length = static_cast<int>(text.size());
+    std::wstring wide(text.size(), L'\0');
+    const int count = MultiByteToWideChar(CP_UTF8, 0, text.data(), length, wide.data(), length);
+    DWORD written = 0;
+    WriteConsoleW(GetStdHandle(STD_ERROR_HANDLE), wide.data(), static_cast<DWORD>(count), &written, nullptr);
 }
 
 bool standard_error_is_a_terminal() { return _isatty(_fileno(stderr)) != 0; }

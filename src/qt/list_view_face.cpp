@@ -199,21 +199,17 @@ private:
         gate().run([&] { model_.set_expanded(node_of(item), expanded); });
     }
 
+    // nodes are only added, and all taken away at once
     bool shows_these_nodes() const {
-        if (shown_.size() != model_.nodes().size()) return false;
-        for (std::size_t i = 0; i < shown_.size(); ++i) {
-            const tree_node& n = model_.nodes()[i];
-            if (shown_[i].key != n.key || shown_[i].title != n.title || shown_[i].parent != n.parent) return false;
-        }
-        return true;
+        return clearings_ == model_.clearings() && items_.size() == model_.nodes().size();
     }
 
     void build() {
         tree_->clear();
         items_.clear();
         clicked_ = 0;
-        shown_ = model_.nodes();
-        for (const tree_node& n : shown_) {
+        clearings_ = model_.clearings();
+        for (const tree_node& n : model_.nodes()) {
             const int number = static_cast<int>(items_.size()) + 1;
             QTreeWidgetItem* const item = n.parent == 0
                                               ? new QTreeWidgetItem(tree_)
@@ -226,9 +222,9 @@ private:
 
     tree_view& model_;
     QTreeWidget* tree_;
-    std::vector<tree_node> shown_;
     std::vector<QTreeWidgetItem*> items_;
-    int clicked_ = 0; // the node clicked last
+    int clearings_ = 0; // as the model counted them when the items were made
+    int clicked_ = 0;   // the node clicked last
 };
 
 } // namespace

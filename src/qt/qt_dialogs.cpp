@@ -60,14 +60,18 @@ QString ending_of(const QString& filter) {
     return pattern.match(filter).captured(1);
 }
 
+/// The window that a box or a dialog opens above.
+QWidget* window_on_top(QWidget* main_window) {
+    QWidget* const modal = QApplication::activeModalWidget();
+    return modal != nullptr ? modal : main_window;
+}
+
 } // namespace
 
 box_answer qt_message_box::show(std::string_view text, box_icon icon, box_buttons buttons) {
     gate_.throw_if_over();
     if (gate_.follow) gate_.follow();
-    QWidget* const above =
-        QApplication::activeModalWidget() != nullptr ? QApplication::activeModalWidget() : parent.data();
-    QMessageBox box(icon_of(icon), program_title, text_of(text), buttons_of(buttons), above);
+    QMessageBox box(icon_of(icon), program_title, text_of(text), buttons_of(buttons), window_on_top(parent));
     box.setTextFormat(Qt::PlainText);
     const int pressed = box.exec();
     gate_.throw_if_over();
@@ -87,7 +91,7 @@ std::optional<file_choice> qt_file_dialog::show(const file_dialog_setup& setup) 
     gate_.throw_if_over();
     if (gate_.follow) gate_.follow();
     const bool saves = setup.kind == file_dialog_setup::dialog_kind::save;
-    QFileDialog dialog(parent, text_of(setup.title));
+    QFileDialog dialog(window_on_top(parent), text_of(setup.title));
     dialog.setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     // the desk itself tells of a file that is not there, and asks before it writes over one
     dialog.setFileMode(QFileDialog::AnyFile);

@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QTextBlockFormat>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -114,6 +115,8 @@ protected:
             cursor.select(QTextCursor::Document);
             cursor.setBlockFormat(lines_);
             cursor.insertText(text);
+            // another text is read from its beginning
+            edit_->verticalScrollBar()->setValue(0);
         }
         shown_ = text;
     }

@@ -27,7 +27,7 @@ public:
     report_builder builder;
 
     /// Builds the report. Throws what the decoders throw.
-    /// The desk behaves so: for an EDID that begins with no header the box goes on showing "Parsing ...", while SAVE
+    /// The desk behaves so: for an EDID that begins with no header the box goes on showing "Parsing ...", while Save
     /// saves what there is to say.
     void load();
 

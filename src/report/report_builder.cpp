@@ -10,7 +10,6 @@
 #include "translate/decode/color.h"
 #include "translate/decode/colorimetry.h"
 #include "translate/decode/descriptor.h"
-#include "translate/decode/detail.h"
 #include "translate/decode/dtv.h"
 #include "translate/decode/header.h"
 #include "translate/decode/pieces.h"
@@ -21,16 +20,9 @@
 #include "translate/decode/video.h"
 #include "translate/decode/video_capability.h"
 #include "translate/decode/vsdb.h"
+#include "translate/found_descriptor.h"
 
 namespace desk {
-
-namespace {
-
-constexpr std::uint8_t trans = 3;
-constexpr std::size_t descriptors_of_block_0 = 4;
-constexpr std::size_t rows_of_map = 7;
-
-} // namespace
 
 report_builder::report_builder(const edid_buffers& buffers, translation_tables& tables, serial_number& serial,
                                const shared_fields& fields)
@@ -38,7 +30,7 @@ report_builder::report_builder(const edid_buffers& buffers, translation_tables& 
 
 bool report_builder::report_build(std::string_view date, std::string_view time) {
     report_text.clear();
-    print_line(report_text, "EDID Analysis Report ");
+    print_line(report_text, report_title);
     print(report_text, date, " ", time, line_end, line_end);
     if (!is_vesa_basic_block(trans_buff_)) {
         print_line(report_text, "Block 0: NOT VESA Basic Block");
@@ -58,19 +50,17 @@ void report_builder::build_block_0() {
     print_line(report_text, "______ Block 0: VESA Basic Block ______");
     print_binary_list(report_text, trans_buff_, 0);
     print_line(report_text);
-    serial_.get_sn(trans);
+    serial_.get_sn(buff::trans);
     decode_vendor(report_text, trans_buff_, fields_.sn_value);
     print_line(report_text);
     decode_basic(report_text, trans_buff_);
     print(report_text, line_end, line_end);
     print_line(report_text, "--- Color Characteristics ---");
     decode_color(report_text, trans_buff_);
-    report_established();
+    print_established_lines(report_text, trans_buff_);
     report_standard_timings();
     report_descriptors();
 }
-
-void report_builder::report_established() { print_established_lines(report_text, trans_buff_); }
 
 void report_builder::report_standard_timings() {
     for (int n = 1; n <= 8; ++n) {
@@ -98,43 +88,27 @@ void report_builder::report_descriptor_row(std::uint8_t kind, int& names, int& d
     case descriptor_class::serial_number:
     case descriptor_class::ascii_string:
     case descriptor_class::range_limits:
-        return report_descriptor_of_class(kind, 1, kind);
+        return report_descriptor(kind, 1, kind);
     case descriptor_class::monitor_name:
         return report_name(++names);
     case descriptor_class::standard_timings:
         print_line(report_text, "*** Additional Standard Timings 9 ~ 14 ***");
-        report_descriptor_of_class(kind, 1, descriptor_code::standard_timings_9_to_11);
-        return report_descriptor_of_class(kind, 1, descriptor_code::standard_timings_12_to_14);
+        report_descriptor(kind, 1, descriptor_code::standard_timings_9_to_11);
+        return report_descriptor(kind, 1, descriptor_code::standard_timings_12_to_14);
     case descriptor_class::detail_timing:
         ++details;
-        report_detail_of_block_0(details);
+        print_line(report_text, "--- BK0.Detail Timing", number_text(details), " ---");
+        report_detail(0, details);
         return print_line(report_text);
     default:
-        return report_descriptor_of_class(descriptor_class::unknown, 1, descriptor_code::unknown);
+        return report_descriptor(descriptor_class::unknown, 1, descriptor_code::unknown);
     }
-}
-
-void report_builder::report_descriptor_of_class(std::uint8_t kind, int count, std::uint8_t code) {
-    tables_.arrange_descriptor(trans_buff_, 0);
-    const descriptor_row* const row = tables_.find_descriptor(kind, count, descriptors_of_block_0);
-    if (row != nullptr) report_descriptor(tables_.tag_address(*row), code);
 }
 
 // The desk behaves so: a third and a fourth name do not come up.
 void report_builder::report_name(int count) {
-    if (count <= 2)
-        return report_descriptor_of_class(descriptor_class::monitor_name, count, descriptor_code::monitor_name);
+    if (count <= 2) return report_descriptor(descriptor_class::monitor_name, count, descriptor_code::monitor_name);
     tables_.arrange_descriptor(trans_buff_, 0);
-}
-
-void report_builder::report_detail_of_block_0(int count) {
-    tables_.arrange_descriptor(trans_buff_, 0);
-    print_line(report_text, "--- BK0.Detail Timing", number_text(count), " ---");
-    descriptor_row* const row = tables_.find_descriptor(descriptor_class::detail_timing, count, descriptors_of_block_0);
-    while_doing([&] { return "Decoding detailed timing " + number_text(count) + " of block 0"; },
-                [&] {
-                    if (row != nullptr) report_detail(row->position);
-                });
 }
 
 void report_builder::build_block_1() {
@@ -181,31 +155,25 @@ void report_builder::report_detail_timings_of_block_1() {
     if (tables_.cea_dtd_offset == 0) return;
     tables_.arrange_descriptor(trans_buff_, 1);
     int count = 0;
-    for (std::size_t j = 0; j < rows_of_map; ++j) {
+    for (std::size_t j = 0; j < tables_.descriptor_map.size(); ++j) {
         if (tables_.descriptor_map.at(j).kind != descriptor_class::detail_timing) continue;
         ++count;
         print(report_text, line_end, line_end);
         print_line(report_text, "--- BK1.Detail Timing", number_text(count), " ---");
-        tables_.arrange_descriptor(trans_buff_, 1);
         // The desk behaves so: the seventh is the first one once more.
-        descriptor_row* const row =
-            tables_.find_descriptor(descriptor_class::detail_timing, count == 7 ? 1 : count, rows_of_map);
-        while_doing([&] { return "Decoding detailed timing " + number_text(count) + " of block 1"; },
-                    [&] {
-                        if (row != nullptr) report_detail(row->position);
-                    });
+        report_detail(1, count == 7 ? 1 : count);
     }
 }
 
 void report_builder::report_standard(std::uint8_t address) { decode_standard(report_text, trans_buff_, address); }
 
-void report_builder::report_descriptor(std::uint8_t address, std::uint8_t code) {
+void report_builder::report_descriptor(std::uint8_t kind, int count, std::uint8_t code) {
     if (code == descriptor_code::range_limits) print_line(report_text);
-    decode_descriptor(report_text, trans_buff_, address, code);
+    decode_found_descriptor(report_text, trans_buff_, tables_, kind, count, code);
 }
 
-void report_builder::report_detail(std::uint8_t& position) {
-    decode_detail(report_text, trans_buff_, tables_.descriptor_start, position);
+void report_builder::report_detail(std::uint8_t block, int count) {
+    decode_found_detail(report_text, trans_buff_, tables_, block, count);
 }
 
 void report_builder::report_dtv() {

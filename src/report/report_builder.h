@@ -6,11 +6,13 @@
 #include "translate/translation_tables.h"
 
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <string_view>
 
 namespace desk {
+
+/// What every report begins with.
+inline constexpr std::string_view report_title = "EDID Analysis Report ";
 
 /// Builds the report of `trans_buff`: all that the translation shows, in a fixed order, as one text. It takes any 256
 /// bytes, also those whose tree can't be built. The tables and `sn_value` change with it.
@@ -27,21 +29,18 @@ public:
 
 private:
     void build_block_0();
-    void report_established();
     void report_standard_timings();
     void report_descriptors();
     void report_descriptor_row(std::uint8_t kind, int& names, int& details);
-    void report_descriptor_of_class(std::uint8_t kind, int count, std::uint8_t code);
     void report_name(int count);
-    void report_detail_of_block_0(int count);
     void build_block_1();
     void report_block_1_tag();
     void report_data_blocks();
     void report_detail_timings_of_block_1();
 
     void report_standard(std::uint8_t address);
-    void report_descriptor(std::uint8_t address, std::uint8_t code);
-    void report_detail(std::uint8_t& position);
+    void report_descriptor(std::uint8_t kind, int count, std::uint8_t code);
+    void report_detail(std::uint8_t block, int count);
     void report_dtv();
     void report_audio();
     void report_video();

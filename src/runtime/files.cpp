@@ -2,10 +2,10 @@
 
 #include "runtime/failure.h"
 
+#include <array>
 #include <atomic>
 #include <fstream>
 #include <random>
-#include <sstream>
 #include <system_error>
 
 namespace desk {
@@ -17,19 +17,26 @@ std::string utf8_from_path(const std::filesystem::path& path) {
     return {text.begin(), text.end()};
 }
 
-std::string read_whole_file(const std::filesystem::path& path) {
+std::string read_whole_file(const std::filesystem::path& path, std::size_t longest) {
     const auto name = [&] { return "the file " + utf8_from_path(path); };
     std::error_code error;
     const auto status = std::filesystem::status(path, error);
-    if (!std::filesystem::exists(status)) throw runtime_failure(failure::file_not_found, name() + " does not exist");
+    if (status.type() == std::filesystem::file_type::not_found)
+        throw runtime_failure(failure::file_not_found, name() + " does not exist");
     std::ifstream file(path, std::ios::binary);
-    std::ostringstream content;
-    if (file && !std::filesystem::is_directory(status) && file.peek() != std::ifstream::traits_type::eof()) {
-        content << file.rdbuf();
-    }
-    if (std::filesystem::is_directory(status) || file.bad() || !file.is_open())
+    if (!file.is_open() || std::filesystem::is_directory(status))
         throw runtime_failure(failure::path_file_access_error, name() + " can't be read");
-    return std::move(content).str();
+    std::string content;
+    std::array<char, 16384> piece{};
+    // what can't be read to its end is not taken for the whole
+    while (file.read(piece.data(), piece.size()), file.gcount() > 0) {
+        content.append(piece.data(), static_cast<std::size_t>(file.gcount()));
+        if (content.size() > longest)
+            throw runtime_failure(failure::path_file_access_error, name() + " is too long to be read");
+    }
+    if (file.bad() || !file.eof())
+        throw runtime_failure(failure::path_file_access_error, name() + " can't be read to its end");
+    return content;
 }
 
 namespace {
@@ -61,7 +68,7 @@ std::filesystem::path unused_name_beside(const std::filesystem::path& path) {
 
 void replace_whole_file(const std::filesystem::path& path, std::string_view bytes) {
     std::error_code error;
-    // a link stays a link, and the new file is as open to others as the old one
+    // a link to a file stays a link, and the new file is as open to others as the old one
     const std::filesystem::path old_file = std::filesystem::canonical(path, error);
     const std::filesystem::path target = error ? path : old_file;
     const std::filesystem::file_status old_status = std::filesystem::status(target, error);

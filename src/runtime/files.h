@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
+#include <limits>
 #include <string>
 #include <string_view>
 
@@ -11,8 +13,9 @@ std::filesystem::path path_from_utf8(std::string_view text);
 std::string utf8_from_path(const std::filesystem::path& path);
 
 /// The whole of a file as bytes. Throws failure::file_not_found where there is none, and
-/// failure::path_file_access_error where it can't be read.
-std::string read_whole_file(const std::filesystem::path& path);
+/// failure::path_file_access_error where it can't be read, or holds more than `longest` bytes.
+std::string read_whole_file(const std::filesystem::path& path,
+                            std::size_t longest = std::numeric_limits<std::size_t>::max());
 
 /// Replaces a file by `bytes`: written beside it under another name and renamed over it, so that the old or the new
 /// file stands at any moment, never half of one. Throws failure::path_file_access_error and leaves the old file.

@@ -1,6 +1,5 @@
 #include "translate/node_dispatch.h"
 
-#include "runtime/failure.h"
 #include "runtime/text.h"
 #include "translate/decode/audio.h"
 #include "translate/decode/basic.h"
@@ -8,7 +7,6 @@
 #include "translate/decode/color.h"
 #include "translate/decode/colorimetry.h"
 #include "translate/decode/descriptor.h"
-#include "translate/decode/detail.h"
 #include "translate/decode/dtv.h"
 #include "translate/decode/established.h"
 #include "translate/decode/header.h"
@@ -20,6 +18,7 @@
 #include "translate/decode/video.h"
 #include "translate/decode/video_capability.h"
 #include "translate/decode/vsdb.h"
+#include "translate/found_descriptor.h"
 
 #include <algorithm>
 #include <array>
@@ -27,10 +26,6 @@
 namespace desk {
 
 namespace {
-
-constexpr std::uint8_t trans = 3;
-constexpr std::size_t descriptors_of_block_0 = 4;
-constexpr std::size_t rows_of_map = 7;
 
 /// The pictures of the positions that a bit of the speaker allocation byte stands for.
 struct speaker_pictures {
@@ -189,7 +184,7 @@ void node_dispatch::binary_list(std::size_t block) {
 }
 
 void node_dispatch::vendor() {
-    serial_.get_sn(trans);
+    serial_.get_sn(buff::trans);
     append([this](std::string& text) { decode_vendor(text, trans_buff_, fields_.sn_value); });
 }
 
@@ -208,22 +203,11 @@ void node_dispatch::standard(int first_number, int count, std::uint8_t address) 
 }
 
 void node_dispatch::descriptor(std::uint8_t kind, int count, std::uint8_t code) {
-    // the table may hold block 1, or what decode_detail has lowered
-    tables_.arrange_descriptor(trans_buff_, 0);
-    const descriptor_row* const row = tables_.find_descriptor(kind, count, descriptors_of_block_0);
-    if (row == nullptr) return;
-    append([&](std::string& text) { decode_descriptor(text, trans_buff_, tables_.tag_address(*row), code); });
+    append([&](std::string& text) { decode_found_descriptor(text, trans_buff_, tables_, kind, count, code); });
 }
 
 void node_dispatch::detail(std::uint8_t block, int count) {
-    tables_.arrange_descriptor(trans_buff_, block);
-    descriptor_row* const row = tables_.find_descriptor(descriptor_class::detail_timing, count,
-                                                        block == 0 ? descriptors_of_block_0 : rows_of_map);
-    if (row == nullptr) return;
-    append([&](std::string& text) {
-        while_doing([&] { return "Decoding detailed timing " + number_text(count); },
-                    [&] { decode_detail(text, trans_buff_, tables_.descriptor_start, row->position); });
-    });
+    append([&](std::string& text) { decode_found_detail(text, trans_buff_, tables_, block, count); });
 }
 
 void node_dispatch::data_block_collection() {

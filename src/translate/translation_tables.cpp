@@ -12,7 +12,6 @@ namespace desk {
 namespace {
 
 constexpr int descriptor_size = 18;
-constexpr std::size_t descriptors_of_block_0 = 4;
 constexpr std::size_t descriptors_of_block_1 = 6;
 constexpr int last_start_in_block_1 = 236;
 constexpr std::uint8_t start_in_block_0 = 54;

@@ -22,6 +22,9 @@ inline constexpr std::uint8_t standard_timings = 0xFA;
 
 } // namespace descriptor_class
 
+/// So many 18-byte descriptors lie in block 0.
+inline constexpr std::size_t descriptors_of_block_0 = 4;
+
 /// The kinds of CEA 861 data blocks, as places in `data_block_addr`.
 namespace data_block_kind {
 

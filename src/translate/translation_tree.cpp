@@ -13,7 +13,6 @@ namespace desk {
 namespace {
 
 constexpr int no_parent = 0;
-constexpr std::size_t descriptors_of_block_0 = 4;
 
 // The numbers of nodes in order of adding. The desk behaves so: they are fixed and take it that block 1 has a node.
 constexpr int block_0_root = 1;

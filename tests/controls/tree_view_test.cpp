@@ -78,5 +78,12 @@ TEST_F(small_tree, tells_its_window_of_every_change) {
     EXPECT_EQ(form.take_changed(), told);
 }
 
+TEST_F(small_tree, tells_that_it_was_cleared_where_the_same_nodes_come_again) {
+    const int before = tree.clearings();
+    tree.clear();
+    tree.add(0, "root", "EDID");
+    EXPECT_NE(tree.clearings(), before);
+}
+
 } // namespace
 } // namespace desk

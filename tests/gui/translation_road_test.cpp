@@ -9,6 +9,7 @@
 #include <QFontMetrics>
 #include <QLabel>
 #include <QMessageBox>
+#include <QScrollBar>
 #include <QTest>
 #include <QTextBlock>
 #include <QTextEdit>
@@ -133,6 +134,34 @@ TEST_F(translation_road, the_keyboard_walks_along_the_nodes) {
     operator_hand().press_key("tree_edid", Qt::Key_Down);
     EXPECT_EQ(bold_titles(), QStringList{"Vendor/Product Id"});
     EXPECT_TRUE(text().startsWith("--- Vendor/Product Identification ---\nManufacturer Name = VTD\n"));
+}
+
+TEST_F(translation_road, a_new_trans_begins_at_the_root_again) {
+    translate_read_side();
+    click_node({block_0, "Vendor/Product Id"});
+    operator_hand().click("cmd_edid_back");
+    operator_hand().click("cmd_read_translate");
+    EXPECT_EQ(bold_titles(), QStringList{block_0});
+    EXPECT_TRUE(operator_hand().find<QTreeWidget>("tree_edid").selectedItems().isEmpty());
+    click_node({block_0, "Vendor/Product Id"});
+    EXPECT_EQ(bold_titles(), QStringList{"Vendor/Product Id"});
+}
+
+TEST_F(translation_road, a_text_is_shown_from_its_beginning) {
+    QByteArray edid = sink_1();
+    // a video data block of 31 entries up to offset 36, behind them nothing
+    edid[130] = 36;
+    edid[132] = 0x5F;
+    for (int i = 133; i < 164; ++i)
+        edid[i] = static_cast<char>(i % 60);
+    translate_file(edid);
+    auto& text_box = operator_hand().find<QTextEdit>("txt_edid");
+    click_node({block_1, data_blocks, "Video Data Block"});
+    text_box.verticalScrollBar()->setValue(text_box.verticalScrollBar()->maximum());
+    ASSERT_GT(text_box.verticalScrollBar()->value(), 0);
+    click_node({block_0, descriptors, "Detail Timing1"});
+    click_node({block_1, data_blocks, "Video Data Block"});
+    EXPECT_EQ(text_box.verticalScrollBar()->value(), 0);
 }
 
 TEST_F(translation_road, the_boxes_of_the_established_timings_stand_where_the_text_leaves_room) {

@@ -52,6 +52,17 @@ TEST(runtime_failure, puts_what_was_being_done_in_front) {
     EXPECT_EQ(thrown.number(), 6);
 }
 
+TEST(runtime_failure, can_be_told_in_other_words) {
+    runtime_failure thrown(failure::overflow, "300 does not fit into a byte");
+    thrown.add_context("forgotten");
+    thrown.set_why("the clock is too high");
+    EXPECT_EQ(thrown.sentence(), "the clock is too high.");
+    EXPECT_STREQ(thrown.what(), "the clock is too high");
+    EXPECT_EQ(thrown.code(), failure::overflow);
+    thrown.add_context("Decoding a timing");
+    EXPECT_EQ(thrown.sentence(), "Decoding a timing: the clock is too high.");
+}
+
 TEST(while_doing, hands_the_result_through_and_asks_for_no_words) {
     bool asked = false;
     const auto words = [&] {
@@ -81,6 +92,38 @@ TEST(while_doing, lets_a_failure_learn_what_was_being_done) {
 
 TEST(while_doing, leaves_other_exceptions_alone) {
     EXPECT_THROW(while_doing([] { return "throwing"; }, [] { throw 5; }), int);
+}
+
+TEST(telling, hands_the_result_through_and_asks_for_no_words) {
+    bool asked = false;
+    const auto words = [&] {
+        asked = true;
+        return "adding";
+    };
+    EXPECT_EQ(telling(words, [] { return 2 + 3; }), 5);
+    EXPECT_FALSE(asked);
+}
+
+TEST(telling, hands_a_reference_through) {
+    int value = 1;
+    telling([] { return ""; }, [&]() -> int& { return value; }) = 7;
+    EXPECT_EQ(value, 7);
+}
+
+TEST(telling, puts_its_words_in_the_place_of_those_of_a_failure) {
+    const auto inner = [] { throw runtime_failure(failure::overflow, "53325 does not fit"); };
+    try {
+        while_doing([] { return "outer"; },
+                    [&] { telling([] { return std::string("the clock is too high"); }, inner); });
+        FAIL() << "nothing was thrown";
+    } catch (const runtime_failure& f) {
+        EXPECT_EQ(f.code(), failure::overflow);
+        EXPECT_EQ(f.sentence(), "outer: the clock is too high.");
+    }
+}
+
+TEST(telling, leaves_other_exceptions_alone) {
+    EXPECT_THROW(telling([] { return "throwing"; }, [] { throw 5; }), int);
 }
 
 } // namespace

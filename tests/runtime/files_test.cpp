@@ -38,6 +38,13 @@ TEST(read_whole_file, fails_for_a_directory) {
     EXPECT_EQ(failure_of([&] { read_whole_file(directory.path()); }), failure::path_file_access_error);
 }
 
+TEST(read_whole_file, fails_for_more_bytes_than_are_wanted) {
+    const temporary_directory directory;
+    directory.put("file", std::string(20000, 'x'));
+    EXPECT_EQ(read_whole_file(directory / "file", 20000).size(), 20000U);
+    EXPECT_EQ(failure_of([&] { read_whole_file(directory / "file", 19999); }), failure::path_file_access_error);
+}
+
 TEST(read_whole_file, tells_which_file_it_was) {
     const temporary_directory directory;
     try {

@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <string>
 
 namespace desk {
@@ -68,6 +70,28 @@ TEST(hex2, has_two_digits) {
     EXPECT_EQ(hex2(0x0A), "0A");
     EXPECT_EQ(hex2(0x10), "10");
     EXPECT_EQ(hex2(0xFF), "FF");
+}
+
+TEST(append_listed_byte, appends_two_digits_and_a_blank) {
+    std::string text = "before ";
+    append_listed_byte(text, 0x0A, 0);
+    append_listed_byte(text, 0xFF, 1);
+    append_listed_byte(text, 0x00, 6);
+    EXPECT_EQ(text, "before 0A FF 00 ");
+}
+
+TEST(append_listed_byte, ends_a_line_behind_each_eighth_with_its_index) {
+    std::string text;
+    for (const std::size_t index : {7U, 8U, 15U, 23U, 127U, 128U, 135U, 255U, 263U})
+        append_listed_byte(text, 0x12, index);
+    EXPECT_EQ(text, "12 //7\r\n12 12 //F\r\n12 //17\r\n12 //7F\r\n12 12 //87\r\n12 //FF\r\n12 //107\r\n");
+}
+
+TEST(append_listed_byte, makes_a_line_of_eight) {
+    std::string text;
+    for (std::size_t index = 0; index < 16; ++index)
+        append_listed_byte(text, static_cast<std::uint8_t>(index * 16), index);
+    EXPECT_EQ(text, "00 10 20 30 40 50 60 70 //7\r\n80 90 A0 B0 C0 D0 E0 F0 //F\r\n");
 }
 
 TEST(val, is_the_longest_numeric_start) {

@@ -25,7 +25,7 @@ constexpr std::array<tag_title, 7> titles = {{
 } // namespace
 
 std::string_view title_of_other_block(std::uint8_t tag) {
-    const auto* const found =
+    const auto found =
         std::find_if(titles.begin(), titles.end(), [tag](const tag_title& row) { return row.tag == tag; });
     return found == titles.end() ? "" : found->title;
 }

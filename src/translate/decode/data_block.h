@@ -1,26 +1,27 @@
 #pragma once
 
-#include "edid/buffer.h"
-#include "runtime/subscript.h"
+#include "translate/decode/placed_bytes.h"
 
-#include <cstdint>
+#include <string>
 
 namespace desk {
 
 /// A CEA 861 data block by the address of its header byte (CEA-861-D, section 7.5). Its bytes can be read beyond its
-/// end. Reading beyond byte 255 throws failure::subscript_out_of_range.
-class data_block {
+/// end.
+class data_block : public placed_bytes {
 public:
-    data_block(const edid_buffer& trans_buff, std::uint8_t address) : trans_buff_(trans_buff), address_(address) {}
+    using placed_bytes::placed_bytes;
 
     /// How many bytes its header says that it has behind it: 0 to 31.
     int length() const { return byte(0) & 31; }
-    /// The byte so many places behind the header.
-    std::uint8_t byte(int n) const { return element(trans_buff_, address_ + n); }
-
-private:
-    const edid_buffer& trans_buff_;
-    int address_;
 };
+
+/// Decodes a data block; a failure tells which kind it is and where it lies.
+template <class Decode>
+decltype(auto) decode_data_block(const char* kind, const edid_buffer& trans_buff, std::uint8_t address, Decode decode) {
+    return while_doing(
+        [&] { return std::string("Decoding the ") + kind + " data block at address 0x" + hex2(address); },
+        [&] { return decode(data_block(trans_buff, address)); });
+}
 
 } // namespace desk

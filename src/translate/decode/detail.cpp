@@ -2,8 +2,8 @@
 
 #include "runtime/failure.h"
 #include "runtime/numbers.h"
-#include "runtime/subscript.h"
 #include "translate/decode/pieces.h"
+#include "translate/decode/placed_bytes.h"
 
 #include <array>
 
@@ -11,19 +11,8 @@ namespace desk {
 
 namespace {
 
-/// The 18 bytes of a detailed timing.
-class detailed_timing {
-public:
-    detailed_timing(const edid_buffer& trans_buff, int address) : trans_buff_(trans_buff), address_(address) {}
-    std::uint8_t byte(int n) const { return element(trans_buff_, address_ + n); }
-
-private:
-    const edid_buffer& trans_buff_;
-    int address_;
-};
-
 /// In units of 10 kHz.
-std::int16_t pixel_clock(const detailed_timing& timing) {
+std::int16_t pixel_clock(const placed_bytes& timing) {
     const int c = 256 * timing.byte(1) + timing.byte(0);
     return telling([&] { return "a pixel clock of " + number_text(c / 100.0) + " MHz does not fit"; },
                    [&] { return to_integer(c); });
@@ -33,7 +22,7 @@ void print_pair(std::string& text, std::string_view label, int horizontal, int v
     print_line(text, label, str(horizontal), " /", str(vertical));
 }
 
-void print_figures(std::string& text, const detailed_timing& timing) {
+void print_figures(std::string& text, const placed_bytes& timing) {
     const auto byte = [&](int n) -> int { return timing.byte(n); };
     print_pair(text, "H/V Active =", 16 * (byte(4) & 0xF0) + byte(2), 16 * (byte(7) & 0xF0) + byte(5));
     print_pair(text, "H/V Blanking =", 256 * (byte(4) & 0x0F) + byte(3), 256 * (byte(7) & 0x0F) + byte(6));
@@ -92,7 +81,7 @@ void print_sync(std::string& text, std::uint8_t f) {
 void decode_detail(std::string& text, const edid_buffer& trans_buff, std::uint8_t descriptor_start,
                    std::uint8_t& position) {
     position = to_byte(position - 1);
-    const detailed_timing timing(trans_buff, descriptor_start + position * 18);
+    const placed_bytes timing(trans_buff, descriptor_start + position * 18);
     print(text, "Pixel Clock(MHz) = ");
     print_line(text, format_zero(static_cast<float>(pixel_clock(timing) / 100.0)));
     print_figures(text, timing);

@@ -95,10 +95,11 @@ void print_short_video_descriptor(std::string& text, std::uint8_t b) {
 
 void decode_video_block(std::string& text, const edid_buffer& trans_buff, std::uint8_t address) {
     if (address == 0) return print(text, "No Video Block");
-    const data_block block(trans_buff, address);
-    const int length = block.length();
-    for (int i = 1; i <= length; ++i)
-        print_short_video_descriptor(text, block.byte(i));
+    decode_data_block("video", trans_buff, address, [&](const data_block& block) {
+        const int length = block.length();
+        for (int i = 1; i <= length; ++i)
+            print_short_video_descriptor(text, block.byte(i));
+    });
 }
 
 } // namespace desk

@@ -19,7 +19,8 @@ std::string_view scan_text(std::uint8_t byte, unsigned lower_bit) { return scan_
 void decode_video_capability(std::string& text, const edid_buffer& trans_buff, std::uint8_t address) {
     if (address == 0) return print(text, "No Video Capability Data Block");
     print(text, "CE Scan Behavior=");
-    const std::uint8_t byte = data_block(trans_buff, address).byte(2);
+    const std::uint8_t byte = decode_data_block("video capability", trans_buff, address,
+                                                [](const data_block& block) { return block.byte(2); });
     print_line(text, scan_text(byte, 0));
     print_line(text, "IT Scan Behavior=", scan_text(byte, 2));
     print_line(text, "PT Scan Behavior=", scan_text(byte, 4));

@@ -16,18 +16,17 @@ bool is_hdmi(const data_block& block) { return block.byte(1) == 3 && block.byte(
 void print_payload(std::string& text, const data_block& block) {
     constexpr int bytes_of_row = 5;
     const int length = block.length();
-    while_doing([&] { return "Listing a vendor's block of " + number_text(length) + " bytes"; },
-                [&] {
-                    // The desk behaves so: both numbers are bytes, and a block without a payload fails in one of them.
-                    const int m = to_byte(length - 3);
-                    print_line(text, "Payload =");
-                    const int last_row = to_byte((m + bytes_of_row - 1) / bytes_of_row - 1);
-                    for (int row = 0; row <= last_row; ++row) {
-                        for (int i = row * bytes_of_row; i < m && i < (row + 1) * bytes_of_row; ++i)
-                            print(text, hex2(block.byte(4 + i)), " ");
-                        print_line(text);
-                    }
-                });
+    const auto too_short = [&] { return "its " + number_text(length) + " bytes hold no payload to list"; };
+    // The desk behaves so: both numbers are bytes, and a block without a payload fails in one of them.
+    const int m = telling(too_short, [&] { return to_byte(length - 3); });
+    print_line(text, "Payload =");
+    const int rows = (m + bytes_of_row - 1) / bytes_of_row;
+    const int last_row = telling(too_short, [&] { return to_byte(rows - 1); });
+    for (int row = 0; row <= last_row; ++row) {
+        for (int i = row * bytes_of_row; i < m && i < (row + 1) * bytes_of_row; ++i)
+            print(text, hex2(block.byte(4 + i)), " ");
+        print_line(text);
+    }
 }
 
 void print_physical_address(std::string& text, const data_block& block) {
@@ -78,13 +77,14 @@ void print_hdmi_fields(std::string& text, const data_block& block) {
 
 void decode_vsdb(std::string& text, const edid_buffer& trans_buff, std::uint8_t address) {
     if (address == 0) return print(text, "No Vendor Specific Data Block");
-    const data_block block(trans_buff, address);
-    print_line(text, "VSDB block size =", str(block.length()));
-    print(text, "IEEE Registration Id = 0x");
-    for (const int n : {3, 2, 1})
-        print(text, hex2(block.byte(n)));
-    print_line(text);
-    is_hdmi(block) ? print_hdmi_fields(text, block) : print_payload(text, block);
+    decode_data_block("vendor specific", trans_buff, address, [&](const data_block& block) {
+        print_line(text, "VSDB block size =", str(block.length()));
+        print(text, "IEEE Registration Id = 0x");
+        for (const int n : {3, 2, 1})
+            print(text, hex2(block.byte(n)));
+        print_line(text);
+        is_hdmi(block) ? print_hdmi_fields(text, block) : print_payload(text, block);
+    });
 }
 
 } // namespace desk

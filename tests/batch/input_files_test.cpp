@@ -1,0 +1,156 @@
+#include "batch/input_files.h"
+
+#include "runtime/files.h"
+#include "support/temporary_directory.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <initializer_list>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace desk::batch {
+namespace {
+
+using strings = std::vector<std::string>;
+
+TEST(kind_of, is_told_by_the_extension_in_any_case) {
+    const std::vector<std::pair<std::string, file_kind>> kinds = {
+        {"a.hex", file_kind::hex},         {"a.HEX", file_kind::hex},     {"a.bin", file_kind::bin},
+        {"a.Bin", file_kind::bin},         {"a.ddc", file_kind::ddc},     {"a.DDC", file_kind::ddc},
+        {"edid", file_kind::bin},          {".hidden", file_kind::bin},   {"a.b.hex", file_kind::hex},
+        {"a.hex.txt", file_kind::unknown}, {"a.txt", file_kind::unknown}, {"a.", file_kind::unknown},
+        {"a.hexa", file_kind::unknown},
+    };
+    for (const auto& [name, kind] : kinds)
+        EXPECT_EQ(kind_of(name), kind) << name;
+}
+
+class input_files_test : public testing::Test {
+protected:
+    void put(std::initializer_list<const char*> names) {
+        for (const char* name : names) {
+            std::filesystem::create_directories((directory / name).parent_path());
+            directory.put(name, "x");
+        }
+    }
+    std::string path(const std::string& name) const { return utf8_from_path(directory / name); }
+    const input_files& find(const strings& names) {
+        strings paths;
+        for (const std::string& name : names)
+            paths.push_back(path(name));
+        found = find_input_files(paths);
+        return found;
+    }
+    /// The files found, without the directory of the test.
+    strings paths_found() const {
+        strings paths;
+        for (const input_file& file : found.files)
+            paths.push_back(found.path_of(file).substr(path("").size()));
+        return paths;
+    }
+    strings report_names() const {
+        strings names;
+        for (const input_file& file : found.files)
+            names.push_back((file.name_taken ? "taken: " : "") + std::string(report_name(file)));
+        return names;
+    }
+
+    test::temporary_directory directory;
+    input_files found;
+};
+
+TEST_F(input_files_test, are_those_named_in_their_order) {
+    put({"b.hex", "a.bin"});
+    find({"b.hex", "a.bin", "missing.ddc", "a.txt"});
+    EXPECT_EQ(paths_found(), (strings{"b.hex", "a.bin", "missing.ddc", "a.txt"}));
+    EXPECT_TRUE(found.problems.empty());
+}
+
+TEST_F(input_files_test, can_lie_in_the_present_folder) {
+    found = find_input_files({"a.hex"});
+    EXPECT_EQ(found.path_of(found.files.at(0)), "a.hex");
+}
+
+TEST_F(input_files_test, are_those_of_known_kinds_in_a_folder_in_the_order_of_their_names) {
+    put({"in/c.ddc", "in/B.hex", "in/a.bin", "in/edid", "in/a.txt", "in/.hidden", "in/.hidden.hex", "in/deeper/d.hex",
+         "other.hex"});
+    find({"in"});
+    EXPECT_EQ(paths_found(), (strings{"in/B.hex", "in/a.bin", "in/c.ddc", "in/edid"}));
+    EXPECT_TRUE(found.problems.empty());
+}
+
+TEST_F(input_files_test, can_be_named_with_and_without_their_folder) {
+    put({"x/1.hex", "y/2.hex", "3.hex", "z/4.hex"});
+    find({"3.hex", "x", "z/4.hex", "y/"});
+    EXPECT_EQ(paths_found(), (strings{"3.hex", "x/1.hex", "z/4.hex", "y/2.hex"}));
+}
+
+TEST_F(input_files_test, keep_the_name_of_a_folder_once) {
+    put({"in/a.hex", "in/b.hex", "in/c.hex"});
+    find({"in"});
+    EXPECT_EQ(found.folders.size(), 1U);
+    find({"in/a.hex", "in/b.hex", "in/c.hex"});
+    EXPECT_EQ(found.folders.size(), 1U);
+    EXPECT_EQ(paths_found(), (strings{"in/a.hex", "in/b.hex", "in/c.hex"}));
+}
+
+TEST_F(input_files_test, are_missed_in_a_folder_without_any) {
+    put({"empty/a.txt", "in/a.hex"});
+    find({"empty", "in"});
+    EXPECT_EQ(paths_found(), strings{"in/a.hex"});
+    EXPECT_EQ(found.problems, strings{path("empty") + ": no EDID file stands in this folder."});
+}
+
+TEST_F(input_files_test, can_have_names_beyond_ascii) {
+    put({"in/\xC3\xA4\xE2\x82\xAC.hex"});
+    find({"in"});
+    EXPECT_EQ(paths_found(), strings{"in/\xC3\xA4\xE2\x82\xAC.hex"});
+    EXPECT_EQ(report_names(), strings{"\xC3\xA4\xE2\x82\xAC"});
+}
+
+using report_names_test = input_files_test;
+
+TEST_F(report_names_test, are_without_the_extension) {
+    find({"a.hex", "b.c.bin", "edid", ".hidden", "x.txt"});
+    EXPECT_EQ(report_names(), (strings{"a", "b.c", "edid", ".hidden", "x"}));
+}
+
+TEST_F(report_names_test, keep_the_extension_where_nothing_else_differs) {
+    find({"a.hex", "b.hex", "a.bin", "a.ddc", "edid", "edid.hex"});
+    EXPECT_EQ(report_names(), (strings{"a.hex", "b", "a.bin", "a.ddc", "edid", "edid.hex"}));
+}
+
+TEST_F(report_names_test, are_compared_without_regard_to_case) {
+    find({"Monitor.hex", "monitor.bin"});
+    EXPECT_EQ(report_names(), (strings{"Monitor.hex", "monitor.bin"}));
+}
+
+TEST_F(report_names_test, are_compared_across_folders) {
+    find({"x/a.hex", "y/a.bin"});
+    EXPECT_EQ(report_names(), (strings{"a.hex", "a.bin"}));
+}
+
+TEST_F(report_names_test, can_be_taken_by_an_earlier_file) {
+    find({"x/a.hex", "b.hex", "y/a.hex", "z/A.HEX"});
+    EXPECT_EQ(report_names(), (strings{"a", "b", "taken: a", "taken: A"}));
+    find({"a.hex", "a.hex"});
+    EXPECT_EQ(report_names(), (strings{"a", "taken: a"}));
+}
+
+TEST_F(report_names_test, do_not_depend_on_the_order_of_naming) {
+    find({"x/a.hex", "y/a.hex", "z/a.bin"});
+    EXPECT_EQ(report_names(), (strings{"a.hex", "taken: a.hex", "a.bin"}));
+    find({"x/a.hex", "z/a.bin", "y/a.hex"});
+    EXPECT_EQ(report_names(), (strings{"a.hex", "a.bin", "taken: a.hex"}));
+}
+
+TEST_F(report_names_test, can_be_taken_by_a_name_that_lost_its_extension) {
+    find({"a.hex.bin", "a.hex", "a.bin"});
+    EXPECT_EQ(report_names(), (strings{"a.hex", "taken: a.hex", "a.bin"}));
+}
+
+} // namespace
+} // namespace desk::batch

@@ -1,0 +1,295 @@
+#include "batch/report_run.h"
+
+#include "report/report_builder.h"
+#include "runtime/files.h"
+#include "runtime/windows_1252.h"
+#include "support/fake_machine.h"
+#include "support/temporary_directory.h"
+#include "support/translation_fixture.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace desk::batch {
+namespace {
+
+using test::cea_edid;
+using test::edid_of;
+using test::text_descriptor;
+using test::usual_edid;
+using strings = std::vector<std::string>;
+
+/// An EDID with a name of its own.
+edid_buffer named_edid(const std::string& name) { return edid_of({{72, text_descriptor(0xFC, name)}}, usual_edid()); }
+
+class report_run_test : public testing::Test {
+protected:
+    void put(const std::string& name, const edid_buffer& edid, std::size_t count = 256) const {
+        std::filesystem::create_directories((directory / name).parent_path());
+        directory.put(name, std::string(edid.begin(), edid.begin() + static_cast<std::ptrdiff_t>(count)));
+    }
+    std::string path(const std::string& name) const { return utf8_from_path(directory / name); }
+    /// Reports on these files and folders of the directory.
+    bool run(const strings& names, unsigned jobs = 1, const std::string& output_folder = "") {
+        strings paths;
+        for (const std::string& name : names)
+            paths.push_back(path(name));
+        options wanted;
+        wanted.jobs = jobs;
+        wanted.output_folder = output_folder.empty() ? "" : path(output_folder);
+        reports.clear();
+        messages.clear();
+        progress.clear();
+        return run_reports(find_input_files(paths), wanted, dates,
+                           {[this](std::string_view bytes) {
+                                reports.emplace_back(bytes);
+                                return reports.size() < taken_reports;
+                            },
+                            [this](std::string_view text) { messages.emplace_back(text); },
+                            [this](std::size_t done, std::size_t count) { progress.emplace_back(done, count); }});
+    }
+    /// The bytes of an EDID's report.
+    std::string report_of(const edid_buffer& edid) {
+        edid_buffers buffers;
+        buffers.trans_buff = edid;
+        shared_fields fields;
+        translation_tables tables;
+        serial_number serial{buffers, fields};
+        report_builder builder(buffers, tables, serial, fields);
+        builder.report_build(date_text(dates.moment), time_text(dates.moment));
+        return bytes_from_text(builder.report_text + "\r\n");
+    }
+
+    test::temporary_directory directory;
+    test::fixed_calendar dates;
+    strings reports;
+    strings messages;
+    std::vector<std::pair<std::size_t, std::size_t>> progress;
+    std::size_t taken_reports = 1000000; ///< the output takes fewer than so many
+};
+
+TEST_F(report_run_test, has_the_report_and_a_line_end_for_each_file) {
+    put("a.bin", usual_edid());
+    put("b.bin", cea_edid(4));
+    EXPECT_TRUE(run({"a.bin", "b.bin"}));
+    EXPECT_EQ(reports, (strings{report_of(usual_edid()), report_of(cea_edid(4))}));
+    EXPECT_TRUE(reports.at(0).ends_with("\r\n\r\nEND.\r\n"));
+    EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(report_run_test, has_nothing_to_do_without_files) {
+    EXPECT_TRUE(run({}));
+    EXPECT_TRUE(reports.empty());
+    EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(report_run_test, keeps_the_order_whatever_the_number_of_jobs) {
+    strings names;
+    strings expected;
+    for (int i = 0; i < 300; ++i) {
+        const std::string name = "E" + std::to_string(i);
+        put(name, named_edid(name));
+        names.push_back(name);
+        expected.push_back(report_of(named_edid(name)));
+    }
+    for (const unsigned jobs : {1U, 2U, 3U, 16U, 400U, 0U}) {
+        EXPECT_TRUE(run(names, jobs));
+        EXPECT_EQ(reports, expected) << jobs;
+        EXPECT_TRUE(messages.empty());
+    }
+}
+
+TEST_F(report_run_test, tells_how_far_it_is) {
+    strings names;
+    for (int i = 0; i < 150; ++i) {
+        names.push_back("E" + std::to_string(i));
+        put(names.back(), usual_edid());
+    }
+    EXPECT_TRUE(run(names));
+    std::size_t before = 0;
+    for (const auto& [done, count] : progress) {
+        EXPECT_GT(done, before);
+        EXPECT_EQ(count, 150U);
+        before = done;
+    }
+    EXPECT_EQ(before, 150U);
+}
+
+TEST_F(report_run_test, begins_each_report_with_fresh_tables) {
+    const edid_buffer with_blocks = cea_edid(6, {{132, {0x41, 60}}});
+    put("a", with_blocks);
+    put("b", cea_edid(4));
+    put("c", with_blocks);
+    EXPECT_TRUE(run({"a", "b", "c"}));
+    EXPECT_EQ(reports, (strings{report_of(with_blocks), report_of(cea_edid(4)), report_of(with_blocks)}));
+}
+
+TEST_F(report_run_test, reports_on_a_bad_header_and_on_what_has_no_tree) {
+    put("bad.bin", {});
+    put("unknown.bin", edid_of({{128, {0}}}, usual_edid()));
+    EXPECT_TRUE(run({"bad.bin", "unknown.bin"}));
+    EXPECT_TRUE(reports.at(0).ends_with("Block 0: NOT VESA Basic Block\r\nHeader = 00 00 00 00 00 00 00 00 \r\n"));
+    EXPECT_TRUE(reports.at(1).ends_with("END.\r\n"));
+}
+
+TEST_F(report_run_test, writes_a_byte_for_each_character) {
+    put("a", edid_of({{18, {255, 80}}}, named_edid("\xE4\x80")));
+    EXPECT_TRUE(run({"a"}));
+    EXPECT_EQ(test::behind("EDID Version = ", reports.at(0)), "?.\x80");
+    EXPECT_EQ(test::behind("Monitor Name = ", reports.at(0)), "\xE4\x80");
+}
+
+TEST_F(report_run_test, tells_what_it_made_of_a_short_file) {
+    put("a.bin", usual_edid(), 128);
+    EXPECT_TRUE(run({"a.bin"}));
+    EXPECT_EQ(messages, strings{path("a.bin") + ": its EDID has 128 bytes; block 1 counts as FF."});
+    edid_buffer filled = usual_edid();
+    std::fill(filled.begin() + 128, filled.end(), 0xFF);
+    EXPECT_EQ(reports, strings{report_of(filled)});
+}
+
+using failing_run = report_run_test;
+
+TEST_F(failing_run, goes_on_behind_a_file_that_can_not_be_read) {
+    put("a.bin", usual_edid());
+    directory.put("empty.bin", "");
+    put("c.txt", usual_edid());
+    put("d.bin", cea_edid(0));
+    EXPECT_FALSE(run({"a.bin", "missing.hex", "empty.bin", "c.txt", "d.bin"}));
+    EXPECT_EQ(reports, (strings{report_of(usual_edid()), report_of(cea_edid(0))}));
+    ASSERT_EQ(messages.size(), 3U);
+    EXPECT_TRUE(messages[0].starts_with(path("missing.hex") + ": "));
+    EXPECT_EQ(messages[1], path("empty.bin") + ": it is empty.");
+    EXPECT_TRUE(messages[2].starts_with(path("c.txt") + ": "));
+}
+
+TEST_F(failing_run, tells_the_failure_and_the_report_so_far) {
+    put("a.bin", edid_of({{23, {255}}}, usual_edid()));
+    put("b.bin", usual_edid());
+    EXPECT_FALSE(run({"a.bin", "b.bin"}));
+    EXPECT_EQ(reports, strings{report_of(usual_edid())});
+    ASSERT_EQ(messages.size(), 1U);
+    EXPECT_TRUE(messages[0].starts_with(path("a.bin") + ": run-time error 6: Overflow. ")) << messages[0];
+    EXPECT_NE(messages[0].find(" The report so far:\nEDID Analysis Report \n"), std::string::npos);
+    EXPECT_TRUE(messages[0].ends_with("Gamma Value = "));
+}
+
+TEST_F(failing_run, tells_the_problems_with_what_was_named_first) {
+    std::filesystem::create_directory(directory / "empty");
+    put("a.bin", usual_edid(), 128);
+    EXPECT_FALSE(run({"a.bin", "empty"}));
+    EXPECT_EQ(messages.front(), path("empty") + ": no EDID file stands in this folder.");
+    EXPECT_EQ(reports.size(), 1U);
+}
+
+TEST_F(failing_run, stops_where_the_output_takes_no_more) {
+    for (const char* name : {"a", "b", "c", "d"})
+        put(name, usual_edid());
+    taken_reports = 2;
+    EXPECT_FALSE(run({"a", "b", "c", "d"}));
+    EXPECT_EQ(reports.size(), 2U);
+    EXPECT_EQ(messages, strings{"standard output takes no more."});
+}
+
+class run_into_folder : public report_run_test {
+protected:
+    run_into_folder() { std::filesystem::create_directory(directory / "out"); }
+    std::string written(const std::string& name) const { return directory.content("out/" + name); }
+    std::size_t written_count() const {
+        std::size_t count = 0;
+        for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(directory / "out"))
+            ++count;
+        return count;
+    }
+};
+
+TEST_F(run_into_folder, writes_a_file_for_each_report) {
+    put("in/a.bin", named_edid("A"));
+    put("in/b", named_edid("B"));
+    for (const unsigned jobs : {1U, 4U}) {
+        EXPECT_TRUE(run({"in"}, jobs, "out"));
+        EXPECT_TRUE(reports.empty());
+        EXPECT_TRUE(messages.empty());
+        EXPECT_EQ(written("a.txt"), report_of(named_edid("A")));
+        EXPECT_EQ(written("b.txt"), report_of(named_edid("B")));
+        EXPECT_EQ(written_count(), 2U);
+    }
+}
+
+TEST_F(run_into_folder, keeps_the_extension_of_names_that_differ_in_it_alone) {
+    put("a.bin", named_edid("A"));
+    put("a", named_edid("B"));
+    EXPECT_TRUE(run({"a.bin", "a"}, 1, "out"));
+    EXPECT_EQ(written("a.bin.txt"), report_of(named_edid("A")));
+    EXPECT_EQ(written("a.txt"), report_of(named_edid("B")));
+}
+
+TEST_F(run_into_folder, writes_over_no_other_report) {
+    put("x/a.bin", named_edid("X"));
+    put("y/a.bin", named_edid("Y"));
+    EXPECT_FALSE(run({"x/a.bin", "y/a.bin"}, 4, "out"));
+    EXPECT_EQ(written("a.txt"), report_of(named_edid("X")));
+    EXPECT_EQ(written_count(), 1U);
+    EXPECT_EQ(messages, strings{path("y/a.bin") + ": another file has its report in " + path("out/a.txt") + "."});
+}
+
+TEST_F(run_into_folder, writes_no_report_that_fails) {
+    put("a.bin", edid_of({{23, {255}}}, usual_edid()));
+    EXPECT_FALSE(run({"a.bin"}, 1, "out"));
+    EXPECT_EQ(written_count(), 0U);
+}
+
+TEST_F(run_into_folder, writes_over_the_report_of_an_earlier_run) {
+    put("a.bin", usual_edid());
+    directory.put("out/a.txt", "EDID Analysis Report \r\nof another day");
+    EXPECT_TRUE(run({"a.bin"}, 1, "out"));
+    EXPECT_EQ(written("a.txt"), report_of(usual_edid()));
+}
+
+TEST_F(run_into_folder, writes_over_no_file_that_is_no_report) {
+    put("notes", usual_edid());
+    for (const char* text : {"what the operator wrote", "", "EDID Analysis"}) {
+        directory.put("out/notes.txt", text);
+        EXPECT_FALSE(run({"notes"}, 1, "out"));
+        EXPECT_EQ(written("notes.txt"), text);
+        EXPECT_EQ(messages,
+                  strings{path("notes") + ": " + path("out/notes.txt") + " is no report and is not replaced."});
+    }
+}
+
+TEST_F(run_into_folder, tells_of_an_older_report_beside_a_failure) {
+    put("a.bin", edid_of({{23, {255}}}, usual_edid()));
+    directory.put("out/a.txt", "EDID Analysis Report \r\nof another day");
+    EXPECT_FALSE(run({"a.bin"}, 1, "out"));
+    ASSERT_EQ(messages.size(), 2U);
+    EXPECT_EQ(messages[1], path("out/a.txt") + " is an older report.");
+    EXPECT_EQ(written("a.txt"), "EDID Analysis Report \r\nof another day");
+}
+
+TEST_F(run_into_folder, tells_where_it_can_not_write) {
+    put("a.bin", usual_edid());
+    put("b.bin", usual_edid());
+    EXPECT_FALSE(run({"a.bin", "b.bin"}, 1, "missing"));
+    ASSERT_EQ(messages.size(), 2U);
+    EXPECT_TRUE(messages[0].starts_with(path("a.bin") + ": "));
+    EXPECT_TRUE(messages[1].starts_with(path("b.bin") + ": "));
+}
+
+TEST_F(run_into_folder, leaves_the_output_alone_where_it_can_not_write) {
+    put("x/a.bin", usual_edid());
+    put("y/a.bin", usual_edid());
+    EXPECT_FALSE(run({"x/a.bin", "y/a.bin"}, 1, "out"));
+    EXPECT_TRUE(reports.empty()) << "its name is taken";
+    EXPECT_FALSE(run({"x/a.bin"}, 1, "missing"));
+    EXPECT_TRUE(reports.empty()) << "there is no such folder";
+}
+
+} // namespace
+} // namespace desk::batch

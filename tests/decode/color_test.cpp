@@ -1,0 +1,117 @@
+#include "translate/decode/color.h"
+
+#include "support/translation_fixture.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace desk {
+namespace {
+
+using test::behind;
+using test::edid_of;
+using test::text_of;
+
+/// A coordinate with the byte of its upper eight bits and the place of its lower two.
+struct coordinate {
+    std::string label;
+    std::size_t high_byte;
+    std::size_t low_byte;
+    int shift;
+};
+
+const coordinate coordinates[] = {
+    {"Red x = 0", 27, 25, 6},  {"Red y = 0", 28, 25, 4},  {"Green x = 0", 29, 25, 2}, {"Green y = 0", 30, 25, 0},
+    {"Blue x = 0", 31, 26, 6}, {"Blue y = 0", 32, 26, 4}, {"White x = 0", 33, 26, 2}, {"White y = 0", 34, 26, 0},
+};
+
+std::string color_text(const edid_buffer& edid) {
+    return text_of([&](std::string& text) { decode_color(text, edid); });
+}
+/// The eight lines where one has this value and the others are 0.
+std::string lines_with(const coordinate& other, const std::string& value) {
+    std::string text;
+    for (const coordinate& c : coordinates)
+        text += c.label + (c.label == other.label ? value : "0") + "\r\n";
+    return text;
+}
+edid_buffer with_value(const coordinate& c, int ten_bits) {
+    return edid_of({{c.high_byte, {ten_bits >> 2}}, {c.low_byte, {(ten_bits & 3) << c.shift}}});
+}
+
+TEST(color, is_told_as_00_where_all_is_0) {
+    EXPECT_EQ(color_text({}), "Red x = 00\r\nRed y = 00\r\nGreen x = 00\r\nGreen y = 00\r\n"
+                              "Blue x = 00\r\nBlue y = 00\r\nWhite x = 00\r\nWhite y = 00\r\n");
+}
+
+TEST(color, stands_behind_what_was_there) {
+    test::expect_appends([](std::string& text) { decode_color(text, {}); });
+}
+
+TEST(color, has_each_coordinate_at_its_place) {
+    for (const coordinate& c : coordinates) {
+        EXPECT_EQ(color_text(with_value(c, 0x200)), lines_with(c, ".5"));
+        EXPECT_EQ(color_text(with_value(c, 4)), lines_with(c, ".004")) << "the lowest bit of the upper byte";
+        EXPECT_EQ(color_text(with_value(c, 2)), lines_with(c, ".002")) << "the upper one of the lower two bits";
+    }
+}
+
+TEST(color, does_not_count_the_lowest_bit) {
+    for (const coordinate& c : coordinates) {
+        EXPECT_EQ(color_text(with_value(c, 1)), color_text({}));
+        EXPECT_EQ(color_text(with_value(c, 0x291)), color_text(with_value(c, 0x290)));
+    }
+}
+
+TEST(color, has_three_decimals_without_zeros_at_the_end) {
+    const std::vector<std::pair<int, std::string>> told = {
+        {656, ".641"},                                                // 0.640625
+        {640, ".625"},  {512, ".5"},    {256, ".25"},   {64, ".063"}, // 0.0625, a half
+        {192, ".188"},                                                // 0.1875, a half
+        {1023, ".998"}, {1022, ".998"}, {1020, ".996"}, {16, ".016"}, {320, ".313"},
+    };
+    for (const auto& [ten_bits, value] : told)
+        EXPECT_EQ(color_text(with_value(coordinates[0], ten_bits)), lines_with(coordinates[0], value)) << ten_bits;
+}
+
+TEST(color, lets_the_bits_of_other_coordinates_ride_along_without_effect) {
+    const std::string text = color_text(edid_of({{25, {0x3F, 0x3F}}}));
+    EXPECT_EQ(behind("Red x = 0", text), "0");
+    EXPECT_EQ(behind("Blue x = 0", text), "0");
+    EXPECT_EQ(behind("Red y = 0", text), ".002");
+    EXPECT_EQ(behind("White y = 0", text), ".002");
+}
+
+TEST(color, tells_all_eight_at_once) {
+    EXPECT_EQ(color_text(edid_of({{25, {0xEE, 0x91, 0xA3, 0x54, 0x4C, 0x99, 0x26, 0x0F, 0x50, 0x54}}})),
+              "Red x = 0.639\r\nRed y = 0.33\r\nGreen x = 0.299\r\nGreen y = 0.6\r\n"
+              "Blue x = 0.15\r\nBlue y = 0.059\r\nWhite x = 0.313\r\nWhite y = 0.328\r\n");
+}
+
+TEST(cal_chroma, is_the_fraction_of_the_upper_nine_bits) {
+    for (int ten_bits = 0; ten_bits < 1024; ++ten_bits) {
+        auto value = static_cast<float>(ten_bits);
+        EXPECT_EQ(cal_chroma(value), static_cast<float>(ten_bits / 2) / 512) << ten_bits;
+    }
+}
+
+TEST(cal_chroma, does_not_see_a_fraction) {
+    for (int ten_bits = 0; ten_bits < 1024; ten_bits += 31) {
+        for (int part = 1; part < 64; ++part) {
+            float value = static_cast<float>(ten_bits) + static_cast<float>(part) / 64;
+            EXPECT_EQ(cal_chroma(value), static_cast<float>(ten_bits / 2) / 512) << ten_bits << ' ' << part;
+        }
+    }
+}
+
+TEST(cal_chroma, scales_what_it_is_given) {
+    float value = 3;
+    cal_chroma(value);
+    EXPECT_EQ(value, 3 * 32 * 512);
+}
+
+} // namespace
+} // namespace desk

@@ -1,0 +1,177 @@
+#include "translate/decode/vendor.h"
+
+#include "support/translation_fixture.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace desk {
+namespace {
+
+using test::behind;
+using test::edid_of;
+using test::lines;
+using test::text_of;
+
+std::string vendor_text(const edid_buffer& edid, double sn_value = 0) {
+    return text_of([&](std::string& text) { decode_vendor(text, edid, sn_value); });
+}
+/// What the line with a label tells of these bytes at an address.
+std::string told(const std::string& label, std::size_t address, const std::vector<int>& bytes) {
+    return behind(label, vendor_text(edid_of({{address, bytes}})));
+}
+
+const edid_buffer acr = edid_of({{8, {0x04, 0x72, 0xAD, 0xDE}}, {16, {5, 20, 1, 3}}});
+const std::string acr_lines = lines({
+    "--- Vendor/Product Identification ---",
+    "Manufacturer Name = ACR",
+    "Product Code = 57005",
+    "Serial Number = 305419896",
+    "Week of Manufacture = 5",
+    "Year of Manufacture = 2010",
+    "EDID Version = 1.3",
+    "",
+    "--- Video Input Definition ---",
+});
+
+TEST(vendor, is_told_with_an_analog_input) {
+    EXPECT_EQ(vendor_text(edid_of({{20, {0x0F}}}, acr), 305419896),
+              acr_lines + lines({
+                              "Signal Type = Analog",
+                              "Signal Level (Video/Sync)= 0.700/0.300",
+                              "Pedestal Setup = NO",
+                              "Seperate Sync = Supported",
+                              "Composite Sync = Supported",
+                              "Sync On Green = Supported",
+                              "Vs Serration = Required",
+                          }));
+}
+
+TEST(vendor, is_told_with_a_digital_input) {
+    EXPECT_EQ(vendor_text(edid_of({{20, {0x80}}}, acr), 305419896),
+              acr_lines + lines({"Signal Type = Digital", "DFP 1.x = Not Compatible"}));
+}
+
+TEST(vendor, stands_behind_what_was_there) {
+    test::expect_appends([](std::string& text) { decode_vendor(text, acr, 0); });
+}
+
+TEST(manufacturer_name, has_five_bits_for_each_letter) {
+    const std::string letters = R"(@ABCDEFGHIJKLMNOPQRSTUVWXYZ[\]^_)";
+    ASSERT_EQ(letters.size(), 32U);
+    for (int value = 0; value < 32; ++value) {
+        const char letter = letters[static_cast<std::size_t>(value)];
+        const auto name = [](int byte_8, int byte_9) { return told("Manufacturer Name = ", 8, {byte_8, byte_9}); };
+        EXPECT_EQ(name(value << 2, 0), std::string{letter} + "@@") << value;
+        EXPECT_EQ(name(value >> 3, (value & 7) << 5), "@" + std::string{letter} + "@") << value;
+        EXPECT_EQ(name(0, value), "@@" + std::string{letter}) << value;
+    }
+}
+
+TEST(manufacturer_name, does_not_look_at_the_highest_bit) {
+    EXPECT_EQ(told("Manufacturer Name = ", 8, {0x80, 0x00}), "@@@");
+    EXPECT_EQ(told("Manufacturer Name = ", 8, {0x84, 0x72}), "ACR");
+    EXPECT_EQ(told("Manufacturer Name = ", 8, {0xFF, 0xFF}), "___");
+}
+
+TEST(product_code, has_its_lower_byte_first) {
+    EXPECT_EQ(told("Product Code =", 10, {0xAD, 0xDE}), " 57005");
+    EXPECT_EQ(told("Product Code =", 10, {0x01, 0x00}), " 1");
+    EXPECT_EQ(told("Product Code =", 10, {0x00, 0x01}), " 256");
+    EXPECT_EQ(told("Product Code =", 10, {0x00, 0x00}), " 0");
+    EXPECT_EQ(told("Product Code =", 10, {0xFF, 0xFF}), " 65535");
+}
+
+TEST(serial_number_line, is_told_as_it_was_read) {
+    const edid_buffer other = edid_of({{12, {1, 2, 3, 4}}});
+    EXPECT_EQ(behind("Serial Number =", vendor_text(other, 0)), " 0");
+    EXPECT_EQ(behind("Serial Number =", vendor_text(other, 2147483648)), " 2147483648");
+    EXPECT_EQ(behind("Serial Number =", vendor_text(other, 4294967295)), " 4294967295");
+}
+
+TEST(week_of_manufacture, is_told_as_it_stands) {
+    for (const int week : {0, 1, 54, 255})
+        EXPECT_EQ(told("Week of Manufacture =", 16, {week}), " " + std::to_string(week));
+}
+
+TEST(year_of_manufacture, counts_from_1990) {
+    EXPECT_EQ(told("Year of Manufacture =", 17, {0}), " 1990");
+    EXPECT_EQ(told("Year of Manufacture =", 17, {16}), " 2006");
+    EXPECT_EQ(told("Year of Manufacture =", 17, {255}), " 2245");
+}
+
+TEST(edid_version, has_a_character_for_each_byte) {
+    const std::vector<std::pair<int, std::string>> characters = {
+        {0, "0"},
+        {1, "1"},
+        {9, "9"},
+        {10, ":"},
+        {16, "@"},
+        {78, "~"},
+        {80, "\xE2\x82\xAC"}, // 128: the Euro
+        {81, "\xC2\x81"},     // 129: without a character in the set
+        {160, "\xC3\x90"},
+        {207, "\xC3\xBF"},
+        {208, "\xC4\x80"}, // 256: above the set
+        {255, "\xC4\xAF"},
+    };
+    for (const auto& [byte, character] : characters) {
+        EXPECT_EQ(told("EDID Version = ", 18, {byte, 3}), character + ".3") << byte;
+        EXPECT_EQ(told("EDID Version = ", 18, {1, byte}), "1." + character) << byte;
+    }
+}
+
+TEST(edid_version, changes_nothing_else) {
+    const std::string of_1_3 = vendor_text(acr);
+    std::string of_2_0 = vendor_text(edid_of({{18, {2, 0}}}, acr));
+    of_2_0.replace(of_2_0.find("2.0"), 3, "1.3");
+    EXPECT_EQ(of_2_0, of_1_3);
+}
+
+TEST(analog_input, has_a_line_for_each_of_its_bits) {
+    struct row {
+        int byte_20;
+        const char* level;
+        const char* pedestal;
+        const char* separate;
+        const char* composite;
+        const char* on_green;
+        const char* serration;
+    };
+    const row rows[] = {
+        {0x00, "0.700/0.300", "NO", "Not Supported", "Not Supported", "Not Supported", "Not Required"},
+        {0x20, "0.714/0.286", "NO", "Not Supported", "Not Supported", "Not Supported", "Not Required"},
+        {0x40, "1.000/0.400", "NO", "Not Supported", "Not Supported", "Not Supported", "Not Required"},
+        {0x60, "0.700/0.000", "NO", "Not Supported", "Not Supported", "Not Supported", "Not Required"},
+        {0x10, "0.700/0.300", "YES", "Not Supported", "Not Supported", "Not Supported", "Not Required"},
+        {0x08, "0.700/0.300", "NO", "Supported", "Not Supported", "Not Supported", "Not Required"},
+        {0x04, "0.700/0.300", "NO", "Not Supported", "Supported", "Not Supported", "Not Required"},
+        {0x02, "0.700/0.300", "NO", "Not Supported", "Not Supported", "Supported", "Not Required"},
+        {0x01, "0.700/0.300", "NO", "Not Supported", "Not Supported", "Not Supported", "Required"},
+        {0x7F, "0.700/0.000", "YES", "Supported", "Supported", "Supported", "Required"},
+    };
+    for (const row& r : rows) {
+        const std::string text = vendor_text(edid_of({{20, {r.byte_20}}}));
+        EXPECT_EQ(behind("Signal Type = ", text), "Analog") << r.byte_20;
+        EXPECT_EQ(behind("Signal Level (Video/Sync)= ", text), r.level) << r.byte_20;
+        EXPECT_EQ(behind("Pedestal Setup = ", text), r.pedestal) << r.byte_20;
+        EXPECT_EQ(behind("Seperate Sync = ", text), r.separate) << r.byte_20;
+        EXPECT_EQ(behind("Composite Sync = ", text), r.composite) << r.byte_20;
+        EXPECT_EQ(behind("Sync On Green = ", text), r.on_green) << r.byte_20;
+        EXPECT_EQ(behind("Vs Serration = ", text), r.serration) << r.byte_20;
+    }
+}
+
+TEST(digital_input, tells_bit_0_alone) {
+    for (int byte_20 = 128; byte_20 < 256; ++byte_20) {
+        const std::string text = vendor_text(edid_of({{20, {byte_20}}}, acr), 305419896);
+        const std::string dfp = byte_20 % 2 == 1 ? "DFP 1.x = Compatible" : "DFP 1.x = Not Compatible";
+        EXPECT_EQ(text, acr_lines + lines({"Signal Type = Digital", dfp})) << byte_20;
+    }
+}
+
+} // namespace
+} // namespace desk

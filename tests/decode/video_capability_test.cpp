@@ -1,0 +1,72 @@
+#include "translate/decode/video_capability.h"
+
+#include "support/translation_fixture.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace desk {
+namespace {
+
+using test::behind;
+using test::edid_of;
+using test::lines;
+using test::text_of;
+using test::text_till;
+
+std::string capability_text(int byte) {
+    return text_of([&](std::string& text) {
+        decode_video_capability(text, edid_of({{132, {0xE2, 0x00, byte, 0xFF}}}), 132);
+    });
+}
+
+TEST(video_capability, is_told_as_missing_for_address_0) {
+    EXPECT_EQ(text_of([](std::string& text) {
+                  decode_video_capability(text, edid_of({{0, {0xE2, 0, 0x7F}}}), 0);
+              }),
+              "No Video Capability Data Block");
+}
+
+TEST(video_capability, is_told_line_by_line) {
+    EXPECT_EQ(capability_text(0x7F), lines({
+                                         "CE Scan Behavior=Both Over/Underscan",
+                                         "IT Scan Behavior=Both Over/Underscan",
+                                         "PT Scan Behavior=Both Over/Underscan",
+                                         "",
+                                     }) + "Quantization Range = Selectable");
+    EXPECT_EQ(capability_text(0x00), lines({
+                                         "CE Scan Behavior=Not Supported",
+                                         "IT Scan Behavior=Not Supported",
+                                         "PT Scan Behavior=Not Supported",
+                                         "",
+                                     }) + "Quantization Range = No Data");
+}
+
+TEST(video_capability, has_two_bits_for_each_scan_behaviour) {
+    const std::string scan_texts[] = {"Not Supported", "Always Overscan", "Always Underscan", "Both Over/Underscan"};
+    for (int byte = 0; byte < 256; ++byte) {
+        const std::string text = capability_text(byte);
+        EXPECT_EQ(behind("CE Scan Behavior=", text), scan_texts[byte % 4]);
+        EXPECT_EQ(behind("IT Scan Behavior=", text), scan_texts[byte / 4 % 4]);
+        EXPECT_EQ(behind("PT Scan Behavior=", text), scan_texts[byte / 16 % 4]);
+        EXPECT_EQ(behind("Quantization Range = ", text), byte / 64 % 2 == 1 ? "Selectable" : "No Data");
+    }
+}
+
+TEST(video_capability, fails_beyond_the_edid_behind_its_first_label) {
+    for (const std::uint8_t address : test::byte_list{254, 255})
+        EXPECT_EQ(text_till(failure::subscript_out_of_range,
+                            [&](std::string& text) {
+                                decode_video_capability(text, edid_of({{254, {0xE2}}}), address);
+                            }),
+                  "CE Scan Behavior=");
+}
+
+TEST(video_capability, stands_behind_what_was_there) {
+    for (const std::uint8_t address : test::byte_list{0, 132, 254})
+        test::expect_appends([&](std::string& text) { decode_video_capability(text, {}, address); });
+}
+
+} // namespace
+} // namespace desk
