@@ -34,10 +34,10 @@ private:
 };
 
 /// Control characters that names and EDIDs hold must not reach a terminal.
-std::string printable(std::string_view text) {
+std::string harmless(std::string_view text) {
     std::string result(text);
-    std::replace_if(
-        result.begin(), result.end(), [](char c) { return (c >= 0 && c < ' ' && c != '\n') || c == '\x7F'; }, '?');
+    const auto is_control = [](char c) { return (c >= 0 && c < ' ' && c != '\r' && c != '\n') || c == '\x7F'; };
+    if (standard_error_is_a_terminal()) std::replace_if(result.begin(), result.end(), is_control, '?');
     return result;
 }
 
@@ -60,7 +60,7 @@ int report(const batch::options& wanted) {
         },
         [&](std::string_view text) {
             progress.clear();
-            write_to_standard_error("edid_report: " + printable(text) + "\n");
+            write_to_standard_error("edid_report: " + harmless(text) + "\n");
         },
         [&](std::size_t done, std::size_t count) { progress.show(done, count); },
     };

@@ -33,12 +33,6 @@ struct outcome {
     std::vector<std::string> messages;
 };
 
-/// As standard error has them.
-std::string with_plain_line_ends(std::string text) {
-    std::erase(text, '\r');
-    return text;
-}
-
 /// All that one report needs; it is used again for the next one.
 class reporter {
 public:
@@ -78,7 +72,7 @@ private:
         } catch (const runtime_failure& f) {
             result.messages.push_back(path + ": run-time error " + std::to_string(f.number()) + ": " +
                                       std::string(f.text()) + ". " + f.sentence() + " The report so far:\n" +
-                                      with_plain_line_ends(builder_.report_text));
+                                      builder_.report_text);
         }
     }
 

@@ -31,6 +31,7 @@ bool write_to_standard_output(std::string_view bytes) {
 
 void write_to_standard_error(std::string_view text) {
     if (!standard_error_is_a_terminal()) {
+        _setmode(_fileno(stderr), _O_BINARY);
         std::fwrite(text.data(), 1, text.size(), stderr);
         return;
     }

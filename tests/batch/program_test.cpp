@@ -152,8 +152,8 @@ TEST_F(program, tells_a_failure_with_the_text_so_far_and_goes_on) {
     EXPECT_EQ(without_date(folder.content("reports/2.txt")), report_of(good_edid()));
     EXPECT_EQ(out, "");
     EXPECT_NE(err.find("1.bin: run-time error 6: Overflow. "), std::string::npos);
-    EXPECT_NE(err.find("EDID Analysis Report \n"), std::string::npos);
-    EXPECT_TRUE(err.ends_with("Max Vertical Size(cm) = 0\nGamma Value = \n"));
+    EXPECT_NE(err.find("EDID Analysis Report \r\n"), std::string::npos);
+    EXPECT_TRUE(err.ends_with("Max Vertical Size(cm) = 0\r\nGamma Value = \n"));
 }
 
 TEST_F(program, tells_what_it_can_not_read_and_goes_on) {

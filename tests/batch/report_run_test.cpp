@@ -177,7 +177,7 @@ TEST_F(failing_run, tells_the_failure_and_the_report_so_far) {
     EXPECT_EQ(reports, strings{report_of(usual_edid())});
     ASSERT_EQ(messages.size(), 1U);
     EXPECT_TRUE(messages[0].starts_with(path("a.bin") + ": run-time error 6: Overflow. ")) << messages[0];
-    EXPECT_NE(messages[0].find(" The report so far:\nEDID Analysis Report \n"), std::string::npos);
+    EXPECT_NE(messages[0].find(" The report so far:\nEDID Analysis Report \r\n"), std::string::npos);
     EXPECT_TRUE(messages[0].ends_with("Gamma Value = "));
 }
 
