@@ -196,6 +196,22 @@ TEST_F(translation_road, the_pictures_of_the_speakers_stand_where_the_floor_plan
     EXPECT_EQ(pictures_on_show(), QStringList());
 }
 
+TEST_F(translation_road, a_name_may_hold_any_byte) {
+    QByteArray edid = sink_1();
+    const qsizetype name = edid.indexOf("HDMI DISPLAY");
+    edid.replace(name, 12, QByteArray("\x00\x01\x0D\x1B\x7F\x80\x81\xA0\xFF\x0B\x0C.", 12));
+    translate_file(edid);
+    click_node({block_0, descriptors, "Monitor Name1"});
+    EXPECT_TRUE(text().startsWith("Monitor Name = "));
+    EXPECT_TRUE(text().endsWith("."));
+    EXPECT_TRUE(text().contains(QChar(0x20AC)));
+    in_next_window("frm_report", [&](const hand& h) {
+        EXPECT_TRUE(h.text("txt_report").contains("\n\nMonitor Name = "));
+        h.click("cmd_exit");
+    });
+    operator_hand().click("cmd_edid_report");
+}
+
 TEST_F(translation_road, the_report_is_read_saved_and_closed) {
     translate_read_side();
     const QString path = directory.filePath("analysis.txt");
