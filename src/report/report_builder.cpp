@@ -155,8 +155,8 @@ void report_builder::report_detail_timings_of_block_1() {
     if (tables_.cea_dtd_offset == 0) return;
     tables_.arrange_descriptor(trans_buff_, 1);
     int count = 0;
-    for (std::size_t j = 0; j < tables_.descriptor_map.size(); ++j) {
-        if (tables_.descriptor_map.at(j).kind != descriptor_class::detail_timing) continue;
+    for (const descriptor_row& row : tables_.descriptor_map) {
+        if (row.kind != descriptor_class::detail_timing) continue;
         ++count;
         print(report_text, line_end, line_end);
         print_line(report_text, "--- BK1.Detail Timing", number_text(count), " ---");

@@ -34,12 +34,12 @@ void decode_color(std::string& text, const edid_buffer& trans_buff) {
     const std::uint8_t rg = trans_buff[25];
     const std::uint8_t bw = trans_buff[26];
     print_coordinate(text, "Red x = 0", rg / 64.0 + 4 * trans_buff[27]);
-    print_coordinate(text, "Red y = 0", (rg & 0x30) / 16 + 4 * trans_buff[28]);
-    print_coordinate(text, "Green x = 0", (rg & 0x0C) / 4 + 4 * trans_buff[29]);
+    print_coordinate(text, "Red y = 0", ((rg & 0x30) >> 4) + 4 * trans_buff[28]);
+    print_coordinate(text, "Green x = 0", ((rg & 0x0C) >> 2) + 4 * trans_buff[29]);
     print_coordinate(text, "Green y = 0", (rg & 0x03) + 4 * trans_buff[30]);
     print_coordinate(text, "Blue x = 0", bw / 64.0 + 4 * trans_buff[31]);
-    print_coordinate(text, "Blue y = 0", (bw & 0x30) / 16 + 4 * trans_buff[32]);
-    print_coordinate(text, "White x = 0", (bw & 0x0C) / 4 + 4 * trans_buff[33]);
+    print_coordinate(text, "Blue y = 0", ((bw & 0x30) >> 4) + 4 * trans_buff[32]);
+    print_coordinate(text, "White x = 0", ((bw & 0x0C) >> 2) + 4 * trans_buff[33]);
     print_coordinate(text, "White y = 0", (bw & 0x03) + 4 * trans_buff[34]);
 }
 
