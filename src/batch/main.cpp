@@ -3,12 +3,13 @@
 #include "batch/report_run.h"
 #include "platform/command_line.h"
 #include "runtime/files.h"
+#include "runtime/windows_1252.h"
 
-#include <algorithm>
 #include <exception>
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -35,9 +36,15 @@ private:
 
 /// Control characters that names and EDIDs hold must not reach a terminal.
 std::string harmless(std::string_view text) {
-    std::string result(text);
-    const auto is_control = [](char c) { return (c >= 0 && c < ' ' && c != '\r' && c != '\n') || c == '\x7F'; };
-    if (standard_error_is_a_terminal()) std::replace_if(result.begin(), result.end(), is_control, '?');
+    if (!standard_error_is_a_terminal()) return std::string(text);
+    const std::vector<char32_t> characters = characters_of(text);
+    std::string result;
+    for (std::size_t i = 0; i < characters.size(); ++i) {
+        const char32_t c = characters[i];
+        const bool ends_line = c == '\n' || (c == '\r' && i + 1 < characters.size() && characters[i + 1] == '\n');
+        const bool is_control = c < ' ' || (c >= 0x7F && c < 0xA0);
+        append_utf8(result, is_control && !ends_line ? U'?' : c);
+    }
     return result;
 }
 

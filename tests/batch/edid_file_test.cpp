@@ -81,6 +81,14 @@ TEST_F(edid_file_test, has_a_second_block_of_ff_for_one) {
     expect_edid(std::string(200, 'x') + data, file_kind::ddc, data, remark);
 }
 
+TEST_F(edid_file_test, is_taken_from_its_header_on_in_a_capture) {
+    const std::string data = bytes(128);
+    // the bytes before it begin as a header does
+    for (std::size_t count = 0; count < 8; ++count)
+        expect_edid(data.substr(0, count) + std::string(128 - count, 'x') + data, file_kind::ddc, data,
+                    "its EDID has 128 bytes; block 1 counts as FF");
+}
+
 TEST_F(edid_file_test, is_filled_up) {
     for (const std::size_t count : {1U, 8U, 127U, 129U, 255U}) {
         const std::string remark =
@@ -143,6 +151,13 @@ TEST_F(edid_file_test, must_be_a_file_that_ends) {
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
     for (const std::filesystem::path& endless : {pipe, std::filesystem::path("/dev/zero")})
         EXPECT_EQ(failure_of([&] { read_edid_file(endless, file_kind::bin); }), failure::path_file_access_error);
+}
+#endif
+
+#ifdef __linux__
+TEST_F(edid_file_test, must_be_readable_to_its_end) {
+    // the memory of a program is a file whose first byte can't be read
+    EXPECT_EQ(failure_of([] { read_edid_file("/proc/self/mem", file_kind::bin); }), failure::path_file_access_error);
 }
 #endif
 

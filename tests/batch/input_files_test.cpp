@@ -5,6 +5,10 @@
 
 #include <gtest/gtest.h>
 
+#ifndef _WIN32
+#include <sys/resource.h>
+#endif
+
 #include <filesystem>
 #include <initializer_list>
 #include <string>
@@ -88,6 +92,11 @@ TEST_F(input_files_test, can_be_named_with_and_without_their_folder) {
     EXPECT_EQ(paths_found(), (strings{"3.hex", "x/1.hex", "z/4.hex", "y/2.hex"}));
 }
 
+TEST_F(input_files_test, lie_where_they_were_named_when_a_folder_comes_again) {
+    find({"x/1.hex", "y/2.hex", "y/3.hex", "x/4.hex", "y/5.hex"});
+    EXPECT_EQ(paths_found(), (strings{"x/1.hex", "y/2.hex", "y/3.hex", "x/4.hex", "y/5.hex"}));
+}
+
 TEST_F(input_files_test, keep_the_name_of_a_folder_once) {
     put({"in/a.hex", "in/b.hex", "in/c.hex"});
     find({"in"});
@@ -103,6 +112,31 @@ TEST_F(input_files_test, are_missed_in_a_folder_without_any) {
     EXPECT_EQ(paths_found(), strings{"in/a.hex"});
     EXPECT_EQ(found.problems, strings{path("empty") + ": no EDID file stands in this folder."});
 }
+
+#ifndef _WIN32
+TEST_F(input_files_test, can_be_links_in_a_folder) {
+    put({"in/a.hex", "deep/b.hex"});
+    std::filesystem::create_symlink(directory / "in/a.hex", directory / "in/link.hex");
+    std::filesystem::create_symlink(directory / "nowhere", directory / "in/lost.hex");
+    std::filesystem::create_directory_symlink(directory / "deep", directory / "in/deep");
+    find({"in"});
+    EXPECT_EQ(paths_found(), (strings{"in/a.hex", "in/link.hex", "in/lost.hex"}));
+}
+
+TEST_F(input_files_test, are_missed_in_a_folder_that_can_not_be_read) {
+    put({"in/a.hex"});
+    rlimit before{};
+    getrlimit(RLIMIT_NOFILE, &before);
+    rlimit none_more = before;
+    none_more.rlim_cur = 0;
+    setrlimit(RLIMIT_NOFILE, &none_more);
+    find({"in", "b.hex"});
+    setrlimit(RLIMIT_NOFILE, &before);
+    EXPECT_EQ(paths_found(), strings{"b.hex"});
+    ASSERT_EQ(found.problems.size(), 1U);
+    EXPECT_TRUE(found.problems.at(0).starts_with(path("in") + ": the folder can't be read: ")) << found.problems.at(0);
+}
+#endif
 
 TEST_F(input_files_test, can_have_names_beyond_ascii) {
     put({"in/\xC3\xA4\xE2\x82\xAC.hex"});
@@ -138,6 +172,17 @@ TEST_F(report_names_test, can_be_taken_by_an_earlier_file) {
     EXPECT_EQ(report_names(), (strings{"a", "b", "taken: a", "taken: A"}));
     find({"a.hex", "a.hex"});
     EXPECT_EQ(report_names(), (strings{"a", "taken: a"}));
+}
+
+TEST_F(report_names_test, are_those_of_the_first_however_many_there_are) {
+    strings names;
+    strings expected;
+    for (int i = 0; i < 100; ++i) {
+        names.push_back(std::to_string(100 - i) + "/edid");
+        expected.emplace_back(i == 0 ? "edid" : "taken: edid");
+    }
+    find(names);
+    EXPECT_EQ(report_names(), expected);
 }
 
 TEST_F(report_names_test, do_not_depend_on_the_order_of_naming) {

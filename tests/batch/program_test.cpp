@@ -5,14 +5,19 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <regex>
 #include <sstream>
 #include <string>
+#include <thread>
 
 #ifndef _WIN32
+#include <fcntl.h>
 #include <sys/wait.h>
+#include <termios.h>
+#include <unistd.h>
 #endif
 
 namespace desk {
@@ -74,10 +79,10 @@ std::vector<std::string> without_date(const std::string& report) {
 
 class program : public testing::Test {
 protected:
-    int run(const std::string& words) {
+    int run(const std::string& words) { return run_into(words, folder.path() / "out", folder.path() / "err"); }
+    int run_into(const std::string& words, const std::filesystem::path& output, const std::filesystem::path& errors) {
         const auto quoted = [](const std::filesystem::path& p) { return " \"" + p.string() + "\""; };
-        const std::string command = "\"" EDID_REPORT "\" " + words + " >" + quoted(folder.path() / "out") + " 2>" +
-                                    quoted(folder.path() / "err");
+        const std::string command = "\"" EDID_REPORT "\" " + words + " >" + quoted(output) + " 2>" + quoted(errors);
         const int status = std::system(command.c_str());
         out = folder.content("out");
         err = folder.content("err");
@@ -106,6 +111,7 @@ TEST_F(program, refuses_a_command_line_that_makes_no_sense) {
         EXPECT_EQ(run(words), 2) << words;
         EXPECT_EQ(out, "") << words;
         EXPECT_TRUE(err.starts_with("edid_report: ")) << words;
+        EXPECT_TRUE(err.ends_with("; edid_report --help tells more\n")) << words;
     }
 }
 
@@ -169,6 +175,24 @@ TEST_F(program, tells_what_it_can_not_read_and_goes_on) {
     }
 }
 
+#ifdef __linux__
+TEST_F(program, tells_that_standard_output_takes_no_more) {
+    folder.put("one.bin", bytes_of_edid(good_edid()));
+    for (const std::string& words : {std::string("--help"), in_folder("one.bin")})
+        EXPECT_EQ(run_into(words, "/dev/full", folder.path() / "err"), 1) << words;
+    EXPECT_EQ(err, "edid_report: standard output takes no more.\n");
+}
+#endif
+
+TEST_F(program, tells_that_it_can_not_make_the_folder) {
+    folder.put("one.bin", bytes_of_edid(good_edid()));
+    EXPECT_EQ(run("-o " + in_folder("one.bin/reports") + " " + in_folder("one.bin")), 1);
+    EXPECT_EQ(out, "");
+    EXPECT_TRUE(err.starts_with("edid_report: the folder " + (folder.path() / "one.bin/reports").string() +
+                                " can't be made: "));
+    EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1);
+}
+
 TEST_F(program, a_header_that_is_none_is_a_report_and_no_failure) {
     folder.put("zero.bin", std::string(256, '\0'));
     EXPECT_EQ(run(in_folder("zero.bin")), 0);
@@ -208,6 +232,130 @@ TEST_F(program, keeps_reports_apart_that_would_have_one_name) {
     EXPECT_EQ(without_date(folder.content("out_folder/b.txt")), report_of(good_edid(3)));
     EXPECT_NE(err.find("another file has its report in "), std::string::npos);
 }
+
+#ifndef _WIN32
+
+/// A terminal that keeps what is written to it.
+class terminal {
+public:
+    terminal() : keyboard_(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
+        EXPECT_EQ(::grantpt(keyboard_), 0);
+        EXPECT_EQ(::unlockpt(keyboard_), 0);
+        name_ = ::ptsname(keyboard_);
+        line_ = ::open(name_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+        termios settings{};
+        EXPECT_EQ(::tcgetattr(line_, &settings), 0);
+        ::cfmakeraw(&settings);
+        EXPECT_EQ(::tcsetattr(line_, TCSANOW, &settings), 0);
+        reader_ = std::thread([this] {
+            char piece[1024];
+            for (ssize_t got = 0; (got = ::read(keyboard_, piece, sizeof piece)) > 0;)
+                written_.append(piece, static_cast<std::size_t>(got));
+        });
+    }
+    terminal(const terminal&) = delete;
+    terminal& operator=(const terminal&) = delete;
+    ~terminal() {
+        hang_up();
+        ::close(keyboard_);
+    }
+    const std::string& name() const { return name_; }
+    /// All that was written, when nobody writes any more.
+    const std::string& written() {
+        hang_up();
+        return written_;
+    }
+
+private:
+    void hang_up() {
+        if (!reader_.joinable()) return;
+        ::close(line_);
+        reader_.join();
+    }
+
+    int keyboard_;
+    int line_ = -1;
+    std::string name_;
+    std::string written_;
+    std::thread reader_;
+};
+
+/// What is to be read on a terminal in the end: a carriage return writes over the line from its first place on.
+std::vector<std::string> screen_of(const std::string& written) {
+    std::vector<std::string> screen{""};
+    std::size_t column = 0;
+    for (const char c : written) {
+        std::string& line = screen.back();
+        if (c == '\r') {
+            column = 0;
+        } else if (c == '\n') {
+            screen.emplace_back();
+            column = 0;
+        } else {
+            if (column == line.size()) line.push_back(' ');
+            line.at(column++) = c;
+        }
+    }
+    return screen;
+}
+
+class program_on_terminal : public program {
+protected:
+    /// Errors alone go to the terminal.
+    int run_errors_there(const std::string& words) { return run_into(words, folder.path() / "out", screen.name()); }
+
+    terminal screen;
+};
+
+TEST_F(program_on_terminal, shows_a_count_that_goes_away) {
+    folder.put("one.bin", bytes_of_edid(good_edid()));
+    EXPECT_EQ(run_errors_there(in_folder("one.bin")), 0);
+    EXPECT_EQ(without_date(out), report_of(good_edid()));
+    EXPECT_NE(screen.written().find("\r1 of 1"), std::string::npos);
+    EXPECT_EQ(screen_of(screen.written()), std::vector<std::string>{std::string(6, ' ')});
+}
+
+TEST_F(program, has_its_count_in_no_report_and_in_no_message_on_a_terminal) {
+    for (const std::size_t size : {edid_block_size, edid_size}) {
+        std::filesystem::create_directories(folder.path() / "edids");
+        for (int i = 0; i < 200; ++i)
+            folder.put("edids/" + std::to_string(i), bytes_of_edid(good_edid(), size));
+        terminal screen;
+        EXPECT_EQ(run_into("-j1 " + in_folder("edids"), screen.name(), screen.name()), 0);
+        EXPECT_NE(screen.written().find("\r200 of 200"), std::string::npos);
+        const std::vector<std::string> shown = screen_of(screen.written());
+        const auto lines_with = [&](const std::string& beginning) {
+            return std::count_if(shown.begin(), shown.end(),
+                                 [&](const std::string& line) { return line.starts_with(beginning); });
+        };
+        EXPECT_EQ(lines_with("edid_report: "), size == edid_size ? 0 : 200);
+        EXPECT_EQ(lines_with("EDID Analysis Report "), 200);
+        EXPECT_EQ(lines_with("END."), 200);
+        for (const std::string& line : shown)
+            EXPECT_EQ(line.find(" of 200"), std::string::npos) << line;
+    }
+}
+
+TEST_F(program_on_terminal, sends_it_no_control_characters) {
+    const std::string name = "a\x1B[2J\x01\x7F\xC3\xA4\xC2\x9B\r.bin";
+    EXPECT_EQ(run_errors_there(in_folder(name)), 1);
+    EXPECT_TRUE(screen.written().starts_with("edid_report: " + folder.path().string() + "/a?[2J??\xC3\xA4??.bin: "))
+        << screen.written();
+}
+
+TEST_F(program_on_terminal, sends_it_the_lines_of_the_report_so_far) {
+    folder.put("one.bin", bytes_of_edid(bad_gamma()));
+    EXPECT_EQ(run_errors_there(in_folder("one.bin")), 1);
+    EXPECT_NE(screen.written().find("The report so far:\nEDID Analysis Report \r\n"), std::string::npos);
+}
+
+TEST_F(program, tells_names_as_they_are_where_there_is_no_terminal) {
+    const std::string name = "a\x1B[2J\x01\x7F\xC3\xA4.bin";
+    EXPECT_EQ(run(in_folder(name)), 1);
+    EXPECT_TRUE(err.starts_with("edid_report: " + folder.path().string() + "/" + name + ": "));
+}
+
+#endif
 
 TEST_F(program, is_documented_option_by_option) {
     std::ifstream page(MANUAL_PAGE);

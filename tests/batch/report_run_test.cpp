@@ -10,8 +10,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
+#include <condition_variable>
 #include <cstddef>
 #include <filesystem>
+#include <mutex>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -47,13 +51,15 @@ protected:
         reports.clear();
         messages.clear();
         progress.clear();
-        return run_reports(find_input_files(paths), wanted, dates,
-                           {[this](std::string_view bytes) {
-                                reports.emplace_back(bytes);
-                                return reports.size() < taken_reports;
-                            },
-                            [this](std::string_view text) { messages.emplace_back(text); },
-                            [this](std::size_t done, std::size_t count) { progress.emplace_back(done, count); }});
+        return run_reports(find_input_files(paths), wanted, dates, output());
+    }
+    run_output output() {
+        return {[this](std::string_view bytes) {
+                    reports.emplace_back(bytes);
+                    return reports.size() < taken_reports;
+                },
+                [this](std::string_view text) { messages.emplace_back(text); },
+                [this](std::size_t done, std::size_t count) { progress.emplace_back(done, count); }};
     }
     /// The bytes of an EDID's report.
     std::string report_of(const edid_buffer& edid) {
@@ -106,6 +112,45 @@ TEST_F(report_run_test, keeps_the_order_whatever_the_number_of_jobs) {
     }
 }
 
+/// Notes how many ask it at the same time, and lets the first one wait a while for a second one.
+class meeting_calendar final : public calendar {
+public:
+    explicit meeting_calendar(std::chrono::milliseconds patience) : patience_(patience) {}
+
+    std::size_t most = 0;
+
+    std::tm now() override {
+        std::unique_lock lock(mutex_);
+        most = std::max(most, ++present_);
+        arrival_.notify_all();
+        arrival_.wait_for(lock, patience_, [this] { return most > 1; });
+        patience_ = std::chrono::milliseconds(0);
+        --present_;
+        return {};
+    }
+
+private:
+    std::chrono::milliseconds patience_;
+    std::mutex mutex_;
+    std::condition_variable arrival_;
+    std::size_t present_ = 0;
+};
+
+TEST_F(report_run_test, works_on_as_many_files_at_a_time_as_are_wanted) {
+    strings paths;
+    for (int i = 0; i < 20; ++i) {
+        put("E" + std::to_string(i), usual_edid());
+        paths.push_back(path("E" + std::to_string(i)));
+    }
+    for (const unsigned jobs : {1U, 2U}) {
+        meeting_calendar meeting(std::chrono::milliseconds(jobs == 1 ? 20 : 5000));
+        options wanted;
+        wanted.jobs = jobs;
+        EXPECT_TRUE(run_reports(find_input_files(paths), wanted, meeting, output()));
+        EXPECT_EQ(meeting.most, jobs);
+    }
+}
+
 TEST_F(report_run_test, tells_how_far_it_is) {
     strings names;
     for (int i = 0; i < 150; ++i) {
@@ -120,6 +165,7 @@ TEST_F(report_run_test, tells_how_far_it_is) {
         before = done;
     }
     EXPECT_EQ(before, 150U);
+    EXPECT_GT(progress.size(), 1U) << "not at the end alone";
 }
 
 TEST_F(report_run_test, begins_each_report_with_fresh_tables) {
@@ -179,6 +225,58 @@ TEST_F(failing_run, tells_the_failure_and_the_report_so_far) {
     EXPECT_TRUE(messages[0].starts_with(path("a.bin") + ": run-time error 6: Overflow. ")) << messages[0];
     EXPECT_NE(messages[0].find(" The report so far:\nEDID Analysis Report \r\n"), std::string::npos);
     EXPECT_TRUE(messages[0].ends_with("Gamma Value = "));
+}
+
+TEST_F(failing_run, tells_which_value_it_was) {
+    put("a.bin", edid_of({{54, {0x4D, 0xD0}}}, usual_edid()));
+    EXPECT_FALSE(run({"a.bin"}));
+    ASSERT_EQ(messages.size(), 1U);
+    EXPECT_NE(messages[0].find("Decoding detailed timing 1: a pixel clock of 533.25 MHz does not fit. The report so "
+                               "far:\nEDID Analysis Report \r\n"),
+              std::string::npos)
+        << messages[0];
+}
+
+TEST_F(failing_run, tells_what_else_goes_wrong_with_a_file) {
+    class broken_calendar final : public calendar {
+    public:
+        std::tm now() override { throw std::runtime_error("the date can't be had"); }
+    } broken;
+    put("a.bin", usual_edid());
+    options wanted;
+    wanted.jobs = 1;
+    EXPECT_FALSE(run_reports(find_input_files({path("a.bin"), path("a.bin")}), wanted, broken, output()));
+    EXPECT_TRUE(reports.empty());
+    EXPECT_EQ(messages, strings(2, path("a.bin") + ": the date can't be had."));
+}
+
+TEST_F(failing_run, looks_for_no_older_report_without_a_folder) {
+    put("a.bin", edid_of({{23, {255}}}, usual_edid()));
+    directory.put("a.txt", "EDID Analysis Report \r\nof another day");
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(directory.path());
+    EXPECT_FALSE(run({"a.bin"}));
+    std::filesystem::current_path(before);
+    EXPECT_EQ(messages.size(), 1U);
+}
+
+TEST_F(failing_run, has_nothing_of_an_earlier_file_in_a_later_one) {
+    strings names;
+    strings expected;
+    for (int i = 0; i < 200; ++i) {
+        names.push_back("E" + std::to_string(i));
+        const bool good = i < 100;
+        put(names.back(), good ? named_edid(names.back()) : edid_of({{23, {255}}}, usual_edid()), good ? 128 : 256);
+        expected.push_back(path(names.back()) + (good ? ": its EDID has 128 bytes; block 1 counts as FF."
+                                                      : ": run-time error 6: Overflow. "));
+    }
+    for (const unsigned jobs : {1U, 2U}) {
+        EXPECT_FALSE(run(names, jobs));
+        EXPECT_EQ(reports.size(), 100U);
+        ASSERT_EQ(messages.size(), 200U);
+        for (std::size_t i = 0; i < messages.size(); ++i)
+            EXPECT_TRUE(messages[i].starts_with(expected[i])) << messages[i];
+    }
 }
 
 TEST_F(failing_run, tells_the_problems_with_what_was_named_first) {

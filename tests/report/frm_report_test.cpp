@@ -125,6 +125,7 @@ using save_report = frm_report_test;
 
 TEST_F(save_report, asks_with_a_dialog) {
     load(usual_edid());
+    report.dia_file.filter_index = 2;
     report.dia_file.file_name = "before";
     report.cmd_save.on_click();
     ASSERT_EQ(m.files.shown.size(), 1U);

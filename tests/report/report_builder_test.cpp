@@ -333,6 +333,22 @@ TEST_F(report_of_block_0, ends_in_a_pixel_clock_too_large) {
                                "\r\n--- BK0.Detail Timing2 ---\r\nPixel Clock(MHz) = "));
 }
 
+TEST_F(report_builder_test, tells_what_was_being_decoded_when_it_fails) {
+    const auto sentence_of = [this](const edid_buffer& edid) -> std::string {
+        try {
+            report_of(edid);
+        } catch (const runtime_failure& f) {
+            return f.sentence();
+        }
+        return "(no failure)";
+    };
+    EXPECT_EQ(sentence_of(edid_of({{54, {0x4D, 0xD0}}}, usual_edid())),
+              "Building the EDID report: Decoding detailed timing 1: a pixel clock of 533.25 MHz does not fit.");
+    EXPECT_EQ(
+        sentence_of(cea_edid(4, {{132, full_hd}, {150, {0x4D, 0xD0}}})),
+        "Building the EDID report: Decoding detailed timing 2 of block 1: a pixel clock of 533.25 MHz does not fit.");
+}
+
 TEST_F(report_of_block_0, takes_an_edid_whose_tree_can_not_be_built) {
     const auto unknown = monitor_descriptor(0x10, {});
     const edid_buffer edid = edid_of({{54, unknown}, {72, unknown}, {128, {0}}}, usual_edid());
@@ -401,6 +417,13 @@ TEST_F(report_of_block_1, tells_a_cea_861_block) {
 
 TEST_F(report_of_block_1, has_neither_data_blocks_nor_timings_for_offset_0) {
     EXPECT_EQ(behind_lists(cea_edid(0, {{132, {0x21, 1}}})), dtv_lines + no_data_blocks + end_line);
+}
+
+TEST_F(report_of_block_1, leaves_the_descriptors_of_block_0_arranged_for_offset_0) {
+    report_of(cea_edid(0));
+    EXPECT_EQ(tables.descriptor_map.at(0), (descriptor_row{1, descriptor_class::detail_timing}));
+    EXPECT_EQ(tables.descriptor_map.at(1), (descriptor_row{2, descriptor_class::monitor_name}));
+    EXPECT_EQ(tables.descriptor_start, 54);
 }
 
 TEST_F(report_of_block_1, has_timings_alone_for_offset_4) {
