@@ -54,11 +54,10 @@ std::string remark_on(std::size_t count) {
 
 edid_file read_edid_file(const std::filesystem::path& path, file_kind kind) {
     // a device or a pipe may never end
-    std::error_code unknown;
-    const auto type = std::filesystem::status(path, unknown).type();
-    const bool strange = type != std::filesystem::file_type::regular && type != std::filesystem::file_type::not_found &&
-                         type != std::filesystem::file_type::unknown && type != std::filesystem::file_type::none;
-    if (strange) throw runtime_failure(failure::path_file_access_error, "it is no regular file");
+    std::error_code error;
+    const auto status = std::filesystem::status(path, error);
+    if (!error && std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
+        throw runtime_failure(failure::path_file_access_error, "it is no regular file");
     // a capture is some kilobytes long; what is longer than this was named by mistake
     constexpr std::size_t longest = std::size_t{16} * 1024 * 1024;
     edid_file result;

@@ -111,7 +111,7 @@ private:
     void tell_of_older_report(const input_file& file, outcome& result) const {
         const std::filesystem::path path = report_path(file);
         std::error_code unknown;
-        if (!file.name_taken && std::filesystem::exists(path, unknown) && is_report(path))
+        if (!file.name_taken && std::filesystem::is_regular_file(path, unknown) && is_report(path))
             result.messages.push_back(utf8_from_path(path) + " is an older report.");
     }
 

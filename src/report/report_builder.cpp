@@ -138,8 +138,7 @@ void report_builder::report_block_1_tag() {
 
 void report_builder::report_data_blocks() {
     tables_.arrange_data_block(trans_buff_);
-    const std::uint8_t d = tables_.cea_dtd_offset;
-    if (d == 0 || d == 4) return print(report_text, line_end, "There are no data blocks.", line_end);
+    if (!tables_.has_data_blocks()) return print(report_text, line_end, "There are no data blocks.", line_end);
     print(report_text, line_end, "*** Data Block Collections ***", line_end);
     const auto is_there = [this](std::size_t kind) { return tables_.data_block_addr.at(kind) != 0; };
     if (is_there(data_block_kind::audio)) report_audio();

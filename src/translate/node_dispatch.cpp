@@ -27,21 +27,16 @@ namespace desk {
 
 namespace {
 
-/// The pictures of the positions that a bit of the speaker allocation byte stands for.
-struct speaker_pictures {
-    int bit;
-    std::vector<picture*> shown;
-};
-
-std::array<speaker_pictures, 7> pictures_by_bit(translation_frame& view) {
+/// The pictures of the positions that each bit of the speaker allocation byte stands for, from bit 0 on.
+std::array<std::vector<picture*>, speaker_positions.size()> pictures_by_bit(translation_frame& view) {
     return {{
-        {0, {&view.pic_speaker_fl, &view.pic_speaker_fr}},
-        {1, {&view.pic_speaker_lfe}},
-        {2, {&view.pic_speaker_fc}},
-        {3, {&view.pic_speaker_rl, &view.pic_speaker_rr}},
-        {4, {&view.pic_speaker_rc}},
-        {5, {&view.pic_speaker_flc, &view.pic_speaker_frc}},
-        {6, {&view.pic_speaker_rlc, &view.pic_speaker_rrc}},
+        {&view.pic_speaker_fl, &view.pic_speaker_fr},
+        {&view.pic_speaker_lfe},
+        {&view.pic_speaker_fc},
+        {&view.pic_speaker_rl, &view.pic_speaker_rr},
+        {&view.pic_speaker_rc},
+        {&view.pic_speaker_flc, &view.pic_speaker_frc},
+        {&view.pic_speaker_rlc, &view.pic_speaker_rrc},
     }};
 }
 
@@ -72,8 +67,8 @@ void node_dispatch::node_click(int node) {
 }
 
 void node_dispatch::hide_speakers() {
-    for (const speaker_pictures& position : pictures_by_bit(view_))
-        for (picture* p : position.shown)
+    for (const auto& pictures : pictures_by_bit(view_))
+        for (picture* p : pictures)
             p->visible = false;
 }
 
@@ -211,16 +206,18 @@ void node_dispatch::detail(std::uint8_t block, int count) {
 }
 
 void node_dispatch::data_block_collection() {
-    if (tables_.cea_dtd_offset == 0 || tables_.cea_dtd_offset == 4) view_.txt_edid.text = "There are no data blocks.";
+    if (!tables_.has_data_blocks()) view_.txt_edid.text = "There are no data blocks.";
 }
 
 void node_dispatch::speakers() {
     append([this](std::string& text) {
         const std::uint8_t address = tables_.data_block_addr[data_block_kind::speaker];
         const std::uint8_t s = decode_speaker_block(text, trans_buff_, address);
-        for (const speaker_pictures& position : pictures_by_bit(view_))
-            for (picture* p : position.shown)
-                if (bit(s, position.bit)) p->visible = true;
+        const auto pictures = pictures_by_bit(view_);
+        for (std::size_t i = 0; i < pictures.size(); ++i)
+            if (bit(s, static_cast<int>(i)))
+                for (picture* p : pictures.at(i))
+                    p->visible = true;
     });
 }
 

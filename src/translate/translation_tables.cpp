@@ -31,7 +31,7 @@ std::uint8_t class_of(const edid_buffer& trans_buff, int a) {
     }
 }
 
-std::uint8_t position_of(std::size_t row) { return to_byte(static_cast<double>(row + 1)); }
+std::uint8_t position_of(std::size_t row) { return static_cast<std::uint8_t>(row + 1); }
 
 std::size_t kind_of(const edid_buffer& trans_buff, int a) {
     switch (element(trans_buff, a) >> 5) {
@@ -85,7 +85,7 @@ void translation_tables::arrange_descriptor(const edid_buffer& trans_buff, std::
 void translation_tables::arrange_data_block(const edid_buffer& trans_buff) {
     cea_dtd_offset = trans_buff[offset_of_detail_timings];
     // The desk behaves so: the addresses of the EDID before stay then.
-    if (cea_dtd_offset == 0 || cea_dtd_offset == 4) return;
+    if (!has_data_blocks()) return;
     data_block_addr.fill(0);
     const int limit = cea_dtd_offset - 1;
     while_doing([&] { return "Looking for the data blocks before offset " + number_text(cea_dtd_offset); },

@@ -61,6 +61,9 @@ struct translation_tables {
     /// Throws failure::subscript_out_of_range where byte 130 leads it beyond the EDID.
     void arrange_data_block(const edid_buffer& trans_buff);
 
+    /// Whether `cea_dtd_offset` leaves room for data blocks before the detailed timings.
+    bool has_data_blocks() const { return cea_dtd_offset != 0 && cea_dtd_offset != 4; }
+
     /// The row that holds the descriptor number `count`, from 1, of a class among the first `rows` rows; none: nullptr.
     descriptor_row* find_descriptor(std::uint8_t kind, int count, std::size_t rows);
 

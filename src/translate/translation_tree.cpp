@@ -159,9 +159,8 @@ void translation_tree::add_block_1() {
     tree_.add(block_1_root, "block1_db", "Data Block Collection");
     const int data_block_parent = tree_.node_count();
     tables_.arrange_data_block(buffers_.trans_buff);
-    const std::uint8_t d = tables_.cea_dtd_offset;
-    if (d != 0 && d != 4) add_data_blocks(data_block_parent);
-    if (d != 0) add_detail_timings_of_block_1();
+    if (tables_.has_data_blocks()) add_data_blocks(data_block_parent);
+    if (tables_.cea_dtd_offset != 0) add_detail_timings_of_block_1();
 }
 
 void translation_tree::add_data_blocks(int data_block_parent) {

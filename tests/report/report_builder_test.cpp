@@ -93,48 +93,9 @@ const std::string analog_lines = lines({
     "Sync On Green = Not Supported",
     "Vs Serration = Not Required",
 });
-const std::string basic_lines = lines({
-    "--- Basic Display Parameters ---",
-    "Max Horizontal Size(cm) = 0",
-    "Max Vertical Size(cm) = 0",
-    "Gamma Value = 1.0",
-    "",
-    "--- Display Features ---",
-    "Standby Mode = Not Supported",
-    "Suspend Mode = Not Supported",
-    "Active Off Mode = Not Supported",
-    "Display Type = Mono/GrayScale",
-    "Color Space = Alternate",
-    "Preferred Timing = None",
-    "GTF Timing = Not Supported",
-});
-const std::string color_lines = lines({
-    "--- Color Characteristics ---",
-    "Red x = 00",
-    "Red y = 00",
-    "Green x = 00",
-    "Green y = 00",
-    "Blue x = 00",
-    "Blue y = 00",
-    "White x = 00",
-    "White y = 00",
-});
-const std::string established_lines = lines({
-    "--- Established Timing I ---",
-    "[ ]720x400@70   [ ]720x400@88",
-    "[ ]640x480@60   [ ]640x480@67",
-    "[ ]640x480@72   [ ]640x480@75",
-    "[ ]800x600@56   [ ]800x600@60",
-    "",
-    "--- Established Timing II ---",
-    "[ ]800x600@72   [ ]800x600@75",
-    "[ ]832x624@75   [ ]1024x768@87",
-    "[ ]1024x7680@60 [ ]1024x7680@70",
-    "[ ]1024x7680@75 [ ]1280x1024@75",
-    "",
-    "--- Manufacturer Timing ---",
-    "[ ]1152x870@75",
-});
+const std::string basic_lines = test::basic_lines_of_zeros + "\r\n";
+const std::string color_lines = "--- Color Characteristics ---\r\n" + test::color_lines_of_zeros;
+const std::string& established_lines = test::established_lines_of_zeros;
 const std::string limits_lines = lines({
                                      "",
                                      "",

@@ -17,9 +17,9 @@ void print_floor_plan(std::string& text) {
 std::uint8_t print_speaker_allocation(std::string& text, const edid_buffer& trans_buff, std::uint8_t address) {
     print_line(text, "Speaker Allocation =");
     print(text, " ");
-    const std::uint8_t s = decode_data_block("speaker allocation", trans_buff, address,
-                                             [](const data_block& block) { return block.byte(1); }) &
-                           127;
+    const std::uint8_t byte = decode_data_block("speaker allocation", trans_buff, address,
+                                                [](const data_block& block) { return block.byte(1); });
+    const std::uint8_t s = byte & 127;
     for (std::size_t i = 0; i < speaker_positions.size(); ++i)
         if (bit(s, static_cast<int>(i))) print(text, speaker_positions.at(i));
     return s;
