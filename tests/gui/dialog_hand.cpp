@@ -37,7 +37,8 @@ void answer_next_box(std::vector<seen_box>& seen, int button, int ms) {
 void answer_next_file_dialog(std::vector<seen_dialog>& seen, const QString& path, int filter, int ms) {
     const auto answer = [&seen, path, filter](QFileDialog& dialog) {
         auto& name = *dialog.findChild<QLineEdit*>("fileNameEdit");
-        seen.push_back({dialog.windowTitle(), dialog.directory().absolutePath(), name.text(), dialog.nameFilters()});
+        seen.push_back({dialog.windowTitle(), dialog.directory().absolutePath(), name.text(), dialog.nameFilters(),
+                        dialog.parentWidget()->objectName()});
         if (path.isEmpty()) {
             dialog.reject();
             return true;

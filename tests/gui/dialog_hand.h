@@ -27,6 +27,7 @@ struct seen_dialog {
     QString folder;
     QString file_name;
     QStringList filters;
+    QString above; ///< the window that it opened over
 };
 /// Notes the next file dialog, chooses a filter (from 1), types a path and takes it; an empty path cancels.
 void answer_next_file_dialog(std::vector<seen_dialog>& seen, const QString& path, int filter = 1, int ms = 5000);

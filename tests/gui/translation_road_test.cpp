@@ -232,6 +232,7 @@ TEST_F(translation_road, the_report_is_read_saved_and_closed) {
     EXPECT_EQ(dialogs[0].title, "Save EDID Report");
     EXPECT_EQ(dialogs[0].folder, directory.path());
     EXPECT_EQ(dialogs[0].filters, QStringList{"*.txt"});
+    EXPECT_EQ(dialogs[0].above, "frm_report");
     EXPECT_TRUE(operator_hand().find("cmd_edid_report").window()->isVisible());
 }
 
