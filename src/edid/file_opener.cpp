@@ -98,6 +98,7 @@ void file_opener::load_file() {
 template <class Read>
 void file_opener::load(byte_step::append when, Read read) {
     view_.txt_write.text = "";
+    fields_.write_text_file = fields_.edid_file_name;
     file_ok = true;
     const std::string file = number_.open_for_reading(fields_.edid_file_name);
     byte_step step(view_, text_, when);

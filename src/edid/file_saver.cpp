@@ -61,6 +61,7 @@ void file_saver::choose_and_save(int side) {
         previous_.add_pre_f();
     }
     write(name, hex, text);
+    (side == write_side ? fields_.write_text_file : fields_.read_text_file) = name;
 }
 
 void file_saver::prepare_dialog() {

@@ -26,8 +26,10 @@ inline constexpr std::int16_t c_language = 2; ///< the lines of an initialiser
 
 /// Fields that all windows of the EDID side share.
 struct shared_fields {
-    std::string edid_file_name; ///< path of the file last opened, or last saved from the WRITE side
-    std::uint8_t edid_src = 1;  ///< the sink: 1 HDMI/DVI OUT, 2 HDMI/DVI IN, 3 VGA OUT
+    std::string edid_file_name;  ///< path of the file last opened, or last saved from the WRITE side
+    std::string write_text_file; ///< path of the file that the text of the WRITE window last came from or went to
+    std::string read_text_file;  ///< the same of the READ window, whose text never comes from a file
+    std::uint8_t edid_src = 1;   ///< the sink: 1 HDMI/DVI OUT, 2 HDMI/DVI IN, 3 VGA OUT
 
     bool read_ok = false; ///< the last read of a sink brought 256 bytes
     bool run_ok = false;  ///< the result of the last step of the automatic run

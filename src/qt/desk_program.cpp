@@ -1,5 +1,7 @@
 #include "qt/desk_program.h"
 
+#include "edid/rescue.h"
+
 #include <QApplication>
 #include <QMessageBox>
 
@@ -30,10 +32,12 @@ bool desk_program::start() {
 
 void desk_program::leave() {
     if (const auto& failure = gate_.failure()) {
-        const QString text =
+        const std::string rescued = rescue_window_texts(desk_.edid, desk_.fields, machine_.program_directory);
+        QString text =
             QString("Run-time error '%1':\n\n%2\n\n%3")
                 .arg(failure->number())
                 .arg(QString::fromStdString(std::string(failure->text())), QString::fromStdString(failure->sentence()));
+        if (!rescued.empty()) text += "\n\n" + QString::fromStdString(rescued);
         QMessageBox box(QMessageBox::Critical, program_title, text, QMessageBox::Ok, window_.get());
         box.setTextFormat(Qt::PlainText);
         box.exec();

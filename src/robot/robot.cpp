@@ -1,6 +1,7 @@
 #include "robot/robot.h"
 
 #include "controls/operator_actions.h"
+#include "edid/rescue.h"
 #include "robot/looking.h"
 #include "robot/operator_commands.h"
 
@@ -101,7 +102,13 @@ std::string robot::run(const std::function<std::string()>& work) {
     std::string result = ok();
     events_.run_event([&] { result = work(); });
     events_.settle_focus();
-    return events_.ended_by() ? fatal(*events_.ended_by()) : result;
+    return events_.ended_by() ? fatal_end() : result;
+}
+
+std::string robot::fatal_end() {
+    if (!rescued_) rescue_window_texts(desk_->edid, desk_->fields, machine_.program_directory);
+    rescued_ = true;
+    return fatal(*events_.ended_by());
 }
 
 void robot::add_life_commands() {
@@ -153,6 +160,7 @@ std::string robot::start(words_in words) {
     windows_.start(&desk_->form);
     later_ = json::array();
     wait_goes_on_until_ = 0;
+    rescued_ = false;
     return run([this] {
         desk_->form.on_load();
         desk_->form.visible = true;

@@ -65,6 +65,7 @@ private:
 
     /// Runs what can end the program. The answer is that of `work`, or the fatal one.
     std::string run(const std::function<std::string()>& work);
+    std::string fatal_end();
     control* find_control(const std::string& name) const;
     /// Whether the operator reaches a control now; an empty reason: yes.
     std::string reason_out_of_reach(const control& c) const;
@@ -81,6 +82,7 @@ private:
     json later_ = json::array();
     std::vector<bool*> under_way_;        // what is being done: of an `after` command whether its answer is kept
     std::int64_t wait_goes_on_until_ = 0; // a `wait` whose window was closed in the middle of it
+    bool rescued_ = false;                // the windows' texts have been looked after in a fatal end
     bool finished_ = false;
 
     std::map<std::string, command> anytime_;   // whether a program runs or not

@@ -41,6 +41,18 @@ QByteArray with_all_speakers() {
     return edid;
 }
 
+/// The first sink's EDID with 533.25 MHz in its first descriptor.
+QByteArray wide_clock() {
+    QByteArray edid = sink_1();
+    edid[54] = '\x4D';
+    edid[55] = '\xD0';
+    return edid;
+}
+
+const QString overflow_told =
+    "Run-time error '6':\n\nOverflow\n\nDecoding detailed timing 1: a pixel clock of 533.25 MHz "
+    "does not fit.\n\n";
+
 class translation_road : public bench {
 protected:
     translation_road() {
@@ -264,19 +276,33 @@ TEST_F(translation_road, a_report_on_a_bad_header_stays_at_parsing) {
 }
 
 TEST_F(translation_road, what_can_not_be_decoded_ends_the_program_and_is_told) {
-    QByteArray edid = sink_1();
-    // 533.25 MHz in the first descriptor
-    edid[54] = '\x4D';
-    edid[55] = '\xD0';
-    translate_file(edid);
+    translate_file(wide_clock());
     answer_next_box(boxes, QMessageBox::Ok);
     click_node({block_0, descriptors, "Detail Timing1"});
     ASSERT_EQ(boxes.size(), 1U);
     EXPECT_EQ(boxes[0].text,
-              "Run-time error '6':\n\nOverflow\n\nDecoding detailed timing 1: a pixel clock of 533.25 MHz "
-              "does not fit.");
+              overflow_told + "The EDID of the WRITE window is in the file " + directory.filePath("sink.bin") + ".");
     EXPECT_TRUE(program->gate().over());
     EXPECT_EQ(program->exit_status(), 1);
+    EXPECT_TRUE(file("rescued_write.hex").isEmpty());
+}
+
+TEST_F(translation_road, what_ends_the_program_takes_no_edid_along) {
+    put_file("sink.bin", wide_clock());
+    answer_next_file_dialog(dialogs, directory.filePath("sink.bin"));
+    operator_hand().click("cmd_load");
+    operator_hand().click("cmd_write");
+    operator_hand().click("cmd_ok");
+    operator_hand().click("cmd_clear_file");
+    operator_hand().click("cmd_read");
+    const QString read_text = operator_hand().text("txt_read");
+    operator_hand().click("cmd_read_translate");
+    answer_next_box(boxes, QMessageBox::Ok);
+    click_node({block_0, descriptors, "Detail Timing1"});
+    ASSERT_EQ(boxes.size(), 1U);
+    EXPECT_EQ(boxes[0].text, overflow_told + "The EDID of the READ window is kept in the file " +
+                                 directory.filePath("rescued_read.hex") + ".");
+    EXPECT_EQ(QString(file("rescued_read.hex")).replace("\r\n", "\n"), read_text + "\n");
 }
 
 } // namespace
