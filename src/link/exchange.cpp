@@ -122,11 +122,14 @@ void exchange::tim_rx_timer() {
     if (machine_.port.in_count() == 0) return;
     tim_rx.enabled = false;
     machine_.events.pump();
-    for (const std::uint8_t a_byte : machine_.port.read()) {
-        rx_count = to_integer(rx_count + 1);
-        rx_text.push_back(static_cast<char>(a_byte));
-    }
-    judge_answer();
+    while_doing([] { return "Counting the bytes that the generator has sent"; },
+                [this] {
+                    for (const std::uint8_t a_byte : machine_.port.read()) {
+                        rx_count = to_integer(rx_count + 1);
+                        rx_text.push_back(static_cast<char>(a_byte));
+                    }
+                    judge_answer();
+                });
     tim_rx.enabled = true;
     machine_.events.pump();
 }

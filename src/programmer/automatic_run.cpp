@@ -1,6 +1,7 @@
 #include "programmer/automatic_run.h"
 
 #include "link/delay.h"
+#include "runtime/failure.h"
 #include "runtime/text.h"
 
 #include <string>
@@ -31,9 +32,14 @@ void automatic_run::load() {
     txt_sn.text = without_blanks(fields_.sn_value);
 }
 
+double automatic_run::typed_sn() const {
+    return while_doing([] { return "Reading the serial number as it was typed"; },
+                       [this] { return val(txt_sn.text.get()); });
+}
+
 void automatic_run::cmd_add_click() {
     txt_auto_msg.text = "";
-    const double x = val(txt_sn.text.get());
+    const double x = typed_sn();
     if (x < largest_sn)
         txt_sn.text = without_blanks(x + 1);
     else
@@ -42,7 +48,7 @@ void automatic_run::cmd_add_click() {
 
 void automatic_run::cmd_sub_click() {
     txt_auto_msg.text = "";
-    const double x = val(txt_sn.text.get());
+    const double x = typed_sn();
     // The desk behaves so: only 0 itself is the end, and a fraction or a negative number goes on down.
     if (x == 0)
         txt_auto_msg.text = "Min number of Serial Number is 0";
@@ -73,7 +79,7 @@ void automatic_run::cmd_run_click() {
 }
 
 void automatic_run::write() {
-    fields_.sn_value = val(txt_sn.text.get());
+    fields_.sn_value = typed_sn();
     if (fields_.sn_value >= 0 && fields_.sn_value <= largest_sn) {
         serial_.set_sn(buff::write);
         transfers_.cmd_write_click();

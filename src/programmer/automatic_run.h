@@ -36,6 +36,7 @@ public:
     void cmd_run_click();
 
 private:
+    double typed_sn() const;
     void write();
     void show_result(bool pass);
 

@@ -34,12 +34,7 @@ TEST(data_block, can_be_read_beyond_its_end_but_not_beyond_the_edid) {
 template <class Decode>
 std::string sentence_of(Decode decode, const edid_buffer& edid, std::uint8_t address) {
     std::string text;
-    try {
-        decode(text, edid, address);
-    } catch (const runtime_failure& f) {
-        return f.sentence();
-    }
-    return "no failure";
+    return test::sentence_of([&] { decode(text, edid, address); });
 }
 
 TEST(data_block, is_named_where_its_decoder_fails) {
@@ -64,8 +59,8 @@ TEST(data_block, tells_what_does_not_fit) {
               "places.");
     for (const int length : {0, 3})
         EXPECT_EQ(sentence_of(decode_vsdb, edid_of({{132, {0x60 + length, 1, 2, 3}}}), 132),
-                  "Decoding the vendor specific data block at address 0x84: its " + std::to_string(length) +
-                      " bytes hold no payload to list.");
+                  "Decoding the vendor specific data block at address 0x84: a block of length " +
+                      std::to_string(length) + " has no payload to list.");
 }
 
 } // namespace

@@ -13,6 +13,7 @@ namespace {
 
 using test::box_disconnected;
 using test::failure_of;
+using test::sentence_of;
 using strings = std::vector<std::string>;
 
 class link_test : public testing::Test {
@@ -493,6 +494,8 @@ TEST_F(receiver, counts_in_16_bits) {
     receive(std::string(32767, '1'));
     EXPECT_EQ(link.rx_count, 32767);
     EXPECT_EQ(failure_of([&] { receive("1"); }), failure::overflow);
+    EXPECT_EQ(sentence_of([&] { receive("1"); }),
+              "Counting the bytes that the generator has sent: 32768 does not fit into a 16-bit number.");
 }
 
 TEST_F(receiver, works_out_the_count_in_16_bits) {

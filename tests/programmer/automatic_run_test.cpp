@@ -15,6 +15,7 @@ namespace {
 
 using test::buffer_of;
 using test::failure_of;
+using test::sentence_of;
 using test::good_edid;
 using test::look_of;
 using test::mended;
@@ -409,6 +410,8 @@ TEST_F(run_test, ends_the_program_for_a_number_with_which_block_0_needs_256) {
 
 TEST_F(run_test, fails_for_a_number_that_no_double_holds) {
     EXPECT_EQ(failure_of([&] { run_with("1E400"); }), failure::overflow);
+    EXPECT_EQ(sentence_of([&] { run_with("1E400"); }),
+              "Reading the serial number as it was typed: the number 1E400 is too large.");
 }
 
 TEST_F(run_test, is_dropped_from_the_buffer_when_the_window_closes) {

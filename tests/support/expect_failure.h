@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <optional>
+#include <string>
 
 namespace desk::test {
 
@@ -17,6 +18,17 @@ std::optional<failure> failure_of(Work&& work) {
         return f.code();
     }
     return std::nullopt;
+}
+
+/// What the run-time failure that `work` ends in tells the operator; empty where it ends well.
+template <class Work>
+std::string sentence_of(Work&& work) {
+    try {
+        work();
+    } catch (const runtime_failure& f) {
+        return f.sentence();
+    }
+    return "";
 }
 
 } // namespace desk::test

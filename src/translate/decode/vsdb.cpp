@@ -16,7 +16,7 @@ bool is_hdmi(const data_block& block) { return block.byte(1) == 3 && block.byte(
 void print_payload(std::string& text, const data_block& block) {
     constexpr int bytes_of_row = 5;
     const int length = block.length();
-    const auto too_short = [&] { return "its " + number_text(length) + " bytes hold no payload to list"; };
+    const auto too_short = [&] { return "a block of length " + number_text(length) + " has no payload to list"; };
     // The desk behaves so: both numbers are bytes, and a block without a payload fails in one of them.
     const int m = telling(too_short, [&] { return to_byte(length - 3); });
     print_line(text, "Payload =");
