@@ -1,11 +1,99 @@
+#include "platform/posix_program_directory.h"
+
 #include "platform/program_directory.h"
+#include "runtime/failure.h"
+#include "runtime/files.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+
+#include <sys/stat.h>
 
 namespace desk {
 
-std::filesystem::path program_directory() {
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char* data_folder = "velotrace-desk";
+constexpr std::array first_file_names = {"marlo_rs232.ini", "timing_pattern.ini"};
+
+fs::path folder_of_program() {
     std::error_code error;
-    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
-    return error ? std::filesystem::current_path() : program.parent_path();
+    const fs::path program = fs::read_symlink("/proc/self/exe", error);
+    return error ? fs::current_path() : program.parent_path();
+}
+
+std::string environment(const char* name) {
+    const char* const value = std::getenv(name);
+    return value == nullptr ? "" : value;
+}
+
+/// Also a link that leads nowhere is something that stands there.
+bool stands(const fs::path& path) {
+    std::error_code error;
+    return fs::exists(fs::symlink_status(path, error));
+}
+
+bool is_folder(const fs::path& path) {
+    std::error_code error;
+    return fs::is_directory(path, error);
+}
+
+/// Missing folders are for the user alone, as the standard on such folders demands.
+void make_folder(const fs::path& folder) {
+    if (is_folder(folder)) return;
+    if (folder.has_parent_path() && folder.parent_path() != folder) make_folder(folder.parent_path());
+    const int made = ::mkdir(folder.c_str(), S_IRWXU);
+    const int reason = errno;
+    // another program of this user's may have been quicker
+    if (made == 0 || is_folder(folder)) return;
+    throw runtime_failure(failure::path_file_access_error,
+                          "the folder " + utf8_from_path(folder) + " can't be made: " + std::strerror(reason));
+}
+
+} // namespace
+
+std::optional<fs::path> first_files_of(const fs::path& program_folder) {
+    // a portable program keeps its files, also where it was unpacked beside somebody's share/
+    if (std::any_of(first_file_names.begin(), first_file_names.end(),
+                    [&](const char* name) { return stands(program_folder / name); }))
+        return std::nullopt;
+    fs::path first_files = program_folder.parent_path() / "share" / data_folder;
+    if (!is_folder(first_files)) return std::nullopt;
+    return first_files;
+}
+
+fs::path own_directory_of(const user_folders& user) {
+    // one that is not absolute does not count
+    if (fs::path(user.data_home).is_absolute()) return fs::path(user.data_home) / data_folder;
+    if (fs::path(user.home).is_absolute()) return fs::path(user.home) / ".local" / "share" / data_folder;
+    throw runtime_failure(failure::path_file_access_error,
+                          "neither HOME nor XDG_DATA_HOME names a folder for the settings and the catalogue");
+}
+
+void prepare_own_directory(const fs::path& own_directory, const fs::path& first_files) {
+    make_folder(own_directory);
+    for (const char* name : first_file_names) {
+        if (!stands(own_directory / name))
+            replace_whole_file(own_directory / name, read_whole_file(first_files / name));
+    }
+}
+
+fs::path program_directory() {
+    const fs::path program_folder = folder_of_program();
+    const std::optional<fs::path> first_files = first_files_of(program_folder);
+    if (!first_files) return program_folder;
+    return while_doing([] { return "The program's own directory"; },
+                       [&] {
+                           fs::path own_directory = own_directory_of(
+                               {.data_home = environment("XDG_DATA_HOME"), .home = environment("HOME")});
+                           prepare_own_directory(own_directory, *first_files);
+                           return own_directory;
+                       });
 }
 
 } // namespace desk

@@ -4,7 +4,9 @@
 
 namespace desk {
 
-/// The directory that the running program's own file stands in.
+/// The program's own directory, where its settings, its catalogue and what it rescues stand: the one of the program's
+/// file, or a folder of this user's where the program is installed for all users of the machine. Throws
+/// failure::path_file_access_error or failure::file_not_found where that folder can't be had.
 std::filesystem::path program_directory();
 
 } // namespace desk

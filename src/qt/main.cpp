@@ -1,14 +1,39 @@
+#include "platform/command_line.h"
 #include "platform/program_directory.h"
 #include "qt/desk_program.h"
 #include "qt/look.h"
+#include "qt/qt_dialogs.h"
+#include "runtime/failure.h"
 
 #include <QApplication>
+#include <QMessageBox>
+
+#include <filesystem>
+
+namespace {
+
+/// Told on the terminal too: whoever has set the machine up wrongly looks there.
+int cannot_start(const desk::runtime_failure& failure) {
+    desk::write_to_standard_error("velotrace: " + failure.sentence() + "\n");
+    QMessageBox box(QMessageBox::Critical, desk::qt::program_title, QString::fromStdString(failure.sentence()));
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+    return 1;
+}
+
+} // namespace
 
 int main(int argument_count, char** arguments) {
     QApplication application(argument_count, arguments);
     QApplication::setQuitOnLastWindowClosed(false);
     desk::qt::set_look(application);
-    desk::qt::desk_program program(desk::program_directory());
+    std::filesystem::path own_directory;
+    try {
+        own_directory = desk::program_directory();
+    } catch (const desk::runtime_failure& failure) {
+        return cannot_start(failure);
+    }
+    desk::qt::desk_program program(own_directory);
     if (!program.start()) return 1;
     QApplication::exec();
     return program.exit_status();

@@ -1,5 +1,6 @@
 #include "platform/program_directory.h"
 #include "robot/robot.h"
+#include "runtime/failure.h"
 
 #include <filesystem>
 #include <iostream>
@@ -15,7 +16,12 @@ int main(int argument_count, char** arguments) {
     if (argument_count == 2)
         directory = std::filesystem::absolute(arguments[1], error);
     else
-        directory = desk::program_directory();
+        try {
+            directory = desk::program_directory();
+        } catch (const desk::runtime_failure& failure) {
+            std::cerr << "desk_robot: " << failure.sentence() << '\n';
+            return 1;
+        }
 
     desk::robot::robot robot(directory);
     std::string line;

@@ -1,0 +1,133 @@
+#include "platform/posix_program_directory.h"
+
+#include "runtime/failure.h"
+#include "support/expect_failure.h"
+#include "support/file_size_limit.h"
+#include "support/temporary_directory.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include <sys/stat.h>
+
+namespace desk {
+namespace {
+
+namespace fs = std::filesystem;
+
+TEST(own_directory_of, stands_in_the_home_of_the_user) {
+    EXPECT_EQ(own_directory_of({.data_home = "", .home = "/home/ann"}), "/home/ann/.local/share/velotrace-desk");
+}
+
+TEST(own_directory_of, stands_where_the_user_keeps_data) {
+    EXPECT_EQ(own_directory_of({.data_home = "/data/ann", .home = "/home/ann"}), "/data/ann/velotrace-desk");
+    EXPECT_EQ(own_directory_of({.data_home = "/data/ann", .home = ""}), "/data/ann/velotrace-desk");
+}
+
+TEST(own_directory_of, passes_over_a_place_for_data_that_is_not_absolute) {
+    for (const char* data_home : {"data", "./data", "../ann", "~/data"})
+        EXPECT_EQ(own_directory_of({.data_home = data_home, .home = "/home/ann"}),
+                  "/home/ann/.local/share/velotrace-desk")
+            << data_home;
+}
+
+TEST(own_directory_of, needs_a_home) {
+    for (const char* home : {"", "home/ann"})
+        EXPECT_EQ(test::failure_of([&] { own_directory_of({.data_home = "", .home = home}); }),
+                  failure::path_file_access_error);
+}
+
+class installed_program : public testing::Test {
+protected:
+    installed_program() {
+        fs::create_directories(bin());
+        fs::create_directories(first_files());
+        root.put("usr/share/velotrace-desk/marlo_rs232.ini", "first settings");
+        root.put("usr/share/velotrace-desk/timing_pattern.ini", "first catalogue");
+    }
+
+    fs::path bin() const { return root / "usr/bin"; }
+    fs::path first_files() const { return root / "usr/share/velotrace-desk"; }
+    fs::path own() const { return root / "home/data/velotrace-desk"; }
+    std::string own_content(const std::string& name) const { return root.content("home/data/velotrace-desk/" + name); }
+
+    test::temporary_directory root;
+};
+
+TEST_F(installed_program, is_known_by_the_first_files_beside_its_folder) {
+    EXPECT_EQ(first_files_of(bin()), first_files());
+    fs::rename(root / "usr/share/velotrace-desk", root / "usr/share/velotrace");
+    EXPECT_EQ(first_files_of(bin()), std::nullopt);
+}
+
+TEST_F(installed_program, is_none_where_it_has_its_files_beside_it) {
+    for (const std::string name : {"marlo_rs232.ini", "timing_pattern.ini"}) {
+        root.put("usr/bin/" + name, "portable");
+        EXPECT_EQ(first_files_of(bin()), std::nullopt) << name;
+        fs::remove(bin() / name);
+    }
+    EXPECT_NE(first_files_of(bin()), std::nullopt);
+}
+
+TEST_F(installed_program, gets_a_folder_for_the_user_alone_with_both_files) {
+    prepare_own_directory(own(), first_files());
+    EXPECT_EQ(own_content("marlo_rs232.ini"), "first settings");
+    EXPECT_EQ(own_content("timing_pattern.ini"), "first catalogue");
+    for (const char* folder : {"home", "home/data", "home/data/velotrace-desk"})
+        EXPECT_EQ(fs::status(root / folder).permissions(), fs::perms::owner_all) << folder;
+}
+
+TEST_F(installed_program, leaves_what_the_user_has) {
+    prepare_own_directory(own(), first_files());
+    root.put("home/data/velotrace-desk/marlo_rs232.ini", "my settings");
+    fs::remove(own() / "timing_pattern.ini");
+    prepare_own_directory(own(), first_files());
+    EXPECT_EQ(own_content("marlo_rs232.ini"), "my settings");
+    EXPECT_EQ(own_content("timing_pattern.ini"), "first catalogue");
+}
+
+TEST_F(installed_program, leaves_a_link_that_leads_nowhere_just_now) {
+    fs::create_directories(own());
+    fs::create_symlink(root / "disk/catalogue.ini", own() / "timing_pattern.ini");
+    prepare_own_directory(own(), first_files());
+    EXPECT_TRUE(fs::is_symlink(own() / "timing_pattern.ini"));
+    EXPECT_FALSE(root.has("disk"));
+}
+
+TEST_F(installed_program, may_have_its_first_files_where_the_user_keeps_data) {
+    prepare_own_directory(first_files(), first_files());
+    EXPECT_EQ(root.content("usr/share/velotrace-desk/marlo_rs232.ini"), "first settings");
+}
+
+TEST_F(installed_program, tells_of_a_folder_that_cannot_be_made) {
+    for (const std::string in_the_way : {"home", "home/data", "home/data/velotrace-desk"}) {
+        fs::remove_all(root / "home");
+        fs::create_directories((root / in_the_way).parent_path());
+        root.put(in_the_way, "a file");
+        EXPECT_EQ(test::failure_of([&] { prepare_own_directory(own(), first_files()); }),
+                  failure::path_file_access_error)
+            << in_the_way;
+        EXPECT_EQ(root.content(in_the_way), "a file");
+    }
+}
+
+TEST_F(installed_program, leaves_no_half_file_on_a_full_disk) {
+    {
+        const test::file_size_limit full(4);
+        EXPECT_EQ(test::failure_of([&] { prepare_own_directory(own(), first_files()); }),
+                  failure::path_file_access_error);
+    }
+    EXPECT_TRUE(fs::is_empty(own()));
+    prepare_own_directory(own(), first_files());
+    EXPECT_EQ(own_content("marlo_rs232.ini"), "first settings");
+}
+
+TEST_F(installed_program, tells_of_a_first_file_that_is_missing) {
+    fs::remove(first_files() / "timing_pattern.ini");
+    EXPECT_EQ(test::failure_of([&] { prepare_own_directory(own(), first_files()); }), failure::file_not_found);
+}
+
+} // namespace
+} // namespace desk
