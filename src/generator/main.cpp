@@ -4,6 +4,7 @@
 #include "generator/sim_options.h"
 #include "generator/simulated_generator.h"
 #include "generator/terminal_link.h"
+#include "platform/program_directory.h"
 #include "runtime/failure.h"
 
 #include <algorithm>
@@ -176,6 +177,10 @@ int run(const std::vector<std::string>& arguments) {
     if (options.help) {
         std::cout << sim_help();
         return 0;
+    }
+    if (options.link.empty()) {
+        options.link = program_directory() / "com1";
+        expect_no_hardware(options.link);
     }
     fill_standard_descriptors();
     simulator(options).run();

@@ -15,7 +15,7 @@ struct sim_options {
     int patterns = shipped_pattern_count;
     bool quiet = false;
     bool help = false;
-    std::filesystem::path link; // empty: none wanted
+    std::filesystem::path link; // empty: port 1 of the desk
 };
 
 /// Reads the command line without the program's name. Throws failure::invalid_procedure_call where it can't be

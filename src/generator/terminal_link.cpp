@@ -34,4 +34,11 @@ terminal_link::~terminal_link() {
     if (std::filesystem::read_symlink(link_, error) == terminal_ && !error) std::filesystem::remove(link_, error);
 }
 
+void expect_no_hardware(const std::filesystem::path& link) {
+    std::error_code error;
+    const std::filesystem::path target = std::filesystem::read_symlink(link, error);
+    if (!error && target.parent_path() != "/dev/pts")
+        fail(link, "leads to " + utf8_from_path(target) + ", which stays: name another LINK");
+}
+
 } // namespace desk

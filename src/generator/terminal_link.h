@@ -20,4 +20,8 @@ private:
     std::filesystem::path terminal_;
 };
 
+/// Throws failure::path_file_access_error where `link` is a link to something else than a pseudo terminal: somebody has
+/// set up hardware there.
+void expect_no_hardware(const std::filesystem::path& link);
+
 } // namespace desk

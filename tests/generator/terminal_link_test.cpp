@@ -60,5 +60,18 @@ TEST_F(terminal_link_test, replaces_nothing_but_links) {
     EXPECT_THROW(terminal_link(directory / "no" / "com3", "/dev/pts/90"), runtime_failure);
 }
 
+TEST_F(terminal_link_test, knows_what_leads_to_hardware) {
+    EXPECT_NO_THROW(expect_no_hardware(directory / "com1"));
+    // what a simulator left that was killed
+    fs::create_symlink("/dev/pts/90", directory / "com1");
+    EXPECT_NO_THROW(expect_no_hardware(directory / "com1"));
+    // also an adapter that is not plugged in just now
+    for (const char* device : {"/dev/ttyS0", "/dev/ttyUSB90", "/dev/serial/by-id/adapter"}) {
+        fs::remove(directory / "com1");
+        fs::create_symlink(device, directory / "com1");
+        EXPECT_THROW(expect_no_hardware(directory / "com1"), runtime_failure) << device;
+    }
+}
+
 } // namespace
 } // namespace desk
