@@ -1,0 +1,22 @@
+# What a Linux package holds. A program that finds ../share/velotrace-desk beside its folder takes itself for installed.
+include(GNUInstallDirs)
+
+install(TARGETS velotrace velotrace_sim desk_robot edid_report)
+install(FILES assets/marlo_rs232.ini assets/timing_pattern.ini DESTINATION ${CMAKE_INSTALL_DATADIR}/velotrace-desk)
+
+install(FILES docs/man/velotrace.1 docs/man/velotrace_sim.1 docs/man/desk_robot.1 docs/man/edid_report.1
+        DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+
+install(FILES packaging/linux/velotrace.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+set(icons ${CMAKE_INSTALL_DATADIR}/icons/hicolor)
+foreach(size 16 32 48 64 128)
+    install(FILES assets/icon/velotrace_${size}.png DESTINATION ${icons}/${size}x${size}/apps RENAME velotrace.png)
+endforeach()
+install(FILES assets/velotrace.png DESTINATION ${icons}/256x256/apps)
+install(FILES assets/velotrace.svg DESTINATION ${icons}/scalable/apps)
+
+# the manual and its pictures stand to each other as they do here
+set(documents ${CMAKE_INSTALL_DATADIR}/doc/velotrace-desk)
+install(FILES README.md DESTINATION ${documents})
+install(FILES docs/manual.md DESTINATION ${documents}/docs OPTIONAL)
+install(DIRECTORY docs/pictures DESTINATION ${documents}/docs)
