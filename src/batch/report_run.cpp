@@ -92,7 +92,8 @@ private:
             throw runtime_failure(failure::path_file_access_error,
                                   utf8_from_path(path) + " is no report and is not replaced");
         }
-        replace_whole_file(path, result.report);
+        // thousands of waits for the disk would take minutes, and a report can be made again
+        replace_whole_file(path, result.report, outlives::killed_program);
         result.report.clear();
     }
 
@@ -153,6 +154,7 @@ bool run_reports(const input_files& inputs, const options& wanted, calendar& dat
     const std::size_t jobs =
         std::max<std::size_t>(wanted.jobs != 0 ? wanted.jobs : std::thread::hardware_concurrency(), 1);
     bool all_well = inputs.problems.empty();
+    if (!wanted.output_folder.empty()) remove_left_behind(path_from_utf8(wanted.output_folder));
     for (const std::string& problem : inputs.problems)
         output.message(problem);
     std::deque<reporter> reporters; // they stay where they are: their parts know each other

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "runtime/disk.h"
+
 #include <cstddef>
 #include <filesystem>
 #include <limits>
@@ -19,10 +21,17 @@ std::string read_whole_file(const std::filesystem::path& path,
 
 /// Replaces a file by `bytes`: written beside it under another name and renamed over it, so that the old or the new
 /// file stands at any moment, never half of one. Throws failure::path_file_access_error and leaves the old file.
-void replace_whole_file(const std::filesystem::path& path, std::string_view bytes);
+/// Where the folder lets nobody do that, but the file itself is open to writing, it is written over where it stands;
+/// then a program killed in the middle leaves a mixture.
+void replace_whole_file(const std::filesystem::path& path, std::string_view bytes,
+                        outlives worst = outlives::power_loss);
+
+/// Removes the files that killed programs have left in a folder before they could be renamed. replace_whole_file does
+/// so itself for what outlives the loss of power.
+void remove_left_behind(const std::filesystem::path& folder);
 
 /// Writes `bytes` into a file from its first byte on; one that is longer keeps its tail, one that is not there is made.
-/// Throws failure::path_file_access_error.
+/// It is on the disk then. Throws failure::path_file_access_error.
 void write_over_file(const std::filesystem::path& path, std::string_view bytes);
 
 } // namespace desk

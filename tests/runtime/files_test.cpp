@@ -6,14 +6,52 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <string>
 #include <vector>
+
+#include <unistd.h>
 
 namespace desk {
 namespace {
 
 using test::failure_of;
 using test::temporary_directory;
+
+void make_two_minutes_old(const std::filesystem::path& file) {
+    std::filesystem::last_write_time(file, std::filesystem::file_time_type::clock::now() - std::chrono::minutes(2));
+}
+
+void put_two_minutes_ago(const temporary_directory& directory, const std::string& name) {
+    directory.put(name, "half of a f");
+    make_two_minutes_old(directory / name);
+}
+
+/// While it lives, a folder takes no new files, though those in it are open to writing.
+class protected_folder {
+public:
+    explicit protected_folder(const std::filesystem::path& folder) : folder_(folder) {
+        using std::filesystem::perms;
+        for (const auto& file : std::filesystem::directory_iterator(folder_))
+            std::filesystem::permissions(file, perms::all);
+        std::filesystem::permissions(folder_, perms::owner_all | perms::group_all | perms::others_all);
+        std::filesystem::permissions(folder_, perms::owner_write | perms::group_write | perms::others_write,
+                                     std::filesystem::perm_options::remove);
+        // whoever may do everything is held up by no protection
+        EXPECT_EQ(::seteuid(user_ == 0 ? nobody : user_), 0);
+    }
+    protected_folder(const protected_folder&) = delete;
+    protected_folder& operator=(const protected_folder&) = delete;
+    ~protected_folder() {
+        EXPECT_EQ(::seteuid(user_), 0);
+        std::filesystem::permissions(folder_, std::filesystem::perms::owner_all);
+    }
+
+private:
+    static constexpr uid_t nobody = 65534;
+    std::filesystem::path folder_;
+    uid_t user_ = ::geteuid();
+};
 
 TEST(read_whole_file, gives_every_byte) {
     const temporary_directory directory;
@@ -177,6 +215,74 @@ TEST(replace_whole_file, touches_no_other_file_beside_it) {
     for (const std::string& name : others)
         EXPECT_EQ(directory.content(name), "mine") << name;
     EXPECT_EQ(directory.file_count(), 4U);
+}
+
+TEST(replace_whole_file, removes_what_killed_programs_have_left) {
+    const temporary_directory directory;
+    for (const char* left : {"velotrace00000000.new", "velotrace1A2B3C4D.new"})
+        put_two_minutes_ago(directory, left);
+    replace_whole_file(directory / "settings.ini", "new");
+    EXPECT_EQ(directory.file_count(), 1U);
+}
+
+TEST(replace_whole_file, leaves_what_another_program_may_be_writing) {
+    const temporary_directory directory;
+    directory.put("velotrace1A2B3C4D.new", "half of a f");
+    replace_whole_file(directory / "settings.ini", "new");
+    EXPECT_EQ(directory.content("velotrace1A2B3C4D.new"), "half of a f");
+}
+
+TEST(replace_whole_file, leaves_old_files_that_have_only_a_similar_name) {
+    const temporary_directory directory;
+    const std::vector<std::string> others = {
+        "velotrace1A2B3C4D",     "velotrace1A2B3C4.new",  "velotrace1A2B3C4DE.new", "velotrace1a2b3c4d.new",
+        "velotrace1A2B3C4G.new", "Velotrace1A2B3C4D.new", "velotrace1A2B3C4D.new~", "1A2B3C4D.new"};
+    for (const std::string& name : others)
+        put_two_minutes_ago(directory, name);
+    std::filesystem::create_directory(directory / "velotrace00000000.new");
+    make_two_minutes_old(directory / "velotrace00000000.new");
+    replace_whole_file(directory / "settings.ini", "new");
+    for (const std::string& name : others)
+        EXPECT_TRUE(directory.has(name)) << name;
+    EXPECT_EQ(directory.file_count(), others.size() + 2);
+}
+
+TEST(replace_whole_file, looks_for_nothing_where_thousands_are_written) {
+    const temporary_directory directory;
+    put_two_minutes_ago(directory, "velotrace1A2B3C4D.new");
+    replace_whole_file(directory / "report.txt", "new", outlives::killed_program);
+    EXPECT_EQ(directory.file_count(), 2U);
+    remove_left_behind(directory.path());
+    EXPECT_EQ(directory.file_count(), 1U);
+}
+
+TEST(remove_left_behind, passes_over_a_folder_that_is_not_there) {
+    const temporary_directory directory;
+    EXPECT_NO_THROW(remove_left_behind(directory / "none"));
+}
+
+TEST(replace_whole_file, writes_an_open_file_in_a_folder_that_takes_no_new_ones) {
+    const temporary_directory directory;
+    directory.put("old.hex", "a long text that stood here before");
+    directory.put("short.hex", "x");
+    const protected_folder closed(directory.path());
+    replace_whole_file(directory / "old.hex", "short");
+    replace_whole_file(directory / "short.hex", "a longer text");
+    EXPECT_EQ(directory.content("old.hex"), "short");
+    EXPECT_EQ(directory.content("short.hex"), "a longer text");
+    EXPECT_EQ(failure_of([&] { replace_whole_file(directory / "new.hex", "x"); }), failure::path_file_access_error);
+    EXPECT_EQ(directory.file_count(), 2U);
+}
+
+TEST(replace_whole_file, leaves_the_old_file_whole_there_where_the_disk_is_full) {
+    const temporary_directory directory;
+    const std::string old(200, 'o');
+    directory.put("old.hex", old);
+    const protected_folder closed(directory.path());
+    const test::file_size_limit disk_is_full(300);
+    EXPECT_EQ(failure_of([&] { replace_whole_file(directory / "old.hex", std::string(500, 'x')); }),
+              failure::path_file_access_error);
+    EXPECT_EQ(directory.content("old.hex"), old);
 }
 
 TEST(replace_whole_file, writes_to_a_device_and_leaves_it_one) {
