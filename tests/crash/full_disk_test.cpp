@@ -1,0 +1,28 @@
+// Saving onto a disk that gets full: the old file stays whole, and the operator goes on.
+
+#include "crash/saving_desk.h"
+#include "robot/robot.h"
+#include "support/file_size_limit.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace desk::test {
+namespace {
+
+TEST(a_full_disk, leaves_the_old_files_whole) {
+    const saving_desk desk(1);
+    desk.begin_again();
+    const file_size_limit disk_is_full(5);
+    robot::robot robot(desk.folder());
+    for (const std::string& line : desk.script()) {
+        EXPECT_EQ(robot.answer(line).substr(0, 2), "ok") << line;
+        ASSERT_EQ(desk.fault_after(0), "") << line;
+        ASSERT_EQ(desk.left_behind(), 0U) << line;
+    }
+    EXPECT_EQ(robot.answer("boxes").find("critical"), std::string::npos) << "a failed save is told nowhere";
+}
+
+} // namespace
+} // namespace desk::test

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "support/temporary_directory.h"
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace desk::test {
+
+/// A folder of the program, and a script in which an operator saves over and over: a HEX file, a report, and, by
+/// ending the program, the settings.
+class saving_desk {
+public:
+    explicit saving_desk(int rounds);
+
+    const std::vector<std::string>& script() const { return script_; }
+    std::filesystem::path folder() const { return directory_.path(); }
+    /// The script as a file, and the file for the answers to it.
+    std::filesystem::path script_file() const { return outside_ / "script"; }
+    std::filesystem::path answer_file() const { return outside_ / "answers"; }
+
+    /// Puts the folder back to what it was before the first line.
+    void begin_again() const;
+
+    /// What is wrong with the files of a desk that was ended after it had answered `answered` lines; empty: each is
+    /// whole, as it stood before or behind the line that was going on.
+    std::string fault_after(std::size_t answered) const;
+
+    /// How many files were left behind before they got their names.
+    std::size_t left_behind() const;
+
+private:
+    void add_round(const std::string& edid);
+    void add(const std::string& line) { script_.push_back(line); }
+    std::vector<std::string> saved_files() const;
+    std::string path_in_script(const std::string& name) const { return '"' + utf8_from_path(directory_ / name) + '"'; }
+
+    temporary_directory directory_;
+    temporary_directory outside_;
+    std::vector<std::string> script_;
+    std::vector<std::vector<std::string>> files_after_; // so many lines
+};
+
+} // namespace desk::test
