@@ -1,0 +1,112 @@
+#include "line_to_pull.h"
+
+#include "runtime/bytes.h"
+
+#include <chrono>
+
+#include <poll.h>
+
+namespace desk::gui {
+
+namespace {
+
+using std::chrono::milliseconds;
+
+double now_ms() {
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
+/// Longer than a turn of the desk's receiver: what was said has been read.
+constexpr milliseconds until_read(45);
+
+} // namespace
+
+void line_to_pull::plug() {
+    end_thread();
+    stream_ = {};
+    pulled_ = false;
+    moment_ = {};
+    terminal_.emplace();
+    std::filesystem::remove(link_);
+    std::filesystem::create_symlink(terminal_->name(), link_);
+    ending_ = false;
+    thread_ = std::thread([this] { serve(); });
+}
+
+void line_to_pull::pull_at(pull_moment moment) {
+    end_thread();
+    heard_ = 0;
+    said_ = 0;
+    moment_ = moment;
+    // without a byte before it, the cable is out when the operator begins
+    if (is_now(pull_moment::after::done, 0)) {
+        hang_up();
+        return;
+    }
+    ending_ = false;
+    thread_ = std::thread([this] { serve(); });
+}
+
+void line_to_pull::pull() {
+    end_thread();
+    if (!pulled_) hang_up();
+}
+
+void line_to_pull::hang_up() {
+    // the terminal's name may be another's by the time the desk looks for it again
+    std::filesystem::remove(link_);
+    std::filesystem::create_symlink("no_device", link_);
+    terminal_.reset();
+    pulled_ = true;
+}
+
+void line_to_pull::end_thread() {
+    ending_ = true;
+    if (thread_.joinable()) thread_.join();
+}
+
+void line_to_pull::serve() {
+    while (!ending_ && !pulled_) {
+        pollfd line{terminal_->descriptor(), POLLIN, 0};
+        if (::poll(&line, 1, 5) <= 0) continue;
+        for (const std::uint8_t byte : terminal_->read()) {
+            if (!pulled_) hear(byte);
+        }
+    }
+}
+
+bool line_to_pull::is_now(pull_moment::after what, std::size_t count) const {
+    return moment_.what == what && moment_.bytes == count;
+}
+
+void line_to_pull::hear(std::uint8_t byte) {
+    if (is_now(pull_moment::after::done, heard_)) return hang_up();
+    if (is_now(pull_moment::after::heard, ++heard_)) return hang_up();
+    stream_.receive(string_of({byte}), now_ms());
+    while (const std::optional<stream_item> item = stream_.next()) {
+        if (item->raw) return say(generator.raw_block(last_command_, bytes_of(item->data)));
+        last_command_ = item->data;
+        say(generator.command(item->data));
+        if (const std::size_t count = simulated_generator::raw_block_after(item->data))
+            stream_.expect_raw(count, now_ms());
+    }
+}
+
+void line_to_pull::say(const answer& parts) {
+    for (const answer_part& part : parts) {
+        std::this_thread::sleep_for(std::chrono::duration<double, std::milli>(part.pause_ms));
+        if (!pulled_) say(part.data);
+    }
+}
+
+void line_to_pull::say(const bytes& data) {
+    const bool last = moment_.what == pull_moment::after::said && moment_.bytes <= said_ + data.size();
+    const std::size_t count = last ? moment_.bytes - said_ : data.size();
+    terminal_->write(bytes(data.begin(), data.begin() + static_cast<std::ptrdiff_t>(count)));
+    said_ += count;
+    if (!last) return;
+    std::this_thread::sleep_for(until_read);
+    hang_up();
+}
+
+} // namespace desk::gui

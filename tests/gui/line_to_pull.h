@@ -1,0 +1,67 @@
+#pragma once
+
+#include "generator/command_stream.h"
+#include "generator/pseudo_terminal.h"
+#include "generator/simulated_generator.h"
+
+#include <atomic>
+#include <cstddef>
+#include <filesystem>
+#include <optional>
+#include <thread>
+
+namespace desk::gui {
+
+/// The moment in a transfer at which the cable is pulled, counted in bytes from the transfer's beginning.
+struct pull_moment {
+    enum class after {
+        never,
+        heard, ///< so many bytes from the desk, before anything is answered
+        done,  ///< so many bytes from the desk, and their answers: when the next byte comes
+        said   ///< so many bytes to the desk
+    };
+    after what = after::never;
+    std::size_t bytes = 0;
+};
+
+/// A simulated generator on a pseudo terminal behind a port's link, and a hand on its cable. It works in a thread of
+/// its own, so that the cable can be pulled while the desk does not let events run.
+class line_to_pull {
+public:
+    explicit line_to_pull(std::filesystem::path link) : link_(std::move(link)) { plug(); }
+    ~line_to_pull() { end_thread(); }
+    line_to_pull(const line_to_pull&) = delete;
+    line_to_pull& operator=(const line_to_pull&) = delete;
+
+    /// Puts the generator, with all that it remembers, on a new terminal.
+    void plug();
+    /// A transfer begins here; the cable is pulled at this moment of it.
+    void pull_at(pull_moment moment);
+    /// Pulls the cable now.
+    void pull();
+    bool is_pulled() const { return pulled_; }
+
+    simulated_generator generator{79, 64};
+
+private:
+    void serve();
+    void hear(std::uint8_t byte);
+    void say(const answer& parts);
+    void say(const bytes& data);
+    bool is_now(pull_moment::after what, std::size_t count) const;
+    void hang_up();
+    void end_thread();
+
+    std::filesystem::path link_;
+    std::optional<pseudo_terminal> terminal_;
+    command_stream stream_;
+    std::string last_command_;
+    pull_moment moment_;
+    std::size_t heard_ = 0;
+    std::size_t said_ = 0;
+    std::atomic<bool> pulled_ = false;
+    std::atomic<bool> ending_ = false;
+    std::thread thread_;
+};
+
+} // namespace desk::gui
