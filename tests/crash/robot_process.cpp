@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <cstdint>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -17,8 +18,14 @@ namespace desk::test {
 
 namespace {
 
+/// Whether a descriptor is one of the desk's files: not its answers, and no pipe of the sanitizers.
+bool is_saved_file(pid_t thread, std::uint64_t descriptor) {
+    const std::string link = "/proc/" + std::to_string(thread) + "/fd/" + std::to_string(descriptor);
+    return descriptor > STDERR_FILENO && std::filesystem::is_regular_file(link);
+}
+
 /// The name of a call that changes files; empty for any other.
-std::string changing_call(const __ptrace_syscall_info& info) {
+std::string changing_call(pid_t thread, const __ptrace_syscall_info& info) {
     const auto flags = static_cast<int>(info.entry.args[2]);
     switch (info.entry.nr) {
     case SYS_openat:
@@ -26,7 +33,7 @@ std::string changing_call(const __ptrace_syscall_info& info) {
         return (flags & O_TRUNC) != 0 ? "cut" : "";
     case SYS_write:
     case SYS_writev:
-        return info.entry.args[0] > STDERR_FILENO ? "write" : "";
+        return is_saved_file(thread, info.entry.args[0]) ? "write" : "";
     case SYS_fsync:
     case SYS_fdatasync:
         return "flush";
@@ -114,7 +121,7 @@ std::string robot_process::run_to_call() {
         __ptrace_syscall_info info{};
         ::ptrace(PTRACE_GET_SYSCALL_INFO, stopped_, sizeof info, &info);
         if (info.op != PTRACE_SYSCALL_INFO_ENTRY) continue;
-        if (const std::string name = changing_call(info); !name.empty()) return name;
+        if (const std::string name = changing_call(stopped_, info); !name.empty()) return name;
     }
 }
 
