@@ -344,6 +344,15 @@ TEST_F(run_into_folder, writes_no_report_that_fails) {
     EXPECT_EQ(written_count(), 0U);
 }
 
+TEST_F(run_into_folder, removes_what_a_run_that_was_broken_off_has_left) {
+    put("a.bin", usual_edid());
+    directory.put("out/velotrace1A2B3C4D.new", "EDID Analy");
+    std::filesystem::last_write_time(directory / "out/velotrace1A2B3C4D.new",
+                                     std::filesystem::file_time_type::clock::now() - std::chrono::minutes(2));
+    EXPECT_TRUE(run({"a.bin"}, 1, "out"));
+    EXPECT_EQ(written_count(), 1U);
+}
+
 TEST_F(run_into_folder, writes_over_the_report_of_an_earlier_run) {
     put("a.bin", usual_edid());
     directory.put("out/a.txt", "EDID Analysis Report \r\nof another day");
