@@ -18,8 +18,8 @@ public:
     /// Opens a file, replaces it whole and closes it. Throws failure::file_already_open, or
     /// failure::path_file_access_error, which leaves an old file as it was.
     void replace(const std::string& path, std::string_view bytes) const;
-    /// Opens a file, writes from its first byte on without cutting it, and closes it. Throws the same; the old bytes
-    /// are then written over as far as it went.
+    /// Opens a file, writes from its first byte on without cutting it, and closes it. Throws the same, and
+    /// leaves an old file as it was.
     void write_over(const std::string& path, std::string_view bytes) const;
 
 private:

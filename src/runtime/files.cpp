@@ -50,10 +50,8 @@ runtime_failure not_written(const std::filesystem::path& path, const std::error_
 }
 
 void write_over(const std::filesystem::path& path, std::string_view bytes) {
-    // opened for reading too, it is not cut; what is not there has to be made first
-    std::error_code error;
-    const auto reading = std::filesystem::exists(path, error) ? std::ios::in : std::ios::openmode();
-    std::fstream file(path, std::ios::binary | std::ios::out | reading);
+    // opened for reading too, it is not cut
+    std::fstream file(path, std::ios::binary | std::ios::out | std::ios::in);
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     file.close();
     if (!file) throw not_written(path);
@@ -172,10 +170,13 @@ void replace_whole_file(const std::filesystem::path& path, std::string_view byte
 }
 
 void write_over_file(const std::filesystem::path& path, std::string_view bytes) {
-    write_over(path, bytes);
+    std::string content(bytes);
     std::error_code error;
-    if (std::filesystem::is_regular_file(path, error)) error = flush_to_disk(path);
-    if (error) throw not_written(path, error);
+    if (std::filesystem::is_regular_file(path, error)) {
+        const std::string old = read_whole_file(path);
+        if (old.size() > content.size()) content.append(old, content.size());
+    }
+    replace_whole_file(path, content);
 }
 
 } // namespace desk

@@ -30,8 +30,8 @@ void replace_whole_file(const std::filesystem::path& path, std::string_view byte
 /// so itself for what outlives the loss of power.
 void remove_left_behind(const std::filesystem::path& folder);
 
-/// Writes `bytes` into a file from its first byte on; one that is longer keeps its tail, one that is not there is made.
-/// It is on the disk then. Throws failure::path_file_access_error.
+/// Puts `bytes` in the place of a file's first ones; one that is longer keeps its tail, one that is not there is made.
+/// The file is replaced whole, as above. Throws failure::path_file_access_error and leaves the old file.
 void write_over_file(const std::filesystem::path& path, std::string_view bytes);
 
 } // namespace desk

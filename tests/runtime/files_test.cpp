@@ -195,13 +195,14 @@ TEST(write_over_file, fails_where_no_file_can_be) {
     EXPECT_EQ(directory.content("file"), "no folder");
 }
 
-TEST(write_over_file, fails_half_way_where_the_disk_is_full) {
+TEST(write_over_file, leaves_the_old_file_where_the_disk_is_full) {
     const temporary_directory directory;
     directory.put("old.bin", std::string(1000, 'o'));
     const test::file_size_limit disk_is_full(100);
     EXPECT_EQ(failure_of([&] { write_over_file(directory / "old.bin", std::string(500, 'n')); }),
               failure::path_file_access_error);
-    EXPECT_EQ(directory.content("old.bin"), std::string(100, 'n') + std::string(900, 'o'));
+    EXPECT_EQ(directory.content("old.bin"), std::string(1000, 'o'));
+    EXPECT_EQ(directory.file_count(), 1U);
 }
 
 TEST(replace_whole_file, touches_no_other_file_beside_it) {
