@@ -28,18 +28,23 @@ public:
     /// What must have reached the desk by now and was not taken yet. Call it whenever `next_due_ns` has come.
     bytes take_due(std::int64_t now_ns);
 
-    /// When a byte arrives at either end next, or none where the line is idle.
+    /// When a byte arrives at either end next or the cable comes back, or none where the line is idle.
     std::optional<std::int64_t> next_due_ns() const;
 
     /// The traffic since the last call, a line each: "> TIM007" from the desk, "< TIM007" to it, once the last byte
-    /// has arrived. What is not all printable stands as "hex:" and hexadecimal digits.
+    /// has arrived. What is not all printable stands as "hex:" and hexadecimal digits. "! garble" is what chance does
+    /// to the answer that is to come.
     std::vector<std::string> take_log();
 
     /// The cable is out: what was on the line is lost.
     void cut();
 
+    /// Whether chance has pulled the cable out and not put it back yet.
+    bool absent(std::int64_t now_ns) const { return absent_until_ns_ && now_ns < *absent_until_ns_; }
+
 private:
     void hear(const bytes& data, std::int64_t now_ns);
+    void answer_item(const stream_item& item, std::int64_t now_ns);
     void log_answers(std::int64_t now_ns);
 
     misbehaviour& generator_;
@@ -47,6 +52,7 @@ private:
     paced_line to_desk_;
     command_stream stream_;
     std::string last_command_; // the one that a raw block belongs to
+    std::optional<std::int64_t> absent_until_ns_;
     std::vector<std::string> log_;
 };
 

@@ -16,12 +16,14 @@ struct autorun_row {
     int timing = 1;
     int pattern = 1;
     int interval_s = 0;
+    bool operator==(const autorun_row&) const = default;
 };
 
 /// What hangs on one connector. Without an EDID (256 bytes) every access ends in a DDC error.
 struct edid_sink {
     std::optional<bytes> edid;
     bool write_protected = false;
+    bool operator==(const edid_sink&) const = default;
 };
 
 inline constexpr std::size_t autorun_row_count = 32;
@@ -56,6 +58,8 @@ struct generator_settings {
 
     int chosen_autorun_row = 1; // ATN: 1 to 32
     int chosen_sink = 1;        // ESC: 1 HDMI/DVI OUT, 2 HDMI/DVI IN, 3 VGA OUT
+
+    bool operator==(const generator_settings&) const = default;
 };
 
 /// All that the simulated generator remembers.
@@ -68,6 +72,8 @@ struct generator_state : generator_settings {
     double data_ms = 100;   // between the answer to ERD001 and the data
     double write_ms = 20;   // before the result of an EDID write
     double erase_ms = 3000; // before the result of an EDID erase; the desk takes less than 50 for part of the echo
+
+    bool operator==(const generator_state&) const = default;
 };
 
 } // namespace desk

@@ -18,6 +18,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <fcntl.h>
@@ -62,7 +63,9 @@ void fill_standard_descriptors() {
 
 class simulator {
 public:
-    explicit simulator(const sim_options& options) : options_(options), generator_(options.timings, options.patterns) {}
+    explicit simulator(const sim_options& options) : options_(options), generator_(options.timings, options.patterns) {
+        misbehaviour_.follow(options.faults);
+    }
 
     /// Returns when a signal or the operator ends it.
     void run() {
@@ -87,11 +90,22 @@ private:
     void serve_line() {
         const bytes due = line_.take_due(now_ns());
         if (terminal_) terminal_->write(due);
+        show_traffic();
+        follow_cable();
+    }
+
+    void show_traffic() {
         const std::vector<std::string> log = line_.take_log();
         if (options_.quiet || log.empty()) return;
         for (const std::string& entry : log)
             std::cout << entry << '\n';
         std::cout.flush();
+    }
+
+    void follow_cable() {
+        const bool was_absent = std::exchange(absent_, line_.absent(now_ns()));
+        if (absent_ && terminal_) unplug();
+        if (was_absent && !absent_ && !misbehaviour_.unplugged()) plug_or_tell();
     }
 
     void wait(std::array<pollfd, 4>& polled) const {
@@ -131,7 +145,10 @@ private:
             unplug();
             return;
         }
-        if (terminal_) return;
+        if (!terminal_ && !absent_) plug_or_tell();
+    }
+
+    void plug_or_tell() {
         try {
             plug();
         } catch (const runtime_failure& f) {
@@ -162,6 +179,7 @@ private:
     generator_on_line line_{misbehaviour_};
     std::optional<pseudo_terminal> terminal_;
     std::optional<terminal_link> link_; // behind the terminal: goes before its name can be given to another
+    bool absent_ = false;               // the cable is out by chance
     int input_ = STDIN_FILENO;
     std::string typed_;
 };

@@ -21,24 +21,40 @@ namespace {
 constexpr int most_answers = 9999;
 constexpr int longest_ms = 600000;
 
-constexpr std::string_view help_text = "drop [N]            the next N answers are lost (1)\n"
-                                       "garble [N]          the next N answers have one byte changed (1)\n"
-                                       "delay MS [N]        the next N answers come MS milliseconds late (1)\n"
-                                       "short BYTES [N]     the next N answers lack their last BYTES bytes (1)\n"
-                                       "refuse CMD ANSWER   CMD is not carried out but answered with ANSWER\n"
-                                       "refuse CMD none     CMD is not carried out and not answered\n"
-                                       "refuse CMD off      ends that; refuse off ends all of them\n"
-                                       "silent / speak      answers nothing / answers again\n"
-                                       "unplug / plug       takes the generator off the line / puts it back\n"
-                                       "sink N              shows the bytes of sink N\n"
-                                       "sink N FILE         sink N (1 to 3) holds the EDID of FILE\n"
-                                       "sink N first        sink N holds the EDID it had at the start\n"
-                                       "sink N none         takes sink N away\n"
-                                       "protect N on|off    write protection of sink N\n"
-                                       "erase MS            how long an EDID erase takes\n"
-                                       "think MS            the pause before each answer\n"
-                                       "state               shows what the generator remembers\n"
-                                       "quit                ends the program";
+constexpr std::string_view help_text =
+    "drop [N]            the next N answers are lost (1)\n"
+    "garble [N]          the next N answers have one byte changed (1)\n"
+    "delay MS [N]        the next N answers come MS milliseconds late (1)\n"
+    "short BYTES [N]     the next N answers lack their last BYTES bytes (1)\n"
+    "refuse CMD ANSWER   CMD is not carried out but answered with ANSWER\n"
+    "refuse CMD none     CMD is not carried out and not answered\n"
+    "refuse CMD off      ends that; refuse off ends all of them\n"
+    "faults RATE [seed N] [KIND...]\n"
+    "                    RATE of 100 answers go wrong, by chance; the same seed does\n"
+    "                    the same again. KIND, one or more of them, or all:\n"
+    "                      drop      the answer is lost\n"
+    "                      repeat    it comes twice\n"
+    "                      garble    up to three of its bytes are wrong\n"
+    "                      delay     it comes up to 700 ms late\n"
+    "                      late      it comes 800 to 3000 ms late\n"
+    "                      short     its end is missing\n"
+    "                      long      other bytes follow it\n"
+    "                      silent    it and up to eight more are lost\n"
+    "                      unplug    the cable is out for up to 5 seconds\n"
+    "                      forget    it is right, but nothing was stored\n"
+    "                      miswrite  it is right, but something else was stored\n"
+    "faults off          ends that\n"
+    "silent / speak      answers nothing / answers again\n"
+    "unplug / plug       takes the generator off the line / puts it back\n"
+    "sink N              shows the bytes of sink N\n"
+    "sink N FILE         sink N (1 to 3) holds the EDID of FILE\n"
+    "sink N first        sink N holds the EDID it had at the start\n"
+    "sink N none         takes sink N away\n"
+    "protect N on|off    write protection of sink N\n"
+    "erase MS            how long an EDID erase takes\n"
+    "think MS            the pause before each answer\n"
+    "state               shows what the generator remembers\n"
+    "quit                ends the program";
 
 /// A line that can't be carried out.
 class bad_line : public std::runtime_error {
@@ -130,6 +146,7 @@ std::string misbehaviour::carry_out(const words& line) {
     if (name == "delay") return delay(line);
     if (name == "short") return shorten(line);
     if (name == "refuse") return refuse(line);
+    if (name == "faults") return faults(line);
     if (name == "sink") return sink(line);
     if (name == "protect") return protect(line);
     if (name == "erase") return erase_time(line);
@@ -203,6 +220,11 @@ std::string misbehaviour::refuse(const words& line) {
     return command + " is answered with " + std::string(line[2]) + ".";
 }
 
+std::string misbehaviour::faults(const words& line) {
+    faulty_.follow(fault_plan_of({line.begin() + 1, line.end()}));
+    return faulty_.plan().text();
+}
+
 std::string misbehaviour::sink(const words& line) {
     check_count(line, 2, 3);
     const int number = number_of(line[1], 1, static_cast<int>(sink_count));
@@ -247,21 +269,30 @@ std::string misbehaviour::state_text() const {
             std::to_string(delays_) + " to delay, " + std::to_string(shorts_) + " to shorten";
     for (const auto& [command, instead] : refusals_)
         text.append("\nrefuses ").append(command).append(" with ").append(instead.empty() ? "silence" : instead);
+    text.append("\n").append(faulty_.plan().text());
+    for (const auto& [kind, count] : faulty_.counts())
+        text.append("\n  ").append(fault_name(kind)).append(": ").append(std::to_string(count));
     return text;
 }
 
 answer misbehaviour::command(std::string_view six) {
+    last_fault_ = fault::none;
     if (const auto found = refusals_.find(six); found != refusals_.end()) {
         if (found->second.empty()) return {};
         return bend({{generator_.state.think_ms, bytes_of(found->second)}});
     }
-    return bend(generator_.command(six));
+    answer parts = faulty_.command(six);
+    last_fault_ = faulty_.last();
+    return bend(std::move(parts));
 }
 
 answer misbehaviour::raw_block(std::string_view command, const bytes& block) {
+    last_fault_ = fault::none;
     // the block of a refused command still comes, and goes nowhere
     if (refusals_.find(command) != refusals_.end()) return {};
-    return bend(generator_.raw_block(command, block));
+    answer parts = faulty_.raw_block(command, block);
+    last_fault_ = faulty_.last();
+    return bend(std::move(parts));
 }
 
 answer misbehaviour::bend(answer parts) {

@@ -4,6 +4,8 @@
 #include "runtime/files.h"
 
 #include <charconv>
+#include <iterator>
+#include <sstream>
 #include <system_error>
 
 namespace desk {
@@ -25,6 +27,12 @@ int count_of(const std::string& option, const std::string& word) {
     return count;
 }
 
+fault_plan faults_of(const std::string& argument) {
+    std::istringstream text(argument);
+    const std::vector<std::string> words{std::istream_iterator<std::string>(text), {}};
+    return fault_plan_of({words.begin(), words.end()});
+}
+
 } // namespace
 
 sim_options sim_options_of(const std::vector<std::string>& arguments) {
@@ -38,6 +46,9 @@ sim_options sim_options_of(const std::vector<std::string>& arguments) {
         } else if (word == "--timings" || word == "--patterns") {
             if (++i == arguments.size()) not_understood(word + " needs a number");
             (word == "--timings" ? options.timings : options.patterns) = count_of(word, arguments[i]);
+        } else if (word == "--faults") {
+            if (++i == arguments.size()) not_understood("--faults needs a rate");
+            options.faults = faults_of(arguments[i]);
         } else if (word.empty() || word.front() == '-') {
             not_understood("unknown option \"" + word + "\"");
         } else if (!options.link.empty()) {
@@ -50,7 +61,8 @@ sim_options sim_options_of(const std::vector<std::string>& arguments) {
 }
 
 std::string_view sim_help() {
-    return "usage: velotrace_sim [--timings N] [--patterns N] [--quiet] [LINK]\n"
+    return "usage: velotrace_sim [--timings N] [--patterns N] [--faults FAULTS] [--quiet]\n"
+           "                     [LINK]\n"
            "\n"
            "A simulated generator on a pseudo terminal. LINK becomes a symbolic link to the\n"
            "terminal; a desk finds its port N as the link comN in its own directory. Without\n"
@@ -58,6 +70,9 @@ std::string_view sim_help() {
            "\n"
            "  --timings N   number of timings in the generator's catalogue\n"
            "  --patterns N  number of patterns\n"
+           "  --faults FAULTS\n"
+           "                answers go wrong by chance: \"20 seed 7 drop late\", as the line\n"
+           "                \"faults\" takes it\n"
            "  --quiet       do not show the traffic\n"
            "  --help        this text\n"
            "\n"

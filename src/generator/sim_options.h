@@ -1,6 +1,7 @@
 #pragma once
 
 #include "generator/catalogue_size.h"
+#include "generator/fault_plan.h"
 
 #include <filesystem>
 #include <string>
@@ -13,6 +14,7 @@ namespace desk {
 struct sim_options {
     int timings = shipped_timing_count;
     int patterns = shipped_pattern_count;
+    fault_plan faults;
     bool quiet = false;
     bool help = false;
     std::filesystem::path link; // empty: port 1 of the desk

@@ -12,8 +12,6 @@ namespace desk {
 
 namespace {
 
-constexpr int query = 999;
-
 std::string three_digits(int value) {
     std::string text = std::to_string(value);
     text.insert(0, 3 - std::min<std::size_t>(3, text.size()), '0');

@@ -14,6 +14,9 @@ namespace desk {
 /// stand in the answers.
 class simulated_generator {
 public:
+    /// The argument that asks for a value and sets none.
+    static constexpr int query = 999;
+
     /// Starts with the power-on values and a sink on each connector. Throws as `set_catalogue_size`.
     simulated_generator(int timing_count, int pattern_count);
 

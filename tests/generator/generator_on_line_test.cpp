@@ -127,6 +127,33 @@ TEST_F(generator_on_line_test, a_cut_loses_what_is_on_the_line) {
     EXPECT_EQ(run(100 * ms), "OUT002");
 }
 
+TEST_F(generator_on_line_test, logs_what_chance_does) {
+    bent.take_line("faults 100 drop");
+    write("TIM007");
+    EXPECT_EQ(run(100 * ms), "");
+    EXPECT_EQ(line.take_log(), (texts{"> TIM007", "! drop"}));
+}
+
+TEST_F(generator_on_line_test, is_absent_while_the_cable_is_out_by_chance) {
+    bent.take_line("faults 100 unplug");
+    write("TIM007PAT005");
+    EXPECT_FALSE(line.absent(now_ns));
+    EXPECT_EQ(run(100 * ms), "");
+    EXPECT_TRUE(line.absent(now_ns));
+    EXPECT_EQ(line.take_log(), (texts{"> TIM007", "! unplug"})) << "the rest was still on the line";
+    bent.take_line("faults off");
+    write("OUT002");
+    // it is out for 200 to 5000 ms
+    EXPECT_EQ(run(99 * ms), "");
+    EXPECT_TRUE(line.absent(now_ns));
+    EXPECT_TRUE(line.next_due_ns()) << "somebody has to put it back";
+    EXPECT_EQ(run(5000 * ms), "");
+    EXPECT_FALSE(line.absent(now_ns));
+    EXPECT_FALSE(line.next_due_ns());
+    write("OUT003");
+    EXPECT_EQ(run(100 * ms), "OUT003");
+}
+
 TEST_F(generator_on_line_test, makes_a_desk_wait_that_writes_too_fast) {
     EXPECT_TRUE(line.ready_for_more(now_ns));
     write(std::string(600, 'x'));

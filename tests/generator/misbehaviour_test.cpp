@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 
@@ -168,8 +169,8 @@ TEST_F(misbehaviour_test, changes_sinks) {
     const auto file = std::filesystem::temp_directory_path() / "velotrace sink test.bin";
     replace_whole_file(file, std::string(128, 'a'));
     line.take_line("sink 3 " + utf8_from_path(file));
-    bytes expected(128, 'a');
-    expected.resize(256, 0xFF);
+    bytes expected(256, 0xFF);
+    std::fill_n(expected.begin(), 128, 'a');
     EXPECT_EQ(generator.state.sinks[2].edid, expected);
 
     replace_whole_file(file, std::string(129, 'a'));
@@ -218,9 +219,33 @@ TEST_F(misbehaviour_test, shows_the_state) {
 
 TEST_F(misbehaviour_test, helps_with_every_command) {
     const std::string text = line.take_line("help");
-    for (const char* name : {"drop", "garble", "delay", "refuse", "silent", "speak", "unplug", "plug", "sink",
+    for (const char* name : {"drop", "garble", "delay", "refuse", "faults", "silent", "speak", "unplug", "plug", "sink",
                              "protect", "erase", "think", "state", "quit"})
         EXPECT_NE(text.find(name), std::string::npos) << name;
+    for (const fault f : all_faults)
+        EXPECT_NE(text.find("  " + std::string(fault_name(f)) + "  "), std::string::npos) << fault_name(f);
+}
+
+TEST_F(misbehaviour_test, spoils_answers_by_chance) {
+    EXPECT_EQ(line.take_line("faults 100 seed 7 drop"), "100 of 100 answers go wrong, seed 7: drop");
+    EXPECT_EQ(tell("TIM007"), "");
+    EXPECT_EQ(line.last_fault(), fault::drop);
+    EXPECT_NE(line.take_line("state").find("\n100 of 100 answers go wrong, seed 7: drop\n  drop: 1"),
+              std::string::npos);
+    line.take_line("faults 100 forget");
+    EXPECT_EQ(text_of(line.raw_block("EWR001", bytes(256, 1))), "EWR002");
+    EXPECT_NE(generator.state.sinks[0].edid, bytes(256, 1));
+    EXPECT_EQ(line.take_line("faults off"), "Nothing goes wrong by chance.");
+    EXPECT_EQ(tell("TIM008"), "TIM008");
+    EXPECT_EQ(tell("TIM999"), "TIM008");
+}
+
+TEST_F(misbehaviour_test, tells_no_fault_of_chance_where_a_command_is_refused) {
+    line.take_line("faults 100 drop");
+    tell("TIM007");
+    line.take_line("refuse TIM008 TIM001");
+    EXPECT_EQ(tell("TIM008"), "TIM001");
+    EXPECT_EQ(line.last_fault(), fault::none);
 }
 
 TEST_F(misbehaviour_test, changes_nothing_on_a_bad_line) {
@@ -244,6 +269,12 @@ TEST_F(misbehaviour_test, changes_nothing_on_a_bad_line) {
                             "sink 4 none",
                             "sink x none",
                             "sink 1 /no/such/file",
+                            "faults",
+                            "faults x",
+                            "faults 101",
+                            "faults 5 seed",
+                            "faults 5 lies",
+                            "faults off now",
                             "protect 1",
                             "protect 1 yes",
                             "protect 9 on",

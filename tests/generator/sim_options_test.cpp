@@ -19,6 +19,16 @@ TEST(sim_options, has_defaults) {
     EXPECT_FALSE(options.quiet);
     EXPECT_FALSE(options.help);
     EXPECT_TRUE(options.link.empty());
+    EXPECT_TRUE(options.faults.idle());
+}
+
+TEST(sim_options, reads_what_shall_go_wrong_by_chance) {
+    const sim_options options = sim_options_of({"--faults", " 20 seed 7  drop late ", "com1"});
+    EXPECT_EQ(options.faults.text(), "20 of 100 answers go wrong, seed 7: drop late");
+    EXPECT_EQ(options.link, "com1");
+    for (const words& line : {words{"--faults"}, words{"--faults", ""}, words{"--faults", "x"},
+                              words{"--faults", "20 lies"}, words{"--faults", "--quiet"}})
+        EXPECT_THROW(sim_options_of(line), runtime_failure) << line.back();
 }
 
 TEST(sim_options, reads_all_options) {
