@@ -6,6 +6,30 @@ namespace {
 
 constexpr const char* bad_words = "the command's words are off";
 
+json counts_of(const faulty_generator& generator) {
+    json counts = json::object();
+    for (const auto& [kind, count] : generator.counts())
+        counts[std::string(fault_name(kind))] = count;
+    return counts;
+}
+
+/// What "RATE SEED [KIND...]" or "off" asks for; nothing for other words.
+std::optional<fault_plan> fault_plan_in(const std::vector<word>& words) {
+    std::vector<std::string_view> asked;
+    for (std::size_t i = 1; i < words.size(); ++i) {
+        if (words[i].quoted) return std::nullopt;
+        if (i == 2) asked.emplace_back("seed");
+        asked.push_back(words[i].text);
+    }
+    const bool off = asked.size() == 1 && asked.front() == "off";
+    if (!off && asked.size() < 3) return std::nullopt;
+    try {
+        return fault_plan_of(asked);
+    } catch (const runtime_failure&) {
+        return std::nullopt;
+    }
+}
+
 } // namespace
 
 void robot::add_generator_commands() {
@@ -13,6 +37,13 @@ void robot::add_generator_commands() {
     anytime_["generator"] = [this](words_in w) {
         if (w.size() != 2 || (w[1].text != "silent" && w[1].text != "simulated")) return refused(bad_words);
         line_.simulated_answers = w[1].text == "simulated";
+        return ok();
+    };
+    anytime_["faults"] = [this](words_in w) {
+        if (w.size() == 1) return ok(counts_of(line_.faulty));
+        auto plan = fault_plan_in(w);
+        if (!plan) return refused(bad_words);
+        line_.faulty.follow(std::move(*plan));
         return ok();
     };
     anytime_["sink"] = [this](words_in w) { return sink(w); };

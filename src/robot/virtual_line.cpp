@@ -4,6 +4,7 @@
 #include "runtime/failure.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace desk::robot {
 
@@ -18,13 +19,23 @@ std::string log_text(const char* direction, std::string_view data) {
 
 void virtual_line::set_port(int number, port_state state) {
     states_.at(static_cast<std::size_t>(number)) = state;
-    if (number == open_ && state == port_state::gone) {
-        let_arrive();
-        vanished_ = true;
-        waiting_.clear();
-        unsent_ = 0;
-        from_generator_.clear();
-    }
+    back_at_ms_.at(static_cast<std::size_t>(number)) = 0;
+    if (number == open_ && state == port_state::gone) lose_device();
+}
+
+void virtual_line::lose_device() {
+    let_arrive();
+    vanished_ = true;
+    waiting_.clear();
+    unsent_ = 0;
+    from_generator_.clear();
+}
+
+void virtual_line::pull_cable_by_chance() {
+    const std::optional<int> ms = faulty.take_absence_ms();
+    if (!ms) return;
+    back_at_ms_.at(static_cast<std::size_t>(open_)) = events_.clock_ms() + *ms;
+    lose_device();
 }
 
 void virtual_line::say(const answer& parts) {
@@ -36,13 +47,15 @@ void virtual_line::unplug() {
     close();
     from_generator_ = {};
     to_generator_free_ns_ = 0;
+    back_at_ms_.fill(0);
 }
 
 void virtual_line::open(int number) {
     close();
     const bool there = number >= 1 && number <= 8;
     if (!there || states_.at(static_cast<std::size_t>(number)) == port_state::missing ||
-        states_.at(static_cast<std::size_t>(number)) == port_state::gone)
+        states_.at(static_cast<std::size_t>(number)) == port_state::gone ||
+        events_.clock_ms() < back_at_ms_.at(static_cast<std::size_t>(number)))
         throw runtime_failure(failure::path_file_access_error, "COM" + std::to_string(number) + " can't be opened");
     open_ = number;
     // what is still on its way to another port never comes in here
@@ -93,6 +106,7 @@ void virtual_line::write(const bytes& data) {
     to_generator_free_ns_ =
         std::max(to_generator_free_ns_, now_ns()) + static_cast<std::int64_t>(data.size()) * paced_line::byte_ns;
     deliver(data, to_generator_free_ns_);
+    pull_cable_by_chance();
 }
 
 void virtual_line::deliver(const bytes& data, std::int64_t at_ns) {
@@ -118,12 +132,12 @@ void virtual_line::deliver(const bytes& data, std::int64_t at_ns) {
 
 answer virtual_line::answer_to(const std::string& command) {
     if (const auto scripted = script.take(command)) return scripted->to(command);
-    return simulated_answers ? simulated.command(command) : answer{};
+    return simulated_answers ? faulty.command(command) : answer{};
 }
 
 answer virtual_line::answer_to_raw(const bytes& block) {
     if (const auto scripted = script.take_raw()) return scripted->to("");
-    return simulated_answers ? simulated.raw_block(raw_command_, block) : answer{};
+    return simulated_answers ? faulty.raw_block(raw_command_, block) : answer{};
 }
 
 void virtual_line::let_arrive() {

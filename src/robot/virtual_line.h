@@ -1,6 +1,7 @@
 #pragma once
 
 #include "generator/catalogue_size.h"
+#include "generator/faulty_generator.h"
 #include "generator/paced_line.h"
 #include "generator/simulated_generator.h"
 #include "platform/event_pump.h"
@@ -22,6 +23,7 @@ public:
 
     reply_script script;
     simulated_generator simulated{shipped_timing_count, shipped_pattern_count};
+    faulty_generator faulty{simulated}; ///< what answers for it
     bool simulated_answers = false;
 
     void set_port(int number, port_state state);
@@ -49,6 +51,8 @@ private:
     port_state state() const { return states_.at(static_cast<std::size_t>(open_)); }
     bool alive() const { return open_ != 0 && !vanished_; }
     void let_arrive();
+    void lose_device();
+    void pull_cable_by_chance();
     void log_write(const bytes& data);
     void deliver(const bytes& data, std::int64_t at_ns);
     answer answer_to(const std::string& command);
@@ -56,9 +60,10 @@ private:
 
     event_pump& events_;
     std::array<port_state, 9> states_{};
-    int open_ = 0;          // number of the open port; 0: none
-    int cable_in_ = 0;      // number of the port opened last
-    bool vanished_ = false; // the device of the open port has gone meanwhile
+    std::array<std::int64_t, 9> back_at_ms_{}; // of ports whose cable chance has pulled out
+    int open_ = 0;                             // number of the open port; 0: none
+    int cable_in_ = 0;                         // number of the port opened last
+    bool vanished_ = false;                    // the device of the open port has gone meanwhile
     paced_line from_generator_;
     std::int64_t to_generator_free_ns_ = 0;
     bytes waiting_;

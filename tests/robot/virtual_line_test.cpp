@@ -125,6 +125,30 @@ TEST_F(cable, lets_the_simulated_generator_answer_the_rest) {
     EXPECT_EQ(read_at(400), "TIM009");
 }
 
+TEST_F(cable, is_out_for_a_while_where_chance_pulls_it) {
+    line.simulated_answers = true;
+    line.faulty.follow({100, 1, {fault::unplug}});
+    write("TIM007");
+    line.faulty.follow({});
+    EXPECT_EQ(failure_of([&] { line.open(1); }), failure::path_file_access_error);
+    EXPECT_EQ(failure_of([&] { line.open(2); }), std::nullopt) << "another port";
+    // it is out for 200 to 5000 ms
+    events.now = 199;
+    EXPECT_EQ(failure_of([&] { line.open(1); }), failure::path_file_access_error);
+    events.now = 5000;
+    EXPECT_EQ(failure_of([&] { line.open(1); }), std::nullopt);
+    write("TIM999");
+    EXPECT_EQ(read_at(5100), "TIM007") << "it was carried out";
+}
+
+TEST_F(cable, is_put_back_by_hand_where_chance_has_pulled_it) {
+    line.simulated_answers = true;
+    line.faulty.follow({100, 1, {fault::unplug}});
+    write("TIM007");
+    line.set_port(1, state::ok);
+    EXPECT_EQ(failure_of([&] { line.open(1); }), std::nullopt);
+}
+
 TEST_F(cable, has_nothing_unsent) {
     write("TIM007");
     EXPECT_EQ(line.out_count(), 0U);
