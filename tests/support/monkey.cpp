@@ -23,12 +23,7 @@ void monkey::act(int actions) {
     say("generator simulated");
     say("start");
     for (int i = 0; i < actions; ++i) {
-        look_at_controls();
-        if (below(4) == 0) say(some_choice());
-        if (below(10) == 0) say(some_trouble());
-        // in the middle of what comes next
-        if (below(4) == 0) say("after " + std::to_string(below(1200)) + " " + some_action());
-        if (say(some_action()).starts_with("fatal")) say("start");
+        if (act_once().starts_with("fatal")) say("start");
         if (i % 50 == 49) say(one_of(strings{"wire", "boxes", "dialogs", "later", "clock"}));
     }
     for (const char* look : {"later", "boxes", "wire", "clock"})
@@ -41,6 +36,15 @@ void monkey::act(int actions) {
         say(buffer);
     for (const char* list : {"lstv_timing", "lstv_pattern", "lstv_auto"})
         say(std::string("rows ") + list);
+}
+
+std::string monkey::act_once() {
+    look_at_controls();
+    if (below(4) == 0) say(some_choice());
+    if (below(10) == 0) say(some_trouble());
+    // in the middle of what comes next
+    if (below(4) == 0) say("after " + std::to_string(below(1200)) + " " + some_action());
+    return say(some_action());
 }
 
 std::string monkey::say(const std::string& line) {

@@ -23,15 +23,26 @@ public:
     /// So many actions of the operator. A program that has ended is started anew.
     void act(int actions);
 
+    /// One action, with what may come before it and in the middle of it. Gives the answer; where it is a fatal one,
+    /// the program has to be started anew.
+    std::string act_once();
+
+    /// A click on some node of the tree, as a line for the robot.
+    std::string some_node();
+
+    /// Says a line of somebody else's to the desk.
+    std::string say(const std::string& line);
+
     /// Every line that was said and its answer; "$DIR" stands for the directory.
     const std::string& transcript() const { return transcript_; }
+    /// The same since the last call, for whoever can't keep all of it.
+    std::string take_transcript() { return std::exchange(transcript_, {}); }
     /// How often an answer began with each of "ok", "refused", "fatal 35600", ...
     const std::map<std::string, int>& outcomes() const { return outcomes_; }
     /// Answers that are none of the three kinds.
     const std::vector<std::string>& nonsense() const { return nonsense_; }
 
 private:
-    std::string say(const std::string& line);
     void look_at_controls();
     /// One action on some control, as a line for the robot.
     std::string some_action();
@@ -39,7 +50,6 @@ private:
     /// What it will say to the next box or file dialog.
     std::string some_choice();
     /// Something that the generator or the line does.
-    std::string some_node();
     std::string some_trouble();
     int below(int limit) { return static_cast<int>(random_() % static_cast<std::uint64_t>(limit)); }
     template <class Choices>
