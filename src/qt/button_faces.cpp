@@ -1,12 +1,16 @@
 #include "qt/button_faces.h"
 
 #include "controls/operator_actions.h"
+#include "controls/window.h"
 #include "qt/look.h"
 
 #include <QCheckBox>
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QRadioButton>
+
+#include <algorithm>
+#include <vector>
 
 namespace desk::qt {
 
@@ -90,7 +94,30 @@ protected:
         radio_->setChecked(model_.value);
     }
 
+    bool take_event(QEvent* e) override {
+        // the arrow keys go round the group, and select as they go
+        if (e->type() != QEvent::KeyPress) return false;
+        const int key = static_cast<QKeyEvent*>(e)->key();
+        const bool on = key == Qt::Key_Down || key == Qt::Key_Right;
+        const bool back = key == Qt::Key_Up || key == Qt::Key_Left;
+        if (!on && !back) return false;
+        gate().run([&] { click(neighbour(on)); });
+        return true;
+    }
+
 private:
+    /// The next option button of the group that can be used, or the one before.
+    option_button& neighbour(bool next) const {
+        std::vector<option_button*> group;
+        for (control* c : model_.owner->controls()) {
+            auto* const o = dynamic_cast<option_button*>(c);
+            if (o != nullptr && o->parent == model_.parent && o->usable()) group.push_back(o);
+        }
+        if (!next) std::reverse(group.begin(), group.end());
+        const auto me = std::find(group.begin(), group.end(), &model_);
+        return me == group.end() || me + 1 == group.end() ? *group.front() : **(me + 1);
+    }
+
     option_button& model_;
     QRadioButton* radio_;
 };

@@ -4,8 +4,10 @@
 #include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QIcon>
+#include <QPainter>
 #include <QPalette>
 #include <QStyleFactory>
+#include <QWidget>
 
 namespace desk::qt {
 
@@ -58,6 +60,12 @@ QFont font_of(text_font font) {
 QColor color_of(color c) {
     if (c == color_button_face) c = color_window;
     return {static_cast<int>(c & 0xFFU), static_cast<int>((c >> 8U) & 0xFFU), static_cast<int>((c >> 16U) & 0xFFU)};
+}
+
+void draw_focus(QWidget& w) {
+    QPainter painter(&w);
+    painter.setPen(QPen(QColor(0, 0, 128), 2));
+    painter.drawRect(w.rect().adjusted(1, 1, -1, -1));
 }
 
 QString shown_text(const std::string& text) {

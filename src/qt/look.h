@@ -9,6 +9,7 @@
 #include <string>
 
 class QApplication;
+class QWidget;
 
 namespace desk::qt {
 
@@ -22,6 +23,9 @@ inline constexpr int cell_width = 8;
 inline constexpr int cell_height = 16;
 
 QColor color_of(color c);
+
+/// Marks a widget as the one with the focus, where the style itself does not. Called while it is painted.
+void draw_focus(QWidget& w);
 
 /// 15 twips are one pixel.
 inline int pixels(int twips) { return twips / 15; }

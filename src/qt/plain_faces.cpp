@@ -46,6 +46,8 @@ public:
         text_->set_line_pitch(pixels(model.line_pitch));
         text_->on_click = [this] { this->gate().run([this] { click(model_); }); };
         text_->on_move = [this] { this->gate().run([this] { hover(model_); }); };
+        // one that is clicked is reached with the keyboard too
+        if (model.on_click) text_->setFocusPolicy(Qt::TabFocus);
         text_->setMouseTracking(static_cast<bool>(model.on_mouse_move));
     }
 

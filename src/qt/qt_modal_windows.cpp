@@ -12,6 +12,7 @@ void qt_modal_windows::show(window& w) {
     QObject::connect(&face, &window_face::hidden, &loop, &QEventLoop::quit);
     open_.push_back(&face);
     if (gate_.follow) gate_.follow();
+    face.focus_first();
     // whatever else ends the loop, the window stands until it is closed
     while (w.visible && !gate_.over())
         loop.exec();

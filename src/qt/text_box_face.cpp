@@ -25,10 +25,44 @@ std::optional<int> character_code(const QKeyEvent& e) {
     return e.text().isEmpty() ? std::nullopt : std::optional(static_cast<int>(e.text().at(0).unicode()));
 }
 
+/// A box of one line that shows the focus also where it has no cursor.
+class line_box final : public QLineEdit {
+public:
+    using QLineEdit::QLineEdit;
+
+protected:
+    void paintEvent(QPaintEvent* e) override {
+        QLineEdit::paintEvent(e);
+        if (hasFocus()) draw_focus(*this);
+    }
+};
+
+/// A box of many lines that shows the focus on its frame.
+template <class Edit>
+class page_box final : public Edit {
+public:
+    using Edit::Edit;
+
+protected:
+    bool event(QEvent* e) override {
+        const bool taken = Edit::event(e);
+        if (e->type() == QEvent::Paint && this->hasFocus()) draw_focus(*this);
+        return taken;
+    }
+    void focusInEvent(QFocusEvent* e) override {
+        Edit::focusInEvent(e);
+        this->update();
+    }
+    void focusOutEvent(QFocusEvent* e) override {
+        Edit::focusOutEvent(e);
+        this->update();
+    }
+};
+
 class line_box_face final : public control_face {
 public:
     line_box_face(text_box& model, QWidget* parent, event_gate& gate)
-        : control_face(model, new QLineEdit(parent), gate), model_(model), edit_(static_cast<QLineEdit*>(widget())) {
+        : control_face(model, new line_box(parent), gate), model_(model), edit_(static_cast<QLineEdit*>(widget())) {
         edit_->setFont(font_of(model.font));
         if (model.max_length > 0) edit_->setMaxLength(model.max_length);
         set_accessible(model.name);
@@ -83,7 +117,7 @@ template <class Edit>
 class page_box_face final : public control_face {
 public:
     page_box_face(text_box& model, QWidget* parent, event_gate& gate)
-        : control_face(model, new Edit(parent), gate), model_(model), edit_(static_cast<Edit*>(widget())) {
+        : control_face(model, new page_box<Edit>(parent), gate), model_(model), edit_(static_cast<Edit*>(widget())) {
         edit_->setFont(font_of(model.font));
         edit_->setUndoRedoEnabled(false);
         edit_->setTabChangesFocus(true);

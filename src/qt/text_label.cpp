@@ -1,5 +1,8 @@
 #include "qt/text_label.h"
 
+#include "qt/look.h"
+
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStringList>
@@ -22,6 +25,11 @@ void text_label::set_colors(const QColor& fore, const std::optional<QColor>& bac
 }
 
 void text_label::paintEvent(QPaintEvent* /*e*/) {
+    draw_text();
+    if (hasFocus()) draw_focus(*this);
+}
+
+void text_label::draw_text() {
     QPainter painter(this);
     QRect place = rect();
     if (back_) {
@@ -50,6 +58,22 @@ void text_label::paintEvent(QPaintEvent* /*e*/) {
 
 void text_label::mouseReleaseEvent(QMouseEvent* e) {
     if (e->button() == Qt::LeftButton && rect().contains(e->position().toPoint()) && on_click) on_click();
+}
+
+void text_label::keyPressEvent(QKeyEvent* e) {
+    switch (e->key()) {
+    case Qt::Key_Space:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (on_click) on_click();
+        break;
+    case Qt::Key_Down:
+    case Qt::Key_Up:
+        focusNextPrevChild(e->key() == Qt::Key_Down);
+        break;
+    default:
+        QWidget::keyPressEvent(e);
+    }
 }
 
 void text_label::mouseMoveEvent(QMouseEvent* /*e*/) {

@@ -11,6 +11,8 @@ namespace desk::qt {
 
 /// A label whose lines can stand at a pitch of their own, since boxes and buttons beside it stand at that pitch.
 class text_label final : public QWidget {
+    Q_OBJECT
+
 public:
     explicit text_label(QWidget* parent);
 
@@ -29,8 +31,11 @@ protected:
     void paintEvent(QPaintEvent* e) override;
     void mouseReleaseEvent(QMouseEvent* e) override;
     void mouseMoveEvent(QMouseEvent* e) override;
+    void keyPressEvent(QKeyEvent* e) override;
 
 private:
+    void draw_text();
+
     QString text_;
     int line_pitch_ = 0;
     QColor fore_ = Qt::black;

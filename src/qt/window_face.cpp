@@ -5,10 +5,13 @@
 #include "qt/list_view_face.h"
 #include "qt/look.h"
 #include "qt/plain_faces.h"
+#include "qt/reading_order.h"
 #include "qt/text_box_face.h"
 
 #include <QCloseEvent>
 #include <QKeyEvent>
+
+#include <algorithm>
 
 namespace desk::qt {
 
@@ -132,7 +135,30 @@ void window_face::hideEvent(QHideEvent* e) {
     if (!e->spontaneous()) emit hidden();
 }
 
+bool window_face::focusNextPrevChild(bool next) {
+    const std::vector<control*> stops = tab_stops(model_);
+    if (stops.empty()) return false;
+    const auto now = std::find(stops.begin(), stops.end(), last_stop(stops));
+    control* to = next ? stops.front() : stops.back();
+    if (now != stops.end() && next && now + 1 != stops.end()) to = *(now + 1);
+    if (now != stops.end() && !next && now != stops.begin()) to = *(now - 1);
+    walked_.assign(stops.begin(), std::find(stops.begin(), stops.end(), to) + 1);
+    faces_.at(to)->widget()->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    return true;
+}
+
+control* window_face::last_stop(const std::vector<control*>& stops) const {
+    if (model_.focused != nullptr) return stop_of(stops, model_.focused);
+    // the one with the focus has gone or is at work: its place in the window is kept
+    const auto before = std::find_if(walked_.rbegin(), walked_.rend(), [&](const control* c) {
+        return std::find(stops.begin(), stops.end(), c) != stops.end();
+    });
+    return before == walked_.rend() ? nullptr : *before;
+}
+
 void window_face::keyPressEvent(QKeyEvent* e) {
+    // as its title bar closes it
+    if (e->key() == Qt::Key_Escape && isModal() && model_.on_close) gate_.run(model_.on_close);
     // a key without a character is no KeyPress
     if (!e->text().isEmpty() && model_.on_key_press) gate_.run([&] { model_.on_key_press(e->text().at(0).unicode()); });
     QWidget::keyPressEvent(e);

@@ -9,6 +9,7 @@
 
 #include <map>
 #include <memory>
+#include <vector>
 
 namespace desk::qt {
 
@@ -25,6 +26,9 @@ public:
     /// Brings every changed control up to date.
     void follow();
 
+    /// Hands the focus to the first control that takes keys.
+    void focus_first() { focusNextPrevChild(true); }
+
 signals:
     /// A modal window is closed.
     void hidden();
@@ -33,17 +37,21 @@ protected:
     void closeEvent(QCloseEvent* e) override;
     void keyPressEvent(QKeyEvent* e) override;
     void hideEvent(QHideEvent* e) override;
+    bool focusNextPrevChild(bool next) override;
 
 private:
     void build_all();
     void build(control& c);
     void follow_window();
+    /// The stop of the tab key that it goes on from; none: nullptr.
+    control* last_stop(const std::vector<control*>& stops) const;
     static void follow_timer(const timer& model, QTimer& ticks);
 
     desk::window& model_;
     event_gate& gate_;
     std::map<const control*, std::unique_ptr<control_face>> faces_;
     std::map<const control*, std::unique_ptr<QTimer>> timers_;
+    std::vector<control*> walked_; // the stops up to the one that the tab key went to last
 };
 
 } // namespace desk::qt

@@ -1,0 +1,146 @@
+#include "qt/reading_order.h"
+
+#include "controls/controls.h"
+
+#include <algorithm>
+#include <map>
+#include <tuple>
+
+namespace desk::qt {
+
+namespace {
+
+struct place {
+    int left;
+    int top;
+    int right;
+    int bottom;
+};
+
+/// Where a control lies in its window.
+place place_of(const control& c) {
+    place p{c.left, c.top, c.left + c.width, c.top + c.height};
+    for (const control* around = c.parent; around != nullptr; around = around->parent) {
+        p.left += around->left;
+        p.right += around->left;
+        p.top += around->top;
+        p.bottom += around->top;
+    }
+    return p;
+}
+
+bool lies_within(const place& inner, const place& outer) {
+    return inner.left >= outer.left && inner.top >= outer.top && inner.right <= outer.right &&
+           inner.bottom <= outer.bottom;
+}
+
+bool lies_in(const control& c, const control& around) {
+    for (const control* p = c.parent; p != nullptr; p = p->parent)
+        if (p == &around) return true;
+    return false;
+}
+
+bool is_selected_of_its_group(const option_button& o) {
+    for (const control* c : o.owner->controls()) {
+        const auto* const other = dynamic_cast<const option_button*>(c);
+        if (other != nullptr && other->parent == o.parent && other->value && other->usable()) return other == &o;
+    }
+    return true;
+}
+
+bool takes_keys(const control& c) {
+    switch (c.kind()) {
+    case control_kind::button:
+    case control_kind::text_box:
+    case control_kind::combo_box:
+    case control_kind::check_box:
+    case control_kind::slider:
+    case control_kind::list_view:
+    case control_kind::tree_view:
+        return true;
+    case control_kind::option_button:
+        return is_selected_of_its_group(dynamic_cast<const option_button&>(c));
+    case control_kind::label: {
+        const auto& l = dynamic_cast<const label&>(c);
+        return l.on_click && !l.caption.get().empty();
+    }
+    default:
+        return false;
+    }
+}
+
+class reader {
+public:
+    explicit reader(const window& w) : window_(w) {
+        for (control* c : w.controls())
+            if (c->shown() && (c->kind() == control_kind::frame || takes_keys(*c))) sort_in(c);
+        read(nullptr);
+    }
+
+    std::vector<control*> stops;
+
+private:
+    void sort_in(control* c) {
+        const place p = place_of(*c);
+        control* around = c->parent;
+        // what lies over a frame beside it in the table is read as if it lay in it
+        for (control* f : frames_)
+            if (f->parent == c->parent && lies_within(p, place_of(*f))) around = f;
+        read_within_[around].push_back(c);
+        if (c->kind() == control_kind::frame) frames_.push_back(c);
+    }
+
+    void read(const control* around) {
+        std::vector<control*>& here = read_within_[around];
+        std::stable_sort(here.begin(), here.end(),
+                         [](const control* a, const control* b) { return place_of(*a).top < place_of(*b).top; });
+        for (auto row = here.begin(); row != here.end();) {
+            const place first = place_of(**row);
+            const int middle = (first.top + first.bottom) / 2;
+            const auto end =
+                std::find_if(row + 1, here.end(), [&](const control* c) { return place_of(*c).top >= middle; });
+            std::stable_sort(row, end, [](const control* a, const control* b) {
+                const place p = place_of(*a);
+                const place q = place_of(*b);
+                return std::tie(p.left, p.top) < std::tie(q.left, q.top);
+            });
+            for (; row != end; ++row)
+                take(*row);
+        }
+    }
+
+    void take(control* c) {
+        if (c->kind() == control_kind::frame)
+            read(c);
+        else if (c->usable() && !is_covered(*c))
+            stops.push_back(c);
+    }
+
+    /// A frame of a later line of the table lies over all of it.
+    bool is_covered(const control& c) const {
+        const auto& all = window_.controls();
+        const auto over = std::find(all.begin(), all.end(), &c);
+        return std::any_of(over, all.end(), [&](const control* f) {
+            return f->kind() == control_kind::frame && f->shown() && !lies_in(c, *f) &&
+                   lies_within(place_of(c), place_of(*f));
+        });
+    }
+
+    const window& window_;
+    std::vector<control*> frames_;
+    std::map<const control*, std::vector<control*>> read_within_;
+};
+
+} // namespace
+
+std::vector<control*> tab_stops(const window& w) { return reader(w).stops; }
+
+control* stop_of(const std::vector<control*>& stops, const control* c) {
+    const auto found = std::find_if(stops.begin(), stops.end(), [c](const control* stop) {
+        return stop == c || (c != nullptr && c->kind() == control_kind::option_button && stop->kind() == c->kind() &&
+                             stop->parent == c->parent);
+    });
+    return found == stops.end() ? nullptr : *found;
+}
+
+} // namespace desk::qt

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "controls/window.h"
+
+#include <vector>
+
+namespace desk::qt {
+
+/// The controls that the tab key stops at now, in the order they are read: row by row, what lies in or over a frame as
+/// one with the frame. A group of option buttons is one stop. What another frame covers is none.
+std::vector<control*> tab_stops(const window& w);
+
+/// The stop that a control belongs to: for an option button the one of its group, else itself; none: nullptr.
+control* stop_of(const std::vector<control*>& stops, const control* c);
+
+} // namespace desk::qt
