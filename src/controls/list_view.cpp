@@ -50,6 +50,7 @@ void list_view::set_checked(int number, bool checked) { row_at(number).checked =
 void list_view::select(int number) {
     row(number);
     selected_ = number;
+    ++selections_;
     mark_changed(*this);
 }
 

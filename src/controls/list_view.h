@@ -40,6 +40,8 @@ public:
     /// The selected row; 0: none, which is so in an empty list alone.
     int selected() const { return selected_; }
     void select(int number);
+    /// Counts the selections made: one that is made anew is to be seen as the first was.
+    int selections() const { return selections_; }
 
     event on_click;
     event on_double_click;
@@ -49,6 +51,7 @@ private:
     list_row& row_at(int number);
     std::vector<list_row> rows_;
     int selected_ = 0;
+    int selections_ = 0;
 };
 
 } // namespace desk

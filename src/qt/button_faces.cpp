@@ -6,6 +6,8 @@
 
 #include <QCheckBox>
 #include <QKeyEvent>
+#include <QPainter>
+#include <QPalette>
 #include <QPushButton>
 #include <QRadioButton>
 
@@ -23,12 +25,58 @@ QString marked_caption(const std::string& caption, char mnemonic) {
     return at < 0 ? text : text.insert(at, '&');
 }
 
+/// A lit button says so without its colour too: a bar at its left edge marks the current view, a disc what is on, two
+/// bars what is at work or cut off.
+class lamp_button final : public QPushButton {
+public:
+    using QPushButton::QPushButton;
+
+    void light(color c) {
+        if (lamp_ == c) return;
+        lamp_ = c;
+        QPalette lit;
+        lit.setColor(QPalette::Button, color_of(c));
+        // grey on the red of a button at work could not be read
+        if (c != color_button_face) lit.setColor(QPalette::Disabled, QPalette::ButtonText, Qt::black);
+        setPalette(lit);
+    }
+
+protected:
+    void paintEvent(QPaintEvent* e) override {
+        QPushButton::paintEvent(e);
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(Qt::black);
+        const int middle = height() / 2;
+        if (lamp_ == color_current_view) {
+            painter.drawRect(2, 2, 4, height() - 4);
+        } else if (lamp_ == color_green) {
+            painter.drawEllipse(QPoint(7, middle), 4, 4);
+        } else if (lamp_ == color_red) {
+            painter.drawRect(3, middle - 5, 2, 10);
+            painter.drawRect(7, middle - 5, 2, 10);
+        }
+    }
+
+private:
+    color lamp_ = color_button_face;
+};
+
+/// The same in words.
+QString words_of(color lamp) {
+    if (lamp == color_current_view) return "current view";
+    if (lamp == color_green) return "green";
+    if (lamp == color_red) return "red";
+    return {};
+}
+
 class button_face final : public control_face {
 public:
     button_face(button& model, QWidget* parent, event_gate& gate)
-        : control_face(model, new QPushButton(parent), gate)
+        : control_face(model, new lamp_button(parent), gate)
         , model_(model)
-        , push_(static_cast<QPushButton*>(widget())) {
+        , push_(static_cast<lamp_button*>(widget())) {
         push_->setAutoDefault(false);
         connect(push_, &QPushButton::clicked, this, [this] { this->gate().run([this] { click(model_); }); });
     }
@@ -36,11 +84,9 @@ public:
 protected:
     void follow_kind() override {
         const QString caption = marked_caption(model_.caption, model_.mnemonic);
-        if (push_->text() != caption) {
-            push_->setText(caption);
-            set_accessible(model_.caption);
-        }
-        set_back(push_, QPalette::Button, model_.back_color);
+        if (push_->text() != caption) push_->setText(caption);
+        set_accessible(model_.caption, words_of(model_.back_color));
+        push_->light(model_.back_color);
     }
 
     bool take_event(QEvent* e) override {
@@ -54,7 +100,7 @@ protected:
 
 private:
     button& model_;
-    QPushButton* push_;
+    lamp_button* push_;
 };
 
 class check_box_face final : public control_face {
@@ -82,8 +128,6 @@ public:
         : control_face(model, new QRadioButton(parent), gate)
         , model_(model)
         , radio_(static_cast<QRadioButton*>(widget())) {
-        // which one is selected is the model's business
-        radio_->setAutoExclusive(false);
         connect(radio_, &QRadioButton::clicked, this, [this] { this->gate().run([this] { click(model_); }); });
     }
 
@@ -91,7 +135,10 @@ protected:
     void follow_kind() override {
         radio_->setText(marked_caption(model_.caption, 0));
         set_accessible(model_.caption);
+        // which one is selected is the model's business, which may have none
+        radio_->setAutoExclusive(false);
         radio_->setChecked(model_.value);
+        radio_->setAutoExclusive(true);
     }
 
     bool take_event(QEvent* e) override {

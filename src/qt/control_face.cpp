@@ -2,9 +2,10 @@
 
 #include "controls/window.h"
 #include "qt/look.h"
+#include "qt/plain_names.h"
 
 #include <QEvent>
-#include <QPalette>
+#include <QStringList>
 
 namespace desk::qt {
 
@@ -12,6 +13,7 @@ control_face::control_face(control& model, QWidget* w, event_gate& gate) : model
     QString name = QString::fromStdString(model.name);
     if (model.index >= 0) name += "_" + QString::number(model.index);
     widget_->setObjectName(name);
+    plain_name_ = plain_name(model);
     widget_->installEventFilter(this);
 }
 
@@ -31,18 +33,15 @@ bool control_face::eventFilter(QObject* watched, QEvent* e) {
     return take_event(e) || QObject::eventFilter(watched, e);
 }
 
-void control_face::set_accessible(const std::string& caption) {
-    const QString name = QString::fromStdString(caption).simplified();
+void control_face::set_accessible(const std::string& caption, const QString& state) {
+    const QString shown = QString::fromStdString(caption).simplified();
+    const QString& name = shown.isEmpty() ? plain_name_ : shown;
+    QStringList more;
+    if (!shown.isEmpty() && !plain_name_.isEmpty()) more << plain_name_;
+    if (!state.isEmpty()) more << state;
+    const QString description = more.join(", ");
     if (widget_->accessibleName() != name) widget_->setAccessibleName(name);
-}
-
-void control_face::set_back(QWidget* w, QPalette::ColorRole role, color c) {
-    const QColor back = color_of(c);
-    if (w->palette().color(QPalette::Active, role) == back && w->palette().color(QPalette::Disabled, role) == back)
-        return;
-    QPalette palette = w->palette();
-    palette.setColor(role, back);
-    w->setPalette(palette);
+    if (widget_->accessibleDescription() != description) widget_->setAccessibleDescription(description);
 }
 
 } // namespace desk::qt

@@ -30,9 +30,9 @@ protected:
     virtual bool take_event(QEvent* e) { return static_cast<void>(e), false; }
 
     bool eventFilter(QObject* watched, QEvent* e) override;
-    /// Gives the widget its text for those who do not see it.
-    void set_accessible(const std::string& caption);
-    void set_back(QWidget* w, QPalette::ColorRole role, color c);
+    /// Gives the widget its name for those who do not see it: the caption, and beside it what that leaves open, above
+    /// all `state`; without a caption what the control is.
+    void set_accessible(const std::string& caption = "", const QString& state = "");
     bool following() const { return following_; }
     event_gate& gate() { return gate_; }
 
@@ -41,6 +41,7 @@ private:
     QWidget* widget_;
     event_gate& gate_;
     bool following_ = false;
+    QString plain_name_;
 };
 
 /// Builds the widget for a control of any kind that is seen; none for a timer.

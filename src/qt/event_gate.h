@@ -1,5 +1,6 @@
 #pragma once
 
+#include "qt/busy_pointer.h"
 #include "runtime/failure.h"
 
 #include <functional>
@@ -28,6 +29,9 @@ public:
 
     bool over() const { return over_; }
     const std::optional<runtime_failure>& failure() const { return failure_; }
+
+    /// Follows the events through this gate.
+    busy_pointer pointer;
 
     /// Throws program_over when the program is over: for whoever gives control back to a procedure of the desk.
     void throw_if_over() const;

@@ -82,7 +82,7 @@ public:
         }
         tree_->header()->setSectionsMovable(false);
         tree_->header()->setStretchLastSection(true);
-        set_accessible(titles.isEmpty() ? model.name : titles.constFirst().toStdString());
+        set_accessible();
 
         connect(tree_, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
             if (!following() && item != nullptr) this->gate().run([&] { model_.select(row_of(item)); });
@@ -108,8 +108,9 @@ protected:
         for (int i = 1; i <= model_.row_count(); ++i)
             follow_row(i);
         QTreeWidgetItem* const current = model_.selected() == 0 ? nullptr : tree_->topLevelItem(model_.selected() - 1);
-        if (tree_->currentItem() != current) {
-            tree_->setCurrentItem(current);
+        if (tree_->currentItem() != current) tree_->setCurrentItem(current);
+        if (selections_ != model_.selections()) {
+            selections_ = model_.selections();
             if (current != nullptr) tree_->scrollToItem(current);
         }
         if (checks_shown_ != model_.check_boxes) {
@@ -149,6 +150,7 @@ private:
     list_view& model_;
     row_list* tree_;
     bool checks_shown_ = false;
+    int selections_ = 0; // as the model counted them when the row was scrolled to
 };
 
 class tree_view_face final : public control_face {
@@ -161,7 +163,7 @@ public:
         tree_->setUniformRowHeights(true);
         // the longest titles have room where they lie deepest, in bold too
         tree_->setIndentation(14);
-        set_accessible(model.name);
+        set_accessible();
         connect(tree_, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* item) { click_on(item); });
         connect(tree_, &QTreeWidget::itemExpanded, this, [this](QTreeWidgetItem* item) { expand(item, true); });
         connect(tree_, &QTreeWidget::itemCollapsed, this, [this](QTreeWidgetItem* item) { expand(item, false); });

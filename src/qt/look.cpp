@@ -1,5 +1,7 @@
 #include "qt/look.h"
 
+#include "qt/accessible.h"
+
 #include <QApplication>
 #include <QFontDatabase>
 #include <QFontMetricsF>
@@ -8,6 +10,9 @@
 #include <QPalette>
 #include <QStyleFactory>
 #include <QWidget>
+
+#include <algorithm>
+#include <cmath>
 
 namespace desk::qt {
 
@@ -30,6 +35,14 @@ QPalette grey_palette() {
     return palette;
 }
 
+/// The relative luminance of WCAG 2.
+double luminance(const QColor& c) {
+    const auto linear = [](double part) {
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(c.redF()) + 0.7152 * linear(c.greenF()) + 0.0722 * linear(c.blueF());
+}
+
 } // namespace
 
 void set_look(QApplication& application) {
@@ -40,6 +53,7 @@ void set_look(QApplication& application) {
     application.setStyle(QStyleFactory::create("Windows"));
     application.setPalette(grey_palette());
     application.setFont(font_of(text_font::sans));
+    make_accessible();
     application.setWindowIcon(QIcon(":/pictures/velotrace.png"));
 }
 
@@ -66,6 +80,12 @@ void draw_focus(QWidget& w) {
     QPainter painter(&w);
     painter.setPen(QPen(QColor(0, 0, 128), 2));
     painter.drawRect(w.rect().adjusted(1, 1, -1, -1));
+}
+
+double contrast(const QColor& a, const QColor& b) {
+    const double light = luminance(a);
+    const double other = luminance(b);
+    return (std::max(light, other) + 0.05) / (std::min(light, other) + 0.05);
 }
 
 QString shown_text(const std::string& text) {

@@ -24,6 +24,11 @@ inline constexpr int cell_height = 16;
 
 QColor color_of(color c);
 
+/// How far two colours stand apart, from 1 to 21: the contrast ratio of WCAG 2.
+double contrast(const QColor& a, const QColor& b);
+/// What text needs to be read.
+inline constexpr double readable_contrast = 4.5;
+
 /// Marks a widget as the one with the focus, where the style itself does not. Called while it is painted.
 void draw_focus(QWidget& w);
 

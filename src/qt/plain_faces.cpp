@@ -70,7 +70,7 @@ public:
     picture_face(picture& model, QWidget* parent, event_gate& gate)
         : control_face(model, new QLabel(parent), gate), model_(model), label_(static_cast<QLabel*>(widget())) {
         label_->setScaledContents(true);
-        set_accessible(model.name);
+        set_accessible();
     }
 
 protected:
@@ -106,7 +106,7 @@ public:
     combo_box_face(combo_box& model, QWidget* parent, event_gate& gate)
         : control_face(model, new QComboBox(parent), gate), model_(model), combo_(static_cast<QComboBox*>(widget())) {
         combo_->setMaxVisibleItems(20);
-        set_accessible(model.name);
+        set_accessible();
         // `activated` comes from the operator's choice alone
         connect(combo_, &QComboBox::activated, this,
                 [this](int index) { this->gate().run([this, index] { choose_item(model_, index); }); });
@@ -151,7 +151,7 @@ public:
         bar_->setFocusPolicy(Qt::StrongFocus);
         // while it is dragged it scrolls; it has changed when it is let go
         bar_->setTracking(false);
-        set_accessible(model.name);
+        set_accessible();
         connect(bar_, &QScrollBar::sliderMoved, this,
                 [this](int value) { this->gate().run([this, value] { drag_slider(model_, value); }); });
         connect(bar_, &QScrollBar::valueChanged, this,

@@ -5,7 +5,9 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QProcess>
 #include <QRegularExpression>
+#include <QSettings>
 #include <QStringList>
 
 namespace desk::qt {
@@ -71,6 +73,7 @@ QWidget* window_on_top(QWidget* main_window) {
 box_answer qt_message_box::show(std::string_view text, box_icon icon, box_buttons buttons) {
     gate_.throw_if_over();
     if (gate_.follow) gate_.follow();
+    const busy_pointer::usual usual_pointer(gate_.pointer);
     QMessageBox box(icon_of(icon), program_title, text_of(text), buttons_of(buttons), window_on_top(parent));
     box.setTextFormat(Qt::PlainText);
     const int pressed = box.exec();
@@ -90,7 +93,10 @@ box_answer qt_message_box::show(std::string_view text, box_icon icon, box_button
 std::optional<file_choice> qt_file_dialog::show(const file_dialog_setup& setup) {
     gate_.throw_if_over();
     if (gate_.follow) gate_.follow();
+    const busy_pointer::usual usual_pointer(gate_.pointer);
     const bool saves = setup.kind == file_dialog_setup::dialog_kind::save;
+    // the toolkit would keep its dialog's folders and size from run to run
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QProcess::nullDevice());
     QFileDialog dialog(window_on_top(parent), text_of(setup.title));
     dialog.setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     // the desk itself tells of a file that is not there, and asks before it writes over one

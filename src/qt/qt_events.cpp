@@ -34,6 +34,7 @@ void qt_events::pump() {
 
 void qt_events::pump_and_rest() {
     gate_.throw_if_over();
+    gate_.pointer.wait();
     if (gate_.follow) gate_.follow();
     // one millisecond beyond the step at most: timers wake late, never early
     const std::int64_t rest_ns = step_ns - running_ns() % step_ns;
@@ -47,10 +48,12 @@ void qt_events::turn_without_progress(std::string_view /*waiting_for*/) {
     const auto now = std::chrono::steady_clock::now();
     if (now - last_turn_ > patience) first_turn_ = now;
     last_turn_ = now;
-    if (now - first_turn_ < patience)
+    if (now - first_turn_ < patience) {
         std::this_thread::yield();
-    else
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        return;
+    }
+    gate_.pointer.wait();
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
 }
 
 } // namespace desk::qt

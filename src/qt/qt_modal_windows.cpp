@@ -6,6 +6,7 @@ namespace desk::qt {
 
 void qt_modal_windows::show(window& w) {
     gate_.throw_if_over();
+    const busy_pointer::usual usual_pointer(gate_.pointer);
     w.visible = true;
     window_face face(w, gate_, parent);
     QEventLoop loop;

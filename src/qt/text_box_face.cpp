@@ -65,7 +65,7 @@ public:
         : control_face(model, new line_box(parent), gate), model_(model), edit_(static_cast<QLineEdit*>(widget())) {
         edit_->setFont(font_of(model.font));
         if (model.max_length > 0) edit_->setMaxLength(model.max_length);
-        set_accessible(model.name);
+        set_accessible();
         connect(edit_, &QLineEdit::textEdited, this,
                 [this](const QString& text) { this->gate().run([&] { model_.text = text.toStdString(); }); });
     }
@@ -127,7 +127,7 @@ public:
             edit_->document()->setDocumentMargin(0);
             lines_.setLineHeight(cell_height, QTextBlockFormat::FixedHeight);
         }
-        set_accessible(model.name);
+        set_accessible();
         connect(edit_, &Edit::textChanged, this, [this] {
             if (following()) return;
             shown_ = edit_->toPlainText();

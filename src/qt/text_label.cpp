@@ -38,9 +38,15 @@ void text_label::draw_text() {
         painter.drawRect(place.adjusted(0, 0, -1, -1));
         place.adjust(4, 2, -4, -2);
     }
+    const QFontMetrics metrics = painter.fontMetrics();
+    if (!back_ && !text_.isEmpty() && contrast(fore_, palette().color(QPalette::Window)) < readable_contrast) {
+        // on black, red is too dark for eyes that do not see it
+        const QColor plate = fore_.red() > fore_.green() ? Qt::white : Qt::black;
+        painter.fillRect(0, 0, metrics.horizontalAdvance(text_) + 8, metrics.height(), plate);
+        place.adjust(4, 0, 0, 0);
+    }
     painter.setPen(isEnabled() ? fore_ : palette().color(QPalette::Disabled, QPalette::WindowText));
     // one that has room for a single line shows both ends of a long one, as of a path
-    const QFontMetrics metrics = painter.fontMetrics();
     if (line_pitch_ == 0 && place.height() < 2 * metrics.height()) {
         painter.drawText(place, Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine,
                          metrics.elidedText(text_, Qt::ElideMiddle, place.width()));

@@ -1,0 +1,151 @@
+// What a screen reader is told of every control.
+
+#include "bench_fixture.h"
+
+#include <QAccessible>
+#include <QMessageBox>
+
+#include <map>
+
+namespace desk::gui {
+
+namespace {
+
+const std::map<QString, QAccessible::Role> roles = {
+    {"cmd", QAccessible::PushButton}, {"txt", QAccessible::EditableText}, {"cbo", QAccessible::ComboBox},
+    {"chk", QAccessible::CheckBox},   {"opt", QAccessible::RadioButton},  {"fra", QAccessible::Grouping},
+    {"hsr", QAccessible::ScrollBar},  {"lstv", QAccessible::Tree},        {"tree", QAccessible::Tree},
+    {"pic", QAccessible::Graphic},    {"img", QAccessible::Graphic},      {"lab", QAccessible::StaticText},
+    {"line", QAccessible::Separator},
+};
+
+/// Every control of a window has the role of its kind and a name. Gives how many there are.
+int look_at_all(const QWidget& window) {
+    int seen = 0;
+    for (QWidget* w : window.findChildren<QWidget*>()) {
+        const auto kind = roles.find(w->objectName().section('_', 0, 0));
+        if (kind == roles.end()) continue;
+        ++seen;
+        const QAccessibleInterface* const told = QAccessible::queryAccessibleInterface(w);
+        const std::string name = w->objectName().toStdString();
+        if (told == nullptr) {
+            ADD_FAILURE() << name << " is told nothing of";
+            continue;
+        }
+        if (name == "lab_desk" || name == "line_rs232") {
+            EXPECT_TRUE(told->role() == QAccessible::Whitespace || told->role() == QAccessible::Separator) << name;
+            continue;
+        }
+        const bool opens_a_file = name.starts_with("lab_pre_f");
+        EXPECT_EQ(told->role(), opens_a_file ? QAccessible::Link : kind->second) << name;
+        EXPECT_FALSE(told->text(QAccessible::Name).isEmpty()) << name;
+        EXPECT_FALSE(told->text(QAccessible::Name).contains('_')) << name;
+        EXPECT_EQ(told->state().disabled, !w->isEnabled()) << name;
+    }
+    return seen;
+}
+
+class screen_reader : public bench {
+protected:
+    screen_reader() { plug_generator(); }
+
+    QString told(const QString& name, QAccessible::Text what) {
+        return QAccessible::queryAccessibleInterface(&operator_hand().find(name))->text(what);
+    }
+    QAccessible::State state(const QString& name) {
+        return QAccessible::queryAccessibleInterface(&operator_hand().find(name))->state();
+    }
+    void show_speakers() {
+        auto& t = desk().translation;
+        for (picture* p : {&t.pic_speaker_fl, &t.pic_speaker_flc, &t.pic_speaker_fc, &t.pic_speaker_frc,
+                           &t.pic_speaker_fr, &t.pic_speaker_lfe, &t.pic_speaker_rl, &t.pic_speaker_rlc,
+                           &t.pic_speaker_rc, &t.pic_speaker_rrc, &t.pic_speaker_rr})
+            p->visible = true;
+        operator_hand().click("lab_com"); // any event brings the window up to date
+    }
+};
+
+TEST_F(screen_reader, is_told_the_kind_and_the_name_of_every_control) {
+    start();
+    show_speakers();
+    EXPECT_GT(look_at_all(program->main_window()), 170);
+}
+
+TEST_F(screen_reader, is_told_of_the_windows_above_the_main_window_too) {
+    start();
+    const hand h = operator_hand();
+    h.click("cmd_edid");
+    h.click("cmd_read");
+    int seen = 0;
+    in_next_window("frm_diag", [&](const hand& diag) {
+        seen += look_at_all(diag.find("frm_diag"));
+        diag.click("cmd_ok");
+    });
+    h.click("cmd_sum_read");
+    EXPECT_GT(seen, 25);
+    h.click("cmd_read_translate");
+    in_next_window("frm_report", [&](const hand& report) {
+        EXPECT_EQ(look_at_all(report.find("frm_report")), 3);
+        report.click("cmd_exit");
+    });
+    h.click("cmd_edid_report");
+}
+
+TEST_F(screen_reader, is_told_what_captions_leave_open) {
+    start();
+    EXPECT_EQ(told("cmd_hdcp_1", QAccessible::Name), "ON");
+    EXPECT_EQ(told("cmd_hdcp_1", QAccessible::Description), "HDCP");
+    EXPECT_EQ(told("txt_htotal_pix", QAccessible::Name), "Horizontal total in pixels");
+    EXPECT_EQ(told("txt_color_setting_2", QAccessible::Name), "Color value 3 as a number");
+    EXPECT_EQ(told("cmd_recover_0", QAccessible::Description), "Repair the checksum of block 0 on the WRITE side");
+    EXPECT_EQ(told("cmd_clear_read", QAccessible::Description), "READ side");
+}
+
+TEST_F(screen_reader, is_told_what_is_lit) {
+    start();
+    const hand h = operator_hand();
+    h.click("cmd_setup");
+    EXPECT_EQ(told("cmd_conn", QAccessible::Description), "green");
+    EXPECT_EQ(told("cmd_setup", QAccessible::Description), "current view");
+    EXPECT_EQ(told("cmd_timing", QAccessible::Description), "");
+    h.click("cmd_hdcp_1");
+    EXPECT_EQ(told("cmd_hdcp_1", QAccessible::Description), "HDCP, green");
+    h.click("cmd_disconn");
+    EXPECT_EQ(told("cmd_disconn", QAccessible::Description), "red");
+}
+
+TEST_F(screen_reader, is_told_states) {
+    start();
+    const hand h = operator_hand();
+    h.click("cmd_edid");
+    EXPECT_TRUE(state("opt_edid_src_1").checked);
+    EXPECT_FALSE(state("opt_edid_src_2").checked);
+    EXPECT_TRUE(state("cmd_write").disabled);
+    EXPECT_FALSE(state("cmd_read").disabled);
+    EXPECT_TRUE(state("txt_read").readOnly);
+    EXPECT_TRUE(state("txt_htotal_pix").readOnly);
+    EXPECT_FALSE(state("txt_motion_str").readOnly);
+    desk().translation.chk_established[3].value = 1;
+    h.click("lab_read"); // any event brings the window up to date
+    EXPECT_TRUE(state("chk_established_3").checked);
+    EXPECT_FALSE(state("chk_established_4").checked);
+}
+
+TEST_F(screen_reader, opens_a_previous_file) {
+    put_file("marlo_rs232.ini", "1\r\n\"not there.bin\"\r\n" + QByteArray("\"\"\r\n").repeated(9) + "0\r\n0\r\n0\r\n");
+    start();
+    const hand h = operator_hand();
+    h.click("cmd_edid");
+    h.click("cmd_pre_f");
+    std::vector<seen_box> boxes;
+    answer_next_box(boxes, QMessageBox::Ok);
+    QAccessibleActionInterface* const actions =
+        QAccessible::queryAccessibleInterface(&h.find("lab_pre_f_0"))->actionInterface();
+    actions->doAction(QAccessibleActionInterface::pressAction());
+    ASSERT_EQ(boxes.size(), 1U);
+    EXPECT_EQ(boxes[0].text, "not there.bin doesn't exist !");
+}
+
+} // namespace
+
+} // namespace desk::gui

@@ -1,0 +1,62 @@
+// The desk keeps nothing from run to run but its settings file.
+
+#include "bench_fixture.h"
+
+#include <QDirIterator>
+#include <QFileDialog>
+#include <QMessageBox>
+
+namespace desk::gui {
+
+namespace {
+
+class two_runs : public bench {
+protected:
+    two_runs() {
+        for (const char* variable : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME", "XDG_CACHE_HOME"})
+            qunsetenv(variable);
+        qputenv("HOME", home.path().toLocal8Bit());
+    }
+
+    /// Starts the program anew in the same folder.
+    void start_again() {
+        program.reset();
+        program = std::make_unique<qt::desk_program>(std::filesystem::path(directory.path().toStdString()));
+        start();
+    }
+
+    QStringList files_at_home() const {
+        QStringList found;
+        QDirIterator all(home.path(), QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
+                         QDirIterator::Subdirectories);
+        while (all.hasNext())
+            found << all.next().mid(home.path().size());
+        return found;
+    }
+
+    QTemporaryDir home;
+};
+
+TEST_F(two_runs, leave_no_file_at_home_and_the_window_where_it_was) {
+    start();
+    const QRect first = program->main_window().geometry();
+    const QByteArray settings = file("marlo_rs232.ini");
+    program->main_window().move(first.topLeft() + QPoint(40, 30));
+    const hand h = operator_hand();
+    h.click("cmd_edid");
+    std::vector<seen_dialog> dialogs;
+    answer_next_file_dialog(dialogs, directory.filePath("marlo_rs232.ini"));
+    std::vector<seen_box> boxes;
+    answer_next_box(boxes, QMessageBox::Ok);
+    h.later(200, [&] { answer_next_box(boxes, QMessageBox::Ok); });
+    h.click("cmd_load");
+    ASSERT_EQ(dialogs.size(), 1U);
+    start_again();
+    EXPECT_EQ(program->main_window().geometry(), first);
+    EXPECT_TRUE(operator_hand().is_shown("img_logo"));
+    EXPECT_EQ(files_at_home(), QStringList());
+}
+
+} // namespace
+
+} // namespace desk::gui
