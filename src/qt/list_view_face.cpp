@@ -1,6 +1,7 @@
 #include "qt/list_view_face.h"
 
 #include "controls/operator_actions.h"
+#include "qt/focus_frame.h"
 #include "qt/look.h"
 
 #include <QHeaderView>
@@ -52,9 +53,9 @@ private:
 };
 
 /// Tells of every mouse button that is let go over its rows, since any of them can have moved the selection.
-class row_list final : public QTreeWidget {
+class row_list final : public focus_frame<QTreeWidget> {
 public:
-    using QTreeWidget::QTreeWidget;
+    using focus_frame::focus_frame;
     std::function<void()> on_release;
 
 protected:
@@ -156,7 +157,7 @@ private:
 class tree_view_face final : public control_face {
 public:
     tree_view_face(tree_view& model, QWidget* parent, event_gate& gate)
-        : control_face(model, new QTreeWidget(parent), gate)
+        : control_face(model, new focus_frame<QTreeWidget>(parent), gate)
         , model_(model)
         , tree_(static_cast<QTreeWidget*>(widget())) {
         tree_->setHeaderHidden(true);

@@ -1,6 +1,7 @@
 #include "qt/look.h"
 
 #include "qt/accessible.h"
+#include "qt/desk_style.h"
 
 #include <QApplication>
 #include <QFontDatabase>
@@ -8,7 +9,6 @@
 #include <QIcon>
 #include <QPainter>
 #include <QPalette>
-#include <QStyleFactory>
 #include <QWidget>
 
 #include <algorithm>
@@ -31,7 +31,7 @@ QPalette grey_palette() {
     palette.setColor(QPalette::Disabled, QPalette::Base, grey);
     // readable at arm's length also while it is disabled
     for (const auto role : {QPalette::WindowText, QPalette::ButtonText, QPalette::Text})
-        palette.setColor(QPalette::Disabled, role, QColor(96, 96, 96));
+        palette.setColor(QPalette::Disabled, role, QColor(78, 78, 78));
     return palette;
 }
 
@@ -50,7 +50,7 @@ void set_look(QApplication& application) {
                              ":/fonts/LiberationMono-Regular.ttf"})
         QFontDatabase::addApplicationFont(file);
     // the title of a frame stands on its border
-    application.setStyle(QStyleFactory::create("Windows"));
+    application.setStyle(new desk_style);
     application.setPalette(grey_palette());
     application.setFont(font_of(text_font::sans));
     make_accessible();

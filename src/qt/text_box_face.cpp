@@ -1,6 +1,7 @@
 #include "qt/text_box_face.h"
 
 #include "controls/operator_actions.h"
+#include "qt/focus_frame.h"
 #include "qt/look.h"
 
 #include <QKeyEvent>
@@ -34,28 +35,6 @@ protected:
     void paintEvent(QPaintEvent* e) override {
         QLineEdit::paintEvent(e);
         if (hasFocus()) draw_focus(*this);
-    }
-};
-
-/// A box of many lines that shows the focus on its frame.
-template <class Edit>
-class page_box final : public Edit {
-public:
-    using Edit::Edit;
-
-protected:
-    bool event(QEvent* e) override {
-        const bool taken = Edit::event(e);
-        if (e->type() == QEvent::Paint && this->hasFocus()) draw_focus(*this);
-        return taken;
-    }
-    void focusInEvent(QFocusEvent* e) override {
-        Edit::focusInEvent(e);
-        this->update();
-    }
-    void focusOutEvent(QFocusEvent* e) override {
-        Edit::focusOutEvent(e);
-        this->update();
     }
 };
 
@@ -117,7 +96,7 @@ template <class Edit>
 class page_box_face final : public control_face {
 public:
     page_box_face(text_box& model, QWidget* parent, event_gate& gate)
-        : control_face(model, new page_box<Edit>(parent), gate), model_(model), edit_(static_cast<Edit*>(widget())) {
+        : control_face(model, new focus_frame<Edit>(parent), gate), model_(model), edit_(static_cast<Edit*>(widget())) {
         edit_->setFont(font_of(model.font));
         edit_->setUndoRedoEnabled(false);
         edit_->setTabChangesFocus(true);

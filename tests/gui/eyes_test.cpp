@@ -2,13 +2,17 @@
 
 #include "bench_fixture.h"
 #include "qt/look.h"
+#include "qt/qt_dialogs.h"
 #include "qt/text_label.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QFontMetricsF>
 #include <QImage>
+#include <QLabel>
+#include <QMessageBox>
 #include <QPushButton>
-#include <QScrollBar>
+#include <QTimer>
 #include <QTreeWidget>
 
 namespace desk::gui {
@@ -70,6 +74,9 @@ TEST_F(eyes, read_text_on_every_colour) {
         EXPECT_GE(qt::contrast(black, qt::color_of(ground)), qt::readable_contrast) << ground;
     EXPECT_GE(qt::contrast(qt::color_of(color_white), qt::color_of(color_blue)), qt::readable_contrast);
     EXPECT_NEAR(qt::contrast(Qt::black, Qt::white), 21, 0.001);
+    EXPECT_GE(qt::contrast(QApplication::palette().color(QPalette::Disabled, QPalette::ButtonText),
+                           qt::color_of(color_window)),
+              qt::readable_contrast);
 
     desk().switches.cmd_out[0].back_color = color_red;
     desk().switches.cmd_out[0].enabled = false;
@@ -107,6 +114,57 @@ TEST_F(eyes, see_every_caption_whole) {
         for (const QString& line : l->text().split('\n'))
             EXPECT_LE(QFontMetricsF(l->font()).horizontalAdvance(line), l->width()) << qPrintable(l->objectName());
     }
+}
+
+TEST_F(eyes, see_where_the_focus_is) {
+    start();
+    const hand h = operator_hand();
+    const auto looks_other_with_focus = [&](const char* name) {
+        h.find(name).setFocus(Qt::TabFocusReason);
+        const QImage with = h.find(name).grab().toImage();
+        h.find("cmd_about").setFocus(Qt::TabFocusReason);
+        return with != h.find(name).grab().toImage();
+    };
+    for (const char* name : {"cbo_com", "cmd_conn", "cmd_timing"})
+        EXPECT_TRUE(looks_other_with_focus(name)) << name;
+    h.click("cmd_timing");
+    for (const char* name : {"lstv_timing", "txt_htotal_pix", "txt_pix_f"})
+        EXPECT_TRUE(looks_other_with_focus(name)) << name;
+    h.click("cmd_edid");
+    for (const char* name : {"txt_read", "opt_edid_src_1"})
+        EXPECT_TRUE(looks_other_with_focus(name)) << name;
+    h.click("cmd_read");
+    h.click("cmd_read_translate");
+    h.click_node("tree_edid", {"Block 0: VESA Basic Block"});
+    EXPECT_EQ(h.find("tree_edid").grab().toImage().pixelColor(0, 20), QColor(0, 0, 128));
+    for (const char* name : {"txt_edid", "tree_edid", "cmd_edid_back"})
+        EXPECT_TRUE(looks_other_with_focus(name)) << name;
+}
+
+TEST_F(eyes, read_a_box_whole) {
+    start();
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    qt::qt_message_box boxes(program->gate());
+    const QString text = "/a folder/R&D/display.hex exists. Overwrite it ?";
+    std::vector<QImage> signs;
+    for (const box_icon icon : {box_icon::critical, box_icon::question, box_icon::exclamation}) {
+        QTimer::singleShot(50, qApp, [&] {
+            auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            ASSERT_NE(box, nullptr);
+            const auto* const said = box->findChild<QLabel*>("qt_msgbox_label");
+            EXPECT_EQ(said->text(), text);
+            EXPECT_GE(said->height(), said->heightForWidth(said->width()));
+            const QPixmap sign = box->iconPixmap();
+            EXPECT_EQ(sign.width(), qRound(32 * box->devicePixelRatioF()));
+            signs.push_back(sign.toImage().convertToFormat(QImage::Format_Grayscale8));
+            box->button(QMessageBox::Ok)->click();
+        });
+        boxes.show(text.toStdString(), icon, box_buttons::ok);
+    }
+    ASSERT_EQ(signs.size(), 3U);
+    EXPECT_NE(signs[0], signs[1]);
+    EXPECT_NE(signs[1], signs[2]);
+    EXPECT_NE(signs[0], signs[2]);
 }
 
 TEST_F(eyes, find_the_row_that_the_program_selects) {

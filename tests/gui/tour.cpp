@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <QTest>
 
 #include <cstdio>
 #include <exception>
@@ -86,6 +87,7 @@ public:
         hand_.click("cmd_refresh");
         demand("lab_timing", "[01]");
         picture("panel_after_refresh");
+        without_a_port();
     }
 
 private:
@@ -161,6 +163,16 @@ private:
             diag.click("cmd_ok");
         });
         hand_.click("cmd_w_auto");
+    }
+
+    void without_a_port() {
+        hand_.click("cmd_disconn");
+        desk::gui::in_next_window("", [this](const hand& box) {
+            save_picture(box, "no_port");
+            QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape);
+        });
+        hand_.click("cmd_refresh");
+        picture("disconnected");
     }
 
     void save_read_side(const QString& name, int filter) {
