@@ -10,8 +10,8 @@ namespace desk {
 
 class timer;
 
-/// A window as a model: its controls in the order they lie over each other, the last one on top, which is also the
-/// order of the tab key. It collects which of them have changed until its face has followed.
+/// A window as a model: its controls in the order they lie over each other, the last one on top. It collects which of
+/// them have changed until its face has followed.
 class window : public control {
 public:
     window() : control(control_kind::window) {
