@@ -201,6 +201,7 @@ TEST_F(keyboard, walks_the_tree_and_leaves_the_report_with_escape) {
     EXPECT_TRUE(h.text("txt_edid").contains("Block 0 is VESA Basic Block")) << qPrintable(h.text("txt_edid"));
     std::string first;
     in_next_window("frm_report", [&](const hand& report) {
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&report.find("frm_report")));
         first = focused();
         report.press_key("txt_report", Qt::Key_Escape);
         EXPECT_FALSE(report.is_shown("frm_report"));
@@ -217,6 +218,7 @@ TEST_F(keyboard, works_a_window_that_has_one_way_out_alone) {
     h.click("cmd_read");
     QStringList order;
     in_next_window("frm_diag", [&](const hand& diag) {
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&diag.find("frm_diag")));
         for (int i = 0; i < 5; ++i) {
             order << QApplication::focusWidget()->objectName();
             if (i < 4) press(Qt::Key_Tab);
