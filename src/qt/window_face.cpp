@@ -99,6 +99,12 @@ void window_face::follow() {
     follow_window();
 }
 
+void window_face::focus_first() {
+    // through the model, since the window may not have the keys yet
+    const std::vector<control*> stops = tab_stops(model_);
+    if (!stops.empty()) gate_.run([&] { stops.front()->set_focus(); });
+}
+
 void window_face::follow_window() {
     const QString caption = QString::fromStdString(model_.caption);
     if (windowTitle() != caption) setWindowTitle(caption);

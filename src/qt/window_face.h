@@ -27,7 +27,7 @@ public:
     void follow();
 
     /// Hands the focus to the first control that takes keys.
-    void focus_first() { focusNextPrevChild(true); }
+    void focus_first();
 
 signals:
     /// A modal window is closed.

@@ -44,6 +44,13 @@ protected:
     static std::string line(const QStringList& names) { return names.join(' ').toStdString(); }
     static std::string focused() { return QApplication::focusWidget()->objectName().toStdString(); }
 
+    /// A window that has just opened gets the keys a little later.
+    static bool has_the_keys(const QWidget& w) {
+        return wait_until(
+            [&] { return QApplication::focusWidget() != nullptr && QApplication::focusWidget()->window() == &w; },
+            5000);
+    }
+
     /// The key is let go over whoever has the focus by then.
     static void press(Qt::Key key) {
         QTest::keyPress(QApplication::focusWidget(), key);
@@ -201,7 +208,7 @@ TEST_F(keyboard, walks_the_tree_and_leaves_the_report_with_escape) {
     EXPECT_TRUE(h.text("txt_edid").contains("Block 0 is VESA Basic Block")) << qPrintable(h.text("txt_edid"));
     std::string first;
     in_next_window("frm_report", [&](const hand& report) {
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&report.find("frm_report")));
+        EXPECT_TRUE(has_the_keys(report.find("frm_report")));
         first = focused();
         report.press_key("txt_report", Qt::Key_Escape);
         EXPECT_FALSE(report.is_shown("frm_report"));
@@ -218,7 +225,7 @@ TEST_F(keyboard, works_a_window_that_has_one_way_out_alone) {
     h.click("cmd_read");
     QStringList order;
     in_next_window("frm_diag", [&](const hand& diag) {
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&diag.find("frm_diag")));
+        EXPECT_TRUE(has_the_keys(diag.find("frm_diag")));
         for (int i = 0; i < 5; ++i) {
             order << QApplication::focusWidget()->objectName();
             if (i < 4) press(Qt::Key_Tab);
