@@ -30,7 +30,7 @@ std::string list_reader::read_string() {
     skip_blanks();
     if (at_end()) throw runtime_failure(failure::input_past_end_of_file, "a text is missing at the end of the file");
     std::string value;
-    if (!at_end() && text_[at_] == '"') {
+    if (text_[at_] == '"') {
         ++at_;
         const std::size_t end = std::min(text_.find('"', at_), text_.size());
         value = text_.substr(at_, end - at_);

@@ -101,6 +101,22 @@ TEST_F(settling_focus, leaves_it_where_another_has_taken_it) {
     EXPECT_TRUE(second.has_focus());
 }
 
+TEST(window, does_not_give_the_focus_back_to_a_control_that_was_hidden_meanwhile) {
+    window form;
+    button b;
+    form.add(b);
+    form.visible = true;
+    b.set_focus();
+    b.enabled = false;
+    form.settle_focus();
+    b.visible = false;
+    form.settle_focus();
+    b.visible = true;
+    b.enabled = true;
+    form.settle_focus();
+    EXPECT_FALSE(b.has_focus());
+}
+
 TEST(window, tells_each_changed_control_once) {
     window form;
     label a;

@@ -12,18 +12,17 @@ namespace desk::fuzz {
 /// that is refused.
 template <class Read>
 void take_file(std::string_view file, byte_step::append when, Read read) {
-    desk_under_fuzz d;
-    frm_main& desk = d.desk;
-    byte_step step(desk.edid, desk.texts, when);
+    edid_side d;
+    byte_step step(d.edid, d.texts, when);
     bool taken = false;
     if (!ends_well([&] { taken = read(file, step); }) || !taken) return;
-    const std::string bytes = bin_of(desk.edid.txt_write.text.get());
-    const bool fits = ends_well([&] { desk.texts.win2buff(buff::write, 1); });
+    const std::string bytes = bin_of(d.edid.txt_write.text.get());
+    const bool fits = ends_well([&] { d.texts.win2buff(buff::write, 1); });
     demand(fits == (bytes.size() <= edid_size), "256 bytes fit into a buffer and no more");
     const auto same = [](char shown, std::uint8_t held) { return static_cast<std::uint8_t>(shown) == held; };
     const std::size_t count = std::min(bytes.size(), edid_size);
-    demand(std::equal(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(count),
-                      desk.buffers.write_buff.begin(), same),
+    demand(std::equal(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(count), d.buffers.write_buff.begin(),
+                      same),
            "the buffer holds what the window shows");
 }
 

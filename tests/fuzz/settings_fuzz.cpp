@@ -1,12 +1,26 @@
+#include "controls/operator_actions.h"
 #include "desk_under_fuzz.h"
+#include "link/module_text.h"
+#include "shell/settings_file.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace desk;
-    fuzz::desk_under_fuzz d;
-    kept_settings settings{d.desk.link, d.desk.edid, d.desk.fields};
+    fuzz::edid_side d;
+    kept_settings settings{d.link, d.edid, d.fields};
     if (!fuzz::ends_well([&] { settings.read(fuzz::text_of(data, size)); })) return 0;
     const std::string kept = settings.text();
     fuzz::demand(fuzz::ends_well([&] { settings.read(kept); }), "what was written can be read");
     fuzz::demand(settings.text() == kept, "what was written is read as it was");
+    // an entry may name anything: a file that is not there leaves the list
+    for (label& entry : d.edid.lab_pre_f) {
+        const std::string name = entry.caption;
+        for (const int part : {0, 1, 2})
+            path_part(name, part);
+        hover(entry);
+        fuzz::ends_well([&] { click(entry); });
+        d.fields.edid_file_name = name;
+        d.previous.add_pre_f();
+        fuzz::demand(d.edid.lab_pre_f[0].caption == name, "the file used last stands first");
+    }
     return 0;
 }

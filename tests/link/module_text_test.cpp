@@ -52,6 +52,13 @@ TEST(pad_left, trims_first) {
     EXPECT_EQ(text, "0012");
 }
 
+TEST(pad_left, fails_without_a_pad_and_for_a_negative_width) {
+    std::string text = "7";
+    EXPECT_EQ(failure_of([&] { pad_left(text, "", 3); }), failure::invalid_procedure_call);
+    EXPECT_EQ(failure_of([&] { pad_left(text, "0", -1); }), failure::invalid_procedure_call);
+    EXPECT_EQ(text, "7");
+}
+
 TEST(path_part_0, is_all_before_the_last_backslash) {
     EXPECT_EQ(path_part("C:\\edid\\sink.hex", 0), "C:\\edid");
     EXPECT_EQ(path_part("C:\\sink.hex", 0), "C:");

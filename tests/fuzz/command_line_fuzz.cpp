@@ -1,0 +1,60 @@
+// The words that edid_report and velotrace_sim are started with, each ended by a byte 0.
+
+#include "batch/input_files.h"
+#include "batch/options.h"
+#include "desk_under_fuzz.h"
+#include "fuzz_input.h"
+#include "generator/sim_options.h"
+#include "runtime/text.h"
+
+#include <map>
+
+namespace {
+
+using namespace desk;
+
+void start_edid_report(const std::vector<std::string>& words) {
+    batch::options wanted;
+    try {
+        wanted = batch::options_of(words);
+    } catch (const batch::usage_error& e) {
+        fuzz::demand(*e.what() != '\0', "a bad command line is told why");
+        return;
+    }
+    fuzz::demand(wanted.help || !wanted.inputs.empty(), "there is something to report on");
+    fuzz::demand(wanted.jobs <= 1024, "the jobs are no more than told");
+}
+
+/// Names are never looked up here: a file that is not there is told when it is read.
+void find_files(std::vector<std::string> names) {
+    for (std::string& name : names)
+        name.insert(0, "no folder/");
+    const batch::input_files found = batch::find_input_files(names);
+    fuzz::demand(found.files.size() == names.size() && found.problems.empty(), "each name is a file");
+    std::map<std::string, int> reports;
+    for (const batch::input_file& file : found.files) {
+        if (!file.name_taken) ++reports[lower_case(batch::report_name(file))];
+        fuzz::demand(!found.path_of(file).empty(), "a file has its path");
+        batch::kind_of(file.name);
+    }
+    for (const auto& [name, count] : reports)
+        fuzz::demand(count == 1, "no report replaces another");
+}
+
+void start_simulator(const std::vector<std::string>& words) {
+    fuzz::ends_well([&] {
+        const sim_options wanted = sim_options_of(words);
+        fuzz::demand(wanted.timings >= 1 && wanted.timings <= largest_catalogue, "the timings are as many as told");
+        fuzz::demand(wanted.patterns >= 1 && wanted.patterns <= largest_catalogue, "the patterns are as many as told");
+    });
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::vector<std::string> words = fuzz::parted(fuzz::text_of(data, size), '\0');
+    start_edid_report(words);
+    find_files(words);
+    start_simulator(words);
+    return 0;
+}

@@ -1,0 +1,88 @@
+// One exchange: bytes that arrive in any pieces at any times, whatever the desk takes for an answer meanwhile.
+
+#include "desk_under_fuzz.h"
+#include "fuzz_input.h"
+#include "link/commands.h"
+
+#include <array>
+
+namespace {
+
+using namespace desk;
+
+constexpr int most_pieces = 40;
+constexpr std::array commands = {std::string_view("TIM001"),
+                                 std::string_view("HDC999"),
+                                 command::query_favourite_timings,
+                                 command::query_autorun_list,
+                                 command::query_custom_string,
+                                 command::read_edid,
+                                 command::reset};
+
+/// How many bytes a download in this view takes for its answer, whatever they are; 0: it is judged by its digits.
+int counted_answer(const exchange& link) {
+    if (!link.download_mode) return 0;
+    switch (link.view_mode) {
+    case view::favorite_timing:
+        return std::max(1, link.fav_timing_count * 6);
+    case view::favorite_pattern:
+        return std::max(1, link.fav_pattern_count * 6);
+    case view::autorun_config:
+        return 768;
+    case view::pattern_select:
+        return link.selected_pattern() == 41 ? 18 : 0;
+    case view::edid_read_write:
+        return 18;
+    default:
+        return 0;
+    }
+}
+
+bool is_answer(const exchange& link) {
+    const std::string& text = link.rx_text;
+    if (const int count = counted_answer(link)) return text.size() >= static_cast<std::size_t>(count);
+    const auto digit = [&](std::size_t place) { return text[place] >= '0' && text[place] <= '9'; };
+    return text.size() >= 6 && digit(3) && digit(4) && digit(5);
+}
+
+/// Pieces of bytes at their times from now on.
+void let_arrive(test::fake_machine& m, fuzz::fuzz_input& input) {
+    std::int64_t at = 0;
+    for (int piece = input.below(most_pieces); piece > 0; --piece) {
+        at += input.byte() * 2;
+        m.events.in(at, [&m, bytes = std::string(input.text())] { m.port.arrive(bytes); });
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    fuzz::fuzz_input input(data, size);
+    test::fake_machine m;
+    exchange link(m.host);
+    m.events.ticking = &link.tim_rx;
+    link.com_port = 1;
+    link.set_comm();
+    const std::string_view cmd = commands.at(static_cast<std::size_t>(input.below(static_cast<int>(commands.size()))));
+    link.view_mode = static_cast<std::int16_t>(input.below(8));
+    link.download_mode = input.yes();
+    link.fav_timing_count = static_cast<std::int16_t>(input.byte());
+    link.fav_pattern_count = static_cast<std::int16_t>(input.byte());
+    const int selected = input.below(45);
+    link.selected_pattern = [selected] { return selected; };
+    m.port.arrive(input.short_text(8)); // what is left of an exchange before
+    m.port.on_write = [&](const std::string& written) {
+        fuzz::demand(written == cmd, "what is written is the command and nothing else");
+        fuzz::demand(m.port.waiting.empty(), "nothing that came before a command is taken for its answer");
+        let_arrive(m, input);
+    };
+
+    fuzz::demand(fuzz::ends_well([&] { link.tx_cmd(cmd); }), "an exchange of some thousand bytes ends");
+    fuzz::demand(link.rx_text.size() == static_cast<std::size_t>(link.rx_count), "each byte is counted");
+    const bool own_letters = link.download_mode || link.rx_text.compare(0, 3, cmd, 0, 3) == 0;
+    fuzz::demand(link.rx_done == (is_answer(link) && own_letters), "an answer is taken where it is one");
+    const std::size_t tries = m.port.take_written().size();
+    fuzz::demand(tries == 2 || (tries == 1 && link.rx_done), "what is not answered is sent twice");
+    fuzz::demand(!link.tim_rx.enabled, "nothing is received between exchanges");
+    return 0;
+}

@@ -1,0 +1,96 @@
+// velotrace_sim as its user calls it: command line, typed lines, the link to its terminal.
+
+#ifndef _WIN32
+
+#include "support/shell_run.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+
+namespace desk {
+namespace {
+
+class simulator_program : public testing::Test {
+protected:
+    /// Runs it with these lines typed.
+    test::shell_run run(const std::string& typed, const std::string& words, const std::string& before = "") {
+        folder.put("typed", typed);
+        return test::run_in_shell(before + "timeout 60 \"" VELOTRACE_SIM "\" " + words + " <" + in_folder("typed"),
+                                  folder);
+    }
+    std::string in_folder(const std::string& name) const { return "\"" + (folder / name).string() + "\""; }
+
+    test::temporary_directory folder;
+};
+
+TEST_F(simulator_program, tells_how_it_is_used) {
+    const auto ended = run("", "--help");
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_TRUE(ended.out.starts_with("usage: velotrace_sim [--timings N] [--patterns N] [--quiet] [LINK]\n"));
+}
+
+TEST_F(simulator_program, refuses_a_command_line_that_makes_no_sense) {
+    const auto ended = run("quit\n", "--every");
+    EXPECT_EQ(ended.status, 2);
+    EXPECT_EQ(ended.out, "");
+    EXPECT_EQ(ended.err, "velotrace_sim: unknown option \"--every\".\nTry velotrace_sim --help.\n");
+}
+
+TEST_F(simulator_program, has_a_link_to_its_terminal_until_it_quits) {
+    const auto ended = run("silent\nquit\n", in_folder("com1"));
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_TRUE(ended.out.starts_with("VELOTRACE simulator on /dev/")) << ended.out;
+    EXPECT_TRUE(ended.out.ends_with("\nThe generator answers nothing.\nGood-bye.\n")) << ended.out;
+    EXPECT_FALSE(folder.has("com1"));
+}
+
+TEST_F(simulator_program, takes_its_terminal_away_and_brings_another) {
+    const auto ended = run("unplug\nplug\nquit\n", in_folder("com1"));
+    EXPECT_EQ(ended.status, 0);
+    std::size_t terminals = 0;
+    for (std::size_t at = 0; (at = ended.out.find("VELOTRACE simulator on ", at)) != std::string::npos; ++at)
+        ++terminals;
+    EXPECT_EQ(terminals, 2U) << ended.out;
+}
+
+TEST_F(simulator_program, says_why_it_can_not_be_plugged_in_and_goes_on) {
+    // somebody else's file has taken the link's name meanwhile
+    folder.put("typed", "");
+    const auto ended = test::run_in_shell(
+        "(printf 'unplug\\n'; until grep -q 'off the line' " + in_folder("out") + "; do :; done; printf 'mine' >" +
+            in_folder("com1") + "; printf 'plug\\nquit\\n') | timeout 60 \"" VELOTRACE_SIM "\" " + in_folder("com1"),
+        folder);
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_NE(ended.out.find("com1"), std::string::npos) << ended.out;
+    EXPECT_TRUE(ended.out.ends_with("Good-bye.\n")) << ended.out;
+    EXPECT_EQ(folder.content("com1"), "mine");
+}
+
+TEST_F(simulator_program, ends_at_once_where_its_link_can_not_be_made) {
+    const auto ended = run("", in_folder("no folder/com1"));
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_TRUE(ended.err.starts_with("velotrace_sim: ")) << ended.err;
+}
+
+TEST_F(simulator_program, says_that_no_terminal_can_be_had) {
+    // room for the standard descriptors and the one for signals alone
+    const auto ended = run("", "", "ulimit -n 4 && ");
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_TRUE(ended.err.starts_with("velotrace_sim: no pseudo terminal can be had: ")) << ended.err;
+}
+
+TEST_F(simulator_program, outlives_the_end_of_its_input_until_it_is_ended) {
+    const auto ended = test::run_in_shell("timeout 60 \"" VELOTRACE_SIM "\" " + in_folder("com1") +
+                                              " </dev/null & sim=$!; until [ -L " + in_folder("com1") +
+                                              " ]; do :; done; kill -TERM $sim; wait $sim; echo \"ended\"",
+                                          folder);
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_FALSE(folder.has("com1")) << "it takes its link with it";
+}
+
+} // namespace
+} // namespace desk
+
+#endif

@@ -1,0 +1,35 @@
+#include "platform/native_serial_port.h"
+
+#include "support/expect_failure.h"
+#include "support/temporary_directory.h"
+
+#include <gtest/gtest.h>
+
+namespace desk {
+namespace {
+
+using test::failure_of;
+
+class closed_port : public testing::Test {
+protected:
+    test::temporary_directory folder;
+    std::unique_ptr<serial_port> port = make_native_serial_port(folder.path());
+};
+
+TEST_F(closed_port, can_not_be_opened_without_a_number) {
+    EXPECT_EQ(failure_of([&] { port->open(0); }), failure::path_file_access_error);
+}
+
+TEST_F(closed_port, can_not_be_opened_where_the_machine_has_no_such_device) {
+    EXPECT_EQ(failure_of([&] { port->open(987); }), failure::path_file_access_error);
+}
+
+TEST_F(closed_port, holds_nothing_and_takes_nothing) {
+    port->write(bytes_of("TIM001"));
+    EXPECT_EQ(port->in_count(), 0U);
+    EXPECT_EQ(port->out_count(), 0U);
+    EXPECT_TRUE(port->read().empty());
+}
+
+} // namespace
+} // namespace desk

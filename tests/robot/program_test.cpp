@@ -1,0 +1,47 @@
+// desk_robot as its user calls it: command line, script, answers.
+
+#include "support/desk_files.h"
+#include "support/shell_run.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace desk {
+namespace {
+
+class robot_program : public testing::Test {
+protected:
+    test::shell_run run(const std::string& script, const std::string& words) {
+        folder.put("script", script);
+        return test::run_in_shell("\"" DESK_ROBOT "\" " + words + " <\"" + (folder / "script").string() + "\"", folder);
+    }
+    std::string own_folder() const { return "\"" + folder.path().string() + "\""; }
+
+    test::temporary_directory folder;
+};
+
+TEST_F(robot_program, answers_each_line_of_its_script) {
+    folder.put("marlo_rs232.ini", test::usual_settings);
+    folder.put("timing_pattern.ini", test::plain_catalogue(3, 2));
+    const auto ended = run("start\n# a note\n\nfield fav_timing_count\nno such thing\n", own_folder());
+    EXPECT_EQ(ended.out, "ok\nok 3\nrefused \"no such command\"\n");
+    EXPECT_EQ(ended.status, 0);
+}
+
+TEST_F(robot_program, ends_where_it_is_told_to_quit) { EXPECT_EQ(run("quit\nclock\n", own_folder()).out, "ok\n"); }
+
+TEST_F(robot_program, takes_its_own_folder_where_none_is_named) {
+    // the first files stand beside the programs
+    EXPECT_EQ(run("start\n", "").out, "ok\n");
+}
+
+TEST_F(robot_program, takes_one_folder_alone) {
+    const auto ended = run("quit\n", own_folder() + " " + own_folder());
+    EXPECT_EQ(ended.status, 2);
+    EXPECT_EQ(ended.out, "");
+    EXPECT_EQ(ended.err, "usage: desk_robot [DIRECTORY] < script\n");
+}
+
+} // namespace
+} // namespace desk
