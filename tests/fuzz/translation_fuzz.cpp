@@ -53,6 +53,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (!failed) click_all_nodes(d);
     const std::string report = report_of(d);
     fuzz::demand(d.buffers.trans_buff == edid && d.buffers.read_buff == edid, "no byte of an EDID changes");
+    test::translation_desk write_side;
+    write_side.buffers.write_buff = edid;
+    const bool translated = fuzz::ends_well([&] { write_side.tree.cmd_write_translate_click(); });
+    fuzz::demand(translated == !failed, "both sides are translated alike");
     test::translation_desk fresh;
     fresh.buffers.trans_buff = edid;
     fuzz::demand(report_of(fresh) == report, "a report does not depend on what was clicked before");
