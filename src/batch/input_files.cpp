@@ -1,5 +1,6 @@
 #include "batch/input_files.h"
 
+#include "platform/file_names.h"
 #include "runtime/files.h"
 #include "runtime/text.h"
 
@@ -20,8 +21,8 @@ std::string_view without_extension(std::string_view name) {
     return point == std::string_view::npos || point == 0 ? name : name.substr(0, point);
 }
 
-/// As names are compared where upper and lower case are the same.
-int compare_names(std::string_view a, std::string_view b) { return lower_case(a).compare(lower_case(b)); }
+/// 0 for names that may lead to one file.
+int compare_names(std::string_view a, std::string_view b) { return alike_name(a).compare(alike_name(b)); }
 
 void add_folder(input_files& found, const std::string& name) {
     std::error_code error;

@@ -162,6 +162,13 @@ TEST_F(report_names_test, are_compared_without_regard_to_case) {
     EXPECT_EQ(report_names(), (strings{"Monitor.hex", "monitor.bin"}));
 }
 
+#ifdef _WIN32
+TEST_F(report_names_test, are_compared_without_regard_to_case_beyond_ascii) {
+    find({"x/\xC3\x84.hex", "y/\xC3\xA4.hex"});
+    EXPECT_EQ(report_names(), (strings{"\xC3\x84", "taken: \xC3\xA4"}));
+}
+#endif
+
 TEST_F(report_names_test, are_compared_across_folders) {
     find({"x/a.hex", "y/a.bin"});
     EXPECT_EQ(report_names(), (strings{"a.hex", "a.bin"}));

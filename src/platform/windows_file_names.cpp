@@ -1,0 +1,19 @@
+#include "platform/file_names.h"
+#include "platform/windows_api.h"
+
+#include "runtime/files.h"
+
+namespace desk {
+
+std::string alike_name(std::string_view name) {
+    // letters of all alphabets, whatever language the machine speaks: its folders compare them in upper case
+    std::wstring wide = path_from_utf8(name).wstring();
+    const int length = static_cast<int>(wide.size());
+    std::wstring upper(wide.size(), L'\0');
+    if (LCMapStringEx(LOCALE_NAME_INVARIANT, LCMAP_UPPERCASE, wide.data(), length, upper.data(), length, nullptr,
+                      nullptr, 0) == length)
+        wide = upper;
+    return utf8_from_path(wide);
+}
+
+} // namespace desk
