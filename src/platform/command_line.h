@@ -9,6 +9,9 @@ namespace desk {
 /// The words behind the program's name, in UTF-8.
 std::vector<std::string> program_arguments(int argument_count, char** arguments);
 
+/// From now on standard input and standard output pass every byte as it is.
+void pass_standard_streams_as_bytes();
+
 /// Bytes to standard output as they are. False: it takes no more.
 bool write_to_standard_output(std::string_view bytes);
 

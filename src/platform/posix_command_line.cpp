@@ -13,6 +13,8 @@ std::vector<std::string> program_arguments(int argument_count, char** arguments)
     return words;
 }
 
+void pass_standard_streams_as_bytes() {}
+
 bool write_to_standard_output(std::string_view bytes) {
     return std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size() && std::fflush(stdout) == 0;
 }

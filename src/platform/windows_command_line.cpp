@@ -23,6 +23,11 @@ std::vector<std::string> program_arguments(int /*argument_count*/, char** /*argu
     return words;
 }
 
+void pass_standard_streams_as_bytes() {
+    _setmode(_fileno(stdin), _O_BINARY);
+    _setmode(_fileno(stdout), _O_BINARY);
+}
+
 bool write_to_standard_output(std::string_view bytes) {
     // the line ends are the report's own
     _setmode(_fileno(stdout), _O_BINARY);

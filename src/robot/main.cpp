@@ -1,3 +1,4 @@
+#include "platform/command_line.h"
 #include "platform/program_directory.h"
 #include "robot/robot.h"
 #include "runtime/failure.h"
@@ -24,6 +25,8 @@ int main(int argument_count, char** arguments) {
         }
 
     desk::robot::robot robot(directory);
+    // scripts and answers hold control characters, and are the same bytes on every system
+    desk::pass_standard_streams_as_bytes();
     std::string line;
     while (!robot.finished() && std::getline(std::cin, line)) {
         const std::string answer = robot.answer(line);
