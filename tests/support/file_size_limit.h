@@ -1,5 +1,7 @@
 #pragma once
 
+#ifndef _WIN32
+
 #include <csignal>
 #include <sys/resource.h>
 
@@ -27,3 +29,5 @@ private:
 };
 
 } // namespace desk::test
+
+#endif
