@@ -1,0 +1,7 @@
+# What Windows shows of a program's file: icon, version and description. Nothing elsewhere.
+function(show_on_windows program description)
+    if(WIN32)
+        configure_file(${PROJECT_SOURCE_DIR}/packaging/windows/program.rc.in ${program}.rc @ONLY)
+        target_sources(${program} PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/${program}.rc)
+    endif()
+endfunction()
