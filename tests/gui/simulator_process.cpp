@@ -1,6 +1,5 @@
 #include "simulator_process.h"
 
-#include <QFile>
 #include <QThread>
 
 #include <algorithm>
@@ -17,13 +16,8 @@ bool is_traffic(const QByteArray& line) { return line.startsWith("> ") || line.s
 
 } // namespace
 
-simulator_process::simulator_process(const QString& link, const QStringList& options) : link_(link) {
-    process_.setProgram(VELOTRACE_SIM);
-    process_.setArguments(options + QStringList{link});
-    process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    // a pipe that nobody reads would hold it up
-    process_.setStandardOutputFile(log_folder_.filePath("log"));
-    process_.start();
+simulator_process::simulator_process(const QString& link, const QStringList& options)
+    : program_(start_simulator(link, options)) {
     // its first line says that the terminal is there
     wait_for([this] { return !replies().isEmpty(); });
 }
@@ -36,33 +30,19 @@ void simulator_process::wait_for(const std::function<bool()>& come) {
 }
 
 QList<QByteArray> simulator_process::replies() const {
-    QList<QByteArray> lines = printed().split('\n');
+    QList<QByteArray> lines = program_->printed().split('\n');
     lines.removeLast(); // it is not whole yet
     lines.erase(std::remove_if(lines.begin(), lines.end(), is_traffic), lines.end());
     return lines;
 }
 
-QByteArray simulator_process::printed() const {
-    QFile log(log_folder_.filePath("log"));
-    return log.open(QFile::ReadOnly) ? log.readAll() : QByteArray();
-}
+simulator_process::~simulator_process() { program_->end(); }
 
-simulator_process::~simulator_process() {
-    process_.closeWriteChannel();
-    process_.terminate();
-    process_.waitForFinished(limit_ms);
-}
-
-void simulator_process::kill() {
-    process_.kill();
-    process_.waitForFinished(limit_ms);
-    QFile::remove(link_);
-}
+void simulator_process::kill() { program_->kill(); }
 
 void simulator_process::tell(const QString& line) {
     const qsizetype before = replies().size();
-    process_.write(line.toUtf8() + "\n");
-    process_.waitForBytesWritten(limit_ms);
+    program_->type(line.toUtf8());
     wait_for([&] { return replies().size() > before; });
 }
 
@@ -73,7 +53,7 @@ QByteArray simulator_process::sink(int number) {
 
 QStringList simulator_process::traffic() {
     QStringList lines;
-    const QByteArray all = printed();
+    const QByteArray all = program_->printed();
     for (const QByteArray& line : all.mid(read_).split('\n')) {
         if (is_traffic(line)) lines.append(QString::fromLatin1(line));
     }
@@ -90,7 +70,7 @@ QStringList simulator_process::commands() {
 }
 
 QStringList simulator_process::commands_up_to(const QString& last) {
-    wait_for([&] { return printed().indexOf("> " + last.toLatin1() + "\n", read_) >= 0; });
+    wait_for([&] { return program_->printed().indexOf("> " + last.toLatin1() + "\n", read_) >= 0; });
     return commands();
 }
 

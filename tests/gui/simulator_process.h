@@ -1,11 +1,14 @@
 #pragma once
 
-#include <QProcess>
+#include "simulator_program.h"
+
+#include <QByteArray>
+#include <QList>
 #include <QString>
 #include <QStringList>
-#include <QTemporaryDir>
 
 #include <functional>
+#include <memory>
 
 namespace desk::gui {
 
@@ -34,14 +37,11 @@ public:
     QStringList commands_up_to(const QString& last);
 
 private:
-    QByteArray printed() const;
     /// The whole lines that are no traffic.
     QList<QByteArray> replies() const;
     static void wait_for(const std::function<bool()>& come);
 
-    QProcess process_;
-    QString link_;
-    QTemporaryDir log_folder_;
+    std::unique_ptr<simulator_program> program_;
     qsizetype read_ = 0;
 };
 

@@ -236,7 +236,9 @@ int main(int argument_count, char** arguments) {
         std::fprintf(stderr, "usage: velotrace_tour FOLDER\n");
         return 2;
     }
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    // the hand can't reach into the system's own
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication application(argument_count, arguments);
     QApplication::setQuitOnLastWindowClosed(false);
     desk::qt::set_look(application);
