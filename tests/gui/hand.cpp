@@ -6,8 +6,10 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QGroupBox>
+#include <QGuiApplication>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QScreen>
 #include <QStyle>
 #include <QStyleOptionViewItem>
 #include <QTest>
@@ -129,8 +131,20 @@ QString hand::text(const QString& name) const {
     return w.windowTitle();
 }
 
+namespace {
+
+/// What an eye sees of a window: on a real screen, the screen itself.
+QPixmap sight_of(QWidget& window) {
+    if (QGuiApplication::platformName() == "offscreen") return window.grab();
+    QTest::qWait(200); // until the screen has drawn it
+    const QRect frame = window.frameGeometry();
+    return window.screen()->grabWindow(0, frame.x(), frame.y(), frame.width(), frame.height());
+}
+
+} // namespace
+
 void hand::save_picture(const QString& path) const {
-    if (!window_.grab().save(path)) throw std::runtime_error(path.toStdString() + " can't be written");
+    if (!sight_of(window_).save(path)) throw std::runtime_error(path.toStdString() + " can't be written");
 }
 
 void hand::later(int ms, std::function<void()> work) const {
