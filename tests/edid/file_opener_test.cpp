@@ -1,5 +1,6 @@
 #include "edid/file_opener.h"
 
+#include "runtime/files.h"
 #include "support/edid_fixture.h"
 #include "support/expect_failure.h"
 
@@ -462,7 +463,7 @@ protected:
     strings list() const {
         strings names;
         for (const label& l : view.lab_pre_f)
-            names.push_back(l.caption.get().substr(l.caption.get().rfind('/') + 1));
+            names.push_back(utf8_from_path(path_from_utf8(l.caption.get()).filename()));
         return names;
     }
     void press(std::size_t index) { view.lab_pre_f.at(index).on_click(); }
