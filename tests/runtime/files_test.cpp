@@ -10,7 +10,9 @@
 #include <string>
 #include <vector>
 
+#ifndef _WIN32
 #include <unistd.h>
+#endif
 
 namespace desk {
 namespace {
@@ -27,6 +29,7 @@ void put_two_minutes_ago(const temporary_directory& directory, const std::string
     make_two_minutes_old(directory / name);
 }
 
+#ifndef _WIN32
 /// While it lives, a folder takes no new files, though those in it are open to writing.
 class protected_folder {
 public:
@@ -52,6 +55,7 @@ private:
     std::filesystem::path folder_;
     uid_t user_ = ::geteuid();
 };
+#endif
 
 TEST(read_whole_file, gives_every_byte) {
     const temporary_directory directory;
