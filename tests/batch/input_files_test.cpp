@@ -48,11 +48,13 @@ protected:
         found = find_input_files(paths);
         return found;
     }
-    /// The files found, without the directory of the test.
+    /// The files found, without the directory of the test, and with one separator on all systems.
     strings paths_found() const {
         strings paths;
-        for (const input_file& file : found.files)
-            paths.push_back(found.path_of(file).substr(path("").size()));
+        for (const input_file& file : found.files) {
+            const std::u8string name = path_from_utf8(found.path_of(file)).generic_u8string();
+            paths.push_back(std::string(name.begin(), name.end()).substr(path("").size()));
+        }
         return paths;
     }
     strings report_names() const {

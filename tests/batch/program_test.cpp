@@ -83,7 +83,12 @@ protected:
     int run_into(const std::string& words, const std::filesystem::path& output, const std::filesystem::path& errors) {
         const auto quoted = [](const std::filesystem::path& p) { return " \"" + p.string() + "\""; };
         const std::string command = "\"" EDID_REPORT "\" " + words + " >" + quoted(output) + " 2>" + quoted(errors);
+#ifdef _WIN32
+        // the command interpreter takes the first and the last quote away
+        const int status = std::system(("\"" + command + "\"").c_str());
+#else
         const int status = std::system(command.c_str());
+#endif
         out = folder.content("out");
         err = folder.content("err");
 #ifdef _WIN32

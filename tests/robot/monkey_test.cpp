@@ -45,8 +45,9 @@ outcome let_monkey_act(std::uint64_t seed) {
     directory.put("marlo_rs232.ini", test::usual_settings);
     directory.put("timing_pattern.ini", test::plain_catalogue(45, 45));
     const std::vector<std::string> files = put_edid_files(directory);
-    robot desk(directory.path());
-    test::monkey at_the_desk(desk, directory.path(), files, seed);
+    const std::filesystem::path named_plainly = path_from_utf8(directory.plain_name());
+    robot desk(named_plainly);
+    test::monkey at_the_desk(desk, named_plainly, files, seed);
     at_the_desk.act(actions);
     return {at_the_desk.transcript(), at_the_desk.outcomes(), at_the_desk.nonsense()};
 }

@@ -77,8 +77,7 @@ std::string monkey::some_choice() {
     case 0:
         return one_of(strings{"answer yes", "answer no", "answer cancel", "file cancel"});
     default:
-        return "file \"" + utf8_from_path(directory_ / path_from_utf8(one_of(files_))) + "\" " +
-               std::to_string(1 + below(2));
+        return "file \"" + utf8_from_path(directory_) + "/" + one_of(files_) + "\" " + std::to_string(1 + below(2));
     }
 }
 

@@ -139,8 +139,8 @@ public:
     void line(const scenario_line& l) {
         now_ = &l;
         try {
-            const std::string text = with_window_texts(
-                with_runs(with_repetitions(replaced(l.text, "$DIR", utf8_from_path(directory_.path())))));
+            const std::string text =
+                with_window_texts(with_runs(with_repetitions(replaced(l.text, "$DIR", directory_.plain_name()))));
             if (text.front() == '!')
                 directive(trimmed(text.substr(1)));
             else
@@ -212,10 +212,20 @@ private:
             directory_.put(name, bytes_of_json(text));
     }
 
+    /// A file of this very name: some systems take upper and lower case for the same.
+    bool stands_there(const std::string& name) const {
+        const std::filesystem::path wanted = directory_ / name;
+        std::error_code no_folder;
+        const std::filesystem::directory_iterator files(wanted.parent_path(), no_folder);
+        return std::any_of(begin(files), end(files), [&](const std::filesystem::directory_entry& file) {
+            return file.path().filename() == wanted.filename();
+        });
+    }
+
     void expect_file(const std::string& name, const std::string& text) {
         const bool wanted = text != "none";
         const std::string expected = wanted ? bytes_of_json(text) : "";
-        if (directory_.has(name) != wanted)
+        if (stands_there(name) != wanted)
             fail(wanted ? "the file " + name : "no file " + name, wanted ? "none" : "one");
         else if (wanted && directory_.content(name) != expected)
             fail(text, robot::json_text(text_from_bytes(directory_.content(name))));
@@ -268,7 +278,7 @@ private:
     }
 
     temporary_directory directory_;
-    robot::robot robot_{directory_.path()};
+    robot::robot robot_{path_from_utf8(directory_.plain_name())};
     const scenario_line* now_ = nullptr;
     int mark_ = 0;
 };

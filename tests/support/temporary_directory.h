@@ -28,7 +28,15 @@ public:
     }
 
     const std::filesystem::path& path() const { return path_; }
-    std::filesystem::path operator/(std::string_view name) const { return path_ / path_from_utf8(name); }
+    /// The path with "/" between its parts on every system: it can stand in a quoted word as it is.
+    std::string plain_name() const {
+        const std::u8string name = path_.generic_u8string();
+        return {name.begin(), name.end()};
+    }
+    std::filesystem::path operator/(std::string_view name) const {
+        // with the separators that the system's own names have
+        return (path_ / path_from_utf8(name)).make_preferred();
+    }
 
     void put(std::string_view name, std::string_view content) const {
         std::ofstream(*this / name, std::ios::binary) << content;
