@@ -6,6 +6,7 @@
 #include "generator/sink_edids.h"
 
 #include <QCheckBox>
+#include <QDir>
 #include <QMessageBox>
 #include <QTest>
 #include <QTextEdit>
@@ -33,7 +34,7 @@ protected:
         operator_hand().click("cmd_edid");
     }
 
-    QString path_of(const QString& name) const { return directory.filePath(name); }
+    QString path_of(const QString& name) const { return QDir::toNativeSeparators(directory.filePath(name)); }
 
     /// Saves a side under a name of the program's directory; in a HEX file's style where it is one.
     void save(const QString& button, const QString& name, const QString& hex_style = "") {

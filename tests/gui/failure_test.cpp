@@ -47,7 +47,10 @@ TEST_F(failing_start, the_catalogue_is_missing) {
 class unopened_port : public bench {};
 
 TEST_F(unopened_port, is_told_before_the_window_appears_and_the_desk_goes_on) {
+#ifndef _WIN32
+    // on Windows no file can have the name of a port; there a port without a device serves as well
     put_file("com1", "no terminal");
+#endif
     std::vector<seen_box> boxes;
     answer_next_box(boxes, QMessageBox::Ok);
     start();
