@@ -48,8 +48,9 @@ TEST_F(road, a_timing_is_chosen_and_set) {
     h.click_row("lstv_timing", 23);
     const QString name = QString::fromStdString(desk().rows.lstv_timing.text(23));
     EXPECT_EQ(h.text("txt_htotal_pix"), QString::fromStdString(desk().rows.lstv_timing_sub.text(23)));
+    generator->tell("delay 300");
     bool was_red = false;
-    h.later(5, [&] { was_red = back_of(h.find("cmd_run")) == red && !h.find("cmd_run").isEnabled(); });
+    h.later(100, [&] { was_red = back_of(h.find("cmd_run")) == red && !h.find("cmd_run").isEnabled(); });
     h.click("cmd_run");
     EXPECT_TRUE(was_red);
     EXPECT_EQ(h.text("lab_timing"), name);
