@@ -15,11 +15,11 @@ namespace {
 
 using test::buffer_of;
 using test::failure_of;
-using test::sentence_of;
 using test::good_edid;
 using test::look_of;
 using test::mended;
 using test::needing_256;
+using test::sentence_of;
 using test::strings;
 using test::window_text_of;
 
