@@ -45,7 +45,8 @@ const std::map<std::string, names> floors = {
 /// Where the headers of the outside world may stand.
 const names with_qt = {"qt"};
 const names with_json = {"robot"};
-const names with_the_system = {"platform", "generator", "qt", "runtime/posix_disk.cpp", "runtime/windows_disk.cpp"};
+const names with_the_system = {
+    "platform", "generator", "qt", "runtime/posix_disk.cpp", "runtime/windows_disk.cpp", "runtime/windows_api.h"};
 
 /// The folder of a path under src; a folder inside a folder counts where it has a floor of its own.
 std::string folder_of(const std::string& path) {

@@ -1,5 +1,5 @@
 #include "platform/command_line.h"
-#include "platform/windows_api.h"
+#include "runtime/windows_api.h"
 
 #include <cstdio>
 #include <filesystem>

@@ -1,5 +1,5 @@
 #include "platform/file_names.h"
-#include "platform/windows_api.h"
+#include "runtime/windows_api.h"
 
 #include "runtime/files.h"
 

@@ -1,5 +1,5 @@
 #include "platform/local_date_time.h"
-#include "platform/windows_api.h"
+#include "runtime/windows_api.h"
 
 #include <array>
 

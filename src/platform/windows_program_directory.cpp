@@ -1,5 +1,5 @@
 #include "platform/program_directory.h"
-#include "platform/windows_api.h"
+#include "runtime/windows_api.h"
 
 #include <string>
 

@@ -1,5 +1,5 @@
 #include "platform/native_serial_port.h"
-#include "platform/windows_api.h"
+#include "runtime/windows_api.h"
 
 #include "runtime/failure.h"
 

@@ -1,14 +1,7 @@
 #include "runtime/disk.h"
+#include "runtime/windows_api.h"
 
 #include <algorithm>
-
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
-#include <windows.h>
 
 namespace desk {
 
