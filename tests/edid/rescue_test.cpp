@@ -184,6 +184,7 @@ TEST_F(rescue_test, closes_a_gap_in_the_numbers_before_it_lets_one_go) {
     EXPECT_EQ(own.content("rescued_read_3.hex"), "three");
 }
 
+#ifndef _WIN32
 class rescue_without_room_test : public rescue_test {
 protected:
     rescue_without_room_test() { setenv("TMPDIR", elsewhere.path().c_str(), 1); }
@@ -217,6 +218,7 @@ TEST_F(rescue_without_room_test, tells_that_the_disk_is_full) {
     EXPECT_EQ(own.file_count(), 1u);
     EXPECT_EQ(elsewhere.file_count(), 0u);
 }
+#endif
 
 } // namespace
 } // namespace desk
