@@ -1,5 +1,7 @@
 #include "generator/faulty_generator.h"
 
+#include "support/text_of_answer.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -11,19 +13,14 @@
 namespace desk {
 namespace {
 
+using test::text_of;
+
 class faulty_generator_test : public testing::Test {
 protected:
     /// Every answer goes wrong in this way from now on.
     void always(fault f) { line.follow({100, 1, {f}}); }
 
     std::string tell(std::string_view command) { return text_of(line.command(command)); }
-
-    static std::string text_of(const answer& parts) {
-        std::string text;
-        for (const answer_part& part : parts)
-            text += string_of(part.data);
-        return text;
-    }
 
     simulated_generator generator{76, 48};
     faulty_generator line{generator};

@@ -2,6 +2,8 @@
 
 #include "runtime/files.h"
 
+#include "support/text_of_answer.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -11,16 +13,11 @@
 namespace desk {
 namespace {
 
+using test::text_of;
+
 class misbehaviour_test : public testing::Test {
 protected:
     std::string tell(std::string_view command) { return text_of(line.command(command)); }
-
-    static std::string text_of(const answer& parts) {
-        std::string text;
-        for (const answer_part& part : parts)
-            text += string_of(part.data);
-        return text;
-    }
 
     simulated_generator generator{76, 48};
     misbehaviour line{generator};

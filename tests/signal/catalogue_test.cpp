@@ -2,6 +2,7 @@
 
 #include "controls/window.h"
 #include "runtime/text.h"
+#include "support/desk_files.h"
 #include "support/expect_failure.h"
 #include "support/fake_machine.h"
 
@@ -45,15 +46,7 @@ protected:
                 &desk_area.cmd_check_none, &desk_area.hsr_color_setting[0]};
     }
     /// A catalogue of so many plain rows.
-    void load_plain(int timings, int patterns) {
-        std::string text = std::to_string(timings) + "\r\n";
-        for (int i = 1; i <= timings; ++i)
-            text += "\"timing " + std::to_string(i) + "\",800,640,16,96,\"-\",525,480,10,2,\"+\",25.175\r\n";
-        text += std::to_string(patterns) + "\r\n";
-        for (int i = 1; i <= patterns; ++i)
-            text += "\"pattern " + std::to_string(i) + "\"\r\n";
-        rows.load(text);
-    }
+    void load_plain(int timings, int patterns) { rows.load(test::plain_catalogue(timings, patterns)); }
     /// Loads one timing with these figures and shows it.
     void show(const std::string& figures) {
         rows.load("1\r\n\"row\"," + figures + "\r\n0\r\n");
