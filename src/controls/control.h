@@ -77,6 +77,7 @@ public:
     property<int> height{*this, 0};
     property<color> back_color{*this, color_button_face};
     property<color> fore_color{*this, color_black};
+    property<std::string> tool_tip{*this, ""}; ///< shown while the pointer rests on it, also where it is disabled
 
     event on_got_focus;
 

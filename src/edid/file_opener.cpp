@@ -21,8 +21,9 @@ file_opener::file_opener(machine& m, window& form, workbench_frame& view, shared
 void file_opener::cmd_load_click() {
     try {
         choose_and_open();
-    } catch (const runtime_failure&) {
-        // The desk behaves so: whatever fails, the operator is told nothing.
+    } catch (const runtime_failure& silent) {
+        // The desk behaves so: whatever fails, the window shows nothing of it.
+        machine_.report_silent_failure(silent.sentence());
     }
 }
 

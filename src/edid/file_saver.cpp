@@ -43,8 +43,9 @@ void file_saver::cmd_save_read_click() {
 void file_saver::save_file(int side) {
     try {
         choose_and_save(side);
-    } catch (const runtime_failure&) {
-        // The desk behaves so: whatever fails, the operator is told nothing.
+    } catch (const runtime_failure& silent) {
+        // The desk behaves so: whatever fails, the window shows nothing of it.
+        machine_.report_silent_failure(silent.sentence());
     }
 }
 

@@ -35,8 +35,11 @@ void exchange::set_comm() {
         rs232_connected = true;
         cmd_conn.back_color = color_green;
         cmd_disconn.back_color = color_button_face;
+        cmd_disconn.tool_tip = "";
         machine_.events.pump();
-    } catch (const runtime_failure&) {
+    } catch (const runtime_failure& f) {
+        machine_.report_silent_failure(f.sentence());
+        cmd_disconn.tool_tip = f.sentence();
         machine_.boxes.show("RS232 can not work on COM" + str(com_port) + ": !", box_icon::none, box_buttons::ok);
         show_disconnected_look();
         rs232_connected = false;

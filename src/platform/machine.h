@@ -7,6 +7,8 @@
 #include "platform/serial_port.h"
 
 #include <filesystem>
+#include <functional>
+#include <string_view>
 
 namespace desk {
 
@@ -19,6 +21,10 @@ struct machine {
     modal_windows& windows;
     calendar& dates;
     std::filesystem::path program_directory; ///< the program's own directory
+
+    /// Takes the sentence of a failure that ends its event silently. The desk on the screen writes it to standard
+    /// error.
+    std::function<void(std::string_view sentence)> report_silent_failure = [](std::string_view) {};
 };
 
 } // namespace desk

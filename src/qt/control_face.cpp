@@ -22,6 +22,12 @@ void control_face::follow() {
     const QRect place(pixels(model_.left), pixels(model_.top), pixels(model_.width), pixels(model_.height));
     if (widget_->geometry() != place) widget_->setGeometry(place);
     follow_kind();
+    if (shown_tool_tip_ != model_.tool_tip.get()) {
+        shown_tool_tip_ = model_.tool_tip;
+        // rich text wraps its lines; a device's name is no markup
+        const QString escaped = QString::fromStdString(shown_tool_tip_).toHtmlEscaped();
+        widget_->setToolTip(escaped.isEmpty() ? escaped : "<qt>" + escaped + "</qt>");
+    }
     if (widget_->isEnabledTo(widget_->parentWidget()) != model_.enabled) widget_->setEnabled(model_.enabled);
     if (widget_->isVisibleTo(widget_->parentWidget()) != model_.visible) widget_->setVisible(model_.visible);
     following_ = false;

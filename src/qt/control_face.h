@@ -42,6 +42,7 @@ private:
     event_gate& gate_;
     bool following_ = false;
     QString plain_name_;
+    std::string shown_tool_tip_;
 };
 
 /// Builds the widget for a control of any kind that is seen; none for a timer.

@@ -1,6 +1,7 @@
 #include "qt/desk_program.h"
 
 #include "edid/rescue.h"
+#include "platform/command_line.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -10,6 +11,9 @@ namespace desk::qt {
 desk_program::desk_program(std::filesystem::path program_directory)
     : port_(make_native_serial_port(program_directory))
     , machine_{*port_, events_, boxes_, files_, windows_, dates_, std::move(program_directory)} {
+    machine_.report_silent_failure = [](std::string_view sentence) {
+        write_to_standard_error("velotrace: " + std::string(sentence) + "\n");
+    };
     gate_.leave = [this] { leave(); };
 }
 

@@ -30,8 +30,9 @@ void frm_report::cmd_exit_click() { form.visible = false; }
 void frm_report::cmd_save_click() {
     try {
         choose_and_save();
-    } catch (const runtime_failure&) {
-        // The desk behaves so: whatever fails, the operator is told nothing.
+    } catch (const runtime_failure& silent) {
+        // The desk behaves so: whatever fails, the window shows nothing of it.
+        machine_.report_silent_failure(silent.sentence());
     }
 }
 

@@ -66,11 +66,11 @@ void frm_main::set_texts() {
 }
 
 void frm_main::unload() {
-    const auto step = [](const auto& work) {
+    const auto step = [this](const auto& work) {
         try {
             work();
-        } catch (const runtime_failure&) {
-            // a step of the shut-down that fails is skipped
+        } catch (const runtime_failure& skipped) {
+            machine_.report_silent_failure(skipped.sentence());
         }
     };
     step([this] { machine_.port.close(); });
