@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+
+#include <unistd.h>
+
+namespace desk::test {
+
+/// What this process holds of the machine.
+struct process_resources {
+    std::size_t memory_kib = 0; ///< resident, without what it shares with files
+    std::size_t descriptors = 0;
+};
+
+/// From /proc, so on Linux only.
+inline process_resources resources_of_this_process() {
+    std::size_t pages = 0;
+    std::size_t resident = 0;
+    std::size_t shared = 0;
+    std::ifstream("/proc/self/statm") >> pages >> resident >> shared;
+    const auto page_kib = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE)) / 1024;
+    const std::filesystem::directory_iterator open_files("/proc/self/fd");
+    return {(resident - shared) * page_kib,
+            static_cast<std::size_t>(std::distance(begin(open_files), end(open_files)))};
+}
+
+/// Repeats `work` and reports what it takes. False: after the first tenth the process grows, by more than
+/// `most_growth_kib` or by a descriptor.
+template <class Work>
+bool stays_flat(int count, std::size_t most_growth_kib, Work work) {
+    for (int i = 0; i < count / 10; ++i)
+        work();
+    const process_resources first = resources_of_this_process();
+    for (int i = count / 10; i < count; ++i)
+        work();
+    const process_resources last = resources_of_this_process();
+    std::cout << count << " times: " << first.memory_kib << " KiB and " << first.descriptors
+              << " descriptors after the first tenth, " << last.memory_kib << " KiB and " << last.descriptors
+              << " at the end" << std::endl;
+    return last.memory_kib <= first.memory_kib + most_growth_kib && last.descriptors == first.descriptors;
+}
+
+} // namespace desk::test

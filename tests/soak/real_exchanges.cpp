@@ -1,0 +1,86 @@
+// Exchanges by the thousand on the real clock, from the real window over a pseudo terminal to the simulator: memory and
+// descriptors stay as they are after the first tenth.
+
+#include "hand.h"
+#include "qt/desk_program.h"
+#include "qt/look.h"
+#include "simulator_process.h"
+#include "soak/process_resources.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cstdlib>
+#include <iostream>
+#include <stdexcept>
+
+namespace {
+
+using namespace desk;
+using desk::gui::hand;
+using desk::test::stays_flat;
+
+constexpr int rows = 60;
+constexpr int most_in_a_row_unanswered = 3;
+constexpr std::size_t most_growth_kib = 2048;
+
+class bench {
+public:
+    bench() {
+        for (const char* name : {"marlo_rs232.ini", "timing_pattern.ini"}) {
+            QFile::copy(QString(FIRST_FILES) + "/" + name, folder_.filePath(name));
+            QFile::setPermissions(folder_.filePath(name), QFile::ReadOwner | QFile::WriteOwner);
+        }
+        generator_ = std::make_unique<gui::simulator_process>(folder_.filePath("com1"), QStringList{"--quiet"});
+        program_ = std::make_unique<qt::desk_program>(std::filesystem::path(folder_.path().toStdString()));
+        if (!program_->start()) throw std::runtime_error("the desk does not start");
+        if (!QTest::qWaitForWindowExposed(&program_->main_window())) throw std::runtime_error("no window is shown");
+        at().click("cmd_timing");
+    }
+
+    void exchange() {
+        const int row = 1 + count_++ % rows;
+        at().click_row("lstv_timing", row);
+        at().click("cmd_run");
+        // a machine that is busy elsewhere may leave one unanswered
+        unanswered_ = program_->desk().rows.cur_timing == row ? 0 : unanswered_ + 1;
+        if (unanswered_ > most_in_a_row_unanswered)
+            throw std::runtime_error("the generator does not answer: " + at().text("lab_timing").toStdString());
+    }
+
+private:
+    hand at() { return hand(program_->main_window()); }
+
+    QTemporaryDir folder_;
+    std::unique_ptr<gui::simulator_process> generator_;
+    std::unique_ptr<qt::desk_program> program_;
+    int count_ = 0;
+    int unanswered_ = 0;
+};
+
+int run(int count) {
+    bench b;
+    return stays_flat(count, most_growth_kib, [&] { b.exchange(); }) ? 0 : 1;
+}
+
+} // namespace
+
+int main(int argument_count, char** arguments) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const int count = argument_count == 2 ? std::atoi(arguments[1]) : 0;
+    if (count < 10) {
+        std::cerr << "usage: real_exchanges COUNT\n";
+        return 2;
+    }
+    QApplication application(argument_count, arguments);
+    QApplication::setQuitOnLastWindowClosed(false);
+    qt::set_look(application);
+    try {
+        return run(count);
+    } catch (const std::exception& e) {
+        std::cerr << "real_exchanges: " << e.what() << '\n';
+        return 1;
+    }
+}

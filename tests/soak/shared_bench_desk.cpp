@@ -1,0 +1,125 @@
+// One user's desk on a shared bench: the real window on a folder that others work in too, and a hand that connects,
+// sends, reads, opens and saves at random until the program ends. "close" on standard input closes the window.
+
+#include "dialog_hand.h"
+#include "hand.h"
+#include "qt/desk_program.h"
+#include "qt/look.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSocketNotifier>
+#include <QTest>
+#include <QTimer>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+#include <random>
+#include <string>
+
+#include <unistd.h>
+
+namespace {
+
+using namespace desk;
+using desk::gui::hand;
+
+/// 32 lines of eight bytes, and an empty one between the blocks.
+constexpr std::ptrdiff_t whole_edid_lines = 33;
+
+class operator_at_random {
+public:
+    operator_at_random(qt::desk_program& program, QString folder, unsigned seed)
+        : program_(program), folder_(std::move(folder)), random_(seed) {
+        QObject::connect(&answers_, &QTimer::timeout, &answers_, [] { answer_box(); });
+        answers_.start(10);
+        moves_.setSingleShot(true);
+        QObject::connect(&moves_, &QTimer::timeout, &moves_, [this] {
+            move();
+            moves_.start(20);
+        });
+        moves_.start(0);
+    }
+
+private:
+    hand at() { return hand(program_.main_window()); }
+    int below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
+    QString some_file() { return folder_ + "/edid_" + QString::number(below(3)) + ".hex"; }
+
+    static void answer_box() {
+        if (auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
+            box->buttons().constFirst()->click();
+    }
+
+    void move() {
+        switch (below(6)) {
+        case 0:
+            return at().click("cmd_conn");
+        case 1:
+            at().click("cmd_timing");
+            at().click_row("lstv_timing", 1 + below(20));
+            return at().click("cmd_run");
+        case 2:
+            at().click("cmd_edid");
+            return at().click("cmd_read");
+        case 3:
+            at().click("cmd_edid");
+            gui::answer_next_file_dialog(dialogs_, some_file());
+            return at().click("cmd_load");
+        case 4:
+            return save("cmd_save_read", program_.desk().edid.txt_read);
+        default:
+            return save("cmd_save_write", program_.desk().edid.txt_write);
+        }
+    }
+
+    /// Saves a whole EDID; what a failed READ has left is of any length.
+    void save(const char* button, const text_box& box) {
+        if (file_line_count(box.text) != whole_edid_lines) return;
+        at().click("cmd_edid");
+        gui::answer_next_file_dialog(dialogs_, some_file());
+        gui::in_next_window("frm_diag", [](const hand& style) { style.click("cmd_ok"); });
+        at().click(button);
+    }
+
+    static std::ptrdiff_t file_line_count(const std::string& text) {
+        return std::count(text.begin(), text.end(), '\n');
+    }
+
+    qt::desk_program& program_;
+    QString folder_;
+    std::mt19937 random_;
+    std::vector<gui::seen_dialog> dialogs_;
+    QTimer answers_;
+    QTimer moves_;
+};
+
+} // namespace
+
+int main(int argument_count, char** arguments) {
+    if (argument_count != 3) {
+        std::cerr << "usage: shared_bench_desk FOLDER SEED\n";
+        return 2;
+    }
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argument_count, arguments);
+    QApplication::setQuitOnLastWindowClosed(false);
+    qt::set_look(application);
+    const std::filesystem::path folder = std::filesystem::absolute(arguments[1]);
+    qt::desk_program program(folder);
+    std::cout << "started" << std::endl;
+    operator_at_random user(program, QString::fromStdString(folder.string()),
+                            static_cast<unsigned>(std::atoi(arguments[2])));
+    QSocketNotifier orders(STDIN_FILENO, QSocketNotifier::Read);
+    QObject::connect(&orders, &QSocketNotifier::activated, &orders, [&] {
+        orders.setEnabled(false);
+        program.main_window().close();
+    });
+    if (!program.start()) return 1;
+    QApplication::exec();
+    return program.exit_status();
+}
