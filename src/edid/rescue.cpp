@@ -14,9 +14,6 @@ namespace desk {
 
 namespace {
 
-/// A file longer than this was never saved by the desk, and no EDID needs it.
-constexpr std::size_t longest_file = std::size_t{16} * 1024 * 1024;
-
 class bytes_of_file final : public byte_receiver {
 public:
     std::string bytes;
@@ -27,7 +24,7 @@ public:
 
 /// What the desk's readers get out of a file.
 std::string bytes_in(const std::string& path) {
-    const std::string file = read_whole_file(path_from_utf8(path), longest_file);
+    const std::string file = read_whole_file(path_from_utf8(path));
     const std::string kind = upper_case(last_characters(path, 3));
     bytes_of_file found;
     if (kind == "HEX") {

@@ -15,6 +15,7 @@
 
 #ifndef _WIN32
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <termios.h>
 #include <unistd.h>
@@ -239,6 +240,18 @@ TEST_F(program, keeps_reports_apart_that_would_have_one_name) {
 }
 
 #ifndef _WIN32
+
+TEST_F(program, waits_for_no_pipe_in_the_place_of_a_report) {
+    folder.put("one.bin", bytes_of_edid(good_edid()));
+    folder.put("two.bin", bytes_of_edid(bad_gamma()));
+    std::filesystem::create_directory(folder / "reports");
+    for (const char* name : {"reports/one.txt", "reports/two.txt"})
+        ASSERT_EQ(::mkfifo((folder / name).c_str(), 0600), 0);
+    EXPECT_EQ(run("-o " + in_folder("reports") + " " + in_folder("one.bin") + " " + in_folder("two.bin")), 1);
+    EXPECT_NE(err.find("one.txt is no report and is not replaced."), std::string::npos) << err;
+    for (const char* name : {"reports/one.txt", "reports/two.txt"})
+        EXPECT_TRUE(std::filesystem::is_fifo(folder / name));
+}
 
 /// A terminal that keeps what is written to it.
 class terminal {
