@@ -49,7 +49,7 @@ std::error_code rename_over(const std::filesystem::path& from, const std::filesy
 /// their length. If it fails, the file holds the old bytes again.
 std::error_code write_in_place(const std::filesystem::path& path, std::string_view bytes, outlives worst);
 
-/// Keeps other programs out of a folder while they rename files there. Waits a second at most, and goes on without
+/// Keeps other programs out of a folder while they rename files there. Waits five seconds at most, and goes on without
 /// the lock where the file system has none.
 class folder_lock {
 public:

@@ -114,6 +114,14 @@ std::error_code write_and_cut(int file, std::string_view bytes, outlives worst) 
     return flush(file, worst);
 }
 
+/// Keeps other desks away from a file or folder until it is closed. The wait has an end, since nobody can keep this
+/// desk from its work, and not every file system has locks.
+void lock(int file, std::chrono::milliseconds longest_wait) {
+    const auto end = std::chrono::steady_clock::now() + longest_wait;
+    while (std::chrono::steady_clock::now() < end && ::flock(file, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK; ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+}
+
 /// The raw access list of a file; empty where it has none.
 std::error_code read_access_list(int file, std::string& list) {
     const ssize_t size = ::fgetxattr(file, access_list, nullptr, 0);
@@ -131,6 +139,8 @@ std::error_code set_access_list(int file, const std::string& list) {
 
 bool same_owner(const struct stat& a, const struct stat& b) { return a.st_uid == b.st_uid && a.st_gid == b.st_gid; }
 
+bool same_mode(const struct stat& a, const struct stat& b) { return ((a.st_mode ^ b.st_mode) & all_mode_bits) == 0; }
+
 /// Gives a new file, which only its owner can open, what an old one has. The mode comes last: up to then the file is
 /// open to nobody whom the old access list does not name.
 std::error_code make_like(const regular_file& old, int file) {
@@ -141,10 +151,12 @@ std::error_code make_like(const regular_file& old, int file) {
     std::string list;
     if (const std::error_code error = read_access_list(old.number(), list)) return error;
     if (const std::error_code error = set_access_list(file, list)) return error;
-    if (::fchmod(file, wanted.st_mode & all_mode_bits) != 0 || ::fstat(file, &now) != 0) return not_kept();
+    if (::fstat(file, &now) != 0) return last_error();
+    // a file system that gives every file the same mode refuses to change it
+    if (!same_mode(now, wanted) && ::fchmod(file, wanted.st_mode & all_mode_bits) != 0) return not_kept();
     // some file systems accept all of this and do nothing
-    const bool kept = same_owner(now, wanted) && ((now.st_mode ^ wanted.st_mode) & all_mode_bits) == 0;
-    return kept ? std::error_code() : not_kept();
+    if (::fstat(file, &now) != 0) return last_error();
+    return same_owner(now, wanted) && same_mode(now, wanted) ? std::error_code() : not_kept();
 }
 
 std::error_code create(const std::filesystem::path& path, std::string_view bytes, outlives worst, mode_t mode,
@@ -198,6 +210,7 @@ std::error_code rename_over(const std::filesystem::path& from, const std::filesy
 std::error_code write_in_place(const std::filesystem::path& path, std::string_view bytes, outlives worst) {
     const regular_file file(path, O_RDWR);
     if (file.error()) return file.error();
+    lock(file.number(), std::chrono::seconds(1));
     std::string old;
     if (const std::error_code error = read_up_to(file.number(), bytes.size(), old)) return error;
     const std::error_code error = write_and_cut(file.number(), bytes, worst);
@@ -211,11 +224,7 @@ std::error_code write_in_place(const std::filesystem::path& path, std::string_vi
 
 folder_lock::folder_lock(const std::filesystem::path& folder)
     : handle_(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
-    constexpr int most_tries = 100;
-    for (int i = 0; i < most_tries && ::flock(static_cast<int>(handle_), LOCK_EX | LOCK_NB) != 0; ++i) {
-        if (errno != EWOULDBLOCK) break;
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    }
+    lock(static_cast<int>(handle_), std::chrono::seconds(5));
 }
 
 folder_lock::~folder_lock() {

@@ -195,7 +195,7 @@ std::error_code write_in_place(const std::filesystem::path& path, std::string_vi
 }
 
 folder_lock::folder_lock(const std::filesystem::path& folder) {
-    constexpr int most_tries = 100;
+    constexpr int most_tries = 500;
     const std::filesystem::path name = folder / "velotrace.lock";
     for (int i = 0; i < most_tries; ++i) {
         const HANDLE file = CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,

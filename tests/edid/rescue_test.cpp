@@ -10,6 +10,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <latch>
 #include <set>
 #include <string>
 #include <thread>
@@ -291,9 +292,11 @@ TEST_F(rescue_without_room_test, tells_that_the_disk_is_full) {
 TEST_F(rescue_test, loses_no_text_of_desks_that_rescue_at_the_same_time) {
     constexpr int desks = 8;
     std::vector<std::thread> threads;
+    std::latch all_ready(desks);
     for (int i = 0; i < desks; ++i) {
-        threads.emplace_back([this, i] {
+        threads.emplace_back([this, i, &all_ready] {
             workbench_frame one;
+            all_ready.arrive_and_wait();
             one.txt_read.text = window_text_of(some_bytes(static_cast<std::size_t>(i) + 1));
             EXPECT_EQ(rescue_window_texts(one, {}, own.path()), kept("READ", "rescued_read.hex"));
         });

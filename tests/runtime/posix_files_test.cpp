@@ -143,7 +143,9 @@ TEST_F(files, that_are_replaced_keep_their_mode_whatever_the_mask) {
             const file_mask limited(mask);
             directory.put("file", "old");
             ASSERT_EQ(::chmod((directory / "file").c_str(), mode), 0);
+            const ino_t old = status_of(directory / "file").st_ino;
             replace_whole_file(directory / "file", "new");
+            EXPECT_NE(status_of(directory / "file").st_ino, old) << "it was written over in place";
             EXPECT_EQ(mode_of(directory / "file"), mode);
             write_over_file(directory / "file", "N");
             EXPECT_EQ(mode_of(directory / "file"), mode);
@@ -228,7 +230,9 @@ TEST_F(files_with_access_lists, keep_them) {
         if (open) {
             ASSERT_TRUE(open_folder());
         }
+        const ino_t old = status_of(directory / "file").st_ino;
         replace_whole_file(directory / "file", "new");
+        EXPECT_NE(status_of(directory / "file").st_ino, old) << "it was written over in place";
         EXPECT_EQ(test::access_list_of(directory / "file"), list);
         EXPECT_EQ(mode_of(directory / "file"), mode_t{0660});
         EXPECT_EQ(directory.content("file"), "new");
@@ -288,7 +292,9 @@ TEST_F(shared_folder, keeps_the_owner_of_a_file_that_another_user_replaces) {
 
 TEST_F(shared_folder, keeps_the_group_of_a_file_that_its_owner_replaces) {
     put("file", alice.number, lab, 0664);
+    const ino_t old = status_of(directory / "file").st_ino;
     EXPECT_EQ(replace_as(alice, "file", "new"), "written");
+    EXPECT_NE(status_of(directory / "file").st_ino, old) << "it was written over in place";
     expect_owner("file", alice.number, lab, 0664);
     EXPECT_EQ(directory.content("file"), "new");
 }
