@@ -51,12 +51,8 @@ std::error_code what_is_wrong_with(const struct stat& status) {
 class regular_file {
 public:
     regular_file(const std::filesystem::path& path, int mode) : file_(open(path, mode)) {
-        if (error_) return;
-        if (file_.number() < 0 || ::fstat(file_.number(), &status_) != 0)
-            error_ = last_error();
-        else
-            // the name can lead somewhere else since it was looked at
-            error_ = what_is_wrong_with(status_);
+        // the name can lead somewhere else since it was looked at
+        if (!error_) error_ = ::fstat(file_.number(), &status_) == 0 ? what_is_wrong_with(status_) : last_error();
     }
     const std::error_code& error() const { return error_; }
     int number() const { return file_.number(); }
@@ -66,7 +62,14 @@ private:
     int open(const std::filesystem::path& path, int mode) {
         error_ = ::stat(path.c_str(), &status_) == 0 ? what_is_wrong_with(status_) : last_error();
         if (error_) return -1;
-        return ::open(path.c_str(), mode | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+        // a file server gives up its lease on a file when somebody asks for it
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(1);
+        while (true) {
+            const int opened = ::open(path.c_str(), mode | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+            error_ = opened < 0 ? last_error() : std::error_code();
+            if (error_ != std::errc::operation_would_block || std::chrono::steady_clock::now() > end) return opened;
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
     }
 
     struct stat status_ {};
@@ -118,7 +121,7 @@ std::error_code write_and_cut(int file, std::string_view bytes, outlives worst) 
 /// desk from its work, and not every file system has locks.
 void lock(int file, std::chrono::milliseconds longest_wait) {
     const auto end = std::chrono::steady_clock::now() + longest_wait;
-    while (std::chrono::steady_clock::now() < end && ::flock(file, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK; ++i)
+    while (std::chrono::steady_clock::now() < end && ::flock(file, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
 }
 

@@ -11,7 +11,10 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+#include <future>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <fcntl.h>
@@ -197,6 +200,20 @@ TEST_F(files, are_created_where_a_link_leads) {
 }
 
 #ifdef __linux__
+TEST_F(files, are_read_when_a_file_server_gives_up_its_lease) {
+    directory.put("file", "content");
+    const auto before = std::signal(SIGIO, SIG_IGN);
+    const int server = ::open((directory / "file").c_str(), O_RDWR | O_CLOEXEC);
+    if (::fcntl(server, F_SETLEASE, F_WRLCK) != 0) GTEST_SKIP() << "this file system has no leases";
+    auto content = std::async(std::launch::async, [&] { return read_whole_file(directory / "file"); });
+    while (::fcntl(server, F_GETLEASE) == F_WRLCK)
+        std::this_thread::yield();
+    EXPECT_EQ(::fcntl(server, F_SETLEASE, F_UNLCK), 0);
+    EXPECT_EQ(content.get(), "content");
+    ::close(server);
+    std::signal(SIGIO, before);
+}
+
 class files_with_access_lists : public files {
 protected:
     void SetUp() override {
