@@ -53,16 +53,9 @@ std::string remark_on(std::size_t count) {
 } // namespace
 
 edid_file read_edid_file(const std::filesystem::path& path, file_kind kind) {
-    // a device or a pipe may never end
-    std::error_code error;
-    const auto status = std::filesystem::status(path, error);
-    if (!error && std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
-        throw runtime_failure(failure::path_file_access_error, "it is no regular file");
-    // a capture is some kilobytes long; what is longer than this was named by mistake
-    constexpr std::size_t longest = std::size_t{16} * 1024 * 1024;
     edid_file result;
     first_two_blocks bytes(result.edid);
-    read_into(read_whole_file(path, longest), kind, bytes);
+    read_into(read_whole_file(path), kind, bytes);
     const std::size_t count = bytes.count();
     if (count == 0) throw no_edid("it holds no byte");
     if (count < edid_size) std::fill(result.edid.begin() + static_cast<std::ptrdiff_t>(count), result.edid.end(), 0xFF);

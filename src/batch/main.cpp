@@ -3,7 +3,6 @@
 #include "batch/report_run.h"
 #include "platform/command_line.h"
 #include "runtime/files.h"
-#include "runtime/windows_1252.h"
 
 #include <exception>
 #include <filesystem>
@@ -21,11 +20,12 @@ public:
     void show(std::size_t done, std::size_t count) {
         if (!on_terminal_) return;
         shown_ = std::to_string(done) + " of " + std::to_string(count);
-        write_to_standard_error("\r" + shown_);
+        write_over_terminal_line(shown_);
     }
     void clear() {
         if (shown_.empty()) return;
-        write_to_standard_error("\r" + std::string(shown_.size(), ' ') + "\r");
+        write_over_terminal_line(std::string(shown_.size(), ' '));
+        write_over_terminal_line("");
         shown_.clear();
     }
 
@@ -33,20 +33,6 @@ private:
     const bool on_terminal_ = standard_error_is_a_terminal();
     std::string shown_;
 };
-
-/// Control characters that names and EDIDs hold must not reach a terminal.
-std::string harmless(std::string_view text) {
-    if (!standard_error_is_a_terminal()) return std::string(text);
-    const std::vector<char32_t> characters = characters_of(text);
-    std::string result;
-    for (std::size_t i = 0; i < characters.size(); ++i) {
-        const char32_t c = characters[i];
-        const bool ends_line = c == '\n' || (c == '\r' && i + 1 < characters.size() && characters[i + 1] == '\n');
-        const bool is_control = c < ' ' || (c >= 0x7F && c < 0xA0);
-        append_utf8(result, is_control && !ends_line ? U'?' : c);
-    }
-    return result;
-}
 
 int report(const batch::options& wanted) {
     if (!wanted.output_folder.empty()) {
@@ -67,7 +53,7 @@ int report(const batch::options& wanted) {
         },
         [&](std::string_view text) {
             progress.clear();
-            write_to_standard_error("edid_report: " + harmless(text) + "\n");
+            write_to_standard_error("edid_report: " + std::string(text) + "\n");
         },
         [&](std::size_t done, std::size_t count) { progress.show(done, count); },
     };

@@ -16,7 +16,6 @@
 #include <deque>
 #include <exception>
 #include <filesystem>
-#include <fstream>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -98,9 +97,11 @@ private:
     }
 
     static bool is_report(const std::filesystem::path& path) {
-        std::string head(report_title.size(), '\0');
-        std::ifstream(path, std::ios::binary).read(head.data(), static_cast<std::streamsize>(head.size()));
-        return head == report_title;
+        try {
+            return read_start_of_file(path, report_title.size()) == report_title;
+        } catch (const runtime_failure&) {
+            return false;
+        }
     }
 
     static void fail(outcome& result, std::string message) {

@@ -14,8 +14,7 @@ namespace desk {
 
 namespace {
 
-/// A file longer than this was never saved by the desk, and no EDID needs it.
-constexpr std::size_t longest_file = std::size_t{16} * 1024 * 1024;
+using make_folder = std::function<std::filesystem::path()>;
 
 class bytes_of_file final : public byte_receiver {
 public:
@@ -27,7 +26,7 @@ public:
 
 /// What the desk's readers get out of a file.
 std::string bytes_in(const std::string& path) {
-    const std::string file = read_whole_file(path_from_utf8(path), longest_file);
+    const std::string file = read_whole_file(path_from_utf8(path));
     const std::string kind = upper_case(last_characters(path, 3));
     bytes_of_file found;
     if (kind == "HEX") {
@@ -47,54 +46,113 @@ std::filesystem::path numbered(const std::filesystem::path& file, int number) {
     return older;
 }
 
-/// Gives every older file the next number, as far as there is no gap, and the newest one number 1.
-void make_room_for(const std::filesystem::path& file) {
+/// Also a link that leads nowhere takes a name.
+bool is_taken(const std::filesystem::path& file) {
     std::error_code error;
-    if (!std::filesystem::exists(file, error)) return;
+    return std::filesystem::exists(std::filesystem::symlink_status(file, error));
+}
+
+/// Gives every older file the next number, as far as there is no gap, and the newest one number 1.
+std::error_code make_room_for(const std::filesystem::path& file) {
+    if (!is_taken(file)) return {};
     int last = 1;
-    while (last < older_rescued_files && std::filesystem::exists(numbered(file, last), error))
+    while (last < older_rescued_files && is_taken(numbered(file, last)))
         ++last;
-    // one that can't be renamed is not written over: this throws
-    for (; last > 1; --last)
-        std::filesystem::rename(numbered(file, last - 1), numbered(file, last));
-    std::filesystem::rename(file, numbered(file, 1));
+    std::error_code error;
+    // one that can't be renamed is not written over
+    for (; last > 1 && !error; --last)
+        std::filesystem::rename(numbered(file, last - 1), numbered(file, last), error);
+    if (!error) std::filesystem::rename(file, numbered(file, 1), error);
+    return error;
 }
 
-std::string keep(std::string_view edid_text, const std::filesystem::path& file) {
-    make_room_for(file);
-    replace_whole_file(file, simple_hex_of(edid_text));
-    return " is kept in the file " + utf8_from_path(file) + ".";
+std::error_code keep_as_newest(std::string_view content, const std::filesystem::path& file) {
+    // another desk can be rescuing its texts into the same folder
+    const folder_lock lock(file.parent_path());
+    const std::error_code error = make_room_for(file);
+    return error ? error : write_new_file(file, content, outlives::power_loss, open_to::others);
 }
 
-std::string keep_where_possible(std::string_view edid_text, const char* name, const std::filesystem::path& directory) {
+/// Takes the first name that is free, and sets `file` to it: in a folder that everybody can write to, a file or link of
+/// that name is somebody else's.
+std::error_code keep_under_free_name(std::string_view content, std::filesystem::path& file) {
+    constexpr int most_names = 10000;
+    const std::filesystem::path first = file;
+    std::error_code error = write_new_file(file, content, outlives::power_loss, open_to::owner);
+    for (int i = 1; i < most_names && error == std::errc::file_exists; ++i)
+        error = write_new_file(file = numbered(first, i), content, outlives::power_loss, open_to::owner);
+    return error;
+}
+
+/// A text on its way into the first folder that takes it.
+class rescued_text {
+public:
+    rescued_text(std::string_view edid_text, const char* name) : content_(simple_hex_of(edid_text)), name_(name) {}
+
+    bool put_into(const std::filesystem::path& folder) {
+        const std::filesystem::path file = folder / name_;
+        return is_kept(file, keep_as_newest(content_, file));
+    }
+    bool put_into_temporary_folder() {
+        std::error_code error;
+        std::filesystem::path file = std::filesystem::temp_directory_path(error) / name_;
+        if (!error) error = keep_under_free_name(content_, file);
+        return is_kept(file, error);
+    }
+    void add_reason(const std::string& reason) { reasons_ += (reasons_.empty() ? "" : "; ") + reason; }
+
+    /// "is kept in the file NAME (no file can be written in FOLDER: REASON)."
+    std::string kept() const {
+        return " is kept in the file " + utf8_from_path(kept_in_) + (reasons_.empty() ? "." : " (" + reasons_ + ").");
+    }
+    std::string not_kept() const { return " could not be kept: " + reasons_ + "."; }
+
+private:
+    bool is_kept(const std::filesystem::path& file, const std::error_code& error) {
+        if (error)
+            add_reason("no file can be written in " + utf8_from_path(file.parent_path()) + ": " + error.message());
+        else
+            kept_in_ = file;
+        return !error;
+    }
+
+    std::string content_;
+    const char* name_;
+    std::filesystem::path kept_in_;
+    std::string reasons_;
+};
+
+bool put_into_user_folder(rescued_text& text, const std::filesystem::path& directory, const make_folder& user_folder) {
+    if (!user_folder) return false;
     try {
-        return keep(edid_text, directory / name);
-    } catch (const std::exception&) {
-        return keep(edid_text, std::filesystem::temp_directory_path() / name);
+        const std::filesystem::path folder = user_folder();
+        return folder != directory && text.put_into(folder);
+    } catch (const runtime_failure& f) {
+        text.add_reason(f.what());
+        return false;
     }
 }
 
 std::string what_became_of(const std::string& window_text, const std::string& text_file, const char* name,
-                           const std::filesystem::path& directory) {
+                           const std::filesystem::path& directory, const make_folder& user_folder) {
     const std::string_view edid_text = edid_text_of(window_text);
     if (file_holds(text_file, edid_text)) return " is in the file " + text_file + ".";
-    try {
-        return keep_where_possible(edid_text, name, directory);
-    } catch (const std::exception&) {
-        return " could not be kept: no file can be written in " + utf8_from_path(directory) + ".";
-    }
+    rescued_text text(edid_text, name);
+    const bool kept = text.put_into(directory) || put_into_user_folder(text, directory, user_folder) ||
+                      text.put_into_temporary_folder();
+    return kept ? text.kept() : text.not_kept();
 }
 
 } // namespace
 
 std::string rescue_window_texts(const workbench_frame& view, const shared_fields& fields,
-                                const std::filesystem::path& directory) noexcept {
+                                const std::filesystem::path& directory, const make_folder& user_folder) noexcept {
     std::string told;
     const auto rescue = [&](const char* window, const text_box& box, const std::string& file, const char* name) {
         try {
             const std::string text = box.text;
             if (edid_text_of(text).empty()) return;
-            const std::string line = window + what_became_of(text, file, name, directory);
+            const std::string line = window + what_became_of(text, file, name, directory, user_folder);
             told += told.empty() ? line : "\n" + line;
         } catch (...) {
             // the failure that ends the program is the one to be told

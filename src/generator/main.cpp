@@ -6,6 +6,7 @@
 #include "generator/terminal_link.h"
 #include "platform/program_directory.h"
 #include "runtime/failure.h"
+#include "runtime/terminal_text.h"
 
 #include <algorithm>
 #include <array>
@@ -61,6 +62,11 @@ void fill_standard_descriptors() {
     if (descriptor > STDERR_FILENO) ::close(descriptor);
 }
 
+/// What somebody has typed, or the line has brought, must not work the terminal.
+std::string shown_on(int descriptor, const std::string& text) {
+    return ::isatty(descriptor) != 0 ? terminal_text(text) : text;
+}
+
 class simulator {
 public:
     explicit simulator(const sim_options& options) : options_(options), generator_(options.timings, options.patterns) {
@@ -98,7 +104,7 @@ private:
         const std::vector<std::string> log = line_.take_log();
         if (options_.quiet || log.empty()) return;
         for (const std::string& entry : log)
-            std::cout << entry << '\n';
+            std::cout << shown_on(STDOUT_FILENO, entry) << '\n';
         std::cout.flush();
     }
 
@@ -140,7 +146,7 @@ private:
 
     void take_line(const std::string& line) {
         const std::string reply = misbehaviour_.take_line(line);
-        if (!reply.empty()) std::cout << reply << std::endl;
+        if (!reply.empty()) std::cout << shown_on(STDOUT_FILENO, reply) << std::endl;
         if (misbehaviour_.unplugged()) {
             unplug();
             return;
@@ -152,7 +158,7 @@ private:
         try {
             plug();
         } catch (const runtime_failure& f) {
-            std::cout << f.sentence() << std::endl;
+            std::cout << shown_on(STDOUT_FILENO, f.sentence()) << std::endl;
         }
     }
 
@@ -189,7 +195,8 @@ int run(const std::vector<std::string>& arguments) {
     try {
         options = sim_options_of(arguments);
     } catch (const runtime_failure& f) {
-        std::cerr << "velotrace_sim: " << f.sentence() << "\nTry velotrace_sim --help.\n";
+        std::cerr << "velotrace_sim: " << desk::shown_on(STDERR_FILENO, f.sentence())
+                  << "\nTry velotrace_sim --help.\n";
         return 2;
     }
     if (options.help) {
@@ -213,9 +220,9 @@ int main(int count, char** words) {
     try {
         return desk::run({words + 1, words + count});
     } catch (const desk::runtime_failure& f) {
-        std::cerr << "velotrace_sim: " << f.sentence() << '\n';
+        std::cerr << "velotrace_sim: " << desk::shown_on(STDERR_FILENO, f.sentence()) << '\n';
     } catch (const std::exception& e) {
-        std::cerr << "velotrace_sim: " << e.what() << '\n';
+        std::cerr << "velotrace_sim: " << desk::shown_on(STDERR_FILENO, e.what()) << '\n';
     }
     return 1;
 }

@@ -1,10 +1,20 @@
 #include "platform/command_line.h"
 
+#include "runtime/terminal_text.h"
+
 #include <cstdio>
 
 #include <unistd.h>
 
 namespace desk {
+
+namespace {
+
+bool write(std::FILE* stream, std::string_view text) {
+    return std::fwrite(text.data(), 1, text.size(), stream) == text.size();
+}
+
+} // namespace
 
 std::vector<std::string> program_arguments(int argument_count, char** arguments) {
     std::vector<std::string> words;
@@ -16,10 +26,15 @@ std::vector<std::string> program_arguments(int argument_count, char** arguments)
 void pass_standard_streams_as_bytes() {}
 
 bool write_to_standard_output(std::string_view bytes) {
-    return std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size() && std::fflush(stdout) == 0;
+    return write(stdout, ::isatty(STDOUT_FILENO) != 0 ? terminal_text(bytes) : std::string(bytes)) &&
+           std::fflush(stdout) == 0;
 }
 
-void write_to_standard_error(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stderr); }
+void write_to_standard_error(std::string_view text) {
+    write(stderr, standard_error_is_a_terminal() ? terminal_text(text) : std::string(text));
+}
+
+void write_over_terminal_line(std::string_view text) { write(stderr, "\r" + terminal_text(text)); }
 
 bool standard_error_is_a_terminal() { return ::isatty(STDERR_FILENO) != 0; }
 

@@ -10,7 +10,9 @@
 #include <cstdlib>
 #include <cstring>
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace desk {
 
@@ -32,6 +34,10 @@ std::string environment(const char* name) {
     return value == nullptr ? "" : value;
 }
 
+user_folders folders_of_environment() {
+    return {.data_home = environment("XDG_DATA_HOME"), .home = environment("HOME")};
+}
+
 /// Also a link that leads nowhere is something that stands there.
 bool stands(const fs::path& path) {
     std::error_code error;
@@ -43,14 +49,32 @@ bool is_folder(const fs::path& path) {
     return fs::is_directory(path, error);
 }
 
+/// What root creates in a folder of a user belongs to that user: sudo can keep the user's HOME, and the next start is
+/// the user's own.
+void hand_over_to_user(const fs::path& created) {
+    if (::geteuid() != 0) return;
+    struct stat folder {};
+    struct stat here {};
+    const int opened = ::open(created.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    // somebody who replaces it by a link to another file of root's gets nothing
+    const bool is_own = opened >= 0 && ::fstat(opened, &here) == 0 && here.st_uid == 0 &&
+                        (S_ISDIR(here.st_mode) || (S_ISREG(here.st_mode) && here.st_nlink == 1));
+    if (is_own && ::stat(created.parent_path().c_str(), &folder) == 0 && folder.st_uid != 0 &&
+        ::fchown(opened, folder.st_uid, folder.st_gid) != 0) {
+        // the file stays root's, which this start can use
+    }
+    if (opened >= 0) ::close(opened);
+}
+
 /// Missing folders are for the user alone, as the standard on such folders demands.
 void make_folder(const fs::path& folder) {
     if (is_folder(folder)) return;
     if (folder.has_parent_path() && folder.parent_path() != folder) make_folder(folder.parent_path());
     const int made = ::mkdir(folder.c_str(), S_IRWXU);
     const int reason = errno;
+    if (made == 0) return hand_over_to_user(folder);
     // another program of this user's may have been quicker
-    if (made == 0 || is_folder(folder)) return;
+    if (is_folder(folder)) return;
     throw runtime_failure(failure::path_file_access_error,
                           "the folder " + utf8_from_path(folder) + " can't be made: " + std::strerror(reason));
 }
@@ -78,8 +102,10 @@ fs::path own_directory_of(const user_folders& user) {
 void prepare_own_directory(const fs::path& own_directory, const fs::path& first_files) {
     make_folder(own_directory);
     for (const char* name : first_file_names) {
-        if (!stands(own_directory / name))
-            replace_whole_file(own_directory / name, read_whole_file(first_files / name));
+        const fs::path copy = own_directory / name;
+        if (stands(copy)) continue;
+        replace_whole_file(copy, read_whole_file(first_files / name));
+        hand_over_to_user(copy);
     }
 }
 
@@ -89,11 +115,16 @@ fs::path program_directory() {
     if (!first_files) return program_folder;
     return while_doing([] { return "The program's own directory"; },
                        [&] {
-                           fs::path own_directory = own_directory_of(
-                               {.data_home = environment("XDG_DATA_HOME"), .home = environment("HOME")});
+                           fs::path own_directory = own_directory_of(folders_of_environment());
                            prepare_own_directory(own_directory, *first_files);
                            return own_directory;
                        });
+}
+
+fs::path user_data_directory() {
+    fs::path folder = own_directory_of(folders_of_environment());
+    make_folder(folder);
+    return folder;
 }
 
 } // namespace desk

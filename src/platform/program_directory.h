@@ -9,4 +9,8 @@ namespace desk {
 /// failure::path_file_access_error or failure::file_not_found where that folder can't be had.
 std::filesystem::path program_directory();
 
+/// This user's own folder for the desk's data, whether or not the program works there; created if need be, for the user
+/// alone. Throws failure::path_file_access_error where it can't be had.
+std::filesystem::path user_data_directory();
+
 } // namespace desk

@@ -1,4 +1,5 @@
 #include "platform/command_line.h"
+#include "runtime/terminal_text.h"
 #include "runtime/windows_api.h"
 
 #include <cstdio>
@@ -10,6 +11,19 @@
 #include <shellapi.h>
 
 namespace desk {
+
+namespace {
+
+/// A console takes wide characters whatever code page it has.
+bool write_to_console(DWORD which, std::string_view text) {
+    const int length = static_cast<int>(text.size());
+    std::wstring wide(text.size(), L'\0');
+    const int count = MultiByteToWideChar(CP_UTF8, 0, text.data(), length, wide.data(), length);
+    DWORD written = 0;
+    return WriteConsoleW(GetStdHandle(which), wide.data(), static_cast<DWORD>(count), &written, nullptr) != 0;
+}
+
+} // namespace
 
 std::vector<std::string> program_arguments(int /*argument_count*/, char** /*arguments*/) {
     std::vector<std::string> words;
@@ -29,24 +43,22 @@ void pass_standard_streams_as_bytes() {
 }
 
 bool write_to_standard_output(std::string_view bytes) {
+    if (_isatty(_fileno(stdout)) != 0) return write_to_console(STD_OUTPUT_HANDLE, terminal_text(bytes));
     // the line ends are the report's own
     _setmode(_fileno(stdout), _O_BINARY);
     return std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size() && std::fflush(stdout) == 0;
 }
 
 void write_to_standard_error(std::string_view text) {
-    if (!standard_error_is_a_terminal()) {
-        _setmode(_fileno(stderr), _O_BINARY);
-        std::fwrite(text.data(), 1, text.size(), stderr);
+    if (standard_error_is_a_terminal()) {
+        write_to_console(STD_ERROR_HANDLE, terminal_text(text));
         return;
     }
-    // a console takes wide characters whatever code page it has
-    const int length = static_cast<int>(text.size());
-    std::wstring wide(text.size(), L'\0');
-    const int count = MultiByteToWideChar(CP_UTF8, 0, text.data(), length, wide.data(), length);
-    DWORD written = 0;
-    WriteConsoleW(GetStdHandle(STD_ERROR_HANDLE), wide.data(), static_cast<DWORD>(count), &written, nullptr);
+    _setmode(_fileno(stderr), _O_BINARY);
+    std::fwrite(text.data(), 1, text.size(), stderr);
 }
+
+void write_over_terminal_line(std::string_view text) { write_to_console(STD_ERROR_HANDLE, "\r" + terminal_text(text)); }
 
 bool standard_error_is_a_terminal() { return _isatty(_fileno(stderr)) != 0; }
 

@@ -2,6 +2,7 @@
 
 #include "edid/rescue.h"
 #include "platform/command_line.h"
+#include "platform/program_directory.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -36,7 +37,8 @@ bool desk_program::start() {
 
 void desk_program::leave() {
     if (const auto& failure = gate_.failure()) {
-        const std::string rescued = rescue_window_texts(desk_.edid, desk_.fields, machine_.program_directory);
+        const std::string rescued =
+            rescue_window_texts(desk_.edid, desk_.fields, machine_.program_directory, user_data_directory);
         QString text =
             QString("Run-time error '%1':\n\n%2\n\n%3")
                 .arg(failure->number())

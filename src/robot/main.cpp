@@ -11,7 +11,7 @@ int main(int argument_count, char** arguments) {
     std::error_code error;
     std::filesystem::path directory;
     if (argument_count > 2) {
-        std::cerr << "usage: desk_robot [DIRECTORY] < script\n";
+        desk::write_to_standard_error("usage: desk_robot [DIRECTORY] < script\n");
         return 2;
     }
     if (argument_count == 2)
@@ -20,7 +20,7 @@ int main(int argument_count, char** arguments) {
         try {
             directory = desk::program_directory();
         } catch (const desk::runtime_failure& failure) {
-            std::cerr << "desk_robot: " << failure.sentence() << '\n';
+            desk::write_to_standard_error("desk_robot: " + failure.sentence() + "\n");
             return 1;
         }
 
@@ -30,7 +30,7 @@ int main(int argument_count, char** arguments) {
     std::string line;
     while (!robot.finished() && std::getline(std::cin, line)) {
         const std::string answer = robot.answer(line);
-        if (!answer.empty()) std::cout << answer << std::endl;
+        if (!answer.empty()) desk::write_to_standard_output(answer + "\n");
     }
     return 0;
 }

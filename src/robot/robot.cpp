@@ -16,6 +16,19 @@ constexpr const char* no_program = "no program";
 constexpr const char* bad_words = "the command's words are off";
 constexpr const char* not_on_show = "the control is not on show";
 
+/// How many commands can be nested, in one line or each in the middle of another: far more than an operator does, and
+/// few enough for the stack.
+constexpr std::size_t most_nested = 200;
+constexpr const char* nested_too_deep = "too many commands are nested";
+
+/// The number of `after` that a line of commands to be done later begins with.
+std::size_t nested_in(const std::vector<word>& words) {
+    std::size_t count = 0;
+    while (2 * count < words.size() && words[2 * count].text == "after")
+        ++count;
+    return count;
+}
+
 /// The windows that can open above the main window; while they are not open they are not on show.
 const std::set<std::string> modal_window_names = {"frm_diag", "frm_report"};
 
@@ -225,6 +238,7 @@ std::string robot::press_key(words_in words) {
 std::string robot::after(words_in words, std::string_view line) {
     const auto ms = words.size() >= 3 ? number_of(words[1]) : std::nullopt;
     if (!ms || *ms < 0) return refused(bad_words);
+    if (nested_in(words) > most_nested) return refused(nested_too_deep);
     const std::string& name = words[2].text;
     if (!can_be_done_later(name)) return refused("this can't be done later");
     const std::string rest(line.substr(words[2].at));
@@ -233,6 +247,10 @@ std::string robot::after(words_in words, std::string_view line) {
 }
 
 void robot::run_later(const std::string& name, const std::string& line) {
+    if (under_way_.size() >= most_nested) {
+        later_.push_back(refused(nested_too_deep));
+        return;
+    }
     bool kept = false;
     under_way_.push_back(&kept);
     try {

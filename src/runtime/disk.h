@@ -1,6 +1,9 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <filesystem>
+#include <string>
 #include <string_view>
 #include <system_error>
 
@@ -10,15 +13,53 @@ namespace desk {
 /// the time that the disk takes.
 enum class outlives { killed_program, power_loss };
 
-// What differs from system to system in writing files: one .cpp each. Errors come back as conditions of std::errc.
+/// Who can open a new file.
+enum class open_to {
+    others, ///< whom the system's defaults allow
+    owner,  ///< nobody else
+};
 
-/// Makes a file of a name that no file has, in one step; where it fails, none is left behind.
-std::error_code write_new_file(const std::filesystem::path& path, std::string_view bytes, outlives worst);
+// What differs from system to system in reading and writing files: one .cpp each. Errors come back as conditions of
+// std::errc; std::errc::not_supported means that a name leads to something other than a regular file, which is then
+// not opened.
 
-/// Gives a file the name of another in its folder, in the place of that one, in one step.
+/// Reads the first bytes of a regular file, `most` of them at most.
+std::error_code read_file(const std::filesystem::path& path, std::size_t most, std::string& bytes);
+
+/// Whether an existing regular file can be written, and has no second name that would keep the old content if the file
+/// were replaced.
+struct old_file_state {
+    std::error_code error;
+    bool has_one_name = true;
+};
+old_file_state look_at_old_file(const std::filesystem::path& path);
+
+/// Atomically creates a file; fails if it exists. Leaves no file behind if it fails.
+std::error_code write_new_file(const std::filesystem::path& path, std::string_view bytes, outlives worst, open_to whom);
+
+/// Does the same, and gives the file the owner, group, access list and mode of `old`. Until it has them, nobody but the
+/// owner can open it. Fails with std::errc::operation_not_permitted if any of them can't be given.
+std::error_code write_new_file_like(const std::filesystem::path& old, const std::filesystem::path& path,
+                                    std::string_view bytes, outlives worst);
+
+/// Atomically renames a file over another one in the same folder.
 std::error_code rename_over(const std::filesystem::path& from, const std::filesystem::path& to, outlives worst);
 
-/// Waits until a file that was written is on the disk.
-std::error_code flush_to_disk(const std::filesystem::path& path);
+/// Writes `bytes` over an existing regular file, which keeps its owner, group, access list and mode, and cuts it to
+/// their length. If it fails, the file holds the old bytes again.
+std::error_code write_in_place(const std::filesystem::path& path, std::string_view bytes, outlives worst);
+
+/// Keeps other programs out of a folder while they rename files there. Waits five seconds at most, and goes on without
+/// the lock where the file system has none.
+class folder_lock {
+public:
+    explicit folder_lock(const std::filesystem::path& folder);
+    folder_lock(const folder_lock&) = delete;
+    folder_lock& operator=(const folder_lock&) = delete;
+    ~folder_lock();
+
+private:
+    std::intptr_t handle_ = -1;
+};
 
 } // namespace desk

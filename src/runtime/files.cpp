@@ -3,11 +3,9 @@
 #include "runtime/failure.h"
 #include "runtime/text.h"
 
-#include <array>
 #include <atomic>
 #include <chrono>
 #include <cstdint>
-#include <fstream>
 #include <random>
 #include <system_error>
 
@@ -20,48 +18,20 @@ std::string utf8_from_path(const std::filesystem::path& path) {
     return {text.begin(), text.end()};
 }
 
-std::string read_whole_file(const std::filesystem::path& path, std::size_t longest) {
-    const auto name = [&] { return "the file " + utf8_from_path(path); };
-    std::error_code error;
-    const auto status = std::filesystem::status(path, error);
-    if (status.type() == std::filesystem::file_type::not_found)
-        throw runtime_failure(failure::file_not_found, name() + " does not exist");
-    std::ifstream file(path, std::ios::binary);
-    if (!file.is_open() || std::filesystem::is_directory(status))
-        throw runtime_failure(failure::path_file_access_error, name() + " can't be read");
-    std::string content;
-    std::array<char, 16384> piece{};
-    // what can't be read to its end is not taken for the whole
-    while (file.read(piece.data(), piece.size()), file.gcount() > 0) {
-        content.append(piece.data(), static_cast<std::size_t>(file.gcount()));
-        if (content.size() > longest)
-            throw runtime_failure(failure::path_file_access_error, name() + " is too long to be read");
-    }
-    if (file.bad() || !file.eof())
-        throw runtime_failure(failure::path_file_access_error, name() + " can't be read to its end");
-    return content;
-}
-
 namespace {
 
-runtime_failure not_written(const std::filesystem::path& path, const std::error_code& why = {}) {
-    const std::string reason = why ? ": " + why.message() : "";
-    return {failure::path_file_access_error, "the file " + utf8_from_path(path) + " can't be written" + reason};
+std::string reason_of(const std::error_code& error) {
+    if (error == std::errc::not_supported) return "it is not a regular file";
+    return error.message();
 }
 
-void write_over(const std::filesystem::path& path, std::string_view bytes) {
-    // opened for reading too, it is not cut
-    std::fstream file(path, std::ios::binary | std::ios::out | std::ios::in);
-    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    file.close();
-    if (!file) throw not_written(path);
+runtime_failure not_read(const std::filesystem::path& path, const std::string& reason) {
+    return {failure::path_file_access_error, "the file " + utf8_from_path(path) + " can't be read: " + reason};
 }
 
-void write_to_device(const std::filesystem::path& path, std::string_view bytes) {
-    std::ofstream device(path, std::ios::binary);
-    device.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    device.close();
-    if (!device) throw not_written(path);
+runtime_failure not_written(const std::filesystem::path& path, const std::error_code& error) {
+    return {failure::path_file_access_error,
+            "the file " + utf8_from_path(path) + " can't be written: " + reason_of(error)};
 }
 
 constexpr std::string_view beside_start = "velotrace";
@@ -94,8 +64,8 @@ bool is_left_behind(const std::filesystem::directory_entry& file) {
     return !error && std::filesystem::file_time_type::clock::now() - written > std::chrono::minutes(1);
 }
 
-/// Whether a folder keeps its names as they are, though a file in it may be open to writing: the folder is protected,
-/// or the file is one that the system holds fast.
+/// Whether a file can't be replaced but may be open to writing: its folder is protected, the system holds it fast, or
+/// a new file can't have its owner, group, access list and mode.
 bool keeps_names(const std::error_code& error) {
     for (const std::errc kept : {std::errc::permission_denied, std::errc::operation_not_permitted,
                                  std::errc::read_only_file_system, std::errc::device_or_resource_busy}) {
@@ -104,43 +74,64 @@ bool keeps_names(const std::error_code& error) {
     return false;
 }
 
-std::error_code put_in_place_of(const std::filesystem::path& target, std::filesystem::perms permissions,
-                                std::string_view bytes, outlives worst) {
+/// Where a name leads, through links whose end need not exist.
+std::filesystem::path end_of_links(std::filesystem::path path) {
+    constexpr int most_links = 40;
+    std::error_code error;
+    for (int i = 0; i < most_links && std::filesystem::is_symlink(path, error); ++i)
+        path = path.parent_path() / std::filesystem::read_symlink(path, error);
+    return path;
+}
+
+/// Creates the file beside `target` and renames it over that.
+std::error_code put_in_place_of(const std::filesystem::path& target, bool is_there, std::string_view bytes,
+                                outlives worst) {
     std::filesystem::path beside;
     std::error_code error;
-    do
-        error = write_new_file(beside = name_beside(target), bytes, worst);
-    while (error == std::errc::file_exists);
+    do {
+        beside = name_beside(target);
+        error = is_there ? write_new_file_like(target, beside, bytes, worst)
+                         : write_new_file(beside, bytes, worst, open_to::others);
+    } while (error == std::errc::file_exists);
     if (error) return error;
-    std::error_code ignored;
-    if (permissions != std::filesystem::perms::unknown && permissions != std::filesystem::perms::none)
-        std::filesystem::permissions(beside, permissions, ignored);
     error = rename_over(beside, target, worst);
+    std::error_code ignored;
     if (error) std::filesystem::remove(beside, ignored);
     return error;
 }
 
-void overwrite_and_cut(const std::filesystem::path& file, std::string_view bytes) {
-    write_over(file, bytes);
+std::error_code replace(const std::filesystem::path& path, std::string_view bytes, outlives worst) {
     std::error_code error;
-    std::filesystem::resize_file(file, bytes.size(), error);
-    if (!error) error = flush_to_disk(file);
-    if (error) throw not_written(file, error);
-}
-
-/// Makes an existing file hold these bytes and no more, where it stands.
-void rewrite(const std::filesystem::path& file, std::string_view bytes) {
-    const std::string old = read_whole_file(file);
-    try {
-        overwrite_and_cut(file, bytes);
-    } catch (const runtime_failure&) {
-        // a disk that got full has still the room that the old bytes had
-        overwrite_and_cut(file, old);
-        throw;
-    }
+    const std::filesystem::file_status status = std::filesystem::status(path, error);
+    if (!std::filesystem::status_known(status)) return error;
+    const bool is_there = std::filesystem::exists(status);
+    // a file that is protected from writing is not replaced either
+    const old_file_state old = is_there ? look_at_old_file(path) : old_file_state();
+    if (old.error) return old.error;
+    const std::filesystem::path target = end_of_links(path);
+    // the folder is looked through once for each file saved by hand, not for each of thousands
+    if (worst == outlives::power_loss) remove_left_behind(target.parent_path());
+    if (!old.has_one_name) return write_in_place(target, bytes, worst);
+    error = put_in_place_of(target, is_there, bytes, worst);
+    return is_there && keeps_names(error) ? write_in_place(target, bytes, worst) : error;
 }
 
 } // namespace
+
+std::string read_start_of_file(const std::filesystem::path& path, std::size_t most) {
+    std::string content;
+    const std::error_code error = read_file(path, most, content);
+    if (error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory)
+        throw runtime_failure(failure::file_not_found, "the file " + utf8_from_path(path) + " does not exist");
+    if (error) throw not_read(path, reason_of(error));
+    return content;
+}
+
+std::string read_whole_file(const std::filesystem::path& path) {
+    std::string content = read_start_of_file(path, longest_file + 1);
+    if (content.size() > longest_file) throw not_read(path, "it is longer than 16 MB");
+    return content;
+}
 
 void remove_left_behind(const std::filesystem::path& folder) {
     std::error_code error;
@@ -152,21 +143,7 @@ void remove_left_behind(const std::filesystem::path& folder) {
 }
 
 void replace_whole_file(const std::filesystem::path& path, std::string_view bytes, outlives worst) {
-    std::error_code error;
-    // a link to a file stays a link, and the new file is as open to others as the old one
-    const std::filesystem::path old_file = std::filesystem::canonical(path, error);
-    const std::filesystem::path target = error ? path : old_file;
-    const std::filesystem::file_status old_status = std::filesystem::status(target, error);
-    const bool is_there = std::filesystem::exists(old_status);
-    // a device is no file that could be replaced
-    if (is_there && !std::filesystem::is_regular_file(old_status)) return write_to_device(target, bytes);
-    // one that is protected from writing is not replaced either
-    if (is_there && !std::ofstream(target, std::ios::binary | std::ios::app)) throw not_written(path);
-    // the folder is looked through once for each file saved by hand, not for each of thousands
-    if (worst == outlives::power_loss) remove_left_behind(target.parent_path());
-    error = put_in_place_of(target, old_status.permissions(), bytes, worst);
-    if (is_there && keeps_names(error)) return rewrite(target, bytes);
-    if (error) throw not_written(path, error);
+    if (const std::error_code error = replace(path, bytes, worst)) throw not_written(path, error);
 }
 
 void write_over_file(const std::filesystem::path& path, std::string_view bytes) {

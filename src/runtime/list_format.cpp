@@ -7,10 +7,19 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 #include <limits>
 
 namespace desk {
+
+namespace {
+
+constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
+
+} // namespace
+
+list_reader::list_reader(std::string_view text) : text_(text) {
+    if (text_.starts_with(byte_order_mark)) text_.remove_prefix(byte_order_mark.size());
+}
 
 bool list_reader::at_line_end_or_comma() const { return text_[at_] == ',' || text_[at_] == '\r' || text_[at_] == '\n'; }
 
@@ -69,11 +78,11 @@ float list_reader::read_single() {
     return static_cast<float>(value);
 }
 
-std::string list_record(std::string_view text) {
-    std::string record = "\"";
-    std::copy_if(text.begin(), text.end(), std::back_inserter(record),
-                 [](char c) { return c != '"' && c != '\r' && c != '\n'; });
-    return record + "\"" + std::string(line_end);
+std::optional<std::string> list_record(std::string_view text) {
+    if (text.find('"') == std::string_view::npos) return '"' + std::string(text) + '"' + std::string(line_end);
+    const bool can_be_plain = text.find_first_of(",\r\n") == std::string_view::npos &&
+                              std::string_view("\" \t").find(text.front()) == std::string_view::npos;
+    return can_be_plain ? std::optional(std::string(text) + std::string(line_end)) : std::nullopt;
 }
 
 std::string list_record(int number) { return number_text(number) + std::string(line_end); }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -11,7 +12,8 @@ namespace desk {
 /// Every read throws failure::input_past_end_of_file where no value is left.
 class list_reader {
 public:
-    explicit list_reader(std::string_view text) : text_(text) {}
+    /// A UTF-8 byte order mark at the beginning is skipped.
+    explicit list_reader(std::string_view text);
 
     /// A string in quotes runs to the next quote, and the quotes are dropped; one without loses its leading blanks
     /// and runs to the next comma or line end.
@@ -34,9 +36,9 @@ private:
     std::size_t at_ = 0;
 };
 
-/// A string as a record of the list format: in double quotes, with CR LF. A quote or a line end inside it cannot be
-/// told in this format and is left out, so that the records behind it keep their places.
-std::string list_record(std::string_view text);
+/// A string as a record of the list format, with CR LF: in double quotes, or without them where it holds one. Returns
+/// nothing for a string that the format can't hold: `read_string` would return another one.
+std::optional<std::string> list_record(std::string_view text);
 /// A number as a record of the list format: plain, with CR LF.
 std::string list_record(int number);
 

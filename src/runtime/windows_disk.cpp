@@ -2,6 +2,8 @@
 #include "runtime/windows_api.h"
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 namespace desk {
 
@@ -32,8 +34,56 @@ std::errc condition_of(DWORD error) {
 
 std::error_code last_error() { return std::make_error_code(condition_of(GetLastError())); }
 
-/// The bytes of a file that is open, up to where `worst` asks for.
-std::error_code write_all(HANDLE file, std::string_view bytes, outlives worst) {
+/// A handle that closes itself.
+class open_handle {
+public:
+    explicit open_handle(HANDLE handle) : handle_(handle) {}
+    open_handle(const open_handle&) = delete;
+    open_handle& operator=(const open_handle&) = delete;
+    ~open_handle() { close(); }
+    HANDLE get() const { return handle_; }
+    bool is_open() const { return handle_ != INVALID_HANDLE_VALUE; }
+    void close() {
+        if (is_open()) CloseHandle(std::exchange(handle_, INVALID_HANDLE_VALUE));
+    }
+
+private:
+    HANDLE handle_;
+};
+
+/// An existing regular file; a folder is not opened, and a device is closed at once.
+class regular_file {
+public:
+    regular_file(const std::filesystem::path& path, DWORD access) : file_(open(path, access)) {
+        if (error_) return;
+        if (!file_.is_open())
+            error_ = last_error();
+        else if (GetFileType(file_.get()) != FILE_TYPE_DISK)
+            error_ = std::make_error_code(std::errc::not_supported);
+    }
+    const std::error_code& error() const { return error_; }
+    HANDLE get() const { return file_.get(); }
+
+private:
+    HANDLE open(const std::filesystem::path& path, DWORD access) {
+        const DWORD attributes = GetFileAttributesW(path.c_str());
+        if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+            error_ = std::make_error_code(std::errc::is_a_directory);
+            return INVALID_HANDLE_VALUE;
+        }
+        return CreateFileW(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                           OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    }
+
+    std::error_code error_;
+    open_handle file_; // last: opening it sets the error
+};
+
+std::error_code flush(HANDLE file, outlives worst) {
+    return worst != outlives::power_loss || FlushFileBuffers(file) ? std::error_code() : last_error();
+}
+
+std::error_code write_all(HANDLE file, std::string_view bytes) {
     constexpr std::size_t most = 1 << 20;
     while (!bytes.empty()) {
         DWORD written = 0;
@@ -41,20 +91,86 @@ std::error_code write_all(HANDLE file, std::string_view bytes, outlives worst) {
             return last_error();
         bytes.remove_prefix(written);
     }
-    if (worst == outlives::power_loss && !FlushFileBuffers(file)) return last_error();
     return {};
+}
+
+/// Appends what a file still holds, up to `most` bytes in all.
+std::error_code read_up_to(HANDLE file, std::size_t most, std::string& bytes) {
+    constexpr std::size_t piece = 65536;
+    while (bytes.size() < most) {
+        const std::size_t had = bytes.size();
+        bytes.resize(had + std::min(piece, most - had));
+        DWORD got = 0;
+        const BOOL read = ReadFile(file, bytes.data() + had, static_cast<DWORD>(bytes.size() - had), &got, nullptr);
+        bytes.resize(had + got);
+        if (!read) return last_error();
+        if (got == 0) break;
+    }
+    return {};
+}
+
+std::error_code cut(HANDLE file, LONGLONG length) {
+    LARGE_INTEGER end{};
+    end.QuadPart = length;
+    return SetFilePointerEx(file, end, nullptr, FILE_BEGIN) && SetEndOfFile(file) ? std::error_code() : last_error();
+}
+
+std::error_code write_and_cut(HANDLE file, std::string_view bytes, LONGLONG length) {
+    if (!SetFilePointerEx(file, LARGE_INTEGER{}, nullptr, FILE_BEGIN)) return last_error();
+    if (const std::error_code error = write_all(file, bytes)) return error;
+    return cut(file, length);
+}
+
+/// The access list of a file.
+std::vector<char> access_list_of(const std::filesystem::path& path) {
+    DWORD size = 0;
+    GetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+    std::vector<char> list(size);
+    if (!GetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, list.data(), size, &size)) list.clear();
+    return list;
+}
+
+std::error_code create(const std::filesystem::path& path, std::string_view bytes, outlives worst,
+                       SECURITY_ATTRIBUTES* whom) {
+    open_handle file(CreateFileW(path.c_str(), GENERIC_WRITE, 0, whom, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file.is_open()) return last_error();
+    std::error_code error = write_all(file.get(), bytes);
+    if (!error) error = flush(file.get(), worst);
+    file.close();
+    if (error) DeleteFileW(path.c_str());
+    return error;
 }
 
 } // namespace
 
-std::error_code write_new_file(const std::filesystem::path& path, std::string_view bytes, outlives worst) {
-    const HANDLE file =
-        CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) return last_error();
-    const std::error_code error = write_all(file, bytes, worst);
-    CloseHandle(file);
-    if (error) DeleteFileW(path.c_str());
-    return error;
+std::error_code read_file(const std::filesystem::path& path, std::size_t most, std::string& bytes) {
+    const regular_file file(path, GENERIC_READ);
+    bytes.clear();
+    return file.error() ? file.error() : read_up_to(file.get(), most, bytes);
+}
+
+old_file_state look_at_old_file(const std::filesystem::path& path) {
+    const regular_file file(path, GENERIC_WRITE);
+    BY_HANDLE_FILE_INFORMATION found{};
+    const bool known = !file.error() && GetFileInformationByHandle(file.get(), &found);
+    return {file.error(), !known || found.nNumberOfLinks <= 1};
+}
+
+// the folders of a user, and the folder for temporary files, are open to that user alone here
+std::error_code write_new_file(const std::filesystem::path& path, std::string_view bytes, outlives worst,
+                               open_to /*whom*/) {
+    return create(path, bytes, worst, nullptr);
+}
+
+std::error_code write_new_file_like(const std::filesystem::path& old, const std::filesystem::path& path,
+                                    std::string_view bytes, outlives worst) {
+    // a file system without access lists has none to keep
+    std::vector<char> list = access_list_of(old);
+    SECURITY_ATTRIBUTES like{sizeof like, list.data(), FALSE};
+    if (const std::error_code error = create(path, bytes, worst, list.empty() ? nullptr : &like)) return error;
+    if (list.empty() || SetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, list.data())) return {};
+    DeleteFileW(path.c_str());
+    return std::make_error_code(std::errc::operation_not_permitted);
 }
 
 std::error_code rename_over(const std::filesystem::path& from, const std::filesystem::path& to, outlives worst) {
@@ -63,13 +179,35 @@ std::error_code rename_over(const std::filesystem::path& from, const std::filesy
     return {};
 }
 
-std::error_code flush_to_disk(const std::filesystem::path& path) {
-    const HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) return last_error();
-    const std::error_code error = FlushFileBuffers(file) ? std::error_code() : last_error();
-    CloseHandle(file);
+std::error_code write_in_place(const std::filesystem::path& path, std::string_view bytes, outlives worst) {
+    const regular_file file(path, GENERIC_READ | GENERIC_WRITE);
+    if (file.error()) return file.error();
+    LARGE_INTEGER old_length{};
+    if (!GetFileSizeEx(file.get(), &old_length)) return last_error();
+    std::string old;
+    if (const std::error_code error = read_up_to(file.get(), bytes.size(), old)) return error;
+    std::error_code error = write_and_cut(file.get(), bytes, static_cast<LONGLONG>(bytes.size()));
+    if (!error) error = flush(file.get(), worst);
+    if (!error) return {};
+    // a disk that is full still has the room that the old bytes had
+    if (!write_and_cut(file.get(), old, old_length.QuadPart)) flush(file.get(), worst);
     return error;
+}
+
+folder_lock::folder_lock(const std::filesystem::path& folder) {
+    constexpr int most_tries = 500;
+    const std::filesystem::path name = folder / "velotrace.lock";
+    for (int i = 0; i < most_tries; ++i) {
+        const HANDLE file = CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                        FILE_ATTRIBUTE_NORMAL | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+        handle_ = reinterpret_cast<std::intptr_t>(file);
+        if (file != INVALID_HANDLE_VALUE || GetLastError() != ERROR_SHARING_VIOLATION) return;
+        Sleep(10);
+    }
+}
+
+folder_lock::~folder_lock() {
+    if (handle_ != -1) CloseHandle(reinterpret_cast<HANDLE>(handle_));
 }
 
 } // namespace desk

@@ -21,6 +21,7 @@ struct kept_settings {
     /// Takes the records over one after another. Throws failure::input_past_end_of_file, failure::type_mismatch or
     /// failure::overflow at the first that can't be taken.
     void read(std::string_view text);
+    /// The 14 records. A name of a previous file that they can't hold is left out, and those after it move up.
     std::string text() const;
 };
 

@@ -136,7 +136,8 @@ TEST_F(edid_file_test, must_be_of_a_known_kind) {
 
 TEST_F(edid_file_test, must_not_be_very_long) {
     const std::size_t longest = 16UL * 1024 * 1024;
-    EXPECT_TRUE(complaint_of(std::string(longest + 1, '\0'), file_kind::bin).ends_with(" is too long to be read."));
+    EXPECT_TRUE(complaint_of(std::string(longest + 1, '\0'), file_kind::bin)
+                    .ends_with(" can't be read: it is longer than 16 MB."));
     EXPECT_EQ(complaint_of(std::string(longest, '\0'), file_kind::bin), "");
 }
 

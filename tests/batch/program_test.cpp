@@ -1,6 +1,7 @@
 // edid_report as its user calls it: command line, output, exit status.
 
 #include "support/temporary_directory.h"
+#include "support/terminal.h"
 #include "support/translation_desk.h"
 
 #include <gtest/gtest.h>
@@ -11,13 +12,10 @@
 #include <regex>
 #include <sstream>
 #include <string>
-#include <thread>
 
 #ifndef _WIN32
-#include <fcntl.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
-#include <termios.h>
-#include <unistd.h>
 #endif
 
 namespace desk {
@@ -240,50 +238,17 @@ TEST_F(program, keeps_reports_apart_that_would_have_one_name) {
 
 #ifndef _WIN32
 
-/// A terminal that keeps what is written to it.
-class terminal {
-public:
-    terminal() : keyboard_(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
-        EXPECT_EQ(::grantpt(keyboard_), 0);
-        EXPECT_EQ(::unlockpt(keyboard_), 0);
-        name_ = ::ptsname(keyboard_);
-        line_ = ::open(name_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
-        termios settings{};
-        EXPECT_EQ(::tcgetattr(line_, &settings), 0);
-        ::cfmakeraw(&settings);
-        EXPECT_EQ(::tcsetattr(line_, TCSANOW, &settings), 0);
-        reader_ = std::thread([this] {
-            char piece[1024];
-            for (ssize_t got = 0; (got = ::read(keyboard_, piece, sizeof piece)) > 0;)
-                written_.append(piece, static_cast<std::size_t>(got));
-        });
-    }
-    terminal(const terminal&) = delete;
-    terminal& operator=(const terminal&) = delete;
-    ~terminal() {
-        hang_up();
-        ::close(keyboard_);
-    }
-    const std::string& name() const { return name_; }
-    /// All that was written, when nobody writes any more.
-    const std::string& written() {
-        hang_up();
-        return written_;
-    }
-
-private:
-    void hang_up() {
-        if (!reader_.joinable()) return;
-        ::close(line_);
-        reader_.join();
-    }
-
-    int keyboard_;
-    int line_ = -1;
-    std::string name_;
-    std::string written_;
-    std::thread reader_;
-};
+TEST_F(program, waits_for_no_pipe_in_the_place_of_a_report) {
+    folder.put("one.bin", bytes_of_edid(good_edid()));
+    folder.put("two.bin", bytes_of_edid(bad_gamma()));
+    std::filesystem::create_directory(folder / "reports");
+    for (const char* name : {"reports/one.txt", "reports/two.txt"})
+        ASSERT_EQ(::mkfifo((folder / name).c_str(), 0600), 0);
+    EXPECT_EQ(run("-o " + in_folder("reports") + " " + in_folder("one.bin") + " " + in_folder("two.bin")), 1);
+    EXPECT_NE(err.find("one.txt is no report and is not replaced."), std::string::npos) << err;
+    for (const char* name : {"reports/one.txt", "reports/two.txt"})
+        EXPECT_TRUE(std::filesystem::is_fifo(folder / name));
+}
 
 /// What is to be read on a terminal in the end: a carriage return writes over the line from its first place on.
 std::vector<std::string> screen_of(const std::string& written) {
@@ -309,7 +274,7 @@ protected:
     /// Errors alone go to the terminal.
     int run_errors_there(const std::string& words) { return run_into(words, folder.path() / "out", screen.name()); }
 
-    terminal screen;
+    test::terminal screen;
 };
 
 TEST_F(program_on_terminal, shows_a_count_that_goes_away) {
@@ -325,7 +290,7 @@ TEST_F(program, has_its_count_in_no_report_and_in_no_message_on_a_terminal) {
         std::filesystem::create_directories(folder.path() / "edids");
         for (int i = 0; i < 200; ++i)
             folder.put("edids/" + std::to_string(i), bytes_of_edid(good_edid(), size));
-        terminal screen;
+        test::terminal screen;
         EXPECT_EQ(run_into("-j1 " + in_folder("edids"), screen.name(), screen.name()), 0);
         EXPECT_NE(screen.written().find("\r200 of 200"), std::string::npos);
         const std::vector<std::string> shown = screen_of(screen.written());
@@ -352,6 +317,29 @@ TEST_F(program_on_terminal, sends_it_the_lines_of_the_report_so_far) {
     folder.put("one.bin", bytes_of_edid(bad_gamma()));
     EXPECT_EQ(run_errors_there(in_folder("one.bin")), 1);
     EXPECT_NE(screen.written().find("The report so far:\nEDID Analysis Report \r\n"), std::string::npos);
+}
+
+TEST_F(program_on_terminal, gets_a_monitors_name_without_its_control_characters) {
+    edid_buffer edid = good_edid();
+    const std::string name = "\x1B[2J\x9B"
+                             "31m\a \xE4\n";
+    std::fill_n(edid.begin() + 54, 18, std::uint8_t{0});
+    edid[57] = 0xFC;
+    std::copy(name.begin(), name.end(), edid.begin() + 59);
+    folder.put("one.bin", bytes_of_edid(edid));
+    EXPECT_EQ(run(in_folder("one.bin")), 0);
+    EXPECT_NE(out.find("\x1B[2J\x9B"
+                       "31m\a \xE4"),
+              std::string::npos)
+        << "a file gets the bytes of the EDID";
+    EXPECT_EQ(run_into(in_folder("one.bin"), screen.name(), folder / "err"), 0);
+    const std::string& written = screen.written();
+    EXPECT_NE(written.find("?[2J\xE2\x80\xBA"
+                           "31m? \xC3\xA4"),
+              std::string::npos)
+        << written;
+    EXPECT_EQ(written.find_first_of("\x1B\a"), std::string::npos);
+    EXPECT_EQ(lines_of(written).size(), lines_of(out).size());
 }
 
 TEST_F(program, tells_names_as_they_are_where_there_is_no_terminal) {

@@ -2,6 +2,7 @@
 
 #include "crash/robot_process.h"
 #include "crash/saving_desk.h"
+#include "support/access_list.h"
 
 #include <gtest/gtest.h>
 
@@ -75,8 +76,29 @@ TEST(a_saved_file, is_on_the_disk_before_it_gets_its_name_and_its_name_behind_th
     for (std::string call = robot.run_to_call(); !call.empty(); call = robot.run_to_call())
         calls += call + ' ';
     // the HEX file, the report and the settings
-    EXPECT_TRUE(std::regex_match(calls, std::regex("(create (write )+flush (protect )?rename flush ){3}"))) << calls;
+    EXPECT_TRUE(std::regex_match(calls, std::regex("(create (write )+(protect )+flush rename flush ){3}"))) << calls;
 }
+
+#ifdef __linux__
+TEST(a_saved_file, is_open_to_nobody_new_at_any_moment) {
+    const saving_desk desk(1);
+    desk.begin_again();
+    constexpr auto owner_alone = std::filesystem::perms::owner_read | std::filesystem::perms::owner_write;
+    for (const auto& file : std::filesystem::directory_iterator(desk.folder()))
+        std::filesystem::permissions(file, owner_alone);
+    // whatever is created in this folder is open to everybody
+    if (!set_access_list(desk.folder(), default_list_name,
+                         {{access_entry::owner, 7}, {access_entry::group, 7}, {access_entry::others, 7}}))
+        GTEST_SKIP() << "this file system has no access lists";
+    robot_process robot(desk, true);
+    unsigned looks = 0;
+    for (std::string call = robot.run_to_call(); !call.empty(); call = robot.run_to_call(), ++looks) {
+        for (const auto& file : std::filesystem::directory_iterator(desk.folder()))
+            ASSERT_EQ(file.status().permissions(), owner_alone) << file.path() << " before " << call;
+    }
+    EXPECT_GT(looks, 0U);
+}
+#endif
 
 TEST(a_killed_desk, leaves_nothing_behind_that_the_next_one_does_not_remove) {
     const saving_desk desk(1);

@@ -40,7 +40,11 @@ std::string changing_call(pid_t thread, const __ptrace_syscall_info& info) {
     case SYS_ftruncate:
     case SYS_truncate:
         return "cut";
+    case SYS_fchmod:
     case SYS_fchmodat:
+    case SYS_fchown:
+    case SYS_fsetxattr:
+    case SYS_fremovexattr:
         return "protect";
 #ifdef SYS_rename
     case SYS_rename:

@@ -13,6 +13,10 @@
 #include <utility>
 #include <vector>
 
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
+
 namespace desk {
 namespace {
 
@@ -70,6 +74,32 @@ protected:
         EXPECT_EQ(form.caption == title_of("next.bin"), !open_still);
     }
 };
+
+#ifndef _WIN32
+TEST_F(file_opener_test, waits_for_no_pipe_and_reads_no_device_and_no_long_file) {
+    const test::temporary_directory elsewhere;
+    ASSERT_EQ(::mkfifo((elsewhere / "pipe.bin").c_str(), 0600), 0);
+    std::filesystem::create_symlink("/dev/zero", elsewhere / "zero.bin");
+    elsewhere.put("long.bin", "x");
+    std::filesystem::resize_file(elsewhere / "long.bin", longest_file + 1);
+    for (const char* name : {"pipe.bin", "zero.bin", "long.bin"}) {
+        std::string reason;
+        m.host.report_silent_failure = [&](std::string_view sentence) { reason = sentence; };
+        open((elsewhere / name).string());
+        EXPECT_TRUE(reason.starts_with("Opening the EDID file " + (elsewhere / name).string() + ": the file "))
+            << reason;
+        EXPECT_EQ(form.caption, "VELOTRACE ");
+    }
+    EXPECT_TRUE(m.boxes.all.empty());
+    expect_number_1(false);
+}
+#endif
+
+TEST_F(file_opener_test, opens_hex_behind_a_byte_order_mark) {
+    open_bytes("a.hex", "\xEF\xBB\xBF" + window_text_of(good_edid()));
+    EXPECT_EQ(view.txt_write.text.get(), window_text_of(good_edid()));
+    EXPECT_EQ(buffers.write_buff, buffer_of(good_edid()));
+}
 
 TEST_F(file_opener_test, knows_files_and_no_folders) {
     directory.put("a.hex", "");

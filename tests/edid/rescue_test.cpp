@@ -1,13 +1,21 @@
 #include "edid/rescue.h"
 
 #include "support/edid_fixture.h"
+#include "support/expect_failure.h"
 #include "support/file_size_limit.h"
+#include "support/other_user.h"
+#include "support/protected_folder.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <filesystem>
+#include <latch>
+#include <set>
 #include <string>
+#include <thread>
+#include <utility>
+#include <vector>
 
 namespace desk {
 namespace {
@@ -187,36 +195,119 @@ TEST_F(rescue_test, closes_a_gap_in_the_numbers_before_it_lets_one_go) {
 #ifndef _WIN32
 class rescue_without_room_test : public rescue_test {
 protected:
-    rescue_without_room_test() { setenv("TMPDIR", elsewhere.path().c_str(), 1); }
+    rescue_without_room_test() {
+        using std::filesystem::perms;
+        setenv("TMPDIR", elsewhere.path().c_str(), 1);
+        std::filesystem::permissions(elsewhere.path(), perms::all | perms::sticky_bit);
+        view.txt_read.text = window_text_of(good_edid());
+    }
     ~rescue_without_room_test() override { unsetenv("TMPDIR"); }
+
+    std::string rescue_with_user_folder() {
+        return rescue_window_texts(view, fields, own.path(), [this] { return users.path(); });
+    }
+    static std::string no_file_in(const temporary_directory& folder, const std::string& reason) {
+        return "no file can be written in " + utf8_from_path(folder.path()) + ": " + reason;
+    }
+    static std::string kept_in(const std::filesystem::path& file, const std::string& failed) {
+        return "The EDID of the READ window is kept in the file " + utf8_from_path(file) + " (" + failed + ").";
+    }
+
     temporary_directory elsewhere;
+    temporary_directory users;
 };
 
 TEST_F(rescue_without_room_test, goes_to_the_folder_for_temporary_files) {
-    view.txt_read.text = window_text_of(good_edid());
     std::filesystem::create_directories(own / "rescued_read.hex" / "in_the_way");
     std::filesystem::create_directories(own / "rescued_read_1.hex" / "in_the_way");
     for (int n = 1; n <= 10; ++n)
         std::filesystem::create_directories(own / ("rescued_read_" + std::to_string(n) + ".hex") / "in_the_way");
-    EXPECT_EQ(rescue(), "The EDID of the READ window is kept in the file " +
-                            utf8_from_path(elsewhere / "rescued_read.hex") + ".");
+    EXPECT_EQ(rescue(), kept_in(elsewhere / "rescued_read.hex", no_file_in(own, "Directory not empty")));
     EXPECT_EQ(elsewhere.content("rescued_read.hex"), window_text_of(good_edid()) + "\r\n");
 }
 
+TEST_F(rescue_without_room_test, goes_to_the_users_own_folder_first) {
+    std::filesystem::permissions(users.path(), std::filesystem::perms::all);
+    {
+        const test::protected_folder closed(own.path());
+        EXPECT_EQ(rescue_with_user_folder(), kept_in(users / "rescued_read.hex", no_file_in(own, "Permission denied")));
+    }
+    EXPECT_EQ(users.content("rescued_read.hex"), window_text_of(good_edid()) + "\r\n");
+    EXPECT_EQ(elsewhere.file_count(), 0u);
+}
+
+TEST_F(rescue_without_room_test, asks_for_no_other_folder_where_the_own_one_takes_the_file) {
+    EXPECT_EQ(rescue_with_user_folder(), kept("READ", "rescued_read.hex"));
+    EXPECT_EQ(users.file_count() + elsewhere.file_count(), 0u);
+}
+
+TEST_F(rescue_without_room_test, says_which_folders_failed_and_why) {
+    const auto no_home = []() -> std::filesystem::path {
+        throw runtime_failure(failure::path_file_access_error, "the folder /home/ann can't be made: No home");
+    };
+    const test::protected_folder closed(own.path());
+    EXPECT_EQ(rescue_window_texts(view, fields, own.path(), no_home),
+              kept_in(elsewhere / "rescued_read.hex",
+                      no_file_in(own, "Permission denied") + "; the folder /home/ann can't be made: No home"));
+}
+
+TEST_F(rescue_without_room_test, touches_no_file_of_somebody_else_in_the_folder_for_temporary_files) {
+    elsewhere.put("rescued_read.hex", "somebody else's");
+    std::filesystem::create_symlink(elsewhere / "target", elsewhere / "rescued_read_1.hex");
+    {
+        const test::protected_folder closed(own.path());
+        EXPECT_EQ(rescue(), kept_in(elsewhere / "rescued_read_2.hex", no_file_in(own, "Permission denied")));
+    }
+    using std::filesystem::perms;
+    EXPECT_EQ(elsewhere.content("rescued_read.hex"), "somebody else's");
+    EXPECT_FALSE(elsewhere.has("target"));
+    EXPECT_EQ(elsewhere.content("rescued_read_2.hex"), window_text_of(good_edid()) + "\r\n");
+    EXPECT_EQ(std::filesystem::status(elsewhere / "rescued_read_2.hex").permissions(),
+              perms::owner_read | perms::owner_write);
+}
+
+TEST_F(rescue_without_room_test, keeps_the_texts_of_two_users) {
+    if (!test::can_be_others()) GTEST_SKIP() << "only root can be other users";
+    for (const auto& [who, name] : {std::pair(test::alice, "rescued_read.hex"), {test::bob, "rescued_read_1.hex"}}) {
+        EXPECT_EQ(test::as_user(who, [&] { return rescue(); }),
+                  kept_in(elsewhere / name, no_file_in(own, "Permission denied")));
+        EXPECT_EQ(elsewhere.content(name), window_text_of(good_edid()) + "\r\n");
+    }
+}
+
 TEST_F(rescue_without_room_test, tells_that_the_disk_is_full) {
-    view.txt_read.text = window_text_of(good_edid());
     view.txt_write.text = window_text_of(good_edid());
     own.put("rescued_read.hex", "older");
     {
         const test::file_size_limit full(100);
-        EXPECT_EQ(rescue(), "The EDID of the READ window could not be kept: no file can be written in " +
-                                utf8_from_path(own.path()) +
-                                ".\nThe EDID of the WRITE window could not be kept: no file can be written in " +
-                                utf8_from_path(own.path()) + ".");
+        const std::string reasons = " window could not be kept: " + no_file_in(own, "File too large") + "; " +
+                                    no_file_in(elsewhere, "File too large") + ".";
+        EXPECT_EQ(rescue(), "The EDID of the READ" + reasons + "\nThe EDID of the WRITE" + reasons);
     }
     EXPECT_EQ(own.content("rescued_read_1.hex"), "older");
     EXPECT_EQ(own.file_count(), 1u);
     EXPECT_EQ(elsewhere.file_count(), 0u);
+}
+
+TEST_F(rescue_test, loses_no_text_of_desks_that_rescue_at_the_same_time) {
+    constexpr int desks = 8;
+    std::vector<std::thread> threads;
+    std::latch all_ready(desks);
+    for (int i = 0; i < desks; ++i) {
+        threads.emplace_back([this, i, &all_ready] {
+            workbench_frame one;
+            all_ready.arrive_and_wait();
+            one.txt_read.text = window_text_of(some_bytes(static_cast<std::size_t>(i) + 1));
+            EXPECT_EQ(rescue_window_texts(one, {}, own.path()), kept("READ", "rescued_read.hex"));
+        });
+    }
+    for (std::thread& t : threads)
+        t.join();
+    std::set<std::string> found;
+    for (const auto& file : std::filesystem::directory_iterator(own.path()))
+        found.insert(own.content(utf8_from_path(file.path().filename())));
+    EXPECT_EQ(found.size(), std::size_t{desks});
+    EXPECT_EQ(own.file_count(), std::size_t{desks});
 }
 #endif
 

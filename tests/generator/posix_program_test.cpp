@@ -3,11 +3,15 @@
 #ifndef _WIN32
 
 #include "support/shell_run.h"
+#include "support/terminal.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <string>
+
+#include <sys/stat.h>
 
 namespace desk {
 namespace {
@@ -43,6 +47,21 @@ TEST_F(simulator_program, has_a_link_to_its_terminal_until_it_quits) {
     EXPECT_TRUE(ended.out.starts_with("VELOTRACE simulator on /dev/")) << ended.out;
     EXPECT_TRUE(ended.out.ends_with("\nThe generator answers nothing.\nGood-bye.\n")) << ended.out;
     EXPECT_FALSE(folder.has("com1"));
+}
+
+TEST_F(simulator_program, sends_a_terminal_no_control_characters) {
+    folder.put("typed", "sink 1 /\x1B[2J\x07\nquit\n");
+    test::terminal screen;
+    const std::string command =
+        "timeout 60 \"" VELOTRACE_SIM "\" " + in_folder("com1") + " <" + in_folder("typed") + " >" + screen.name();
+    EXPECT_EQ(std::system(command.c_str()), 0);
+    EXPECT_NE(screen.written().find("the file /?[2J? does not exist."), std::string::npos) << screen.written();
+}
+
+TEST_F(simulator_program, waits_for_no_pipe_in_the_place_of_an_edid) {
+    ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+    const auto ended = run("sink 1 " + (folder / "pipe").string() + "\nquit\n", in_folder("com1"));
+    EXPECT_NE(ended.out.find("can't be read: it is not a regular file."), std::string::npos) << ended.out;
 }
 
 TEST_F(simulator_program, takes_its_terminal_away_and_brings_another) {

@@ -1,16 +1,20 @@
 #include "platform/posix_program_directory.h"
 
+#include "platform/program_directory.h"
 #include "runtime/failure.h"
 #include "support/expect_failure.h"
 #include "support/file_size_limit.h"
+#include "support/other_user.h"
 #include "support/temporary_directory.h"
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <string>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace desk {
 namespace {
@@ -31,6 +35,19 @@ TEST(own_directory_of, passes_over_a_place_for_data_that_is_not_absolute) {
         EXPECT_EQ(own_directory_of({.data_home = data_home, .home = "/home/ann"}),
                   "/home/ann/.local/share/velotrace-desk")
             << data_home;
+}
+
+TEST(user_data_directory, is_created_for_the_user_alone) {
+    const test::temporary_directory home;
+    const char* const before = std::getenv("XDG_DATA_HOME");
+    const std::string kept = before == nullptr ? "" : before;
+    ::setenv("XDG_DATA_HOME", (home / "data").c_str(), 1);
+    EXPECT_EQ(user_data_directory(), home / "data/velotrace-desk");
+    EXPECT_EQ(fs::status(home / "data/velotrace-desk").permissions(), fs::perms::owner_all);
+    if (before == nullptr)
+        ::unsetenv("XDG_DATA_HOME");
+    else
+        ::setenv("XDG_DATA_HOME", kept.c_str(), 1);
 }
 
 TEST(own_directory_of, needs_a_home) {
@@ -77,6 +94,20 @@ TEST_F(installed_program, gets_a_folder_for_the_user_alone_with_both_files) {
     EXPECT_EQ(own_content("timing_pattern.ini"), "first catalogue");
     for (const char* folder : {"home", "home/data", "home/data/velotrace-desk"})
         EXPECT_EQ(fs::status(root / folder).permissions(), fs::perms::owner_all) << folder;
+}
+
+TEST_F(installed_program, leaves_a_user_what_root_creates_for_him) {
+    if (!test::can_be_others()) GTEST_SKIP() << "only root can be other users";
+    fs::create_directory(root / "home");
+    ASSERT_EQ(::chown((root / "home").c_str(), test::alice.number, test::alice.group), 0);
+    prepare_own_directory(own(), first_files());
+    for (const fs::path& created :
+         {own().parent_path(), own(), own() / "marlo_rs232.ini", own() / "timing_pattern.ini"}) {
+        struct stat status {};
+        ASSERT_EQ(::lstat(created.c_str(), &status), 0);
+        EXPECT_EQ(status.st_uid, test::alice.number) << created;
+        EXPECT_EQ(status.st_gid, test::alice.group) << created;
+    }
 }
 
 TEST_F(installed_program, leaves_what_the_user_has) {

@@ -2,9 +2,11 @@
 
 #include "support/desk_files.h"
 #include "support/shell_run.h"
+#include "support/terminal.h"
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <string>
 
 namespace desk {
@@ -34,6 +36,18 @@ TEST_F(robot_program, ends_where_it_is_told_to_quit) { EXPECT_EQ(run("quit\ncloc
 TEST_F(robot_program, takes_its_own_folder_where_none_is_named) {
     // the first files stand beside the programs
     EXPECT_EQ(run("start\n", "").out, "ok\n");
+}
+
+TEST_F(robot_program, sends_a_terminal_no_control_characters) {
+    folder.put("marlo_rs232.ini", test::usual_settings);
+    folder.put("timing_pattern.ini", test::plain_catalogue(3, 2));
+    folder.put("script", "start\nfile \"/\xC2\x9B"
+                         "2J\x7F.bin\"\nclick cmd_edid\nclick cmd_load\nboxes\n");
+    test::terminal screen;
+    const std::string command =
+        "\"" DESK_ROBOT "\" " + own_folder() + " <\"" + (folder / "script").string() + "\" >" + screen.name();
+    EXPECT_EQ(std::system(command.c_str()), 0);
+    EXPECT_NE(screen.written().find("/?2J?.bin dosen't exist !"), std::string::npos) << screen.written();
 }
 
 TEST_F(robot_program, takes_one_folder_alone) {

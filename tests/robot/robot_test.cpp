@@ -379,6 +379,38 @@ TEST_F(robot_test, closes_windows_with_a_way_out) {
 
 // ---- later ----
 
+TEST_F(robot_test, refuses_a_line_of_more_than_200_nested_commands) {
+    const auto line = [](int count) {
+        std::string text;
+        for (int i = 0; i < count; ++i)
+            text += "after 1 ";
+        return text + "click cmd_about";
+    };
+    expect_ok("start");
+    for (const int count : {201, 12000}) {
+        expect(line(count), "refused \"too many commands are nested\"");
+        expect_ok("wait 1000");
+        expect("later", "ok []");
+        expect("get fra_about.visible", "ok false");
+    }
+    expect_ok(line(200));
+    expect_ok("wait 1000");
+    expect("get fra_about.visible", "ok true");
+}
+
+TEST_F(robot_test, refuses_commands_that_each_come_in_the_middle_of_200_others) {
+    expect_ok("start");
+    // a view button lets events in before it is done
+    for (int i = 0; i < 12000; ++i)
+        expect_ok("after 1 click cmd_timing");
+    expect_ok("wait 1000");
+    const std::string answers = answer("later");
+    EXPECT_NE(answers.find("\"ok\""), std::string::npos);
+    EXPECT_NE(answers.find("refused \\\"too many commands are nested\\\""), std::string::npos)
+        << answers.substr(0, 200);
+    expect_ok("click cmd_pattern");
+}
+
 TEST_F(robot_test, does_a_command_later_in_the_middle_of_whatever_goes_on) {
     expect_ok("start");
     expect_ok("click cmd_timing");

@@ -2,6 +2,7 @@
 
 #include "support/expect_failure.h"
 #include "support/file_size_limit.h"
+#include "support/protected_folder.h"
 #include "support/temporary_directory.h"
 
 #include <gtest/gtest.h>
@@ -10,14 +11,11 @@
 #include <string>
 #include <vector>
 
-#ifndef _WIN32
-#include <unistd.h>
-#endif
-
 namespace desk {
 namespace {
 
 using test::failure_of;
+using test::sentence_of;
 using test::temporary_directory;
 
 void make_two_minutes_old(const std::filesystem::path& file) {
@@ -28,34 +26,6 @@ void put_two_minutes_ago(const temporary_directory& directory, const std::string
     directory.put(name, "half of a f");
     make_two_minutes_old(directory / name);
 }
-
-#ifndef _WIN32
-/// While it lives, a folder takes no new files, though those in it are open to writing.
-class protected_folder {
-public:
-    explicit protected_folder(const std::filesystem::path& folder) : folder_(folder) {
-        using std::filesystem::perms;
-        for (const auto& file : std::filesystem::directory_iterator(folder_))
-            std::filesystem::permissions(file, perms::all);
-        std::filesystem::permissions(folder_, perms::owner_all | perms::group_all | perms::others_all);
-        std::filesystem::permissions(folder_, perms::owner_write | perms::group_write | perms::others_write,
-                                     std::filesystem::perm_options::remove);
-        // whoever may do everything is held up by no protection
-        EXPECT_EQ(::seteuid(user_ == 0 ? nobody : user_), 0);
-    }
-    protected_folder(const protected_folder&) = delete;
-    protected_folder& operator=(const protected_folder&) = delete;
-    ~protected_folder() {
-        EXPECT_EQ(::seteuid(user_), 0);
-        std::filesystem::permissions(folder_, std::filesystem::perms::owner_all);
-    }
-
-private:
-    static constexpr uid_t nobody = 65534;
-    std::filesystem::path folder_;
-    uid_t user_ = ::geteuid();
-};
-#endif
 
 TEST(read_whole_file, gives_every_byte) {
     const temporary_directory directory;
@@ -80,11 +50,14 @@ TEST(read_whole_file, fails_for_a_directory) {
     EXPECT_EQ(failure_of([&] { read_whole_file(directory.path()); }), failure::path_file_access_error);
 }
 
-TEST(read_whole_file, fails_for_more_bytes_than_are_wanted) {
+TEST(read_whole_file, takes_16_mb_and_no_more) {
     const temporary_directory directory;
-    directory.put("file", std::string(20000, 'x'));
-    EXPECT_EQ(read_whole_file(directory / "file", 20000).size(), 20000U);
-    EXPECT_EQ(failure_of([&] { read_whole_file(directory / "file", 19999); }), failure::path_file_access_error);
+    directory.put("file", "x");
+    std::filesystem::resize_file(directory / "file", longest_file);
+    EXPECT_EQ(read_whole_file(directory / "file").size(), 16U * 1024 * 1024);
+    std::filesystem::resize_file(directory / "file", longest_file + 1);
+    EXPECT_EQ(sentence_of([&] { read_whole_file(directory / "file"); }),
+              "the file " + utf8_from_path(directory / "file") + " can't be read: it is longer than 16 MB.");
 }
 
 TEST(read_whole_file, tells_which_file_it_was) {
@@ -281,7 +254,7 @@ TEST(replace_whole_file, writes_an_open_file_in_a_folder_that_takes_no_new_ones)
     const temporary_directory directory;
     directory.put("old.hex", "a long text that stood here before");
     directory.put("short.hex", "x");
-    const protected_folder closed(directory.path());
+    const test::protected_folder closed(directory.path());
     replace_whole_file(directory / "old.hex", "short");
     replace_whole_file(directory / "short.hex", "a longer text");
     EXPECT_EQ(directory.content("old.hex"), "short");
@@ -294,16 +267,11 @@ TEST(replace_whole_file, leaves_the_old_file_whole_there_where_the_disk_is_full)
     const temporary_directory directory;
     const std::string old(200, 'o');
     directory.put("old.hex", old);
-    const protected_folder closed(directory.path());
+    const test::protected_folder closed(directory.path());
     const test::file_size_limit disk_is_full(300);
     EXPECT_EQ(failure_of([&] { replace_whole_file(directory / "old.hex", std::string(500, 'x')); }),
               failure::path_file_access_error);
     EXPECT_EQ(directory.content("old.hex"), old);
-}
-
-TEST(replace_whole_file, writes_to_a_device_and_leaves_it_one) {
-    EXPECT_EQ(failure_of([] { replace_whole_file("/dev/full", "new"); }), failure::path_file_access_error);
-    EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
 }
 #endif
 

@@ -157,6 +157,19 @@ TEST(list_reader_single, fails_where_the_number_is_too_large_for_it) {
     EXPECT_EQ(failure_of([&] { values.read_single(); }), failure::overflow);
 }
 
+TEST(list_reader, skips_a_byte_order_mark_at_the_beginning_alone) {
+    list_reader number("\xEF\xBB\xBF"
+                       "79\r\n");
+    EXPECT_EQ(number.read_integer(), 79);
+    list_reader text("\xEF\xBB\xBF\"a\",\xEF\xBB\xBF"
+                     "b");
+    EXPECT_EQ(text.read_string(), "a");
+    EXPECT_EQ(text.read_string(), "\xEF\xBB\xBF"
+                                  "b");
+    list_reader nothing("\xEF\xBB\xBF");
+    EXPECT_EQ(failure_of([&] { nothing.read_integer(); }), failure::input_past_end_of_file);
+}
+
 TEST(list_record, has_a_string_in_quotes_and_a_number_plain) {
     EXPECT_EQ(list_record("C:\\edid\\one, two.hex"), "\"C:\\edid\\one, two.hex\"\r\n");
     EXPECT_EQ(list_record(""), "\"\"\r\n");
@@ -165,11 +178,33 @@ TEST(list_record, has_a_string_in_quotes_and_a_number_plain) {
     EXPECT_EQ(list_record(-1), "-1\r\n");
 }
 
-TEST(list_record, keeps_the_records_behind_it_in_their_places) {
-    const std::string text = list_record("a\"b\r\nc") + list_record(5);
-    list_reader values(text);
-    EXPECT_EQ(values.read_string(), "abc");
-    EXPECT_EQ(values.read_integer(), 5);
+TEST(list_record, has_a_string_with_a_quote_plain) {
+    EXPECT_EQ(list_record("/edid/24\" panel.hex"), "/edid/24\" panel.hex\r\n");
+}
+
+TEST(list_record, is_read_back_as_it_was_or_is_none) {
+    const std::string pieces[] = {"a", "\"", ",", " ", "\t", "\r", "\n", "\r\n", "\x1B", "\x7F", "\xC3\xA4", "/"};
+    int held = 0;
+    for (const std::string& first : pieces) {
+        for (const std::string& second : pieces) {
+            for (const std::string& third : pieces) {
+                const std::string name = first + second + third;
+                const auto record = list_record(name);
+                if (!record) continue;
+                ++held;
+                const std::string text = *record + list_record(5);
+                list_reader values(text);
+                EXPECT_EQ(values.read_string(), name);
+                EXPECT_EQ(values.read_integer(), 5);
+            }
+        }
+    }
+    EXPECT_GT(held, 11 * 11 * 11) << "all without a quote";
+}
+
+TEST(list_record, is_none_where_neither_form_holds_the_string) {
+    for (const char* text : {"\"", "\"a", " a\"", "\ta\"", "a\",b", "a\"\r\nb", "a\"\n", "\ra\""})
+        EXPECT_EQ(list_record(text), std::nullopt) << text;
 }
 
 } // namespace

@@ -6,8 +6,14 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
+
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
 
 namespace desk {
 namespace {
@@ -132,6 +138,38 @@ TEST_F(main_window, ends_in_silence_where_the_settings_can_not_be_written) {
     EXPECT_EQ(failure_of([&] { desk.unload(); }), std::nullopt);
     EXPECT_EQ(m.port.done, strings{"close"});
     EXPECT_TRUE(m.boxes.all.empty());
+}
+
+#ifndef _WIN32
+TEST_F(main_window, waits_for_no_pipe_in_the_place_of_its_files) {
+    for (const char* name : {"marlo_rs232.ini", "timing_pattern.ini"}) {
+        const std::string content = directory.content(name);
+        std::filesystem::remove(directory / name);
+        ASSERT_EQ(::mkfifo((directory / name).c_str(), 0600), 0);
+        EXPECT_EQ(failure_of([&] { desk.load(); }), failure::path_file_access_error) << name;
+        std::filesystem::remove(directory / name);
+        directory.put(name, content);
+    }
+}
+
+TEST_F(main_window, reports_why_the_settings_can_not_be_written) {
+    desk.load();
+    std::filesystem::remove(directory / "marlo_rs232.ini");
+    ASSERT_EQ(::mkfifo((directory / "marlo_rs232.ini").c_str(), 0600), 0);
+    std::string reason;
+    m.host.report_silent_failure = [&](std::string_view sentence) { reason = sentence; };
+    desk.unload();
+    EXPECT_EQ(reason,
+              "the file " + (directory / "marlo_rs232.ini").string() + " can't be written: it is not a regular file.");
+}
+#endif
+
+TEST_F(main_window, reads_files_that_begin_with_a_byte_order_mark) {
+    for (const char* name : {"marlo_rs232.ini", "timing_pattern.ini"})
+        directory.put(name, "\xEF\xBB\xBF" + directory.content(name));
+    desk.load();
+    EXPECT_EQ(desk.link.com_port, 1);
+    EXPECT_EQ(desk.rows.lstv_timing.row_count(), 30);
 }
 
 TEST_F(main_window, hides_the_previous_files_on_any_key) {

@@ -69,6 +69,52 @@ TEST_F(settings_file, may_have_any_line_ends) {
     }
 }
 
+TEST_F(settings_file, may_begin_with_a_byte_order_mark) {
+    kept.read("\xEF\xBB\xBF" + full);
+    EXPECT_EQ(link.com_port, 3);
+    EXPECT_EQ(kept.text(), full);
+}
+
+TEST_F(settings_file, keeps_strange_names_as_they_are) {
+    const std::string names[] = {"/edid/24\" panel.hex",
+                                 "/two\r\nlines.bin",
+                                 "/a, b.hex",
+                                 " leading space.hex",
+                                 "/\x1B[31mred\x7F\x01.bin",
+                                 "/t\xC3\xBCr.ddc",
+                                 "/C1\xC2\x9B.hex",
+                                 "/trailing \t",
+                                 "\t",
+                                 "/, and\nline"};
+    kept.read(full);
+    for (std::size_t i = 0; i < 10; ++i)
+        edid.lab_pre_f.at(i).caption = names[i];
+    const std::string text = kept.text();
+    kept.read(text);
+    for (std::size_t i = 0; i < 10; ++i)
+        EXPECT_EQ(caption(i), names[i]);
+    EXPECT_EQ(fields.checksum_4digits, 255);
+    EXPECT_EQ(kept.text(), text);
+}
+
+TEST_F(settings_file, leaves_a_name_out_that_would_be_read_as_another_one) {
+    for (const char* name : {"/a\",b", "\"quoted\"", "/a\"\nb", "/no utf-8 \xFF.hex"}) {
+        kept.read(full);
+        edid.lab_pre_f[1].caption = name;
+        const std::string text = kept.text();
+        EXPECT_EQ(caption(1), name) << "it stays in the running desk";
+        kept.read(text);
+        EXPECT_EQ(caption(0), "C:\\one.hex");
+        EXPECT_EQ(caption(1), "") << "the third name has moved up";
+        EXPECT_EQ(caption(2), "4");
+        EXPECT_EQ(caption(8), "10");
+        EXPECT_EQ(caption(9), "");
+        EXPECT_EQ(link.com_port, 3);
+        EXPECT_EQ(fields.eeprom_size_index, 1);
+        EXPECT_EQ(fields.checksum_4digits, 255);
+    }
+}
+
 TEST_F(settings_file, fails_where_records_are_missing) {
     for (const char* text : {"", "1\r\n", "1\r\n\"a\"\r\n", "1,a,b,c,d,e,f,g,h,i,j,0,0"})
         EXPECT_EQ(failure_of([&] { kept.read(text); }), failure::input_past_end_of_file) << text;
