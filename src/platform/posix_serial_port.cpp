@@ -1,14 +1,19 @@
 #include "platform/native_serial_port.h"
 
+#include "platform/posix_port_problem.h"
+#include "platform/posix_processes.h"
 #include "runtime/failure.h"
 
 #include <array>
 #include <cerrno>
 #include <cstring>
 #include <string>
+#include <utility>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/ioctl.h>
+#include <sys/stat.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -16,9 +21,58 @@ namespace desk {
 
 namespace {
 
-[[noreturn]] void cannot(const std::string& what, const std::filesystem::path& device) {
-    throw runtime_failure(failure::path_file_access_error,
-                          device.string() + " can't be " + what + ": " + std::strerror(errno));
+[[noreturn]] void fail(const std::string& why) { throw runtime_failure(failure::path_file_access_error, why); }
+
+[[noreturn]] void cannot_be(const std::string& what, const std::filesystem::path& device) {
+    fail(shown_name(device) + " can't be " + what + ": " + std::strerror(errno));
+}
+
+/// A device that is open, and nothing done to it yet.
+class opened_device {
+public:
+    explicit opened_device(const std::filesystem::path& device)
+        : descriptor_(::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC)) {
+        if (descriptor_ < 0) fail(problem_of_opening(device, errno));
+    }
+    ~opened_device() {
+        if (descriptor_ >= 0) ::close(descriptor_);
+    }
+    opened_device(const opened_device&) = delete;
+    opened_device& operator=(const opened_device&) = delete;
+
+    int get() const { return descriptor_; }
+    int release() { return std::exchange(descriptor_, -1); }
+    void close() { ::close(release()); }
+
+private:
+    int descriptor_;
+};
+
+/// Opening some devices does something already: that of a serial line raises DTR.
+dev_t checked_before_opening(const std::filesystem::path& device, const process_table& processes) {
+    struct stat status {};
+    if (::stat(device.c_str(), &status) != 0) fail(problem_of_opening(device, errno));
+    if (!S_ISCHR(status.st_mode)) fail(shown_name(device) + " is no serial port");
+    if (const auto at_work = processes.at_terminal(status.st_rdev)) fail(problem_of_terminal(device, at_work));
+    return status.st_rdev;
+}
+
+void expect_nobody_works_at(const opened_device& opened, const std::filesystem::path& device, dev_t checked,
+                            const process_table& processes) {
+    if (::tcgetsid(opened.get()) >= 0) fail(problem_of_terminal(device, std::nullopt));
+    struct stat status {};
+    if (::fstat(opened.get(), &status) != 0) cannot_be("used as a serial port", device);
+    // the link has changed meanwhile
+    if (status.st_rdev == checked) return;
+    if (const auto at_work = processes.at_terminal(status.st_rdev)) fail(problem_of_terminal(device, at_work));
+}
+
+/// The exclusive mode of the terminal does not hold against root; the lock does, between desks.
+void lock(opened_device& opened, const std::filesystem::path& device, const process_table& processes) {
+    if (::flock(opened.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) return;
+    // this desk must not count as one that has it open
+    opened.close();
+    fail(problem_of_holder(device, processes.holder_of(device)));
 }
 
 class posix_serial_port final : public serial_port {
@@ -33,8 +87,13 @@ public:
         if (number < 1)
             throw runtime_failure(failure::path_file_access_error, "there is no port " + std::to_string(number));
         const std::filesystem::path device = device_of(number);
-        device_ = ::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
-        if (device_ < 0) cannot("opened", device);
+        const process_table processes;
+        const dev_t checked = checked_before_opening(device, processes);
+        opened_device opened(device);
+        expect_nobody_works_at(opened, device, checked, processes);
+        lock(opened, device, processes);
+        if (::tcgetattr(opened.get(), &found_) != 0) cannot_be("used as a serial port", device);
+        device_ = opened.release();
         try {
             configure(device);
         } catch (const runtime_failure&) {
@@ -95,9 +154,8 @@ private:
     }
 
     void configure(const std::filesystem::path& device) const {
-        termios line{};
-        if (::tcgetattr(device_, &line) != 0) cannot("used as a serial port", device);
         ::ioctl(device_, TIOCEXCL);
+        termios line = found_;
         ::cfmakeraw(&line);
         line.c_cflag &= ~static_cast<tcflag_t>(CSIZE | PARENB | CSTOPB | CRTSCTS);
         line.c_cflag |= CS8 | CLOCAL | CREAD;
@@ -105,7 +163,7 @@ private:
         line.c_cc[VMIN] = 0;
         line.c_cc[VTIME] = 0;
         if (::cfsetspeed(&line, B19200) != 0 || ::tcsetattr(device_, TCSANOW, &line) != 0)
-            cannot("set to 19200,N,8,1", device);
+            cannot_be("set to 19200,N,8,1", device);
         // a pseudo terminal has no modem lines
         int lines = TIOCM_DTR | TIOCM_RTS;
         ::ioctl(device_, TIOCMBIS, &lines);
@@ -131,6 +189,8 @@ private:
         rest_.clear();
         if (device_ < 0) return;
         ::tcflush(device_, TCIOFLUSH);
+        // a device that is gone takes neither
+        ::tcsetattr(device_, TCSANOW, &found_);
         ::ioctl(device_, TIOCNXCL);
         ::close(device_);
         device_ = -1;
@@ -138,7 +198,8 @@ private:
 
     std::filesystem::path directory_;
     int device_ = -1;
-    bytes rest_; // written and not yet taken by the system
+    termios found_{}; // the settings that the device had before
+    bytes rest_;      // written and not yet taken by the system
 };
 
 } // namespace

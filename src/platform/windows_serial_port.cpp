@@ -15,6 +15,16 @@ namespace {
                           device + " can't be " + what + ": Windows error " + std::to_string(error));
 }
 
+[[noreturn]] void cannot_open(const std::string& device) {
+    const DWORD error = GetLastError();
+    // Windows gives a port to one program at a time, and denies the access to the next one
+    if (error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION)
+        throw runtime_failure(failure::path_file_access_error, device + " is in use by another program");
+    if (error == ERROR_FILE_NOT_FOUND) throw runtime_failure(failure::path_file_access_error, device + " is not there");
+    SetLastError(error);
+    cannot("opened", device);
+}
+
 class windows_serial_port final : public serial_port {
 public:
     windows_serial_port() = default;
@@ -27,7 +37,7 @@ public:
         const std::string device = "COM" + std::to_string(number);
         device_ = CreateFileA(("\\\\.\\" + device).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0,
                               nullptr);
-        if (device_ == INVALID_HANDLE_VALUE) cannot("opened", device);
+        if (device_ == INVALID_HANDLE_VALUE) cannot_open(device);
         try {
             configure(device);
         } catch (const runtime_failure&) {

@@ -15,6 +15,7 @@ desk_program::desk_program(std::filesystem::path program_directory)
     machine_.report_silent_failure = [](std::string_view sentence) {
         write_to_standard_error("velotrace: " + std::string(sentence) + "\n");
     };
+    gate_.timer_starts = [this] { events_.share_phase(); };
     gate_.leave = [this] { leave(); };
 }
 

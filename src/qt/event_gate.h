@@ -15,6 +15,8 @@ class event_gate {
 public:
     /// Called behind every event: brings the widgets up to date.
     std::function<void()> follow;
+    /// Called just before a timer of a window is started.
+    std::function<void()> timer_starts;
     /// Called once, by the outermost event, when the program is over.
     std::function<void()> leave;
 

@@ -9,7 +9,8 @@ namespace desk::qt {
 
 namespace {
 
-constexpr std::int64_t step_ns = qt_events::step_ms * 1'000'000;
+/// A tick that falls together with a step begins the time of a function call later than the step.
+constexpr std::int64_t tick_first_ns = 100'000;
 constexpr std::chrono::milliseconds patience(50);
 
 } // namespace
@@ -23,7 +24,7 @@ std::int64_t qt_events::running_ns() const {
     return std::chrono::duration_cast<std::chrono::nanoseconds>(std::chrono::steady_clock::now() - start_).count();
 }
 
-std::int64_t qt_events::clock_ms() { return running_ns() / step_ns * step_ms; }
+std::int64_t qt_events::clock_ms() { return clock_.clock_ms(running_ns()); }
 
 void qt_events::pump() {
     gate_.throw_if_over();
@@ -36,8 +37,9 @@ void qt_events::pump_and_rest() {
     gate_.throw_if_over();
     gate_.pointer.wait();
     if (gate_.follow) gate_.follow();
-    // one millisecond beyond the step at most: timers wake late, never early
-    const std::int64_t rest_ns = step_ns - running_ns() % step_ns;
+    // little more than a millisecond beyond the step at most: timers wake late, never early. A tick at the same moment
+    // is served first: behind the step it would have to wait for the end of the next one.
+    const std::int64_t rest_ns = clock_.rest_ns(running_ns()) + tick_first_ns;
     next_step_.start(static_cast<int>((rest_ns + 999'999) / 1'000'000));
     QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     gate_.throw_if_over();

@@ -2,6 +2,7 @@
 
 #include "platform/event_pump.h"
 #include "qt/event_gate.h"
+#include "qt/stepped_clock.h"
 
 #include <QTimer>
 
@@ -12,8 +13,6 @@ namespace desk::qt {
 /// The real clock, in steps of 5 ms, and the toolkit's pending events.
 class qt_events final : public event_pump {
 public:
-    static constexpr std::int64_t step_ms = 5;
-
     explicit qt_events(event_gate& gate);
 
     std::int64_t clock_ms() override;
@@ -21,11 +20,15 @@ public:
     void pump_and_rest() override;
     void turn_without_progress(std::string_view waiting_for) override;
 
+    /// To be called just before a timer is started: its ticks fall together with steps of the clock.
+    void share_phase() { clock_.share_phase(running_ns()); }
+
 private:
     std::int64_t running_ns() const;
 
     event_gate& gate_;
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+    stepped_clock clock_;
     QTimer next_step_;
     std::chrono::steady_clock::time_point first_turn_; // of the present wait without progress
     std::chrono::steady_clock::time_point last_turn_;

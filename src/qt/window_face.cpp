@@ -113,12 +113,14 @@ void window_face::follow_window() {
         focused->second->widget()->setFocus();
 }
 
-void window_face::follow_timer(const timer& model, QTimer& ticks) {
+void window_face::follow_timer(const timer& model, QTimer& ticks) const {
     if (model.enabled == ticks.isActive()) return;
-    if (model.enabled)
-        ticks.start();
-    else
+    if (!model.enabled) {
         ticks.stop();
+        return;
+    }
+    if (gate_.timer_starts) gate_.timer_starts();
+    ticks.start();
 }
 
 void window_face::closeEvent(QCloseEvent* e) {

@@ -45,7 +45,7 @@ private:
     void follow_window();
     /// The stop of the tab key that it goes on from; none: nullptr.
     control* last_stop(const std::vector<control*>& stops) const;
-    static void follow_timer(const timer& model, QTimer& ticks);
+    void follow_timer(const timer& model, QTimer& ticks) const;
 
     desk::window& model_;
     event_gate& gate_;

@@ -17,6 +17,8 @@
 #include <QTextLayout>
 #include <QTimer>
 
+#include <functional>
+
 namespace desk::gui {
 
 namespace {
@@ -105,6 +107,25 @@ TEST_F(real_window, stands_its_fixed_pitch_text_on_a_grid_of_8_by_16_pixels) {
     ASSERT_EQ(page.document()->blockCount(), 4);
     for (QTextBlock line = page.document()->begin(); line.isValid(); line = line.next())
         EXPECT_NEAR(line.layout()->position().y(), line.blockNumber() * 16, 0.01);
+}
+
+TEST_F(real_window, lets_the_clock_share_the_phase_of_a_timer_that_starts) {
+    start();
+    const std::function<void()> share_phase = program->gate().timer_starts;
+    ASSERT_TRUE(share_phase);
+    int starts = 0;
+    program->gate().timer_starts = [&] {
+        ++starts;
+        share_phase();
+    };
+    const auto enable = [&](bool enabled) { program->gate().run([&] { desk().link.tim_rx.enabled = enabled; }); };
+    enable(true);
+    EXPECT_EQ(starts, 1);
+    enable(true);
+    EXPECT_EQ(starts, 1) << "it runs already";
+    enable(false);
+    enable(true);
+    EXPECT_EQ(starts, 2);
 }
 
 TEST_F(real_window, follows_a_text_that_grows_and_one_that_is_replaced) {

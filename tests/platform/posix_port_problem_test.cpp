@@ -1,0 +1,59 @@
+#include "platform/posix_port_problem.h"
+
+#include "support/temporary_directory.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <filesystem>
+
+namespace desk {
+namespace {
+
+TEST(port_problem, names_the_group_that_has_the_device) {
+    const device_rights rights{.owner = "root", .group = "dialout", .group_may = true};
+    EXPECT_EQ(problem_of_rights(rights), "add your user to the group dialout");
+}
+
+TEST(port_problem, tells_a_new_member_of_the_group_to_log_in_again) {
+    const device_rights rights{.owner = "root", .group = "dialout", .group_may = true, .listed = true};
+    EXPECT_EQ(problem_of_rights(rights), "your user is new in the group dialout: log out and in again");
+}
+
+TEST(port_problem, sends_nobody_into_a_group_that_does_not_help) {
+    EXPECT_EQ(problem_of_rights({.owner = "bob", .group = "tty"}), "the device is for the user bob alone");
+    EXPECT_EQ(problem_of_rights({.owner = "root", .group = "root", .group_may = true, .group_is_root = true}),
+              "the device is for the user root alone");
+    EXPECT_EQ(problem_of_rights({.owner = "root", .group = "dialout", .group_may = true, .in_group = true}),
+              "the device's group dialout is yours, but something else denies the access");
+}
+
+TEST(port_problem, names_who_holds_the_port_where_the_system_tells) {
+    EXPECT_EQ(problem_of_holder("/dev/none", process_found{.id = 1234, .name = "velotrace", .user = "alice"}),
+              "/dev/none is in use by velotrace (process 1234, user alice)");
+    EXPECT_EQ(problem_of_holder("/dev/none", std::nullopt), "/dev/none is in use by another program");
+    const test::temporary_directory nothing_told;
+    EXPECT_EQ(problem_of_opening("/dev/null", EBUSY, process_table(nothing_told.path())),
+              "/dev/null is in use by another program");
+}
+
+TEST(port_problem, names_who_works_at_the_terminal) {
+    EXPECT_EQ(problem_of_terminal("/dev/none", process_found{.id = 12, .name = "bash", .user = "bob"}),
+              "/dev/none is a terminal that bash (process 12, user bob) works at");
+    EXPECT_EQ(problem_of_terminal("/dev/none", std::nullopt),
+              "/dev/none is the terminal that the desk was started from");
+}
+
+TEST(port_problem, shows_no_control_characters_of_a_link) {
+    const test::temporary_directory folder;
+    std::filesystem::create_symlink("/dev/\x1B[31m", folder / "com1");
+    EXPECT_EQ(problem_of_opening(folder / "com1", ENOENT),
+              (folder / "com1").string() + " leads to /dev/?[31m, which is not there");
+}
+
+TEST(port_problem, tells_the_systems_reason_of_anything_else) {
+    EXPECT_EQ(problem_of_opening("/dev/none", EIO), "/dev/none can't be opened: Input/output error");
+}
+
+} // namespace
+} // namespace desk
