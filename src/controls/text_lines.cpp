@@ -25,7 +25,7 @@ sort sort_of(char c) {
 
 void text_lines::replace(std::string_view text) {
     text_ = {};
-    begins_ = {0};
+    begins_ = std::vector<std::size_t>{0}; // gives the memory back
     longest_ = 0;
     grow(text);
 }

@@ -24,6 +24,7 @@ namespace {
 constexpr int margin = 4;
 constexpr int columns_a_step = 3;
 constexpr int edge_ms = 50;
+constexpr std::size_t longest_announced = 4096;
 
 QString shown(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
@@ -62,7 +63,8 @@ void text_page::catch_up() {
         horizontalScrollBar()->setValue(0);
     }
     viewport()->update();
-    if (QAccessible::isActive()) {
+    // nobody listens to more than that
+    if (QAccessible::isActive() && lines_.text().size() - old_size <= longest_announced) {
         QAccessibleTextInsertEvent e(this, position_of(old_size), shown_text(lines_.text().substr(old_size)));
         QAccessible::updateAccessibility(&e);
     }

@@ -131,6 +131,44 @@ TEST_F(screen_reader, is_told_states) {
     EXPECT_FALSE(state("chk_established_4").checked);
 }
 
+TEST_F(screen_reader, reads_the_edid_text_and_selects_in_it) {
+    start();
+    const hand h = operator_hand();
+    h.click("cmd_edid");
+    desk().edid.txt_read.text = "00 FF //7\r\n\r\n01 \xC3\xA9\r\n";
+    h.click("lab_read"); // any event brings the window up to date
+    QAccessibleTextInterface* const text = QAccessible::queryAccessibleInterface(&h.find("txt_read"))->textInterface();
+    ASSERT_NE(text, nullptr);
+    const QString shown = QString::fromUtf8("00 FF //7\n\n01 \xC3\xA9\n");
+    EXPECT_EQ(told("txt_read", QAccessible::Value), shown);
+    EXPECT_EQ(text->characterCount(), shown.size());
+    EXPECT_EQ(text->text(3, 12), shown.mid(3, 9));
+    EXPECT_EQ(text->text(0, 9999), shown);
+    int start_of_part = 0;
+    int end_of_part = 0;
+    EXPECT_EQ(text->textAtOffset(12, QAccessible::LineBoundary, &start_of_part, &end_of_part),
+              QString::fromUtf8("01 \xC3\xA9\n"));
+    EXPECT_EQ(start_of_part, 11);
+    EXPECT_EQ(end_of_part, 16);
+    EXPECT_EQ(text->textBeforeOffset(12, QAccessible::LineBoundary, &start_of_part, &end_of_part), "\n");
+    EXPECT_EQ(text->textAfterOffset(2, QAccessible::LineBoundary, &start_of_part, &end_of_part), "\n");
+    EXPECT_EQ(text->textAtOffset(4, QAccessible::WordBoundary, &start_of_part, &end_of_part), "FF");
+    EXPECT_EQ(text->textAtOffset(14, QAccessible::CharBoundary, &start_of_part, &end_of_part), shown.mid(14, 1));
+    EXPECT_EQ(start_of_part, 14);
+
+    text->setCursorPosition(11);
+    EXPECT_EQ(text->cursorPosition(), 11);
+    EXPECT_EQ(text->selectionCount(), 0);
+    text->addSelection(3, 12);
+    EXPECT_EQ(text->selectionCount(), 1);
+    text->selection(0, &start_of_part, &end_of_part);
+    EXPECT_EQ(start_of_part, 3);
+    EXPECT_EQ(end_of_part, 12);
+    EXPECT_EQ(text->offsetAtPoint(text->characterRect(4).topLeft()), 4);
+    text->removeSelection(0);
+    EXPECT_EQ(text->selectionCount(), 0);
+}
+
 TEST_F(screen_reader, opens_a_previous_file) {
     put_file("marlo_rs232.ini", "1\r\n\"not there.bin\"\r\n" + QByteArray("\"\"\r\n").repeated(9) + "0\r\n0\r\n0\r\n");
     start();
