@@ -27,6 +27,7 @@ void text_lines::replace(std::string_view text) {
     text_ = {};
     begins_ = std::vector<std::size_t>{0}; // gives the memory back
     longest_ = 0;
+    plain_ = true;
     grow(text);
 }
 
@@ -37,9 +38,14 @@ void text_lines::grow(std::string_view text) {
     text_ = text;
     while (at < text.size()) {
         const char c = text[at++];
+        if (static_cast<unsigned char>(c) >= 0x80) plain_ = false;
         if (c != '\r' && c != '\n') continue;
         longest_ = std::max(longest_, at - 1 - begins_.back());
-        if (c == '\r' && at < text.size() && text[at] == '\n') ++at;
+        const bool cr_lf = c == '\r' && at < text.size() && text[at] == '\n';
+        if (cr_lf)
+            ++at;
+        else
+            plain_ = false;
         begins_.push_back(at);
     }
 }

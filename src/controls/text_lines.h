@@ -24,6 +24,9 @@ public:
     std::string_view line(std::size_t line) const;
     /// The bytes of the longest line.
     std::size_t longest() const;
+    /// Whether all characters are ASCII and all lines end at CR LF, as in every long text of the desk. It can be false
+    /// for such a text that has come in pieces.
+    bool is_plain() const { return plain_; }
 
     std::size_t line_at(std::size_t offset) const;
     std::size_t column_at(std::size_t offset) const;
@@ -51,6 +54,7 @@ private:
     std::string_view text_;
     std::vector<std::size_t> begins_ = {0};
     std::size_t longest_ = 0; // of all lines but the last
+    bool plain_ = true;
 };
 
 } // namespace desk

@@ -36,6 +36,15 @@ int accessible_text_page::position_of(std::size_t offset) const {
 std::size_t accessible_text_page::offset_of(int position) const {
     const text_lines& text = lines();
     auto left = static_cast<std::size_t>(std::max(0, position));
+    if (text.is_plain()) {
+        // a line break is one unit for two bytes
+        std::size_t line = 0;
+        for (std::size_t beyond = text.count(); beyond - line > 1;) {
+            const std::size_t middle = line + (beyond - line) / 2;
+            (text.begin_of(middle) - middle <= left ? line : beyond) = middle;
+        }
+        return std::min(left + line, text.end_of(line));
+    }
     for (std::size_t line = 0; line < text.count(); ++line) {
         const std::size_t length = shown_length(text.line(line));
         if (left > length) {

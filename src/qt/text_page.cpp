@@ -64,7 +64,7 @@ void text_page::catch_up() {
     }
     viewport()->update();
     // nobody listens to more than that
-    if (QAccessible::isActive() && lines_.text().size() - old_size <= longest_announced) {
+    if (lines_.text().size() - old_size <= longest_announced) {
         QAccessibleTextInsertEvent e(this, position_of(old_size), shown_text(lines_.text().substr(old_size)));
         QAccessible::updateAccessibility(&e);
     }
@@ -86,30 +86,31 @@ void text_page::set_scroll_ranges() {
 text_lines::range text_page::selection() const { return {std::min(anchor_, cursor_), std::max(anchor_, cursor_)}; }
 
 void text_page::select(std::size_t anchor, std::size_t cursor) {
-    keeps_column_ = false;
-    const bool selection_changes = anchor != anchor_ || (cursor != cursor_ && (anchor != cursor || anchor_ != cursor_));
-    const bool cursor_moves = cursor != cursor_;
-    anchor_ = anchor;
-    cursor_ = cursor;
+    set_selection(anchor, cursor);
     scroll_to(cursor_);
-    viewport()->update();
-    if (!QAccessible::isActive()) return;
-    if (selection_changes) {
-        QAccessibleTextSelectionEvent e(this, position_of(anchor_), position_of(cursor_));
-        QAccessible::updateAccessibility(&e);
-    } else if (cursor_moves) {
-        QAccessibleTextCursorEvent e(this, position_of(cursor_));
-        QAccessible::updateAccessibility(&e);
-    }
 }
 
 void text_page::select_all() {
     catch_up();
-    anchor_ = 0;
-    cursor_ = lines_.text().size();
+    set_selection(0, lines_.text().size());
+    offer_selection();
+}
+
+void text_page::set_selection(std::size_t anchor, std::size_t cursor) {
+    const bool selects = anchor != cursor || anchor_ != cursor_;
+    const bool changes = anchor != anchor_ || cursor != cursor_;
+    anchor_ = anchor;
+    cursor_ = cursor;
     keeps_column_ = false;
     viewport()->update();
-    offer_selection();
+    if (!changes) return;
+    if (selects) {
+        QAccessibleTextSelectionEvent e(this, position_of(anchor_), position_of(cursor_));
+        QAccessible::updateAccessibility(&e);
+    } else {
+        QAccessibleTextCursorEvent e(this, position_of(cursor_));
+        QAccessible::updateAccessibility(&e);
+    }
 }
 
 void text_page::copy() {
@@ -129,6 +130,7 @@ void text_page::offer_selection() const {
 }
 
 int text_page::position_of(std::size_t offset) const {
+    if (lines_.is_plain()) return static_cast<int>(offset - lines_.line_at(offset));
     return static_cast<int>(shown_length(lines_.text().substr(0, offset)));
 }
 

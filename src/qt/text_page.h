@@ -61,6 +61,8 @@ protected:
 private:
     enum class unit { character, word, line };
 
+    /// Selects without scrolling.
+    void set_selection(std::size_t anchor, std::size_t cursor);
     int lines_in_sight() const;
     void set_scroll_ranges();
     /// Extends the selection to a point by whole units.

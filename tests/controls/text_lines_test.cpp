@@ -43,6 +43,13 @@ TEST(text_lines, are_the_same_however_the_text_grows) {
     }
 }
 
+TEST(text_lines, are_plain_in_ascii_with_cr_lf) {
+    EXPECT_TRUE(lines_of("").is_plain());
+    EXPECT_TRUE(lines_of("00 FF\r\n\r\n").is_plain());
+    for (const char* text : {"\xC3\xA9", "one\ntwo", "one\rtwo", "one\r"})
+        EXPECT_FALSE(lines_of(text).is_plain()) << text;
+}
+
 TEST(text_lines, forget_the_old_text) {
     text_lines lines = lines_of("a long line\r\nanother");
     lines.replace("x");

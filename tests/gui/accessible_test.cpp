@@ -1,6 +1,7 @@
 // What a screen reader is told of every control.
 
 #include "bench_fixture.h"
+#include "qt/look.h"
 
 #include <QAccessible>
 #include <QMessageBox>
@@ -167,6 +168,24 @@ TEST_F(screen_reader, reads_the_edid_text_and_selects_in_it) {
     EXPECT_EQ(text->offsetAtPoint(text->characterRect(4).topLeft()), 4);
     text->removeSelection(0);
     EXPECT_EQ(text->selectionCount(), 0);
+}
+
+TEST_F(screen_reader, counts_alike_in_every_text) {
+    start();
+    const hand h = operator_hand();
+    h.click("cmd_edid");
+    for (const char* bytes : {"00 FF\r\n\r\n01\r\n", "00 FF\n\n01\n", "\r\n", ""}) {
+        desk().edid.txt_read.text = bytes;
+        h.click("lab_read");
+        QAccessibleTextInterface* const text =
+            QAccessible::queryAccessibleInterface(&h.find("txt_read"))->textInterface();
+        const QString shown = qt::shown_text(bytes);
+        for (int position = 0; position <= shown.size(); ++position) {
+            text->setCursorPosition(position);
+            EXPECT_EQ(text->cursorPosition(), position) << bytes;
+            EXPECT_EQ(text->text(0, position), shown.left(position)) << bytes;
+        }
+    }
 }
 
 TEST_F(screen_reader, opens_a_previous_file) {
