@@ -115,7 +115,7 @@ text_lines::range accessible_text_page::part_at(std::size_t offset, QAccessible:
 
 QString accessible_text_page::tell(text_lines::range part, int* start, int* end) const {
     *start = position_of(part.begin);
-    const QString told = shown_text(lines().text().substr(part.begin, part.end - part.begin));
+    QString told = shown_text(lines().text().substr(part.begin, part.end - part.begin));
     *end = *start + static_cast<int>(told.size());
     return told;
 }

@@ -7,8 +7,8 @@
 
 namespace desk::qt {
 
-/// A text page as a screen reader has it: a locked text with a cursor and a selection. Its positions count UTF-16 units
-/// of the text with single line breaks.
+/// Presents a text page to screen readers as a locked text with a cursor and a selection. A position counts UTF-16
+/// units of the text with single line breaks.
 class accessible_text_page final : public QAccessibleWidget, public QAccessibleTextInterface {
 public:
     explicit accessible_text_page(text_page& p) : QAccessibleWidget(&p, QAccessible::EditableText), page_(p) {}

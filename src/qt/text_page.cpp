@@ -58,26 +58,26 @@ void text_page::catch_up() {
         first_unit_ = {};
         anchor_ = cursor_ = 0;
         keeps_column_ = false;
-        // another text is read from its beginning
+        // another text shows its beginning
         verticalScrollBar()->setValue(0);
         horizontalScrollBar()->setValue(0);
     }
     viewport()->update();
-    // nobody listens to more than that
+    // nobody listens to a longer text
     if (lines_.text().size() - old_size <= longest_announced) {
         QAccessibleTextInsertEvent e(this, position_of(old_size), shown_text(lines_.text().substr(old_size)));
         QAccessible::updateAccessibility(&e);
     }
 }
 
-int text_page::lines_in_sight() const {
+int text_page::visible_lines() const {
     return std::max(1, (viewport()->height() - margin) / fontMetrics().lineSpacing());
 }
 
 void text_page::set_scroll_ranges() {
-    const int in_sight = lines_in_sight();
-    verticalScrollBar()->setPageStep(in_sight);
-    verticalScrollBar()->setRange(0, std::max(0, static_cast<int>(lines_.count()) - in_sight));
+    const int visible = visible_lines();
+    verticalScrollBar()->setPageStep(visible);
+    verticalScrollBar()->setRange(0, std::max(0, static_cast<int>(lines_.count()) - visible));
     const int width = static_cast<int>(lines_.longest()) * cell_width + 2 * margin;
     horizontalScrollBar()->setPageStep(viewport()->width());
     horizontalScrollBar()->setRange(0, std::max(0, width - viewport()->width()));
@@ -144,11 +144,12 @@ QRect text_page::place_of(std::size_t offset) const {
 
 std::size_t text_page::offset_at(QPoint point) const {
     const int height = fontMetrics().lineSpacing();
-    // rounded down above the first line too
+    // negative rows are rounded down too
     const int row = (point.y() - margin + height) / height - 1;
     const std::size_t line = clamped(verticalScrollBar()->value() + static_cast<long long>(row), lines_.count() - 1);
     const int x = point.x() - margin + horizontalScrollBar()->value();
-    return lines_.offset_of(line, static_cast<std::size_t>(std::max(0, x + cell_width / 2) / cell_width));
+    const int column = std::max(0, x + cell_width / 2) / cell_width;
+    return lines_.offset_of(line, static_cast<std::size_t>(column));
 }
 
 void text_page::scroll_to(std::size_t offset) {
@@ -156,8 +157,8 @@ void text_page::scroll_to(std::size_t offset) {
     QScrollBar& down = *verticalScrollBar();
     if (line < down.value())
         down.setValue(line);
-    else if (line >= down.value() + lines_in_sight())
-        down.setValue(line - lines_in_sight() + 1);
+    else if (line >= down.value() + visible_lines())
+        down.setValue(line - visible_lines() + 1);
     QScrollBar& across = *horizontalScrollBar();
     const QRect place = place_of(offset);
     if (place.left() < margin)
@@ -186,7 +187,7 @@ void text_page::paintEvent(QPaintEvent* e) {
 }
 
 void text_page::draw_line(QPainter& painter, std::size_t line) const {
-    // of a long line what is in sight is drawn
+    // only the visible part of a long line is drawn
     const int scrolled = horizontalScrollBar()->value();
     const auto first_column = static_cast<std::size_t>(std::max(0, scrolled - margin) / cell_width);
     const auto columns = static_cast<std::size_t>(viewport()->width() / cell_width + 2);
@@ -206,7 +207,7 @@ void text_page::draw_line(QPainter& painter, std::size_t line) const {
     const text_lines::range whole = lines_.whole_line(line);
     if (part.end <= std::max(begin, whole.begin) || part.begin >= whole.end) return;
     const int from = part.begin <= begin ? left : place_of(part.begin).left();
-    // a selected line end shows as a cell
+    // a selected line end is one cell wide
     const int to =
         part.end > lines_.end_of(line) ? place_of(lines_.end_of(line)).right() + 1 : place_of(part.end).left();
     if (to <= from) return;
@@ -293,7 +294,7 @@ void text_page::mouseReleaseEvent(QMouseEvent* e) {
 void text_page::timerEvent(QTimerEvent* e) {
     if (e->timerId() != beyond_edge_.timerId()) return QAbstractScrollArea::timerEvent(e);
     catch_up();
-    // a release that never came: another window has taken the mouse
+    // the release is lost where another window takes the mouse
     if ((QApplication::mouseButtons() & Qt::LeftButton) == 0) return beyond_edge_.stop();
     scroll_beyond_edge();
 }
@@ -332,11 +333,11 @@ void text_page::move_lines(long long count, bool selects) {
 
 bool text_page::move_cursor(const QKeyEvent& e) {
     using keys = QKeySequence;
-    const long long page = lines_in_sight();
+    const long long page = visible_lines();
     const auto by_lines = [&](keys::StandardKey move, keys::StandardKey selecting, long long count) {
         const bool selects = e.matches(selecting);
         if (!selects && !e.matches(move)) return false;
-        // a page moves the sight as far as the cursor
+        // a page scrolls as far as the cursor moves
         if (std::abs(count) == page) verticalScrollBar()->setValue(verticalScrollBar()->value() + int(count));
         move_lines(count, selects);
         return true;

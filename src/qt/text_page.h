@@ -12,17 +12,16 @@
 
 namespace desk::qt {
 
-/// Shows the text of a locked box in fixed pitch. It draws the lines in sight straight from the model's text, so that a
-/// text of any length takes little more memory than the model itself. Text is selected with mouse and keyboard and
-/// copied, never changed.
+/// Shows the text of a locked box in fixed pitch. It draws the visible lines straight from the model's text, so a long
+/// text takes little more memory than the model alone. The operator selects and copies with mouse and keyboard.
 class text_page : public QAbstractScrollArea {
     Q_OBJECT
 
 public:
     text_page(const text_box& model, QWidget* parent);
 
-    /// Reads what the model has gained, or its new text from the beginning. Every event does so first, since the model
-    /// changes before its face follows.
+    /// Reads what the model's text has gained, or all of another text. Every event calls it first, since the model can
+    /// change before its face follows.
     void catch_up();
     const text_lines& lines() const { return lines_; }
 
@@ -37,7 +36,7 @@ public:
     /// An offset as screen readers count: in UTF-16 units of the shown text.
     int position_of(std::size_t offset) const;
 
-    /// The place of a character in the viewport, in sight or not.
+    /// The place of a character in the viewport, visible or not.
     QRect place_of(std::size_t offset) const;
     /// The offset nearest to a point of the viewport.
     std::size_t offset_at(QPoint point) const;
@@ -63,7 +62,7 @@ private:
 
     /// Selects without scrolling.
     void set_selection(std::size_t anchor, std::size_t cursor);
-    int lines_in_sight() const;
+    int visible_lines() const;
     void set_scroll_ranges();
     /// Extends the selection to a point by whole units.
     void extend_to(QPoint point);

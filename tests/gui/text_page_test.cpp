@@ -134,14 +134,6 @@ TEST_F(edid_text, of_16_megabytes_takes_less_than_160_megabytes_to_open) {
 #endif
 }
 
-TEST_F(edid_text, gives_its_memory_back_when_it_is_cleared) {
-    open_megabytes(1);
-    operator_hand().click("cmd_clear_file");
-    EXPECT_LT(desk().edid.txt_write.text.get().capacity(), 1000U);
-    EXPECT_EQ(operator_hand().text("txt_write"), "");
-    EXPECT_EQ(page().verticalScrollBar()->maximum(), 0);
-}
-
 TEST_F(edid_text, of_one_long_line_scrolls_sideways) {
     show(std::string(1'000'000, '7') + "F");
     EXPECT_TRUE(drawn(0));
