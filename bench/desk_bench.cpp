@@ -53,11 +53,12 @@ double processor_percent(const std::function<void()>& work) {
     return 100 * (processor_ms() - before) / ms_since(start);
 }
 
-double resident_mb() {
+/// An entry of this process's status: "VmRSS:" or "VmHWM:".
+double memory_mb(const char* entry) {
     QFile status("/proc/self/status");
     if (!status.open(QFile::ReadOnly)) return 0;
     for (const QByteArray& line : status.readAll().split('\n'))
-        if (line.startsWith("VmRSS:")) return line.simplified().split(' ').value(1).toDouble() / 1024;
+        if (line.startsWith(entry)) return line.simplified().split(' ').value(1).toDouble() / 1024;
     return 0;
 }
 
@@ -110,7 +111,7 @@ int first_paint(std::int64_t started_ns, int argument_count, char** arguments) {
         QApplication::processEvents();
         program.main_window().grab();
     }
-    std::printf("%.2f %.2f\n", ms, resident_mb());
+    std::printf("%.2f %.2f\n", ms, memory_mb("VmRSS:"));
     return 0;
 }
 
@@ -128,6 +129,48 @@ void measure_start(const char* self) {
     }
     tell("process start to first painted window, median of 15", median(starts), "ms", 100);
     tell("resident memory after a walk through all views", memory, "MB", 50);
+}
+
+/// Opens a BIN file in a process of its own: prints the milliseconds until its text is drawn, and the largest memory.
+int open_long_file(const char* megabytes, int argument_count, char** arguments) {
+    QApplication application(argument_count, arguments);
+    desk::qt::set_look(application);
+    const QTemporaryDir directory;
+    prepare(directory);
+    QFile file(directory.filePath("long.bin"));
+    if (!file.open(QFile::WriteOnly)) return 1;
+    file.write(QByteArray(std::stoi(megabytes) * 1024 * 1024, '\x10'));
+    file.close();
+    const desk::gui::simulator_process generator(directory.filePath("com1"));
+    desk::qt::desk_program program(path_of(directory));
+    if (!program.start()) return 1;
+    desk::gui::hand(program.main_window()).click("cmd_edid");
+    desk::frm_main& desk = program.desk();
+    desk.fields.edid_file_name = file.fileName().toStdString();
+    const auto start = clock_type::now();
+    program.gate().run([&] {
+        try {
+            desk.opener.load_file();
+        } catch (const desk::runtime_failure&) {
+            // it shows the text, and an EDID has 256 bytes
+        }
+    });
+    program.main_window().grab();
+    std::printf("%.2f %.2f\n", ms_since(start), memory_mb("VmHWM:"));
+    return 0;
+}
+
+void measure_long_files(const char* self) {
+    for (const int megabytes : {4, 16}) {
+        QProcess child;
+        child.start(self, {"--open", QString::number(megabytes)});
+        child.waitForFinished();
+        const auto words = child.readAllStandardOutput().simplified().split(' ');
+        if (words.size() != 2) continue;
+        const std::string what = "BIN file of " + std::to_string(megabytes) + " MB opened";
+        tell(what.c_str(), words[0].toDouble() / 1000, "s", 0.5 * megabytes);
+        tell((what + ", largest memory").c_str(), words[1].toDouble(), "MB", 50 * megabytes);
+    }
 }
 
 void measure_link() {
@@ -321,7 +364,10 @@ int main(int argument_count, char** arguments) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     if (argument_count == 3 && std::string(arguments[1]) == "--first-paint")
         return first_paint(std::stoll(arguments[2]), argument_count, arguments);
+    if (argument_count == 3 && std::string(arguments[1]) == "--open")
+        return open_long_file(arguments[2], argument_count, arguments);
     measure_start(arguments[0]);
+    measure_long_files(arguments[0]);
     QApplication application(argument_count, arguments);
     QApplication::setQuitOnLastWindowClosed(false);
     desk::qt::set_look(application);

@@ -39,8 +39,9 @@ public:
     property<std::string> text{*this, ""};
     property<bool> locked{*this, false}; ///< the operator can't type into it
     bool multi_line = false;
-    bool on_grid = false; ///< its lines stand 16 pixels apart: other controls lie at fixed places over them
-    int max_length = 0;   ///< characters it holds; 0: no limit
+    bool on_grid = false;    ///< its lines stand 16 pixels apart: other controls lie at fixed places over them
+    bool any_length = false; ///< a locked one of many lines in fixed pitch, that shows a long text at once
+    int max_length = 0;      ///< characters it holds; 0: no limit
     text_font font = text_font::sans;
     std::function<void(int)> on_key_press; ///< with the character's code
 

@@ -45,6 +45,7 @@ void set_flags(control& c, unsigned flags) {
         t->locked = (flags & locked) != 0;
         t->multi_line = (flags & multi_line) != 0;
         t->on_grid = (flags & on_grid) != 0;
+        t->any_length = (flags & any_length) != 0;
     }
 }
 

@@ -17,8 +17,9 @@ enum placement_flag : unsigned {
     multi_line = 1U << 3U,
     fixed_pitch = 1U << 4U,
     large_bold = 1U << 5U,
-    row_pitch = 1U << 6U, ///< a label whose lines stand at the pitch of the rows beside it
-    on_grid = 1U << 7U,   ///< a text box of cells, for controls that lie over it
+    row_pitch = 1U << 6U,  ///< a label whose lines stand at the pitch of the rows beside it
+    on_grid = 1U << 7U,    ///< a text box of cells, for controls that lie over it
+    any_length = 1U << 8U, ///< a text box that shows a long text at once
 };
 
 /// The distance from line to line of the labels that title rows of boxes or buttons; the rows themselves stand two

@@ -21,7 +21,9 @@ public:
 
     property& operator=(Value value) {
         if (value_ == value) return *this;
-        value_ = std::move(value);
+        // the old value gives its memory back
+        std::swap(value_, value);
+        ++replacements_;
         mark_changed(owner_);
         return *this;
     }
@@ -40,12 +42,15 @@ public:
 
     operator const Value&() const { return value_; } // NOLINT(google-explicit-constructor): it stands for its value
     const Value& get() const { return value_; }
+    /// Counts the assignments of another value: since the same count, a text has only grown at its end.
+    int replacements() const { return replacements_; }
 
     friend bool operator==(const property& a, const Value& b) { return a.value_ == b; }
 
 private:
     control& owner_;
     Value value_;
+    int replacements_ = 0;
 };
 
 } // namespace desk

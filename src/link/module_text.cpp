@@ -41,11 +41,9 @@ std::string path_part(const std::string& path, int part) {
 }
 
 std::string trim_tabs(std::string& text) {
-    text = trim(text);
-    while (text.starts_with('\t'))
-        text = trim(std::string_view(text).substr(1));
-    while (text.ends_with('\t'))
-        text = trim(std::string_view(text).substr(0, text.size() - 1));
+    constexpr const char* taken = " \t";
+    text.erase(text.find_last_not_of(taken) + 1);
+    text.erase(0, text.find_first_not_of(taken));
     return text;
 }
 

@@ -19,8 +19,7 @@ std::string pad_left(std::string& text, std::string_view pad, int width);
 /// Part 2: all behind it. Without any, part 0 is empty and parts 1 and 2 are the whole path.
 std::string path_part(const std::string& path, int part);
 
-/// Takes blanks from both ends, then tabs (and the blanks behind each) from the front, then from the back. The result
-/// is also left in `text`.
+/// Removes spaces and tabs from both ends of `text` and returns it.
 std::string trim_tabs(std::string& text);
 
 } // namespace desk

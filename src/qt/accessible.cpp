@@ -1,5 +1,6 @@
 #include "qt/accessible.h"
 
+#include "qt/accessible_text_page.h"
 #include "qt/text_label.h"
 
 #include <QAccessible>
@@ -37,6 +38,7 @@ private:
 
 QAccessibleInterface* interface_of(const QString& /*class_name*/, QObject* object) {
     if (auto* const l = qobject_cast<text_label*>(object)) return new accessible_label(*l);
+    if (auto* const p = qobject_cast<text_page*>(object)) return new accessible_text_page(*p);
     auto* const f = qobject_cast<QFrame*>(object);
     if (f != nullptr && (f->frameShape() == QFrame::HLine || f->frameShape() == QFrame::VLine))
         return new QAccessibleWidget(f, QAccessible::Separator);

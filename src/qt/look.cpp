@@ -88,9 +88,22 @@ double contrast(const QColor& a, const QColor& b) {
     return (std::max(light, other) + 0.05) / (std::min(light, other) + 0.05);
 }
 
-QString shown_text(const std::string& text) {
-    QString shown = QString::fromStdString(text);
+QString shown_text(std::string_view text) {
+    QString shown = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
     return shown.replace("\r\n", "\n").replace('\r', '\n');
+}
+
+std::size_t shown_length(std::string_view text) {
+    std::size_t length = 0;
+    char last = 0;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        const bool continues = (byte & 0xC0U) == 0x80;
+        const bool second_of_line_end = c == '\n' && last == '\r';
+        if (!continues && !second_of_line_end) length += byte >= 0xF0 ? 2 : 1;
+        last = c;
+    }
+    return length;
 }
 
 } // namespace desk::qt

@@ -6,7 +6,8 @@
 #include <QFont>
 #include <QString>
 
-#include <string>
+#include <cstddef>
+#include <string_view>
 
 class QApplication;
 class QWidget;
@@ -36,6 +37,8 @@ void draw_focus(QWidget& w);
 inline int pixels(int twips) { return twips / 15; }
 
 /// UTF-8 text with CR LF as the toolkit's text with single line breaks.
-QString shown_text(const std::string& text);
+QString shown_text(std::string_view text);
+/// The UTF-16 units of that.
+std::size_t shown_length(std::string_view text);
 
 } // namespace desk::qt

@@ -53,7 +53,7 @@ public:
 
 protected:
     void follow_kind() override {
-        text_->set_text(shown_text(model_.caption));
+        text_->set_text(shown_text(model_.caption.get()));
         text_->set_colors(color_of(model_.fore_color), model_.back_color == color_button_face
                                                            ? std::nullopt
                                                            : std::optional(color_of(model_.back_color)));

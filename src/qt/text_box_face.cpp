@@ -3,6 +3,7 @@
 #include "controls/operator_actions.h"
 #include "qt/focus_frame.h"
 #include "qt/look.h"
+#include "qt/text_page.h"
 
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -51,7 +52,7 @@ public:
 
 protected:
     void follow_kind() override {
-        const QString text = shown_text(model_.text);
+        const QString text = shown_text(model_.text.get());
         if (edit_->text() != text) edit_->setText(text);
         if (edit_->isReadOnly() != model_.locked) edit_->setReadOnly(model_.locked);
         if (selections_ == model_.selections()) return;
@@ -117,7 +118,7 @@ public:
 protected:
     void follow_kind() override {
         if (edit_->isReadOnly() != model_.locked) edit_->setReadOnly(model_.locked);
-        const QString text = shown_text(model_.text);
+        const QString text = shown_text(model_.text.get());
         if (shown_ == text) return;
         QTextCursor cursor(edit_->document());
         // most texts grow at their end
@@ -141,9 +142,26 @@ private:
     QString shown_; // our own copy: the document's end differs from the text's
 };
 
+/// A locked box of many lines, for a text of any length.
+class text_page_face final : public control_face {
+public:
+    text_page_face(text_box& model, QWidget* parent, event_gate& gate)
+        : control_face(model, new focus_frame<text_page>(model, parent), gate)
+        , page_(static_cast<text_page*>(widget())) {
+        set_accessible();
+    }
+
+protected:
+    void follow_kind() override { page_->catch_up(); }
+
+private:
+    text_page* page_;
+};
+
 } // namespace
 
 std::unique_ptr<control_face> make_text_box_face(text_box& model, QWidget* parent, event_gate& gate) {
+    if (model.any_length) return std::make_unique<text_page_face>(model, parent, gate);
     if (model.on_grid) return std::make_unique<page_box_face<QTextEdit>>(model, parent, gate);
     if (model.multi_line) return std::make_unique<page_box_face<QPlainTextEdit>>(model, parent, gate);
     return std::make_unique<line_box_face>(model, parent, gate);

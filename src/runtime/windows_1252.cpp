@@ -17,6 +17,8 @@ constexpr std::array<char32_t, 32> upper_controls = {
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,
 };
 
+bool is_ascii(char c) { return static_cast<unsigned char>(c) < 0x80; }
+
 std::optional<std::uint8_t> byte_of(char32_t character) {
     if (character < 0x80 || (character >= 0xA0 && character <= 0xFF)) return static_cast<std::uint8_t>(character);
     for (std::size_t i = 0; i < upper_controls.size(); ++i)
@@ -90,6 +92,8 @@ std::string text_from_bytes(std::string_view bytes) {
 }
 
 std::string bytes_from_text(std::string_view text) {
+    // most texts are; a long one would take five times its memory below
+    if (std::all_of(text.begin(), text.end(), is_ascii)) return std::string(text);
     const auto characters = decode_utf8(text);
     if (!characters) return std::string(text); // no UTF-8: these are bytes already
     std::string bytes;

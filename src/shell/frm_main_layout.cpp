@@ -175,7 +175,7 @@ void frm_main::lay_out_controls() {
 
         {edid.fra_edid, "fra_edid", in_window, area_left, area_top, area_width, area_height, "EDID Read / Write", hidden},
         {edid.lab_write, "lab_write", &edid.fra_edid, 120, 330, 2400, 240, "WRITE"},
-        {edid.txt_write, "txt_write", &edid.fra_edid, 120, 600, 4320, 4500, "", locked | multi_line | fixed_pitch},
+        {edid.txt_write, "txt_write", &edid.fra_edid, 120, 600, 4320, 4500, "", locked | multi_line | fixed_pitch | any_length},
         {edid.lab_w_checksum, "lab_w_checksum", &edid.fra_edid, 120, 5190, 2400, 240, "Checksum"},
         {edid.lab_write_checksum[0], "lab_write_checksum(0)", &edid.fra_edid, 120, 5475, 3780, 240, "BK0"},
         {edid.lab_write_checksum[1], "lab_write_checksum(1)", &edid.fra_edid, 120, 5865, 3780, 240, "BK1"},
@@ -193,7 +193,7 @@ void frm_main::lay_out_controls() {
         {edid.cmd_sum_write, "cmd_sum_write", &edid.fra_edid, 1220, 7200, 1020, button_height, "SUM", disabled},
 
         {edid.lab_read, "lab_read", &edid.fra_edid, 4650, 330, 2400, 240, "  READ"},
-        {edid.txt_read, "txt_read", &edid.fra_edid, 4650, 600, 4320, 4500, "", locked | multi_line | fixed_pitch},
+        {edid.txt_read, "txt_read", &edid.fra_edid, 4650, 600, 4320, 4500, "", locked | multi_line | fixed_pitch | any_length},
         {edid.lab_r_checksum, "lab_r_checksum", &edid.fra_edid, 4650, 5190, 2400, 240, "Checksum"},
         {edid.lab_read_checksum[0], "lab_read_checksum(0)", &edid.fra_edid, 4650, 5475, 4320, 240, "BK0"},
         {edid.lab_read_checksum[1], "lab_read_checksum(1)", &edid.fra_edid, 4650, 5865, 4320, 240, "BK1"},

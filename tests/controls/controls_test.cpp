@@ -160,6 +160,24 @@ TEST(property, marks_its_control_where_its_text_grows) {
     EXPECT_EQ(t.text, "ab\r\nc");
 }
 
+TEST(property, tells_a_text_that_grows_from_another_text) {
+    text_box t;
+    t.text = "a";
+    const int replacements = t.text.replacements();
+    t.text += "b";
+    t.text = "ab";
+    EXPECT_EQ(t.text.replacements(), replacements);
+    t.text = "abc";
+    EXPECT_EQ(t.text.replacements(), replacements + 1);
+}
+
+TEST(property, gives_the_memory_of_a_long_text_back) {
+    text_box t;
+    t.text = std::string(1'000'000, 'x');
+    t.text = "";
+    EXPECT_LT(t.text.get().capacity(), 1000U);
+}
+
 TEST(property, takes_the_value_of_another) {
     label from;
     label to;

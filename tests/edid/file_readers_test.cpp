@@ -131,6 +131,11 @@ TEST_P(hex_notation, finishes_each_line_once) {
     }
 }
 
+TEST(read_hex, passes_over_a_line_of_16_megabytes_of_tabs_at_once) {
+    const std::string tabs(std::size_t{16} * 1024 * 1024, '\t');
+    EXPECT_EQ(bytes_of_hex(tabs + "A1" + tabs), "A1 ");
+}
+
 TEST(read_hex, accepts_a_file_without_any_byte) {
     for (const char* file : {"", "\r\n", "\n\n", " \t\r\n\t", "// FF\r\n/FF", "g;h\n", "//\n"})
         EXPECT_EQ(bytes_of_hex(file), "") << file;

@@ -1,6 +1,7 @@
 // What a screen reader is told of every control.
 
 #include "bench_fixture.h"
+#include "qt/look.h"
 
 #include <QAccessible>
 #include <QMessageBox>
@@ -129,6 +130,62 @@ TEST_F(screen_reader, is_told_states) {
     h.click("lab_read"); // any event brings the window up to date
     EXPECT_TRUE(state("chk_established_3").checked);
     EXPECT_FALSE(state("chk_established_4").checked);
+}
+
+TEST_F(screen_reader, reads_the_edid_text_and_selects_in_it) {
+    start();
+    const hand h = operator_hand();
+    h.click("cmd_edid");
+    desk().edid.txt_read.text = "00 FF //7\r\n\r\n01 \xC3\xA9\r\n";
+    h.click("lab_read"); // any event brings the window up to date
+    QAccessibleTextInterface* const text = QAccessible::queryAccessibleInterface(&h.find("txt_read"))->textInterface();
+    ASSERT_NE(text, nullptr);
+    const QString shown = QString::fromUtf8("00 FF //7\n\n01 \xC3\xA9\n");
+    EXPECT_EQ(told("txt_read", QAccessible::Value), shown);
+    EXPECT_EQ(text->characterCount(), shown.size());
+    EXPECT_EQ(text->text(3, 12), shown.mid(3, 9));
+    EXPECT_EQ(text->text(0, 9999), shown);
+    int start_of_part = 0;
+    int end_of_part = 0;
+    EXPECT_EQ(text->textAtOffset(12, QAccessible::LineBoundary, &start_of_part, &end_of_part),
+              QString::fromUtf8("01 \xC3\xA9\n"));
+    EXPECT_EQ(start_of_part, 11);
+    EXPECT_EQ(end_of_part, 16);
+    EXPECT_EQ(text->textBeforeOffset(12, QAccessible::LineBoundary, &start_of_part, &end_of_part), "\n");
+    EXPECT_EQ(text->textAfterOffset(2, QAccessible::LineBoundary, &start_of_part, &end_of_part), "\n");
+    EXPECT_EQ(text->textAtOffset(4, QAccessible::WordBoundary, &start_of_part, &end_of_part), "FF");
+    EXPECT_EQ(text->textAtOffset(14, QAccessible::CharBoundary, &start_of_part, &end_of_part), shown.mid(14, 1));
+    EXPECT_EQ(start_of_part, 14);
+
+    text->setCursorPosition(11);
+    EXPECT_EQ(text->cursorPosition(), 11);
+    EXPECT_EQ(text->selectionCount(), 0);
+    text->addSelection(3, 12);
+    EXPECT_EQ(text->selectionCount(), 1);
+    text->selection(0, &start_of_part, &end_of_part);
+    EXPECT_EQ(start_of_part, 3);
+    EXPECT_EQ(end_of_part, 12);
+    EXPECT_EQ(text->offsetAtPoint(text->characterRect(4).topLeft()), 4);
+    text->removeSelection(0);
+    EXPECT_EQ(text->selectionCount(), 0);
+}
+
+TEST_F(screen_reader, counts_alike_in_every_text) {
+    start();
+    const hand h = operator_hand();
+    h.click("cmd_edid");
+    for (const char* bytes : {"00 FF\r\n\r\n01\r\n", "00 FF\n\n01\n", "\r\n", ""}) {
+        desk().edid.txt_read.text = bytes;
+        h.click("lab_read");
+        QAccessibleTextInterface* const text =
+            QAccessible::queryAccessibleInterface(&h.find("txt_read"))->textInterface();
+        const QString shown = qt::shown_text(bytes);
+        for (int position = 0; position <= shown.size(); ++position) {
+            text->setCursorPosition(position);
+            EXPECT_EQ(text->cursorPosition(), position) << bytes;
+            EXPECT_EQ(text->text(0, position), shown.left(position)) << bytes;
+        }
+    }
 }
 
 TEST_F(screen_reader, opens_a_previous_file) {

@@ -1,6 +1,8 @@
 #include "hand.h"
 
+#include "qt/look.h"
 #include "qt/text_label.h"
+#include "qt/text_page.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -123,6 +125,7 @@ QString hand::text(const QString& name) const {
     QWidget& w = find(name);
     if (const auto* const l = dynamic_cast<qt::text_label*>(&w)) return l->text();
     if (const auto* const line = dynamic_cast<QLineEdit*>(&w)) return line->text();
+    if (auto* const page = dynamic_cast<qt::text_page*>(&w)) return qt::shown_text(page->lines().text());
     if (const auto* const page = dynamic_cast<QPlainTextEdit*>(&w)) return page->toPlainText();
     if (const auto* const page = dynamic_cast<QTextEdit*>(&w)) return page->toPlainText();
     if (const auto* const button = dynamic_cast<QAbstractButton*>(&w)) return button->accessibleName();

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "qt/text_page.h"
+
+#include <QAccessible>
+#include <QAccessibleWidget>
+
+namespace desk::qt {
+
+/// Presents a text page to screen readers as a locked text with a cursor and a selection. A position counts UTF-16
+/// units of the text with single line breaks.
+class accessible_text_page final : public QAccessibleWidget, public QAccessibleTextInterface {
+public:
+    explicit accessible_text_page(text_page& p) : QAccessibleWidget(&p, QAccessible::EditableText), page_(p) {}
+
+    QAccessible::State state() const override;
+    QString text(QAccessible::Text what) const override;
+    void* interface_cast(QAccessible::InterfaceType type) override;
+
+    void selection(int index, int* start, int* end) const override;
+    int selectionCount() const override;
+    void addSelection(int start, int end) override;
+    void removeSelection(int index) override;
+    void setSelection(int index, int start, int end) override;
+    int cursorPosition() const override;
+    void setCursorPosition(int position) override;
+    QString text(int start, int end) const override;
+    QString textBeforeOffset(int position, QAccessible::TextBoundaryType kind, int* start, int* end) const override;
+    QString textAfterOffset(int position, QAccessible::TextBoundaryType kind, int* start, int* end) const override;
+    QString textAtOffset(int position, QAccessible::TextBoundaryType kind, int* start, int* end) const override;
+    int characterCount() const override;
+    QRect characterRect(int position) const override;
+    int offsetAtPoint(const QPoint& point) const override;
+    void scrollToSubstring(int start, int end) override;
+    QString attributes(int position, int* start, int* end) const override;
+
+private:
+    const text_lines& lines() const;
+    /// From an offset of the text to a position, and back.
+    int position_of(std::size_t offset) const;
+    std::size_t offset_of(int position) const;
+    text_lines::range part_at(std::size_t offset, QAccessible::TextBoundaryType kind) const;
+    QString tell(text_lines::range part, int* start, int* end) const;
+
+    text_page& page_;
+};
+
+} // namespace desk::qt
