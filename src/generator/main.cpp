@@ -1,9 +1,12 @@
+#include "generator/control_client.h"
+#include "generator/control_socket.h"
 #include "generator/generator_on_line.h"
 #include "generator/misbehaviour.h"
 #include "generator/pseudo_terminal.h"
 #include "generator/sim_options.h"
 #include "generator/simulated_generator.h"
 #include "generator/terminal_link.h"
+#include "generator/typed_lines.h"
 #include "platform/program_directory.h"
 #include "runtime/failure.h"
 
@@ -65,6 +68,7 @@ class simulator {
 public:
     explicit simulator(const sim_options& options) : options_(options), generator_(options.timings, options.patterns) {
         misbehaviour_.follow(options.faults);
+        if (!options.control.empty()) control_.emplace(options.control);
     }
 
     /// Returns when a signal or the operator ends it.
@@ -73,15 +77,17 @@ public:
         plug();
         while (!misbehaviour_.quit_asked()) {
             serve_line();
-            std::array<pollfd, 4> polled{
+            std::vector<pollfd> polled{
                 pollfd{signals, POLLIN, 0}, pollfd{input_, POLLIN, 0},
                 pollfd{terminal_ && line_.ready_for_more(now_ns()) ? terminal_->descriptor() : -1, POLLIN, 0},
                 pollfd{terminal_ ? terminal_->close_watch() : -1, POLLIN, 0}};
+            if (control_) control_->add_polled(polled);
             wait(polled);
             if (polled[0].revents != 0) break;
             if (polled[3].revents != 0) terminal_->free_for_next_desk();
             if (polled[2].revents != 0) line_.receive(terminal_->read(), now_ns());
             if (polled[1].revents != 0) read_input();
+            if (control_) control_->serve([this](std::string_view line) { return reply_to(line); });
         }
         ::close(signals);
     }
@@ -105,12 +111,13 @@ private:
     void follow_cable() {
         const bool was_absent = std::exchange(absent_, line_.absent(now_ns()));
         if (absent_ && terminal_) unplug();
-        if (was_absent && !absent_ && !misbehaviour_.unplugged()) plug_or_tell();
+        if (was_absent && !absent_ && !misbehaviour_.unplugged()) show(plug_problem());
     }
 
-    void wait(std::array<pollfd, 4>& polled) const {
+    void wait(std::vector<pollfd>& polled) const {
         timespec timeout{};
-        const std::optional<std::int64_t> due_ns = line_.next_due_ns();
+        std::optional<std::int64_t> due_ns = line_.next_due_ns();
+        if (control_ && control_->has_line()) due_ns = 0;
         if (due_ns) {
             const std::int64_t left_ns = std::max<std::int64_t>(0, *due_ns - now_ns());
             timeout.tv_sec = left_ns / 1'000'000'000;
@@ -128,31 +135,38 @@ private:
         if (got <= 0) {
             // the end of the input, or a keyboard that belongs to another program: the line goes on
             input_ = -1;
-            typed_ += '\n';
+            typed_.end();
         } else {
-            typed_.append(chunk.data(), static_cast<std::size_t>(got));
+            typed_.add({chunk.data(), static_cast<std::size_t>(got)});
         }
-        for (std::size_t end = typed_.find('\n'); end != std::string::npos; end = typed_.find('\n')) {
-            take_line(typed_.substr(0, end));
-            typed_.erase(0, end + 1);
-        }
+        while (const std::optional<std::string> line = typed_.next())
+            show(reply_to(*line));
     }
 
-    void take_line(const std::string& line) {
-        const std::string reply = misbehaviour_.take_line(line);
+    static void show(const std::string& reply) {
         if (!reply.empty()) std::cout << reply << std::endl;
+    }
+
+    std::string reply_to(std::string_view line) {
+        if (line.size() > typed_lines::longest)
+            return "A line has " + std::to_string(typed_lines::longest) + " bytes at most.";
+        std::string reply = misbehaviour_.take_line(line);
         if (misbehaviour_.unplugged()) {
             unplug();
-            return;
+        } else if (!terminal_ && !absent_) {
+            const std::string problem = plug_problem();
+            if (!problem.empty()) reply += (reply.empty() ? "" : "\n") + problem;
         }
-        if (!terminal_ && !absent_) plug_or_tell();
+        return reply;
     }
 
-    void plug_or_tell() {
+    /// Plugs the generator in; empty if that works.
+    std::string plug_problem() {
         try {
             plug();
+            return "";
         } catch (const runtime_failure& f) {
-            std::cout << f.sentence() << std::endl;
+            return f.sentence();
         }
     }
 
@@ -180,8 +194,9 @@ private:
     std::optional<pseudo_terminal> terminal_;
     std::optional<terminal_link> link_; // behind the terminal: goes before its name can be given to another
     bool absent_ = false;               // the cable is out by chance
+    std::optional<control_socket> control_;
     int input_ = STDIN_FILENO;
-    std::string typed_;
+    typed_lines typed_;
 };
 
 int run(const std::vector<std::string>& arguments) {
@@ -196,10 +211,8 @@ int run(const std::vector<std::string>& arguments) {
         std::cout << sim_help();
         return 0;
     }
-    if (options.link.empty()) {
-        options.link = program_directory() / "com1";
-        expect_no_hardware(options.link);
-    }
+    if (!options.send_to.empty()) return send_to_simulator(options.send_to, options.line);
+    if (options.link.empty()) options.link = program_directory() / "com1";
     fill_standard_descriptors();
     simulator(options).run();
     return 0;

@@ -33,9 +33,21 @@ fault_plan faults_of(const std::string& argument) {
     return fault_plan_of({words.begin(), words.end()});
 }
 
+/// The words behind "--send".
+sim_options sending_options(const std::vector<std::string>& arguments) {
+    if (arguments.size() < 2 || arguments[1].empty()) not_understood("--send needs the path of a control socket");
+    sim_options options;
+    options.send_to = path_from_utf8(arguments[1]);
+    for (std::size_t i = 2; i < arguments.size(); ++i)
+        options.line += (i == 2 ? "" : " ") + arguments[i];
+    if (arguments.size() > 2 && options.line.empty()) not_understood("--send needs a line that is not empty");
+    return options;
+}
+
 } // namespace
 
 sim_options sim_options_of(const std::vector<std::string>& arguments) {
+    if (!arguments.empty() && arguments.front() == "--send") return sending_options(arguments);
     sim_options options;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const std::string& word = arguments[i];
@@ -49,6 +61,11 @@ sim_options sim_options_of(const std::vector<std::string>& arguments) {
         } else if (word == "--faults") {
             if (++i == arguments.size()) not_understood("--faults needs a rate");
             options.faults = faults_of(arguments[i]);
+        } else if (word == "--control") {
+            if (++i == arguments.size() || arguments[i].empty()) not_understood("--control needs a path");
+            options.control = path_from_utf8(arguments[i]);
+        } else if (word == "--send") {
+            not_understood("--send is the first word if it is there");
         } else if (word.empty() || word.front() == '-') {
             not_understood("unknown option \"" + word + "\"");
         } else if (!options.link.empty()) {
@@ -62,11 +79,12 @@ sim_options sim_options_of(const std::vector<std::string>& arguments) {
 
 std::string_view sim_help() {
     return "usage: velotrace_sim [--timings N] [--patterns N] [--faults FAULTS] [--quiet]\n"
-           "                     [LINK]\n"
+           "                     [--control PATH] [LINK]\n"
+           "       velotrace_sim --send PATH [LINE...]\n"
            "\n"
            "A simulated generator on a pseudo terminal. LINK becomes a symbolic link to the\n"
            "terminal; a desk finds its port N as the link comN in its own directory. Without\n"
-           "LINK it is com1 there, where that leads to no hardware.\n"
+           "LINK it is com1 there. Only the link of another simulator is replaced.\n"
            "\n"
            "  --timings N   number of timings in the generator's catalogue\n"
            "  --patterns N  number of patterns\n"
@@ -74,6 +92,11 @@ std::string_view sim_help() {
            "                answers go wrong by chance: \"20 seed 7 drop late\", as the line\n"
            "                \"faults\" takes it\n"
            "  --quiet       do not show the traffic\n"
+           "  --control PATH\n"
+           "                listen for lines on a Unix socket too, for this user alone\n"
+           "  --send PATH LINE...\n"
+           "                send a line to the simulator that listens there and print its\n"
+           "                reply; without LINE those of standard input\n"
            "  --help        this text\n"
            "\n"
            "Lines on standard input make it misbehave; the line \"help\" lists them.\n";

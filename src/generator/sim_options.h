@@ -17,7 +17,10 @@ struct sim_options {
     fault_plan faults;
     bool quiet = false;
     bool help = false;
-    std::filesystem::path link; // empty: port 1 of the desk
+    std::filesystem::path link;    ///< empty: port 1 of the desk
+    std::filesystem::path control; ///< the socket where it listens for lines; empty: none
+    std::filesystem::path send_to; ///< the socket of the running simulator that `line` goes to; empty: it is one itself
+    std::string line;              ///< empty: the lines of standard input
 };
 
 /// Reads the command line without the program's name. Throws failure::invalid_procedure_call where it can't be

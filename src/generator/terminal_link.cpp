@@ -1,44 +1,67 @@
 #include "generator/terminal_link.h"
 
+#include "generator/own_name.h"
 #include "runtime/failure.h"
 #include "runtime/files.h"
 
+#include <algorithm>
 #include <string>
 #include <system_error>
 #include <utility>
 
 namespace desk {
 
+namespace fs = std::filesystem;
+
 namespace {
 
-[[noreturn]] void fail(const std::filesystem::path& link, const std::string& why) {
+[[noreturn]] void fail(const fs::path& link, const std::string& why) {
     throw runtime_failure(failure::path_file_access_error, utf8_from_path(link) + " " + why);
+}
+
+bool is_pseudo_terminal(const fs::path& target) {
+    const std::string number = target.filename().string();
+    return target.parent_path() == "/dev/pts" && !number.empty() &&
+           std::all_of(number.begin(), number.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+/// `there` is what has the name of `link`.
+void expect_link_of_simulator(const fs::path& there, const fs::path& link) {
+    std::error_code error;
+    const fs::file_status status = fs::symlink_status(there, error);
+    if (!fs::exists(status)) return;
+    if (!fs::is_symlink(status)) fail(link, "is there already and is no symbolic link");
+    // one step alone: a link to a link of the operator's own is his, wherever that leads
+    const fs::path target = fs::read_symlink(there, error);
+    if (!error && !is_pseudo_terminal(target))
+        fail(link, "leads to " + utf8_from_path(target) + " and is not replaced: name another LINK");
+}
+
+fs::path free_link_to(const fs::path& terminal, const fs::path& link) {
+    fs::path made = name_beside(link);
+    std::error_code error;
+    fs::create_symlink(terminal, made, error);
+    if (error) fail(link, "can't be made a link: " + error.message());
+    return made;
 }
 
 } // namespace
 
-terminal_link::terminal_link(const std::filesystem::path& link, std::filesystem::path terminal)
-    : link_(std::filesystem::absolute(link)), terminal_(std::move(terminal)) {
-    std::error_code error;
-    const std::filesystem::file_status there = std::filesystem::symlink_status(link_, error);
-    if (std::filesystem::exists(there)) {
-        if (!std::filesystem::is_symlink(there)) fail(link, "is there already and is no symbolic link");
-        std::filesystem::remove(link_, error);
-    }
-    std::filesystem::create_symlink(terminal_, link_, error);
-    if (error) fail(link, "can't be made a link: " + error.message());
+terminal_link::terminal_link(const fs::path& link, fs::path terminal)
+    : link_(fs::absolute(link)), terminal_(std::move(terminal)) {
+    expect_link_of_simulator(link_, link);
+    take_name(
+        free_link_to(terminal_, link_), link_, [&](const fs::path& there) { expect_link_of_simulator(there, link); },
+        [this](const fs::path& there) { return is_this(there); });
 }
 
 terminal_link::~terminal_link() {
-    std::error_code error;
-    if (std::filesystem::read_symlink(link_, error) == terminal_ && !error) std::filesystem::remove(link_, error);
+    give_up_name(link_, [this](const fs::path& there) { return is_this(there); });
 }
 
-void expect_no_hardware(const std::filesystem::path& link) {
+bool terminal_link::is_this(const fs::path& link) const {
     std::error_code error;
-    const std::filesystem::path target = std::filesystem::read_symlink(link, error);
-    if (!error && target.parent_path() != "/dev/pts")
-        fail(link, "leads to " + utf8_from_path(target) + ", which stays: name another LINK");
+    return fs::read_symlink(link, error) == terminal_ && !error;
 }
 
 } // namespace desk

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <string>
 
 namespace desk {
@@ -65,6 +66,28 @@ TEST_F(simulator_program, says_why_it_can_not_be_plugged_in_and_goes_on) {
     EXPECT_NE(ended.out.find("com1 is there already and is no symbolic link.\nGood-bye.\n"), std::string::npos)
         << ended.out;
     EXPECT_EQ(folder.content("com1"), "mine");
+}
+
+TEST_F(simulator_program, leaves_a_link_of_the_operator_and_names_where_it_leads) {
+    std::filesystem::create_symlink("/dev/serial/by-id/adapter", folder / "com1");
+    const auto ended = run("quit\n", in_folder("com1"));
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_NE(ended.err.find("com1 leads to /dev/serial/by-id/adapter and is not replaced: name another LINK."),
+              std::string::npos)
+        << ended.err;
+    EXPECT_EQ(std::filesystem::read_symlink(folder / "com1"), "/dev/serial/by-id/adapter");
+}
+
+TEST_F(simulator_program, leaves_a_link_that_the_operator_has_put_there_meanwhile) {
+    // while it is on the line, and then off the line
+    const std::string typist = "(until [ -L " + in_folder("com1") + " ]; do :; done; ln -sfn /dev/ttyS90 " +
+                               in_folder("com1") + "; printf 'unplug\nplug\nquit\n')";
+    const auto ended = test::run_in_shell(typist + " | timeout 60 \"" VELOTRACE_SIM "\" " + in_folder("com1"), folder);
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_NE(ended.out.find("com1 leads to /dev/ttyS90 and is not replaced: name another LINK.\nGood-bye.\n"),
+              std::string::npos)
+        << ended.out;
+    EXPECT_EQ(std::filesystem::read_symlink(folder / "com1"), "/dev/ttyS90");
 }
 
 TEST_F(simulator_program, ends_at_once_where_its_link_can_not_be_made) {

@@ -40,10 +40,24 @@ TEST(sim_options, reads_all_options) {
     EXPECT_TRUE(sim_options_of({"--help"}).help);
 }
 
+TEST(sim_options, reads_where_it_listens_for_lines) {
+    EXPECT_TRUE(sim_options_of({}).control.empty());
+    EXPECT_EQ(sim_options_of({"--control", "build/control", "com1"}).control, "build/control");
+}
+
+TEST(sim_options, takes_all_words_behind_the_socket_as_one_line) {
+    const sim_options options = sim_options_of({"--send", "build/control", "sink", "1", "--none"});
+    EXPECT_EQ(options.send_to, "build/control");
+    EXPECT_EQ(options.line, "sink 1 --none");
+    EXPECT_EQ(sim_options_of({"--send", "build/control"}).line, "");
+}
+
 TEST(sim_options, refuses_what_it_does_not_know) {
-    for (const words& line : {words{"--timing", "3"}, words{"-q"}, words{""}, words{"com1", "com2"}, words{"--timings"},
-                              words{"--timings", "0"}, words{"--timings", "999"}, words{"--patterns", "x"},
-                              words{"--patterns", "4x"}, words{"--patterns", "--quiet"}})
+    for (const words& line :
+         {words{"--timing", "3"}, words{"-q"}, words{""}, words{"com1", "com2"}, words{"--timings"},
+          words{"--timings", "0"}, words{"--timings", "999"}, words{"--patterns", "x"}, words{"--patterns", "4x"},
+          words{"--patterns", "--quiet"}, words{"--control"}, words{"--control", ""}, words{"--send"},
+          words{"--send", ""}, words{"--send", "build/control", ""}, words{"--quiet", "--send", "build/control"}})
         EXPECT_THROW(sim_options_of(line), runtime_failure) << line.front();
 }
 

@@ -1,0 +1,173 @@
+#include "generator/control_socket.h"
+
+#include "generator/control_address.h"
+#include "generator/own_name.h"
+#include "runtime/failure.h"
+#include "runtime/files.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace desk {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::size_t most_clients = 16;
+constexpr int kind_of_socket = SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC;
+
+[[noreturn]] void fail(const fs::path& path, const std::string& why) {
+    throw runtime_failure(failure::path_file_access_error, "the control socket " + utf8_from_path(path) + " " + why);
+}
+
+sockaddr_un address_of(const fs::path& path) {
+    const std::optional<sockaddr_un> address = control_address(path);
+    if (!address) fail(path, "can't be made: its path is too long");
+    return *address;
+}
+
+const sockaddr* plain(const sockaddr_un& address) { return reinterpret_cast<const sockaddr*>(&address); }
+
+/// The error of a connection to the socket, 0 if there is none.
+int connection_error(const fs::path& path) {
+    const sockaddr_un address = address_of(path);
+    const int attempt = ::socket(AF_UNIX, kind_of_socket, 0);
+    const int error = ::connect(attempt, plain(address), sizeof address) == 0 ? 0 : errno;
+    ::close(attempt);
+    return error;
+}
+
+/// `there` is what has the name of `path`.
+void expect_left_by_simulator(const fs::path& there, const fs::path& path) {
+    struct stat status {};
+    if (::lstat(there.c_str(), &status) != 0) return;
+    if (!S_ISSOCK(status.st_mode) || status.st_uid != ::geteuid() || (status.st_mode & 0777) != (S_IRUSR | S_IWUSR))
+        fail(path, "can't be made: something else has this name");
+    if (connection_error(there) != ECONNREFUSED) fail(path, "can't be made: another simulator listens there");
+}
+
+} // namespace
+
+control_socket::control_socket(fs::path path) : path_(std::move(path)) {
+    const fs::path made = name_beside(path_);
+    const sockaddr_un address = address_of(made);
+    listener_ = ::socket(AF_UNIX, kind_of_socket, 0);
+    // nobody else may connect, not for a moment
+    const mode_t usual = ::umask(S_IXUSR | S_IRWXG | S_IRWXO);
+    const int bound = ::bind(listener_, plain(address), sizeof address);
+    const int reason = errno;
+    ::umask(usual);
+    struct stat status {};
+    try {
+        if (bound != 0) fail(path_, "can't be made: " + std::string(std::strerror(reason)));
+        if (::lstat(made.c_str(), &status) != 0 || ::listen(listener_, most_clients) != 0)
+            fail(path_, "can't be used: " + std::string(std::strerror(errno)));
+        device_ = status.st_dev;
+        inode_ = status.st_ino;
+        take_name(
+            made, path_, [this](const fs::path& there) { expect_left_by_simulator(there, path_); },
+            [this](const fs::path& there) { return is_this(there); });
+    } catch (const runtime_failure&) {
+        ::unlink(made.c_str());
+        ::close(listener_);
+        throw;
+    }
+}
+
+control_socket::~control_socket() {
+    give_up_name(path_, [this](const fs::path& there) { return is_this(there); });
+    ::close(listener_);
+    for (const client& c : clients_)
+        ::close(c.descriptor);
+}
+
+bool control_socket::is_this(const fs::path& path) const {
+    struct stat status {};
+    return ::lstat(path.c_str(), &status) == 0 && status.st_dev == device_ && status.st_ino == inode_;
+}
+
+void control_socket::add_polled(std::vector<pollfd>& polled) const {
+    polled.push_back({listener_, POLLIN, 0});
+    for (const client& c : clients_) {
+        // whoever does not fetch the replies is not heard
+        if (!c.unsent.empty())
+            polled.push_back({c.descriptor, POLLOUT, 0});
+        else if (!c.ended)
+            polled.push_back({c.descriptor, POLLIN, 0});
+    }
+}
+
+bool control_socket::has_line() const {
+    return std::any_of(clients_.begin(), clients_.end(),
+                       [](const client& c) { return c.unsent.empty() && c.lines.has_line(); });
+}
+
+void control_socket::serve(const std::function<std::string(std::string_view line)>& reply_to) {
+    accept_clients();
+    const auto last = clients_.size();
+    auto c = clients_.begin();
+    for (std::size_t i = 0; i < last; ++i) {
+        const auto next = std::next(c);
+        send_to(*c);
+        if (c->unsent.empty() && !c->lines.has_line()) read_from(*c);
+        if (c->unsent.empty()) {
+            if (const std::optional<std::string> line = c->lines.next()) {
+                const std::string reply = reply_to(*line);
+                if (!reply.empty()) c->unsent += reply + "\n";
+                send_to(*c);
+                clients_.splice(clients_.end(), clients_, c);
+            }
+        }
+        c = next;
+    }
+    clients_.remove_if([](const client& one) {
+        const bool over = one.gone || (one.ended && one.unsent.empty() && !one.lines.has_line());
+        if (over) ::close(one.descriptor);
+        return over;
+    });
+}
+
+void control_socket::accept_clients() {
+    for (int c = ::accept4(listener_, nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC); c >= 0;
+         c = ::accept4(listener_, nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC)) {
+        if (clients_.size() == most_clients) {
+            // those that hang must not lock the others out
+            ::close(clients_.front().descriptor);
+            clients_.pop_front();
+        }
+        clients_.push_back({.descriptor = c, .lines = {}, .unsent = {}});
+    }
+}
+
+void control_socket::read_from(client& c) {
+    if (c.ended || c.gone) return;
+    std::array<char, 1024> chunk{};
+    const ssize_t got = ::recv(c.descriptor, chunk.data(), chunk.size(), 0);
+    if (got > 0) {
+        c.lines.add({chunk.data(), static_cast<std::size_t>(got)});
+    } else if (got == 0) {
+        c.ended = true;
+        c.lines.end();
+    } else if (errno != EAGAIN && errno != EINTR) {
+        c.gone = true;
+    }
+}
+
+void control_socket::send_to(client& c) {
+    if (c.unsent.empty() || c.gone) return;
+    const ssize_t sent = ::send(c.descriptor, c.unsent.data(), c.unsent.size(), MSG_NOSIGNAL);
+    if (sent > 0)
+        c.unsent.erase(0, static_cast<std::size_t>(sent));
+    else if (sent < 0 && errno != EAGAIN && errno != EINTR)
+        c.gone = true;
+}
+
+} // namespace desk
