@@ -9,6 +9,7 @@
 #include "generator/typed_lines.h"
 #include "platform/program_directory.h"
 #include "runtime/failure.h"
+#include "runtime/version.h"
 
 #include <algorithm>
 #include <array>
@@ -206,6 +207,10 @@ int run(const std::vector<std::string>& arguments) {
     } catch (const runtime_failure& f) {
         std::cerr << "velotrace_sim: " << f.sentence() << "\nTry velotrace_sim --help.\n";
         return 2;
+    }
+    if (options.version) {
+        std::cout << version_line("velotrace_sim");
+        return 0;
     }
     if (options.help) {
         std::cout << sim_help();

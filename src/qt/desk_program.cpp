@@ -2,6 +2,7 @@
 
 #include "edid/rescue.h"
 #include "platform/command_line.h"
+#include "runtime/version.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -15,6 +16,7 @@ desk_program::desk_program(std::filesystem::path program_directory)
         write_to_standard_error("velotrace: " + std::string(sentence) + "\n");
     };
     gate_.leave = [this] { leave(); };
+    desk_.about_view.cmd_about.tool_tip = "VELOTRACE Desk " + std::string(build_version());
 }
 
 bool desk_program::start() {
