@@ -8,6 +8,7 @@ install(FILES docs/man/velotrace.1 docs/man/velotrace_sim.1 docs/man/desk_robot.
         DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 
 install(FILES packaging/linux/velotrace.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+install(FILES packaging/linux/velotrace.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 set(icons ${CMAKE_INSTALL_DATADIR}/icons/hicolor)
 foreach(size 16 32 48 64 128)
     install(FILES assets/icon/velotrace_${size}.png DESTINATION ${icons}/${size}x${size}/apps RENAME velotrace.png)
@@ -17,6 +18,7 @@ install(FILES assets/velotrace.svg DESTINATION ${icons}/scalable/apps)
 
 # the manual and its pictures stand to each other as they do here
 set(documents ${CMAKE_INSTALL_DATADIR}/doc/velotrace-desk)
-install(FILES README.md DESTINATION ${documents})
+install(FILES packaging/linux/README.installed.md DESTINATION ${documents} RENAME README.md)
+install(FILES CHANGELOG.md DESTINATION ${documents})
 install(FILES docs/manual.md DESTINATION ${documents}/docs OPTIONAL)
 install(DIRECTORY docs/pictures DESTINATION ${documents}/docs)

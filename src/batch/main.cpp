@@ -3,6 +3,7 @@
 #include "batch/report_run.h"
 #include "platform/command_line.h"
 #include "runtime/files.h"
+#include "runtime/version.h"
 
 #include <exception>
 #include <filesystem>
@@ -68,6 +69,7 @@ int main(int argument_count, char** arguments) {
     try {
         const batch::options wanted = batch::options_of(program_arguments(argument_count, arguments));
         if (wanted.help) return write_to_standard_output(batch::help_text) ? 0 : 1;
+        if (wanted.version) return write_to_standard_output(version_line("edid_report")) ? 0 : 1;
         return report(wanted);
     } catch (const batch::usage_error& e) {
         write_to_standard_error("edid_report: " + std::string(e.what()) + "; edid_report --help tells more\n");

@@ -22,6 +22,7 @@ Writes the EDID analysis report of each file, as the desk's Report button shows 
   -j N          works on N files at a time; without it, on one for each processor
   --            what follows is a FILE or a FOLDER, also where it begins with "-"
   -h, --help    shows this text
+  --version     shows number, commit and date of this build
 
 An EDID of 128 bytes gets a second block of FF bytes. Of a longer one the first two blocks are reported.
 A file that can't be read, or whose report ends in a run-time failure, is told on standard error with the text so
@@ -77,6 +78,9 @@ options options_of(const std::vector<std::string>& words) {
             names_only = true;
         } else if (*word == "-h" || *word == "--help") {
             result.help = true;
+            return result;
+        } else if (*word == "--version") {
+            result.version = true;
             return result;
         } else if (word->starts_with("-j")) {
             result.jobs = jobs_of(reader.value_of(*word));

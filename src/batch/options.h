@@ -9,6 +9,7 @@ namespace desk::batch {
 /// What the command line asks for.
 struct options {
     bool help = false;
+    bool version = false;
     unsigned jobs = 0;               ///< files at a time; 0: one for each processor
     std::string output_folder;       ///< empty: standard output
     std::vector<std::string> inputs; ///< files and folders, in the order given

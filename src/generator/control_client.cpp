@@ -59,7 +59,7 @@ public:
         const ssize_t got = ::recv(socket_, chunk.data(), chunk.size(), 0);
         if (got < 0 && errno == EINTR) return true;
         if (got <= 0) return false;
-        std::cout.write(chunk.data(), got).flush();
+        std::cout << shown_on(STDOUT_FILENO, {chunk.data(), static_cast<std::size_t>(got)}) << std::flush;
         return true;
     }
 

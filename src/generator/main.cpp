@@ -10,6 +10,7 @@
 #include "platform/program_directory.h"
 #include "runtime/failure.h"
 #include "runtime/terminal_text.h"
+#include "runtime/version.h"
 
 #include <algorithm>
 #include <array>
@@ -213,6 +214,10 @@ int run(const std::vector<std::string>& arguments) {
         std::cerr << "velotrace_sim: " << desk::shown_on(STDERR_FILENO, f.sentence())
                   << "\nTry velotrace_sim --help.\n";
         return 2;
+    }
+    if (options.version) {
+        std::cout << version_line("velotrace_sim");
+        return 0;
     }
     if (options.help) {
         std::cout << sim_help();

@@ -53,6 +53,8 @@ sim_options sim_options_of(const std::vector<std::string>& arguments) {
         const std::string& word = arguments[i];
         if (word == "--help" || word == "-h") {
             options.help = true;
+        } else if (word == "--version") {
+            options.version = true;
         } else if (word == "--quiet") {
             options.quiet = true;
         } else if (word == "--timings" || word == "--patterns") {
@@ -98,6 +100,7 @@ std::string_view sim_help() {
            "                send a line to the simulator that listens there and print its\n"
            "                reply; without LINE those of standard input\n"
            "  --help        this text\n"
+           "  --version     number, commit and date of this build\n"
            "\n"
            "Lines on standard input make it misbehave; the line \"help\" lists them.\n";
 }

@@ -17,6 +17,7 @@ struct sim_options {
     fault_plan faults;
     bool quiet = false;
     bool help = false;
+    bool version = false;
     std::filesystem::path link;    ///< empty: port 1 of the desk
     std::filesystem::path control; ///< the socket where it listens for lines; empty: none
     std::filesystem::path send_to; ///< the socket of the running simulator that `line` goes to; empty: it is one itself

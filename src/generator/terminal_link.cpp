@@ -38,9 +38,13 @@ void expect_link_of_simulator(const fs::path& there, const fs::path& link) {
 }
 
 fs::path free_link_to(const fs::path& terminal, const fs::path& link) {
-    fs::path made = name_beside(link);
+    fs::path made;
     std::error_code error;
-    fs::create_symlink(terminal, made, error);
+    // another simulator may have taken the free name
+    for (int attempt = 0; attempt == 0 || (error == std::errc::file_exists && attempt < 100); ++attempt) {
+        made = name_beside(link);
+        fs::create_symlink(terminal, made, error);
+    }
     if (error) fail(link, "can't be made a link: " + error.message());
     return made;
 }

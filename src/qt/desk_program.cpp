@@ -3,6 +3,7 @@
 #include "edid/rescue.h"
 #include "platform/command_line.h"
 #include "platform/program_directory.h"
+#include "runtime/version.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -17,6 +18,7 @@ desk_program::desk_program(std::filesystem::path program_directory)
     };
     gate_.timer_starts = [this] { events_.share_phase(); };
     gate_.leave = [this] { leave(); };
+    desk_.about_view.cmd_about.tool_tip = "VELOTRACE Desk " + std::string(build_version());
 }
 
 bool desk_program::start() {

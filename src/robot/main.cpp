@@ -2,16 +2,34 @@
 #include "platform/program_directory.h"
 #include "robot/robot.h"
 #include "runtime/failure.h"
+#include "runtime/version.h"
 
 #include <filesystem>
 #include <iostream>
 #include <string>
+#include <string_view>
+
+namespace {
+
+constexpr std::string_view usage = "usage: desk_robot [DIRECTORY] < script\n";
+
+} // namespace
 
 int main(int argument_count, char** arguments) {
     std::error_code error;
     std::filesystem::path directory;
+    const std::string_view word = argument_count == 2 ? arguments[1] : "";
+    if (word == "--version") {
+        std::cout << desk::version_line("desk_robot");
+        return 0;
+    }
+    if (word == "--help" || word == "-h") {
+        std::cout << usage << "\nWorks the desk without a screen: one command a line, one line of answer.\n"
+                  << "--version shows number, commit and date of this build.\n";
+        return 0;
+    }
     if (argument_count > 2) {
-        desk::write_to_standard_error("usage: desk_robot [DIRECTORY] < script\n");
+        desk::write_to_standard_error(usage);
         return 2;
     }
     if (argument_count == 2)

@@ -42,6 +42,12 @@ TEST(options, have_a_folder_for_the_reports) {
     EXPECT_EQ(options_of({"-o", "-x", "a"}).output_folder, "-x");
 }
 
+TEST(options, ask_for_the_version_and_need_no_name_then) {
+    EXPECT_TRUE(options_of({"--version"}).version);
+    EXPECT_TRUE(options_of({"-j", "2", "--version", "-x"}).version);
+    EXPECT_FALSE(options_of({"--", "--version"}).version);
+}
+
 TEST(options, can_stand_anywhere_and_the_last_one_counts) {
     const options read = options_of({"a", "-j", "2", "b", "-ox", "-j3", "c", "-o", "y"});
     EXPECT_EQ(read.inputs, (words{"a", "b", "c"}));

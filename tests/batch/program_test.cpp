@@ -354,7 +354,7 @@ TEST_F(program, is_documented_option_by_option) {
     std::ifstream page(MANUAL_PAGE);
     const std::string manual((std::istreambuf_iterator<char>(page)), std::istreambuf_iterator<char>());
     EXPECT_EQ(run("--help"), 0);
-    for (const char* option : {"-j", "-o", "--help"}) {
+    for (const char* option : {"-j", "-o", "--help", "--version"}) {
         EXPECT_NE(out.find(option), std::string::npos) << option;
         EXPECT_NE(manual.find(std::regex_replace(std::string(option), std::regex("-"), "\\-")), std::string::npos)
             << option;

@@ -38,6 +38,8 @@ TEST(sim_options, reads_all_options) {
     EXPECT_TRUE(options.quiet);
     EXPECT_EQ(options.link, "com1");
     EXPECT_TRUE(sim_options_of({"--help"}).help);
+    EXPECT_TRUE(sim_options_of({"--version"}).version);
+    EXPECT_EQ(sim_options_of({"--send", "build/control", "--version"}).line, "--version");
 }
 
 TEST(sim_options, reads_where_it_listens_for_lines) {

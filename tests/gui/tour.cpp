@@ -4,6 +4,7 @@
 #include "hand.h"
 #include "qt/desk_program.h"
 #include "qt/look.h"
+#include "runtime/version.h"
 #include "simulator_process.h"
 
 #include <QApplication>
@@ -16,6 +17,7 @@
 #include <exception>
 #include <functional>
 #include <stdexcept>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -216,6 +218,11 @@ private:
     int count_ = 0;
 };
 
+/// The toolkit's messages, but for what the off-screen platform says of every window of a fixed size.
+void show_message(QtMsgType, const QMessageLogContext&, const QString& text) {
+    if (text != "This plugin does not support propagateSizeHints()") std::fprintf(stderr, "%s\n", qPrintable(text));
+}
+
 int run(const QString& pictures) {
     QTemporaryDir directory;
     for (const char* name : {"marlo_rs232.ini", "timing_pattern.ini"})
@@ -233,10 +240,15 @@ int run(const QString& pictures) {
 
 int main(int argument_count, char** arguments) {
     if (argument_count != 2) {
-        std::fprintf(stderr, "usage: velotrace_tour FOLDER\n");
+        std::fprintf(stderr, "usage: velotrace_tour FOLDER | --version\n");
         return 2;
     }
+    if (std::string_view(arguments[1]) == "--version") {
+        std::fputs(desk::version_line("velotrace_tour").c_str(), stdout);
+        return 0;
+    }
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    qInstallMessageHandler(show_message);
     // the hand can't reach into the system's own
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication application(argument_count, arguments);

@@ -3,6 +3,7 @@
 #include "bench_fixture.h"
 #include "qt/look.h"
 #include "qt/qt_dialogs.h"
+#include "runtime/version.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -53,6 +54,13 @@ TEST_F(real_window, names_every_button_for_those_who_do_not_see_it) {
         EXPECT_EQ(b->accessibleName(), caption.remove('&').simplified()) << qPrintable(b->objectName());
         EXPECT_FALSE(b->accessibleName().isEmpty()) << qPrintable(b->objectName());
     }
+}
+
+TEST_F(real_window, tells_its_build_in_the_tooltip_of_about) {
+    start();
+    const QString tool_tip = operator_hand().find("cmd_about").toolTip();
+    EXPECT_TRUE(tool_tip.contains("VELOTRACE Desk " + QString::fromStdString(std::string(build_version()))))
+        << qPrintable(tool_tip);
 }
 
 TEST_F(real_window, cuts_no_caption_of_a_button_or_a_frame) {
