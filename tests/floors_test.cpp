@@ -39,7 +39,7 @@ const std::map<std::string, names> floors = {
     {"batch",
      {"runtime", "controls", "platform", "link", "edid", "translate", "translate/decode", "signal", "report",
       "programmer", "shell"}},
-    {"generator", {"runtime", "platform/program_directory"}},
+    {"generator", {"runtime", "platform/command_line", "platform/program_directory"}},
 };
 
 /// Where the headers of the outside world may stand.

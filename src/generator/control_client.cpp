@@ -1,13 +1,13 @@
 #include "generator/control_client.h"
 
 #include "generator/control_address.h"
+#include "platform/command_line.h"
 #include "runtime/failure.h"
 #include "runtime/files.h"
 
 #include <array>
 #include <cerrno>
 #include <cstring>
-#include <iostream>
 #include <optional>
 #include <string_view>
 
@@ -59,7 +59,7 @@ public:
         const ssize_t got = ::recv(socket_, chunk.data(), chunk.size(), 0);
         if (got < 0 && errno == EINTR) return true;
         if (got <= 0) return false;
-        std::cout << shown_on(STDOUT_FILENO, {chunk.data(), static_cast<std::size_t>(got)}) << std::flush;
+        write_to_standard_output({chunk.data(), static_cast<std::size_t>(got)});
         return true;
     }
 
@@ -79,7 +79,7 @@ int send_one(const connection& simulator, const std::string& line) {
 
 int converse(const connection& simulator) {
     if (::isatty(STDIN_FILENO) != 0)
-        std::cerr << "Lines go to the simulator; \"help\" lists them, Ctrl+D ends." << std::endl;
+        write_to_standard_error("Lines go to the simulator; \"help\" lists them, Ctrl+D ends.\n");
     bool typing = true;
     while (true) {
         std::array<pollfd, 2> polled{pollfd{simulator.descriptor(), POLLIN, 0},
@@ -96,7 +96,7 @@ int converse(const connection& simulator) {
         else if (!simulator.send({chunk.data(), static_cast<std::size_t>(got)}))
             break;
     }
-    if (typing) std::cerr << "The simulator has ended." << std::endl;
+    if (typing) write_to_standard_error("The simulator has ended.\n");
     return 0;
 }
 

@@ -7,9 +7,9 @@
 #include "generator/simulated_generator.h"
 #include "generator/terminal_link.h"
 #include "generator/typed_lines.h"
+#include "platform/command_line.h"
 #include "platform/program_directory.h"
 #include "runtime/failure.h"
-#include "runtime/terminal_text.h"
 #include "runtime/version.h"
 
 #include <algorithm>
@@ -19,7 +19,6 @@
 #include <csignal>
 #include <cstdint>
 #include <exception>
-#include <iostream>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -66,11 +65,6 @@ void fill_standard_descriptors() {
     if (descriptor > STDERR_FILENO) ::close(descriptor);
 }
 
-/// What somebody has typed, or the line has brought, must not work the terminal.
-std::string shown_on(int descriptor, const std::string& text) {
-    return ::isatty(descriptor) != 0 ? terminal_text(text) : text;
-}
-
 class simulator {
 public:
     explicit simulator(const sim_options& options) : options_(options), generator_(options.timings, options.patterns) {
@@ -111,8 +105,7 @@ private:
         const std::vector<std::string> log = line_.take_log();
         if (options_.quiet || log.empty()) return;
         for (const std::string& entry : log)
-            std::cout << shown_on(STDOUT_FILENO, entry) << '\n';
-        std::cout.flush();
+            write_to_standard_output(entry + "\n");
     }
 
     void follow_cable() {
@@ -151,7 +144,7 @@ private:
     }
 
     static void show(const std::string& reply) {
-        if (!reply.empty()) std::cout << shown_on(STDOUT_FILENO, reply) << std::endl;
+        if (!reply.empty()) write_to_standard_output(reply + "\n");
     }
 
     std::string reply_to(std::string_view line) {
@@ -185,7 +178,7 @@ private:
             terminal_.reset();
             throw;
         }
-        std::cout << "VELOTRACE simulator on " << terminal_->name() << std::endl;
+        write_to_standard_output("VELOTRACE simulator on " + terminal_->name() + "\n");
     }
 
     void unplug() {
@@ -211,16 +204,15 @@ int run(const std::vector<std::string>& arguments) {
     try {
         options = sim_options_of(arguments);
     } catch (const runtime_failure& f) {
-        std::cerr << "velotrace_sim: " << desk::shown_on(STDERR_FILENO, f.sentence())
-                  << "\nTry velotrace_sim --help.\n";
+        write_to_standard_error("velotrace_sim: " + f.sentence() + "\nTry velotrace_sim --help.\n");
         return 2;
     }
     if (options.version) {
-        std::cout << version_line("velotrace_sim");
+        write_to_standard_output(version_line("velotrace_sim"));
         return 0;
     }
     if (options.help) {
-        std::cout << sim_help();
+        write_to_standard_output(sim_help());
         return 0;
     }
     if (!options.send_to.empty()) return send_to_simulator(options.send_to, options.line);
@@ -238,9 +230,9 @@ int main(int count, char** words) {
     try {
         return desk::run({words + 1, words + count});
     } catch (const desk::runtime_failure& f) {
-        std::cerr << "velotrace_sim: " << desk::shown_on(STDERR_FILENO, f.sentence()) << '\n';
+        desk::write_to_standard_error("velotrace_sim: " + f.sentence() + "\n");
     } catch (const std::exception& e) {
-        std::cerr << "velotrace_sim: " << desk::shown_on(STDERR_FILENO, e.what()) << '\n';
+        desk::write_to_standard_error("velotrace_sim: " + std::string(e.what()) + "\n");
     }
     return 1;
 }
