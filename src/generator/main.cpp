@@ -146,12 +146,10 @@ private:
 
     void take_line(const std::string& line) {
         const std::string reply = misbehaviour_.take_line(line);
+        // whoever reads that it is off the line can take the link's name
+        if (misbehaviour_.unplugged()) unplug();
         if (!reply.empty()) std::cout << shown_on(STDOUT_FILENO, reply) << std::endl;
-        if (misbehaviour_.unplugged()) {
-            unplug();
-            return;
-        }
-        if (!terminal_ && !absent_) plug_or_tell();
+        if (!misbehaviour_.unplugged() && !terminal_ && !absent_) plug_or_tell();
     }
 
     void plug_or_tell() {
