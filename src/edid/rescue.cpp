@@ -3,6 +3,7 @@
 #include "edid/buffer.h"
 #include "edid/file_readers.h"
 #include "edid/file_writers.h"
+#include "runtime/disk.h"
 #include "runtime/failure.h"
 #include "runtime/files.h"
 #include "runtime/text.h"

@@ -151,6 +151,7 @@ private:
         if (line.size() > typed_lines::longest)
             return "A line has " + std::to_string(typed_lines::longest) + " bytes at most.";
         std::string reply = misbehaviour_.take_line(line);
+        // before the reply: whoever reads that it is off the line can take the link's name
         if (misbehaviour_.unplugged()) {
             unplug();
         } else if (!terminal_ && !absent_) {

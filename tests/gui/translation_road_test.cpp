@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QScrollBar>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTextBlock>
 #include <QTextEdit>
@@ -306,6 +307,35 @@ TEST_F(translation_road, what_ends_the_program_takes_no_edid_along) {
                                                              directory.filePath("rescued_read.hex") + ".");
     EXPECT_EQ(QString(file("rescued_read.hex")).replace("\r\n", "\n"), read_text + "\n");
 }
+
+#ifndef _WIN32
+TEST_F(translation_road, what_ends_the_program_leaves_the_edid_in_the_users_own_folder_where_its_own_takes_none) {
+    const QTemporaryDir home;
+    const QByteArray before = qgetenv("XDG_DATA_HOME");
+    qputenv("XDG_DATA_HOME", home.path().toUtf8());
+    operator_hand().click("cmd_read");
+    for (int n = 0; n <= 10; ++n) {
+        const QString name = n == 0 ? "rescued_read.hex" : QString("rescued_read_%1.hex").arg(n);
+        QDir(directory.path()).mkpath(name + "/in_the_way");
+    }
+    put_file("sink.bin", wide_clock());
+    answer_next_file_dialog(dialogs, directory.filePath("sink.bin"));
+    operator_hand().click("cmd_load");
+    operator_hand().click("cmd_write_translate");
+    answer_next_box(boxes, QMessageBox::Ok);
+    click_node({block_0, descriptors, "Detail Timing1"});
+    if (before.isNull())
+        qunsetenv("XDG_DATA_HOME");
+    else
+        qputenv("XDG_DATA_HOME", before);
+    ASSERT_EQ(boxes.size(), 1U);
+    const QString kept = home.filePath("velotrace-desk/rescued_read.hex");
+    EXPECT_TRUE(boxes[0].text.contains("The EDID of the READ window is kept in the file " + kept +
+                                       " (no file can be written in " + directory.path() + ": Directory not empty)."))
+        << boxes[0].text.toStdString();
+    EXPECT_TRUE(QFile::exists(kept));
+}
+#endif
 
 } // namespace
 
