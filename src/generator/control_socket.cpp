@@ -9,6 +9,7 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <system_error>
 #include <utility>
 
 #include <sys/socket.h>
@@ -36,6 +37,15 @@ sockaddr_un address_of(const fs::path& path) {
 
 const sockaddr* plain(const sockaddr_un& address) { return reinterpret_cast<const sockaddr*>(&address); }
 
+std::error_code bind_for_user_alone(int socket, const fs::path& path) {
+    const sockaddr_un address = address_of(path);
+    // nobody else may connect, not for a moment
+    const mode_t usual = ::umask(S_IXUSR | S_IRWXG | S_IRWXO);
+    const int error = ::bind(socket, plain(address), sizeof address) == 0 ? 0 : errno;
+    ::umask(usual);
+    return {error == EADDRINUSE ? EEXIST : error, std::generic_category()};
+}
+
 /// The error of a connection to the socket, 0 if there is none.
 int connection_error(const fs::path& path) {
     const sockaddr_un address = address_of(path);
@@ -57,17 +67,11 @@ void expect_left_by_simulator(const fs::path& there, const fs::path& path) {
 } // namespace
 
 control_socket::control_socket(fs::path path) : path_(std::move(path)) {
-    const fs::path made = name_beside(path_);
-    const sockaddr_un address = address_of(made);
     listener_ = ::socket(AF_UNIX, kind_of_socket, 0);
-    // nobody else may connect, not for a moment
-    const mode_t usual = ::umask(S_IXUSR | S_IRWXG | S_IRWXO);
-    const int bound = ::bind(listener_, plain(address), sizeof address);
-    const int reason = errno;
-    ::umask(usual);
-    struct stat status {};
+    fs::path made;
     try {
-        if (bound != 0) fail(path_, "can't be made: " + std::string(std::strerror(reason)));
+        made = make_beside(path_, [this](const fs::path& beside) { return bind_for_user_alone(listener_, beside); });
+        struct stat status {};
         if (::lstat(made.c_str(), &status) != 0 || ::listen(listener_, most_clients) != 0)
             fail(path_, "can't be used: " + std::string(std::strerror(errno)));
         device_ = status.st_dev;
@@ -76,7 +80,7 @@ control_socket::control_socket(fs::path path) : path_(std::move(path)) {
             made, path_, [this](const fs::path& there) { expect_left_by_simulator(there, path_); },
             [this](const fs::path& there) { return is_this(there); });
     } catch (const runtime_failure&) {
-        ::unlink(made.c_str());
+        if (!made.empty()) ::unlink(made.c_str());
         ::close(listener_);
         throw;
     }

@@ -67,14 +67,16 @@ bool replaced(const fs::path& made, const fs::path& name, const expect_replaceab
 
 } // namespace
 
-fs::path name_beside(const fs::path& name) {
+fs::path make_beside(const fs::path& name, const std::function<std::error_code(const fs::path&)>& make) {
+    std::error_code error;
     for (int i = 0; i < most_attempts; ++i) {
         fs::path beside = name;
         beside += ".new" + std::to_string(::getpid()) + "-" + std::to_string(i);
-        std::error_code error;
-        if (!fs::exists(fs::symlink_status(beside, error))) return beside;
+        error = make(beside);
+        if (!error) return beside;
+        if (error != std::errc::file_exists) break;
     }
-    throw runtime_failure(failure::path_file_access_error, "there is no free name beside " + utf8_from_path(name));
+    throw runtime_failure(failure::path_file_access_error, utf8_from_path(name) + " can't be made: " + error.message());
 }
 
 void take_name(const fs::path& made, const fs::path& name, const expect_replaceable& check, const is_ours& ours) {
@@ -99,8 +101,8 @@ void take_name(const fs::path& made, const fs::path& name, const expect_replacea
 void give_up_name(const fs::path& name, const is_ours& ours) noexcept {
     try {
         if (!ours(name)) return;
-        const fs::path aside = name_beside(name);
-        if (renamed_to_free_name(name, aside)) return;
+        const fs::path aside =
+            make_beside(name, [&](const fs::path& beside) { return renamed_to_free_name(name, beside); });
         // the name may have been given to something else since the first look
         if (ours(aside))
             ::unlink(aside.c_str());

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <system_error>
 
 namespace desk {
 
@@ -10,8 +11,10 @@ using expect_replaceable = std::function<void(const std::filesystem::path&)>;
 /// Whether this program made what has this path.
 using is_ours = std::function<bool(const std::filesystem::path&)>;
 
-/// A name in the folder of `name` that nothing has yet.
-std::filesystem::path name_beside(const std::filesystem::path& name);
+/// Calls `make` with names in the folder of `name` until one is free, and gives that. `make` reports a name that
+/// something else has as std::errc::file_exists. Throws failure::path_file_access_error for any other error.
+std::filesystem::path make_beside(const std::filesystem::path& name,
+                                  const std::function<std::error_code(const std::filesystem::path&)>& make);
 
 /// Renames `made`, which this program made in the same folder, to `name`. What has that name already is replaced if
 /// `check` does not throw, even if another program puts something there at this moment. If it fails, `made` is removed

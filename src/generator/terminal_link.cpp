@@ -37,16 +37,12 @@ void expect_link_of_simulator(const fs::path& there, const fs::path& link) {
         fail(link, "leads to " + utf8_from_path(target) + " and is not replaced: name another LINK");
 }
 
-fs::path free_link_to(const fs::path& terminal, const fs::path& link) {
-    fs::path made;
-    std::error_code error;
-    // another simulator may have taken the free name
-    for (int attempt = 0; attempt == 0 || (error == std::errc::file_exists && attempt < 100); ++attempt) {
-        made = name_beside(link);
-        fs::create_symlink(terminal, made, error);
-    }
-    if (error) fail(link, "can't be made a link: " + error.message());
-    return made;
+fs::path new_link_beside(const fs::path& link, const fs::path& terminal) {
+    return make_beside(link, [&](const fs::path& beside) {
+        std::error_code error;
+        fs::create_symlink(terminal, beside, error);
+        return error;
+    });
 }
 
 } // namespace
@@ -55,7 +51,7 @@ terminal_link::terminal_link(const fs::path& link, fs::path terminal)
     : link_(fs::absolute(link)), terminal_(std::move(terminal)) {
     expect_link_of_simulator(link_, link);
     take_name(
-        free_link_to(terminal_, link_), link_, [&](const fs::path& there) { expect_link_of_simulator(there, link); },
+        new_link_beside(link_, terminal_), link_, [&](const fs::path& there) { expect_link_of_simulator(there, link); },
         [this](const fs::path& there) { return is_this(there); });
 }
 
