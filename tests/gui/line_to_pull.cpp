@@ -16,10 +16,16 @@ double now_ms() {
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
-/// Longer than a turn of the desk's receiver: what was said has been read.
-constexpr milliseconds until_read(45);
+constexpr int receiver_turn_ms = 20;
 
 } // namespace
+
+line_to_pull::line_to_pull(std::filesystem::path link) : link_(std::move(link)) {
+    turns_.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&turns_, &QTimer::timeout, &turns_, [this] { ++turn_; });
+    turns_.start(receiver_turn_ms);
+    plug();
+}
 
 void line_to_pull::plug() {
     end_thread();
@@ -92,6 +98,13 @@ void line_to_pull::hear(std::uint8_t byte) {
     }
 }
 
+void line_to_pull::let_the_desk_read() const {
+    // the first turn may be under way, and the receiver's own comes at any time within the next two
+    constexpr int enough_turns = 4;
+    for (const int before = turn_; turn_ - before < enough_turns && !ending_;)
+        std::this_thread::sleep_for(milliseconds(1));
+}
+
 void line_to_pull::say(const answer& parts) {
     for (const answer_part& part : parts) {
         std::this_thread::sleep_for(std::chrono::duration<double, std::milli>(part.pause_ms));
@@ -105,7 +118,7 @@ void line_to_pull::say(const bytes& data) {
     terminal_->write(bytes(data.begin(), data.begin() + static_cast<std::ptrdiff_t>(count)));
     said_ += count;
     if (!last) return;
-    std::this_thread::sleep_for(until_read);
+    let_the_desk_read();
     hang_up();
 }
 
