@@ -185,7 +185,7 @@ TEST_F(edid_road, a_cable_pulled_in_the_middle_of_the_data_leaves_the_desk_alive
     plug_generator();
     h.click("cmd_conn");
     h.click("cmd_read");
-    EXPECT_TRUE(h.text("lab_read_checksum_0").endsWith(" Correct."));
+    EXPECT_TRUE(h.text("lab_read_checksum_0").endsWith(" Correct.")) << h.text("txt_read").toStdString();
 }
 
 TEST_F(edid_road, a_wrong_checksum_is_repaired_in_the_window_and_saved) {

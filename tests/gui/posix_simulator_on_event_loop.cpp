@@ -8,6 +8,7 @@
 #include <QSocketNotifier>
 #include <QTimer>
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <optional>
@@ -16,25 +17,37 @@ namespace desk::gui {
 
 namespace {
 
-std::int64_t now_ns() {
-    return std::chrono::duration_cast<std::chrono::nanoseconds>(std::chrono::steady_clock::now().time_since_epoch())
-        .count();
-}
+/// Time as this thread's events see it: however long they are held up, no more than two steps of the desk's clock go by
+/// between two turns. A desk that is held up sends the rest of a block later than any real one, and waits for longer.
+class clock_of_events {
+public:
+    std::int64_t now_ns() {
+        const auto now = std::chrono::steady_clock::now();
+        passed_ += std::min<std::chrono::nanoseconds>(now - last_, std::chrono::milliseconds(10));
+        last_ = now;
+        return passed_.count();
+    }
+
+private:
+    std::chrono::steady_clock::time_point last_ = std::chrono::steady_clock::now();
+    std::chrono::nanoseconds passed_{0};
+};
 
 class served_by_events final : public simulator_program {
 public:
     explicit served_by_events(const QString& link) : link_(link.toStdString()) {
-        due_.setSingleShot(true);
-        due_.setTimerType(Qt::PreciseTimer);
-        QObject::connect(&due_, &QTimer::timeout, &due_, [this] { serve(); });
-        QObject::connect(&heard_, &QSocketNotifier::activated, &due_, [this] {
-            line_.receive(terminal_->read(), now_ns());
+        turns_.setTimerType(Qt::PreciseTimer);
+        QObject::connect(&turns_, &QTimer::timeout, &turns_, [this] { serve(); });
+        QObject::connect(&heard_, &QSocketNotifier::activated, &turns_, [this] {
+            line_.receive(terminal_->read(), clock_.now_ns());
             serve();
         });
-        QObject::connect(&closed_, &QSocketNotifier::activated, &due_, [this] { terminal_->free_for_next_desk(); });
+        QObject::connect(&closed_, &QSocketNotifier::activated, &turns_, [this] { terminal_->free_for_next_desk(); });
         closed_.setEnabled(terminal_->close_watch() >= 0);
         std::filesystem::remove(link_);
         std::filesystem::create_symlink(terminal_->name(), link_);
+        constexpr int turn_ms = 2;
+        turns_.start(turn_ms);
         printed_ = "on " + QByteArray::fromStdString(terminal_->name()) + "\n";
     }
     ~served_by_events() override { hang_up(); }
@@ -54,18 +67,16 @@ public:
 private:
     void serve() {
         if (!terminal_) return;
-        const std::int64_t now = now_ns();
+        const std::int64_t now = clock_.now_ns();
         terminal_->write(line_.take_due(now));
         for (const std::string& entry : line_.take_log())
             printed_ += QByteArray::fromStdString(entry) + "\n";
         heard_.setEnabled(line_.ready_for_more(now));
-        if (const std::optional<std::int64_t> due_ns = line_.next_due_ns())
-            due_.start(static_cast<int>(std::max<std::int64_t>(0, *due_ns - now + 999'999) / 1'000'000));
     }
 
     void hang_up() {
         if (!terminal_) return;
-        due_.stop();
+        turns_.stop();
         heard_.setEnabled(false);
         closed_.setEnabled(false);
         std::error_code error;
@@ -81,7 +92,8 @@ private:
     std::optional<pseudo_terminal> terminal_{std::in_place};
     QSocketNotifier heard_{terminal_->descriptor(), QSocketNotifier::Read};
     QSocketNotifier closed_{terminal_->close_watch(), QSocketNotifier::Read};
-    QTimer due_;
+    QTimer turns_;
+    clock_of_events clock_;
     QByteArray printed_;
 };
 
