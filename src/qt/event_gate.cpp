@@ -41,7 +41,7 @@ void event_gate::run(const std::function<void()>& event) noexcept {
 void event_gate::end_waits() {
     close_dialogs();
     if (end_loops) end_loops();
-    // the loops of menus and drags too; after a failure not yet, since its box needs a loop of its own
+    // the loops of drags too; after a failure not yet, since its box needs a loop of its own
     if (!failure_) QCoreApplication::exit();
 }
 
