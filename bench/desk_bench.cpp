@@ -4,7 +4,7 @@
 #include "link/commands.h"
 #include "qt/desk_program.h"
 #include "qt/look.h"
-#include "simulator_process.h"
+#include "operated_simulator.h"
 #include "tell.h"
 
 #include <QApplication>
@@ -176,7 +176,7 @@ void measure_long_files(const char* self) {
 void measure_link() {
     const QTemporaryDir directory;
     prepare(directory);
-    desk::gui::simulator_process generator(directory.filePath("com1"));
+    desk::gui::operated_simulator generator(directory.filePath("com1"));
     desk::qt::desk_program program(path_of(directory));
     if (!program.start()) return;
     desk::exchange& link = program.desk().link;
@@ -231,7 +231,7 @@ void measure_signal() {
     for (int i = 1; i <= 45; ++i)
         catalogue.write(QString("\"[%1] pattern\"\n").arg(i, 2, 10, QChar('0')).toLatin1());
     catalogue.close();
-    desk::gui::simulator_process generator(directory.filePath("com1"), {"--timings", "60", "--patterns", "45"});
+    desk::gui::operated_simulator generator(directory.filePath("com1"), {"--timings", "60", "--patterns", "45"});
     desk::qt::desk_program program(path_of(directory));
     if (!program.start()) return;
     const desk::gui::hand hand(program.main_window());
@@ -316,7 +316,7 @@ void measure_translation(desk::qt::desk_program& program) {
 void measure_edid() {
     const QTemporaryDir directory;
     prepare(directory);
-    const desk::gui::simulator_process generator(directory.filePath("com1"));
+    const desk::gui::operated_simulator generator(directory.filePath("com1"));
     desk::qt::desk_program program(path_of(directory));
     if (!program.start()) return;
     const desk::gui::hand hand(program.main_window());

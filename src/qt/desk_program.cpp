@@ -8,6 +8,8 @@
 #include <QApplication>
 #include <QMessageBox>
 
+#include <sstream>
+
 namespace desk::qt {
 
 desk_program::desk_program(std::filesystem::path program_directory)
@@ -38,21 +40,62 @@ bool desk_program::start() {
     return !gate_.over();
 }
 
-void desk_program::leave() {
-    if (const auto& failure = gate_.failure()) {
-        const std::string rescued =
-            rescue_window_texts(desk_.edid, desk_.fields, machine_.program_directory, user_data_directory);
-        QString text =
-            QString("Run-time error '%1':\n\n%2\n\n%3")
-                .arg(failure->number())
-                .arg(QString::fromStdString(std::string(failure->text())), QString::fromStdString(failure->sentence()));
-        if (!rescued.empty()) text += "\n\n" + QString::fromStdString(rescued);
-        QMessageBox box(QMessageBox::Critical, program_title, text, QMessageBox::Ok, window_.get());
-        box.setTextFormat(Qt::PlainText);
-        box.exec();
+void desk_program::end_on(end_watch& watch) {
+    watch.end = [this] { end_in_order(); };
+    gate_.end_requested = [&watch] { return watch.requested() || lost_display::gone(); };
+    gate_.end_in_order = [this] { end_in_order(); };
+    lost_display_.emplace([this] {
+        if (gate_.over()) return;
+        save_all();
+        gate_.finish();
+    });
+}
+
+void desk_program::end_in_order() {
+    if (gate_.over()) {
+        // the end is under way, and the box of a failure may hold it up
+        gate_.end_waits();
+        return;
     }
-    window_->hide();
+    gate_.run([this] {
+        save_all();
+        gate_.finish();
+    });
+}
+
+void desk_program::save_all() {
+    // before the end of start-up nothing has changed, and what was not read must not be written
+    if (!desk_.form.visible) return;
+    rescue();
+    desk_.form.on_unload();
+}
+
+std::string desk_program::rescue() {
+    const std::string lines =
+        rescue_window_texts(desk_.edid, desk_.fields, machine_.program_directory, user_data_directory);
+    std::istringstream each(lines);
+    for (std::string line; std::getline(each, line);)
+        write_to_standard_error("velotrace: " + line + "\n");
+    return lines;
+}
+
+void desk_program::leave() {
+    if (const auto& failure = gate_.failure()) show_failure(*failure);
+    if (window_) window_->hide();
     QApplication::exit(exit_status());
+}
+
+void desk_program::show_failure(const runtime_failure& failure) {
+    const std::string rescued = rescue();
+    QString text =
+        QString("Run-time error '%1':\n\n%2\n\n%3")
+            .arg(failure.number())
+            .arg(QString::fromStdString(std::string(failure.text())), QString::fromStdString(failure.sentence()));
+    if (!rescued.empty()) text += "\n\n" + QString::fromStdString(rescued);
+    QMessageBox box(QMessageBox::Critical, program_title, text, QMessageBox::Ok, window_.get());
+    box.setTextFormat(Qt::PlainText);
+    // nobody is there to close it once the end was requested
+    if (!gate_.end_requested || !gate_.end_requested()) box.exec();
 }
 
 } // namespace desk::qt

@@ -2,7 +2,9 @@
 
 #include "platform/machine.h"
 #include "platform/native_serial_port.h"
+#include "qt/end_watch.h"
 #include "qt/event_gate.h"
+#include "qt/lost_display.h"
 #include "qt/qt_dialogs.h"
 #include "qt/qt_events.h"
 #include "qt/qt_modal_windows.h"
@@ -11,6 +13,8 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
+#include <string>
 
 namespace desk::qt {
 
@@ -19,8 +23,17 @@ class desk_program {
 public:
     explicit desk_program(std::filesystem::path program_directory);
 
-    /// Start-up up to the shown window. False: it has failed, and the program has told so.
+    /// From now on ends the program in order at every request, and saves what it can when the display goes away.
+    /// `watch` outlives this.
+    void end_on(end_watch& watch);
+
+    /// Start-up up to the shown window. False: the program is over, because start-up has failed and the failure has
+    /// been shown, or because its end was requested meanwhile.
     bool start();
+
+    /// Ends the program as its close button does, whatever it waits for; EDID texts that no file holds are rescued
+    /// first.
+    void end_in_order();
 
     frm_main& desk() { return desk_; }
     window_face& main_window() { return *window_; }
@@ -30,6 +43,9 @@ public:
 
 private:
     void leave();
+    void show_failure(const runtime_failure& failure);
+    std::string rescue();
+    void save_all();
 
     event_gate gate_;
     qt_events events_{gate_};
@@ -41,6 +57,7 @@ private:
     machine machine_;
     frm_main desk_{machine_};
     std::unique_ptr<window_face> window_;
+    std::optional<lost_display> lost_display_;
 };
 
 } // namespace desk::qt

@@ -9,8 +9,9 @@ namespace desk::qt {
 
 namespace {
 
-/// Nested loops of dialogs would hold the end of the program up.
 void close_dialogs() {
+    while (QWidget* const popup = QApplication::activePopupWidget())
+        if (!popup->close()) break;
     for (QWidget* w : QApplication::topLevelWidgets()) {
         auto* const dialog = qobject_cast<QDialog*>(w);
         if (dialog != nullptr && dialog->isVisible()) dialog->reject();
@@ -30,12 +31,24 @@ void event_gate::run(const std::function<void()>& event) noexcept {
     pointer.event_ends();
     --depth_;
     if (!over_) return;
-    close_dialogs();
-    if (end_loops) end_loops();
+    end_waits();
     if (depth_ == 0 && !left_) {
         left_ = true;
         if (leave) guarded(leave);
     }
+}
+
+void event_gate::end_waits() {
+    close_dialogs();
+    if (end_loops) end_loops();
+    // the loops of drags too; after a failure not yet, since its box needs a loop of its own
+    if (!failure_) QCoreApplication::exit();
+}
+
+void event_gate::end_if_requested() {
+    if (!end_requested || !end_requested()) return;
+    if (!over_ && end_in_order) end_in_order();
+    throw_if_over();
 }
 
 void event_gate::guarded(const std::function<void()>& work) {

@@ -26,6 +26,17 @@ public:
     /// The program is to end.
     void finish() { over_ = true; }
 
+    /// Whether the system has requested the end, and what ends the program in order then: for a wait in which no event
+    /// brings the request.
+    std::function<bool()> end_requested;
+    std::function<void()> end_in_order;
+
+    /// Ends the program in order and throws program_over where the system has requested it.
+    void end_if_requested();
+
+    /// Ends the loops of events of boxes, dialogs, menus and modal windows.
+    void end_waits();
+
     /// Called by every event that ends when the program is over: the loops of modal windows end.
     std::function<void()> end_loops;
 

@@ -1,6 +1,8 @@
 #include "platform/command_line.h"
+#include "platform/end_request.h"
 #include "platform/program_directory.h"
 #include "qt/desk_program.h"
+#include "qt/end_watch.h"
 #include "qt/look.h"
 #include "qt/qt_dialogs.h"
 #include "runtime/failure.h"
@@ -24,7 +26,9 @@ int cannot_start(const desk::runtime_failure& failure) {
 } // namespace
 
 int main(int argument_count, char** arguments) {
+    const desk::end_request request;
     QApplication application(argument_count, arguments);
+    desk::qt::end_watch watch(request);
     QApplication::setQuitOnLastWindowClosed(false);
     desk::qt::set_look(application);
     std::filesystem::path own_directory;
@@ -34,7 +38,7 @@ int main(int argument_count, char** arguments) {
         return cannot_start(failure);
     }
     desk::qt::desk_program program(own_directory);
-    if (!program.start()) return 1;
-    QApplication::exec();
+    program.end_on(watch);
+    if (program.start()) QApplication::exec();
     return program.exit_status();
 }

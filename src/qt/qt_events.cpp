@@ -54,6 +54,7 @@ void qt_events::turn_without_progress(std::string_view /*waiting_for*/) {
         std::this_thread::yield();
         return;
     }
+    gate_.end_if_requested();
     gate_.pointer.wait();
     std::this_thread::sleep_for(std::chrono::milliseconds(1));
 }

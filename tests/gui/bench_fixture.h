@@ -2,13 +2,14 @@
 
 #include "dialog_hand.h"
 #include "hand.h"
+#include "operated_simulator.h"
 #include "qt/desk_program.h"
-#include "simulator_process.h"
 
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -26,6 +27,12 @@ protected:
     QByteArray file(const QString& name) const;
 
     void plug_generator();
+    /// A generator that keeps in step with this thread, where the system allows it.
+    static std::unique_ptr<simulator_program> simulator_for(const QString& link);
+    /// Holds once the generator has heard this command.
+    std::function<bool()> heard(const QByteArray& command) const {
+        return [this, command] { return generator->has_printed("> " + command + "\n"); };
+    }
     /// Starts the desk; it must come up.
     void start();
 
@@ -34,7 +41,7 @@ protected:
     QString com1() const { return directory.filePath("com1"); }
 
     QTemporaryDir directory;
-    std::optional<simulator_process> generator;
+    std::optional<operated_simulator> generator;
     std::unique_ptr<qt::desk_program> program;
 };
 

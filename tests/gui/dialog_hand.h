@@ -20,7 +20,7 @@ struct seen_box {
 };
 
 /// Notes the next message box and presses the button.
-void answer_next_box(std::vector<seen_box>& seen, int button, int ms = 5000);
+void answer_next_box(std::vector<seen_box>& seen, int button, int ms = 20000);
 
 struct seen_dialog {
     QString title;
@@ -30,9 +30,9 @@ struct seen_dialog {
     QString above; ///< the window that it opened over
 };
 /// Notes the next file dialog, chooses a filter (from 1), types a path and takes it; an empty path cancels.
-void answer_next_file_dialog(std::vector<seen_dialog>& seen, const QString& path, int filter = 1, int ms = 5000);
+void answer_next_file_dialog(std::vector<seen_dialog>& seen, const QString& path, int filter = 1, int ms = 20000);
 
 /// Lets a hand work in the next modal window of the desk that has this name.
-void in_next_window(const QString& name, std::function<void(const hand&)> work, int ms = 5000);
+void in_next_window(const QString& name, std::function<void(const hand&)> work, int ms = 20000);
 
 } // namespace desk::gui

@@ -177,15 +177,15 @@ TEST_F(edid_road, a_sink_that_is_not_there_fails_the_read_in_the_read_window) {
 
 TEST_F(edid_road, a_cable_pulled_in_the_middle_of_the_data_leaves_the_desk_alive) {
     const hand h = operator_hand();
-    // the prelude and the command take about 60 ms, the pause before the data 100
-    h.later(200, [&] { generator->kill(); });
+    h.when(heard("ESC001"), [&] { generator->tell("short 1 128"); });
+    h.when([&] { return generator->has_printed("< hex:"); }, [&] { generator->kill(); });
     h.click("cmd_read");
     EXPECT_TRUE(h.text("txt_read").endsWith("\nTimeout ! Read fail !"));
     generator.reset();
     plug_generator();
     h.click("cmd_conn");
     h.click("cmd_read");
-    EXPECT_TRUE(h.text("lab_read_checksum_0").endsWith(" Correct."));
+    EXPECT_TRUE(h.text("lab_read_checksum_0").endsWith(" Correct.")) << h.text("txt_read").toStdString();
 }
 
 TEST_F(edid_road, a_wrong_checksum_is_repaired_in_the_window_and_saved) {
@@ -214,7 +214,7 @@ TEST_F(edid_road, a_file_of_the_list_is_opened_again) {
     h.click("cmd_pre_f");
     EXPECT_TRUE(h.is_shown("fra_pre_f"));
     QTest::mouseMove(&h.find("lab_pre_f_1"));
-    EXPECT_TRUE(wait_until([&] { return desk().edid.lab_pre_f[1].back_color == 0xFF0000U; }, 1000));
+    EXPECT_TRUE(wait_until([&] { return desk().edid.lab_pre_f[1].back_color == 0xFF0000U; }, 20000));
     h.click("lab_pre_f_1");
     EXPECT_FALSE(h.is_shown("fra_pre_f"));
     EXPECT_EQ(desk().edid.lab_pre_f[0].caption.get(), path_of("one.bin").toStdString());

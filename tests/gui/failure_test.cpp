@@ -86,7 +86,7 @@ TEST_F(failure_while_running, in_a_nested_event_ends_the_suspended_procedures_to
     bool came_back = false;
     std::vector<seen_box> boxes;
     answer_next_box(boxes, QMessageBox::Ok);
-    h.later(50, [&] {
+    h.when(heard("TIM001"), [&] {
         program->gate().run([] { throw runtime_failure(failure::overflow, "a nested event"); });
         came_back = true;
     });

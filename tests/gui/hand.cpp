@@ -150,8 +150,17 @@ void hand::save_picture(const QString& path) const {
     if (!sight_of(window_).save(path)) throw std::runtime_error(path.toStdString() + " can't be written");
 }
 
-void hand::later(int ms, std::function<void()> work) const {
-    QTimer::singleShot(ms, Qt::PreciseTimer, &window_, std::move(work));
+void hand::when(std::function<bool()> condition, std::function<void()> work) const {
+    auto* const look = new QTimer(&window_);
+    look->setTimerType(Qt::PreciseTimer);
+    QObject::connect(look, &QTimer::timeout, &window_,
+                     [look, condition = std::move(condition), work = std::move(work)] {
+                         if (!look->isActive() || !condition()) return;
+                         look->stop();
+                         look->deleteLater();
+                         work();
+                     });
+    look->start(1);
 }
 
 bool wait_until(const std::function<bool()>& done, int ms) { return QTest::qWaitFor(done, ms); }

@@ -45,9 +45,9 @@ public:
 
     void save_picture(const QString& path) const;
 
-    /// Does `work` when the desk lets events run after `ms` milliseconds: for what happens in the middle of an
+    /// Does `work` once, when the desk lets events run and `condition` holds: for what happens in the middle of an
     /// exchange.
-    void later(int ms, std::function<void()> work) const;
+    void when(std::function<bool()> condition, std::function<void()> work) const;
 
 private:
     void click_at(const QWidget& w, QPoint at) const;

@@ -48,7 +48,7 @@ protected:
     static bool has_the_keys(const QWidget& w) {
         return wait_until(
             [&] { return QApplication::focusWidget() != nullptr && QApplication::focusWidget()->window() == &w; },
-            5000);
+            20000);
     }
 
     /// The key is let go over whoever has the focus by then.

@@ -12,14 +12,19 @@ namespace {
 
 using std::chrono::milliseconds;
 
-double now_ms() {
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now().time_since_epoch()).count();
-}
+/// The stream's clock stands still: a desk that is held up leaves nothing behind.
+constexpr double now_ms = 0;
 
-/// Longer than a turn of the desk's receiver: what was said has been read.
-constexpr milliseconds until_read(45);
+constexpr int receiver_turn_ms = 20;
 
 } // namespace
+
+line_to_pull::line_to_pull(std::filesystem::path link) : link_(std::move(link)) {
+    turns_.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&turns_, &QTimer::timeout, &turns_, [this] { ++turn_; });
+    turns_.start(receiver_turn_ms);
+    plug();
+}
 
 void line_to_pull::plug() {
     end_thread();
@@ -82,14 +87,21 @@ bool line_to_pull::is_now(pull_moment::after what, std::size_t count) const {
 void line_to_pull::hear(std::uint8_t byte) {
     if (is_now(pull_moment::after::done, heard_)) return hang_up();
     if (is_now(pull_moment::after::heard, ++heard_)) return hang_up();
-    stream_.receive(string_of({byte}), now_ms());
+    stream_.receive(string_of({byte}), now_ms);
     while (const std::optional<stream_item> item = stream_.next()) {
         if (item->raw) return say(generator.raw_block(last_command_, bytes_of(item->data)));
         last_command_ = item->data;
         say(generator.command(item->data));
         if (const std::size_t count = simulated_generator::raw_block_after(item->data))
-            stream_.expect_raw(count, now_ms());
+            stream_.expect_raw(count, now_ms);
     }
+}
+
+void line_to_pull::let_the_desk_read() const {
+    // the first turn may be under way, and the receiver's own comes at any time within the next two
+    constexpr int enough_turns = 4;
+    for (const int before = turn_; turn_ - before < enough_turns && !ending_;)
+        std::this_thread::sleep_for(milliseconds(1));
 }
 
 void line_to_pull::say(const answer& parts) {
@@ -105,7 +117,7 @@ void line_to_pull::say(const bytes& data) {
     terminal_->write(bytes(data.begin(), data.begin() + static_cast<std::ptrdiff_t>(count)));
     said_ += count;
     if (!last) return;
-    std::this_thread::sleep_for(until_read);
+    let_the_desk_read();
     hang_up();
 }
 

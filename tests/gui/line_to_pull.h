@@ -4,6 +4,8 @@
 #include "generator/pseudo_terminal.h"
 #include "generator/simulated_generator.h"
 
+#include <QTimer>
+
 #include <atomic>
 #include <cstddef>
 #include <filesystem>
@@ -28,7 +30,7 @@ struct pull_moment {
 /// its own, so that the cable can be pulled while the desk does not let events run.
 class line_to_pull {
 public:
-    explicit line_to_pull(std::filesystem::path link) : link_(std::move(link)) { plug(); }
+    explicit line_to_pull(std::filesystem::path link);
     ~line_to_pull() { end_thread(); }
     line_to_pull(const line_to_pull&) = delete;
     line_to_pull& operator=(const line_to_pull&) = delete;
@@ -51,6 +53,7 @@ private:
     bool is_now(pull_moment::after what, std::size_t count) const;
     void hang_up();
     void end_thread();
+    void let_the_desk_read() const;
 
     std::filesystem::path link_;
     std::optional<pseudo_terminal> terminal_;
@@ -61,6 +64,8 @@ private:
     std::size_t said_ = 0;
     std::atomic<bool> pulled_ = false;
     std::atomic<bool> ending_ = false;
+    QTimer turns_; // at the pace of the desk's receiver, in its thread
+    std::atomic<int> turn_ = 0;
     std::thread thread_;
 };
 

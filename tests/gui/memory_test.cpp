@@ -13,6 +13,7 @@ namespace {
 class two_runs : public bench {
 protected:
     two_runs() {
+        plug_generator();
         for (const char* variable : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME", "XDG_CACHE_HOME"})
             qunsetenv(variable);
         qputenv("HOME", home.path().toLocal8Bit());
@@ -48,7 +49,7 @@ TEST_F(two_runs, leave_no_file_at_home_and_the_window_where_it_was) {
     answer_next_file_dialog(dialogs, directory.filePath("marlo_rs232.ini"));
     std::vector<seen_box> boxes;
     answer_next_box(boxes, QMessageBox::Ok);
-    h.later(200, [&] { answer_next_box(boxes, QMessageBox::Ok); });
+    h.when([&] { return boxes.size() == 1; }, [&] { answer_next_box(boxes, QMessageBox::Ok); });
     h.click("cmd_load");
     ASSERT_EQ(dialogs.size(), 1U);
     start_again();

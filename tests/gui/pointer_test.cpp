@@ -46,8 +46,8 @@ TEST_F(pointer, is_busy_as_long_as_the_generator_is_asked) {
     generator->tell("silent");
     bool meanwhile = false;
     bool in_another_event = false;
-    h.later(100, [&] { meanwhile = is_busy(); });
-    h.later(150, [&] {
+    h.when(heard("TIM999"), [&] {
+        meanwhile = is_busy();
         h.click("cmd_timing");
         in_another_event = is_busy();
     });
@@ -82,7 +82,7 @@ TEST_F(pointer, is_busy_in_a_window_above_too_while_that_one_asks) {
     bool when_done = true;
     in_next_window("frm_diag", [&](const hand& diag) {
         when_open = is_busy();
-        diag.later(50, [&] { at_work = is_busy(); });
+        diag.when(is_busy, [&] { at_work = true; });
         diag.click("cmd_run");
         when_done = is_busy();
         diag.click("cmd_ok");
@@ -100,7 +100,8 @@ TEST_F(pointer, is_the_usual_one_when_a_failure_is_told) {
     h.click("cmd_timing");
     generator->tell("silent");
     press_ok();
-    h.later(100, [this] { program->gate().run([] { throw runtime_failure(failure::overflow, "a nested event"); }); });
+    h.when(heard("TIM001"),
+           [this] { program->gate().run([] { throw runtime_failure(failure::overflow, "a nested event"); }); });
     h.click("cmd_run");
     EXPECT_EQ(busy_over_box, false);
     EXPECT_FALSE(is_busy());
@@ -112,7 +113,7 @@ TEST_F(pointer, is_the_usual_one_when_the_window_is_closed_meanwhile) {
     h.click("cmd_timing");
     generator->tell("silent");
     bool meanwhile = false;
-    h.later(100, [&] {
+    h.when(heard("TIM001"), [&] {
         meanwhile = is_busy();
         program->main_window().close();
     });

@@ -48,9 +48,9 @@ TEST_F(road, a_timing_is_chosen_and_set) {
     h.click_row("lstv_timing", 23);
     const QString name = QString::fromStdString(desk().rows.lstv_timing.text(23));
     EXPECT_EQ(h.text("txt_htotal_pix"), QString::fromStdString(desk().rows.lstv_timing_sub.text(23)));
-    generator->tell("delay 300");
+    generator->tell("delay 600");
     bool was_red = false;
-    h.later(100, [&] { was_red = back_of(h.find("cmd_run")) == red && !h.find("cmd_run").isEnabled(); });
+    h.when(heard("TIM023"), [&] { was_red = back_of(h.find("cmd_run")) == red && !h.find("cmd_run").isEnabled(); });
     h.click("cmd_run");
     EXPECT_TRUE(was_red);
     EXPECT_EQ(h.text("lab_timing"), name);
@@ -151,7 +151,7 @@ TEST_F(road, a_second_set_is_impossible_while_the_first_runs) {
     generator->tell("drop 2");
     h.click("cmd_timing");
     int clicks = 0;
-    h.later(50, [&] {
+    h.when(heard("TIM001"), [&] {
         h.click("cmd_run");
         ++clicks;
     });
@@ -164,10 +164,10 @@ TEST_F(road, a_second_set_is_impossible_while_the_first_runs) {
 TEST_F(road, a_view_button_in_the_middle_of_an_exchange_takes_effect_at_once) {
     start();
     const hand h = operator_hand();
-    generator->tell("delay 300");
+    generator->tell("delay 600");
     h.click("cmd_timing");
     int view = -1;
-    h.later(50, [&] {
+    h.when(heard("TIM001"), [&] {
         h.click("cmd_edid");
         view = desk().link.view_mode;
     });
@@ -192,9 +192,9 @@ TEST_F(road, with_the_generator_silent_the_same_clicks_end_in_link_error) {
 TEST_F(road, a_cable_pulled_in_the_middle_of_an_exchange_leaves_the_desk_alive) {
     start();
     const hand h = operator_hand();
-    generator->tell("delay 400");
+    generator->tell("silent");
     h.click("cmd_timing");
-    h.later(100, [&] { generator->kill(); });
+    h.when(heard("TIM001"), [&] { generator->kill(); });
     h.click("cmd_run");
     EXPECT_EQ(h.text("lab_timing"), "Link Error");
 
@@ -212,7 +212,7 @@ TEST_F(road, a_port_chosen_from_the_list_is_opened_at_once) {
     const hand h = operator_hand();
     h.click("cmd_disconn");
     EXPECT_EQ(back_of(h.find("cmd_disconn")), red);
-    const simulator_process second(directory.filePath("com2"));
+    const operated_simulator second(simulator_for(directory.filePath("com2")));
     h.choose("cbo_com", 1);
     EXPECT_EQ(desk().link.com_port, 2);
     EXPECT_TRUE(desk().link.rs232_connected);
@@ -251,7 +251,7 @@ TEST_F(road, closing_the_window_in_the_middle_of_an_exchange_ends_cleanly) {
     generator->tell("silent");
     h.click("cmd_timing");
     remove_file("marlo_rs232.ini");
-    h.later(100, [&] { program->main_window().close(); });
+    h.when(heard("TIM001"), [&] { program->main_window().close(); });
     h.click("cmd_run");
     EXPECT_TRUE(program->gate().over());
     EXPECT_EQ(program->exit_status(), 0);

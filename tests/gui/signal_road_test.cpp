@@ -104,9 +104,9 @@ TEST_F(signal_road, the_channels_follow_the_audio_source) {
 TEST_F(signal_road, a_pressed_switch_is_red_and_dead_until_the_answer_comes) {
     const hand h = operator_hand();
     h.click("cmd_setup");
-    generator->tell("delay 400");
+    generator->tell("delay 600");
     bool red_and_dead = false;
-    h.later(60, [&] {
+    h.when(heard("DEE002"), [&] {
         red_and_dead = back_of(h.find("cmd_deep_1")) == red && !h.find("cmd_deep_1").isEnabled();
         h.click("cmd_deep_1");
     });
@@ -120,10 +120,10 @@ TEST_F(signal_road, a_pressed_switch_is_red_and_dead_until_the_answer_comes) {
 TEST_F(signal_road, another_switch_in_the_middle_of_an_exchange_comes_in_between) {
     const hand h = operator_hand();
     h.click("cmd_setup");
-    generator->tell("delay 400");
-    h.later(40, [&] { h.click("cmd_csc_2"); });
+    generator->tell("drop 1");
+    h.when(heard("DEE002"), [&] { h.click("cmd_csc_2"); });
     h.click("cmd_deep_1");
-    // the inner exchange has thrown away the outer one's answer and gives it its own, whose letters are wrong
+    // the inner exchange gives the outer one its own answer, whose letters are wrong
     EXPECT_EQ(generator->commands(), (QStringList{"DEE002", "CSC003", "DEE002"}));
     EXPECT_EQ(lit("cmd_csc", 3), 2);
     EXPECT_EQ(lit("cmd_deep", 3), 1);
@@ -248,7 +248,7 @@ TEST_F(signal_road, the_autorun_list_goes_up_and_comes_back_from_a_generator_tha
     h.click_row("lstv_auto", 32);
     h.click("cmd_replace");
     bool both_dead = false;
-    h.later(30, [&] { both_dead = !h.find("cmd_run").isEnabled() && !h.find("cmd_download").isEnabled(); });
+    h.when(heard("ATN001"), [&] { both_dead = !h.find("cmd_run").isEnabled() && !h.find("cmd_download").isEnabled(); });
     h.click("cmd_run");
     EXPECT_TRUE(both_dead);
     const QStringList sent = generator->commands();

@@ -23,6 +23,6 @@ public:
 };
 
 /// Starts it with `options`; `link` is to lead to its terminal.
-std::unique_ptr<simulator_program> start_simulator(const QString& link, const QStringList& options);
+std::unique_ptr<simulator_program> start_simulator(const QString& link, const QStringList& options = {});
 
 } // namespace desk::gui

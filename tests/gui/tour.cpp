@@ -2,10 +2,10 @@
 
 #include "dialog_hand.h"
 #include "hand.h"
+#include "operated_simulator.h"
 #include "qt/desk_program.h"
 #include "qt/look.h"
 #include "runtime/version.h"
-#include "simulator_process.h"
 
 #include <QApplication>
 #include <QDir>
@@ -227,7 +227,7 @@ int run(const QString& pictures) {
     QTemporaryDir directory;
     for (const char* name : {"marlo_rs232.ini", "timing_pattern.ini"})
         QFile::copy(QString(FIRST_FILES) + "/" + name, directory.filePath(name));
-    const desk::gui::simulator_process generator(directory.filePath("com1"));
+    const desk::gui::operated_simulator generator(directory.filePath("com1"));
     desk::qt::desk_program program(std::filesystem::path(directory.path().toStdString()));
     if (!program.start()) return 1;
     QDir().mkpath(pictures);

@@ -38,7 +38,7 @@ TEST_P(a_pulled_cable, is_told_and_mended) {
     ASSERT_EQ(b.told(), QStringList());
     b.cable.pull_at(p.moment);
     p.what.act(b);
-    EXPECT_TRUE(wait_until([&] { return b.cable.is_pulled(); }, 2000)) << "the moment comes";
+    EXPECT_TRUE(wait_until([&] { return b.cable.is_pulled(); }, 20000)) << "the moment comes";
     p.expect(b);
     b.cable.pull();
     b.told();

@@ -35,8 +35,9 @@ TEST_F(closed_port, can_not_be_opened_without_a_number) {
     EXPECT_EQ(failure_of([&] { port->open(0); }), failure::path_file_access_error);
 }
 
-TEST_F(closed_port, can_not_be_opened_where_the_machine_has_no_such_device) {
-    EXPECT_EQ(failure_of([&] { port->open(987); }), failure::path_file_access_error);
+TEST_F(closed_port, can_not_be_opened_where_its_link_leads_to_no_device) {
+    std::filesystem::create_symlink("no_device", folder / "com7");
+    EXPECT_EQ(failure_of([&] { port->open(7); }), failure::path_file_access_error);
 }
 
 TEST_F(closed_port, says_where_a_link_leads_that_leads_nowhere) {

@@ -12,14 +12,16 @@
 
 namespace desk::gui {
 
-/// The simulated generator as a program of its own on a pseudo terminal, with `link` leading to it.
-class simulator_process {
+/// The simulated generator with an operator who types lines and reads what it prints.
+class operated_simulator {
 public:
-    /// `options` are its own on the command line.
-    explicit simulator_process(const QString& link, const QStringList& options = {});
-    ~simulator_process();
-    simulator_process(const simulator_process&) = delete;
-    simulator_process& operator=(const simulator_process&) = delete;
+    explicit operated_simulator(std::unique_ptr<simulator_program> program);
+    /// The simulator's own program on a line that `link` leads to; `options` are those of its command line.
+    explicit operated_simulator(const QString& link, const QStringList& options = {})
+        : operated_simulator(start_simulator(link, options)) {}
+    ~operated_simulator();
+    operated_simulator(const operated_simulator&) = delete;
+    operated_simulator& operator=(const operated_simulator&) = delete;
 
     /// Ends at once, as if the cable had been pulled.
     void kill();
@@ -27,6 +29,9 @@ public:
     void tell(const QString& line);
     /// The 256 bytes that sink `number` holds; empty: none is there.
     QByteArray sink(int number);
+
+    /// Whether it has printed this since it started.
+    bool has_printed(const QByteArray& text) const { return program_->printed().contains(text); }
 
     /// The traffic since the last call, as the simulator prints it ("> TIM007", "< TIM007").
     QStringList traffic();

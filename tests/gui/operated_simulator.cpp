@@ -1,10 +1,11 @@
-#include "simulator_process.h"
+#include "operated_simulator.h"
 
-#include <QThread>
+#include <QTest>
 
 #include <algorithm>
 #include <iterator>
 #include <stdexcept>
+#include <utility>
 
 namespace desk::gui {
 
@@ -16,42 +17,41 @@ bool is_traffic(const QByteArray& line) { return line.startsWith("> ") || line.s
 
 } // namespace
 
-simulator_process::simulator_process(const QString& link, const QStringList& options)
-    : program_(start_simulator(link, options)) {
+operated_simulator::operated_simulator(std::unique_ptr<simulator_program> program) : program_(std::move(program)) {
     // its first line says that the terminal is there
     wait_for([this] { return !replies().isEmpty(); });
 }
 
-void simulator_process::wait_for(const std::function<bool()>& come) {
+void operated_simulator::wait_for(const std::function<bool()>& come) {
     for (int ms = 0; !come(); ++ms) {
         if (ms == limit_ms) throw std::runtime_error("the simulator does not answer");
-        QThread::msleep(1);
+        QTest::qWait(1); // it may need this thread's events
     }
 }
 
-QList<QByteArray> simulator_process::replies() const {
+QList<QByteArray> operated_simulator::replies() const {
     QList<QByteArray> lines = program_->printed().split('\n');
     lines.removeLast(); // it is not whole yet
     lines.erase(std::remove_if(lines.begin(), lines.end(), is_traffic), lines.end());
     return lines;
 }
 
-simulator_process::~simulator_process() { program_->end(); }
+operated_simulator::~operated_simulator() { program_->end(); }
 
-void simulator_process::kill() { program_->kill(); }
+void operated_simulator::kill() { program_->kill(); }
 
-void simulator_process::tell(const QString& line) {
+void operated_simulator::tell(const QString& line) {
     const qsizetype before = replies().size();
     program_->type(line.toUtf8());
     wait_for([&] { return replies().size() > before; });
 }
 
-QByteArray simulator_process::sink(int number) {
+QByteArray operated_simulator::sink(int number) {
     tell("sink " + QString::number(number));
     return QByteArray::fromHex(replies().constLast());
 }
 
-QStringList simulator_process::traffic() {
+QStringList operated_simulator::traffic() {
     QStringList lines;
     const QByteArray all = program_->printed();
     for (const QByteArray& line : all.mid(read_).split('\n')) {
@@ -61,7 +61,7 @@ QStringList simulator_process::traffic() {
     return lines;
 }
 
-QStringList simulator_process::commands() {
+QStringList operated_simulator::commands() {
     QStringList heard;
     for (const QString& line : traffic()) {
         if (line.startsWith("> ")) heard.append(line.mid(2));
@@ -69,7 +69,7 @@ QStringList simulator_process::commands() {
     return heard;
 }
 
-QStringList simulator_process::commands_up_to(const QString& last) {
+QStringList operated_simulator::commands_up_to(const QString& last) {
     wait_for([&] { return program_->printed().indexOf("> " + last.toLatin1() + "\n", read_) >= 0; });
     return commands();
 }

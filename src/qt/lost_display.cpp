@@ -1,0 +1,71 @@
+#include "qt/lost_display.h"
+
+#include <QCoreApplication>
+#include <QSemaphore>
+#include <QString>
+#include <QThread>
+
+#include <atomic>
+#include <cstdlib>
+#include <utility>
+
+namespace desk::qt {
+
+namespace {
+
+// The toolkit's handlers take no object along.
+std::function<void()> save_now;
+std::atomic<bool> is_gone = false;
+QSemaphore saved;
+QtMessageHandler handler_before = nullptr;
+
+/// On the main thread only.
+void save_once() {
+    if (const auto save = std::exchange(save_now, {})) save();
+}
+
+/// Any thread of the toolkit notices first. It has to wait for the main thread, since it ends the program next.
+void save_from_any_thread() {
+    is_gone = true;
+    QObject* const application = QCoreApplication::instance();
+    if (application == nullptr || application->thread() == QThread::currentThread()) {
+        save_once();
+        return;
+    }
+    const auto save_and_end = [] {
+        save_once();
+        std::_Exit(EXIT_FAILURE);
+    };
+    QMetaObject::invokeMethod(application, save_and_end, Qt::QueuedConnection);
+    constexpr int longest_wait_ms = 1500;
+    saved.tryAcquire(1, longest_wait_ms);
+}
+
+/// The Wayland platform gives no other sign before it ends the program with _exit.
+void hear_message(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    handler_before(type, context, message);
+    if (message.startsWith("The Wayland connection ") || message.startsWith("The X11 connection "))
+        save_from_any_thread();
+}
+
+} // namespace
+
+lost_display::lost_display(std::function<void()> save) {
+    save_now = std::move(save);
+    handler_before = qInstallMessageHandler(hear_message);
+    // the X11 platform ends the program with exit
+    static const int registered = std::atexit(save_once);
+    static_cast<void>(registered);
+    // Windows ends the program after this signal
+    QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, [] { save_once(); });
+}
+
+lost_display::~lost_display() {
+    save_now = {};
+    qInstallMessageHandler(handler_before);
+    saved.release();
+}
+
+bool lost_display::gone() { return is_gone; }
+
+} // namespace desk::qt

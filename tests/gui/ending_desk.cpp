@@ -1,0 +1,316 @@
+// The desk brought into a situation in which its end is requested: ending_desk SITUATION FOLDER. Prints "there" once it
+// is in it; a line on standard input presses the close button of the main window.
+
+#include "dialog_hand.h"
+#include "hand.h"
+#include "operated_simulator.h"
+#include "platform/end_request.h"
+#include "qt/desk_program.h"
+#include "qt/end_watch.h"
+#include "qt/look.h"
+#include "simulator_on_event_loop.h"
+
+#include <QAbstractScrollArea>
+#include <QApplication>
+#include <QComboBox>
+#include <QContextMenuEvent>
+#include <QFileDialog>
+#include <QListView>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSocketNotifier>
+#include <QTest>
+#include <QTimer>
+
+#include <array>
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <thread>
+
+#include <fcntl.h>
+#include <stdlib.h>
+#include <unistd.h>
+
+namespace desk::gui {
+
+namespace {
+
+void tell_there() {
+    std::puts("there");
+    std::fflush(stdout);
+}
+
+/// Tells it once `holds` does, also in a loop of events of a box or a menu.
+void tell_there_when(std::function<bool()> holds) {
+    auto* const look = new QTimer(qApp);
+    QObject::connect(look, &QTimer::timeout, look, [look, holds = std::move(holds)] {
+        if (!holds()) return;
+        look->stop();
+        look->deleteLater();
+        tell_there();
+    });
+    look->start(5);
+}
+
+template <class Window>
+bool is_open() {
+    return qobject_cast<Window*>(QApplication::activeModalWidget()) != nullptr;
+}
+
+/// A line whose other end never reads. Its name must be behind the port before the desk starts.
+class deaf_line {
+public:
+    explicit deaf_line(const std::filesystem::path& link) : master_(::posix_openpt(O_RDWR | O_NOCTTY)) {
+        ::grantpt(master_);
+        ::unlockpt(master_);
+        const char* const name = ::ptsname(master_);
+        slave_ = ::open(name, O_RDWR | O_NOCTTY | O_NONBLOCK);
+        std::filesystem::create_symlink(name, link);
+    }
+    ~deaf_line() {
+        ::close(slave_);
+        ::close(master_);
+    }
+    deaf_line(const deaf_line&) = delete;
+    deaf_line& operator=(const deaf_line&) = delete;
+
+    /// From now on it takes nothing more.
+    void fill() const {
+        const std::array<char, 1024> some{};
+        while (::write(slave_, some.data(), some.size()) > 0) {
+        }
+    }
+
+private:
+    int master_;
+    int slave_ = -1;
+};
+
+class ending_desk {
+public:
+    ending_desk(const std::filesystem::path& folder, qt::end_watch& watch) : folder_(folder), program_(folder) {
+        program_.end_on(watch);
+    }
+
+    int run(const std::string& situation) {
+        if (situation == "start_up") {
+            tell_there_when(is_open<QMessageBox>);
+        } else if (situation == "endless_drain") {
+            deaf_.emplace(folder_ / "com1");
+        } else {
+            generator_.emplace(simulator_on_event_loop(QString::fromStdString(folder_ / "com1")));
+        }
+        if (program_.start()) {
+            QTimer::singleShot(0, qApp, [this, situation] { enter(situation); });
+            QApplication::exec();
+        }
+        return program_.exit_status();
+    }
+
+    void close() { program_.main_window().close(); }
+
+private:
+    hand at() { return hand(program_.main_window()); }
+
+    void enter(const std::string& situation) {
+        static const std::map<std::string, void (ending_desk::*)()> ways = {
+            {"rest", &ending_desk::rest},
+            {"exchange", &ending_desk::exchange},
+            {"erase", &ending_desk::erase},
+            {"automatic_run", &ending_desk::automatic_run},
+            {"endless_drain", &ending_desk::endless_drain},
+            {"modal_window", &ending_desk::modal_window},
+            {"report", &ending_desk::report},
+            {"message_box", &ending_desk::message_box},
+            {"file_dialog", &ending_desk::file_dialog},
+            {"menu_of_the_file_dialog", &ending_desk::menu_of_the_file_dialog},
+            {"menu_of_a_text", &ending_desk::menu_of_a_text},
+            {"open_list", &ending_desk::open_list},
+            {"held_slider", &ending_desk::held_slider},
+            {"failure_box", &ending_desk::failure_box},
+        };
+        (this->*ways.at(situation))();
+    }
+
+    /// The READ window has an EDID that no file holds.
+    void read_edid() {
+        at().click("cmd_edid");
+        at().click("cmd_read");
+    }
+
+    void tell_there_when_heard(const QByteArray& command) {
+        tell_there_when([this, command] { return generator_->has_printed("> " + command + "\n"); });
+    }
+
+    void rest() {
+        read_edid();
+        tell_there();
+    }
+
+    void exchange() {
+        read_edid();
+        generator_->tell("silent");
+        at().click("cmd_timing");
+        tell_there_when_heard("TIM001");
+        at().click("cmd_run");
+    }
+
+    void erase() {
+        read_edid();
+        generator_->tell("erase 60000");
+        std::vector<seen_box> boxes;
+        answer_next_box(boxes, QMessageBox::Yes);
+        tell_there_when_heard("ERS001");
+        at().click("cmd_erase");
+    }
+
+    /// Puts the same EDID into the WRITE window, from a file.
+    void open_edid() {
+        const QByteArray edid = generator_->sink(1);
+        const QString path = QString::fromStdString(folder_ / "first.bin");
+        QFile file(path);
+        if (!file.open(QFile::WriteOnly)) return;
+        file.write(edid);
+        file.close();
+        std::vector<seen_dialog> dialogs;
+        answer_next_file_dialog(dialogs, path);
+        at().click("cmd_load");
+    }
+
+    void automatic_run() {
+        read_edid();
+        open_edid();
+        generator_->tell("silent");
+        in_next_window("frm_diag", [this](const hand& h) {
+            generator_->traffic(); // that of the READ before
+            tell_there_when([this] { return generator_->commands().contains("ESC001"); });
+            h.click("cmd_run");
+        });
+        at().click("cmd_w_auto");
+    }
+
+    void endless_drain() {
+        deaf_->fill();
+        at().click("cmd_timing");
+        // no event runs in that wait
+        auto* const beat = new QTimer(qApp);
+        QObject::connect(beat, &QTimer::timeout, beat, [this] { ++beats_; });
+        beat->start(5);
+        watcher_ = std::thread([this] {
+            int before = -1;
+            while (before != beats_) {
+                before = beats_;
+                std::this_thread::sleep_for(std::chrono::milliseconds(500));
+            }
+            tell_there();
+        });
+        watcher_.detach();
+        at().click("cmd_run");
+    }
+
+    void modal_window() {
+        read_edid();
+        in_next_window("frm_diag", [](const hand&) { tell_there(); });
+        at().click("cmd_sum_read");
+    }
+
+    void report() {
+        read_edid();
+        at().click("cmd_read_translate");
+        in_next_window("frm_report", [](const hand&) { tell_there(); });
+        at().click("cmd_edid_report");
+    }
+
+    void message_box() {
+        read_edid();
+        at().click("cmd_disconn");
+        tell_there_when(is_open<QMessageBox>);
+        at().click("cmd_about");
+    }
+
+    void file_dialog() {
+        read_edid();
+        tell_there_when(is_open<QFileDialog>);
+        at().click("cmd_load");
+    }
+
+    static bool is_menu_open() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()) != nullptr; }
+
+    /// The menu of the dialog's files runs a loop of events of its own.
+    void menu_of_the_file_dialog() {
+        read_edid();
+        QTimer::singleShot(500, qApp, [] {
+            auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            if (dialog == nullptr) return;
+            auto* const files = dialog->findChild<QListView*>("listView");
+            emit files->customContextMenuRequested(QPoint(5, 5));
+        });
+        tell_there_when(is_menu_open);
+        at().click("cmd_load");
+    }
+
+    void menu_of_a_text() {
+        read_edid();
+        QWidget& text = *at().find<QAbstractScrollArea>("txt_read").viewport();
+        tell_there_when(is_menu_open);
+        QContextMenuEvent asked(QContextMenuEvent::Mouse, QPoint(9, 9), text.mapToGlobal(QPoint(9, 9)));
+        QApplication::sendEvent(&text, &asked);
+    }
+
+    void open_list() {
+        read_edid();
+        at().find<QComboBox>("cbo_com").showPopup();
+        tell_there_when([] { return QApplication::activePopupWidget() != nullptr; });
+    }
+
+    void held_slider() {
+        read_edid();
+        at().click("cmd_pattern");
+        at().click_row("lstv_pattern", 13);
+        at().click("cmd_download");
+        QTest::mousePress(&at().find("hsr_color_setting_0"), Qt::LeftButton, Qt::NoModifier, QPoint(40, 5));
+        tell_there();
+    }
+
+    void failure_box() {
+        read_edid();
+        tell_there_when(is_open<QMessageBox>);
+        program_.gate().run([] { throw runtime_failure(failure::overflow, "on purpose"); });
+    }
+
+    std::filesystem::path folder_;
+    std::optional<operated_simulator> generator_;
+    std::optional<deaf_line> deaf_;
+    qt::desk_program program_;
+    std::atomic<int> beats_ = 0;
+    std::thread watcher_;
+};
+
+int run(int argument_count, char** arguments) {
+    const end_request request;
+    QApplication application(argument_count, arguments);
+    qt::end_watch watch(request);
+    QApplication::setQuitOnLastWindowClosed(false);
+    qt::set_look(application);
+    if (argument_count != 3) return 2;
+    ending_desk desk(arguments[2], watch);
+    QSocketNotifier typed(STDIN_FILENO, QSocketNotifier::Read);
+    QObject::connect(&typed, &QSocketNotifier::activated, &typed, [&] {
+        typed.setEnabled(false);
+        desk.close();
+    });
+    return desk.run(arguments[1]);
+}
+
+} // namespace
+
+} // namespace desk::gui
+
+int main(int argument_count, char** arguments) { return desk::gui::run(argument_count, arguments); }

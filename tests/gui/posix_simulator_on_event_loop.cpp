@@ -1,0 +1,106 @@
+#include "simulator_on_event_loop.h"
+
+#include "generator/generator_on_line.h"
+#include "generator/misbehaviour.h"
+#include "generator/pseudo_terminal.h"
+#include "generator/simulated_generator.h"
+
+#include <QSocketNotifier>
+#include <QTimer>
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <optional>
+
+namespace desk::gui {
+
+namespace {
+
+/// Time as this thread's events see it: however long they are held up, no more than two steps of the desk's clock go by
+/// between two turns. A desk that is held up sends the rest of a block later than any real one, and waits for longer.
+class clock_of_events {
+public:
+    std::int64_t now_ns() {
+        const auto now = std::chrono::steady_clock::now();
+        passed_ += std::min<std::chrono::nanoseconds>(now - last_, std::chrono::milliseconds(10));
+        last_ = now;
+        return passed_.count();
+    }
+
+private:
+    std::chrono::steady_clock::time_point last_ = std::chrono::steady_clock::now();
+    std::chrono::nanoseconds passed_{0};
+};
+
+class served_by_events final : public simulator_program {
+public:
+    explicit served_by_events(const QString& link) : link_(link.toStdString()) {
+        turns_.setTimerType(Qt::PreciseTimer);
+        QObject::connect(&turns_, &QTimer::timeout, &turns_, [this] { serve(); });
+        QObject::connect(&heard_, &QSocketNotifier::activated, &turns_, [this] {
+            line_.receive(terminal_->read(), clock_.now_ns());
+            serve();
+        });
+        QObject::connect(&closed_, &QSocketNotifier::activated, &turns_, [this] { terminal_->free_for_next_desk(); });
+        closed_.setEnabled(terminal_->close_watch() >= 0);
+        std::filesystem::remove(link_);
+        std::filesystem::create_symlink(terminal_->name(), link_);
+        constexpr int turn_ms = 2;
+        turns_.start(turn_ms);
+        printed_ = "on " + QByteArray::fromStdString(terminal_->name()) + "\n";
+    }
+    ~served_by_events() override { hang_up(); }
+    served_by_events(const served_by_events&) = delete;
+    served_by_events& operator=(const served_by_events&) = delete;
+
+    void end() override { hang_up(); }
+    void kill() override { hang_up(); }
+
+    void type(const QByteArray& line) override {
+        const std::string reply = misbehaviour_.take_line(line.toStdString());
+        if (!reply.empty()) printed_ += QByteArray::fromStdString(reply) + "\n";
+    }
+
+    QByteArray printed() const override { return printed_; }
+
+private:
+    void serve() {
+        if (!terminal_) return;
+        const std::int64_t now = clock_.now_ns();
+        terminal_->write(line_.take_due(now));
+        for (const std::string& entry : line_.take_log())
+            printed_ += QByteArray::fromStdString(entry) + "\n";
+        heard_.setEnabled(line_.ready_for_more(now));
+    }
+
+    void hang_up() {
+        if (!terminal_) return;
+        turns_.stop();
+        heard_.setEnabled(false);
+        closed_.setEnabled(false);
+        std::error_code error;
+        std::filesystem::remove(link_, error);
+        terminal_.reset();
+        line_.cut();
+    }
+
+    std::filesystem::path link_;
+    simulated_generator generator_{79, 64};
+    misbehaviour misbehaviour_{generator_};
+    generator_on_line line_{misbehaviour_};
+    std::optional<pseudo_terminal> terminal_{std::in_place};
+    QSocketNotifier heard_{terminal_->descriptor(), QSocketNotifier::Read};
+    QSocketNotifier closed_{terminal_->close_watch(), QSocketNotifier::Read};
+    QTimer turns_;
+    clock_of_events clock_;
+    QByteArray printed_;
+};
+
+} // namespace
+
+std::unique_ptr<simulator_program> simulator_on_event_loop(const QString& link) {
+    return std::make_unique<served_by_events>(link);
+}
+
+} // namespace desk::gui
