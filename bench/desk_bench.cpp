@@ -2,9 +2,9 @@
 
 #include "hand.h"
 #include "link/commands.h"
+#include "operated_simulator.h"
 #include "qt/desk_program.h"
 #include "qt/look.h"
-#include "operated_simulator.h"
 #include "tell.h"
 
 #include <QApplication>

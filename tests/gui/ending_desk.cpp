@@ -84,7 +84,12 @@ public:
     /// From now on it takes nothing more.
     void fill() const {
         const std::array<char, 1024> some{};
-        while (::write(slave_, some.data(), some.size()) > 0) {
+        // the system makes room once more when it carries the first bytes over
+        constexpr int full_for_sure = 20;
+        for (int refused = 0; refused < full_for_sure;) {
+            refused =
+                ::write(slave_, some.data(), some.size()) > 0 || ::write(slave_, some.data(), 1) > 0 ? 0 : refused + 1;
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
         }
     }
 

@@ -3,6 +3,7 @@
 #include "generator/command_stream.h"
 #include "generator/pseudo_terminal.h"
 #include "generator/simulated_generator.h"
+#include "terminal_pace.h"
 
 #include <QTimer>
 
@@ -64,6 +65,7 @@ private:
     std::size_t said_ = 0;
     std::atomic<bool> pulled_ = false;
     std::atomic<bool> ending_ = false;
+    terminal_pace pace_;
     QTimer turns_; // at the pace of the desk's receiver, in its thread
     std::atomic<int> turn_ = 0;
     std::thread thread_;

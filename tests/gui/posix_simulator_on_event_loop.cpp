@@ -1,4 +1,5 @@
 #include "simulator_on_event_loop.h"
+#include "terminal_pace.h"
 
 #include "generator/generator_on_line.h"
 #include "generator/misbehaviour.h"
@@ -92,6 +93,7 @@ private:
     std::optional<pseudo_terminal> terminal_{std::in_place};
     QSocketNotifier heard_{terminal_->descriptor(), QSocketNotifier::Read};
     QSocketNotifier closed_{terminal_->close_watch(), QSocketNotifier::Read};
+    terminal_pace pace_;
     QTimer turns_;
     clock_of_events clock_;
     QByteArray printed_;
