@@ -141,7 +141,7 @@ int open_long_file(const char* megabytes, int argument_count, char** arguments) 
     if (!file.open(QFile::WriteOnly)) return 1;
     file.write(QByteArray(std::stoi(megabytes) * 1024 * 1024, '\x10'));
     file.close();
-    const desk::gui::simulator_process generator(directory.filePath("com1"));
+    const desk::gui::operated_simulator generator(directory.filePath("com1"));
     desk::qt::desk_program program(path_of(directory));
     if (!program.start()) return 1;
     desk::gui::hand(program.main_window()).click("cmd_edid");

@@ -4,7 +4,7 @@
 #include "hand.h"
 #include "qt/desk_program.h"
 #include "qt/look.h"
-#include "simulator_process.h"
+#include "operated_simulator.h"
 #include "soak/process_resources.h"
 
 #include <QApplication>
@@ -33,7 +33,7 @@ public:
             QFile::copy(QString(FIRST_FILES) + "/" + name, folder_.filePath(name));
             QFile::setPermissions(folder_.filePath(name), QFile::ReadOwner | QFile::WriteOwner);
         }
-        generator_ = std::make_unique<gui::simulator_process>(folder_.filePath("com1"), QStringList{"--quiet"});
+        generator_ = std::make_unique<gui::operated_simulator>(folder_.filePath("com1"), QStringList{"--quiet"});
         program_ = std::make_unique<qt::desk_program>(std::filesystem::path(folder_.path().toStdString()));
         if (!program_->start()) throw std::runtime_error("the desk does not start");
         if (!QTest::qWaitForWindowExposed(&program_->main_window())) throw std::runtime_error("no window is shown");
@@ -54,7 +54,7 @@ private:
     hand at() { return hand(program_->main_window()); }
 
     QTemporaryDir folder_;
-    std::unique_ptr<gui::simulator_process> generator_;
+    std::unique_ptr<gui::operated_simulator> generator_;
     std::unique_ptr<qt::desk_program> program_;
     int count_ = 0;
     int unanswered_ = 0;
