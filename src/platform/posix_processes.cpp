@@ -42,9 +42,13 @@ std::vector<int> ids_in(const fs::path& folder) {
     return ids;
 }
 
+/// Empty where the process has ended, also between opening and reading.
 std::string content_of(const fs::path& path) {
-    std::ifstream file(path);
-    return {std::istreambuf_iterator<char>(file), {}};
+    const std::ifstream file(path);
+    std::ostringstream content;
+    // does not throw where reading fails, as an iterator over the file would
+    content << file.rdbuf();
+    return content.str();
 }
 
 /// What a process's "stat" tells of its place at a terminal.

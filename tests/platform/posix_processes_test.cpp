@@ -79,6 +79,16 @@ TEST_F(process_table_test, passes_over_what_it_can_not_read) {
     EXPECT_FALSE(process_table(folder / "none").holder_of("/dev/null"));
 }
 
+TEST_F(process_table_test, passes_over_a_process_that_ends_while_it_is_read) {
+    // a folder opens as a file and can't be read, as the file of a process that has ended
+    fs::create_directories(folder / "15/stat");
+    fs::create_directory(folder / "15/comm");
+    fs::create_directory(folder / "locks");
+    add(20, "bash", 20, "34819");
+    EXPECT_EQ(at(makedev(136, 3)), "20 bash");
+    EXPECT_FALSE(table.holder_of(folder / "15").has_value());
+}
+
 TEST_F(process_table_test, finds_who_has_locked_a_device) {
     struct stat device {};
     ASSERT_EQ(::stat("/dev/null", &device), 0);
