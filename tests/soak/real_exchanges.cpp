@@ -2,9 +2,9 @@
 // descriptors stay as they are after the first tenth.
 
 #include "hand.h"
+#include "operated_simulator.h"
 #include "qt/desk_program.h"
 #include "qt/look.h"
-#include "operated_simulator.h"
 #include "soak/process_resources.h"
 
 #include <QApplication>

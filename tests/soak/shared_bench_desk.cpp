@@ -3,7 +3,9 @@
 
 #include "dialog_hand.h"
 #include "hand.h"
+#include "platform/end_request.h"
 #include "qt/desk_program.h"
+#include "qt/end_watch.h"
 #include "qt/look.h"
 
 #include <QApplication>
@@ -106,8 +108,10 @@ int main(int argument_count, char** arguments) {
         return 2;
     }
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    const end_request request;
     QApplication application(argument_count, arguments);
     QApplication::setQuitOnLastWindowClosed(false);
+    qt::end_watch watch(request);
     qt::set_look(application);
     const std::filesystem::path folder = std::filesystem::absolute(arguments[1]);
     qt::desk_program program(folder);
@@ -115,11 +119,16 @@ int main(int argument_count, char** arguments) {
     operator_at_random user(program, QString::fromStdString(folder.string()),
                             static_cast<unsigned>(std::atoi(arguments[2])));
     QSocketNotifier orders(STDIN_FILENO, QSocketNotifier::Read);
-    QObject::connect(&orders, &QSocketNotifier::activated, &orders, [&] {
+    QTimer closing;
+    QObject::connect(&orders, &QSocketNotifier::activated, &closing, [&] {
         orders.setEnabled(false);
-        program.main_window().close();
+        closing.start(5);
     });
-    if (!program.start()) return 1;
-    QApplication::exec();
+    // nobody closes a window that is not there yet
+    QObject::connect(&closing, &QTimer::timeout, &closing, [&] {
+        if (!program.gate().over() && program.main_window().isVisible()) program.main_window().close();
+    });
+    program.end_on(watch);
+    if (program.start()) QApplication::exec();
     return program.exit_status();
 }
