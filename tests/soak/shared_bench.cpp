@@ -107,6 +107,9 @@ private:
         ::dup2(input, STDIN_FILENO);
         ::dup2(out, STDOUT_FILENO);
         ::dup2(out, STDERR_FILENO);
+        // nohup and services start their programs with some of them ignored, and so do we
+        for (const int signal : {SIGHUP, SIGINT, SIGTERM, SIGPIPE})
+            std::signal(signal, SIG_DFL);
         std::vector<char*> argv;
         for (const std::string& word : words)
             argv.push_back(const_cast<char*>(word.c_str()));
