@@ -41,7 +41,8 @@ public:
         answers_.start(10);
         moves_.setSingleShot(true);
         QObject::connect(&moves_, &QTimer::timeout, &moves_, [this] {
-            move();
+            // a box of the start comes before the window
+            if (program_.main_window().isVisible()) move();
             moves_.start(20);
         });
         moves_.start(0);
