@@ -83,7 +83,8 @@ void robot_process::start(bool traced) const {
     ::dup2(script, STDIN_FILENO);
     ::dup2(answers, STDOUT_FILENO);
     // the search for leaks is another that wants to trace it
-    ::setenv("ASAN_OPTIONS", "detect_leaks=0", 1);
+    const char* const options = std::getenv("ASAN_OPTIONS");
+    ::setenv("ASAN_OPTIONS", (std::string(options == nullptr ? "" : options) + ":detect_leaks=0").c_str(), 1);
     if (traced) ::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
     ::execl(DESK_ROBOT, "desk_robot", desk_.folder().c_str(), nullptr);
     ::_exit(127);
