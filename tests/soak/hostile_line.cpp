@@ -294,6 +294,10 @@ public:
             hand_.move();
         });
         moves_.setSingleShot(true);
+        end_.setSingleShot(true);
+        QObject::connect(&end_, &QTimer::timeout, &end_, [this] {
+            if (!program_->gate().over()) program_->main_window().close();
+        });
     }
 
     void run(int seconds) {
@@ -347,12 +351,11 @@ private:
         QApplication::exec();
         fill_folder();
         start_program();
-        QTimer::singleShot(std::min<qint64>(ms, 20'000), qApp, [this] {
-            if (!program_->gate().over()) program_->main_window().close();
-        });
+        end_.start(static_cast<int>(std::min<qint64>(ms, 20'000)));
         // the program's own loop: it ends when the program does
         if (!program_->gate().over()) QApplication::exec();
         moves_.stop();
+        end_.stop();
         if (program_->gate().failure()) ++failures_;
         if (!program_->gate().over()) throw std::runtime_error("the program has left its loop and is not over");
         program_.reset();
@@ -382,6 +385,7 @@ private:
     std::optional<hostile_line> line_;
     std::unique_ptr<qt::desk_program> program_;
     QTimer moves_;
+    QTimer end_; // of the present program
     int starts_ = 0;
     int failures_ = 0;
 };
