@@ -16,9 +16,11 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QPointer>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QWindow>
 
 #include <atomic>
 #include <chrono>
@@ -250,7 +252,10 @@ private:
     void work(QWidget& w) {
         const QPoint at(dice_.below(std::max(1, w.width())), dice_.below(std::max(1, w.height())));
         QWidget& top = *w.window();
-        if (top.windowHandle() == nullptr) return;
+        // each event can end the window, a menu for instance
+        const QPointer<QWindow> window = top.windowHandle();
+        if (!window) return;
+        const QPoint elsewhere(dice_.below(top.width()), dice_.below(top.height()));
         const QPoint there = w.mapTo(&top, at);
         static const std::vector<Qt::Key> keys = {Qt::Key_Tab,  Qt::Key_Return, Qt::Key_Space,  Qt::Key_Up,
                                                   Qt::Key_Down, Qt::Key_Left,   Qt::Key_Right,  Qt::Key_Home,
@@ -260,19 +265,20 @@ private:
                                                                     Qt::ShiftModifier, Qt::AltModifier};
         switch (dice_.below(10)) {
         case 0:
-            return QTest::mouseDClick(top.windowHandle(), Qt::LeftButton, Qt::NoModifier, there);
+            return QTest::mouseDClick(window, Qt::LeftButton, Qt::NoModifier, there);
         case 1:
-            return QTest::mouseClick(top.windowHandle(), Qt::RightButton, Qt::NoModifier, there);
+            return QTest::mouseClick(window, Qt::RightButton, Qt::NoModifier, there);
         case 2:
-            QTest::mousePress(top.windowHandle(), Qt::LeftButton, Qt::NoModifier, there);
-            QTest::mouseMove(top.windowHandle(), QPoint(dice_.below(top.width()), dice_.below(top.height())));
-            return QTest::mouseRelease(top.windowHandle(), Qt::LeftButton, Qt::NoModifier, there);
+            QTest::mousePress(window, Qt::LeftButton, Qt::NoModifier, there);
+            if (window) QTest::mouseMove(window, elsewhere);
+            if (window) QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, elsewhere);
+            return;
         case 3:
         case 4:
         case 5:
-            return QTest::keyClick(top.windowHandle(), dice_.one_of(keys), dice_.one_of(modifiers));
+            return QTest::keyClick(window, dice_.one_of(keys), dice_.one_of(modifiers));
         default:
-            return QTest::mouseClick(top.windowHandle(), Qt::LeftButton, Qt::NoModifier, there);
+            return QTest::mouseClick(window, Qt::LeftButton, Qt::NoModifier, there);
         }
     }
 
