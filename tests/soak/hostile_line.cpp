@@ -265,21 +265,30 @@ private:
                                                                     Qt::ShiftModifier, Qt::AltModifier};
         switch (dice_.below(10)) {
         case 0:
-            return QTest::mouseDClick(window, Qt::LeftButton, Qt::NoModifier, there);
+            drag(window, Qt::LeftButton, there, there);
+            return drag(window, Qt::LeftButton, there, there);
         case 1:
-            return QTest::mouseClick(window, Qt::RightButton, Qt::NoModifier, there);
+            return drag(window, Qt::RightButton, there, there);
         case 2:
-            QTest::mousePress(window, Qt::LeftButton, Qt::NoModifier, there);
-            if (window) QTest::mouseMove(window, elsewhere);
-            if (window) QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, elsewhere);
-            return;
+            return drag(window, Qt::LeftButton, there, elsewhere);
         case 3:
         case 4:
         case 5:
-            return QTest::keyClick(window, dice_.one_of(keys), dice_.one_of(modifiers));
+            return press_key(window, dice_.one_of(keys), dice_.one_of(modifiers));
         default:
-            return QTest::mouseClick(window, Qt::LeftButton, Qt::NoModifier, there);
+            return drag(window, Qt::LeftButton, there, there);
         }
+    }
+
+    static void drag(const QPointer<QWindow>& window, Qt::MouseButton button, QPoint from, QPoint to) {
+        if (window) QTest::mousePress(window, button, Qt::NoModifier, from);
+        if (window && from != to) QTest::mouseMove(window, to);
+        if (window) QTest::mouseRelease(window, button, Qt::NoModifier, to);
+    }
+
+    static void press_key(const QPointer<QWindow>& window, Qt::Key key, Qt::KeyboardModifier modifier) {
+        QTest::keyPress(window, key, modifier);
+        if (window) QTest::keyRelease(window, key, modifier);
     }
 
     dice& dice_;
