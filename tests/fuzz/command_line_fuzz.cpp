@@ -21,7 +21,7 @@ void start_edid_report(const std::vector<std::string>& words) {
         fuzz::demand(*e.what() != '\0', "a bad command line is told why");
         return;
     }
-    fuzz::demand(wanted.help || !wanted.inputs.empty(), "there is something to report on");
+    fuzz::demand(wanted.help || wanted.version || !wanted.inputs.empty(), "there is something to do");
     fuzz::demand(wanted.jobs <= 1024, "the jobs are no more than told");
 }
 

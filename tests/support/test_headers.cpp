@@ -1,0 +1,1 @@
+// A library has a source, if only for its precompiled headers.
