@@ -1,1 +1,0 @@
-// A library has a source, if only for its precompiled headers.
