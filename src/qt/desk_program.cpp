@@ -71,8 +71,7 @@ void desk_program::save_all() {
 }
 
 std::string desk_program::rescue() {
-    const std::string lines =
-        rescue_window_texts(desk_.edid, desk_.fields, machine_.program_directory, user_data_directory);
+    std::string lines = rescue_window_texts(desk_.edid, desk_.fields, machine_.program_directory, user_data_directory);
     std::istringstream each(lines);
     for (std::string line; std::getline(each, line);)
         write_to_standard_error("velotrace: " + line + "\n");

@@ -189,7 +189,8 @@ void text_page::paintEvent(QPaintEvent* e) {
 void text_page::draw_line(QPainter& painter, std::size_t line) const {
     // only the visible part of a long line is drawn
     const int scrolled = horizontalScrollBar()->value();
-    const auto first_column = static_cast<std::size_t>(std::max(0, scrolled - margin) / cell_width);
+    const int hidden_columns = std::max(0, scrolled - margin) / cell_width;
+    const auto first_column = static_cast<std::size_t>(hidden_columns);
     const auto columns = static_cast<std::size_t>(viewport()->width() / cell_width + 2);
     const std::size_t begin = lines_.offset_of(line, first_column);
     std::size_t end = begin;
