@@ -1,7 +1,10 @@
 #include "qt/plain_faces.h"
 
 #include "controls/operator_actions.h"
+#include "qt/decoration.h"
+#include "qt/desk_style.h"
 #include "qt/look.h"
+#include "qt/metrics.h"
 #include "qt/text_label.h"
 
 #include <QComboBox>
@@ -10,6 +13,7 @@
 #include <QFrame>
 #include <QGroupBox>
 #include <QLabel>
+#include <QPainter>
 #include <QPixmap>
 #include <QScrollBar>
 #include <QSignalBlocker>
@@ -22,8 +26,8 @@ class frame_face final : public control_face {
 public:
     frame_face(frame& model, QWidget* parent, event_gate& gate)
         : control_face(model, new QGroupBox(parent), gate), model_(model), box_(static_cast<QGroupBox*>(widget())) {
-        // what lies under a frame is covered by it
-        box_->setAutoFillBackground(true);
+        box_->setProperty(desk_style::kind_of_frame, static_cast<int>(model.role));
+        if (model.role == frame_kind::overlay) new overlay_shade(*box_);
     }
 
 protected:
@@ -44,6 +48,7 @@ public:
         : control_face(model, new text_label(parent), gate), model_(model), text_(static_cast<text_label*>(widget())) {
         text_->setFont(font_of(model.font));
         text_->set_line_pitch(pixels(model.line_pitch));
+        text_->set_in_middle(model.in_middle);
         text_->on_click = [this] { this->gate().run([this] { click(model_); }); };
         text_->on_move = [this] { this->gate().run([this] { hover(model_); }); };
         // one that is clicked is reached with the keyboard too
@@ -54,9 +59,7 @@ public:
 protected:
     void follow_kind() override {
         text_->set_text(shown_text(model_.caption.get()));
-        text_->set_colors(color_of(model_.fore_color), model_.back_color == color_button_face
-                                                           ? std::nullopt
-                                                           : std::optional(color_of(model_.back_color)));
+        text_->set_colors(model_.fore_color, model_.back_color);
         set_accessible(model_.caption);
     }
 
@@ -76,13 +79,37 @@ public:
 protected:
     void follow_kind() override {
         // loaded when it is first seen; it fills its place whatever the screen's resolution
-        if (!model_.visible || !label_->pixmap(Qt::ReturnByValue).isNull()) return;
-        const QString file = ":/pictures/" + QString::fromStdString(model_.file);
-        const QString fine = file + "@2x.png";
-        label_->setPixmap(QPixmap(label_->devicePixelRatioF() > 1 && QFile::exists(fine) ? fine : file + ".png"));
+        if (model_.visible && label_->pixmap(Qt::ReturnByValue).isNull()) load();
+    }
+
+    bool take_event(QEvent* e) override {
+        if (e->type() == QEvent::PaletteChange && !label_->pixmap(Qt::ReturnByValue).isNull()) load();
+        return false;
     }
 
 private:
+    void load() {
+        QString file = ":/pictures/" + QString::fromStdString(model_.file);
+        const bool dark = scheme_of(label_->palette()) == scheme::dark;
+        const bool has_dark = QFile::exists(file + "_dark.png");
+        if (dark && has_dark) file += "_dark";
+        const QPixmap whole(file + (label_->devicePixelRatioF() > 1 ? "@2x.png" : ".png"));
+        label_->setPixmap(dark && !has_dark ? on_plate(whole) : whole);
+    }
+
+    /// A picture on a light ground, in the dark: its ground with round corners.
+    static QPixmap on_plate(const QPixmap& picture) {
+        QPixmap plate(picture.size());
+        plate.fill(Qt::transparent);
+        QPainter painter(&plate);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(picture);
+        const double radius = picture.width() / 6.0;
+        painter.drawRoundedRect(plate.rect(), radius, radius);
+        return plate;
+    }
+
     picture& model_;
     QLabel* label_;
 };
@@ -93,8 +120,7 @@ public:
         auto* const ruled = static_cast<QFrame*>(widget());
         const bool across = model.width.get() >= model.height.get();
         ruled->setFrameShape(across ? QFrame::HLine : QFrame::VLine);
-        ruled->setFrameShadow(QFrame::Sunken);
-        across ? ruled->setMinimumHeight(2) : ruled->setMinimumWidth(2);
+        across ? ruled->setMinimumHeight(1) : ruled->setMinimumWidth(1);
     }
 
 protected:
@@ -146,6 +172,7 @@ public:
         : control_face(model, new QScrollBar(Qt::Horizontal, parent), gate)
         , model_(model)
         , bar_(static_cast<QScrollBar*>(widget())) {
+        bar_->setProperty(desk_style::slider, true);
         bar_->setRange(model.minimum, model.maximum);
         bar_->setPageStep(model.large_step);
         bar_->setFocusPolicy(Qt::StrongFocus);

@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -104,6 +105,11 @@ private:
             diag.click("cmd_ok");
         });
         save_read_side("display.hex", 1);
+        desk::gui::in_next_window("QFileDialog", [this](const hand& dialog) {
+            save_picture(dialog, "file_dialog");
+            QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape);
+        });
+        hand_.click("cmd_load");
         desk::gui::answer_next_file_dialog(dialogs_, folder_.filePath("display.hex"));
         hand_.click("cmd_load");
         demand("lab_write_checksum_1", "Correct.");
@@ -223,39 +229,91 @@ void show_message(QtMsgType, const QMessageLogContext&, const QString& text) {
     if (text != "This plugin does not support propagateSizeHints()") std::fprintf(stderr, "%s\n", qPrintable(text));
 }
 
-int run(const QString& pictures) {
+/// What the pictures show beside the usual: a light desk at 1:1.
+struct wishes {
+    QString folder;
+    bool dark = false;
+    QSize window;        ///< empty: the window's own
+    QByteArray scale;    ///< of the screen
+    bool of_all = false; ///< every size of window, every scale and both schemes, each in a folder of its own
+};
+
+bool understands(int argument_count, char** arguments, wishes& w) {
+    for (int i = 1; i < argument_count; ++i) {
+        const QByteArray a = arguments[i];
+        const QList<QByteArray> size = a.sliced(a.indexOf('=') + 1).split('x');
+        if (a == "--dark")
+            w.dark = true;
+        else if (a == "--all")
+            w.of_all = true;
+        else if (a.startsWith("--scale="))
+            w.scale = a.sliced(8);
+        else if (a.startsWith("--window=") && size.size() == 2)
+            w.window = QSize(size[0].toInt(), size[1].toInt());
+        else if (!a.startsWith("--") && w.folder.isEmpty())
+            w.folder = QString::fromLocal8Bit(a);
+        else
+            return false;
+    }
+    return !w.folder.isEmpty();
+}
+
+int run(const wishes& w) {
     QTemporaryDir directory;
     for (const char* name : {"marlo_rs232.ini", "timing_pattern.ini"})
         QFile::copy(QString(FIRST_FILES) + "/" + name, directory.filePath(name));
     const desk::gui::operated_simulator generator(directory.filePath("com1"));
     desk::qt::desk_program program(std::filesystem::path(directory.path().toStdString()));
     if (!program.start()) return 1;
-    QDir().mkpath(pictures);
+    if (!w.window.isEmpty()) {
+        // on such a screen
+        program.main_window().resize(w.window.boundedTo(program.main_window().maximumSize()));
+        QCoreApplication::processEvents();
+    }
+    QDir().mkpath(w.folder);
     std::printf("The desk off screen against the simulated generator:\n");
-    tour(hand(program.main_window()), QDir(pictures)).walk();
+    tour(hand(program.main_window()), QDir(w.folder)).walk();
     return program.gate().over() ? 1 : 0;
+}
+
+/// Each in a process of its own, since a program has one scale.
+int run_all(const char* program, const QString& folder) {
+    int failed = 0;
+    for (const char* window : {"1024x600", "1366x768", "1920x1080"})
+        for (const char* scale : {"1", "1.5", "2"})
+            for (const char* scheme : {"light", "dark"}) {
+                QStringList arguments = {folder + "/" + window + "_" + scale + "_" + scheme,
+                                         QString("--window=") + window, QString("--scale=") + scale};
+                if (scheme == std::string_view("dark")) arguments << "--dark";
+                if (QProcess::execute(program, arguments) != 0) ++failed;
+            }
+    return failed == 0 ? 0 : 1;
 }
 
 } // namespace
 
 int main(int argument_count, char** arguments) {
-    if (argument_count != 2) {
-        std::fprintf(stderr, "usage: velotrace_tour FOLDER | --version\n");
-        return 2;
-    }
-    if (std::string_view(arguments[1]) == "--version") {
+    if (argument_count == 2 && std::string_view(arguments[1]) == "--version") {
         std::fputs(desk::version_line("velotrace_tour").c_str(), stdout);
         return 0;
     }
+    wishes w;
+    if (!understands(argument_count, arguments, w)) {
+        std::fprintf(stderr, "usage: velotrace_tour FOLDER [--dark] [--window=WIDTHxHEIGHT] [--scale=FACTOR] [--all] | "
+                             "--version\n");
+        return 2;
+    }
+    if (w.of_all) return run_all(arguments[0], w.folder);
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (!w.scale.isEmpty()) qputenv("QT_SCALE_FACTOR", w.scale);
     qInstallMessageHandler(show_message);
     // the hand can't reach into the system's own
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication application(argument_count, arguments);
     QApplication::setQuitOnLastWindowClosed(false);
-    desk::qt::set_look(application);
+    desk::qt::set_look(application, w.dark ? desk::qt::scheme::dark : desk::qt::scheme::light);
     try {
-        return run(QString::fromLocal8Bit(arguments[1]));
+        return run(w);
     } catch (const std::exception& e) {
         std::fprintf(stderr, "The tour has ended early: %s\n", e.what());
         return 1;

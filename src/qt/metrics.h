@@ -1,0 +1,56 @@
+#pragma once
+
+#include "qt/plan_scale.h"
+
+#include <QtGlobal>
+
+#include <algorithm>
+
+namespace desk::qt {
+
+/// Sizes of the look in pixels at 1:1, on a grid of 4.
+namespace metric {
+
+inline constexpr double radius = 4;
+inline constexpr double focus_ring = 2;
+inline constexpr double area_frame = 2; ///< around lists and pages of text: their corners lie inside the round border
+
+inline constexpr double check_mark = 16;
+inline constexpr double check_hit = 20;
+inline constexpr double mark_to_text = 6;
+inline constexpr double row = 20;
+inline constexpr double row_inset = 4; ///< beside the text of a row
+inline constexpr double header = 24;
+inline constexpr double text_inset = 6;
+
+inline constexpr double scroll_bar = 12;
+inline constexpr double scroll_thumb = 6;
+inline constexpr double shortest_thumb = 28;
+inline constexpr double slider_groove = 6;
+inline constexpr double slider_handle = 16;
+inline constexpr double slider_arrow = 22;
+
+inline constexpr double combo_arrow = 24;
+inline constexpr double chevron = 4; ///< half its width
+
+inline constexpr int title_text = 15;
+inline constexpr int small_text = 12;
+inline constexpr double title_left = 14;
+inline constexpr double title_top = 6;
+inline constexpr double group_title_left = 8;
+inline constexpr double group_title_top = 4;
+
+inline constexpr double shadow = 12;
+inline constexpr int box_sign = 32;
+inline constexpr int box_text_width = 280; ///< of a message box, so that a title bar has room for its title
+inline constexpr double box_button = 28;
+
+} // namespace metric
+
+/// One of them in the window around `w`.
+inline int scaled(double pixels, const QWidget* w) { return std::max(1, qRound(pixels * plan_scale(w))); }
+
+/// The width of borders.
+inline double hairline(double scale) { return std::max(1.0, static_cast<double>(static_cast<int>(scale))); }
+
+} // namespace desk::qt
