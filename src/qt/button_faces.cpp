@@ -57,6 +57,12 @@ protected:
         draw_mark(painter);
         QRect place = rect();
         if (in_column_) place.setLeft(scaled(metric::title_left, this));
+        if (height() >= metric::tall_button * plan_scale(this)) {
+            QFont large = font();
+            large.setPixelSize(scaled(metric::title_text, this));
+            large.setBold(true);
+            painter.setFont(large);
+        }
         const int side = in_column_ ? Qt::AlignLeft : Qt::AlignHCenter;
         painter.drawItemText(place, side | Qt::AlignVCenter | Qt::TextShowMnemonic, option.palette, isEnabled(), text(),
                              QPalette::ButtonText);

@@ -39,6 +39,9 @@ void desk_style::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
         return;
     case PE_IndicatorBranch:
         return draw_branch(s);
+    case PE_PanelScrollAreaCorner:
+        painter->fillRect(option->rect, s.colors.surface);
+        return;
     case PE_FrameLineEdit:
     case PE_FrameGroupBox:
     case PE_FrameButtonBevel:
@@ -74,9 +77,7 @@ void desk_style::drawControl(ControlElement element, const QStyleOption* option,
     case CE_HeaderLabel:
         if (const auto* const header = qstyleoption_cast<const QStyleOptionHeader*>(option)) {
             painter->setPen(s.colors.secondary);
-            const int inset = scaled(metric::text_inset, widget);
-            painter->drawText(header->rect.adjusted(inset - scaled(4, widget), 0, -inset, 0),
-                              Qt::AlignLeft | Qt::AlignVCenter, header->text);
+            painter->drawText(header->rect, Qt::AlignLeft | Qt::AlignVCenter, header->text);
         }
         return;
     case CE_ShapedFrame:
@@ -153,9 +154,12 @@ QSize desk_style::sizeFromContents(ContentsType type, const QStyleOption* option
                                    const QWidget* widget) const {
     QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
     switch (type) {
-    case CT_ItemViewItem:
-        size.setHeight(std::max(option->fontMetrics.height(), scaled(metric::row, widget)));
+    case CT_ItemViewItem: {
+        const bool drops_down = widget != nullptr && widget->window()->windowType() == Qt::Popup;
+        const int row = scaled(drops_down ? metric::choice_row : metric::row, widget);
+        size.setHeight(std::max(option->fontMetrics.height(), row));
         break;
+    }
     case CT_HeaderSection:
         size.setHeight(scaled(metric::header, widget));
         break;
@@ -213,6 +217,7 @@ int desk_style::styleHint(StyleHint hint, const QStyleOption* option, const QWid
     case SH_DialogButtonBox_ButtonsHaveIcons:
     case SH_ScrollView_FrameOnlyAroundContents:
     case SH_Widget_Animate:
+    case SH_Widget_Animation_Duration:
         return 0;
     case SH_ItemView_ShowDecorationSelected:
     case SH_GroupBox_TextLabelVerticalAlignment:

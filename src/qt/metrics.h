@@ -19,7 +19,8 @@ inline constexpr double check_mark = 16;
 inline constexpr double check_hit = 20;
 inline constexpr double mark_to_text = 6;
 inline constexpr double row = 20;
-inline constexpr double row_inset = 4; ///< beside the text of a row
+inline constexpr double choice_row = 24; ///< of a list that drops down
+inline constexpr double row_inset = 4;   ///< beside the text of a row
 inline constexpr double header = 24;
 inline constexpr double text_inset = 6;
 
@@ -40,6 +41,7 @@ inline constexpr double title_top = 6;
 inline constexpr double group_title_left = 8;
 inline constexpr double group_title_top = 4;
 
+inline constexpr double tall_button = 40; ///< from this height on its caption is a title
 inline constexpr double shadow = 12;
 inline constexpr int box_sign = 32;
 inline constexpr int box_text_width = 280; ///< of a message box, so that a title bar has room for its title
