@@ -56,7 +56,7 @@ protected:
         painter.drawControl(QStyle::CE_PushButtonBevel, option);
         draw_mark(painter);
         QRect place = rect();
-        if (in_column_) place.setLeft(scaled(metric::title_left, this));
+        if (in_column_) place.setLeft(scaled(metric::column_caption_left, this));
         if (height() >= metric::tall_button * plan_scale(this)) {
             QFont large = font();
             large.setPixelSize(scaled(metric::title_text, this));

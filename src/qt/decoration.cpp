@@ -101,13 +101,12 @@ void focus_ring::follow() {
     ring_->update();
 }
 
-overlay_shade::overlay_shade(QWidget& overlay) : decoration(overlay.parentWidget()), overlay_(overlay) {
+overlay_shadow::overlay_shadow(QWidget& overlay) : decoration(overlay.parentWidget()), overlay_(overlay) {
     overlay.installEventFilter(this);
-    overlay.parentWidget()->installEventFilter(this);
     follow();
 }
 
-bool overlay_shade::eventFilter(QObject* watched, QEvent* e) {
+bool overlay_shadow::eventFilter(QObject* watched, QEvent* e) {
     switch (e->type()) {
     case QEvent::ShowToParent:
     case QEvent::HideToParent:
@@ -122,30 +121,31 @@ bool overlay_shade::eventFilter(QObject* watched, QEvent* e) {
     return QFocusFrame::eventFilter(watched, e);
 }
 
-void overlay_shade::follow() {
+void overlay_shadow::follow() {
     const bool shown = overlay_.isVisibleTo(overlay_.parentWidget());
     if (!shown) {
         hide();
         return;
     }
-    setGeometry(overlay_.parentWidget()->rect());
+    const int out = scaled(metric::shadow + metric::shadow_drop, this);
+    setGeometry(overlay_.geometry().marginsAdded({out, out, out, out}));
     stackUnder(&overlay_);
     show();
     update();
 }
 
-void overlay_shade::paintEvent(QPaintEvent* /*e*/) {
+void overlay_shadow::paintEvent(QPaintEvent* /*e*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.fillRect(rect(), colors_of(palette()).dimmed);
     const double scale = plan_scale(this);
-    const QRectF box(overlay_.geometry());
+    const double drop = metric::shadow_drop * scale;
+    const QRectF box = overlay_.geometry().translated(-pos());
     painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(0, 0, 0, 9));
+    painter.setBrush(colors_of(palette()).shadow);
     for (double step = metric::shadow; step > 0; step -= 1) {
         const double out = step * scale;
-        painter.drawRoundedRect(box.adjusted(-out, -out + 3 * scale, out, out + 3 * scale), out + metric::radius,
-                                out + metric::radius);
+        const double radius = metric::radius * scale + out;
+        painter.drawRoundedRect(box.adjusted(-out, drop - out, out, drop + out), radius, radius);
     }
 }
 

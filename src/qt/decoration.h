@@ -38,12 +38,13 @@ private:
     bool by_keyboard_ = false;
 };
 
-/// Follows a frame that lies over a view: a soft shadow around it, and what lies under it dimmed a little.
-class overlay_shade final : public decoration {
+/// The soft shadow of a frame that lies over a view. What lies under it is not dimmed: it can be operated, and its
+/// colours tell states.
+class overlay_shadow final : public decoration {
     Q_OBJECT
 
 public:
-    explicit overlay_shade(QWidget& overlay);
+    explicit overlay_shadow(QWidget& overlay);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* e) override;

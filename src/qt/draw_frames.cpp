@@ -27,9 +27,13 @@ QFont title_font(const QWidget& group) {
 }
 
 QRect title_place(const QStyleOptionGroupBox& group, const QWidget& widget) {
-    const bool small = kind_of(&widget) == frame_kind::group;
+    const frame_kind kind = kind_of(&widget);
+    const bool small = kind == frame_kind::group;
     const QFontMetrics metrics(title_font(widget));
-    const int left = scaled(small ? metric::group_title_left : metric::title_left, &widget);
+    const int left = scaled(small                      ? metric::group_title_left
+                            : kind == frame_kind::page ? metric::page_title_left
+                                                       : metric::title_left,
+                            &widget);
     const int top = scaled(small ? metric::group_title_top : metric::title_top, &widget);
     return {group.rect.left() + left, group.rect.top() + top, group.rect.width() - left, metrics.height()};
 }

@@ -36,13 +36,16 @@ inline constexpr double chevron = 4; ///< half its width
 
 inline constexpr int title_text = 15;
 inline constexpr int small_text = 12;
-inline constexpr double title_left = 14;
+inline constexpr double title_left = 12;
+inline constexpr double page_title_left = 6;
 inline constexpr double title_top = 6;
 inline constexpr double group_title_left = 8;
 inline constexpr double group_title_top = 4;
 
-inline constexpr double tall_button = 40; ///< from this height on its caption is a title
-inline constexpr double shadow = 12;
+inline constexpr double column_caption_left = 14; ///< beside the mark of the current view
+inline constexpr double tall_button = 40;         ///< from this height on its caption is a title
+inline constexpr double shadow = 16;
+inline constexpr double shadow_drop = 4;
 inline constexpr int box_sign = 32;
 inline constexpr int box_text_width = 280; ///< of a message box, so that a title bar has room for its title
 inline constexpr double box_button = 28;

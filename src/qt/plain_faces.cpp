@@ -27,7 +27,7 @@ public:
     frame_face(frame& model, QWidget* parent, event_gate& gate)
         : control_face(model, new QGroupBox(parent), gate), model_(model), box_(static_cast<QGroupBox*>(widget())) {
         box_->setProperty(desk_style::kind_of_frame, static_cast<int>(model.role));
-        if (model.role == frame_kind::overlay) new overlay_shade(*box_);
+        if (model.role == frame_kind::overlay) new overlay_shadow(*box_);
     }
 
 protected:

@@ -21,7 +21,7 @@ const scheme_colors light_colors = {
     .on_accent = 0xFFFFFF,
     .readout = 0xEDF1F6,
     .difference = 0xFFE9A8,
-    .dimmed = QColor(26, 29, 33, 36),
+    .shadow = QColor(20, 26, 36, 9),
 };
 
 const scheme_colors dark_colors = {
@@ -39,7 +39,7 @@ const scheme_colors dark_colors = {
     .on_accent = 0x101214,
     .readout = 0x12151A,
     .difference = 0x5A4A14,
-    .dimmed = QColor(0, 0, 0, 90),
+    .shadow = QColor(0, 0, 0, 24),
 };
 
 } // namespace

@@ -26,7 +26,7 @@ struct scheme_colors {
     QColor on_accent;
     QColor readout;    ///< a value that can't be edited
     QColor difference; ///< bytes that differ between two EDIDs
-    QColor dimmed;     ///< over what lies under an overlay
+    QColor shadow;     ///< one layer of it
 };
 
 const scheme_colors& colors_of(scheme s);

@@ -66,10 +66,10 @@ constexpr int step_pattern = 3810;
 constexpr int step_interval = 7050;
 
 // the two sides of the workbench
-constexpr int write_left = 210;
-constexpr int read_left = 4635;
-constexpr int side_width = 4245;
-constexpr int side_button = 1005;
+constexpr int write_left = margin;
+constexpr int read_left = 4650;
+constexpr int side_width = 4260;
+constexpr int side_button = 1020;
 constexpr int side_pitch = 1080;
 constexpr int text_top = 690;
 constexpr int text_height = 5130;
@@ -126,7 +126,7 @@ void frm_main::lay_out_controls() {
         {d.fra_desk, "fra_desk", in_window, desk_left, area_top, desk_width, area_height, "", hidden | view_frame},
         {d.lab_desk_note, "lab_desk_note", &d.fra_desk, margin, note_top, desk_inside, note_height, "", hidden},
         {d.lab_pix_clock, "lab_pix_clock", &d.fra_desk, 3090, 1740, 2880, line_height, "Pixel Clock:         MHz", hidden | fixed_pitch},
-        {d.txt_pix_f, "txt_pix_f", &d.fra_desk, 4530, 1680, 1020, figures_box_height, "", hidden | locked},
+        {d.txt_pix_f, "txt_pix_f", &d.fra_desk, 4590, 1680, 960, figures_box_height, "", hidden | locked},
 
         {d.fra_hori, "fra_hori", &d.fra_desk, margin, 2400, desk_inside, figures_height, "Horizontal", hidden},
         {d.lab_hori, "lab_hori", &d.fra_hori, figures_label_left, figures_label_top, 5280, 11 * figures_pitch, "", fixed_pitch},
@@ -172,7 +172,7 @@ void frm_main::lay_out_controls() {
         {d.cmd_upload, "cmd_upload", &d.fra_desk, 4590, extras_top, button_width, button_height, "&Upload", hidden},
 
         {d.cmd_check_all, "cmd_check_all", &d.fra_desk, margin, extras_top, button_width, button_height, "Check A&ll", hidden},
-        {d.cmd_check_none, "cmd_check_none", &d.fra_desk, 1680, extras_top, button_width, button_height, "Check N&one", hidden},
+        {d.cmd_check_none, "cmd_check_none", &d.fra_desk, 1680, extras_top, 1560, button_height, "Check N&one", hidden},
 
         {switches.fra_setup, "fra_setup", in_window, area_left, area_top, area_width, area_height, "Panel Control", hidden | view_frame},
         {switches.lab_setup, "lab_setup", &switches.fra_setup, margin, panel_label_top, area_width - 2 * margin, 23 * panel_pitch},
@@ -213,10 +213,10 @@ void frm_main::lay_out_controls() {
         {edid.lab_write, "lab_write", &edid.fra_edid, write_left, 435, 2400, line_height, "WRITE"},
         {edid.txt_write, "txt_write", &edid.fra_edid, write_left, text_top, side_width, text_height, "", locked | multi_line | fixed_pitch | any_length},
         {edid.lab_w_checksum, "lab_w_checksum", &edid.fra_edid, write_left, sum_top, sum_left, button_height, "Checksum", small_print | in_middle},
-        {edid.lab_write_checksum[0], "lab_write_checksum(0)", &edid.fra_edid, write_left + sum_left, sum_top, 2805, button_height, "BK0", small_print | in_middle},
-        {edid.lab_write_checksum[1], "lab_write_checksum(1)", &edid.fra_edid, write_left + sum_left, sum_top + button_height, 2805, button_height, "BK1", small_print | in_middle},
-        {edid.cmd_recover[0], "cmd_recover(0)", &edid.fra_edid, 4035, sum_top, 420, button_height, "R", hidden},
-        {edid.cmd_recover[1], "cmd_recover(1)", &edid.fra_edid, 4035, sum_top + button_height, 420, button_height, "R", hidden},
+        {edid.lab_write_checksum[0], "lab_write_checksum(0)", &edid.fra_edid, write_left + sum_left, sum_top, 2820, button_height, "BK0", small_print | in_middle},
+        {edid.lab_write_checksum[1], "lab_write_checksum(1)", &edid.fra_edid, write_left + sum_left, sum_top + button_height, 2820, button_height, "BK1", small_print | in_middle},
+        {edid.cmd_recover[0], "cmd_recover(0)", &edid.fra_edid, 4020, sum_top, 420, button_height, "R", hidden},
+        {edid.cmd_recover[1], "cmd_recover(1)", &edid.fra_edid, 4020, sum_top + button_height, 420, button_height, "R", hidden},
         {edid.cmd_load, "cmd_load", &edid.fra_edid, write_left, side_buttons_top, side_button, button_height, "OPEN"},
         {edid.cmd_pre_f, "cmd_pre_f", &edid.fra_edid, write_left + side_pitch, side_buttons_top, side_button, button_height, "Pre-F"},
         {edid.cmd_clear_file, "cmd_clear_file", &edid.fra_edid, write_left + 2 * side_pitch, side_buttons_top, side_button, button_height, "CLEAR"},
@@ -240,29 +240,29 @@ void frm_main::lay_out_controls() {
         {edid.cmd_read_translate, "cmd_read_translate", &edid.fra_edid, read_left, side_buttons_top + side_row, side_button, button_height, "TRANS", disabled},
         {edid.cmd_sum_read, "cmd_sum_read", &edid.fra_edid, read_left + side_pitch, side_buttons_top + side_row, side_button, button_height, "SUM", disabled},
 
-        {edid.lab_edid_src, "lab_edid_src", &edid.fra_edid, 2850, 60, 840, 360, "Source :", in_middle},
-        {edid.opt_edid_src[0], "opt_edid_src(1)", &edid.fra_edid, 3720, 60, 1800, 360, "HDMI/DVI  OUT"},
-        {edid.opt_edid_src[1], "opt_edid_src(2)", &edid.fra_edid, 5580, 60, 1560, 360, "HDMI/DVI  IN"},
-        {edid.opt_edid_src[2], "opt_edid_src(3)", &edid.fra_edid, 7200, 60, 1680, 360, "VGA  OUT"},
+        {edid.lab_edid_src, "lab_edid_src", &edid.fra_edid, 2580, 60, 840, 360, "Source :", in_middle},
+        {edid.opt_edid_src[0], "opt_edid_src(1)", &edid.fra_edid, 3480, 60, 1920, 360, "HDMI/DVI  OUT"},
+        {edid.opt_edid_src[1], "opt_edid_src(2)", &edid.fra_edid, 5640, 60, 1680, 360, "HDMI/DVI  IN"},
+        {edid.opt_edid_src[2], "opt_edid_src(3)", &edid.fra_edid, 7590, 60, 1320, 360, "VGA  OUT"},
 
-        {edid.fra_pre_f, "fra_pre_f", &edid.fra_edid, write_left, 2700, 8670, 3930, "Previuos Files", hidden | overlay_frame},
-        {edid.lab_pre_f[0], "lab_pre_f(0)", &edid.fra_pre_f, margin, 480, 8310, 300, "", in_middle},
-        {edid.lab_pre_f[1], "lab_pre_f(1)", &edid.fra_pre_f, margin, 810, 8310, 300, "", in_middle},
-        {edid.lab_pre_f[2], "lab_pre_f(2)", &edid.fra_pre_f, margin, 1140, 8310, 300, "", in_middle},
-        {edid.lab_pre_f[3], "lab_pre_f(3)", &edid.fra_pre_f, margin, 1470, 8310, 300, "", in_middle},
-        {edid.lab_pre_f[4], "lab_pre_f(4)", &edid.fra_pre_f, margin, 1800, 8310, 300, "", in_middle},
-        {edid.lab_pre_f[5], "lab_pre_f(5)", &edid.fra_pre_f, margin, 2130, 8310, 300, "", in_middle},
-        {edid.lab_pre_f[6], "lab_pre_f(6)", &edid.fra_pre_f, margin, 2460, 8310, 300, "", in_middle},
-        {edid.lab_pre_f[7], "lab_pre_f(7)", &edid.fra_pre_f, margin, 2790, 8310, 300, "", in_middle},
-        {edid.lab_pre_f[8], "lab_pre_f(8)", &edid.fra_pre_f, margin, 3120, 8310, 300, "", in_middle},
-        {edid.lab_pre_f[9], "lab_pre_f(9)", &edid.fra_pre_f, margin, 3450, 8310, 300, "", in_middle},
+        {edid.fra_pre_f, "fra_pre_f", &edid.fra_edid, margin, 2700, 8730, 3930, "Previuos Files", hidden | overlay_frame},
+        {edid.lab_pre_f[0], "lab_pre_f(0)", &edid.fra_pre_f, margin, 480, 8370, 300, "", in_middle},
+        {edid.lab_pre_f[1], "lab_pre_f(1)", &edid.fra_pre_f, margin, 810, 8370, 300, "", in_middle},
+        {edid.lab_pre_f[2], "lab_pre_f(2)", &edid.fra_pre_f, margin, 1140, 8370, 300, "", in_middle},
+        {edid.lab_pre_f[3], "lab_pre_f(3)", &edid.fra_pre_f, margin, 1470, 8370, 300, "", in_middle},
+        {edid.lab_pre_f[4], "lab_pre_f(4)", &edid.fra_pre_f, margin, 1800, 8370, 300, "", in_middle},
+        {edid.lab_pre_f[5], "lab_pre_f(5)", &edid.fra_pre_f, margin, 2130, 8370, 300, "", in_middle},
+        {edid.lab_pre_f[6], "lab_pre_f(6)", &edid.fra_pre_f, margin, 2460, 8370, 300, "", in_middle},
+        {edid.lab_pre_f[7], "lab_pre_f(7)", &edid.fra_pre_f, margin, 2790, 8370, 300, "", in_middle},
+        {edid.lab_pre_f[8], "lab_pre_f(8)", &edid.fra_pre_f, margin, 3120, 8370, 300, "", in_middle},
+        {edid.lab_pre_f[9], "lab_pre_f(9)", &edid.fra_pre_f, margin, 3450, 8370, 300, "", in_middle},
 
         {edid.fra_compare, "fra_compare", &edid.fra_edid, 1920, 1800, 5250, 2880, "COMPARE", hidden | overlay_frame},
         {edid.txt_msg, "txt_msg", &edid.fra_compare, 240, 510, 4770, 1440, "", locked | multi_line},
         {edid.lab_pass, "lab_pass", &edid.fra_compare, 240, 2130, 2400, 600, "", large_bold | in_middle},
         {edid.cmd_ok, "cmd_ok", &edid.fra_compare, 3630, 2220, button_width, button_height, "OK"},
 
-        {translation.fra_edid_edit, "fra_edid_edit", &edid.fra_edid, write_left, 15, 8670, area_height - 30, "Translate [ Read ] EDID", hidden | page_frame},
+        {translation.fra_edid_edit, "fra_edid_edit", &edid.fra_edid, margin, 15, 8730, area_height - 30, "Translate [ Read ] EDID", hidden | page_frame},
         {translation.cmd_edid_report, "cmd_edid_report", &translation.fra_edid_edit, 90, 420, 1500, button_height, "Report"},
         {translation.cmd_edid_back, "cmd_edid_back", &translation.fra_edid_edit, 5760, 420, 2805, button_height, "Back to [EDID Read/Write]"},
         {translation.tree_edid, "tree_edid", &translation.fra_edid_edit, 90, 900, 3585, 7125},

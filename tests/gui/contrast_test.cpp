@@ -115,9 +115,15 @@ struct two_colors {
 two_colors colors_in(const QImage& image, const QRect& place) {
     QHash<QRgb, int> counts;
     const QRect fine(place.topLeft() * fineness, place.size() * fineness);
-    for (int y = fine.top(); y <= fine.bottom(); ++y)
-        for (int x = fine.left(); x <= fine.right(); ++x)
-            ++counts[image.pixel(x, y)];
+    for (int y = fine.top(); y <= fine.bottom(); ++y) {
+        const auto* const line = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+        // one entry for each run of a colour
+        for (int x = fine.left(), from = x; x <= fine.right(); ++x) {
+            if (x < fine.right() && line[x + 1] == line[x]) continue;
+            counts[line[x]] += x + 1 - from;
+            from = x + 1;
+        }
+    }
     QRgb ground = 0;
     for (auto it = counts.cbegin(); it != counts.cend(); ++it)
         if (it.value() > counts.value(ground)) ground = it.key();

@@ -41,8 +41,11 @@ TEST_F(plan, touches_no_frame) {
 }
 
 TEST_F(plan, has_buttons_28_pixels_high) {
-    for (const control* c : desk.form.controls())
-        if (c->kind() == control_kind::button) EXPECT_GE(c->height, 28 * pixel) << c->full_name();
+    for (const control* c : desk.form.controls()) {
+        if (c->kind() == control_kind::button) {
+            EXPECT_GE(c->height, 28 * pixel) << c->full_name();
+        }
+    }
 }
 
 TEST_F(plan, has_the_buttons_of_the_views_close_below_each_other) {
