@@ -72,7 +72,11 @@ class rows_at_scale {
 public:
     explicit rows_at_scale(QTreeWidget& tree) : tree_(tree) {}
 
-    void keep_first() { first_ = tree_.verticalScrollBar()->value(); }
+    /// The font is set here: with the plan's, rows would be lost from sight before anything is kept.
+    void set_scale(double scale) {
+        first_ = tree_.verticalScrollBar()->value();
+        tree_.setFont(font_of(text_font::sans, scale));
+    }
     /// Once the rows have their new size.
     void lay_out() {
         if (!first_) return;
@@ -126,7 +130,7 @@ protected:
     void follow_scale() override {
         for (std::size_t i = 0; i < widths_.size(); ++i)
             tree_->setColumnWidth(static_cast<int>(i), qRound(widths_[i] * scale() / twips_per_pixel));
-        rows_.keep_first();
+        rows_.set_scale(scale());
     }
 
     void follow_kind() override {
@@ -204,7 +208,7 @@ protected:
     void follow_scale() override {
         // the longest titles have room where they lie deepest, in bold too
         tree_->setIndentation(static_cast<int>(14 * scale()));
-        rows_.keep_first();
+        rows_.set_scale(scale());
     }
 
     void follow_kind() override {

@@ -2,6 +2,8 @@
 
 #include "qt/look.h"
 
+#include <QtMath>
+
 #include <algorithm>
 
 namespace desk::qt {
@@ -18,7 +20,7 @@ bool fits(QSize plan, QSize room, int steps) {
 
 } // namespace
 
-int edge(int twips, double scale) { return qRound(twips * scale / twips_per_pixel); }
+int edge(int twips, double scale) { return qFloor(twips * scale / twips_per_pixel); }
 
 QSize plan_pixels(QSize plan, double scale) { return {edge(plan.width(), scale), edge(plan.height(), scale)}; }
 
@@ -32,7 +34,7 @@ double smallest_scale(double device_pixel_ratio) {
 double fitting_scale(QSize plan, QSize room, double device_pixel_ratio) {
     const auto across = static_cast<long long>(room.width()) * twips_per_pixel * scale_steps / plan.width();
     const auto down = static_cast<long long>(room.height()) * twips_per_pixel * scale_steps / plan.height();
-    // one more than the exact quotient: half a pixel is rounded away
+    // one more than the exact quotient: a part of a pixel is rounded away
     int steps = static_cast<int>(std::min(across, down)) + 1;
     if (!fits(plan, room, steps)) --steps;
     return std::max(double(steps) / scale_steps, smallest_scale(device_pixel_ratio));

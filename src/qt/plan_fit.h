@@ -9,7 +9,7 @@ namespace desk::qt {
 /// Scales are whole sixteenths, so that a line of the fixed-pitch font, 16 pixels at 1:1, has a whole number of pixels.
 inline constexpr int scale_steps = 16;
 
-/// Where an edge of the plan lies. Edges are rounded, not sizes: what touches at 1:1 touches at every scale.
+/// Where an edge of the plan lies. Edges are rounded down, not sizes: what touches at 1:1 touches at every scale.
 int edge(int twips, double scale);
 
 /// The size of a plan given in twips.

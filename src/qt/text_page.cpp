@@ -50,7 +50,6 @@ void text_page::set_scale(double scale) {
 }
 
 void text_page::catch_up() {
-    if (kept_column_ && isVisible()) set_scroll_ranges();
     const std::string& text = model_.text.get();
     const bool replaced = replacements_ != model_.text.replacements();
     if (!replaced && text.size() == lines_.text().size()) return;
