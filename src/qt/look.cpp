@@ -51,17 +51,22 @@ void set_scheme(scheme s) {
     QToolTip::setPalette(palette);
 }
 
-QFont font_of(text_font font) {
+int text_pixels(text_font font, double scale) {
+    const int at_1 = font == text_font::large_bold ? mark_pixels
+                     : font == text_font::fixed    ? cell_text_pixels
+                     : font == text_font::small    ? metric::small_text
+                                                   : body_pixels;
+    return std::max(1, static_cast<int>(at_1 * scale));
+}
+
+QFont font_of(text_font font, double scale) {
     QFont f(font == text_font::fixed ? "Liberation Mono" : "Liberation Sans");
-    f.setPixelSize(font == text_font::large_bold ? mark_pixels
-                   : font == text_font::fixed    ? cell_text_pixels
-                   : font == text_font::small    ? metric::small_text
-                                                 : body_pixels);
+    f.setPixelSize(text_pixels(font, scale));
     f.setBold(font == text_font::large_bold);
     f.setHintingPreference(QFont::PreferNoHinting);
     if (font == text_font::fixed) {
         f.setStyleHint(QFont::Monospace);
-        f.setLetterSpacing(QFont::AbsoluteSpacing, cell_width - QFontMetricsF(f).horizontalAdvance('0'));
+        f.setLetterSpacing(QFont::AbsoluteSpacing, cell_width * scale - QFontMetricsF(f).horizontalAdvance('0'));
     }
     return f;
 }

@@ -19,9 +19,12 @@ void set_look(QApplication& application, scheme s = scheme::light);
 /// Light or dark, also while windows are open.
 void set_scheme(scheme s);
 
-/// The fonts are bundled, so that texts stand on the same grid everywhere.
-QFont font_of(text_font font);
-/// The cell of the fixed-pitch font, in pixels.
+/// The fonts are bundled, so that texts stand on the same grid everywhere. At every scale a cell of the fixed-pitch
+/// font has exactly its share of 8 x 16 pixels.
+QFont font_of(text_font font, double scale = 1);
+/// The pixel size of a font; rounded down, so that a caption that fits at 1:1 fits at every scale.
+int text_pixels(text_font font, double scale = 1);
+/// The cell of the fixed-pitch font at 1:1, in pixels.
 inline constexpr int cell_width = 8;
 inline constexpr int cell_height = 16;
 
@@ -34,8 +37,7 @@ double contrast(const QColor& a, const QColor& b);
 /// What text needs to be read.
 inline constexpr double readable_contrast = 4.5;
 
-/// 15 twips are one pixel.
-inline int pixels(int twips) { return twips / 15; }
+inline constexpr int twips_per_pixel = 15;
 
 /// UTF-8 text with CR LF as the toolkit's text with single line breaks.
 QString shown_text(std::string_view text);

@@ -23,6 +23,7 @@ inline constexpr double choice_row = 24; ///< of a list that drops down
 inline constexpr double row_inset = 4;   ///< beside the text of a row
 inline constexpr double header = 24;
 inline constexpr double text_inset = 6;
+inline constexpr double page_inset = 4; ///< beside the lines of a text
 
 inline constexpr double scroll_bar = 12;
 inline constexpr double scroll_thumb = 6;

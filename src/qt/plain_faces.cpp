@@ -46,8 +46,6 @@ class label_face final : public control_face {
 public:
     label_face(label& model, QWidget* parent, event_gate& gate)
         : control_face(model, new text_label(parent), gate), model_(model), text_(static_cast<text_label*>(widget())) {
-        text_->setFont(font_of(model.font));
-        text_->set_line_pitch(pixels(model.line_pitch));
         text_->set_in_middle(model.in_middle);
         text_->on_click = [this] { this->gate().run([this] { click(model_); }); };
         text_->on_move = [this] { this->gate().run([this] { hover(model_); }); };
@@ -57,6 +55,11 @@ public:
     }
 
 protected:
+    void follow_scale() override {
+        text_->setFont(font_of(model_.font, scale()));
+        text_->set_line_pitch(model_.line_pitch * scale() / twips_per_pixel);
+    }
+
     void follow_kind() override {
         text_->set_text(shown_text(model_.caption.get()));
         text_->set_colors(model_.fore_color, model_.back_color);
@@ -78,22 +81,27 @@ public:
 
 protected:
     void follow_kind() override {
-        // loaded when it is first seen; it fills its place whatever the screen's resolution
-        if (model_.visible && label_->pixmap(Qt::ReturnByValue).isNull()) load();
+        // loaded when it is first seen; it fills its place at every size
+        const bool needs_fine = scale() * label_->devicePixelRatioF() > 1;
+        if (!model_.visible || (is_loaded() && (is_fine_ || !needs_fine))) return;
+        is_fine_ = needs_fine;
+        load();
     }
 
     bool take_event(QEvent* e) override {
-        if (e->type() == QEvent::PaletteChange && !label_->pixmap(Qt::ReturnByValue).isNull()) load();
+        if (e->type() == QEvent::PaletteChange && is_loaded()) load();
         return false;
     }
 
 private:
+    bool is_loaded() const { return !label_->pixmap(Qt::ReturnByValue).isNull(); }
+
     void load() {
         QString file = ":/pictures/" + QString::fromStdString(model_.file);
         const bool dark = scheme_of(label_->palette()) == scheme::dark;
         const bool has_dark = QFile::exists(file + "_dark.png");
         if (dark && has_dark) file += "_dark";
-        const QPixmap whole(file + (label_->devicePixelRatioF() > 1 ? "@2x.png" : ".png"));
+        const QPixmap whole(file + (is_fine_ ? "@2x.png" : ".png"));
         label_->setPixmap(dark && !has_dark ? on_plate(whole) : whole);
     }
 
@@ -112,6 +120,7 @@ private:
 
     picture& model_;
     QLabel* label_;
+    bool is_fine_ = false;
 };
 
 class line_face final : public control_face {

@@ -18,7 +18,7 @@ public:
 
     void set_text(const QString& text);
     /// Pixels from line to line; 0: as the font has it, and long lines are broken.
-    void set_line_pitch(int pitch) { line_pitch_ = pitch; }
+    void set_line_pitch(double pitch) { line_pitch_ = pitch; }
     /// Centred in the label's height, or at its top.
     void set_in_middle(bool in_middle) { in_middle_ = in_middle; }
     /// `color_button_face` behind: what lies under the label shows.
@@ -41,7 +41,7 @@ private:
     void draw_lines(QPainter& painter, const QRect& place) const;
 
     QString text_;
-    int line_pitch_ = 0;
+    double line_pitch_ = 0;
     bool in_middle_ = false;
     color fore_ = color_black;
     color back_ = color_button_face;
