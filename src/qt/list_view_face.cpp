@@ -58,7 +58,8 @@ public:
     /// The font is set here: with the plan's, rows would be lost from sight before anything is kept.
     void set_scale(double scale) {
         first_ = tree_.verticalScrollBar()->value();
-        tree_.setFont(font_of(text_font::sans, scale));
+        // in the smaller one the longest names are whole
+        tree_.setFont(font_of(text_font::small, scale));
     }
     /// Once the rows have their new size.
     void lay_out() {
@@ -111,8 +112,6 @@ public:
 
 protected:
     void follow_scale() override {
-        // so that the longest names of the catalogue are whole
-        tree_->setFont(font_of(text_font::small, scale()));
         for (std::size_t i = 0; i < widths_.size(); ++i)
             tree_->setColumnWidth(static_cast<int>(i), qRound(widths_[i] * scale() / twips_per_pixel));
         rows_.set_scale(scale());
@@ -192,7 +191,6 @@ public:
 protected:
     void follow_scale() override {
         // the longest titles have room where they lie deepest, in bold too
-        tree_->setFont(font_of(text_font::small, scale()));
         tree_->setIndentation(static_cast<int>(14 * scale()));
         rows_.set_scale(scale());
     }

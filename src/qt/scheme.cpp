@@ -21,7 +21,7 @@ const scheme_colors light_colors = {
     .on_accent = 0xFFFFFF,
     .readout = 0xEDF1F6,
     .difference = 0xFFE9A8,
-    .shadow = QColor(20, 26, 36, 9),
+    .shadow = QColor(20, 26, 36, 4),
 };
 
 const scheme_colors dark_colors = {
@@ -39,7 +39,7 @@ const scheme_colors dark_colors = {
     .on_accent = 0x101214,
     .readout = 0x12151A,
     .difference = 0x5A4A14,
-    .shadow = QColor(0, 0, 0, 24),
+    .shadow = QColor(0, 0, 0, 14),
 };
 
 } // namespace

@@ -101,7 +101,8 @@ TEST_F(eyes, read_a_coloured_mark_on_a_ground_of_its_own) {
         desk().edid.lab_pass.fore_color = fore;
         follow();
         const QImage mark = operator_hand().find("lab_pass").grab().toImage();
-        return mark.pixelColor(1, mark.height() / 2);
+        // beside the first letter
+        return mark.pixelColor(0, mark.height() / 2);
     };
     for (const qt::scheme s : {qt::scheme::light, qt::scheme::dark}) {
         qt::set_scheme(s);
