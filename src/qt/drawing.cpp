@@ -13,7 +13,7 @@ sketch::sketch(QPainter& on, const QStyleOption& what, const QWidget* in)
     , widget(in)
     , colors(colors_of(what.palette))
     , scale(plan_scale(in))
-    , line(hairline(scale)) {}
+    , line(hairline(in)) {}
 
 QColor sketch::outline() const {
     if (!enabled()) return colors.border;

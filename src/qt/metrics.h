@@ -2,9 +2,10 @@
 
 #include "qt/plan_scale.h"
 
-#include <QtGlobal>
+#include <QWidget>
 
 #include <algorithm>
+#include <cmath>
 
 namespace desk::qt {
 
@@ -56,7 +57,10 @@ inline constexpr double box_button = 28;
 /// One of them in the window around `w`.
 inline int scaled(double pixels, const QWidget* w) { return std::max(1, qRound(pixels * plan_scale(w))); }
 
-/// The width of borders.
-inline double hairline(double scale) { return std::max(1.0, static_cast<double>(static_cast<int>(scale))); }
+/// The width of borders: whole pixels of the screen, one of them at least.
+inline double hairline(const QWidget* w) {
+    const double on_screen = w == nullptr ? 1 : w->devicePixelRatioF();
+    return std::max(1.0, std::floor(plan_scale(w) * on_screen)) / on_screen;
+}
 
 } // namespace desk::qt

@@ -43,7 +43,7 @@ void text_label::paintEvent(QPaintEvent* /*e*/) {
     QRect place = rect();
     painter.setRenderHint(QPainter::Antialiasing);
     if (back_ != color_button_face) {
-        const double line = hairline(scale);
+        const double line = hairline(this);
         painter.setPen(back_ == color_readout ? QPen(colors.border, line) : QPen(Qt::NoPen));
         painter.setBrush(ground());
         painter.drawRoundedRect(QRectF(place).adjusted(line / 2, line / 2, -line / 2, -line / 2), radius, radius);

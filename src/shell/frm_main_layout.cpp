@@ -210,6 +210,11 @@ void frm_main::lay_out_controls() {
         {autorun_view.cmd_delete, "cmd_delete", &autorun_view.fra_auto, 2730, 7770, button_width, button_height, "Delete"},
 
         {edid.fra_edid, "fra_edid", in_window, area_left, area_top, area_width, area_height, "EDID Read / Write", hidden | view_frame},
+        {edid.lab_edid_src, "lab_edid_src", &edid.fra_edid, 2580, 60, 840, 360, "Source :", in_middle},
+        {edid.opt_edid_src[0], "opt_edid_src(1)", &edid.fra_edid, 3480, 60, 1920, 360, "HDMI/DVI  OUT"},
+        {edid.opt_edid_src[1], "opt_edid_src(2)", &edid.fra_edid, 5640, 60, 1680, 360, "HDMI/DVI  IN"},
+        {edid.opt_edid_src[2], "opt_edid_src(3)", &edid.fra_edid, 7590, 60, 1320, 360, "VGA  OUT"},
+
         {edid.lab_write, "lab_write", &edid.fra_edid, write_left, 435, 2400, line_height, "WRITE"},
         {edid.txt_write, "txt_write", &edid.fra_edid, write_left, text_top, side_width, text_height, "", locked | multi_line | fixed_pitch | any_length},
         {edid.lab_w_checksum, "lab_w_checksum", &edid.fra_edid, write_left, sum_top, sum_left, button_height, "Checksum", small_print | in_middle},
@@ -239,11 +244,6 @@ void frm_main::lay_out_controls() {
         {edid.cmd_save_read, "cmd_save_read", &edid.fra_edid, read_left + 3 * side_pitch, side_buttons_top, side_button, button_height, "SAVE"},
         {edid.cmd_read_translate, "cmd_read_translate", &edid.fra_edid, read_left, side_buttons_top + side_row, side_button, button_height, "TRANS", disabled},
         {edid.cmd_sum_read, "cmd_sum_read", &edid.fra_edid, read_left + side_pitch, side_buttons_top + side_row, side_button, button_height, "SUM", disabled},
-
-        {edid.lab_edid_src, "lab_edid_src", &edid.fra_edid, 2580, 60, 840, 360, "Source :", in_middle},
-        {edid.opt_edid_src[0], "opt_edid_src(1)", &edid.fra_edid, 3480, 60, 1920, 360, "HDMI/DVI  OUT"},
-        {edid.opt_edid_src[1], "opt_edid_src(2)", &edid.fra_edid, 5640, 60, 1680, 360, "HDMI/DVI  IN"},
-        {edid.opt_edid_src[2], "opt_edid_src(3)", &edid.fra_edid, 7590, 60, 1320, 360, "VGA  OUT"},
 
         {edid.fra_pre_f, "fra_pre_f", &edid.fra_edid, margin, 2700, 8730, 3930, "Previuos Files", hidden | overlay_frame},
         {edid.lab_pre_f[0], "lab_pre_f(0)", &edid.fra_pre_f, margin, 480, 8370, 300, "", in_middle},

@@ -100,7 +100,9 @@ TEST_F(eyes, read_a_coloured_mark_on_a_ground_of_its_own) {
     const auto ground = [this](color fore) {
         desk().edid.lab_pass.fore_color = fore;
         follow();
-        const QImage mark = operator_hand().find("lab_pass").grab().toImage();
+        const QWidget& w = operator_hand().find("lab_pass");
+        const QPoint corner = w.mapTo(&program->main_window(), QPoint(0, 0));
+        const QImage mark = program->main_window().grab(QRect(corner, w.size())).toImage();
         // beside the first letter
         return mark.pixelColor(0, mark.height() / 2);
     };

@@ -2,6 +2,7 @@
 
 #include "dialog_hand.h"
 #include "hand.h"
+#include "off_screen.h"
 #include "operated_simulator.h"
 #include "qt/desk_program.h"
 #include "qt/look.h"
@@ -11,12 +12,14 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QScreen>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <cstdio>
 #include <exception>
 #include <functional>
+#include <optional>
 #include <stdexcept>
 #include <string_view>
 #include <vector>
@@ -233,23 +236,22 @@ void show_message(QtMsgType, const QMessageLogContext&, const QString& text) {
 struct wishes {
     QString folder;
     bool dark = false;
-    QSize window;        ///< empty: the window's own
+    QString screen;      ///< "1366x768": fill it; empty: the window's own size
     QByteArray scale;    ///< of the screen
-    bool of_all = false; ///< every size of window, every scale and both schemes, each in a folder of its own
+    bool of_all = false; ///< three screens, three scales and both schemes, each in a folder of its own
 };
 
 bool understands(int argument_count, char** arguments, wishes& w) {
     for (int i = 1; i < argument_count; ++i) {
         const QByteArray a = arguments[i];
-        const QList<QByteArray> size = a.sliced(a.indexOf('=') + 1).split('x');
         if (a == "--dark")
             w.dark = true;
         else if (a == "--all")
             w.of_all = true;
         else if (a.startsWith("--scale="))
             w.scale = a.sliced(8);
-        else if (a.startsWith("--window=") && size.size() == 2)
-            w.window = QSize(size[0].toInt(), size[1].toInt());
+        else if (a.startsWith("--screen="))
+            w.screen = QString::fromLatin1(a.sliced(9));
         else if (!a.startsWith("--") && w.folder.isEmpty())
             w.folder = QString::fromLocal8Bit(a);
         else
@@ -265,9 +267,8 @@ int run(const wishes& w) {
     const desk::gui::operated_simulator generator(directory.filePath("com1"));
     desk::qt::desk_program program(std::filesystem::path(directory.path().toStdString()));
     if (!program.start()) return 1;
-    if (!w.window.isEmpty()) {
-        // on such a screen
-        program.main_window().resize(w.window.boundedTo(program.main_window().maximumSize()));
+    if (!w.screen.isEmpty()) {
+        program.main_window().resize(program.main_window().screen()->availableSize());
         QCoreApplication::processEvents();
     }
     QDir().mkpath(w.folder);
@@ -279,11 +280,11 @@ int run(const wishes& w) {
 /// Each in a process of its own, since a program has one scale.
 int run_all(const char* program, const QString& folder) {
     int failed = 0;
-    for (const char* window : {"1024x600", "1366x768", "1920x1080"})
+    for (const char* screen : {"1024x600", "1366x768", "1920x1080"})
         for (const char* scale : {"1", "1.5", "2"})
             for (const char* scheme : {"light", "dark"}) {
-                QStringList arguments = {folder + "/" + window + "_" + scale + "_" + scheme,
-                                         QString("--window=") + window, QString("--scale=") + scale};
+                QStringList arguments = {folder + "/" + screen + "_" + scale + "_" + scheme,
+                                         QString("--screen=") + screen, QString("--scale=") + scale};
                 if (scheme == std::string_view("dark")) arguments << "--dark";
                 if (QProcess::execute(program, arguments) != 0) ++failed;
             }
@@ -299,17 +300,19 @@ int main(int argument_count, char** arguments) {
     }
     wishes w;
     if (!understands(argument_count, arguments, w)) {
-        std::fprintf(stderr, "usage: velotrace_tour FOLDER [--dark] [--window=WIDTHxHEIGHT] [--scale=FACTOR] [--all] | "
+        std::fprintf(stderr, "usage: velotrace_tour FOLDER [--dark] [--screen=WIDTHxHEIGHT] [--scale=FACTOR] [--all] | "
                              "--version\n");
         return 2;
     }
     if (w.of_all) return run_all(arguments[0], w.folder);
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    std::optional<desk::gui::off_screen> screen;
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) screen.emplace(w.screen.isEmpty() ? "3840x2400" : w.screen);
     if (!w.scale.isEmpty()) qputenv("QT_SCALE_FACTOR", w.scale);
     qInstallMessageHandler(show_message);
     // the hand can't reach into the system's own
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication application(argument_count, arguments);
+    if (screen) screen->settle();
     QApplication::setQuitOnLastWindowClosed(false);
     desk::qt::set_look(application, w.dark ? desk::qt::scheme::dark : desk::qt::scheme::light);
     try {
