@@ -107,14 +107,18 @@ private:
 
     /// A picture on a light ground, in the dark: its ground with round corners.
     static QPixmap on_plate(const QPixmap& picture) {
-        QPixmap plate(picture.size());
+        QPixmap ground = picture;
+        ground.setDevicePixelRatio(1);
+        QPixmap plate(ground.size());
         plate.fill(Qt::transparent);
         QPainter painter(&plate);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(Qt::NoPen);
-        painter.setBrush(picture);
-        const double radius = picture.width() / 6.0;
+        painter.setBrush(ground);
+        const double radius = ground.width() / 6.0;
         painter.drawRoundedRect(plate.rect(), radius, radius);
+        painter.end();
+        plate.setDevicePixelRatio(picture.devicePixelRatio());
         return plate;
     }
 

@@ -36,7 +36,7 @@ constexpr int figures_pitch = 210;
 constexpr int figures_row = 2 * figures_pitch;
 constexpr int figures_height = 2850;
 constexpr int figures_label_left = 420;
-constexpr int figures_label_top = 300;
+constexpr int figures_label_top = 315;
 constexpr int figures_box_1 = 2010;
 constexpr int figures_box_1_width = 900;
 constexpr int figures_box_2 = 3600;
@@ -125,7 +125,7 @@ void frm_main::lay_out_controls() {
 
         {d.fra_desk, "fra_desk", in_window, desk_left, area_top, desk_width, area_height, "", hidden | view_frame},
         {d.lab_desk_note, "lab_desk_note", &d.fra_desk, margin, note_top, desk_inside, note_height, "", hidden},
-        {d.lab_pix_clock, "lab_pix_clock", &d.fra_desk, 3090, 1740, 2880, line_height, "Pixel Clock:         MHz", hidden | fixed_pitch},
+        {d.lab_pix_clock, "lab_pix_clock", &d.fra_desk, 3090, 1755, 2880, line_height, "Pixel Clock:         MHz", hidden | fixed_pitch},
         {d.txt_pix_f, "txt_pix_f", &d.fra_desk, 4590, 1680, 960, figures_box_height, "", hidden | locked},
 
         {d.fra_hori, "fra_hori", &d.fra_desk, margin, 2400, desk_inside, figures_height, "Horizontal", hidden},
