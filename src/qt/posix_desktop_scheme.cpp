@@ -52,7 +52,9 @@ private:
     void ask() {
         std::optional<QDBusConnection> bus = session_bus();
         if (!bus || !bus->isConnected()) return;
-        bus->connect(service, path, settings, "SettingChanged", this,
+        // the slot is found by the names of its types
+        qRegisterMetaType<QDBusVariant>("QDBusVariant");
+        bus->connect(QString(), path, settings, "SettingChanged", this,
                      SLOT(setting_changed(QString, QString, QDBusVariant)));
         QDBusMessage question = QDBusMessage::createMethodCall(service, path, settings, "Read");
         question << group_of_scheme << key_of_scheme;
