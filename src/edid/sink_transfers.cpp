@@ -218,6 +218,7 @@ void sink_transfers::verify() {
     if (fields_.read_ok) {
         result_.tell("Comparing ..." + crlf);
         const int count = buffers_.different_bytes();
+        result_.differing.look_at(buffers_);
         result_.tell(count != 0 ? "There are" + str(count) + " wrong data !" : "Match entirely.");
         result_.show_pass(count == 0);
     } else {

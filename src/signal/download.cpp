@@ -75,6 +75,7 @@ void download::read_color_settings() {
 void download::set_color(std::size_t index, int value) {
     element(desk_.hsr_color_setting, index).set_value(value);
     element(desk_.txt_color_setting, index).text = number_text(value);
+    if (index < colors_.channels.size()) colors_.channels.at(index) = static_cast<std::uint8_t>(value);
 }
 
 bool download::read_favourites(std::string_view query, int count, list_view& list) {
