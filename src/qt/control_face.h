@@ -2,6 +2,7 @@
 
 #include "controls/control.h"
 #include "qt/event_gate.h"
+#include "qt/tool_tips.h"
 
 #include <QObject>
 #include <QString>
@@ -42,7 +43,7 @@ private:
     event_gate& gate_;
     bool following_ = false;
     QString plain_name_;
-    std::string shown_tool_tip_;
+    tool_tips tips_;
 };
 
 /// Builds the widget for a control of any kind that is seen; none for a timer.

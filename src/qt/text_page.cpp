@@ -50,6 +50,7 @@ void text_page::catch_up() {
         lines_.replace(text);
     else
         lines_.grow(text);
+    if (replaced) marks_.clear();
     replacements_ = model_.text.replacements();
     set_scroll_ranges();
     if (replaced) {
@@ -81,6 +82,11 @@ void text_page::set_scroll_ranges() {
     const int width = static_cast<int>(lines_.longest()) * cell_width + 2 * margin;
     horizontalScrollBar()->setPageStep(viewport()->width());
     horizontalScrollBar()->setRange(0, std::max(0, width - viewport()->width()));
+}
+
+void text_page::set_marks(std::vector<text_lines::range> marks) {
+    marks_ = std::move(marks);
+    viewport()->update();
 }
 
 text_lines::range text_page::selection() const { return {std::min(anchor_, cursor_), std::max(anchor_, cursor_)}; }
@@ -201,6 +207,7 @@ void text_page::draw_line(QPainter& painter, std::size_t line) const {
     const QRect row(0, place_of(lines_.begin_of(line)).top(), viewport()->width(), fontMetrics().lineSpacing());
     const int left = margin + static_cast<int>(first_column) * cell_width - scrolled;
     const QPoint base(left, row.top() + fontMetrics().ascent());
+    draw_marks(painter, line, row);
     painter.setPen(palette().color(QPalette::Text));
     painter.drawText(base, shown(text));
 
@@ -221,6 +228,16 @@ void text_page::draw_line(QPainter& painter, std::size_t line) const {
     painter.setPen(palette().color(group, QPalette::HighlightedText));
     painter.drawText(base, shown(text));
     painter.setClipping(false);
+}
+
+void text_page::draw_marks(QPainter& painter, std::size_t line, const QRect& row) const {
+    const auto first = std::lower_bound(marks_.begin(), marks_.end(), lines_.begin_of(line),
+                                        [](const text_lines::range& m, std::size_t at) { return m.begin < at; });
+    for (auto m = first; m != marks_.end() && m->end <= lines_.end_of(line); ++m) {
+        const int left = place_of(m->begin).left();
+        painter.fillRect(QRect(left, row.top(), place_of(m->end).left() - left, row.height()),
+                         difference_color(palette()));
+    }
 }
 
 void text_page::resizeEvent(QResizeEvent* /*e*/) { set_scroll_ranges(); }

@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <vector>
 
 namespace desk::qt {
 
@@ -24,6 +25,10 @@ public:
     /// change before its face follows.
     void catch_up();
     const text_lines& lines() const { return lines_; }
+
+    /// Gives parts of the text, in their order, another ground.
+    void set_marks(std::vector<text_lines::range> marks);
+    const std::vector<text_lines::range>& marks() const { return marks_; }
 
     /// Offsets of the text: where the cursor is, and where the selection begins that ends there.
     std::size_t cursor() const { return cursor_; }
@@ -69,12 +74,14 @@ private:
     text_lines::range unit_at(std::size_t offset) const;
     void offer_selection() const;
     void draw_line(QPainter& painter, std::size_t line) const;
+    void draw_marks(QPainter& painter, std::size_t line, const QRect& row) const;
     bool move_cursor(const QKeyEvent& e);
     void move_lines(long long count, bool selects);
     void scroll_beyond_edge();
 
     const text_box& model_;
     text_lines lines_;
+    std::vector<text_lines::range> marks_;
     int replacements_ = -1;
     std::size_t anchor_ = 0;
     std::size_t cursor_ = 0;
