@@ -17,9 +17,9 @@ QString text_of(const runtime_failure& failure, const std::string& rescued) {
     parts << QString("Run-time error '%1':").arg(failure.number())
           << QString::fromStdString(std::string(failure.text())) << QString::fromStdString(failure.sentence())
           << "The program ends now.";
-    if (!rescued.empty()) {
-        parts << QString::fromStdString(rescued)
-              << "To go on, start the program again and OPEN the file. If the same error comes back, the program "
+    if (!rescued.empty()) parts << QString::fromStdString(rescued);
+    if (rescued.find(" in the file ") != std::string::npos) {
+        parts << "To go on, start the program again and OPEN the file. If the same error comes back, the program "
                  "edid_report prints what can be decoded of it.";
     }
     return parts.join("\n\n");
