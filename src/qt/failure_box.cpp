@@ -6,6 +6,7 @@
 #include <QClipboard>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QPushButton>
 #include <QStringList>
 
 namespace desk::qt {
@@ -31,13 +32,17 @@ failure_box::failure_box(const runtime_failure& failure, const std::string& resc
     : QMessageBox(Critical, program_title, text_of(failure, rescued), Ok, parent) {
     setTextFormat(Qt::PlainText);
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    // else the text would have it
+    setDefaultButton(Ok);
+    button(Ok)->setFocus();
 }
 
 void failure_box::keyPressEvent(QKeyEvent* e) {
     if (!e->matches(QKeySequence::Copy)) return QMessageBox::keyPressEvent(e);
     const auto* const said = findChild<QLabel*>("qt_msgbox_label");
     const bool selected = said != nullptr && said->hasSelectedText();
-    QApplication::clipboard()->setText(selected ? said->selectedText() : text());
+    QString copied = selected ? said->selectedText() : text();
+    QApplication::clipboard()->setText(copied.replace(QChar::ParagraphSeparator, '\n'));
 }
 
 } // namespace desk::qt
