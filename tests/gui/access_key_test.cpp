@@ -3,7 +3,6 @@
 #include "bench_fixture.h"
 #include "qt/access_keys.h"
 #include "qt/reading_order.h"
-#include "support/fake_machine.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -85,11 +84,11 @@ TEST_F(access_key_of, every_button_is_its_own_on_the_edid_view_with_all_that_can
 
 TEST_F(access_key_of, every_button_is_its_own_in_the_small_windows) {
     start();
-    test::scripted_events no_events;
     for (const std::int16_t face : {diag::hex_style, diag::automatic_run, diag::write_checksum}) {
         SCOPED_TRACE(face);
         desk().fields.diag_mode = face;
-        frm_diag small(desk().fields, desk().buffers, desk().texts, desk().serial, desk().transfers, no_events);
+        frm_diag small(desk().fields, desk().buffers, desk().texts, desk().serial, desk().transfers,
+                       desk().link.host().events);
         small.load();
         expect_a_key_for_every_button(small.form);
     }
