@@ -1,9 +1,11 @@
 #include "qt/control_face.h"
 
+#include "controls/controls.h"
 #include "controls/window.h"
 #include "qt/help_lines.h"
-#include "qt/look.h"
 #include "qt/plain_names.h"
+#include "qt/plan_fit.h"
+#include "qt/plan_scale.h"
 
 #include <QEvent>
 #include <QStringList>
@@ -19,10 +21,28 @@ control_face::control_face(control& model, QWidget* w, event_gate& gate)
     widget_->installEventFilter(this);
 }
 
+QRect control_face::place() const {
+    int left = 0;
+    int top = 0;
+    for (const control* around = model_.parent; around != nullptr; around = around->parent) {
+        left += around->left;
+        top += around->top;
+    }
+    const QPoint corner(edge(left, scale_), edge(top, scale_));
+    left += model_.left;
+    top += model_.top;
+    const QRect in_window(QPoint(edge(left, scale_), edge(top, scale_)),
+                          QPoint(edge(left + model_.width, scale_) - 1, edge(top + model_.height, scale_) - 1));
+    return in_window.translated(-corner).marginsAdded(extra_);
+}
+
 void control_face::follow() {
     following_ = true;
-    const QRect place(pixels(model_.left), pixels(model_.top), pixels(model_.width), pixels(model_.height));
-    if (widget_->geometry() != place) widget_->setGeometry(place);
+    if (const double now = plan_scale(widget_); scale_ != now) {
+        scale_ = now;
+        follow_scale();
+    }
+    if (const QRect now = place(); widget_->geometry() != now) widget_->setGeometry(now);
     follow_kind();
     tips_.follow();
     if (widget_->isEnabledTo(widget_->parentWidget()) != model_.enabled) widget_->setEnabled(model_.enabled);

@@ -9,12 +9,14 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
+#include <QPointF>
 #include <QScrollBar>
 #include <QTextBlockFormat>
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QTextEdit>
 
+#include <optional>
 #include <type_traits>
 
 namespace desk::qt {
@@ -43,7 +45,6 @@ class line_box_face final : public control_face {
 public:
     line_box_face(text_box& model, QWidget* parent, event_gate& gate)
         : control_face(model, new line_box(parent), gate), model_(model), edit_(static_cast<QLineEdit*>(widget())) {
-        edit_->setFont(font_of(model.font));
         if (model.max_length > 0) edit_->setMaxLength(model.max_length);
         set_accessible();
         connect(edit_, &QLineEdit::textEdited, this,
@@ -51,6 +52,8 @@ public:
     }
 
 protected:
+    void follow_scale() override { edit_->setFont(font_of(model_.font, scale())); }
+
     void follow_kind() override {
         const QString text = shown_text(model_.text.get());
         if (edit_->text() != text) edit_->setText(text);
@@ -98,14 +101,12 @@ class page_box_face final : public control_face {
 public:
     page_box_face(text_box& model, QWidget* parent, event_gate& gate)
         : control_face(model, new focus_frame<Edit>(parent), gate), model_(model), edit_(static_cast<Edit*>(widget())) {
-        edit_->setFont(font_of(model.font));
         edit_->setUndoRedoEnabled(false);
         edit_->setTabChangesFocus(true);
         if (model.font == text_font::fixed) edit_->setLineWrapMode(Edit::NoWrap);
         if constexpr (std::is_same_v<Edit, QTextEdit>) {
             edit_->setAcceptRichText(false);
             edit_->document()->setDocumentMargin(0);
-            lines_.setLineHeight(cell_height, QTextBlockFormat::FixedHeight);
         }
         set_accessible();
         connect(edit_, &Edit::textChanged, this, [this] {
@@ -116,7 +117,21 @@ public:
     }
 
 protected:
+    void follow_scale() override {
+        in_sight_ = QPointF(edit_->horizontalScrollBar()->value() / drawn_at_,
+                            edit_->verticalScrollBar()->value() / line_height());
+        drawn_at_ = scale();
+        edit_->setFont(font_of(model_.font, scale()));
+        if constexpr (std::is_same_v<Edit, QTextEdit>) {
+            lines_.setLineHeight(cell_height * scale(), QTextBlockFormat::FixedHeight);
+            QTextCursor all(edit_->document());
+            all.select(QTextCursor::Document);
+            all.mergeBlockFormat(lines_);
+        }
+    }
+
     void follow_kind() override {
+        keep_in_sight();
         if (edit_->isReadOnly() != model_.locked) edit_->setReadOnly(model_.locked);
         const QString text = shown_text(model_.text.get());
         if (shown_ == text) return;
@@ -136,8 +151,21 @@ protected:
     }
 
 private:
+    /// As the scroll bar counts: a plain one counts lines.
+    double line_height() const { return lines_.hasProperty(QTextFormat::LineHeight) ? lines_.lineHeight() : 1; }
+
+    /// After another scale.
+    void keep_in_sight() {
+        if (!in_sight_) return;
+        edit_->horizontalScrollBar()->setValue(qRound(in_sight_->x() * scale()));
+        edit_->verticalScrollBar()->setValue(qRound(in_sight_->y() * line_height()));
+        in_sight_.reset();
+    }
+
     text_box& model_;
     Edit* edit_;
+    double drawn_at_ = 1;
+    std::optional<QPointF> in_sight_; // the first column and line, while the scale changes
     QTextBlockFormat lines_;
     QString shown_; // our own copy: the document's end differs from the text's
 };
@@ -152,6 +180,7 @@ public:
     }
 
 protected:
+    void follow_scale() override { page_->set_scale(scale()); }
     void follow_kind() override { page_->catch_up(); }
 
 private:

@@ -4,6 +4,8 @@
 #include "qt/access_keys.h"
 #include "qt/control_face.h"
 #include "qt/event_gate.h"
+#include "qt/plan_area.h"
+#include "qt/window_place.h"
 
 #include <QTimer>
 #include <QWidget>
@@ -38,11 +40,18 @@ protected:
     void closeEvent(QCloseEvent* e) override;
     void keyPressEvent(QKeyEvent* e) override;
     void hideEvent(QHideEvent* e) override;
+    void resizeEvent(QResizeEvent* e) override;
+    bool event(QEvent* e) override;
     bool focusNextPrevChild(bool next) override;
 
 private:
     void build_all();
     void build(control& c);
+    /// Draws the plan as large as the window has room for it.
+    void fit_plan();
+    void set_scale(double scale);
+    /// Gives the control that takes it what the plan leaves over, and moves the others along.
+    void share_extra_room(QSize extra);
     void follow_window();
     /// The stop of the tab key that it goes on from; none: nullptr.
     control* last_stop(const std::vector<control*>& stops) const;
@@ -50,6 +59,11 @@ private:
 
     desk::window& model_;
     event_gate& gate_;
+    QSize plan_; // in twips
+    window_place place_;
+    plan_area& area_;
+    QSize extra_room_;
+    const control* in_sight_ = nullptr; // the focus that was scrolled to
     std::map<const control*, std::unique_ptr<control_face>> faces_;
     std::map<const control*, std::unique_ptr<QTimer>> timers_;
     std::unique_ptr<access_keys> keys_;
