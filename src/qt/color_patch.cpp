@@ -54,8 +54,8 @@ void color_patch::follow() {
 void color_patch::tell() {
     const QString name = color_.name().toUpper();
     setAccessibleName("Chosen color " + name);
-    setToolTip("<qt>The chosen color: " + name +
-               (color_mode_ == 1 ? "" : ", from Cr, Y and Cb of full range by the matrix of BT.601") + "</qt>");
+    setToolTip("<qt><nobr>The chosen color: " + name +
+               (color_mode_ == 1 ? "" : ", from Cr, Y and Cb of full range by the matrix of BT.601") + "</nobr></qt>");
 }
 
 void color_patch::paintEvent(QPaintEvent* /*e*/) {

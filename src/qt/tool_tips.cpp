@@ -40,10 +40,11 @@ QString tool_tip_of(const control& c, const QString& cut_text) {
     const QString keys = access_key(c).toString(QKeySequence::NativeText);
     QString help = help_line(c);
     if (!keys.isEmpty()) help = help.isEmpty() ? keys : help + " (" + keys + ")";
+    // rich text breaks lines, also short ones
     QStringList said;
-    for (const QString& line : {cut_text, help, QString::fromStdString(c.tool_tip)})
-        if (!line.isEmpty()) said << line.toHtmlEscaped();
-    // rich text breaks long lines
+    if (!cut_text.isEmpty()) said << cut_text.toHtmlEscaped();
+    if (!help.isEmpty()) said << "<nobr>" + help.toHtmlEscaped() + "</nobr>";
+    if (!c.tool_tip.get().empty()) said << QString::fromStdString(c.tool_tip).toHtmlEscaped();
     return said.isEmpty() ? QString() : "<qt>" + said.join("<br>") + "</qt>";
 }
 

@@ -55,19 +55,19 @@ TEST_F(tool_tip, says_what_every_control_does_that_the_operator_works) {
 
 TEST_F(tool_tip, names_the_key_behind_it) {
     start();
-    EXPECT_EQ(of("cmd_run"), "<qt>Sends what this view shows to the generator (Alt+S)</qt>");
-    EXPECT_EQ(of("cmd_save_read"), "<qt>Saves the text of the READ window (Alt+Shift+S)</qt>");
-    EXPECT_EQ(of("cbo_com"), "<qt>Chooses a port and opens it at once</qt>");
+    EXPECT_EQ(of("cmd_run"), "<qt><nobr>Sends what this view shows to the generator (Alt+S)</nobr></qt>");
+    EXPECT_EQ(of("cmd_save_read"), "<qt><nobr>Saves the text of the READ window (Alt+Shift+S)</nobr></qt>");
+    EXPECT_EQ(of("cbo_com"), "<qt><nobr>Chooses a port and opens it at once</nobr></qt>");
 }
 
 TEST_F(tool_tip, says_why_the_port_is_closed_below_what_disconnect_does) {
     start();
     desk().link.cmd_disconn.tool_tip = "R&D can't be opened.";
     operator_hand().click("lab_com");
-    EXPECT_EQ(of("cmd_disconn"), "<qt>Closes the port (Alt+D)<br>R&amp;D can't be opened.</qt>");
+    EXPECT_EQ(of("cmd_disconn"), "<qt><nobr>Closes the port (Alt+D)</nobr><br>R&amp;D can't be opened.</qt>");
     desk().link.cmd_disconn.tool_tip = "";
     operator_hand().click("lab_com");
-    EXPECT_EQ(of("cmd_disconn"), "<qt>Closes the port (Alt+D)</qt>");
+    EXPECT_EQ(of("cmd_disconn"), "<qt><nobr>Closes the port (Alt+D)</nobr></qt>");
 }
 
 TEST_F(tool_tip, of_a_dead_control_comes_up_too) {
@@ -86,7 +86,7 @@ TEST_F(tool_tip, shows_the_whole_path_of_a_previous_file_that_is_cut) {
     desk().edid.lab_pre_f[1].caption = "/bench/display.hex";
     operator_hand().click("cmd_pre_f");
     EXPECT_TRUE(at(operator_hand().find("lab_pre_f_0"), {5, 5}).startsWith("<qt>" + QString::fromStdString(path)));
-    EXPECT_EQ(at(operator_hand().find("lab_pre_f_1"), {5, 5}), "<qt>Opens this file</qt>");
+    EXPECT_EQ(at(operator_hand().find("lab_pre_f_1"), {5, 5}), "<qt><nobr>Opens this file</nobr></qt>");
 }
 
 TEST_F(tool_tip, shows_the_whole_cell_of_a_list_that_is_cut) {

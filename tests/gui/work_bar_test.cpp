@@ -136,7 +136,7 @@ TEST_F(chosen_color, follows_the_slider_while_it_is_dragged) {
     drag(3, 90);
     let_go(3);
     EXPECT_EQ(patch().color(), QColor(90, 90, 90));
-    EXPECT_EQ(patch().toolTip(), "<qt>The chosen color: #5A5A5A</qt>");
+    EXPECT_EQ(patch().toolTip(), "<qt><nobr>The chosen color: #5A5A5A</nobr></qt>");
     EXPECT_EQ(patch().accessibleName(), "Chosen color #5A5A5A");
     const QImage seen = patch().grab().toImage();
     EXPECT_EQ(seen.pixelColor(seen.rect().center()), QColor(90, 90, 90));
