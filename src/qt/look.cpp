@@ -81,10 +81,6 @@ QColor color_of(color c) {
     return {static_cast<int>(c & 0xFFU), static_cast<int>((c >> 8U) & 0xFFU), static_cast<int>((c >> 16U) & 0xFFU)};
 }
 
-QColor difference_color(const QPalette& palette) {
-    return palette.color(QPalette::Base).lightness() < 128 ? QColor(0x5A, 0x4A, 0x14) : QColor(0xFF, 0xE9, 0xA8);
-}
-
 void draw_focus(QWidget& w) {
     QPainter painter(&w);
     painter.setPen(QPen(QColor(0, 0, 128), 2));

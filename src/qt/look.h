@@ -10,7 +10,6 @@
 #include <string_view>
 
 class QApplication;
-class QPalette;
 class QWidget;
 
 namespace desk::qt {
@@ -28,9 +27,6 @@ inline constexpr int cell_width = 8;
 inline constexpr int cell_height = 16;
 
 QColor color_of(color c);
-
-/// The ground of bytes that differ between two EDIDs, under text of the palette.
-QColor difference_color(const QPalette& palette);
 
 /// How far two colours stand apart, from 1 to 21: the contrast ratio of WCAG 2.
 double contrast(const QColor& a, const QColor& b);

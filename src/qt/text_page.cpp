@@ -1,5 +1,6 @@
 #include "qt/text_page.h"
 
+#include "qt/difference_color.h"
 #include "qt/look.h"
 #include "qt/text_on_clipboard.h"
 

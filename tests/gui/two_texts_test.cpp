@@ -2,6 +2,7 @@
 
 #include "bench_fixture.h"
 #include "generator/sink_edids.h"
+#include "qt/difference_color.h"
 #include "qt/look.h"
 #include "qt/text_page.h"
 
