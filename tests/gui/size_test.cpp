@@ -299,6 +299,20 @@ TEST_F(window_size, keeps_the_place_in_a_list) {
     }
 }
 
+TEST_F(window_size, shows_every_column_of_a_list) {
+    start();
+    const auto expect_whole = [this](const char* button, const char* list) {
+        operator_hand().click(button);
+        at_every_scale([&] {
+            const auto& tree = operator_hand().find<QTreeWidget>(list);
+            EXPECT_EQ(tree.horizontalScrollBar()->maximum(), 0) << list;
+        });
+    };
+    expect_whole("cmd_timing", "lstv_timing");
+    expect_whole("cmd_pattern", "lstv_pattern");
+    expect_whole("cmd_auto", "lstv_auto");
+}
+
 TEST_F(window_size, keeps_the_widths_of_columns) {
     start();
     operator_hand().click("cmd_auto");
