@@ -180,6 +180,23 @@ TEST_F(window_size, cuts_no_caption) {
     at_every_scale([&] { EXPECT_EQ(cut_captions(window()), QStringList()); });
 }
 
+TEST_F(window_size, is_worked_with_the_mouse_at_every_size) {
+    start();
+    operator_hand().click("cmd_timing");
+    for (const int steps : {12, 19, 32}) {
+        show_at(steps);
+        operator_hand().click_row("lstv_timing", steps);
+        operator_hand().click("cmd_run");
+        EXPECT_TRUE(operator_hand().text("lab_timing").contains(QString("[%1]").arg(steps))) << steps;
+    }
+    operator_hand().click("cmd_fav_timing");
+    for (const int steps : {12, 19, 32}) {
+        show_at(steps);
+        operator_hand().click_check("lstv_timing", 3);
+        EXPECT_EQ(desk().rows.lstv_timing.row(3).checked, steps != 19) << steps;
+    }
+}
+
 TEST_F(window_size, leaves_margins_around_a_plan_of_another_shape) {
     start();
     resize({2000, 606});
