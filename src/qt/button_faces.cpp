@@ -4,6 +4,7 @@
 #include "controls/window.h"
 #include "qt/access_keys.h"
 #include "qt/look.h"
+#include "qt/metrics.h"
 
 #include <QCheckBox>
 #include <QKeyEvent>
@@ -11,6 +12,8 @@
 #include <QPalette>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QStyleOptionButton>
+#include <QStylePainter>
 
 #include <algorithm>
 #include <vector>
@@ -41,32 +44,58 @@ public:
         if (lamp_ == c) return;
         lamp_ = c;
         QPalette lit;
-        lit.setColor(QPalette::Button, color_of(c));
-        // grey on the red of a button at work could not be read
-        if (c != color_button_face) lit.setColor(QPalette::Disabled, QPalette::ButtonText, Qt::black);
+        if (c != color_button_face) {
+            lit.setColor(QPalette::Button, ground_of(c, colors_of(lit)));
+            // also while it is at work, and disabled
+            lit.setColor(QPalette::ButtonText, on_lamp());
+        }
         setPalette(lit);
     }
+    /// In a column captions stand below each other.
+    void set_in_column(bool in_column) { in_column_ = in_column; }
 
 protected:
-    void paintEvent(QPaintEvent* e) override {
-        QPushButton::paintEvent(e);
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(Qt::black);
-        const int middle = height() / 2;
-        if (lamp_ == color_current_view) {
-            painter.drawRect(2, 2, 4, height() - 4);
-        } else if (lamp_ == color_green) {
-            painter.drawEllipse(QPoint(7, middle), 4, 4);
-        } else if (lamp_ == color_red) {
-            painter.drawRect(3, middle - 5, 2, 10);
-            painter.drawRect(7, middle - 5, 2, 10);
+    void paintEvent(QPaintEvent* /*e*/) override {
+        QStylePainter painter(this);
+        QStyleOptionButton option;
+        initStyleOption(&option);
+        painter.drawControl(QStyle::CE_PushButtonBevel, option);
+        draw_mark(painter);
+        QRect place = rect();
+        if (in_column_) place.setLeft(scaled(metric::column_caption_left, this));
+        if (height() >= metric::tall_button * plan_scale(this)) {
+            QFont large = font();
+            large.setPixelSize(scaled(metric::title_text, this));
+            large.setBold(true);
+            painter.setFont(large);
         }
+        const int side = in_column_ ? Qt::AlignLeft : Qt::AlignHCenter;
+        painter.drawItemText(place, side | Qt::AlignVCenter | Qt::TextShowMnemonic, option.palette, isEnabled(), text(),
+                             QPalette::ButtonText);
     }
 
 private:
+    void draw_mark(QPainter& painter) const {
+        painter.save();
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.scale(plan_scale(this), plan_scale(this));
+        const double below = height() / plan_scale(this);
+        const double middle = below / 2;
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(on_lamp());
+        if (lamp_ == color_current_view) {
+            painter.drawRoundedRect(QRectF(3, 4, 4, below - 8), 2, 2);
+        } else if (lamp_ == color_green) {
+            painter.drawEllipse(QPointF(8, middle), 3.5, 3.5);
+        } else if (lamp_ == color_red) {
+            painter.drawRect(QRectF(5, middle - 5, 2, 10));
+            painter.drawRect(QRectF(9, middle - 5, 2, 10));
+        }
+        painter.restore();
+    }
+
     color lamp_ = color_button_face;
+    bool in_column_ = false;
 };
 
 /// The same in words.
@@ -84,6 +113,7 @@ public:
         , model_(model)
         , push_(static_cast<lamp_button*>(widget())) {
         push_->setAutoDefault(false);
+        push_->set_in_column(model.in_column);
         connect(push_, &QPushButton::clicked, this, [this] { this->gate().run([this] { click(model_); }); });
     }
 

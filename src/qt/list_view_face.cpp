@@ -1,15 +1,12 @@
 #include "qt/list_view_face.h"
 
 #include "controls/operator_actions.h"
-#include "qt/focus_frame.h"
 #include "qt/look.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QPainter>
 #include <QScrollBar>
 #include <QSignalBlocker>
-#include <QStyle>
 #include <QStyledItemDelegate>
 #include <QTreeWidget>
 
@@ -24,20 +21,6 @@ namespace {
 class check_box_delegate final : public QStyledItemDelegate {
 public:
     check_box_delegate(const list_view& model, QObject* parent) : QStyledItemDelegate(parent), model_(model) {}
-
-    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-        QStyledItemDelegate::paint(painter, option, index);
-        if (!model_.check_boxes || index.column() != 0) return;
-        // on a selected row the style draws its dark mark on the dark row: once more, on white
-        QStyleOptionViewItem box = option;
-        initStyleOption(&box, index);
-        const QStyle& style = *box.widget->style();
-        box.rect = style.subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &box, box.widget);
-        box.state &= ~QStyle::State_Selected;
-        box.state |= box.checkState == Qt::Checked ? QStyle::State_On : QStyle::State_Off;
-        painter->fillRect(box.rect, Qt::white);
-        style.drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &box, painter, box.widget);
-    }
 
 protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
@@ -55,9 +38,9 @@ private:
 };
 
 /// Tells of every mouse button that is let go over its rows, since any of them can have moved the selection.
-class row_list final : public focus_frame<QTreeWidget> {
+class row_list final : public QTreeWidget {
 public:
-    using focus_frame::focus_frame;
+    using QTreeWidget::QTreeWidget;
     std::function<void()> on_release;
 
 protected:
@@ -75,7 +58,8 @@ public:
     /// The font is set here: with the plan's, rows would be lost from sight before anything is kept.
     void set_scale(double scale) {
         first_ = tree_.verticalScrollBar()->value();
-        tree_.setFont(font_of(text_font::sans, scale));
+        // in the smaller one the longest names are whole
+        tree_.setFont(font_of(text_font::small, scale));
     }
     /// Once the rows have their new size.
     void lay_out() {
@@ -196,7 +180,7 @@ private:
 class tree_view_face final : public control_face {
 public:
     tree_view_face(tree_view& model, QWidget* parent, event_gate& gate)
-        : control_face(model, new focus_frame<QTreeWidget>(parent), gate)
+        : control_face(model, new QTreeWidget(parent), gate)
         , model_(model)
         , tree_(static_cast<QTreeWidget*>(widget())) {
         tree_->setHeaderHidden(true);

@@ -3,11 +3,13 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
+#include <QHeaderView>
 #include <QMessageBox>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QSettings>
 #include <QStringList>
+#include <QTreeView>
 
 namespace desk::qt {
 
@@ -72,6 +74,18 @@ QWidget* window_on_top(QWidget* main_window) {
     return modal != nullptr ? modal : main_window;
 }
 
+/// In the toolkit's own dialog; the system's ones see to themselves.
+void show_whole_columns(QFileDialog& dialog) {
+    auto* const files = dialog.findChild<QTreeView*>("treeView");
+    if (files == nullptr) return;
+    dialog.setViewMode(QFileDialog::Detail);
+    files->header()->setStretchLastSection(false);
+    for (int column = 0; column < files->header()->count(); ++column)
+        files->header()->setSectionResizeMode(column,
+                                              column == 0 ? QHeaderView::Stretch : QHeaderView::ResizeToContents);
+    dialog.resize(760, 480);
+}
+
 } // namespace
 
 box_answer qt_message_box::show(std::string_view text, box_icon icon, box_buttons buttons) {
@@ -112,6 +126,7 @@ std::optional<file_choice> qt_file_dialog::show(const file_dialog_setup& setup) 
         dialog.selectNameFilter(filters[setup.filter_index - 1]);
     if (!setup.init_dir.empty()) dialog.setDirectory(text_of(setup.init_dir));
     if (!setup.file_name.empty()) dialog.selectFile(text_of(setup.file_name));
+    show_whole_columns(dialog);
     const bool accepted = dialog.exec() == QDialog::Accepted;
     gate_.throw_if_over();
     if (!accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;

@@ -114,8 +114,12 @@ private:
                 take(c);
             return;
         }
-        std::stable_sort(here.begin(), here.end(),
-                         [](const control* a, const control* b) { return place_of(*a).top < place_of(*b).top; });
+        // of two with one top the higher one begins the row
+        std::stable_sort(here.begin(), here.end(), [](const control* a, const control* b) {
+            const place p = place_of(*a);
+            const place q = place_of(*b);
+            return std::tie(p.top, q.bottom) < std::tie(q.top, p.bottom);
+        });
         for (auto row = here.begin(); row != here.end();) {
             const place first = place_of(**row);
             const int middle = (first.top + first.bottom) / 2;

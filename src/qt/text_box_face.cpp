@@ -1,8 +1,8 @@
 #include "qt/text_box_face.h"
 
 #include "controls/operator_actions.h"
-#include "qt/focus_frame.h"
 #include "qt/look.h"
+#include "qt/metrics.h"
 #include "qt/text_page.h"
 
 #include <QKeyEvent>
@@ -29,22 +29,10 @@ std::optional<int> character_code(const QKeyEvent& e) {
     return e.text().isEmpty() ? std::nullopt : std::optional(static_cast<int>(e.text().at(0).unicode()));
 }
 
-/// A box of one line that shows the focus also where it has no cursor.
-class line_box final : public QLineEdit {
-public:
-    using QLineEdit::QLineEdit;
-
-protected:
-    void paintEvent(QPaintEvent* e) override {
-        QLineEdit::paintEvent(e);
-        if (hasFocus()) draw_focus(*this);
-    }
-};
-
 class line_box_face final : public control_face {
 public:
     line_box_face(text_box& model, QWidget* parent, event_gate& gate)
-        : control_face(model, new line_box(parent), gate), model_(model), edit_(static_cast<QLineEdit*>(widget())) {
+        : control_face(model, new QLineEdit(parent), gate), model_(model), edit_(static_cast<QLineEdit*>(widget())) {
         if (model.max_length > 0) edit_->setMaxLength(model.max_length);
         set_accessible();
         connect(edit_, &QLineEdit::textEdited, this,
@@ -100,7 +88,7 @@ template <class Edit>
 class page_box_face final : public control_face {
 public:
     page_box_face(text_box& model, QWidget* parent, event_gate& gate)
-        : control_face(model, new focus_frame<Edit>(parent), gate), model_(model), edit_(static_cast<Edit*>(widget())) {
+        : control_face(model, new Edit(parent), gate), model_(model), edit_(static_cast<Edit*>(widget())) {
         edit_->setUndoRedoEnabled(false);
         edit_->setTabChangesFocus(true);
         if (model.font == text_font::fixed) edit_->setLineWrapMode(Edit::NoWrap);
@@ -124,6 +112,7 @@ protected:
         edit_->setFont(font_of(model_.font, scale()));
         if constexpr (std::is_same_v<Edit, QTextEdit>) {
             lines_.setLineHeight(cell_height * scale(), QTextBlockFormat::FixedHeight);
+            lines_.setLeftMargin(metric::page_inset * scale());
             QTextCursor all(edit_->document());
             all.select(QTextCursor::Document);
             all.mergeBlockFormat(lines_);
@@ -174,8 +163,7 @@ private:
 class text_page_face final : public control_face {
 public:
     text_page_face(text_box& model, QWidget* parent, event_gate& gate)
-        : control_face(model, new focus_frame<text_page>(model, parent), gate)
-        , page_(static_cast<text_page*>(widget())) {
+        : control_face(model, new text_page(model, parent), gate), page_(static_cast<text_page*>(widget())) {
         set_accessible();
     }
 

@@ -1,6 +1,7 @@
 // The real window: every control has a widget at its place, with its name and its caption.
 
 #include "bench_fixture.h"
+#include "qt/drawing.h"
 #include "qt/look.h"
 #include "qt/qt_dialogs.h"
 #include "runtime/version.h"
@@ -72,7 +73,7 @@ TEST_F(real_window, cuts_no_caption_of_a_button_or_a_frame) {
             << qPrintable(b->objectName());
     }
     for (const QGroupBox* g : program->main_window().findChildren<QGroupBox*>())
-        EXPECT_LE(QFontMetricsF(g->font()).horizontalAdvance(g->title()) + 16, g->width())
+        EXPECT_LE(QFontMetricsF(qt::title_font(*g)).horizontalAdvance(g->title()) + 12, g->width())
             << qPrintable(g->objectName());
 }
 
