@@ -2,6 +2,7 @@
 
 #include "controls/operator_actions.h"
 #include "controls/window.h"
+#include "qt/access_keys.h"
 #include "qt/look.h"
 #include "qt/metrics.h"
 
@@ -21,11 +22,16 @@ namespace desk::qt {
 
 namespace {
 
-/// A caption with its mnemonic letter marked; an ampersand of its own stands as it is.
-QString marked_caption(const std::string& caption, char mnemonic) {
-    QString text = QString::fromStdString(caption).replace("&", "&&");
-    const auto at = mnemonic == 0 ? -1 : text.indexOf(QChar::fromLatin1(mnemonic));
-    return at < 0 ? text : text.insert(at, '&');
+/// Shows a caption with the letter of its access key underlined; an ampersand of its own stands as it is.
+void set_caption(QAbstractButton& widget, const control& model, const std::string& caption) {
+    const auto shown = [](const std::string& part) { return QString::fromStdString(part).replace("&", "&&"); };
+    const int letter = underlined_letter(model, caption);
+    const auto at = static_cast<std::size_t>(std::max(0, letter));
+    const QString text = shown(caption.substr(0, at)) + (letter < 0 ? "" : "&") + shown(caption.substr(at));
+    if (widget.text() == text) return;
+    widget.setText(text);
+    // the window works it by its key
+    widget.setShortcut({});
 }
 
 /// A lit button says so without its colour too: a bar at its left edge marks the current view, a disc what is on, two
@@ -113,8 +119,7 @@ public:
 
 protected:
     void follow_kind() override {
-        const QString caption = marked_caption(model_.caption, model_.mnemonic);
-        if (push_->text() != caption) push_->setText(caption);
+        set_caption(*push_, model_, model_.caption);
         set_accessible(model_.caption, words_of(model_.back_color));
         push_->light(model_.back_color);
     }
@@ -142,7 +147,7 @@ public:
 
 protected:
     void follow_kind() override {
-        check_->setText(marked_caption(model_.caption, 0));
+        set_caption(*check_, model_, model_.caption);
         set_accessible(model_.caption);
         check_->setChecked(model_.value != 0);
     }
@@ -163,7 +168,7 @@ public:
 
 protected:
     void follow_kind() override {
-        radio_->setText(marked_caption(model_.caption, 0));
+        set_caption(*radio_, model_, model_.caption);
         set_accessible(model_.caption);
         // which one is selected is the model's business, which may have none
         radio_->setAutoExclusive(false);

@@ -112,8 +112,11 @@ public:
 
 protected:
     void follow_scale() override {
-        for (std::size_t i = 0; i < widths_.size(); ++i)
-            tree_->setColumnWidth(static_cast<int>(i), qRound(widths_[i] * scale() / twips_per_pixel));
+        for (std::size_t i = 0; i < widths_.size(); ++i) {
+            // the last one takes what is left; it would not get narrower by itself
+            const double width = i + 1 < widths_.size() ? widths_[i] : 0;
+            tree_->setColumnWidth(static_cast<int>(i), qRound(width * scale() / twips_per_pixel));
+        }
         rows_.set_scale(scale());
     }
 

@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QHeaderView>
 #include <QMessageBox>
 #include <QProcess>
@@ -62,6 +61,11 @@ QStringList name_filters(const std::string& filter) {
 QString ending_of(const QString& filter) {
     static const QRegularExpression pattern(R"(\*(\.\w+)\)?$)");
     return pattern.match(filter).captured(1);
+}
+
+/// "v1.3" with ".hex" is "v1.3.hex": what stands behind the last point of a name can be part of it.
+QString with_ending(const QString& path, const QString& ending) {
+    return path.endsWith(ending, Qt::CaseInsensitive) ? path : path + ending;
 }
 
 /// The window that a box or a dialog opens above.
@@ -127,7 +131,7 @@ std::optional<file_choice> qt_file_dialog::show(const file_dialog_setup& setup) 
     gate_.throw_if_over();
     if (!accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
     QString path = QDir::toNativeSeparators(dialog.selectedFiles().constFirst());
-    if (saves && QFileInfo(path).suffix().isEmpty()) path += ending_of(dialog.selectedNameFilter());
+    if (saves) path = with_ending(path, ending_of(dialog.selectedNameFilter()));
     const auto index = filters.indexOf(dialog.selectedNameFilter());
     return file_choice{path.toStdString(), index < 0 ? setup.filter_index : static_cast<int>(index) + 1};
 }

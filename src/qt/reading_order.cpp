@@ -69,9 +69,26 @@ bool takes_keys(const control& c) {
     }
 }
 
+/// A frame of a later line of the table lies over all of it.
+bool is_covered(const control& c) {
+    const auto& all = c.owner->controls();
+    const auto over = std::find(all.begin(), all.end(), &c);
+    return std::any_of(over, all.end(), [&](const control* f) {
+        return f->kind() == control_kind::frame && f->shown() && !lies_in(c, *f) &&
+               lies_within(place_of(c), place_of(*f));
+    });
+}
+
+bool has_two_sides(const std::vector<control*>& in_a_frame) {
+    return std::count_if(in_a_frame.begin(), in_a_frame.end(), [](const control* c) {
+               const auto* const page = dynamic_cast<const text_box*>(c);
+               return page != nullptr && page->any_length;
+           }) > 1;
+}
+
 class reader {
 public:
-    explicit reader(const window& w) : window_(w) {
+    explicit reader(const window& w) {
         for (control* c : w.controls())
             if (c->shown() && (c->kind() == control_kind::frame || takes_keys(*c))) sort_in(c);
         read(nullptr);
@@ -92,6 +109,11 @@ private:
 
     void read(const control* around) {
         std::vector<control*>& here = read_within_[around];
+        if (has_two_sides(here)) {
+            for (control* c : here)
+                take(c);
+            return;
+        }
         // of two with one top the higher one begins the row
         std::stable_sort(here.begin(), here.end(), [](const control* a, const control* b) {
             const place p = place_of(*a);
@@ -116,26 +138,17 @@ private:
     void take(control* c) {
         if (c->kind() == control_kind::frame)
             read(c);
-        else if (c->usable() && !is_covered(*c))
+        else if (can_be_reached(*c))
             stops.push_back(c);
     }
 
-    /// A frame of a later line of the table lies over all of it.
-    bool is_covered(const control& c) const {
-        const auto& all = window_.controls();
-        const auto over = std::find(all.begin(), all.end(), &c);
-        return std::any_of(over, all.end(), [&](const control* f) {
-            return f->kind() == control_kind::frame && f->shown() && !lies_in(c, *f) &&
-                   lies_within(place_of(c), place_of(*f));
-        });
-    }
-
-    const window& window_;
     std::vector<control*> frames_;
     std::map<const control*, std::vector<control*>> read_within_;
 };
 
 } // namespace
+
+bool can_be_reached(const control& c) { return c.usable() && !is_covered(c); }
 
 std::vector<control*> tab_stops(const window& w) { return reader(w).stops; }
 

@@ -25,6 +25,7 @@ public:
     void set_colors(color fore, color back);
 
     const QString& text() const { return text_; }
+    bool has_line_pitch() const { return line_pitch_ != 0; }
 
     std::function<void()> on_click;
     std::function<void()> on_move;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/window.h"
+#include "qt/access_keys.h"
 #include "qt/control_face.h"
 #include "qt/event_gate.h"
 #include "qt/plan_area.h"
@@ -65,6 +66,7 @@ private:
     const control* in_sight_ = nullptr; // the focus that was scrolled to
     std::map<const control*, std::unique_ptr<control_face>> faces_;
     std::map<const control*, std::unique_ptr<QTimer>> timers_;
+    std::unique_ptr<access_keys> keys_;
     std::vector<control*> walked_; // the stops up to the one that the tab key went to last
 };
 

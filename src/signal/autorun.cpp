@@ -89,8 +89,10 @@ void autorun::lstv_auto_dbl_click() {
 }
 
 void autorun::upload_autorun() {
+    work rows(link_.progress, autorun_rows);
     for (int i = 1; i <= autorun_rows; ++i) {
         if (!upload_row(i)) return;
+        rows.step();
     }
 }
 

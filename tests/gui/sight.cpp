@@ -70,8 +70,10 @@ QStringList cut_captions(const QWidget& window) {
             cut << w.objectName();
     };
     for (const auto* b : window.findChildren<QAbstractButton*>()) {
-        if (b->objectName().startsWith("cmd_")) check(*b, b->text(), 10);
-        if (b->objectName().startsWith("chk_") || b->objectName().startsWith("opt_")) check(*b, b->text(), 18);
+        // the mark of an underlined letter takes no room
+        if (b->objectName().startsWith("cmd_")) check(*b, QString(b->text()).remove('&'), 10);
+        if (b->objectName().startsWith("chk_") || b->objectName().startsWith("opt_"))
+            check(*b, QString(b->text()).remove('&'), 18);
     }
     for (const auto* g : window.findChildren<QGroupBox*>())
         if (QFontMetricsF(qt::title_font(*g)).horizontalAdvance(g->title()) + 12 * qt::plan_scale(g) > g->width())
