@@ -1,6 +1,7 @@
 #include "qt/text_page.h"
 
 #include "qt/look.h"
+#include "qt/scheme.h"
 #include "qt/text_on_clipboard.h"
 
 #include <QAccessible>
