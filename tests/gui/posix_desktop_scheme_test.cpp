@@ -104,9 +104,9 @@ TEST_F(wish_of_the_desktop, says_nothing_where_it_has_none) {
 TEST(no_bus, is_looked_for_where_the_session_has_none) {
     qunsetenv("DBUS_SESSION_BUS_ADDRESS");
     qunsetenv("XDG_RUNTIME_DIR");
-    bool told = false;
-    const auto watch = qt::watch_desktop([&told](qt::scheme) { told = true; });
-    EXPECT_FALSE(wait_until([&told] { return told; }, 200));
+    bool heard = false;
+    const auto watch = qt::watch_desktop([&heard](qt::scheme) { heard = true; });
+    EXPECT_FALSE(wait_until([&heard] { return heard; }, 200));
 }
 
 } // namespace
