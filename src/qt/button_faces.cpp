@@ -1,8 +1,8 @@
 #include "qt/button_faces.h"
 
 #include "controls/operator_actions.h"
-#include "controls/window.h"
 #include "qt/look.h"
+#include "qt/reading_order.h"
 
 #include <QCheckBox>
 #include <QKeyEvent>
@@ -10,9 +10,6 @@
 #include <QPalette>
 #include <QPushButton>
 #include <QRadioButton>
-
-#include <algorithm>
-#include <vector>
 
 namespace desk::qt {
 
@@ -71,6 +68,11 @@ QString words_of(color lamp) {
     return {};
 }
 
+/// The toolkit would go to another control with them.
+bool is_arrow(int key) {
+    return key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down;
+}
+
 class button_face final : public control_face {
 public:
     button_face(button& model, QWidget* parent, event_gate& gate)
@@ -78,7 +80,7 @@ public:
         , model_(model)
         , push_(static_cast<lamp_button*>(widget())) {
         push_->setAutoDefault(false);
-        connect(push_, &QPushButton::clicked, this, [this] { this->gate().run([this] { click(model_); }); });
+        connect(push_, &QPushButton::clicked, this, [this] { act([this] { click(model_); }); });
     }
 
 protected:
@@ -90,12 +92,16 @@ protected:
     }
 
     bool take_event(QEvent* e) override {
-        // Enter presses the button with the focus, as the blank does
+        // the toolkit's own click by a letter comes later, when the button may be dead or covered
+        if (e->type() == QEvent::Shortcut) {
+            act([this] { click(model_); });
+            return true;
+        }
         if (e->type() != QEvent::KeyPress) return false;
-        const auto& pressed = *static_cast<QKeyEvent*>(e);
-        if (pressed.key() != Qt::Key_Return && pressed.key() != Qt::Key_Enter) return false;
-        if (!pressed.isAutoRepeat()) push_->click();
-        return true;
+        const int key = static_cast<QKeyEvent*>(e)->key();
+        // Enter presses the button with the focus, as Space does
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) push_->click();
+        return key == Qt::Key_Return || key == Qt::Key_Enter || is_arrow(key);
     }
 
 private:
@@ -107,7 +113,7 @@ class check_box_face final : public control_face {
 public:
     check_box_face(check_box& model, QWidget* parent, event_gate& gate)
         : control_face(model, new QCheckBox(parent), gate), model_(model), check_(static_cast<QCheckBox*>(widget())) {
-        connect(check_, &QCheckBox::clicked, this, [this] { this->gate().run([this] { click(model_); }); });
+        connect(check_, &QCheckBox::clicked, this, [this] { act([this] { click(model_); }); });
     }
 
 protected:
@@ -115,6 +121,10 @@ protected:
         check_->setText(marked_caption(model_.caption, 0));
         set_accessible(model_.caption);
         check_->setChecked(model_.value != 0);
+    }
+
+    bool take_event(QEvent* e) override {
+        return e->type() == QEvent::KeyPress && is_arrow(static_cast<QKeyEvent*>(e)->key());
     }
 
 private:
@@ -128,7 +138,7 @@ public:
         : control_face(model, new QRadioButton(parent), gate)
         , model_(model)
         , radio_(static_cast<QRadioButton*>(widget())) {
-        connect(radio_, &QRadioButton::clicked, this, [this] { this->gate().run([this] { click(model_); }); });
+        connect(radio_, &QRadioButton::clicked, this, [this] { act([this] { click(model_); }); });
     }
 
 protected:
@@ -144,27 +154,14 @@ protected:
     bool take_event(QEvent* e) override {
         // the arrow keys go round the group, and select as they go
         if (e->type() != QEvent::KeyPress) return false;
-        const int key = static_cast<QKeyEvent*>(e)->key();
-        const bool on = key == Qt::Key_Down || key == Qt::Key_Right;
-        const bool back = key == Qt::Key_Up || key == Qt::Key_Left;
-        if (!on && !back) return false;
-        gate().run([&] { click(neighbour(on)); });
+        const auto& pressed = *static_cast<QKeyEvent*>(e);
+        if (!is_arrow(pressed.key())) return false;
+        const bool on = pressed.key() == Qt::Key_Down || pressed.key() == Qt::Key_Right;
+        if (!pressed.isAutoRepeat()) act([&] { click(dynamic_cast<option_button&>(neighbour(model_, on))); });
         return true;
     }
 
 private:
-    /// The next option button of the group that can be used, or the one before.
-    option_button& neighbour(bool next) const {
-        std::vector<option_button*> group;
-        for (control* c : model_.owner->controls()) {
-            auto* const o = dynamic_cast<option_button*>(c);
-            if (o != nullptr && o->parent == model_.parent && o->usable()) group.push_back(o);
-        }
-        if (!next) std::reverse(group.begin(), group.end());
-        const auto me = std::find(group.begin(), group.end(), &model_);
-        return me == group.end() || me + 1 == group.end() ? *group.front() : **(me + 1);
-    }
-
     option_button& model_;
     QRadioButton* radio_;
 };

@@ -7,6 +7,7 @@
 #include <QString>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -19,6 +20,10 @@ public:
 
     /// Brings the widget up to date with its model.
     void follow();
+
+    /// Does what the operator asks of the control, however it is asked for: only where the control can be reached and
+    /// used now.
+    void act(const std::function<void()>& deed);
 
     QWidget* widget() const { return widget_; }
     const control& model() const { return model_; }

@@ -2,6 +2,7 @@
 
 #include "qt/accessible.h"
 #include "qt/desk_style.h"
+#include "qt/steady_font.h"
 
 #include <QApplication>
 #include <QFontDatabase>
@@ -52,7 +53,7 @@ void set_look(QApplication& application) {
     // the title of a frame stands on its border
     application.setStyle(new desk_style);
     application.setPalette(grey_palette());
-    application.setFont(font_of(text_font::sans));
+    new steady_font(application, font_of(text_font::sans));
     make_accessible();
     application.setWindowIcon(QIcon(":/pictures/velotrace.png"));
 }

@@ -1,6 +1,7 @@
 #include "qt/window_face.h"
 
 #include "controls/controls.h"
+#include "controls/operator_actions.h"
 #include "qt/button_faces.h"
 #include "qt/list_view_face.h"
 #include "qt/look.h"
@@ -48,13 +49,16 @@ std::unique_ptr<control_face> make_face(control& model, QWidget* parent, event_g
     return nullptr;
 }
 
-window_face::window_face(desk::window& model, event_gate& gate) : model_(model), gate_(gate) { build_all(); }
+window_face::window_face(desk::window& model, event_gate& gate) : model_(model), gate_(gate), guide_(model) {
+    build_all();
+}
 
 window_face::window_face(desk::window& model, event_gate& gate, QWidget* parent)
     : QWidget(parent, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                           (model.on_close ? Qt::WindowCloseButtonHint : Qt::WindowFlags()))
     , model_(model)
-    , gate_(gate) {
+    , gate_(gate)
+    , guide_(model) {
     setWindowModality(Qt::ApplicationModal);
     const QSize size(pixels(model.width), pixels(model.height));
     if (parent != nullptr) move(parent->geometry().center() - QRect(QPoint(), size).center());
@@ -64,7 +68,6 @@ window_face::window_face(desk::window& model, event_gate& gate, QWidget* parent)
 void window_face::build_all() {
     setObjectName(QString::fromStdString(model_.name));
     setFixedSize(pixels(model_.width), pixels(model_.height));
-    setFocusPolicy(Qt::ClickFocus);
     for (control* c : model_.controls())
         build(*c);
     follow();
@@ -86,9 +89,8 @@ void window_face::build(control& c) {
 }
 
 void window_face::follow() {
-    model_.settle_focus();
-    // else the toolkit would hand it to the next control, and its keys would work that one
-    if (model_.focused == nullptr && focusWidget() != nullptr) setFocus();
+    guide_.let_go();
+    follow_focus();
     if (isVisible() != model_.visible) setVisible(model_.visible);
     for (control* c : model_.take_changed()) {
         if (const auto face = faces_.find(c); face != faces_.end())
@@ -96,6 +98,8 @@ void window_face::follow() {
         else if (const auto ticks = timers_.find(c); ticks != timers_.end())
             follow_timer(dynamic_cast<const timer&>(*c), *ticks->second);
     }
+    guide_.follow();
+    follow_focus();
     follow_window();
 }
 
@@ -108,6 +112,14 @@ void window_face::focus_first() {
 void window_face::follow_window() {
     const QString caption = QString::fromStdString(model_.caption);
     if (windowTitle() != caption) setWindowTitle(caption);
+}
+
+void window_face::follow_focus() {
+    if (model_.focused == nullptr) {
+        // else the toolkit would hand it to the next control, and its keys would work that one
+        if (focusWidget() != nullptr) setFocus();
+        return;
+    }
     const auto focused = faces_.find(model_.focused);
     if (focused != faces_.end() && focused->second->widget()->isEnabled() && focusWidget() != focused->second->widget())
         focused->second->widget()->setFocus();
@@ -164,7 +176,17 @@ control* window_face::last_stop(const std::vector<control*>& stops) const {
     return before == walked_.rend() ? nullptr : *before;
 }
 
+bool window_face::closes_frame(int key) {
+    const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
+    if (!enter && key != Qt::Key_Escape) return false;
+    button* const b = guide_.way_out(enter);
+    if (b == nullptr || !can_be_reached(*b)) return false;
+    faces_.at(b)->act([b] { click(*b); });
+    return true;
+}
+
 void window_face::keyPressEvent(QKeyEvent* e) {
+    if (closes_frame(e->key())) return;
     // as its title bar closes it
     if (e->key() == Qt::Key_Escape && isModal() && model_.on_close) gate_.run(model_.on_close);
     // a key without a character is no KeyPress

@@ -3,6 +3,7 @@
 #include "controls/window.h"
 #include "qt/control_face.h"
 #include "qt/event_gate.h"
+#include "qt/focus_guide.h"
 
 #include <QTimer>
 #include <QWidget>
@@ -43,6 +44,8 @@ private:
     void build_all();
     void build(control& c);
     void follow_window();
+    void follow_focus();
+    bool closes_frame(int key);
     /// The stop of the tab key that it goes on from; none: nullptr.
     control* last_stop(const std::vector<control*>& stops) const;
     void follow_timer(const timer& model, QTimer& ticks) const;
@@ -51,6 +54,7 @@ private:
     event_gate& gate_;
     std::map<const control*, std::unique_ptr<control_face>> faces_;
     std::map<const control*, std::unique_ptr<QTimer>> timers_;
+    focus_guide guide_;
     std::vector<control*> walked_; // the stops up to the one that the tab key went to last
 };
 
