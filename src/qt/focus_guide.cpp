@@ -57,7 +57,7 @@ void focus_guide::open(stage& s) {
     s.was_shown = true;
     s.before = last_;
     wanted_ = s.next;
-    has_till_then_ = window_.focused;
+    has_till_then_ = last_;
 }
 
 void focus_guide::close(stage& s) {

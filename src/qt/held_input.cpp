@@ -65,6 +65,7 @@ bool may_repeat(const QKeyEvent& e) {
 } // namespace
 
 held_input::held_input() {
+    clock_.start();
     QCoreApplication::instance()->installEventFilter(this);
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
@@ -124,11 +125,11 @@ bool held_input::take_key(QKeyEvent& e) {
         return false;
     }
     if (repeats) {
-        if (held_.count(key) != 0) since_sign_.restart();
+        if (down_.count(key) != 0) down_[key] = clock_.elapsed();
         if (!waits() && may_repeat(e)) return false;
     } else {
         // one that is pressed again has been let go unseen
-        if (down_.insert(key).second || e.type() == QEvent::KeyPress) held_.erase(key);
+        if (down_.insert_or_assign(key, clock_.elapsed()).second || e.type() == QEvent::KeyPress) held_.erase(key);
         if (!waits()) return false;
     }
     // an override that is taken presses no button by its letter
@@ -166,10 +167,11 @@ void held_input::window_opens(const QWidget& w) {
     if (w.windowType() == Qt::Popup) return let_go();
     if (!w.isModal()) return;
     let_go();
-    held_ = down_;
+    forget_silent_keys();
+    for (const auto& [key, sign_of_life] : down_)
+        held_.insert(key);
     held_buttons_ = QGuiApplication::mouseButtons();
     opened_since_press_ = true;
-    since_sign_.start();
 }
 
 void held_input::let_go() {
@@ -188,12 +190,15 @@ void held_input::let_go() {
     }
 }
 
+void held_input::forget_silent_keys() {
+    const qint64 now = clock_.elapsed();
+    std::erase_if(down_, [now](const auto& key) { return now - key.second > patience_ms; });
+    std::erase_if(held_, [this](key_code key) { return down_.count(key) == 0; });
+}
+
 bool held_input::waits() {
     held_buttons_ &= QGuiApplication::mouseButtons();
-    if (!held_.empty() && since_sign_.elapsed() > patience_ms) {
-        for (const key_code key : std::exchange(held_, {}))
-            down_.erase(key);
-    }
+    forget_silent_keys();
     return !held_.empty() || held_buttons_ != Qt::NoButton;
 }
 
@@ -215,7 +220,7 @@ bool held_input::nativeEventFilter(const QByteArray& system, void* message, qint
         release(head.detail);
     } else if (type == key_press && last_release_.key == head.detail && last_release_.time == head.time) {
         // a key that repeats itself is let go and pressed at the same moment
-        down_.insert(head.detail);
+        down_[head.detail] = clock_.elapsed();
         if (last_release_.was_held) held_.insert(head.detail);
     }
     return false;

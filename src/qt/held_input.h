@@ -7,6 +7,7 @@
 #include <QWidget>
 
 #include <cstdint>
+#include <map>
 #include <set>
 
 class QKeyEvent;
@@ -33,15 +34,16 @@ private:
     bool take_window_event(QEvent& e);
     bool take_key(QKeyEvent& e);
     void release(key_code key);
+    void forget_silent_keys();
     bool take_mouse(const QMouseEvent& e);
     void window_opens(const QWidget& w);
     void let_go();
     bool waits();
 
-    std::set<key_code> down_;
-    std::set<key_code> held_;       // of those, the ones that a window waits for
-    Qt::MouseButtons held_buttons_; // the mouse buttons that it waits for
-    QElapsedTimer since_sign_;      // of life from a held key
+    QElapsedTimer clock_;
+    std::map<key_code, qint64> down_; // with the time of the last sign of life
+    std::set<key_code> held_;         // of those, the ones that a window waits for
+    Qt::MouseButtons held_buttons_;   // the mouse buttons that it waits for
     struct {
         key_code key = 0;
         x_time time = 0;

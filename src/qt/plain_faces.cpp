@@ -153,6 +153,9 @@ protected:
         case QEvent::FocusIn:
             take_focus(static_cast<QFocusEvent*>(e)->reason());
             return false;
+        case QEvent::MouseButtonPress:
+            focused_by_operator_ = true;
+            return false;
         case QEvent::KeyPress:
             if (!chooses_unasked(*static_cast<QKeyEvent*>(e))) return false;
             break;

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QWidget>
 
 namespace desk::qt {
 
@@ -11,9 +12,12 @@ steady_font::steady_font(QApplication& application, const QFont& font) : QObject
 }
 
 bool steady_font::eventFilter(QObject* watched, QEvent* e) {
-    // a desktop also sets fonts for single kinds of widget, and does not always say so
-    const bool font_changes = e->type() == QEvent::ApplicationFontChange && watched == parent();
-    if (!restoring_ && (font_changes || e->type() == QEvent::ThemeChange)) restore();
+    if (restoring_) return false;
+    // a desktop also brings fonts for single kinds of widget, and then tells those alone, or only that all is new
+    const auto* const w = watched->isWidgetType() ? static_cast<QWidget*>(watched) : nullptr;
+    if (e->type() == QEvent::ThemeChange || (e->type() == QEvent::ApplicationFontChange &&
+                                             (w != nullptr ? QApplication::font(w) : QApplication::font()) != font_))
+        restore();
     return false;
 }
 

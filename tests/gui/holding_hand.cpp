@@ -15,8 +15,16 @@ QString text_of(Qt::Key key) {
     return key < 0x80 ? QString(QChar(key)).toLower() : QString();
 }
 
+/// The window that the keys go to. Where a box has just gone, the window system gives them to the one below.
+QWindow* window_with_the_keys() {
+    if (QWindow* const w = QGuiApplication::focusWindow()) return w;
+    for (const QWidget* w : QApplication::topLevelWidgets())
+        if (w->isVisible() && !w->isModal()) return w->windowHandle();
+    return nullptr;
+}
+
 void send(QEvent::Type type, Qt::Key key, Qt::KeyboardModifiers held, bool repeats) {
-    QWindow* const w = QGuiApplication::focusWindow();
+    QWindow* const w = window_with_the_keys();
     if (w == nullptr) return;
     qt_handleKeyEvent(w, type, key, held, text_of(key), repeats);
 }

@@ -40,9 +40,10 @@ public:
         // a hundred boxes over each other would never end
         if (told.size() > 5) throw std::runtime_error("box upon box");
         QTimer::singleShot(0, box, [this, box] {
-            EXPECT_TRUE(QTest::qWaitForWindowActive(box));
+            const auto has_the_keys = [box] { return QGuiApplication::focusWindow() == box->windowHandle(); };
+            EXPECT_TRUE(wait_until(has_the_keys, 5000));
             work_(*box);
-            box->reject();
+            if (box->isVisible()) box->reject();
         });
         return false;
     }
@@ -85,8 +86,10 @@ protected:
     }
 
     void focus(const char* name) {
+        program->main_window().activateWindow();
         operator_hand().find(name).setFocus(Qt::TabFocusReason);
-        ASSERT_EQ(holding_hand::focused(), name);
+        // a window behind a box gets the keys back a little later
+        ASSERT_TRUE(wait_until([name] { return holding_hand::focused() == name; }, 5000));
     }
 
     /// The sets and queries with these letters that the generator has heard since it was last asked.
@@ -286,24 +289,25 @@ TEST_F(hostile_hand, a_held_key_leaves_an_error_to_be_read) {
     }
 }
 
-TEST_F(hostile_hand, a_box_does_not_wait_for_ever_for_a_key_whose_release_is_lost) {
-    const hand h = operator_hand();
-    h.click("cmd_timing");
-    h.click("cmd_disconn");
-    // the key comes again before it was seen to go
-    bool closed_by_same = false;
+TEST_F(hostile_hand, a_key_whose_release_is_lost_answers_a_box_when_it_comes_again) {
+    operator_hand().click("cmd_timing");
+    operator_hand().click("cmd_disconn");
+    bool goes = false;
     box_watch boxes([&](QMessageBox& box) {
         holding_hand::tap(Qt::Key_Return);
-        closed_by_same = !box.isVisible();
+        goes = !box.isVisible();
     });
     focus("cmd_run");
     holding_hand::press(Qt::Key_Return);
-    EXPECT_TRUE(closed_by_same);
+    EXPECT_TRUE(goes);
+}
 
-    // nothing more is heard of it
-    bool closed_by_other = false;
-    box_watch more_boxes([&](QMessageBox& box) {
-        closed_by_other = wait_until(
+TEST_F(hostile_hand, a_box_does_not_wait_for_ever_for_a_key_whose_release_is_lost) {
+    operator_hand().click("cmd_timing");
+    operator_hand().click("cmd_disconn");
+    bool goes = false;
+    box_watch boxes([&](QMessageBox& box) {
+        goes = wait_until(
             [&] {
                 holding_hand::tap(Qt::Key_Escape);
                 return !box.isVisible();
@@ -312,7 +316,7 @@ TEST_F(hostile_hand, a_box_does_not_wait_for_ever_for_a_key_whose_release_is_los
     });
     focus("cmd_run");
     holding_hand::press(Qt::Key_Return);
-    EXPECT_TRUE(closed_by_other);
+    EXPECT_TRUE(goes);
 }
 
 TEST_F(hostile_hand, the_second_half_of_a_double_click_answers_no_box) {
