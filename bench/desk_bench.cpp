@@ -5,6 +5,7 @@
 #include "operated_simulator.h"
 #include "qt/desk_program.h"
 #include "qt/look.h"
+#include "qt/plan_fit.h"
 #include "tell.h"
 
 #include <QApplication>
@@ -313,6 +314,20 @@ void measure_translation(desk::qt::desk_program& program) {
     desk.translation.cmd_edid_back.on_click();
 }
 
+/// The window dragged larger and smaller, a new scale each time.
+void measure_sizes(desk::qt::desk_program& program) {
+    std::vector<double> drawn;
+    for (int i = 0; i < 40; ++i) {
+        const auto start = clock_type::now();
+        const double scale = 1 + (i % 20) / 16.0;
+        program.main_window().resize(desk::qt::plan_pixels({11700, 9090}, scale));
+        QApplication::processEvents();
+        drawn.push_back(ms_since(start));
+    }
+    tell("the window drawn at another size, the longest of 40", *std::max_element(drawn.begin(), drawn.end()), "ms",
+         50);
+}
+
 void measure_edid() {
     const QTemporaryDir directory;
     prepare(directory);
@@ -336,6 +351,7 @@ void measure_edid() {
     if (!desk.fields.read_ok) std::printf("  the READ has FAILED\n");
 
     measure_translation(program);
+    measure_sizes(program);
 
     // the window's text is what a simple-type HEX file holds
     const std::string hex_file = path_of(directory).string() + "/bench.hex";

@@ -35,6 +35,10 @@ public:
     /// The controls that have changed since the last call, each once.
     std::vector<control*> take_changed();
 
+    /// The control that grows where the operator enlarges the window, which then draws nothing larger; none: everything
+    /// is drawn larger.
+    const control* takes_extra_room = nullptr;
+
     control* focused = nullptr; ///< the control with the focus; none at first
 
     /// A control that can't be used any more loses the focus; one that was only disabled gets it back when it can be

@@ -1,8 +1,10 @@
 #include "qt/control_face.h"
 
+#include "controls/controls.h"
 #include "controls/window.h"
-#include "qt/look.h"
 #include "qt/plain_names.h"
+#include "qt/plan_fit.h"
+#include "qt/plan_scale.h"
 #include "qt/reading_order.h"
 
 #include <QApplication>
@@ -32,10 +34,28 @@ void control_face::act(const std::function<void()>& deed) {
     });
 }
 
+QRect control_face::place() const {
+    int left = 0;
+    int top = 0;
+    for (const control* around = model_.parent; around != nullptr; around = around->parent) {
+        left += around->left;
+        top += around->top;
+    }
+    const QPoint corner(edge(left, scale_), edge(top, scale_));
+    left += model_.left;
+    top += model_.top;
+    const QRect in_window(QPoint(edge(left, scale_), edge(top, scale_)),
+                          QPoint(edge(left + model_.width, scale_) - 1, edge(top + model_.height, scale_) - 1));
+    return in_window.translated(-corner).marginsAdded(extra_);
+}
+
 void control_face::follow() {
     following_ = true;
-    const QRect place(pixels(model_.left), pixels(model_.top), pixels(model_.width), pixels(model_.height));
-    if (widget_->geometry() != place) widget_->setGeometry(place);
+    if (const double now = plan_scale(widget_); scale_ != now) {
+        scale_ = now;
+        follow_scale();
+    }
+    if (const QRect now = place(); widget_->geometry() != now) widget_->setGeometry(now);
     follow_kind();
     if (shown_tool_tip_ != model_.tool_tip.get()) {
         shown_tool_tip_ = model_.tool_tip;

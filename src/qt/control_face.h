@@ -3,7 +3,9 @@
 #include "controls/control.h"
 #include "qt/event_gate.h"
 
+#include <QMargins>
 #include <QObject>
+#include <QRect>
 #include <QString>
 #include <QWidget>
 
@@ -25,12 +27,19 @@ public:
     /// used now.
     void act(const std::function<void()>& deed);
 
+    /// Pixels by which the edges lie outside the control's place on the plan, in a window that has more room.
+    void set_extra_room(const QMargins& extra) { extra_ = extra; }
+
     QWidget* widget() const { return widget_; }
     const control& model() const { return model_; }
 
 protected:
     /// What the kind of control adds to place, visibility and enabling.
     virtual void follow_kind() = 0;
+    /// Fonts and measures of its own at another scale. Called before the control takes its place, and once at first.
+    virtual void follow_scale() {}
+    /// The scale of the plan that the control lies on.
+    double scale() const { return scale_; }
     /// An event of the widget; true: it goes no further.
     virtual bool take_event(QEvent* e) { return static_cast<void>(e), false; }
 
@@ -42,10 +51,14 @@ protected:
     event_gate& gate() { return gate_; }
 
 private:
+    QRect place() const;
+
     control& model_;
     QWidget* widget_;
     event_gate& gate_;
     bool following_ = false;
+    double scale_ = 0;
+    QMargins extra_;
     QString plain_name_;
     std::string shown_tool_tip_;
 };

@@ -9,12 +9,14 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QStyledItemDelegate>
 #include <QTreeWidget>
 
 #include <functional>
+#include <optional>
 #include <utility>
 
 namespace desk::qt {
@@ -93,6 +95,29 @@ private:
     bool pressed_ = false;
 };
 
+/// The rows of a list or a tree while the scale changes: the first one in sight stays there.
+class rows_at_scale {
+public:
+    explicit rows_at_scale(QTreeWidget& tree) : tree_(tree) {}
+
+    /// The font is set here: with the plan's, rows would be lost from sight before anything is kept.
+    void set_scale(double scale) {
+        first_ = tree_.verticalScrollBar()->value();
+        tree_.setFont(font_of(text_font::sans, scale));
+    }
+    /// Once the rows have their new size.
+    void lay_out() {
+        if (!first_) return;
+        tree_.doItemsLayout();
+        tree_.verticalScrollBar()->setValue(*first_);
+        first_.reset();
+    }
+
+private:
+    QTreeWidget& tree_;
+    std::optional<int> first_;
+};
+
 class list_view_face final : public control_face {
 public:
     list_view_face(list_view& model, QWidget* parent, event_gate& gate)
@@ -108,13 +133,15 @@ public:
             titles << QString::fromStdString(column.title);
         tree_->setColumnCount(static_cast<int>(titles.size()));
         tree_->setHeaderLabels(titles);
-        for (int i = 0; i < titles.size(); ++i) {
-            tree_->setColumnWidth(i, pixels(model.columns.at(static_cast<std::size_t>(i)).width));
-        }
+        for (const list_column& column : model.columns)
+            widths_.push_back(column.width);
         tree_->header()->setSectionsMovable(false);
         tree_->header()->setStretchLastSection(true);
         set_accessible();
 
+        connect(tree_->header(), &QHeaderView::sectionResized, this, [this](int column, int, int width) {
+            if (!following()) widths_.at(static_cast<std::size_t>(column)) = width * twips_per_pixel / scale();
+        });
         connect(tree_, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
             if (!following() && item != nullptr) act([&] { model_.select(row_of(item)); });
         });
@@ -129,7 +156,14 @@ public:
     }
 
 protected:
+    void follow_scale() override {
+        for (std::size_t i = 0; i < widths_.size(); ++i)
+            tree_->setColumnWidth(static_cast<int>(i), qRound(widths_[i] * scale() / twips_per_pixel));
+        rows_.set_scale(scale());
+    }
+
     void follow_kind() override {
+        rows_.lay_out();
         // a list that nobody sees is filled when it comes on show
         if (!model_.visible) return;
         const QSignalBlocker quiet(tree_);
@@ -191,6 +225,8 @@ private:
 
     list_view& model_;
     marked_rows* tree_;
+    rows_at_scale rows_{*tree_};
+    std::vector<double> widths_; // of the columns, in twips; the operator changes them
     bool checks_shown_ = false;
     bool was_pressed_here_ = false; // a key, since the list got the focus
     int selections_ = 0;            // as the model counted them when the row was scrolled to
@@ -204,8 +240,6 @@ public:
         , tree_(static_cast<marked_rows*>(widget())) {
         tree_->setHeaderHidden(true);
         tree_->setUniformRowHeights(true);
-        // the longest titles have room where they lie deepest, in bold too
-        tree_->setIndentation(14);
         set_accessible();
         // wherever the mark goes, and by whatever hand, is clicked
         connect(tree_, &QTreeWidget::itemSelectionChanged, this, [this] {
@@ -220,12 +254,20 @@ public:
     }
 
 protected:
+    void follow_scale() override {
+        // the longest titles have room where they lie deepest, in bold too
+        tree_->setIndentation(static_cast<int>(14 * scale()));
+        rows_.set_scale(scale());
+    }
+
     void follow_kind() override {
+        rows_.lay_out();
         const QSignalBlocker quiet(tree_);
         if (!shows_these_nodes()) build();
         for (int n = 1; n <= model_.node_count(); ++n) {
             QTreeWidgetItem* const item = items_.at(static_cast<std::size_t>(n - 1));
-            QFont font = tree_->font();
+            // its size is the tree's
+            QFont font;
             font.setBold(model_.node(n).bold);
             if (item->font(0).bold() != font.bold()) item->setFont(0, font);
             if (item->isExpanded() != model_.node(n).expanded) item->setExpanded(model_.node(n).expanded);
@@ -271,6 +313,7 @@ private:
 
     tree_view& model_;
     marked_rows* tree_;
+    rows_at_scale rows_{*tree_};
     std::vector<QTreeWidgetItem*> items_;
     int clearings_ = 0;                             // as the model counted them when the items were made
     const QTreeWidgetItem* before_press_ = nullptr; // the marked one

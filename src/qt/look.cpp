@@ -19,7 +19,7 @@ namespace desk::qt {
 
 namespace {
 
-constexpr int text_pixels = 12;
+constexpr int body_pixels = 12;
 constexpr int cell_text_pixels = 13;
 constexpr int mark_pixels = 30;
 
@@ -58,16 +58,21 @@ void set_look(QApplication& application) {
     application.setWindowIcon(QIcon(":/pictures/velotrace.png"));
 }
 
-QFont font_of(text_font font) {
+int text_pixels(text_font font, double scale) {
+    const int at_1 = font == text_font::large_bold ? mark_pixels
+                     : font == text_font::fixed    ? cell_text_pixels
+                                                   : body_pixels;
+    return std::max(1, static_cast<int>(at_1 * scale));
+}
+
+QFont font_of(text_font font, double scale) {
     QFont f(font == text_font::fixed ? "Liberation Mono" : "Liberation Sans");
-    f.setPixelSize(font == text_font::large_bold ? mark_pixels
-                   : font == text_font::fixed    ? cell_text_pixels
-                                                 : text_pixels);
+    f.setPixelSize(text_pixels(font, scale));
     f.setBold(font == text_font::large_bold);
     f.setHintingPreference(QFont::PreferNoHinting);
     if (font == text_font::fixed) {
         f.setStyleHint(QFont::Monospace);
-        f.setLetterSpacing(QFont::AbsoluteSpacing, cell_width - QFontMetricsF(f).horizontalAdvance('0'));
+        f.setLetterSpacing(QFont::AbsoluteSpacing, cell_width * scale - QFontMetricsF(f).horizontalAdvance('0'));
     }
     return f;
 }

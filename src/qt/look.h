@@ -17,9 +17,12 @@ namespace desk::qt {
 /// Style, colours and fonts of the whole program: quiet and classic, the same on every system.
 void set_look(QApplication& application);
 
-/// The fonts are bundled, so that texts stand on the same grid everywhere.
-QFont font_of(text_font font);
-/// The cell of the fixed-pitch font, in pixels.
+/// The fonts are bundled, so that texts stand on the same grid everywhere. At every scale a cell of the fixed-pitch
+/// font has exactly its share of 8 x 16 pixels.
+QFont font_of(text_font font, double scale = 1);
+/// The pixel size of a font; rounded down, so that a caption that fits at 1:1 fits at every scale.
+int text_pixels(text_font font, double scale = 1);
+/// The cell of the fixed-pitch font at 1:1, in pixels.
 inline constexpr int cell_width = 8;
 inline constexpr int cell_height = 16;
 
@@ -33,8 +36,7 @@ inline constexpr double readable_contrast = 4.5;
 /// Marks a widget as the one with the focus, where the style itself does not. Called while it is painted.
 void draw_focus(QWidget& w);
 
-/// 15 twips are one pixel.
-inline int pixels(int twips) { return twips / 15; }
+inline constexpr int twips_per_pixel = 15;
 
 /// UTF-8 text with CR LF as the toolkit's text with single line breaks.
 QString shown_text(std::string_view text);

@@ -53,8 +53,6 @@ class label_face final : public control_face {
 public:
     label_face(label& model, QWidget* parent, event_gate& gate)
         : control_face(model, new text_label(parent), gate), model_(model), text_(static_cast<text_label*>(widget())) {
-        text_->setFont(font_of(model.font));
-        text_->set_line_pitch(pixels(model.line_pitch));
         text_->on_click = [this] { act([this] { click(model_); }); };
         text_->on_move = [this] { act([this] { hover(model_); }); };
         // one that is clicked is reached with the keyboard too
@@ -63,6 +61,11 @@ public:
     }
 
 protected:
+    void follow_scale() override {
+        text_->setFont(font_of(model_.font, scale()));
+        text_->set_line_pitch(model_.line_pitch * scale() / twips_per_pixel);
+    }
+
     bool take_event(QEvent* e) override {
         // the arrow keys go round the labels of the frame
         if (e->type() != QEvent::KeyPress) return false;
@@ -95,16 +98,20 @@ public:
 
 protected:
     void follow_kind() override {
-        // loaded when it is first seen; it fills its place whatever the screen's resolution
-        if (!model_.visible || !label_->pixmap(Qt::ReturnByValue).isNull()) return;
+        // loaded when it is first seen; it fills its place at every size
+        if (!model_.visible) return;
+        const bool needs_fine = scale() * label_->devicePixelRatioF() > 1;
+        if (!label_->pixmap(Qt::ReturnByValue).isNull() && (is_fine_ || !needs_fine)) return;
+        is_fine_ = needs_fine;
         const QString file = ":/pictures/" + QString::fromStdString(model_.file);
         const QString fine = file + "@2x.png";
-        label_->setPixmap(QPixmap(label_->devicePixelRatioF() > 1 && QFile::exists(fine) ? fine : file + ".png"));
+        label_->setPixmap(QPixmap(needs_fine && QFile::exists(fine) ? fine : file + ".png"));
     }
 
 private:
     picture& model_;
     QLabel* label_;
+    bool is_fine_ = false;
 };
 
 class line_face final : public control_face {

@@ -1,6 +1,6 @@
 #include "qt/plan_scale.h"
 
-#include <QDialog>
+#include <QComboBox>
 #include <QVariant>
 #include <QWidget>
 
@@ -13,9 +13,12 @@ constexpr const char* property = "plan_scale";
 } // namespace
 
 double plan_scale(const QWidget* w) {
-    // the list of a combo box is a window of its own, and a child of the box
-    for (; w != nullptr && qobject_cast<const QDialog*>(w) == nullptr; w = w->parentWidget())
-        if (const QVariant scale = w->property(property); scale.isValid()) return scale.toDouble();
+    while (w != nullptr) {
+        const QWidget* const window = w->window();
+        if (const QVariant scale = window->property(property); scale.isValid()) return scale.toDouble();
+        // the list of a combo box is a window of its own
+        w = qobject_cast<const QComboBox*>(window->parentWidget());
+    }
     return 1;
 }
 

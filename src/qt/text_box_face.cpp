@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
+#include <QPointF>
 #include <QScrollBar>
 #include <QTextBlockFormat>
 #include <QTextCursor>
@@ -16,6 +17,7 @@
 #include <QTextEdit>
 #include <QWheelEvent>
 
+#include <optional>
 #include <type_traits>
 
 namespace desk::qt {
@@ -44,7 +46,6 @@ class line_box_face final : public control_face {
 public:
     line_box_face(text_box& model, QWidget* parent, event_gate& gate)
         : control_face(model, new line_box(parent), gate), model_(model), edit_(static_cast<QLineEdit*>(widget())) {
-        edit_->setFont(font_of(model.font));
         edit_->setDragEnabled(false);
         edit_->setAcceptDrops(false);
         if (model.max_length > 0) edit_->setMaxLength(model.max_length);
@@ -54,6 +55,8 @@ public:
     }
 
 protected:
+    void follow_scale() override { edit_->setFont(font_of(model_.font, scale())); }
+
     void follow_kind() override {
         const QString text = shown_text(model_.text.get());
         if (edit_->text() != text) edit_->setText(text);
@@ -116,7 +119,6 @@ class page_box_face final : public control_face {
 public:
     page_box_face(text_box& model, QWidget* parent, event_gate& gate)
         : control_face(model, new page_box<Edit>(parent), gate), model_(model), edit_(static_cast<Edit*>(widget())) {
-        edit_->setFont(font_of(model.font));
         edit_->setUndoRedoEnabled(false);
         edit_->setAcceptDrops(false);
         edit_->setTabChangesFocus(true);
@@ -124,7 +126,6 @@ public:
         if constexpr (std::is_same_v<Edit, QTextEdit>) {
             edit_->setAcceptRichText(false);
             edit_->document()->setDocumentMargin(0);
-            lines_.setLineHeight(cell_height, QTextBlockFormat::FixedHeight);
         }
         set_accessible();
         connect(edit_, &Edit::textChanged, this, [this] {
@@ -135,7 +136,21 @@ public:
     }
 
 protected:
+    void follow_scale() override {
+        in_sight_ = QPointF(edit_->horizontalScrollBar()->value() / drawn_at_,
+                            edit_->verticalScrollBar()->value() / line_height());
+        drawn_at_ = scale();
+        edit_->setFont(font_of(model_.font, scale()));
+        if constexpr (std::is_same_v<Edit, QTextEdit>) {
+            lines_.setLineHeight(cell_height * scale(), QTextBlockFormat::FixedHeight);
+            QTextCursor all(edit_->document());
+            all.select(QTextCursor::Document);
+            all.mergeBlockFormat(lines_);
+        }
+    }
+
     void follow_kind() override {
+        keep_in_sight();
         if (edit_->isReadOnly() != model_.locked) edit_->setReadOnly(model_.locked);
         const QString text = shown_text(model_.text.get());
         if (shown_ == text) return;
@@ -155,8 +170,21 @@ protected:
     }
 
 private:
+    /// As the scroll bar counts: a plain one counts lines.
+    double line_height() const { return lines_.hasProperty(QTextFormat::LineHeight) ? lines_.lineHeight() : 1; }
+
+    /// After another scale.
+    void keep_in_sight() {
+        if (!in_sight_) return;
+        edit_->horizontalScrollBar()->setValue(qRound(in_sight_->x() * scale()));
+        edit_->verticalScrollBar()->setValue(qRound(in_sight_->y() * line_height()));
+        in_sight_.reset();
+    }
+
     text_box& model_;
     Edit* edit_;
+    double drawn_at_ = 1;
+    std::optional<QPointF> in_sight_; // the first column and line, while the scale changes
     QTextBlockFormat lines_;
     QString shown_; // our own copy: the document's end differs from the text's
 };
@@ -171,6 +199,7 @@ public:
     }
 
 protected:
+    void follow_scale() override { page_->set_scale(scale()); }
     void follow_kind() override { page_->catch_up(); }
 
 private:

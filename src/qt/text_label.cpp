@@ -6,6 +6,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStringList>
+#include <QtMath>
 
 namespace desk::qt {
 
@@ -56,10 +57,10 @@ void text_label::draw_text() {
         painter.drawText(place, Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, text_);
         return;
     }
-    const int first_line = place.top() + (line_pitch_ - metrics.height()) / 2 + metrics.ascent();
+    const double first_line = place.top() + (line_pitch_ - metrics.height()) / 2 + metrics.ascent();
     const QStringList lines = text_.split('\n');
     for (qsizetype i = 0; i < lines.size(); ++i)
-        painter.drawText(place.left(), first_line + static_cast<int>(i) * line_pitch_, lines[i]);
+        painter.drawText(place.left(), qFloor(first_line + static_cast<double>(i) * line_pitch_), lines[i]);
 }
 
 void text_label::mouseReleaseEvent(QMouseEvent* e) {

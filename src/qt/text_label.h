@@ -18,7 +18,7 @@ public:
 
     void set_text(const QString& text);
     /// Pixels from line to line; 0: as the font has it, and long lines are broken.
-    void set_line_pitch(int pitch) { line_pitch_ = pitch; }
+    void set_line_pitch(double pitch) { line_pitch_ = pitch; }
     /// No back colour: what lies under the label shows.
     void set_colors(const QColor& fore, const std::optional<QColor>& back);
 
@@ -37,7 +37,7 @@ private:
     void draw_text();
 
     QString text_;
-    int line_pitch_ = 0;
+    double line_pitch_ = 0;
     QColor fore_ = Qt::black;
     std::optional<QColor> back_;
 };

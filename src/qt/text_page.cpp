@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 #include <utility>
 
 namespace desk::qt {
@@ -36,9 +37,16 @@ std::size_t clamped(long long value, std::size_t most) {
 
 text_page::text_page(const text_box& model, QWidget* parent) : QAbstractScrollArea(parent), model_(model) {
     setFocusPolicy(Qt::StrongFocus);
-    setFont(font_of(model.font));
     viewport()->setCursor(Qt::IBeamCursor);
-    horizontalScrollBar()->setSingleStep(columns_a_step * cell_width);
+    set_scale(1);
+}
+
+void text_page::set_scale(double scale) {
+    // the ranges wait for the new size, so that no line in sight is lost between the two
+    if (!kept_column_) kept_column_ = horizontalScrollBar()->value() / cell_;
+    cell_ = cell_width * scale;
+    setFont(font_of(model_.font, scale));
+    horizontalScrollBar()->setSingleStep(qRound(columns_a_step * cell_));
 }
 
 void text_page::catch_up() {
@@ -78,9 +86,16 @@ void text_page::set_scroll_ranges() {
     const int visible = visible_lines();
     verticalScrollBar()->setPageStep(visible);
     verticalScrollBar()->setRange(0, std::max(0, static_cast<int>(lines_.count()) - visible));
-    const int width = static_cast<int>(lines_.longest()) * cell_width + 2 * margin;
+    const int width = column_place(lines_.longest()) + 2 * margin;
     horizontalScrollBar()->setPageStep(viewport()->width());
     horizontalScrollBar()->setRange(0, std::max(0, width - viewport()->width()));
+    if (kept_column_) horizontalScrollBar()->setValue(qRound(*kept_column_ * cell_));
+    kept_column_.reset();
+}
+
+int text_page::column_place(std::size_t column) const {
+    constexpr double widest = std::numeric_limits<int>::max() / 2;
+    return qRound(std::min(widest, static_cast<double>(column) * cell_));
 }
 
 text_lines::range text_page::selection() const { return {std::min(anchor_, cursor_), std::max(anchor_, cursor_)}; }
@@ -138,8 +153,10 @@ QRect text_page::place_of(std::size_t offset) const {
     const std::size_t line = lines_.line_at(offset);
     const int height = fontMetrics().lineSpacing();
     const auto row = static_cast<long long>(line) - verticalScrollBar()->value();
-    return {margin + static_cast<int>(lines_.column_at(offset)) * cell_width - horizontalScrollBar()->value(),
-            margin + static_cast<int>(row) * height, cell_width, height};
+    const std::size_t column = lines_.column_at(offset);
+    const int left = column_place(column);
+    return {margin + left - horizontalScrollBar()->value(), margin + static_cast<int>(row) * height,
+            column_place(column + 1) - left, height};
 }
 
 std::size_t text_page::offset_at(QPoint point) const {
@@ -148,7 +165,7 @@ std::size_t text_page::offset_at(QPoint point) const {
     const int row = (point.y() - margin + height) / height - 1;
     const std::size_t line = clamped(verticalScrollBar()->value() + static_cast<long long>(row), lines_.count() - 1);
     const int x = point.x() - margin + horizontalScrollBar()->value();
-    const int column = std::max(0, x + cell_width / 2) / cell_width;
+    const double column = std::max(0.0, x / cell_ + 0.5);
     return lines_.offset_of(line, static_cast<std::size_t>(column));
 }
 
@@ -189,9 +206,8 @@ void text_page::paintEvent(QPaintEvent* e) {
 void text_page::draw_line(QPainter& painter, std::size_t line) const {
     // only the visible part of a long line is drawn
     const int scrolled = horizontalScrollBar()->value();
-    const int hidden_columns = std::max(0, scrolled - margin) / cell_width;
-    const auto first_column = static_cast<std::size_t>(hidden_columns);
-    const auto columns = static_cast<std::size_t>(viewport()->width() / cell_width + 2);
+    const auto first_column = static_cast<std::size_t>(std::max(0, scrolled - margin) / cell_);
+    const auto columns = static_cast<std::size_t>(viewport()->width() / cell_ + 2);
     const std::size_t begin = lines_.offset_of(line, first_column);
     std::size_t end = begin;
     for (std::size_t i = 0; i < columns && end < lines_.end_of(line); ++i)
@@ -199,7 +215,7 @@ void text_page::draw_line(QPainter& painter, std::size_t line) const {
     const std::string_view text = lines_.text().substr(begin, end - begin);
 
     const QRect row(0, place_of(lines_.begin_of(line)).top(), viewport()->width(), fontMetrics().lineSpacing());
-    const int left = margin + static_cast<int>(first_column) * cell_width - scrolled;
+    const int left = margin + column_place(first_column) - scrolled;
     const QPoint base(left, row.top() + fontMetrics().ascent());
     painter.setPen(palette().color(QPalette::Text));
     painter.drawText(base, shown(text));
@@ -227,7 +243,7 @@ void text_page::resizeEvent(QResizeEvent* /*e*/) { set_scroll_ranges(); }
 
 void text_page::changeEvent(QEvent* e) {
     QAbstractScrollArea::changeEvent(e);
-    if (e->type() == QEvent::FontChange) set_scroll_ranges();
+    if (e->type() == QEvent::FontChange && !kept_column_) set_scroll_ranges();
     viewport()->update();
 }
 
@@ -272,7 +288,7 @@ void text_page::mouseDoubleClickEvent(QMouseEvent* e) {
     pointer_ = e->position().toPoint();
     unit_ = unit::word;
     // the character under the pointer, also where its end is nearer
-    first_unit_ = unit_at(offset_at(pointer_ - QPoint(cell_width / 2, 0)));
+    first_unit_ = unit_at(offset_at(pointer_ - QPoint(qRound(cell_ / 2), 0)));
     select(first_unit_.begin, first_unit_.end);
 }
 
@@ -307,7 +323,7 @@ void text_page::scroll_beyond_edge() {
         if (distance != 0) bar.setValue(bar.value() + (distance / cell_height + (distance > 0 ? 1 : -1)) * step);
     };
     scroll(*verticalScrollBar(), sight.top() - pointer_.y(), pointer_.y() - sight.bottom(), 1);
-    scroll(*horizontalScrollBar(), sight.left() - pointer_.x(), pointer_.x() - sight.right(), cell_width);
+    scroll(*horizontalScrollBar(), sight.left() - pointer_.x(), pointer_.x() - sight.right(), qRound(cell_));
     extend_to(pointer_);
 }
 

@@ -2,6 +2,7 @@
 
 #include "controls/controls.h"
 #include "controls/text_lines.h"
+#include "qt/look.h"
 
 #include <QAbstractScrollArea>
 #include <QBasicTimer>
@@ -9,6 +10,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 
 namespace desk::qt {
 
@@ -19,6 +21,9 @@ class text_page : public QAbstractScrollArea {
 
 public:
     text_page(const text_box& model, QWidget* parent);
+
+    /// Draws the text larger or smaller; the same lines stay in sight.
+    void set_scale(double scale);
 
     /// Reads what the model's text has gained, or all of another text. Every event calls it first, since the model can
     /// change before its face follows.
@@ -63,6 +68,8 @@ private:
     /// Selects without scrolling.
     void set_selection(std::size_t anchor, std::size_t cursor);
     int visible_lines() const;
+    /// Where a column begins, in pixels from the first one.
+    int column_place(std::size_t column) const;
     void set_scroll_ranges();
     /// Extends the selection to a point by whole units.
     void extend_to(QPoint point);
@@ -75,6 +82,8 @@ private:
 
     const text_box& model_;
     text_lines lines_;
+    double cell_ = cell_width;
+    std::optional<double> kept_column_; // the first one in sight, while the scale changes
     int replacements_ = -1;
     std::size_t anchor_ = 0;
     std::size_t cursor_ = 0;

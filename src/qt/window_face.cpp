@@ -6,6 +6,8 @@
 #include "qt/list_view_face.h"
 #include "qt/look.h"
 #include "qt/plain_faces.h"
+#include "qt/plan_fit.h"
+#include "qt/plan_scale.h"
 #include "qt/reading_order.h"
 #include "qt/text_box_face.h"
 
@@ -15,6 +17,13 @@
 #include <algorithm>
 
 namespace desk::qt {
+
+namespace {
+
+/// One that is still found on the screen.
+constexpr QSize smallest_window(120, 80);
+
+} // namespace
 
 std::unique_ptr<control_face> make_face(control& model, QWidget* parent, event_gate& gate) {
     switch (model.kind()) {
@@ -49,28 +58,70 @@ std::unique_ptr<control_face> make_face(control& model, QWidget* parent, event_g
     return nullptr;
 }
 
-window_face::window_face(desk::window& model, event_gate& gate) : model_(model), gate_(gate), guide_(model) {
+window_face::window_face(desk::window& model, event_gate& gate)
+    : model_(model)
+    , gate_(gate)
+    , plan_(model.width, model.height)
+    , place_(*this, plan_, nullptr)
+    , area_(*new plan_area(this))
+    , guide_(model) {
     build_all();
 }
 
 window_face::window_face(desk::window& model, event_gate& gate, QWidget* parent)
     : QWidget(parent, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
-                          (model.on_close ? Qt::WindowCloseButtonHint : Qt::WindowFlags()))
+                          (model.on_close ? Qt::WindowCloseButtonHint : Qt::WindowFlags()) |
+                          (model.takes_extra_room != nullptr ? Qt::WindowMaximizeButtonHint : Qt::WindowFlags()))
     , model_(model)
     , gate_(gate)
+    , plan_(model.width, model.height)
+    , place_(*this, plan_, parent)
+    , area_(*new plan_area(this))
     , guide_(model) {
     setWindowModality(Qt::ApplicationModal);
-    const QSize size(pixels(model.width), pixels(model.height));
-    if (parent != nullptr) move(parent->geometry().center() - QRect(QPoint(), size).center());
     build_all();
 }
 
 void window_face::build_all() {
     setObjectName(QString::fromStdString(model_.name));
-    setFixedSize(pixels(model_.width), pixels(model_.height));
+    setMinimumSize(smallest_window);
+    fit_plan();
     for (control* c : model_.controls())
         build(*c);
     follow();
+}
+
+void window_face::fit_plan() {
+    double scale = fitting_scale(plan_, size(), devicePixelRatioF());
+    if (model_.takes_extra_room != nullptr) scale = std::min(scale, place_.usual_scale());
+    const QSize pixels = plan_pixels(plan_, scale);
+    const bool fits = pixels.width() <= width() && pixels.height() <= height();
+    const QSize extra = fits && model_.takes_extra_room != nullptr ? size() - pixels : QSize(0, 0);
+    if (plan_scale(this) == scale && extra_room_ == extra) return;
+    area_.setUpdatesEnabled(false);
+    area_.plan().resize(pixels + extra);
+    share_extra_room(extra);
+    set_scale(scale);
+    area_.setUpdatesEnabled(true);
+}
+
+void window_face::set_scale(double scale) {
+    set_plan_scale(*this, scale);
+    area_.plan().setFont(font_of(text_font::sans, scale));
+    // all of them: this changes no model, and every model is as its face last saw it
+    for (const auto& [model, face] : faces_)
+        face->follow();
+}
+
+void window_face::share_extra_room(QSize extra) {
+    extra_room_ = extra;
+    for (const auto& [model, face] : faces_) {
+        if (model == model_.takes_extra_room)
+            face->set_extra_room({0, 0, extra.width(), extra.height()});
+        else if (model->parent == nullptr)
+            // they stay at the right lower corner
+            face->set_extra_room({-extra.width(), -extra.height(), extra.width(), extra.height()});
+    }
 }
 
 void window_face::build(control& c) {
@@ -83,7 +134,7 @@ void window_face::build(control& c) {
         return;
     }
     const auto around = faces_.find(c.parent);
-    auto face = make_face(c, around == faces_.end() ? this : around->second->widget(), gate_);
+    auto face = make_face(c, around == faces_.end() ? &area_.plan() : around->second->widget(), gate_);
     face->follow();
     faces_.emplace(&c, std::move(face));
 }
@@ -123,6 +174,9 @@ void window_face::follow_focus() {
     const auto focused = faces_.find(model_.focused);
     if (focused != faces_.end() && focused->second->widget()->isEnabled() && focusWidget() != focused->second->widget())
         focused->second->widget()->setFocus();
+    if (in_sight_ == model_.focused) return;
+    in_sight_ = model_.focused;
+    if (focused != faces_.end()) area_.bring_into_sight(*focused->second->widget());
 }
 
 void window_face::follow_timer(const timer& model, QTimer& ticks) const {
@@ -153,6 +207,21 @@ void window_face::hideEvent(QHideEvent* e) {
     QWidget::hideEvent(e);
     // one that is minimised is not closed
     if (!e->spontaneous()) emit hidden();
+}
+
+void window_face::resizeEvent(QResizeEvent* /*e*/) {
+    area_.setGeometry(rect());
+    if (!isMinimized()) fit_plan();
+}
+
+bool window_face::event(QEvent* e) {
+    const bool taken = QWidget::event(e);
+    if (e->type() == QEvent::ScreenChangeInternal) {
+        // texts are legible, and pictures fine enough, at another size
+        extra_room_ = {};
+        fit_plan();
+    }
+    return taken;
 }
 
 bool window_face::focusNextPrevChild(bool next) {

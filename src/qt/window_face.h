@@ -4,6 +4,8 @@
 #include "qt/control_face.h"
 #include "qt/event_gate.h"
 #include "qt/focus_guide.h"
+#include "qt/plan_area.h"
+#include "qt/window_place.h"
 
 #include <QTimer>
 #include <QWidget>
@@ -38,11 +40,18 @@ protected:
     void closeEvent(QCloseEvent* e) override;
     void keyPressEvent(QKeyEvent* e) override;
     void hideEvent(QHideEvent* e) override;
+    void resizeEvent(QResizeEvent* e) override;
+    bool event(QEvent* e) override;
     bool focusNextPrevChild(bool next) override;
 
 private:
     void build_all();
     void build(control& c);
+    /// Draws the plan as large as the window has room for it.
+    void fit_plan();
+    void set_scale(double scale);
+    /// Gives the control that takes it what the plan leaves over, and moves the others along.
+    void share_extra_room(QSize extra);
     void follow_window();
     void follow_focus();
     bool closes_frame(int key);
@@ -52,6 +61,11 @@ private:
 
     desk::window& model_;
     event_gate& gate_;
+    QSize plan_; // in twips
+    window_place place_;
+    plan_area& area_;
+    QSize extra_room_;
+    const control* in_sight_ = nullptr; // the focus that was scrolled to
     std::map<const control*, std::unique_ptr<control_face>> faces_;
     std::map<const control*, std::unique_ptr<QTimer>> timers_;
     focus_guide guide_;

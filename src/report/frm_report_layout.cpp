@@ -18,6 +18,7 @@ void frm_report::lay_out_controls() {
         {cmd_exit, "cmd_exit", in_window, 6000, 7830, 1380, 420, "Exit", disabled},
     });
     // clang-format on
+    form.takes_extra_room = &txt_report;
 }
 
 } // namespace desk

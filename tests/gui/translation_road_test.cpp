@@ -4,16 +4,15 @@
 #include "bench_fixture.h"
 
 #include "generator/sink_edids.h"
+#include "sight.h"
 
 #include <QCheckBox>
 #include <QDir>
-#include <QFontMetrics>
 #include <QLabel>
 #include <QMessageBox>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTextBlock>
 #include <QTextEdit>
 #include <QTreeWidget>
 
@@ -93,25 +92,6 @@ protected:
         return shown;
     }
 
-    /// Whether a control over the text covers any character that is no blank.
-    bool covers_text(const QString& name) {
-        auto& box = operator_hand().find<QTextEdit>("txt_edid");
-        const QWidget& w = operator_hand().find(name);
-        const QFontMetrics metrics(box.font());
-        const QRect place(w.mapTo(box.viewport()->window(), QPoint(0, 0)), w.size());
-        for (QTextBlock line = box.document()->begin(); line.isValid(); line = line.next()) {
-            for (int i = 0; i < line.length() - 1; ++i) {
-                if (line.text().at(i).isSpace()) continue;
-                QTextCursor cursor(line);
-                cursor.setPosition(line.position() + i);
-                const QPoint cell = box.viewport()->mapTo(box.window(), box.cursorRect(cursor).topLeft());
-                const QRect ink = metrics.boundingRect(line.text().at(i));
-                if (place.intersects(ink.translated(cell + QPoint(0, metrics.ascent())))) return true;
-            }
-        }
-        return false;
-    }
-
     std::vector<seen_dialog> dialogs;
     std::vector<seen_box> boxes;
 };
@@ -188,7 +168,7 @@ TEST_F(translation_road, the_boxes_of_the_established_timings_stand_where_the_te
         const QString name = "chk_established_" + QString::number(i);
         EXPECT_TRUE(operator_hand().is_shown(name)) << qPrintable(name);
         EXPECT_EQ(operator_hand().find<QCheckBox>(name).isChecked(), ticked.contains(i)) << qPrintable(name);
-        EXPECT_FALSE(covers_text(name)) << qPrintable(name);
+        EXPECT_FALSE(covers_text(operator_hand(), "txt_edid", name)) << qPrintable(name);
     }
     operator_hand().click("chk_established_0");
     EXPECT_TRUE(operator_hand().find<QCheckBox>("chk_established_0").isChecked());
@@ -203,7 +183,7 @@ TEST_F(translation_road, the_pictures_of_the_speakers_stand_where_the_floor_plan
     click_node({block_1, data_blocks, "Speaker Allocation Data Block"});
     EXPECT_EQ(pictures_on_show(), all_pictures);
     for (const QString& name : all_pictures) {
-        EXPECT_FALSE(covers_text(name)) << qPrintable(name);
+        EXPECT_FALSE(covers_text(operator_hand(), "txt_edid", name)) << qPrintable(name);
         EXPECT_FALSE(operator_hand().find<QLabel>(name).pixmap(Qt::ReturnByValue).isNull()) << qPrintable(name);
     }
     click_node({block_1});

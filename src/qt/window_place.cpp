@@ -1,0 +1,99 @@
+#include "qt/window_place.h"
+
+#include "qt/plan_fit.h"
+#include "qt/plan_scale.h"
+
+#include <QEvent>
+#include <QScreen>
+#include <QWidget>
+#include <QWindow>
+
+namespace desk::qt {
+
+namespace {
+
+/// What a window manager usually puts around a window.
+constexpr QMargins usual_frame(2, 30, 2, 2);
+
+} // namespace
+
+window_place::window_place(QWidget& window, QSize plan, const QWidget* above)
+    : window_(window), plan_(plan), usual_scale_(plan_scale(above)), assumed_frame_(usual_frame) {
+    if (above != nullptr) {
+        window_.setScreen(above->screen());
+        if (above->windowHandle() != nullptr) assumed_frame_ = above->windowHandle()->frameMargins();
+    }
+    first_size_ = first_size();
+    window_.resize(first_size_);
+    if (above != nullptr) {
+        QRect frame(QPoint(), first_size_.grownBy(assumed_frame_));
+        frame.moveCenter(above->frameGeometry().center());
+        window_.move(moved_into(window_.screen()->availableGeometry(), frame).topLeft());
+    }
+    window_.installEventFilter(this);
+}
+
+QMargins window_place::frame_margins() const {
+    if (!has_been_seen_ || window_.windowHandle() == nullptr) return assumed_frame_;
+    const QMargins frame = window_.windowHandle()->frameMargins();
+    return frame.isNull() ? assumed_frame_ : frame;
+}
+
+QSize window_place::first_size() const {
+    const QSize available = window_.screen()->availableGeometry().size();
+    const double scale =
+        first_scale(plan_, available, frame_margins(), window_.screen()->devicePixelRatio(), usual_scale_);
+    return plan_pixels(plan_, scale).boundedTo(available.shrunkBy(frame_margins()));
+}
+
+bool window_place::eventFilter(QObject* watched, QEvent* e) {
+    if (watched == &window_ && e->type() == QEvent::Show && !screen_changes_) on_first_show();
+    if (watched == window_.windowHandle() && e->type() == QEvent::Expose && window_.windowHandle()->isExposed() &&
+        !has_been_seen_) {
+        has_been_seen_ = true;
+        // not while the window is being drawn
+        QMetaObject::invokeMethod(this, &window_place::correct_first_size, Qt::QueuedConnection);
+    }
+    return false;
+}
+
+void window_place::on_first_show() {
+    window_.windowHandle()->installEventFilter(this);
+    connect(window_.windowHandle(), &QWindow::screenChanged, this, [this] {
+        watch_screen();
+        fit_on_screen();
+    });
+    watch_screen();
+}
+
+void window_place::watch_screen() {
+    disconnect(screen_changes_);
+    screen_changes_ = connect(window_.screen(), &QScreen::availableGeometryChanged, this, &window_place::fit_on_screen);
+}
+
+void window_place::correct_first_size() {
+    // a window manager or the operator has been quicker
+    if (window_.isMaximized() || window_.isFullScreen() || window_.size() != first_size_) return;
+    const QSize size = first_size();
+    if (size != first_size_) window_.resize(size);
+    keep_in_sight();
+}
+
+void window_place::fit_on_screen() {
+    if (window_.isMaximized() || window_.isFullScreen()) return;
+    const QSize room = window_.screen()->availableGeometry().size().shrunkBy(frame_margins());
+    const QSize size = window_.size();
+    if (size.width() > room.width() || size.height() > room.height()) {
+        const double scale = fitting_scale(plan_, size.boundedTo(room), window_.screen()->devicePixelRatio());
+        window_.resize(plan_pixels(plan_, scale).boundedTo(room));
+    }
+    keep_in_sight();
+}
+
+void window_place::keep_in_sight() {
+    const QRect frame = window_.frameGeometry();
+    const QRect moved = moved_into(window_.screen()->availableGeometry(), frame);
+    if (moved.topLeft() != frame.topLeft()) window_.move(moved.topLeft());
+}
+
+} // namespace desk::qt

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QMargins>
+#include <QObject>
+#include <QSize>
+
+class QScreen;
+class QWidget;
+
+namespace desk::qt {
+
+/// The size with which a window opens, and its place on the screen. Nothing of it is remembered from run to run.
+class window_place final : public QObject {
+    Q_OBJECT
+
+public:
+    /// `plan` in twips. A window above another one opens in its middle, at its scale if that fits.
+    window_place(QWidget& window, QSize plan, const QWidget* above);
+
+    /// The scale of the window above which this one opens; 1 for the main window.
+    double usual_scale() const { return usual_scale_; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* e) override;
+
+private:
+    /// The margins are known only after the window has appeared.
+    QMargins frame_margins() const;
+    QSize first_size() const;
+    void on_first_show();
+    void correct_first_size();
+    void watch_screen();
+    /// After the screen has become smaller.
+    void fit_on_screen();
+    void keep_in_sight();
+
+    QWidget& window_;
+    QSize plan_;
+    double usual_scale_;
+    QMargins assumed_frame_;
+    QSize first_size_;
+    bool has_been_seen_ = false;
+    QMetaObject::Connection screen_changes_;
+};
+
+} // namespace desk::qt
