@@ -218,7 +218,7 @@ private:
 
     /// A loop that has ended leaves the toolkit refusing every further dialog.
     static void clear_quit() {
-        QTimer::singleShot(0, qApp, [] { QApplication::quit(); });
+        QTimer::singleShot(0, qApp, [] { QApplication::exit(); });
         QApplication::exec();
     }
 
@@ -273,9 +273,11 @@ private:
 
     void look_at_end() {
         const hand h(program_->main_window());
-        if (h.is_shown("fra_about")) h.click("cmd_about_ok");
-        if (program_->desk().link.com_port != 1) h.choose("cbo_com", 0);
-        if (!program_->desk().link.rs232_connected) h.click("cmd_conn");
+        // a key that another program saw go up counts as down for a while
+        const auto list_opens = [&h] { return h.click("cbo_com"), QApplication::activePopupWidget() != nullptr; };
+        if (!wait_until(list_opens, 10000)) throw std::runtime_error("the window takes no click");
+        holding_hand::tap(Qt::Key_Home);
+        holding_hand::tap(Qt::Key_Return);
         h.click("cmd_timing");
         h.click_row("lstv_timing", 5);
         h.click("cmd_run");
@@ -294,7 +296,10 @@ private:
                                   .arg(h.text("lab_out"), hdcp);
         if (program_->desk().rows.cur_timing != 5 || program_->desk().rows.cur_pattern != 7 ||
             !generator().has_printed(shown.toUtf8()))
-            throw std::runtime_error("Refresh shows something else: " + shown.toStdString());
+            throw std::runtime_error("Refresh shows something else: " + shown.toStdString() +
+                                     "the last traffic: " + generator().traffic().mid(-12).join(", ").toStdString() +
+                                     ", COM" + std::to_string(program_->desk().link.com_port) +
+                                     (program_->desk().link.rs232_connected ? "" : ", closed"));
     }
 
     QTemporaryDir folder_;
