@@ -101,7 +101,8 @@ int first_paint(std::int64_t started_ns, int argument_count, char** arguments) {
     desk::qt::desk_program program(path_of(directory));
     first_paint_watch watch;
     if (!program.start()) return 1;
-    program.main_window().installEventFilter(&watch);
+    // what fills the window is painted, not the window itself
+    application.installEventFilter(&watch);
     while (!watch.painted)
         QApplication::processEvents(QEventLoop::WaitForMoreEvents);
     // the paint of the window and its children is one pass

@@ -15,6 +15,7 @@ inline constexpr color color_dark_green = 0x00A000;
 inline constexpr color color_blue = 0xFF0000;
 inline constexpr color color_current_view = 0xFFFF80;
 inline constexpr color color_window = 0xC0C0C0;
+inline constexpr color color_readout = 0xE8E8E8;
 inline constexpr color color_black = 0x000000;
 inline constexpr color color_white = 0xFFFFFF;
 

@@ -37,6 +37,7 @@ std::string_view kind_name(control_kind kind);
 /// How a control writes its text.
 enum class text_font {
     sans,       ///< the desk's one font
+    small,      ///< the same for what comes second
     fixed,      ///< fixed pitch, one character a cell of 8 x 16 pixels
     large_bold, ///< for a mark that is read at arm's length
 };

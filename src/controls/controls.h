@@ -9,17 +9,27 @@
 
 namespace desk {
 
+/// What a frame is on the plan, for the face that draws it.
+enum class frame_kind {
+    group,   ///< a group of controls
+    view,    ///< the whole of a view
+    overlay, ///< lies over a view for a while
+    page,    ///< covers the frame that it lies in
+};
+
 class frame : public control {
 public:
     frame() : control(control_kind::frame) {}
     property<std::string> caption{*this, ""};
+    frame_kind role = frame_kind::group;
 };
 
 class button : public control {
 public:
     button() : control(control_kind::button) {}
     property<std::string> caption{*this, ""};
-    char mnemonic = 0; ///< the letter of the caption that presses it from the keyboard; 0: none
+    char mnemonic = 0;      ///< the letter of the caption that presses it from the keyboard; 0: none
+    bool in_column = false; ///< one of a column of buttons that choose what is on show
     event on_click;
 };
 
@@ -28,7 +38,8 @@ public:
     label() : control(control_kind::label) {}
     property<std::string> caption{*this, ""};
     text_font font = text_font::sans;
-    int line_pitch = 0; ///< twips from line to line; 0: as the font has it
+    int line_pitch = 0;     ///< twips from line to line; 0: as the font has it
+    bool in_middle = false; ///< its text is centred in its height, beside a box or a button of that height
     event on_click;
     event on_mouse_move;
 };

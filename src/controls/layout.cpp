@@ -31,14 +31,22 @@ void set_caption(control& c, std::string caption) {
 }
 
 void set_flags(control& c, unsigned flags) {
-    const text_font font = (flags & fixed_pitch) != 0  ? text_font::fixed
-                           : (flags & large_bold) != 0 ? text_font::large_bold
-                                                       : text_font::sans;
+    const text_font font = (flags & fixed_pitch) != 0   ? text_font::fixed
+                           : (flags & large_bold) != 0  ? text_font::large_bold
+                           : (flags & small_print) != 0 ? text_font::small
+                                                        : text_font::sans;
     if ((flags & hidden) != 0) c.visible = false;
     if ((flags & disabled) != 0) c.enabled = false;
+    if (auto* f = dynamic_cast<frame*>(&c)) {
+        f->role = (flags & view_frame) != 0      ? frame_kind::view
+                  : (flags & overlay_frame) != 0 ? frame_kind::overlay
+                  : (flags & page_frame) != 0    ? frame_kind::page
+                                                 : frame_kind::group;
+    }
+    if (auto* b = dynamic_cast<button*>(&c)) b->in_column = (flags & in_column) != 0;
     if (auto* l = dynamic_cast<label*>(&c)) {
+        l->in_middle = (flags & in_middle) != 0;
         l->font = font;
-        l->line_pitch = (flags & row_pitch) != 0 ? label_line_pitch : 0;
     }
     if (auto* t = dynamic_cast<text_box*>(&c)) {
         t->font = font;

@@ -17,14 +17,15 @@ enum placement_flag : unsigned {
     multi_line = 1U << 3U,
     fixed_pitch = 1U << 4U,
     large_bold = 1U << 5U,
-    row_pitch = 1U << 6U,  ///< a label whose lines stand at the pitch of the rows beside it
-    on_grid = 1U << 7U,    ///< a text box of cells, for controls that lie over it
-    any_length = 1U << 8U, ///< a text box that shows a long text at once
+    on_grid = 1U << 6U,    ///< a text box of cells, for controls that lie over it
+    any_length = 1U << 7U, ///< a text box that shows a long text at once
+    small_print = 1U << 8U,
+    in_middle = 1U << 9U,  ///< a label whose text is centred in its height
+    in_column = 1U << 10U, ///< a button of a column that chooses what is on show
+    view_frame = 1U << 11U,
+    overlay_frame = 1U << 12U,
+    page_frame = 1U << 13U,
 };
-
-/// The distance from line to line of the labels that title rows of boxes or buttons; the rows themselves stand two
-/// lines apart. In twips.
-inline constexpr int label_line_pitch = 225;
 
 /// One line of a layout table: the model, its name ("cmd_out(2)" in a control array), the frame it lies in (none: the
 /// window), left, top, width and height in twips, and the caption. "&" stands before the caption's mnemonic letter.

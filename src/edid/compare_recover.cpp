@@ -24,6 +24,7 @@ void compare_recover::cmd_compare_click() {
     }
     result_.begin("COMPARE", "Comparing ...\r\n");
     const int count = buffers_.different_bytes();
+    result_.differing.look_at(buffers_);
     // the words differ from those of VERIFY on purpose
     result_.tell(count > 0 ? "There are" + str(count) + " wrong data!" : "Match entirely.");
     result_.show_pass(count == 0);

@@ -2,7 +2,7 @@
 
 namespace desk {
 
-result_frame::result_frame(workbench_frame& view) : view_(view) {
+result_frame::result_frame(workbench_frame& view) : differing(view), view_(view) {
     view_.cmd_ok.on_click = [this] { cmd_ok_click(); };
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "edid/difference.h"
 #include "edid/workbench_frame.h"
 
 #include <string>
@@ -19,6 +20,8 @@ public:
     void show_pass(bool pass);
 
     void cmd_ok_click();
+
+    difference differing; ///< what COMP or VERIFY has found last
 
 private:
     workbench_frame& view_;

@@ -78,6 +78,7 @@ void sink_transfers::read_sink() {
     }
     // straight from the port: tim_rx takes no part
     edid_buffer received{};
+    work bytes_read(link_.progress, edid_size);
     int t = 0;
     for (std::size_t n = 0; n < edid_size;) {
         for (t = 0; link_.host().port.in_count() == 0 && t < read_limit; ++t)
@@ -87,7 +88,9 @@ void sink_transfers::read_sink() {
             break;
         }
         for (const std::uint8_t byte : link_.host().port.read()) {
-            if (n < edid_size) received.at(n++) = byte;
+            if (n == edid_size) break;
+            received.at(n++) = byte;
+            bytes_read.step();
         }
     }
     if (fields_.read_ok)
@@ -140,6 +143,7 @@ void sink_transfers::cmd_write_click() {
         end_work(view_.cmd_write);
         return;
     }
+    const work writing(link_.progress);
     send_write_buff();
     const int t = wait_for_answer(write_limit, 0.01F);
     link_.tim_rx.enabled = false;
@@ -214,6 +218,7 @@ void sink_transfers::verify() {
     if (fields_.read_ok) {
         result_.tell("Comparing ..." + crlf);
         const int count = buffers_.different_bytes();
+        result_.differing.look_at(buffers_);
         result_.tell(count != 0 ? "There are" + str(count) + " wrong data !" : "Match entirely.");
         result_.show_pass(count == 0);
     } else {
@@ -258,6 +263,7 @@ void sink_transfers::cmd_erase_click() {
     link_.rx_done = false;
     link_.tim_rx.enabled = true;
     link_.host().events.pump();
+    const work erasing(link_.progress);
     wait_for_answer(erase_limit, 0.05F);
     const bool erased = link_.rx_done && link_.rx_text == erase_done;
     if (erased)

@@ -27,6 +27,8 @@ public:
     };
     automatic_run_window frm_diag;
 
+    work_progress& progress() { return link_.progress; }
+
     void cmd_read_click();
     void cmd_write_click();
     void cmd_verify_click();

@@ -12,7 +12,7 @@ namespace desk {
 
 namespace {
 
-constexpr int tries = 2;
+constexpr int most_tries = 2;
 constexpr int wait_limit = 150;
 constexpr int wait_limit_reset = 800;
 
@@ -75,7 +75,9 @@ void exchange::tx_cmd(std::string_view cmd) {
     rx_done = false;
     if (!check_connected()) return;
     const int limit = cmd == command::reset ? wait_limit_reset : wait_limit;
-    for (int attempt = 0; attempt < tries && !rx_done; ++attempt) {
+    const int outer_tries = tries; // of an exchange that this one comes in the middle of
+    for (int attempt = 0; attempt < most_tries && !rx_done; ++attempt) {
+        tries = attempt + 1;
         rx_count = 0;
         rx_text.clear();
         rx_done = false;
@@ -88,6 +90,7 @@ void exchange::tx_cmd(std::string_view cmd) {
         // a wrong echo ends the wait at once, since the letters are looked at only here
         if (!download_mode && std::string_view(rx_text).substr(0, 3) != cmd.substr(0, 3)) rx_done = false;
     }
+    tries = outer_tries;
     tim_rx.enabled = false;
     machine_.events.pump();
 }

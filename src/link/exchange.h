@@ -2,6 +2,7 @@
 
 #include "controls/controls.h"
 #include "link/view.h"
+#include "link/work_progress.h"
 #include "platform/machine.h"
 
 #include <cstdint>
@@ -29,6 +30,9 @@ public:
     std::int16_t rx_count = 0; ///< bytes received since the present try began
     std::string rx_text;       ///< those bytes, one character each; stays valid until the next send
     bool rx_done = false;      ///< the present command's answer has been accepted
+
+    int tries = 0;          ///< how often the command that waits for its answer has been sent; 0: none waits
+    work_progress progress; ///< of whatever talks to the generator
 
     label lab_com;
     combo_box cbo_com;

@@ -51,7 +51,10 @@ bool is_listed_in_group(gid_t group) {
     return false;
 }
 
-/// "com1 leads to /dev/serial/by-id/adapter, which is not there"
+constexpr const char* another_port = ": choose another port";
+constexpr const char* close_it_there = ": close the port there";
+
+/// "com1 leads to /dev/serial/by-id/adapter, which is not there: plug it in, or ..."
 std::string problem_of_absence(const fs::path& device) {
     std::string text = plain(device);
     fs::path link = device;
@@ -64,7 +67,8 @@ std::string problem_of_absence(const fs::path& device) {
         joint = ", which leads to ";
         link = link.parent_path() / target;
     }
-    return text + (link == device ? " is not there" : ", which is not there");
+    return link == device ? text + " is not there: plug the adapter in, or make a com link to it"
+                          : text + ", which is not there: plug it in, or make the link lead to another device";
 }
 
 device_rights rights_of(const struct stat& status) {
@@ -94,13 +98,22 @@ std::string problem_of_opening(const fs::path& device, int error, const process_
     return text;
 }
 
+std::string problem_of_use(const fs::path& device, const std::string& what, int error) {
+    std::string text = shown_name(device) + " can't be " + what + ": " + std::strerror(error);
+    // the system has names for serial ports that the machine does not have
+    if (error == EIO || error == ENOTTY) text += another_port;
+    return text;
+}
+
+std::string problem_of_file(const fs::path& device) { return shown_name(device) + " is no serial port" + another_port; }
+
 std::string problem_of_holder(const fs::path& device, const std::optional<process_found>& holder) {
-    return shown_name(device) + " is in use by " + (holder ? holder->text() : "another program");
+    return shown_name(device) + " is in use by " + (holder ? holder->text() : "another program") + close_it_there;
 }
 
 std::string problem_of_terminal(const fs::path& device, const std::optional<process_found>& at_work) {
-    if (!at_work) return shown_name(device) + " is the terminal that the desk was started from";
-    return shown_name(device) + " is a terminal that " + at_work->text() + " works at";
+    if (!at_work) return shown_name(device) + " is the terminal that the desk was started from" + another_port;
+    return shown_name(device) + " is a terminal that " + at_work->text() + " works at" + another_port;
 }
 
 std::string problem_of_rights(const device_rights& rights) {

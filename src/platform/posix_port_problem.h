@@ -19,6 +19,12 @@ std::string shown_name(const std::filesystem::path& device);
 std::string problem_of_opening(const std::filesystem::path& device, int error,
                                const process_table& processes = process_table());
 
+/// The device was opened and can't be `what` ("used as a serial port"); `error` is the system's number of the reason.
+std::string problem_of_use(const std::filesystem::path& device, const std::string& what, int error);
+
+/// Something else has the device's name, such as a file.
+std::string problem_of_file(const std::filesystem::path& device);
+
 /// Another program holds the device.
 std::string problem_of_holder(const std::filesystem::path& device, const std::optional<process_found>& holder);
 

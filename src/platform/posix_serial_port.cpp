@@ -6,7 +6,6 @@
 
 #include <array>
 #include <cerrno>
-#include <cstring>
 #include <string>
 #include <utility>
 
@@ -24,7 +23,7 @@ namespace {
 [[noreturn]] void fail(const std::string& why) { throw runtime_failure(failure::path_file_access_error, why); }
 
 [[noreturn]] void cannot_be(const std::string& what, const std::filesystem::path& device) {
-    fail(shown_name(device) + " can't be " + what + ": " + std::strerror(errno));
+    fail(problem_of_use(device, what, errno));
 }
 
 /// A device that is open, and nothing done to it yet.
@@ -52,7 +51,7 @@ private:
 dev_t checked_before_opening(const std::filesystem::path& device, const process_table& processes) {
     struct stat status {};
     if (::stat(device.c_str(), &status) != 0) fail(problem_of_opening(device, errno));
-    if (!S_ISCHR(status.st_mode)) fail(shown_name(device) + " is no serial port");
+    if (!S_ISCHR(status.st_mode)) fail(problem_of_file(device));
     if (const auto at_work = processes.at_terminal(status.st_rdev)) fail(problem_of_terminal(device, at_work));
     return status.st_rdev;
 }

@@ -19,8 +19,12 @@ namespace {
     const DWORD error = GetLastError();
     // Windows gives a port to one program at a time, and denies the access to the next one
     if (error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION)
-        throw runtime_failure(failure::path_file_access_error, device + " is in use by another program");
-    if (error == ERROR_FILE_NOT_FOUND) throw runtime_failure(failure::path_file_access_error, device + " is not there");
+        throw runtime_failure(failure::path_file_access_error,
+                              device + " is in use by another program: close the port there");
+    if (error == ERROR_FILE_NOT_FOUND) {
+        throw runtime_failure(failure::path_file_access_error,
+                              device + " is not there: plug the adapter in, or choose another port");
+    }
     SetLastError(error);
     cannot("opened", device);
 }

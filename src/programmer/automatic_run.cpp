@@ -64,10 +64,13 @@ void automatic_run::cmd_run_click() {
     cmd_run.enabled = false;
     cmd_ok_.enabled = false;
     events_.pump();
-    if (chk_write.value == 1)
+    work parts(transfers_.progress(), chk_write.value + chk_verify.value);
+    if (chk_write.value == 1) {
         write();
-    else
+        parts.step();
+    } else {
         fields_.run_ok = true;
+    }
     if (fields_.run_ok && chk_verify.value == 1) {
         delay_sec(events_, 1.0F);
         transfers_.cmd_verify_click();

@@ -1,7 +1,9 @@
 #include "qt/button_faces.h"
 
 #include "controls/operator_actions.h"
+#include "qt/access_keys.h"
 #include "qt/look.h"
+#include "qt/metrics.h"
 #include "qt/reading_order.h"
 
 #include <QCheckBox>
@@ -10,16 +12,25 @@
 #include <QPalette>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QStyleOptionButton>
+#include <QStylePainter>
+
+#include <algorithm>
 
 namespace desk::qt {
 
 namespace {
 
-/// A caption with its mnemonic letter marked; an ampersand of its own stands as it is.
-QString marked_caption(const std::string& caption, char mnemonic) {
-    QString text = QString::fromStdString(caption).replace("&", "&&");
-    const auto at = mnemonic == 0 ? -1 : text.indexOf(QChar::fromLatin1(mnemonic));
-    return at < 0 ? text : text.insert(at, '&');
+/// Shows a caption with the letter of its access key underlined; an ampersand of its own stands as it is.
+void set_caption(QAbstractButton& widget, const control& model, const std::string& caption) {
+    const auto shown = [](const std::string& part) { return QString::fromStdString(part).replace("&", "&&"); };
+    const int letter = underlined_letter(model, caption);
+    const auto at = static_cast<std::size_t>(std::max(0, letter));
+    const QString text = shown(caption.substr(0, at)) + (letter < 0 ? "" : "&") + shown(caption.substr(at));
+    if (widget.text() == text) return;
+    widget.setText(text);
+    // the window works it by its key
+    widget.setShortcut({});
 }
 
 /// A lit button says so without its colour too: a bar at its left edge marks the current view, a disc what is on, two
@@ -32,32 +43,58 @@ public:
         if (lamp_ == c) return;
         lamp_ = c;
         QPalette lit;
-        lit.setColor(QPalette::Button, color_of(c));
-        // grey on the red of a button at work could not be read
-        if (c != color_button_face) lit.setColor(QPalette::Disabled, QPalette::ButtonText, Qt::black);
+        if (c != color_button_face) {
+            lit.setColor(QPalette::Button, ground_of(c, colors_of(lit)));
+            // also while it is at work, and disabled
+            lit.setColor(QPalette::ButtonText, on_lamp());
+        }
         setPalette(lit);
     }
+    /// In a column captions stand below each other.
+    void set_in_column(bool in_column) { in_column_ = in_column; }
 
 protected:
-    void paintEvent(QPaintEvent* e) override {
-        QPushButton::paintEvent(e);
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(Qt::black);
-        const int middle = height() / 2;
-        if (lamp_ == color_current_view) {
-            painter.drawRect(2, 2, 4, height() - 4);
-        } else if (lamp_ == color_green) {
-            painter.drawEllipse(QPoint(7, middle), 4, 4);
-        } else if (lamp_ == color_red) {
-            painter.drawRect(3, middle - 5, 2, 10);
-            painter.drawRect(7, middle - 5, 2, 10);
+    void paintEvent(QPaintEvent* /*e*/) override {
+        QStylePainter painter(this);
+        QStyleOptionButton option;
+        initStyleOption(&option);
+        painter.drawControl(QStyle::CE_PushButtonBevel, option);
+        draw_mark(painter);
+        QRect place = rect();
+        if (in_column_) place.setLeft(scaled(metric::column_caption_left, this));
+        if (height() >= metric::tall_button * plan_scale(this)) {
+            QFont large = font();
+            large.setPixelSize(scaled(metric::title_text, this));
+            large.setBold(true);
+            painter.setFont(large);
         }
+        const int side = in_column_ ? Qt::AlignLeft : Qt::AlignHCenter;
+        painter.drawItemText(place, side | Qt::AlignVCenter | Qt::TextShowMnemonic, option.palette, isEnabled(), text(),
+                             QPalette::ButtonText);
     }
 
 private:
+    void draw_mark(QPainter& painter) const {
+        painter.save();
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.scale(plan_scale(this), plan_scale(this));
+        const double below = height() / plan_scale(this);
+        const double middle = below / 2;
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(on_lamp());
+        if (lamp_ == color_current_view) {
+            painter.drawRoundedRect(QRectF(3, 4, 4, below - 8), 2, 2);
+        } else if (lamp_ == color_green) {
+            painter.drawEllipse(QPointF(8, middle), 3.5, 3.5);
+        } else if (lamp_ == color_red) {
+            painter.drawRect(QRectF(5, middle - 5, 2, 10));
+            painter.drawRect(QRectF(9, middle - 5, 2, 10));
+        }
+        painter.restore();
+    }
+
     color lamp_ = color_button_face;
+    bool in_column_ = false;
 };
 
 /// The same in words.
@@ -80,23 +117,18 @@ public:
         , model_(model)
         , push_(static_cast<lamp_button*>(widget())) {
         push_->setAutoDefault(false);
+        push_->set_in_column(model.in_column);
         connect(push_, &QPushButton::clicked, this, [this] { act([this] { click(model_); }); });
     }
 
 protected:
     void follow_kind() override {
-        const QString caption = marked_caption(model_.caption, model_.mnemonic);
-        if (push_->text() != caption) push_->setText(caption);
+        set_caption(*push_, model_, model_.caption);
         set_accessible(model_.caption, words_of(model_.back_color));
         push_->light(model_.back_color);
     }
 
     bool take_event(QEvent* e) override {
-        // the toolkit's own click by a letter comes later, when the button may be dead or covered
-        if (e->type() == QEvent::Shortcut) {
-            act([this] { click(model_); });
-            return true;
-        }
         if (e->type() != QEvent::KeyPress) return false;
         const int key = static_cast<QKeyEvent*>(e)->key();
         // Enter presses the button with the focus, as Space does
@@ -118,7 +150,7 @@ public:
 
 protected:
     void follow_kind() override {
-        check_->setText(marked_caption(model_.caption, 0));
+        set_caption(*check_, model_, model_.caption);
         set_accessible(model_.caption);
         check_->setChecked(model_.value != 0);
     }
@@ -143,7 +175,7 @@ public:
 
 protected:
     void follow_kind() override {
-        radio_->setText(marked_caption(model_.caption, 0));
+        set_caption(*radio_, model_, model_.caption);
         set_accessible(model_.caption);
         // which one is selected is the model's business, which may have none
         radio_->setAutoExclusive(false);

@@ -2,6 +2,7 @@
 
 #include "controls/controls.h"
 #include "controls/window.h"
+#include "qt/help_lines.h"
 #include "qt/plain_names.h"
 #include "qt/plan_fit.h"
 #include "qt/plan_scale.h"
@@ -13,7 +14,8 @@
 
 namespace desk::qt {
 
-control_face::control_face(control& model, QWidget* w, event_gate& gate) : model_(model), widget_(w), gate_(gate) {
+control_face::control_face(control& model, QWidget* w, event_gate& gate)
+    : model_(model), widget_(w), gate_(gate), tips_(model, *w) {
     QString name = QString::fromStdString(model.name);
     if (model.index >= 0) name += "_" + QString::number(model.index);
     widget_->setObjectName(name);
@@ -57,12 +59,7 @@ void control_face::follow() {
     }
     if (const QRect now = place(); widget_->geometry() != now) widget_->setGeometry(now);
     follow_kind();
-    if (shown_tool_tip_ != model_.tool_tip.get()) {
-        shown_tool_tip_ = model_.tool_tip;
-        // rich text wraps its lines; a device's name is no markup
-        const QString escaped = QString::fromStdString(shown_tool_tip_).toHtmlEscaped();
-        widget_->setToolTip(escaped.isEmpty() ? escaped : "<qt>" + escaped + "</qt>");
-    }
+    tips_.follow();
     if (widget_->isEnabledTo(widget_->parentWidget()) != model_.enabled) widget_->setEnabled(model_.enabled);
     if (widget_->isVisibleTo(widget_->parentWidget()) != model_.visible) widget_->setVisible(model_.visible);
     following_ = false;
@@ -80,6 +77,7 @@ void control_face::set_accessible(const std::string& caption, const QString& sta
     QStringList more;
     if (!shown.isEmpty() && !plain_name_.isEmpty()) more << plain_name_;
     if (!state.isEmpty()) more << state;
+    if (more.isEmpty()) more << help_line(model_);
     const QString description = more.join(", ");
     if (widget_->accessibleName() != name) widget_->setAccessibleName(name);
     if (widget_->accessibleDescription() != description) widget_->setAccessibleDescription(description);

@@ -2,6 +2,7 @@
 
 #include "controls/control.h"
 #include "qt/event_gate.h"
+#include "qt/tool_tips.h"
 
 #include <QMargins>
 #include <QObject>
@@ -60,7 +61,7 @@ private:
     double scale_ = 0;
     QMargins extra_;
     QString plain_name_;
-    std::string shown_tool_tip_;
+    tool_tips tips_;
 };
 
 /// Builds the widget for a control of any kind that is seen; none for a timer.

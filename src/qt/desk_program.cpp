@@ -3,10 +3,10 @@
 #include "edid/rescue.h"
 #include "platform/command_line.h"
 #include "platform/program_directory.h"
+#include "qt/failure_box.h"
 #include "runtime/version.h"
 
 #include <QApplication>
-#include <QMessageBox>
 
 #include <sstream>
 
@@ -25,12 +25,14 @@ desk_program::desk_program(std::filesystem::path program_directory)
 
 bool desk_program::start() {
     window_ = std::make_unique<window_face>(desk_.form, gate_);
+    aids_.emplace(*window_, desk_);
     boxes_.parent = window_.get();
     files_.parent = window_.get();
     windows_.parent = window_.get();
     gate_.follow = [this] {
         window_->follow();
         windows_.follow();
+        aids_->follow();
     };
     gate_.end_loops = [this] { windows_.hide_all(); };
     gate_.run([this] {
@@ -86,13 +88,7 @@ void desk_program::leave() {
 
 void desk_program::show_failure(const runtime_failure& failure) {
     const std::string rescued = rescue();
-    QString text =
-        QString("Run-time error '%1':\n\n%2\n\n%3")
-            .arg(failure.number())
-            .arg(QString::fromStdString(std::string(failure.text())), QString::fromStdString(failure.sentence()));
-    if (!rescued.empty()) text += "\n\n" + QString::fromStdString(rescued);
-    QMessageBox box(QMessageBox::Critical, program_title, text, QMessageBox::Ok, window_.get());
-    box.setTextFormat(Qt::PlainText);
+    failure_box box(failure, rescued, window_.get());
     // nobody is there to close it once the end was requested
     if (!gate_.end_requested || !gate_.end_requested()) box.exec();
 }

@@ -2,6 +2,7 @@
 
 #include "platform/machine.h"
 #include "platform/native_serial_port.h"
+#include "qt/desk_aids.h"
 #include "qt/end_watch.h"
 #include "qt/event_gate.h"
 #include "qt/held_input.h"
@@ -59,6 +60,7 @@ private:
     machine machine_;
     frm_main desk_{machine_};
     std::unique_ptr<window_face> window_;
+    std::optional<desk_aids> aids_;
     std::optional<lost_display> lost_display_;
 };
 

@@ -1,73 +1,252 @@
 #include "qt/desk_style.h"
 
+#include "qt/drawing.h"
+#include "qt/metrics.h"
+
+#include <QAbstractItemView>
 #include <QIcon>
-#include <QPainter>
-#include <QPixmap>
-#include <QPolygonF>
+#include <QLabel>
+#include <QPalette>
 
 namespace desk::qt {
 
-namespace {
+desk_style::desk_style() : QProxyStyle("Fusion") {}
 
-/// A sign in a square of 32 units; it differs from the others in its form, not in its colour alone.
-void draw_sign(QPainter& painter, QStyle::StandardPixmap sign) {
-    painter.setRenderHint(QPainter::Antialiasing);
-    QFont letter("Liberation Sans");
-    letter.setPixelSize(22);
-    letter.setBold(true);
-    painter.setFont(letter);
-    const QRectF disc(2, 2, 28, 28);
-    switch (sign) {
-    case QStyle::SP_MessageBoxCritical:
-        painter.setPen(QPen(Qt::black, 1));
-        painter.setBrush(QColor(208, 0, 0));
-        painter.drawEllipse(disc);
-        painter.setPen(QPen(Qt::white, 4, Qt::SolidLine, Qt::RoundCap));
-        painter.drawLine(QPointF(11, 11), QPointF(21, 21));
-        painter.drawLine(QPointF(21, 11), QPointF(11, 21));
-        break;
-    case QStyle::SP_MessageBoxWarning:
-        painter.setPen(QPen(Qt::black, 1));
-        painter.setBrush(QColor(255, 208, 0));
-        painter.drawPolygon(QPolygonF({{16, 2}, {31, 29}, {1, 29}}));
-        painter.drawText(QRectF(2, 7, 28, 22), Qt::AlignCenter, "!");
-        break;
+void desk_style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                               const QWidget* widget) const {
+    const sketch s(*painter, *option, widget);
+    switch (element) {
+    case PE_PanelButtonCommand:
+        return draw_button(s);
+    case PE_PanelButtonTool:
+        return draw_tool_button(s);
+    case PE_IndicatorCheckBox:
+        return draw_check_mark(s);
+    case PE_IndicatorItemViewItemCheck:
+        return draw_check_mark(s);
+    case PE_IndicatorRadioButton:
+        return draw_option_mark(s);
+    case PE_PanelLineEdit:
+        return draw_text_field(s);
+    case PE_Frame:
+        return draw_area_frame(s);
+    case PE_PanelTipLabel:
+        return draw_tool_tip(s);
+    case PE_PanelItemViewItem:
+        return draw_row(s);
+    case PE_PanelItemViewRow:
+        if (s.is(State_Selected)) draw_row(s);
+        return;
+    case PE_IndicatorBranch:
+        return draw_branch(s);
+    case PE_PanelScrollAreaCorner:
+        painter->fillRect(option->rect, s.colors.surface);
+        return;
+    case PE_FrameLineEdit:
+    case PE_FrameGroupBox:
+    case PE_FrameButtonBevel:
+    case PE_FrameDefaultButton:
+    case PE_FrameFocusRect: // the ring around a control tells of the focus
+        return;
+    case PE_IndicatorArrowDown:
+    case PE_IndicatorArrowUp:
+    case PE_IndicatorArrowLeft:
+    case PE_IndicatorArrowRight: {
+        const Qt::ArrowType arrow = element == PE_IndicatorArrowUp      ? Qt::UpArrow
+                                    : element == PE_IndicatorArrowLeft  ? Qt::LeftArrow
+                                    : element == PE_IndicatorArrowRight ? Qt::RightArrow
+                                                                        : Qt::DownArrow;
+        return s.chevron(option->rect, arrow, s.is(State_Selected) ? s.colors.on_accent : s.ink());
+    }
     default:
-        painter.setPen(QPen(Qt::black, 1));
-        painter.setBrush(QColor(0, 0, 160));
-        painter.drawEllipse(disc);
-        painter.setPen(Qt::white);
-        painter.drawText(disc, Qt::AlignCenter, sign == QStyle::SP_MessageBoxQuestion ? "?" : "i");
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
     }
 }
 
-} // namespace
+void desk_style::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                             const QWidget* widget) const {
+    const sketch s(*painter, *option, widget);
+    switch (element) {
+    case CE_PushButtonBevel:
+        return draw_button(s);
+    case CE_HeaderSection:
+        return draw_header_section(s);
+    case CE_HeaderEmptyArea:
+        painter->fillRect(option->rect, s.colors.window);
+        return;
+    case CE_HeaderLabel:
+        if (const auto* const header = qstyleoption_cast<const QStyleOptionHeader*>(option)) {
+            painter->setPen(s.colors.secondary);
+            painter->drawText(header->rect, Qt::AlignLeft | Qt::AlignVCenter, header->text);
+        }
+        return;
+    case CE_ShapedFrame:
+        if (const auto* const frame = qstyleoption_cast<const QStyleOptionFrame*>(option)) {
+            if (frame->frameShape == QFrame::HLine || frame->frameShape == QFrame::VLine) return draw_line(s);
+            if (frame->frameShape == QFrame::NoFrame) return;
+            return draw_area_frame(s);
+        }
+        return;
+    default:
+        QProxyStyle::drawControl(element, option, painter, widget);
+    }
+}
 
-desk_style::desk_style() : QProxyStyle("Windows") {}
+void desk_style::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                                    const QWidget* widget) const {
+    const sketch s(*painter, *option, widget);
+    if (const auto* const bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
+        control == CC_ScrollBar && bar != nullptr)
+        return draw_scroll_bar(s, *bar);
+    if (const auto* const combo = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+        control == CC_ComboBox && combo != nullptr)
+        return draw_combo_box(s, *combo, combo_box_part(SC_ComboBoxArrow, *combo, widget));
+    if (const auto* const group = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
+        control == CC_GroupBox && group != nullptr)
+        return draw_group(s, *group);
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+}
+
+QRect desk_style::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const {
+    switch (element) {
+    case SE_LineEditContents: {
+        const int inset = scaled(metric::text_inset - 2, widget);
+        return option->rect.adjusted(inset, 1, -inset, -1);
+    }
+    case SE_CheckBoxClickRect:
+    case SE_RadioButtonClickRect: {
+        // the whole height beside the mark and the text takes the click
+        const bool check = element == SE_CheckBoxClickRect;
+        const QRect text =
+            QProxyStyle::subElementRect(check ? SE_CheckBoxContents : SE_RadioButtonContents, option, widget);
+        const auto* const button = qstyleoption_cast<const QStyleOptionButton*>(option);
+        const int width = button == nullptr ? text.width() : button->fontMetrics.horizontalAdvance(button->text);
+        QRect taken = option->rect;
+        taken.setRight(std::min(taken.right(), text.left() + width + scaled(metric::mark_to_text, widget)));
+        return taken;
+    }
+    case SE_ItemViewItemCheckIndicator:
+    case SE_ItemViewItemText:
+        if (const auto* const item = qstyleoption_cast<const QStyleOptionViewItem*>(option);
+            item != nullptr && (item->features & QStyleOptionViewItem::HasDecoration) == 0)
+            return row_part(element, *item, widget);
+        return QProxyStyle::subElementRect(element, option, widget);
+    default:
+        return QProxyStyle::subElementRect(element, option, widget);
+    }
+}
+
+QRect desk_style::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+                                 const QWidget* widget) const {
+    if (const auto* const bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
+        control == CC_ScrollBar && bar != nullptr)
+        return scroll_bar_part(part, *bar, widget);
+    if (const auto* const combo = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+        control == CC_ComboBox && combo != nullptr)
+        return combo_box_part(part, *combo, widget);
+    if (const auto* const group = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
+        control == CC_GroupBox && part == SC_GroupBoxLabel && group != nullptr && widget != nullptr)
+        return title_place(*group, *widget);
+    return QProxyStyle::subControlRect(control, option, part, widget);
+}
+
+QSize desk_style::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                                   const QWidget* widget) const {
+    QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+    switch (type) {
+    case CT_ItemViewItem: {
+        const bool drops_down = widget != nullptr && widget->window()->windowType() == Qt::Popup;
+        const int row = scaled(drops_down ? metric::choice_row : metric::row, widget);
+        size.setHeight(std::max(option->fontMetrics.height(), row));
+        break;
+    }
+    case CT_HeaderSection:
+        size.setHeight(scaled(metric::header, widget));
+        break;
+    case CT_PushButton:
+        size.setHeight(std::max(size.height(), scaled(metric::box_button, widget)));
+        break;
+    default:
+        break;
+    }
+    return size;
+}
+
+int desk_style::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
+    switch (metric) {
+    case PM_DefaultFrameWidth:
+        return scaled(metric::area_frame, widget);
+    case PM_IndicatorWidth:
+    case PM_IndicatorHeight:
+        return scaled(
+            qobject_cast<const QAbstractItemView*>(widget) != nullptr ? metric::check_hit : metric::check_mark, widget);
+    case PM_ExclusiveIndicatorWidth:
+    case PM_ExclusiveIndicatorHeight:
+        return scaled(metric::check_mark, widget);
+    case PM_CheckBoxLabelSpacing:
+    case PM_RadioButtonLabelSpacing:
+        return scaled(metric::mark_to_text, widget);
+    case PM_ScrollBarExtent:
+        return scaled(metric::scroll_bar, widget);
+    case PM_ScrollBarSliderMin:
+        return scaled(metric::shortest_thumb, widget);
+    case PM_ScrollView_ScrollBarSpacing:
+    case PM_ScrollView_ScrollBarOverlap:
+    case PM_ButtonShiftHorizontal:
+    case PM_ButtonShiftVertical:
+        return 0;
+    case PM_FocusFrameHMargin:
+        // the room beside the text of a row is one more
+        return scaled(metric::row_inset / 2, widget) - 1;
+    case PM_HeaderMargin:
+        return scaled(4, widget);
+    case PM_MessageBoxIconSize:
+        return metric::box_sign;
+    case PM_ToolTipLabelFrameWidth:
+        return 4;
+    default:
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+}
 
 int desk_style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                           QStyleHintReturn* more) const {
-    // a white shadow under grey letters makes them harder to read
-    if (hint == SH_EtchDisabledText) return 0;
-    return QProxyStyle::styleHint(hint, option, widget, more);
+    switch (hint) {
+    case SH_EtchDisabledText: // it makes grey letters harder to read
+    case SH_ComboBox_Popup:
+    case SH_DialogButtonBox_ButtonsHaveIcons:
+    case SH_ScrollView_FrameOnlyAroundContents:
+    case SH_Widget_Animate:
+    case SH_Widget_Animation_Duration:
+        return 0;
+    case SH_ItemView_ShowDecorationSelected:
+    case SH_GroupBox_TextLabelVerticalAlignment:
+        return 1;
+    default:
+        return QProxyStyle::styleHint(hint, option, widget, more);
+    }
 }
 
 QIcon desk_style::standardIcon(StandardPixmap sign, const QStyleOption* option, const QWidget* widget) const {
-    if (sign != SP_MessageBoxCritical && sign != SP_MessageBoxWarning && sign != SP_MessageBoxQuestion &&
-        sign != SP_MessageBoxInformation)
+    switch (sign) {
+    case SP_MessageBoxCritical:
+    case SP_MessageBoxWarning:
+    case SP_MessageBoxQuestion:
+    case SP_MessageBoxInformation:
+        return box_sign(sign);
+    default:
         return QProxyStyle::standardIcon(sign, option, widget);
-    QIcon icon;
-    // for screens of 100 to 300 %
-    for (const int size : {32, 40, 48, 56, 64, 80, 96}) {
-        QPixmap drawn(size, size);
-        drawn.fill(Qt::transparent);
-        QPainter painter(&drawn);
-        painter.scale(size / 32.0, size / 32.0);
-        draw_sign(painter, sign);
-        painter.end();
-        icon.addPixmap(drawn);
     }
-    return icon;
+}
+
+QPalette desk_style::standardPalette() const { return palette_of(scheme::light); }
+
+void desk_style::polish(QWidget* widget) {
+    QProxyStyle::polish(widget);
+    // rows show the pointer too
+    if (auto* const view = qobject_cast<QAbstractItemView*>(widget)) view->viewport()->setAttribute(Qt::WA_Hover);
+    if (auto* const label = qobject_cast<QLabel*>(widget); label != nullptr && label->objectName() == "qt_msgbox_label")
+        label->setMinimumWidth(metric::box_text_width);
 }
 
 } // namespace desk::qt

@@ -4,17 +4,37 @@
 
 namespace desk::qt {
 
-/// The toolkit's classic style, with what it draws too coarsely or too faintly drawn anew: the signs of message boxes,
-/// and the captions of what is disabled.
+/// How everything looks: flat, with hairlines for borders, in the colours of `scheme.h` and the sizes of `metrics.h`,
+/// at the scale of each window. The drawings are in `drawing.h`, by kind; what they leave out the toolkit's style
+/// draws.
 class desk_style final : public QProxyStyle {
     Q_OBJECT
 
 public:
     desk_style();
 
+    /// Properties of widgets: a scroll bar that is a slider, and the `frame_kind` of a group box.
+    static constexpr const char* slider = "slider";
+    static constexpr const char* kind_of_frame = "kind_of_frame";
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override;
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                            const QWidget* widget) const override;
+    QRect subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const override;
+    QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+                         const QWidget* widget) const override;
+    QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                           const QWidget* widget) const override;
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                   QStyleHintReturn* more) const override;
     QIcon standardIcon(StandardPixmap sign, const QStyleOption* option, const QWidget* widget) const override;
+    QPalette standardPalette() const override;
+    using QProxyStyle::polish;
+    void polish(QWidget* widget) override;
 };
 
 } // namespace desk::qt

@@ -1,17 +1,14 @@
 #include "qt/list_view_face.h"
 
 #include "controls/operator_actions.h"
-#include "qt/focus_frame.h"
 #include "qt/look.h"
 
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QPainter>
 #include <QScrollBar>
 #include <QSignalBlocker>
-#include <QStyle>
 #include <QStyledItemDelegate>
 #include <QTreeWidget>
 
@@ -27,20 +24,6 @@ namespace {
 class check_box_delegate final : public QStyledItemDelegate {
 public:
     check_box_delegate(const list_view& model, QObject* parent) : QStyledItemDelegate(parent), model_(model) {}
-
-    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-        QStyledItemDelegate::paint(painter, option, index);
-        if (!model_.check_boxes || index.column() != 0) return;
-        // on a selected row the style draws its dark mark on the dark row: once more, on white
-        QStyleOptionViewItem box = option;
-        initStyleOption(&box, index);
-        const QStyle& style = *box.widget->style();
-        box.rect = style.subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &box, box.widget);
-        box.state &= ~QStyle::State_Selected;
-        box.state |= box.checkState == Qt::Checked ? QStyle::State_On : QStyle::State_Off;
-        painter->fillRect(box.rect, Qt::white);
-        style.drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &box, painter, box.widget);
-    }
 
 protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
@@ -58,9 +41,9 @@ private:
 };
 
 /// Rows of which one is marked, whatever key is held while it is chosen. The left button alone works them.
-class marked_rows final : public focus_frame<QTreeWidget> {
+class marked_rows final : public QTreeWidget {
 public:
-    using focus_frame::focus_frame;
+    using QTreeWidget::QTreeWidget;
     std::function<void()> on_press; ///< before the mark moves
     std::function<void()> on_release;
 
@@ -103,7 +86,8 @@ public:
     /// The font is set here: with the plan's, rows would be lost from sight before anything is kept.
     void set_scale(double scale) {
         first_ = tree_.verticalScrollBar()->value();
-        tree_.setFont(font_of(text_font::sans, scale));
+        // in the smaller one the longest names are whole
+        tree_.setFont(font_of(text_font::small, scale));
     }
     /// Once the rows have their new size.
     void lay_out() {
@@ -157,8 +141,11 @@ public:
 
 protected:
     void follow_scale() override {
-        for (std::size_t i = 0; i < widths_.size(); ++i)
-            tree_->setColumnWidth(static_cast<int>(i), qRound(widths_[i] * scale() / twips_per_pixel));
+        for (std::size_t i = 0; i < widths_.size(); ++i) {
+            // the last one takes what is left; it would not get narrower by itself
+            const double width = i + 1 < widths_.size() ? widths_[i] : 0;
+            tree_->setColumnWidth(static_cast<int>(i), qRound(width * scale() / twips_per_pixel));
+        }
         rows_.set_scale(scale());
     }
 

@@ -1,16 +1,17 @@
 #include "qt/look.h"
 
 #include "qt/accessible.h"
+#include "qt/decoration.h"
 #include "qt/desk_style.h"
+#include "qt/metrics.h"
 #include "qt/steady_font.h"
 
 #include <QApplication>
 #include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QIcon>
-#include <QPainter>
 #include <QPalette>
-#include <QWidget>
+#include <QToolTip>
 
 #include <algorithm>
 #include <cmath>
@@ -19,22 +20,9 @@ namespace desk::qt {
 
 namespace {
 
-constexpr int body_pixels = 12;
+constexpr int body_pixels = 13;
 constexpr int cell_text_pixels = 13;
-constexpr int mark_pixels = 30;
-
-QPalette grey_palette() {
-    const QColor grey = color_of(color_window);
-    QPalette palette(grey, grey);
-    palette.setColor(QPalette::Base, Qt::white);
-    palette.setColor(QPalette::Highlight, QColor(0, 0, 128));
-    palette.setColor(QPalette::HighlightedText, Qt::white);
-    palette.setColor(QPalette::Disabled, QPalette::Base, grey);
-    // readable at arm's length also while it is disabled
-    for (const auto role : {QPalette::WindowText, QPalette::ButtonText, QPalette::Text})
-        palette.setColor(QPalette::Disabled, role, QColor(78, 78, 78));
-    return palette;
-}
+constexpr int mark_pixels = 28;
 
 /// The relative luminance of WCAG 2.
 double luminance(const QColor& c) {
@@ -46,21 +34,28 @@ double luminance(const QColor& c) {
 
 } // namespace
 
-void set_look(QApplication& application) {
+void set_look(QApplication& application, scheme s) {
     for (const char* file : {":/fonts/LiberationSans-Regular.ttf", ":/fonts/LiberationSans-Bold.ttf",
                              ":/fonts/LiberationMono-Regular.ttf"})
         QFontDatabase::addApplicationFont(file);
-    // the title of a frame stands on its border
     application.setStyle(new desk_style);
-    application.setPalette(grey_palette());
+    set_scheme(s);
     new steady_font(application, font_of(text_font::sans));
+    new focus_ring(application);
     make_accessible();
     application.setWindowIcon(QIcon(":/pictures/velotrace.png"));
+}
+
+void set_scheme(scheme s) {
+    const QPalette palette = palette_of(s);
+    QApplication::setPalette(palette);
+    QToolTip::setPalette(palette);
 }
 
 int text_pixels(text_font font, double scale) {
     const int at_1 = font == text_font::large_bold ? mark_pixels
                      : font == text_font::fixed    ? cell_text_pixels
+                     : font == text_font::small    ? metric::small_text
                                                    : body_pixels;
     return std::max(1, static_cast<int>(at_1 * scale));
 }
@@ -77,15 +72,29 @@ QFont font_of(text_font font, double scale) {
     return f;
 }
 
-QColor color_of(color c) {
-    if (c == color_button_face) c = color_window;
+namespace {
+
+QColor exact(color c) {
     return {static_cast<int>(c & 0xFFU), static_cast<int>((c >> 8U) & 0xFFU), static_cast<int>((c >> 16U) & 0xFFU)};
 }
 
-void draw_focus(QWidget& w) {
-    QPainter painter(&w);
-    painter.setPen(QPen(QColor(0, 0, 128), 2));
-    painter.drawRect(w.rect().adjusted(1, 1, -1, -1));
+} // namespace
+
+QColor ink_of(color c, const scheme_colors& s) { return c == color_black ? s.text : exact(c); }
+
+QColor ground_of(color c, const scheme_colors& s) {
+    switch (c) {
+    case color_button_face:
+        return s.raised;
+    case color_window:
+        return s.window;
+    case color_white:
+        return s.surface;
+    case color_readout:
+        return s.readout;
+    default:
+        return exact(c);
+    }
 }
 
 double contrast(const QColor& a, const QColor& b) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/control.h"
+#include "qt/scheme.h"
 
 #include <QColor>
 #include <QFont>
@@ -10,12 +11,13 @@
 #include <string_view>
 
 class QApplication;
-class QWidget;
 
 namespace desk::qt {
 
-/// Style, colours and fonts of the whole program: quiet and classic, the same on every system.
-void set_look(QApplication& application);
+/// Style, colours and fonts of the whole program, the same on every system.
+void set_look(QApplication& application, scheme s = scheme::light);
+/// Light or dark, also while windows are open.
+void set_scheme(scheme s);
 
 /// The fonts are bundled, so that texts stand on the same grid everywhere. At every scale a cell of the fixed-pitch
 /// font has exactly its share of 8 x 16 pixels.
@@ -26,15 +28,14 @@ int text_pixels(text_font font, double scale = 1);
 inline constexpr int cell_width = 8;
 inline constexpr int cell_height = 16;
 
-QColor color_of(color c);
+/// A colour of the models as it is drawn. The neutral ones are the scheme's; those that tell a state are exact.
+QColor ink_of(color c, const scheme_colors& s);
+QColor ground_of(color c, const scheme_colors& s);
 
 /// How far two colours stand apart, from 1 to 21: the contrast ratio of WCAG 2.
 double contrast(const QColor& a, const QColor& b);
 /// What text needs to be read.
 inline constexpr double readable_contrast = 4.5;
-
-/// Marks a widget as the one with the focus, where the style itself does not. Called while it is painted.
-void draw_focus(QWidget& w);
 
 inline constexpr int twips_per_pixel = 15;
 

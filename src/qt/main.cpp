@@ -2,6 +2,7 @@
 #include "platform/end_request.h"
 #include "platform/program_directory.h"
 #include "qt/desk_program.h"
+#include "qt/desktop_scheme.h"
 #include "qt/end_watch.h"
 #include "qt/look.h"
 #include "qt/qt_dialogs.h"
@@ -33,7 +34,8 @@ int main(int argument_count, char** arguments) {
     QApplication application(only_the_name, arguments);
     desk::qt::end_watch watch(request);
     QApplication::setQuitOnLastWindowClosed(false);
-    desk::qt::set_look(application);
+    const desk::qt::desktop_scheme desktop(desk::qt::set_scheme);
+    desk::qt::set_look(application, desktop.now());
     std::filesystem::path own_directory;
     try {
         own_directory = desk::program_directory();

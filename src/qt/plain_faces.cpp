@@ -1,7 +1,10 @@
 #include "qt/plain_faces.h"
 
 #include "controls/operator_actions.h"
+#include "qt/decoration.h"
+#include "qt/desk_style.h"
 #include "qt/look.h"
+#include "qt/metrics.h"
 #include "qt/reading_order.h"
 #include "qt/text_label.h"
 
@@ -12,6 +15,7 @@
 #include <QGroupBox>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QPainter>
 #include <QPixmap>
 #include <QScrollBar>
 #include <QSignalBlocker>
@@ -24,8 +28,8 @@ class frame_face final : public control_face {
 public:
     frame_face(frame& model, QWidget* parent, event_gate& gate)
         : control_face(model, new QGroupBox(parent), gate), model_(model), box_(static_cast<QGroupBox*>(widget())) {
-        // what lies under a frame is covered by it
-        box_->setAutoFillBackground(true);
+        box_->setProperty(desk_style::kind_of_frame, static_cast<int>(model.role));
+        if (model.role == frame_kind::overlay) new overlay_shadow(*box_);
     }
 
 protected:
@@ -53,6 +57,7 @@ class label_face final : public control_face {
 public:
     label_face(label& model, QWidget* parent, event_gate& gate)
         : control_face(model, new text_label(parent), gate), model_(model), text_(static_cast<text_label*>(widget())) {
+        text_->set_in_middle(model.in_middle);
         text_->on_click = [this] { act([this] { click(model_); }); };
         text_->on_move = [this] { act([this] { hover(model_); }); };
         // one that is clicked is reached with the keyboard too
@@ -77,9 +82,7 @@ protected:
 
     void follow_kind() override {
         text_->set_text(shown_text(model_.caption.get()));
-        text_->set_colors(color_of(model_.fore_color), model_.back_color == color_button_face
-                                                           ? std::nullopt
-                                                           : std::optional(color_of(model_.back_color)));
+        text_->set_colors(model_.fore_color, model_.back_color);
         set_accessible(model_.caption);
     }
 
@@ -99,16 +102,46 @@ public:
 protected:
     void follow_kind() override {
         // loaded when it is first seen; it fills its place at every size
-        if (!model_.visible) return;
         const bool needs_fine = scale() * label_->devicePixelRatioF() > 1;
-        if (!label_->pixmap(Qt::ReturnByValue).isNull() && (is_fine_ || !needs_fine)) return;
+        if (!model_.visible || (is_loaded() && (is_fine_ || !needs_fine))) return;
         is_fine_ = needs_fine;
-        const QString file = ":/pictures/" + QString::fromStdString(model_.file);
-        const QString fine = file + "@2x.png";
-        label_->setPixmap(QPixmap(needs_fine && QFile::exists(fine) ? fine : file + ".png"));
+        load();
+    }
+
+    bool take_event(QEvent* e) override {
+        if (e->type() == QEvent::PaletteChange && is_loaded()) load();
+        return false;
     }
 
 private:
+    bool is_loaded() const { return !label_->pixmap(Qt::ReturnByValue).isNull(); }
+
+    void load() {
+        QString file = ":/pictures/" + QString::fromStdString(model_.file);
+        const bool dark = scheme_of(label_->palette()) == scheme::dark;
+        const bool has_dark = QFile::exists(file + "_dark.png");
+        if (dark && has_dark) file += "_dark";
+        const QPixmap whole(file + (is_fine_ ? "@2x.png" : ".png"));
+        label_->setPixmap(dark && !has_dark ? on_plate(whole) : whole);
+    }
+
+    /// A picture on a light ground, in the dark: its ground with round corners.
+    static QPixmap on_plate(const QPixmap& picture) {
+        QPixmap ground = picture;
+        ground.setDevicePixelRatio(1);
+        QPixmap plate(ground.size());
+        plate.fill(Qt::transparent);
+        QPainter painter(&plate);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(ground);
+        const double radius = ground.width() / 6.0;
+        painter.drawRoundedRect(plate.rect(), radius, radius);
+        painter.end();
+        plate.setDevicePixelRatio(picture.devicePixelRatio());
+        return plate;
+    }
+
     picture& model_;
     QLabel* label_;
     bool is_fine_ = false;
@@ -120,8 +153,7 @@ public:
         auto* const ruled = static_cast<QFrame*>(widget());
         const bool across = model.width.get() >= model.height.get();
         ruled->setFrameShape(across ? QFrame::HLine : QFrame::VLine);
-        ruled->setFrameShadow(QFrame::Sunken);
-        across ? ruled->setMinimumHeight(2) : ruled->setMinimumWidth(2);
+        across ? ruled->setMinimumHeight(1) : ruled->setMinimumWidth(1);
     }
 
 protected:
@@ -216,6 +248,7 @@ public:
         : control_face(model, new QScrollBar(Qt::Horizontal, parent), gate)
         , model_(model)
         , bar_(static_cast<QScrollBar*>(widget())) {
+        bar_->setProperty(desk_style::slider, true);
         bar_->setRange(model.minimum, model.maximum);
         bar_->setPageStep(model.large_step);
         bar_->setFocusPolicy(Qt::StrongFocus);

@@ -3,12 +3,13 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
-#include <QFileInfo>
+#include <QHeaderView>
 #include <QMessageBox>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QSettings>
 #include <QStringList>
+#include <QTreeView>
 
 namespace desk::qt {
 
@@ -69,10 +70,27 @@ QString ending_of(const QString& filter) {
     return pattern.match(filter).captured(1);
 }
 
+/// "v1.3" with ".hex" is "v1.3.hex": what stands behind the last point of a name can be part of it.
+QString with_ending(const QString& path, const QString& ending) {
+    return path.endsWith(ending, Qt::CaseInsensitive) ? path : path + ending;
+}
+
 /// The window that a box or a dialog opens above.
 QWidget* window_on_top(QWidget* main_window) {
     QWidget* const modal = QApplication::activeModalWidget();
     return modal != nullptr ? modal : main_window;
+}
+
+/// In the toolkit's own dialog; the system's ones see to themselves.
+void show_whole_columns(QFileDialog& dialog) {
+    auto* const files = dialog.findChild<QTreeView*>("treeView");
+    if (files == nullptr) return;
+    dialog.setViewMode(QFileDialog::Detail);
+    files->header()->setStretchLastSection(false);
+    for (int column = 0; column < files->header()->count(); ++column)
+        files->header()->setSectionResizeMode(column,
+                                              column == 0 ? QHeaderView::Stretch : QHeaderView::ResizeToContents);
+    dialog.resize(760, 480);
 }
 
 } // namespace
@@ -116,11 +134,12 @@ std::optional<file_choice> qt_file_dialog::show(const file_dialog_setup& setup) 
         dialog.selectNameFilter(filters[setup.filter_index - 1]);
     if (!setup.init_dir.empty()) dialog.setDirectory(text_of(setup.init_dir));
     if (!setup.file_name.empty()) dialog.selectFile(text_of(setup.file_name));
+    show_whole_columns(dialog);
     const bool accepted = dialog.exec() == QDialog::Accepted;
     gate_.throw_if_over();
     if (!accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
     QString path = QDir::toNativeSeparators(dialog.selectedFiles().constFirst());
-    if (saves && QFileInfo(path).suffix().isEmpty()) path += ending_of(dialog.selectedNameFilter());
+    if (saves) path = with_ending(path, ending_of(dialog.selectedNameFilter()));
     const auto index = filters.indexOf(dialog.selectedNameFilter());
     return file_choice{path.toStdString(), index < 0 ? setup.filter_index : static_cast<int>(index) + 1};
 }

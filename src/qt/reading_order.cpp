@@ -78,6 +78,13 @@ bool is_covered(const control& c) {
     });
 }
 
+bool has_two_sides(const std::vector<control*>& in_a_frame) {
+    return std::count_if(in_a_frame.begin(), in_a_frame.end(), [](const control* c) {
+               const auto* const page = dynamic_cast<const text_box*>(c);
+               return page != nullptr && page->any_length;
+           }) > 1;
+}
+
 class reader {
 public:
     explicit reader(const window& w) {
@@ -101,8 +108,17 @@ private:
 
     void read(const control* around) {
         std::vector<control*>& here = read_within_[around];
-        std::stable_sort(here.begin(), here.end(),
-                         [](const control* a, const control* b) { return place_of(*a).top < place_of(*b).top; });
+        if (has_two_sides(here)) {
+            for (control* c : here)
+                take(c);
+            return;
+        }
+        // of two with one top the higher one begins the row
+        std::stable_sort(here.begin(), here.end(), [](const control* a, const control* b) {
+            const place p = place_of(*a);
+            const place q = place_of(*b);
+            return std::tie(p.top, q.bottom) < std::tie(q.top, p.bottom);
+        });
         for (auto row = here.begin(); row != here.end();) {
             const place first = place_of(**row);
             const int middle = (first.top + first.bottom) / 2;

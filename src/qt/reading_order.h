@@ -7,7 +7,8 @@
 namespace desk::qt {
 
 /// The controls that the tab key stops at now, in the order they are read: row by row, what lies in or over a frame as
-/// one with the frame. A group of option buttons is one stop. What another frame covers is none.
+/// one with the frame; a frame with two long texts beside each other in the order of the layout, one side after the
+/// other. A group of option buttons is one stop. What another frame covers is none.
 std::vector<control*> tab_stops(const window& w);
 
 /// On show, enabled, and not covered by another frame.

@@ -1,8 +1,8 @@
 #include "qt/text_box_face.h"
 
 #include "controls/operator_actions.h"
-#include "qt/focus_frame.h"
 #include "qt/look.h"
+#include "qt/metrics.h"
 #include "qt/text_page.h"
 
 #include <QKeyEvent>
@@ -30,22 +30,10 @@ std::optional<int> character_code(const QKeyEvent& e) {
     return e.text().isEmpty() ? std::nullopt : std::optional(static_cast<int>(e.text().at(0).unicode()));
 }
 
-/// A box of one line that shows the focus also where it has no cursor.
-class line_box final : public QLineEdit {
-public:
-    using QLineEdit::QLineEdit;
-
-protected:
-    void paintEvent(QPaintEvent* e) override {
-        QLineEdit::paintEvent(e);
-        if (hasFocus()) draw_focus(*this);
-    }
-};
-
 class line_box_face final : public control_face {
 public:
     line_box_face(text_box& model, QWidget* parent, event_gate& gate)
-        : control_face(model, new line_box(parent), gate), model_(model), edit_(static_cast<QLineEdit*>(widget())) {
+        : control_face(model, new QLineEdit(parent), gate), model_(model), edit_(static_cast<QLineEdit*>(widget())) {
         edit_->setDragEnabled(false);
         edit_->setAcceptDrops(false);
         if (model.max_length > 0) edit_->setMaxLength(model.max_length);
@@ -99,16 +87,16 @@ private:
 
 /// A text whose letters keep their size: the toolkit's wheel with Ctrl would make those of one text larger or smaller.
 template <class Edit>
-class page_box final : public focus_frame<Edit> {
+class page_box final : public Edit {
 public:
-    using focus_frame<Edit>::focus_frame;
+    using Edit::Edit;
 
 protected:
     void wheelEvent(QWheelEvent* e) override {
         if ((e->modifiers() & Qt::ControlModifier) != 0)
             e->accept();
         else
-            focus_frame<Edit>::wheelEvent(e);
+            Edit::wheelEvent(e);
     }
 };
 
@@ -143,6 +131,7 @@ protected:
         edit_->setFont(font_of(model_.font, scale()));
         if constexpr (std::is_same_v<Edit, QTextEdit>) {
             lines_.setLineHeight(cell_height * scale(), QTextBlockFormat::FixedHeight);
+            lines_.setLeftMargin(metric::page_inset * scale());
             QTextCursor all(edit_->document());
             all.select(QTextCursor::Document);
             all.mergeBlockFormat(lines_);
@@ -193,8 +182,7 @@ private:
 class text_page_face final : public control_face {
 public:
     text_page_face(text_box& model, QWidget* parent, event_gate& gate)
-        : control_face(model, new focus_frame<text_page>(model, parent), gate)
-        , page_(static_cast<text_page*>(widget())) {
+        : control_face(model, new text_page(model, parent), gate), page_(static_cast<text_page*>(widget())) {
         set_accessible();
     }
 

@@ -1,7 +1,9 @@
 #include "qt/text_label.h"
 
 #include "qt/look.h"
+#include "qt/metrics.h"
 
+#include <QGroupBox>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -18,43 +20,63 @@ void text_label::set_text(const QString& text) {
     update();
 }
 
-void text_label::set_colors(const QColor& fore, const std::optional<QColor>& back) {
+void text_label::set_colors(color fore, color back) {
     if (fore_ == fore && back_ == back) return;
     fore_ = fore;
     back_ = back;
     update();
 }
 
-void text_label::paintEvent(QPaintEvent* /*e*/) {
-    draw_text();
-    if (hasFocus()) draw_focus(*this);
+QColor text_label::ground() const {
+    const scheme_colors& colors = colors_of(palette());
+    if (back_ != color_button_face) return ground_of(back_, colors);
+    for (const QWidget* w = parentWidget(); w != nullptr; w = w->parentWidget())
+        if (qobject_cast<const QGroupBox*>(w) != nullptr) return colors.surface;
+    return colors.window;
 }
 
-void text_label::draw_text() {
+void text_label::paintEvent(QPaintEvent* /*e*/) {
     QPainter painter(this);
+    const scheme_colors& colors = colors_of(palette());
+    const double scale = plan_scale(this);
+    const double radius = metric::radius * scale;
     QRect place = rect();
-    if (back_) {
-        painter.fillRect(place, *back_);
-        painter.setPen(back_->darker(160));
-        painter.drawRect(place.adjusted(0, 0, -1, -1));
-        place.adjust(4, 2, -4, -2);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (back_ != color_button_face) {
+        const double line = hairline(this);
+        painter.setPen(back_ == color_readout ? QPen(colors.border, line) : QPen(Qt::NoPen));
+        painter.setBrush(ground());
+        painter.drawRoundedRect(QRectF(place).adjusted(line / 2, line / 2, -line / 2, -line / 2), radius, radius);
+        const int side = scaled(metric::text_inset, this);
+        place.adjust(side, scaled(2, this), -side, -scaled(2, this));
     }
     const QFontMetrics metrics = painter.fontMetrics();
-    if (!back_ && !text_.isEmpty() && contrast(fore_, palette().color(QPalette::Window)) < readable_contrast) {
-        // on black, red is too dark for eyes that do not see it
-        const QColor plate = fore_.red() > fore_.green() ? Qt::white : Qt::black;
-        painter.fillRect(0, 0, metrics.horizontalAdvance(text_) + 8, metrics.height(), plate);
-        place.adjust(4, 0, 0, 0);
+    const QColor ink = ink_of(fore_, colors);
+    if (!text_.isEmpty() && contrast(ink, ground()) < readable_contrast) {
+        // a colour of the models that can't be read here lies on a plate of its own
+        const QColor plate = contrast(ink, on_lamp()) > contrast(ink, Qt::white) ? on_lamp() : QColor(Qt::white);
+        const int side = scaled(metric::text_inset, this);
+        QRect behind(0, 0, metrics.horizontalAdvance(text_) + 2 * side, metrics.height());
+        if (in_middle_) behind.moveTop((height() - behind.height()) / 2);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(plate);
+        painter.drawRoundedRect(behind, radius, radius);
+        place.adjust(side, 0, 0, 0);
     }
-    painter.setPen(isEnabled() ? fore_ : palette().color(QPalette::Disabled, QPalette::WindowText));
+    painter.setPen(isEnabled() ? ink : colors.disabled);
+    draw_lines(painter, place);
+}
+
+void text_label::draw_lines(QPainter& painter, const QRect& place) const {
+    const QFontMetrics metrics = painter.fontMetrics();
+    const int at = Qt::AlignLeft | (in_middle_ ? Qt::AlignVCenter : Qt::AlignTop);
     // one that has room for a single line shows both ends of a long one, as of a path
     if (line_pitch_ == 0 && place.height() < 2 * metrics.height()) {
-        painter.drawText(place, Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine,
-                         metrics.elidedText(text_, Qt::ElideMiddle, place.width()));
+        painter.drawText(place, at | Qt::TextSingleLine, metrics.elidedText(text_, Qt::ElideMiddle, place.width()));
         return;
     }
     if (line_pitch_ == 0) {
-        painter.drawText(place, Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, text_);
+        painter.drawText(place, at | Qt::TextWordWrap, text_);
         return;
     }
     const double first_line = place.top() + (line_pitch_ - metrics.height()) / 2 + metrics.ascent();

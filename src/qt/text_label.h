@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QColor>
+#include "controls/color.h"
+
 #include <QString>
 #include <QWidget>
 
 #include <functional>
-#include <optional>
 
 namespace desk::qt {
 
@@ -19,10 +19,13 @@ public:
     void set_text(const QString& text);
     /// Pixels from line to line; 0: as the font has it, and long lines are broken.
     void set_line_pitch(double pitch) { line_pitch_ = pitch; }
-    /// No back colour: what lies under the label shows.
-    void set_colors(const QColor& fore, const std::optional<QColor>& back);
+    /// Centred in the label's height, or at its top.
+    void set_in_middle(bool in_middle) { in_middle_ = in_middle; }
+    /// `color_button_face` behind: what lies under the label shows.
+    void set_colors(color fore, color back);
 
     const QString& text() const { return text_; }
+    bool has_line_pitch() const { return line_pitch_ != 0; }
 
     std::function<void()> on_click;
     std::function<void()> on_move;
@@ -34,12 +37,15 @@ protected:
     void keyPressEvent(QKeyEvent* e) override;
 
 private:
-    void draw_text();
+    /// The colour on which the text is read.
+    QColor ground() const;
+    void draw_lines(QPainter& painter, const QRect& place) const;
 
     QString text_;
     double line_pitch_ = 0;
-    QColor fore_ = Qt::black;
-    std::optional<QColor> back_;
+    bool in_middle_ = false;
+    color fore_ = color_black;
+    color back_ = color_button_face;
 };
 
 } // namespace desk::qt

@@ -1,5 +1,6 @@
 #include "qt/text_page.h"
 
+#include "qt/difference_color.h"
 #include "qt/look.h"
 #include "qt/text_on_clipboard.h"
 
@@ -26,6 +27,9 @@ constexpr int margin = 4;
 constexpr int columns_a_step = 3;
 constexpr int edge_ms = 50;
 constexpr std::size_t longest_announced = 4096;
+
+/// What lies above the capital letters.
+int accent_room(const QFontMetrics& metrics) { return metrics.ascent() - metrics.capHeight(); }
 
 QString shown(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
@@ -58,6 +62,7 @@ void text_page::catch_up() {
         lines_.replace(text);
     else
         lines_.grow(text);
+    if (replaced) marks_.clear();
     replacements_ = model_.text.replacements();
     set_scroll_ranges();
     if (replaced) {
@@ -78,9 +83,13 @@ void text_page::catch_up() {
     }
 }
 
-int text_page::visible_lines() const {
-    return std::max(1, (viewport()->height() - margin) / fontMetrics().lineSpacing());
+int text_page::line_height() const {
+    // a font has room for accents there
+    const QFontMetrics metrics = fontMetrics();
+    return metrics.lineSpacing() - accent_room(metrics);
 }
+
+int text_page::visible_lines() const { return std::max(1, (viewport()->height() - margin) / line_height()); }
 
 void text_page::set_scroll_ranges() {
     const int visible = visible_lines();
@@ -96,6 +105,11 @@ void text_page::set_scroll_ranges() {
 int text_page::column_place(std::size_t column) const {
     constexpr double widest = std::numeric_limits<int>::max() / 2;
     return qRound(std::min(widest, static_cast<double>(column) * cell_));
+}
+
+void text_page::set_marks(std::vector<text_lines::range> marks) {
+    marks_ = std::move(marks);
+    viewport()->update();
 }
 
 text_lines::range text_page::selection() const { return {std::min(anchor_, cursor_), std::max(anchor_, cursor_)}; }
@@ -151,7 +165,7 @@ int text_page::position_of(std::size_t offset) const {
 
 QRect text_page::place_of(std::size_t offset) const {
     const std::size_t line = lines_.line_at(offset);
-    const int height = fontMetrics().lineSpacing();
+    const int height = line_height();
     const auto row = static_cast<long long>(line) - verticalScrollBar()->value();
     const std::size_t column = lines_.column_at(offset);
     const int left = column_place(column);
@@ -160,7 +174,7 @@ QRect text_page::place_of(std::size_t offset) const {
 }
 
 std::size_t text_page::offset_at(QPoint point) const {
-    const int height = fontMetrics().lineSpacing();
+    const int height = line_height();
     // negative rows are rounded down too
     const int row = (point.y() - margin + height) / height - 1;
     const std::size_t line = clamped(verticalScrollBar()->value() + static_cast<long long>(row), lines_.count() - 1);
@@ -192,7 +206,7 @@ bool text_page::viewportEvent(QEvent* e) {
 void text_page::paintEvent(QPaintEvent* e) {
     QPainter painter(viewport());
     painter.setFont(font());
-    const int height = fontMetrics().lineSpacing();
+    const int height = line_height();
     const auto first = static_cast<std::size_t>(verticalScrollBar()->value());
     const int rows = e->rect().bottom() / height + 1;
     for (std::size_t line = first; line < std::min(lines_.count(), first + static_cast<std::size_t>(rows)); ++line)
@@ -214,9 +228,10 @@ void text_page::draw_line(QPainter& painter, std::size_t line) const {
         end = lines_.next_character(end);
     const std::string_view text = lines_.text().substr(begin, end - begin);
 
-    const QRect row(0, place_of(lines_.begin_of(line)).top(), viewport()->width(), fontMetrics().lineSpacing());
+    const QRect row(0, place_of(lines_.begin_of(line)).top(), viewport()->width(), line_height());
     const int left = margin + column_place(first_column) - scrolled;
-    const QPoint base(left, row.top() + fontMetrics().ascent());
+    const QPoint base(left, row.top() + fontMetrics().ascent() - accent_room(fontMetrics()));
+    draw_marks(painter, line, row);
     painter.setPen(palette().color(QPalette::Text));
     painter.drawText(base, shown(text));
 
@@ -237,6 +252,16 @@ void text_page::draw_line(QPainter& painter, std::size_t line) const {
     painter.setPen(palette().color(group, QPalette::HighlightedText));
     painter.drawText(base, shown(text));
     painter.setClipping(false);
+}
+
+void text_page::draw_marks(QPainter& painter, std::size_t line, const QRect& row) const {
+    const auto first = std::lower_bound(marks_.begin(), marks_.end(), lines_.begin_of(line),
+                                        [](const text_lines::range& m, std::size_t at) { return m.begin < at; });
+    for (auto m = first; m != marks_.end() && m->end <= lines_.end_of(line); ++m) {
+        const int left = place_of(m->begin).left();
+        painter.fillRect(QRect(left, row.top(), place_of(m->end).left() - left, row.height()),
+                         difference_color(palette()));
+    }
 }
 
 void text_page::resizeEvent(QResizeEvent* /*e*/) { set_scroll_ranges(); }

@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <functional>
 #include <optional>
+#include <vector>
 
 namespace desk::qt {
 
@@ -29,6 +30,10 @@ public:
     /// change before its face follows.
     void catch_up();
     const text_lines& lines() const { return lines_; }
+
+    /// Gives parts of the text, in their order, another ground.
+    void set_marks(std::vector<text_lines::range> marks);
+    const std::vector<text_lines::range>& marks() const { return marks_; }
 
     /// Offsets of the text: where the cursor is, and where the selection begins that ends there.
     std::size_t cursor() const { return cursor_; }
@@ -68,6 +73,8 @@ private:
     /// Selects without scrolling.
     void set_selection(std::size_t anchor, std::size_t cursor);
     int visible_lines() const;
+    /// From line to line: a little less than the font's own, so that more lines fit and none touches another.
+    int line_height() const;
     /// Where a column begins, in pixels from the first one.
     int column_place(std::size_t column) const;
     void set_scroll_ranges();
@@ -76,12 +83,14 @@ private:
     text_lines::range unit_at(std::size_t offset) const;
     void offer_selection() const;
     void draw_line(QPainter& painter, std::size_t line) const;
+    void draw_marks(QPainter& painter, std::size_t line, const QRect& row) const;
     bool move_cursor(const QKeyEvent& e);
     void move_lines(long long count, bool selects);
     void scroll_beyond_edge();
 
     const text_box& model_;
     text_lines lines_;
+    std::vector<text_lines::range> marks_;
     double cell_ = cell_width;
     std::optional<double> kept_column_; // the first one in sight, while the scale changes
     int replacements_ = -1;

@@ -88,6 +88,7 @@ void window_face::build_all() {
     fit_plan();
     for (control* c : model_.controls())
         build(*c);
+    keys_ = std::make_unique<access_keys>(*this, model_, gate_);
     follow();
 }
 

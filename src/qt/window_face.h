@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/window.h"
+#include "qt/access_keys.h"
 #include "qt/control_face.h"
 #include "qt/event_gate.h"
 #include "qt/focus_guide.h"
@@ -69,6 +70,7 @@ private:
     std::map<const control*, std::unique_ptr<control_face>> faces_;
     std::map<const control*, std::unique_ptr<QTimer>> timers_;
     focus_guide guide_;
+    std::unique_ptr<access_keys> keys_;
     std::vector<control*> walked_; // the stops up to the one that the tab key went to last
 };
 

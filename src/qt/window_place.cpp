@@ -8,12 +8,17 @@
 #include <QWidget>
 #include <QWindow>
 
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+
 namespace desk::qt {
 
 namespace {
 
 /// What a window manager usually puts around a window.
 constexpr QMargins usual_frame(2, 30, 2, 2);
+constexpr double largest_scale = std::numeric_limits<double>::infinity();
 
 } // namespace
 
@@ -23,7 +28,7 @@ window_place::window_place(QWidget& window, QSize plan, const QWidget* above)
         window_.setScreen(above->screen());
         if (above->windowHandle() != nullptr) assumed_frame_ = above->windowHandle()->frameMargins();
     }
-    first_size_ = first_size();
+    first_size_ = size_within(room_on_screen(), usual_scale_);
     window_.resize(first_size_);
     if (above != nullptr) {
         QRect frame(QPoint(), first_size_.grownBy(assumed_frame_));
@@ -39,11 +44,16 @@ QMargins window_place::frame_margins() const {
     return frame.isNull() ? assumed_frame_ : frame;
 }
 
-QSize window_place::first_size() const {
-    const QSize available = window_.screen()->availableGeometry().size();
-    const double scale =
-        first_scale(plan_, available, frame_margins(), window_.screen()->devicePixelRatio(), usual_scale_);
-    return plan_pixels(plan_, scale).boundedTo(available.shrunkBy(frame_margins()));
+QSize window_place::size_within(QSize room, double largest) const {
+    const double ratio = window_.screen()->devicePixelRatio();
+    // on its way to pixels of the screen and back a size can lose one
+    const int lost = ratio > std::floor(ratio) ? 1 : 0;
+    const QMargins spare(0, 0, lost, lost);
+    return plan_pixels(plan_, first_scale(plan_, room, spare, ratio, largest)).grownBy(spare).boundedTo(room);
+}
+
+QSize window_place::room_on_screen() const {
+    return window_.screen()->availableGeometry().size().shrunkBy(frame_margins());
 }
 
 bool window_place::eventFilter(QObject* watched, QEvent* e) {
@@ -73,20 +83,18 @@ void window_place::watch_screen() {
 
 void window_place::correct_first_size() {
     // a window manager or the operator has been quicker
-    if (window_.isMaximized() || window_.isFullScreen() || window_.size() != first_size_) return;
-    const QSize size = first_size();
+    const QSize changed = window_.size() - first_size_;
+    const bool is_first = std::abs(changed.width()) <= 1 && std::abs(changed.height()) <= 1;
+    if (window_.isMaximized() || window_.isFullScreen() || !is_first) return;
+    const QSize size = size_within(room_on_screen(), usual_scale_);
     if (size != first_size_) window_.resize(size);
     keep_in_sight();
 }
 
 void window_place::fit_on_screen() {
     if (window_.isMaximized() || window_.isFullScreen()) return;
-    const QSize room = window_.screen()->availableGeometry().size().shrunkBy(frame_margins());
-    const QSize size = window_.size();
-    if (size.width() > room.width() || size.height() > room.height()) {
-        const double scale = fitting_scale(plan_, size.boundedTo(room), window_.screen()->devicePixelRatio());
-        window_.resize(plan_pixels(plan_, scale).boundedTo(room));
-    }
+    const QSize room = window_.size().boundedTo(room_on_screen());
+    if (room != window_.size()) window_.resize(size_within(room, largest_scale));
     keep_in_sight();
 }
 

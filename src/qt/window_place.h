@@ -26,7 +26,9 @@ protected:
 private:
     /// The margins are known only after the window has appeared.
     QMargins frame_margins() const;
-    QSize first_size() const;
+    QSize room_on_screen() const;
+    /// The size of the plan at the largest scale that fits.
+    QSize size_within(QSize room, double largest) const;
     void on_first_show();
     void correct_first_size();
     void watch_screen();

@@ -14,8 +14,8 @@ void frm_report::lay_out_controls() {
     // clang-format off
     lay_out(form, {
         {txt_report, "txt_report", in_window, 120, 120, 7260, 7560, "", locked | multi_line | fixed_pitch},
-        {cmd_save, "cmd_save", in_window, 4500, 7830, 1380, 420, "Save", disabled},
-        {cmd_exit, "cmd_exit", in_window, 6000, 7830, 1380, 420, "Exit", disabled},
+        {cmd_save, "cmd_save", in_window, 4500, 7860, 1380, 420, "Save", disabled},
+        {cmd_exit, "cmd_exit", in_window, 6000, 7860, 1380, 420, "Exit", disabled},
     });
     // clang-format on
     form.takes_extra_room = &txt_report;

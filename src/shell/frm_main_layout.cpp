@@ -9,38 +9,74 @@ namespace {
 // the column of view buttons, and the area that all views share
 constexpr int column_left = 90;
 constexpr int column_width = 2340;
+constexpr int column_pitch = 480;
 constexpr int area_left = 2520;
 constexpr int area_top = 600;
 constexpr int area_width = 9090;
 constexpr int area_height = 8370;
 
+constexpr int gap = 90;     // between what lies beside each other in the window
+constexpr int margin = 180; // inside the frames of views
+constexpr int bar_top = 60;
 constexpr int button_height = 420;
-constexpr int list_width = 2970;
-constexpr int desk_left = area_left + list_width + 60;
-constexpr int desk_width = area_width - list_width - 60;
+constexpr int button_width = 1380;
+constexpr int box_height = 390;
+constexpr int line_height = 240;
+constexpr int note_top = 480;
+constexpr int note_height = 720;
 
-// the rows of the timing figures and of the panel stand two label lines apart
-constexpr int row = 2 * label_line_pitch;
+constexpr int list_width = 2850;
+constexpr int desk_left = area_left + list_width + gap;
+constexpr int desk_width = area_width - list_width - gap;
+constexpr int desk_inside = desk_width - 2 * margin;
 
-// the boxes stand in the gaps that the blanks of lab_hori and lab_vert leave, 120 twips a character
-constexpr int figures_label_left = 240;
-constexpr int figures_label_top = 330;
-constexpr int figures_box_1 = 1830;
+// the boxes stand in the gaps that the blanks of lab_hori and lab_vert leave, 120 twips a character; they stand two
+// lines of these labels apart
+constexpr int figures_pitch = 210;
+constexpr int figures_row = 2 * figures_pitch;
+constexpr int figures_height = 2850;
+constexpr int figures_label_left = 420;
+constexpr int figures_label_top = 315;
+constexpr int figures_box_1 = 2010;
 constexpr int figures_box_1_width = 900;
-constexpr int figures_box_2 = 3420;
+constexpr int figures_box_2 = 3600;
 constexpr int figures_box_2_width = 960;
-constexpr int figures_box_top = 285;
-constexpr int figures_box_height = 315;
+constexpr int figures_box_top = 225;
+constexpr int figures_box_height = 360;
 
-constexpr color color_desk = 0xB4B4B4;
-constexpr color color_readout = 0xE8E8E8;
+// so do the buttons of the panel
+constexpr int panel_pitch = 270;
+constexpr int panel_row = 2 * panel_pitch;
+constexpr int panel_label_top = 540;
+constexpr int panel_button_top = panel_label_top + 6 * panel_pitch - 90;
+constexpr int panel_button_left = 2490;
+constexpr int panel_button_pitch = 1620;
+constexpr int panel_button_width = 1560;
+constexpr int panel_button_height = 450;
 
-constexpr int panel_label_top = 780;
-constexpr int panel_button_top = panel_label_top + 6 * label_line_pitch - 90;
-constexpr int panel_button_left = 2400;
-constexpr int panel_button_pitch = 1500;
-constexpr int panel_button_width = 1380;
-constexpr int panel_button_height = 390;
+// below the note, the buttons and what they act on
+constexpr int extras_top = 2640;
+constexpr int slider_pitch = 600;
+constexpr int slider_height = 330;
+
+// the steps of the editor are chosen below their columns
+constexpr int step_top = 7170;
+constexpr int step_timing = 870;
+constexpr int step_pattern = 3810;
+constexpr int step_interval = 7050;
+
+// the two sides of the workbench
+constexpr int write_left = margin;
+constexpr int read_left = 4650;
+constexpr int side_width = 4260;
+constexpr int side_button = 1020;
+constexpr int side_pitch = 1080;
+constexpr int text_top = 690;
+constexpr int text_height = 5130;
+constexpr int sum_top = text_top + text_height + 60;
+constexpr int sum_left = 960;
+constexpr int side_buttons_top = sum_top + 2 * button_height + 90;
+constexpr int side_row = 480;
 
 } // namespace
 
@@ -55,180 +91,180 @@ void frm_main::lay_out_controls() {
     // clang-format off
     lay_out(form, {
         {lab_desk, "lab_desk", in_window, area_left, area_top, area_width, area_height},
-        {line_rs232, "line_rs232", in_window, column_left, 540, 11520, 0},
+        {line_rs232, "line_rs232", in_window, 0, 540, 11700, 0},
         {img_logo, "img_logo", in_window, area_left, area_top, area_width, area_height},
 
-        {link.lab_com, "lab_com", in_window, column_left, 180, 1140, 240, "  RS232 Port"},
-        {link.cbo_com, "cbo_com", in_window, 1290, 120, 1140, 360},
-        {link.cmd_conn, "cmd_conn", in_window, area_left, 120, 1380, 360, "&Connect"},
-        {link.cmd_disconn, "cmd_disconn", in_window, 3960, 120, 1380, 360, "&Disconnect"},
-        {about_view.cmd_about, "cmd_about", in_window, 10230, 120, 1380, 360, "A&bout"},
+        {link.lab_com, "lab_com", in_window, column_left, bar_top, 1140, button_height, "  RS232 Port", in_middle},
+        {link.cbo_com, "cbo_com", in_window, 1290, bar_top, 1140, button_height},
+        {link.cmd_conn, "cmd_conn", in_window, area_left, bar_top, button_width, button_height, "&Connect"},
+        {link.cmd_disconn, "cmd_disconn", in_window, 3960, bar_top, button_width, button_height, "&Disconnect"},
+        {about_view.cmd_about, "cmd_about", in_window, 10230, bar_top, button_width, button_height, "A&bout"},
 
-        {rows.cmd_timing, "cmd_timing", in_window, column_left, 660, column_width, button_height, "&Timing Select"},
-        {rows.cmd_pattern, "cmd_pattern", in_window, column_left, 1140, column_width, button_height, "&Pattern Select"},
-        {favourite_views.cmd_fav_timing, "cmd_fav_timing", in_window, column_left, 1620, column_width, button_height, "&Favorite Timing"},
-        {favourite_views.cmd_fav_pattern, "cmd_fav_pattern", in_window, column_left, 2100, column_width, button_height, "Fa&vorite Pattern"},
-        {cmd_edid, "cmd_edid", in_window, column_left, 2580, column_width, button_height, "&EDID Read/Write"},
-        {autorun_view.cmd_auto, "cmd_auto", in_window, column_left, 3060, column_width, button_height, "&Autorun Config"},
-        {cmd_setup, "cmd_setup", in_window, column_left, 3540, column_width, button_height, "Pa&nel Control"},
+        {rows.cmd_timing, "cmd_timing", in_window, column_left, area_top, column_width, 450, "&Timing Select", in_column},
+        {rows.cmd_pattern, "cmd_pattern", in_window, column_left, area_top + column_pitch, column_width, 450, "&Pattern Select", in_column},
+        {favourite_views.cmd_fav_timing, "cmd_fav_timing", in_window, column_left, area_top + 2 * column_pitch, column_width, 450, "&Favorite Timing", in_column},
+        {favourite_views.cmd_fav_pattern, "cmd_fav_pattern", in_window, column_left, area_top + 3 * column_pitch, column_width, 450, "Fa&vorite Pattern", in_column},
+        {cmd_edid, "cmd_edid", in_window, column_left, area_top + 4 * column_pitch, column_width, 450, "&EDID Read/Write", in_column},
+        {autorun_view.cmd_auto, "cmd_auto", in_window, column_left, area_top + 5 * column_pitch, column_width, 450, "&Autorun Config", in_column},
+        {cmd_setup, "cmd_setup", in_window, column_left, area_top + 6 * column_pitch, column_width, 450, "Pa&nel Control", in_column},
 
-        {status.fra_status, "fra_status", in_window, column_left, 4140, column_width, 4830, "VELOTRACE OUT Status"},
-        {status.lab_timing_lab, "lab_timing_lab", &status.fra_status, 120, 330, 2100, 240, "Timing : "},
-        {status.lab_timing, "lab_timing", &status.fra_status, 120, 585, 2100, 525},
-        {status.lab_pattern_lab, "lab_pattern_lab", &status.fra_status, 120, 1260, 2100, 240, "Pattern :"},
-        {status.lab_pattern, "lab_pattern", &status.fra_status, 120, 1515, 2100, 525},
-        {status.lab_out_lab, "lab_out_lab", &status.fra_status, 120, 2190, 2100, 240, "Output Format :"},
-        {status.lab_out, "lab_out", &status.fra_status, 120, 2445, 2100, 300},
-        {status.lab_hdcp_lab, "lab_hdcp_lab", &status.fra_status, 120, 2895, 2100, 240, "HDCP :"},
-        {status.lab_hdcp, "lab_hdcp", &status.fra_status, 120, 3150, 2100, 300},
-        {status.cmd_refresh, "cmd_refresh", &status.fra_status, 120, 4245, 2100, button_height, "&Refresh"},
+        {status.fra_status, "fra_status", in_window, column_left, 4020, column_width, 4950, "VELOTRACE OUT Status"},
+        {status.lab_timing_lab, "lab_timing_lab", &status.fra_status, 120, 420, 2100, line_height, "Timing : ", small_print},
+        {status.lab_timing, "lab_timing", &status.fra_status, 120, 690, 2100, 600},
+        {status.lab_pattern_lab, "lab_pattern_lab", &status.fra_status, 120, 1410, 2100, line_height, "Pattern :", small_print},
+        {status.lab_pattern, "lab_pattern", &status.fra_status, 120, 1680, 2100, 600},
+        {status.lab_out_lab, "lab_out_lab", &status.fra_status, 120, 2400, 2100, line_height, "Output Format :", small_print},
+        {status.lab_out, "lab_out", &status.fra_status, 120, 2670, 2100, box_height, "", in_middle},
+        {status.lab_hdcp_lab, "lab_hdcp_lab", &status.fra_status, 120, 3180, 2100, line_height, "HDCP :", small_print},
+        {status.lab_hdcp, "lab_hdcp", &status.fra_status, 120, 3450, 2100, box_height, "", in_middle},
+        {status.cmd_refresh, "cmd_refresh", &status.fra_status, 120, 4410, 2100, button_height, "&Refresh"},
 
         {rows.lstv_timing, "lstv_timing", in_window, area_left, area_top, list_width, area_height, "", hidden},
         {rows.lstv_timing_sub, "lstv_timing_sub", in_window, area_left, area_top, list_width, area_height, "", hidden},
         {rows.lstv_pattern, "lstv_pattern", in_window, area_left, area_top, list_width, area_height, "", hidden},
 
-        {d.fra_desk, "fra_desk", in_window, desk_left, area_top, desk_width, area_height, "", hidden},
-        {d.lab_desk_note, "lab_desk_note", &d.fra_desk, 120, 330, 5820, 960, "", hidden},
-        {d.lab_pix_clock, "lab_pix_clock", &d.fra_desk, 3120, 1725, 2880, 225, "Pixel Clock:         MHz", hidden | fixed_pitch},
-        {d.txt_pix_f, "txt_pix_f", &d.fra_desk, 4650, 1680, 960, figures_box_height, "", hidden | locked},
+        {d.fra_desk, "fra_desk", in_window, desk_left, area_top, desk_width, area_height, "", hidden | view_frame},
+        {d.lab_desk_note, "lab_desk_note", &d.fra_desk, margin, note_top, desk_inside, note_height, "", hidden},
+        {d.lab_pix_clock, "lab_pix_clock", &d.fra_desk, 3090, 1755, 2880, line_height, "Pixel Clock:         MHz", hidden | fixed_pitch},
+        {d.txt_pix_f, "txt_pix_f", &d.fra_desk, 4590, 1680, 960, figures_box_height, "", hidden | locked},
 
-        {d.fra_hori, "fra_hori", &d.fra_desk, 120, 2250, 5820, 3000, "Horizontal", hidden},
-        {d.lab_hori, "lab_hori", &d.fra_hori, figures_label_left, figures_label_top, 5460, 2610, "", fixed_pitch | row_pitch},
+        {d.fra_hori, "fra_hori", &d.fra_desk, margin, 2400, desk_inside, figures_height, "Horizontal", hidden},
+        {d.lab_hori, "lab_hori", &d.fra_hori, figures_label_left, figures_label_top, 5280, 11 * figures_pitch, "", fixed_pitch},
         {d.txt_htotal_pix, "txt_htotal_pix", &d.fra_hori, figures_box_1, figures_box_top, figures_box_1_width, figures_box_height, "", locked},
-        {d.txt_hactive_pix, "txt_hactive_pix", &d.fra_hori, figures_box_1, figures_box_top + row, figures_box_1_width, figures_box_height, "", locked},
-        {d.txt_hdelay_pix, "txt_hdelay_pix", &d.fra_hori, figures_box_1, figures_box_top + 2 * row, figures_box_1_width, figures_box_height, "", locked},
-        {d.txt_hsw_pix, "txt_hsw_pix", &d.fra_hori, figures_box_1, figures_box_top + 3 * row, figures_box_1_width, figures_box_height, "", locked},
+        {d.txt_hactive_pix, "txt_hactive_pix", &d.fra_hori, figures_box_1, figures_box_top + figures_row, figures_box_1_width, figures_box_height, "", locked},
+        {d.txt_hdelay_pix, "txt_hdelay_pix", &d.fra_hori, figures_box_1, figures_box_top + 2 * figures_row, figures_box_1_width, figures_box_height, "", locked},
+        {d.txt_hsw_pix, "txt_hsw_pix", &d.fra_hori, figures_box_1, figures_box_top + 3 * figures_row, figures_box_1_width, figures_box_height, "", locked},
         {d.txt_htotal_us, "txt_htotal_us", &d.fra_hori, figures_box_2, figures_box_top, figures_box_2_width, figures_box_height, "", locked},
-        {d.txt_hactive_us, "txt_hactive_us", &d.fra_hori, figures_box_2, figures_box_top + row, figures_box_2_width, figures_box_height, "", locked},
-        {d.txt_hdelay_us, "txt_hdelay_us", &d.fra_hori, figures_box_2, figures_box_top + 2 * row, figures_box_2_width, figures_box_height, "", locked},
-        {d.txt_hsw_us, "txt_hsw_us", &d.fra_hori, figures_box_2, figures_box_top + 3 * row, figures_box_2_width, figures_box_height, "", locked},
-        {d.txt_hpol, "txt_hpol", &d.fra_hori, figures_box_1, figures_box_top + 4 * row, figures_box_1_width, figures_box_height, "", locked},
-        {d.txt_hf, "txt_hf", &d.fra_hori, figures_box_1, figures_box_top + 5 * row, figures_box_1_width, figures_box_height, "", locked},
+        {d.txt_hactive_us, "txt_hactive_us", &d.fra_hori, figures_box_2, figures_box_top + figures_row, figures_box_2_width, figures_box_height, "", locked},
+        {d.txt_hdelay_us, "txt_hdelay_us", &d.fra_hori, figures_box_2, figures_box_top + 2 * figures_row, figures_box_2_width, figures_box_height, "", locked},
+        {d.txt_hsw_us, "txt_hsw_us", &d.fra_hori, figures_box_2, figures_box_top + 3 * figures_row, figures_box_2_width, figures_box_height, "", locked},
+        {d.txt_hpol, "txt_hpol", &d.fra_hori, figures_box_1, figures_box_top + 4 * figures_row, figures_box_1_width, figures_box_height, "", locked},
+        {d.txt_hf, "txt_hf", &d.fra_hori, figures_box_1, figures_box_top + 5 * figures_row, figures_box_1_width, figures_box_height, "", locked},
 
-        {d.fra_vert, "fra_vert", &d.fra_desk, 120, 5310, 5820, 3000, "Vertical", hidden},
-        {d.lab_vert, "lab_vert", &d.fra_vert, figures_label_left, figures_label_top, 5460, 2610, "", fixed_pitch | row_pitch},
+        {d.fra_vert, "fra_vert", &d.fra_desk, margin, 2400 + figures_height + gap, desk_inside, figures_height, "Vertical", hidden},
+        {d.lab_vert, "lab_vert", &d.fra_vert, figures_label_left, figures_label_top, 5280, 11 * figures_pitch, "", fixed_pitch},
         {d.txt_vtotal_line, "txt_vtotal_line", &d.fra_vert, figures_box_1, figures_box_top, figures_box_1_width, figures_box_height, "", locked},
-        {d.txt_vactive_line, "txt_vactive_line", &d.fra_vert, figures_box_1, figures_box_top + row, figures_box_1_width, figures_box_height, "", locked},
-        {d.txt_vdelay_line, "txt_vdelay_line", &d.fra_vert, figures_box_1, figures_box_top + 2 * row, figures_box_1_width, figures_box_height, "", locked},
-        {d.txt_vsw_line, "txt_vsw_line", &d.fra_vert, figures_box_1, figures_box_top + 3 * row, figures_box_1_width, figures_box_height, "", locked},
+        {d.txt_vactive_line, "txt_vactive_line", &d.fra_vert, figures_box_1, figures_box_top + figures_row, figures_box_1_width, figures_box_height, "", locked},
+        {d.txt_vdelay_line, "txt_vdelay_line", &d.fra_vert, figures_box_1, figures_box_top + 2 * figures_row, figures_box_1_width, figures_box_height, "", locked},
+        {d.txt_vsw_line, "txt_vsw_line", &d.fra_vert, figures_box_1, figures_box_top + 3 * figures_row, figures_box_1_width, figures_box_height, "", locked},
         {d.txt_vtotal_ms, "txt_vtotal_ms", &d.fra_vert, figures_box_2, figures_box_top, figures_box_2_width, figures_box_height, "", locked},
-        {d.txt_vactive_ms, "txt_vactive_ms", &d.fra_vert, figures_box_2, figures_box_top + row, figures_box_2_width, figures_box_height, "", locked},
-        {d.txt_vdelay_ms, "txt_vdelay_ms", &d.fra_vert, figures_box_2, figures_box_top + 2 * row, figures_box_2_width, figures_box_height, "", locked},
-        {d.txt_vsw_ms, "txt_vsw_ms", &d.fra_vert, figures_box_2, figures_box_top + 3 * row, figures_box_2_width, figures_box_height, "", locked},
-        {d.txt_vpol, "txt_vpol", &d.fra_vert, figures_box_1, figures_box_top + 4 * row, figures_box_1_width, figures_box_height, "", locked},
-        {d.txt_vf, "txt_vf", &d.fra_vert, figures_box_1, figures_box_top + 5 * row, figures_box_1_width, figures_box_height, "", locked},
+        {d.txt_vactive_ms, "txt_vactive_ms", &d.fra_vert, figures_box_2, figures_box_top + figures_row, figures_box_2_width, figures_box_height, "", locked},
+        {d.txt_vdelay_ms, "txt_vdelay_ms", &d.fra_vert, figures_box_2, figures_box_top + 2 * figures_row, figures_box_2_width, figures_box_height, "", locked},
+        {d.txt_vsw_ms, "txt_vsw_ms", &d.fra_vert, figures_box_2, figures_box_top + 3 * figures_row, figures_box_2_width, figures_box_height, "", locked},
+        {d.txt_vpol, "txt_vpol", &d.fra_vert, figures_box_1, figures_box_top + 4 * figures_row, figures_box_1_width, figures_box_height, "", locked},
+        {d.txt_vf, "txt_vf", &d.fra_vert, figures_box_1, figures_box_top + 5 * figures_row, figures_box_1_width, figures_box_height, "", locked},
 
-        {d.lab_color_setting[0], "lab_color_setting(0)", &d.fra_desk, 240, 2940, 780, 240, "?", hidden},
-        {d.hsr_color_setting[0], "hsr_color_setting(0)", &d.fra_desk, 1080, 2910, 3600, 300, "", hidden | disabled},
-        {d.txt_color_setting[0], "txt_color_setting(0)", &d.fra_desk, 4860, 2895, 780, 330, "", hidden | disabled},
-        {d.lab_color_setting[1], "lab_color_setting(1)", &d.fra_desk, 240, 3540, 780, 240, "?", hidden},
-        {d.hsr_color_setting[1], "hsr_color_setting(1)", &d.fra_desk, 1080, 3510, 3600, 300, "", hidden | disabled},
-        {d.txt_color_setting[1], "txt_color_setting(1)", &d.fra_desk, 4860, 3495, 780, 330, "", hidden | disabled},
-        {d.lab_color_setting[2], "lab_color_setting(2)", &d.fra_desk, 240, 4140, 780, 240, "?", hidden},
-        {d.hsr_color_setting[2], "hsr_color_setting(2)", &d.fra_desk, 1080, 4110, 3600, 300, "", hidden | disabled},
-        {d.txt_color_setting[2], "txt_color_setting(2)", &d.fra_desk, 4860, 4095, 780, 330, "", hidden | disabled},
-        {d.lab_color_setting[3], "lab_color_setting(3)", &d.fra_desk, 240, 4740, 780, 240, "?", hidden},
-        {d.hsr_color_setting[3], "hsr_color_setting(3)", &d.fra_desk, 1080, 4710, 3600, 300, "", hidden | disabled},
-        {d.txt_color_setting[3], "txt_color_setting(3)", &d.fra_desk, 4860, 4695, 780, 330, "", hidden | disabled},
+        {d.lab_color_setting[0], "lab_color_setting(0)", &d.fra_desk, margin, extras_top, 840, box_height, "?", hidden | in_middle},
+        {d.hsr_color_setting[0], "hsr_color_setting(0)", &d.fra_desk, 1080, extras_top + 30, 3540, slider_height, "", hidden | disabled},
+        {d.txt_color_setting[0], "txt_color_setting(0)", &d.fra_desk, 4740, extras_top, 780, box_height, "", hidden | disabled},
+        {d.lab_color_setting[1], "lab_color_setting(1)", &d.fra_desk, margin, extras_top + slider_pitch, 840, box_height, "?", hidden | in_middle},
+        {d.hsr_color_setting[1], "hsr_color_setting(1)", &d.fra_desk, 1080, extras_top + slider_pitch + 30, 3540, slider_height, "", hidden | disabled},
+        {d.txt_color_setting[1], "txt_color_setting(1)", &d.fra_desk, 4740, extras_top + slider_pitch, 780, box_height, "", hidden | disabled},
+        {d.lab_color_setting[2], "lab_color_setting(2)", &d.fra_desk, margin, extras_top + 2 * slider_pitch, 840, box_height, "?", hidden | in_middle},
+        {d.hsr_color_setting[2], "hsr_color_setting(2)", &d.fra_desk, 1080, extras_top + 2 * slider_pitch + 30, 3540, slider_height, "", hidden | disabled},
+        {d.txt_color_setting[2], "txt_color_setting(2)", &d.fra_desk, 4740, extras_top + 2 * slider_pitch, 780, box_height, "", hidden | disabled},
+        {d.lab_color_setting[3], "lab_color_setting(3)", &d.fra_desk, margin, extras_top + 3 * slider_pitch, 840, box_height, "?", hidden | in_middle},
+        {d.hsr_color_setting[3], "hsr_color_setting(3)", &d.fra_desk, 1080, extras_top + 3 * slider_pitch + 30, 3540, slider_height, "", hidden | disabled},
+        {d.txt_color_setting[3], "txt_color_setting(3)", &d.fra_desk, 4740, extras_top + 3 * slider_pitch, 780, box_height, "", hidden | disabled},
 
-        {d.lab_motion_str, "lab_motion_str", &d.fra_desk, 240, 2940, 1320, 240, "Custom String", hidden},
-        {d.txt_motion_str, "txt_motion_str", &d.fra_desk, 1620, 2895, 2100, 330, "", hidden},
-        {d.cmd_upload, "cmd_upload", &d.fra_desk, 3840, 2850, 1380, button_height, "&Upload", hidden},
+        {d.lab_motion_str, "lab_motion_str", &d.fra_desk, margin, extras_top, 1320, button_height, "Custom String", hidden | in_middle},
+        {d.txt_motion_str, "txt_motion_str", &d.fra_desk, 1560, extras_top, 2880, button_height, "", hidden},
+        {d.cmd_upload, "cmd_upload", &d.fra_desk, 4590, extras_top, button_width, button_height, "&Upload", hidden},
 
-        {d.cmd_check_all, "cmd_check_all", &d.fra_desk, 90, 2310, 1380, button_height, "Check A&ll", hidden},
-        {d.cmd_check_none, "cmd_check_none", &d.fra_desk, 1590, 2310, 1380, button_height, "Check N&one", hidden},
+        {d.cmd_check_all, "cmd_check_all", &d.fra_desk, margin, extras_top, button_width, button_height, "Check A&ll", hidden},
+        {d.cmd_check_none, "cmd_check_none", &d.fra_desk, 1680, extras_top, 1560, button_height, "Check N&one", hidden},
 
-        {switches.fra_setup, "fra_setup", in_window, area_left, area_top, area_width, area_height, "Panel Control", hidden},
-        {switches.lab_setup, "lab_setup", &switches.fra_setup, 240, panel_label_top, 8610, 5220, "", row_pitch},
+        {switches.fra_setup, "fra_setup", in_window, area_left, area_top, area_width, area_height, "Panel Control", hidden | view_frame},
+        {switches.lab_setup, "lab_setup", &switches.fra_setup, margin, panel_label_top, area_width - 2 * margin, 23 * panel_pitch},
         {switches.cmd_out[0], "cmd_out(0)", &switches.fra_setup, panel_button_left, panel_button_top, panel_button_width, panel_button_height, "PC"},
         {switches.cmd_out[1], "cmd_out(1)", &switches.fra_setup, panel_button_left + panel_button_pitch, panel_button_top, panel_button_width, panel_button_height, "HD"},
         {switches.cmd_out[2], "cmd_out(2)", &switches.fra_setup, panel_button_left + 2 * panel_button_pitch, panel_button_top, panel_button_width, panel_button_height, "DVI"},
         {switches.cmd_out[3], "cmd_out(3)", &switches.fra_setup, panel_button_left + 3 * panel_button_pitch, panel_button_top, panel_button_width, panel_button_height, "HDMI"},
-        {switches.cmd_hdcp[0], "cmd_hdcp(0)", &switches.fra_setup, panel_button_left, panel_button_top + row, panel_button_width, panel_button_height, "OFF"},
-        {switches.cmd_hdcp[1], "cmd_hdcp(1)", &switches.fra_setup, panel_button_left + panel_button_pitch, panel_button_top + row, panel_button_width, panel_button_height, "ON"},
-        {switches.cmd_asc[0], "cmd_asc(0)", &switches.fra_setup, panel_button_left, panel_button_top + 2 * row, panel_button_width, panel_button_height, "EXT 7.1CH"},
-        {switches.cmd_asc[1], "cmd_asc(1)", &switches.fra_setup, panel_button_left + panel_button_pitch, panel_button_top + 2 * row, panel_button_width, panel_button_height, "EXT OPT"},
-        {switches.cmd_asc[2], "cmd_asc(2)", &switches.fra_setup, panel_button_left + 2 * panel_button_pitch, panel_button_top + 2 * row, panel_button_width, panel_button_height, "INT SINE"},
-        {switches.cmd_lpcm[0], "cmd_lpcm(0)", &switches.fra_setup, panel_button_left, panel_button_top + 3 * row, panel_button_width, panel_button_height, "2 CH"},
-        {switches.cmd_lpcm[1], "cmd_lpcm(1)", &switches.fra_setup, panel_button_left + panel_button_pitch, panel_button_top + 3 * row, panel_button_width, panel_button_height, "5.1 CH"},
-        {switches.cmd_lpcm[2], "cmd_lpcm(2)", &switches.fra_setup, panel_button_left + 2 * panel_button_pitch, panel_button_top + 3 * row, panel_button_width, panel_button_height, "7.1 CH"},
-        {switches.cmd_csc[0], "cmd_csc(0)", &switches.fra_setup, panel_button_left, panel_button_top + 4 * row, panel_button_width, panel_button_height, "RGB444"},
-        {switches.cmd_csc[1], "cmd_csc(1)", &switches.fra_setup, panel_button_left + panel_button_pitch, panel_button_top + 4 * row, panel_button_width, panel_button_height, "YUV444"},
-        {switches.cmd_csc[2], "cmd_csc(2)", &switches.fra_setup, panel_button_left + 2 * panel_button_pitch, panel_button_top + 4 * row, panel_button_width, panel_button_height, "YUV422"},
-        {switches.cmd_deep[0], "cmd_deep(0)", &switches.fra_setup, panel_button_left, panel_button_top + 5 * row, panel_button_width, panel_button_height, "8 BIT"},
-        {switches.cmd_deep[1], "cmd_deep(1)", &switches.fra_setup, panel_button_left + panel_button_pitch, panel_button_top + 5 * row, panel_button_width, panel_button_height, "10 BIT"},
-        {switches.cmd_deep[2], "cmd_deep(2)", &switches.fra_setup, panel_button_left + 2 * panel_button_pitch, panel_button_top + 5 * row, panel_button_width, panel_button_height, "12 BIT"},
-        {switches.cmd_auto_go[0], "cmd_auto_go(0)", &switches.fra_setup, panel_button_left, panel_button_top + 6 * row, panel_button_width, panel_button_height, "OFF"},
-        {switches.cmd_auto_go[1], "cmd_auto_go(1)", &switches.fra_setup, panel_button_left + panel_button_pitch, panel_button_top + 6 * row, panel_button_width, panel_button_height, "ON"},
-        {switches.cmd_fav[0], "cmd_fav(0)", &switches.fra_setup, panel_button_left, panel_button_top + 7 * row, panel_button_width, panel_button_height, "OFF"},
-        {switches.cmd_fav[1], "cmd_fav(1)", &switches.fra_setup, panel_button_left + panel_button_pitch, panel_button_top + 7 * row, panel_button_width, panel_button_height, "ON"},
-        {switches.cmd_reset, "cmd_reset", &switches.fra_setup, panel_button_left, panel_button_top + 8 * row, panel_button_width, panel_button_height, "Reset"},
+        {switches.cmd_hdcp[0], "cmd_hdcp(0)", &switches.fra_setup, panel_button_left, panel_button_top + panel_row, panel_button_width, panel_button_height, "OFF"},
+        {switches.cmd_hdcp[1], "cmd_hdcp(1)", &switches.fra_setup, panel_button_left + panel_button_pitch, panel_button_top + panel_row, panel_button_width, panel_button_height, "ON"},
+        {switches.cmd_asc[0], "cmd_asc(0)", &switches.fra_setup, panel_button_left, panel_button_top + 2 * panel_row, panel_button_width, panel_button_height, "EXT 7.1CH"},
+        {switches.cmd_asc[1], "cmd_asc(1)", &switches.fra_setup, panel_button_left + panel_button_pitch, panel_button_top + 2 * panel_row, panel_button_width, panel_button_height, "EXT OPT"},
+        {switches.cmd_asc[2], "cmd_asc(2)", &switches.fra_setup, panel_button_left + 2 * panel_button_pitch, panel_button_top + 2 * panel_row, panel_button_width, panel_button_height, "INT SINE"},
+        {switches.cmd_lpcm[0], "cmd_lpcm(0)", &switches.fra_setup, panel_button_left, panel_button_top + 3 * panel_row, panel_button_width, panel_button_height, "2 CH"},
+        {switches.cmd_lpcm[1], "cmd_lpcm(1)", &switches.fra_setup, panel_button_left + panel_button_pitch, panel_button_top + 3 * panel_row, panel_button_width, panel_button_height, "5.1 CH"},
+        {switches.cmd_lpcm[2], "cmd_lpcm(2)", &switches.fra_setup, panel_button_left + 2 * panel_button_pitch, panel_button_top + 3 * panel_row, panel_button_width, panel_button_height, "7.1 CH"},
+        {switches.cmd_csc[0], "cmd_csc(0)", &switches.fra_setup, panel_button_left, panel_button_top + 4 * panel_row, panel_button_width, panel_button_height, "RGB444"},
+        {switches.cmd_csc[1], "cmd_csc(1)", &switches.fra_setup, panel_button_left + panel_button_pitch, panel_button_top + 4 * panel_row, panel_button_width, panel_button_height, "YUV444"},
+        {switches.cmd_csc[2], "cmd_csc(2)", &switches.fra_setup, panel_button_left + 2 * panel_button_pitch, panel_button_top + 4 * panel_row, panel_button_width, panel_button_height, "YUV422"},
+        {switches.cmd_deep[0], "cmd_deep(0)", &switches.fra_setup, panel_button_left, panel_button_top + 5 * panel_row, panel_button_width, panel_button_height, "8 BIT"},
+        {switches.cmd_deep[1], "cmd_deep(1)", &switches.fra_setup, panel_button_left + panel_button_pitch, panel_button_top + 5 * panel_row, panel_button_width, panel_button_height, "10 BIT"},
+        {switches.cmd_deep[2], "cmd_deep(2)", &switches.fra_setup, panel_button_left + 2 * panel_button_pitch, panel_button_top + 5 * panel_row, panel_button_width, panel_button_height, "12 BIT"},
+        {switches.cmd_auto_go[0], "cmd_auto_go(0)", &switches.fra_setup, panel_button_left, panel_button_top + 6 * panel_row, panel_button_width, panel_button_height, "OFF"},
+        {switches.cmd_auto_go[1], "cmd_auto_go(1)", &switches.fra_setup, panel_button_left + panel_button_pitch, panel_button_top + 6 * panel_row, panel_button_width, panel_button_height, "ON"},
+        {switches.cmd_fav[0], "cmd_fav(0)", &switches.fra_setup, panel_button_left, panel_button_top + 7 * panel_row, panel_button_width, panel_button_height, "OFF"},
+        {switches.cmd_fav[1], "cmd_fav(1)", &switches.fra_setup, panel_button_left + panel_button_pitch, panel_button_top + 7 * panel_row, panel_button_width, panel_button_height, "ON"},
+        {switches.cmd_reset, "cmd_reset", &switches.fra_setup, panel_button_left, panel_button_top + 8 * panel_row, panel_button_width, panel_button_height, "Reset"},
 
-        {autorun_view.fra_auto, "fra_auto", in_window, area_left, area_top, area_width, area_height, "Autorun Config", hidden},
-        {autorun_view.lab_auto, "lab_auto", &autorun_view.fra_auto, 180, 330, 8700, 960},
-        {autorun_view.lstv_auto, "lstv_auto", &autorun_view.fra_auto, 180, 2340, 8730, 4440},
-        {rows.cbo_timing, "cbo_timing", &autorun_view.fra_auto, 180, 6990, 3420, 360},
-        {rows.cbo_pattern, "cbo_pattern", &autorun_view.fra_auto, 3660, 6990, 3660, 360},
-        {autorun_view.cbo_interval, "cbo_interval", &autorun_view.fra_auto, 7380, 6990, 1530, 360},
-        {autorun_view.cmd_replace, "cmd_replace", &autorun_view.fra_auto, 180, 7560, 1740, button_height, "Add / Replace"},
-        {autorun_view.cmd_delete, "cmd_delete", &autorun_view.fra_auto, 2040, 7560, 1380, button_height, "Delete"},
+        {autorun_view.fra_auto, "fra_auto", in_window, area_left, area_top, area_width, area_height, "Autorun Config", hidden | view_frame},
+        {autorun_view.lab_auto, "lab_auto", &autorun_view.fra_auto, margin, note_top, 8730, note_height},
+        {autorun_view.lstv_auto, "lstv_auto", &autorun_view.fra_auto, margin, 2400, 8730, 4650},
+        {rows.cbo_timing, "cbo_timing", &autorun_view.fra_auto, step_timing, step_top, 2880, button_height},
+        {rows.cbo_pattern, "cbo_pattern", &autorun_view.fra_auto, step_pattern, step_top, 3180, button_height},
+        {autorun_view.cbo_interval, "cbo_interval", &autorun_view.fra_auto, step_interval, step_top, 1860, button_height},
+        {autorun_view.cmd_replace, "cmd_replace", &autorun_view.fra_auto, step_timing, 7770, 1740, button_height, "Add / Replace"},
+        {autorun_view.cmd_delete, "cmd_delete", &autorun_view.fra_auto, 2730, 7770, button_width, button_height, "Delete"},
 
-        {edid.fra_edid, "fra_edid", in_window, area_left, area_top, area_width, area_height, "EDID Read / Write", hidden},
-        {edid.lab_write, "lab_write", &edid.fra_edid, 120, 330, 2400, 240, "WRITE"},
-        {edid.txt_write, "txt_write", &edid.fra_edid, 120, 600, 4320, 4500, "", locked | multi_line | fixed_pitch | any_length},
-        {edid.lab_w_checksum, "lab_w_checksum", &edid.fra_edid, 120, 5190, 2400, 240, "Checksum"},
-        {edid.lab_write_checksum[0], "lab_write_checksum(0)", &edid.fra_edid, 120, 5475, 3780, 240, "BK0"},
-        {edid.lab_write_checksum[1], "lab_write_checksum(1)", &edid.fra_edid, 120, 5865, 3780, 240, "BK1"},
-        {edid.cmd_recover[0], "cmd_recover(0)", &edid.fra_edid, 4020, 5415, 420, 360, "R", hidden},
-        {edid.cmd_recover[1], "cmd_recover(1)", &edid.fra_edid, 4020, 5805, 420, 360, "R", hidden},
-        {edid.cmd_load, "cmd_load", &edid.fra_edid, 120, 6240, 1020, button_height, "OPEN"},
-        {edid.cmd_pre_f, "cmd_pre_f", &edid.fra_edid, 1220, 6240, 1020, button_height, "Pre-F"},
-        {edid.cmd_clear_file, "cmd_clear_file", &edid.fra_edid, 2320, 6240, 1020, button_height, "CLEAR"},
-        {edid.cmd_save_write, "cmd_save_write", &edid.fra_edid, 3420, 6240, 1020, button_height, "SAVE"},
-        {edid.cmd_write, "cmd_write", &edid.fra_edid, 120, 6720, 1020, button_height, "WRITE", disabled},
-        {edid.cmd_verify, "cmd_verify", &edid.fra_edid, 1220, 6720, 1020, button_height, "VERIFY", disabled},
-        {edid.cmd_w_auto, "cmd_w_auto", &edid.fra_edid, 2320, 6720, 1020, button_height, "AUTO", disabled},
-        {edid.cmd_erase, "cmd_erase", &edid.fra_edid, 3420, 6720, 1020, button_height, "ERASE"},
-        {edid.cmd_write_translate, "cmd_write_translate", &edid.fra_edid, 120, 7200, 1020, button_height, "TRANS", disabled},
-        {edid.cmd_sum_write, "cmd_sum_write", &edid.fra_edid, 1220, 7200, 1020, button_height, "SUM", disabled},
+        {edid.fra_edid, "fra_edid", in_window, area_left, area_top, area_width, area_height, "EDID Read / Write", hidden | view_frame},
+        {edid.lab_edid_src, "lab_edid_src", &edid.fra_edid, 2580, 60, 840, 360, "Source :", in_middle},
+        {edid.opt_edid_src[0], "opt_edid_src(1)", &edid.fra_edid, 3480, 60, 1920, 360, "HDMI/DVI  OUT"},
+        {edid.opt_edid_src[1], "opt_edid_src(2)", &edid.fra_edid, 5640, 60, 1680, 360, "HDMI/DVI  IN"},
+        {edid.opt_edid_src[2], "opt_edid_src(3)", &edid.fra_edid, 7590, 60, 1320, 360, "VGA  OUT"},
 
-        {edid.lab_read, "lab_read", &edid.fra_edid, 4650, 330, 2400, 240, "  READ"},
-        {edid.txt_read, "txt_read", &edid.fra_edid, 4650, 600, 4320, 4500, "", locked | multi_line | fixed_pitch | any_length},
-        {edid.lab_r_checksum, "lab_r_checksum", &edid.fra_edid, 4650, 5190, 2400, 240, "Checksum"},
-        {edid.lab_read_checksum[0], "lab_read_checksum(0)", &edid.fra_edid, 4650, 5475, 4320, 240, "BK0"},
-        {edid.lab_read_checksum[1], "lab_read_checksum(1)", &edid.fra_edid, 4650, 5865, 4320, 240, "BK1"},
-        {edid.cmd_read, "cmd_read", &edid.fra_edid, 4650, 6240, 1020, button_height, "READ"},
-        {edid.cmd_compare, "cmd_compare", &edid.fra_edid, 5750, 6240, 1020, button_height, "COMP"},
-        {edid.cmd_clear_read, "cmd_clear_read", &edid.fra_edid, 6850, 6240, 1020, button_height, "CLEAR"},
-        {edid.cmd_save_read, "cmd_save_read", &edid.fra_edid, 7950, 6240, 1020, button_height, "SAVE"},
-        {edid.cmd_read_translate, "cmd_read_translate", &edid.fra_edid, 4650, 6720, 1020, button_height, "TRANS", disabled},
-        {edid.cmd_sum_read, "cmd_sum_read", &edid.fra_edid, 5750, 6720, 1020, button_height, "SUM", disabled},
+        {edid.lab_write, "lab_write", &edid.fra_edid, write_left, 435, 2400, line_height, "WRITE"},
+        {edid.txt_write, "txt_write", &edid.fra_edid, write_left, text_top, side_width, text_height, "", locked | multi_line | fixed_pitch | any_length},
+        {edid.lab_w_checksum, "lab_w_checksum", &edid.fra_edid, write_left, sum_top, sum_left, button_height, "Checksum", small_print | in_middle},
+        {edid.lab_write_checksum[0], "lab_write_checksum(0)", &edid.fra_edid, write_left + sum_left, sum_top, 2820, button_height, "BK0", small_print | in_middle},
+        {edid.lab_write_checksum[1], "lab_write_checksum(1)", &edid.fra_edid, write_left + sum_left, sum_top + button_height, 2820, button_height, "BK1", small_print | in_middle},
+        {edid.cmd_recover[0], "cmd_recover(0)", &edid.fra_edid, 4020, sum_top, 420, button_height, "R", hidden},
+        {edid.cmd_recover[1], "cmd_recover(1)", &edid.fra_edid, 4020, sum_top + button_height, 420, button_height, "R", hidden},
+        {edid.cmd_load, "cmd_load", &edid.fra_edid, write_left, side_buttons_top, side_button, button_height, "OPEN"},
+        {edid.cmd_pre_f, "cmd_pre_f", &edid.fra_edid, write_left + side_pitch, side_buttons_top, side_button, button_height, "Pre-F"},
+        {edid.cmd_clear_file, "cmd_clear_file", &edid.fra_edid, write_left + 2 * side_pitch, side_buttons_top, side_button, button_height, "CLEAR"},
+        {edid.cmd_save_write, "cmd_save_write", &edid.fra_edid, write_left + 3 * side_pitch, side_buttons_top, side_button, button_height, "SAVE"},
+        {edid.cmd_write, "cmd_write", &edid.fra_edid, write_left, side_buttons_top + side_row, side_button, button_height, "WRITE", disabled},
+        {edid.cmd_verify, "cmd_verify", &edid.fra_edid, write_left + side_pitch, side_buttons_top + side_row, side_button, button_height, "VERIFY", disabled},
+        {edid.cmd_w_auto, "cmd_w_auto", &edid.fra_edid, write_left + 2 * side_pitch, side_buttons_top + side_row, side_button, button_height, "AUTO", disabled},
+        {edid.cmd_erase, "cmd_erase", &edid.fra_edid, write_left + 3 * side_pitch, side_buttons_top + side_row, side_button, button_height, "ERASE"},
+        {edid.cmd_write_translate, "cmd_write_translate", &edid.fra_edid, write_left, side_buttons_top + 2 * side_row, side_button, button_height, "TRANS", disabled},
+        {edid.cmd_sum_write, "cmd_sum_write", &edid.fra_edid, write_left + side_pitch, side_buttons_top + 2 * side_row, side_button, button_height, "SUM", disabled},
 
-        {edid.lab_edid_src, "lab_edid_src", &edid.fra_edid, 120, 7860, 900, 240, "Source :"},
-        {edid.opt_edid_src[0], "opt_edid_src(1)", &edid.fra_edid, 1080, 7830, 2100, 300, "HDMI/DVI  OUT"},
-        {edid.opt_edid_src[1], "opt_edid_src(2)", &edid.fra_edid, 3240, 7830, 2100, 300, "HDMI/DVI  IN"},
-        {edid.opt_edid_src[2], "opt_edid_src(3)", &edid.fra_edid, 5400, 7830, 2100, 300, "VGA  OUT"},
+        {edid.lab_read, "lab_read", &edid.fra_edid, read_left, 435, 2400, line_height, "  READ"},
+        {edid.txt_read, "txt_read", &edid.fra_edid, read_left, text_top, side_width, text_height, "", locked | multi_line | fixed_pitch | any_length},
+        {edid.lab_r_checksum, "lab_r_checksum", &edid.fra_edid, read_left, sum_top, sum_left, button_height, "Checksum", small_print | in_middle},
+        {edid.lab_read_checksum[0], "lab_read_checksum(0)", &edid.fra_edid, read_left + sum_left, sum_top, side_width - sum_left, button_height, "BK0", small_print | in_middle},
+        {edid.lab_read_checksum[1], "lab_read_checksum(1)", &edid.fra_edid, read_left + sum_left, sum_top + button_height, side_width - sum_left, button_height, "BK1", small_print | in_middle},
+        {edid.cmd_read, "cmd_read", &edid.fra_edid, read_left, side_buttons_top, side_button, button_height, "READ"},
+        {edid.cmd_compare, "cmd_compare", &edid.fra_edid, read_left + side_pitch, side_buttons_top, side_button, button_height, "COMP"},
+        {edid.cmd_clear_read, "cmd_clear_read", &edid.fra_edid, read_left + 2 * side_pitch, side_buttons_top, side_button, button_height, "CLEAR"},
+        {edid.cmd_save_read, "cmd_save_read", &edid.fra_edid, read_left + 3 * side_pitch, side_buttons_top, side_button, button_height, "SAVE"},
+        {edid.cmd_read_translate, "cmd_read_translate", &edid.fra_edid, read_left, side_buttons_top + side_row, side_button, button_height, "TRANS", disabled},
+        {edid.cmd_sum_read, "cmd_sum_read", &edid.fra_edid, read_left + side_pitch, side_buttons_top + side_row, side_button, button_height, "SUM", disabled},
 
-        {edid.fra_pre_f, "fra_pre_f", &edid.fra_edid, 120, 2640, 8850, 3480, "Previuos Files", hidden},
-        {edid.lab_pre_f[0], "lab_pre_f(0)", &edid.fra_pre_f, 120, 300, 8610, 285},
-        {edid.lab_pre_f[1], "lab_pre_f(1)", &edid.fra_pre_f, 120, 600, 8610, 285},
-        {edid.lab_pre_f[2], "lab_pre_f(2)", &edid.fra_pre_f, 120, 900, 8610, 285},
-        {edid.lab_pre_f[3], "lab_pre_f(3)", &edid.fra_pre_f, 120, 1200, 8610, 285},
-        {edid.lab_pre_f[4], "lab_pre_f(4)", &edid.fra_pre_f, 120, 1500, 8610, 285},
-        {edid.lab_pre_f[5], "lab_pre_f(5)", &edid.fra_pre_f, 120, 1800, 8610, 285},
-        {edid.lab_pre_f[6], "lab_pre_f(6)", &edid.fra_pre_f, 120, 2100, 8610, 285},
-        {edid.lab_pre_f[7], "lab_pre_f(7)", &edid.fra_pre_f, 120, 2400, 8610, 285},
-        {edid.lab_pre_f[8], "lab_pre_f(8)", &edid.fra_pre_f, 120, 2700, 8610, 285},
-        {edid.lab_pre_f[9], "lab_pre_f(9)", &edid.fra_pre_f, 120, 3000, 8610, 285},
+        {edid.fra_pre_f, "fra_pre_f", &edid.fra_edid, margin, 2700, 8730, 3930, "Previuos Files", hidden | overlay_frame},
+        {edid.lab_pre_f[0], "lab_pre_f(0)", &edid.fra_pre_f, margin, 480, 8370, 300, "", in_middle},
+        {edid.lab_pre_f[1], "lab_pre_f(1)", &edid.fra_pre_f, margin, 810, 8370, 300, "", in_middle},
+        {edid.lab_pre_f[2], "lab_pre_f(2)", &edid.fra_pre_f, margin, 1140, 8370, 300, "", in_middle},
+        {edid.lab_pre_f[3], "lab_pre_f(3)", &edid.fra_pre_f, margin, 1470, 8370, 300, "", in_middle},
+        {edid.lab_pre_f[4], "lab_pre_f(4)", &edid.fra_pre_f, margin, 1800, 8370, 300, "", in_middle},
+        {edid.lab_pre_f[5], "lab_pre_f(5)", &edid.fra_pre_f, margin, 2130, 8370, 300, "", in_middle},
+        {edid.lab_pre_f[6], "lab_pre_f(6)", &edid.fra_pre_f, margin, 2460, 8370, 300, "", in_middle},
+        {edid.lab_pre_f[7], "lab_pre_f(7)", &edid.fra_pre_f, margin, 2790, 8370, 300, "", in_middle},
+        {edid.lab_pre_f[8], "lab_pre_f(8)", &edid.fra_pre_f, margin, 3120, 8370, 300, "", in_middle},
+        {edid.lab_pre_f[9], "lab_pre_f(9)", &edid.fra_pre_f, margin, 3450, 8370, 300, "", in_middle},
 
-        {edid.fra_compare, "fra_compare", &edid.fra_edid, 2280, 1620, 4530, 2760, "COMPARE", hidden},
-        {edid.txt_msg, "txt_msg", &edid.fra_compare, 180, 330, 4170, 1320, "", locked | multi_line},
-        {edid.lab_pass, "lab_pass", &edid.fra_compare, 180, 1860, 2400, 600, "", large_bold},
-        {edid.cmd_ok, "cmd_ok", &edid.fra_compare, 2970, 2010, 1380, button_height, "OK"},
+        {edid.fra_compare, "fra_compare", &edid.fra_edid, 1920, 1800, 5250, 2880, "COMPARE", hidden | overlay_frame},
+        {edid.txt_msg, "txt_msg", &edid.fra_compare, 240, 510, 4770, 1440, "", locked | multi_line},
+        {edid.lab_pass, "lab_pass", &edid.fra_compare, 240, 2130, 2400, 600, "", large_bold | in_middle},
+        {edid.cmd_ok, "cmd_ok", &edid.fra_compare, 3630, 2220, button_width, button_height, "OK"},
 
-        {translation.fra_edid_edit, "fra_edid_edit", &edid.fra_edid, 0, 0, area_width, area_height, "Translate [ Read ] EDID", hidden},
-        {translation.cmd_edid_report, "cmd_edid_report", &translation.fra_edid_edit, 90, 360, 1500, button_height, "Report"},
-        {translation.cmd_edid_back, "cmd_edid_back", &translation.fra_edid_edit, 5760, 360, 2805, button_height, "Back to [EDID Read/Write]"},
+        {translation.fra_edid_edit, "fra_edid_edit", &edid.fra_edid, margin, 15, 8730, area_height - 30, "Translate [ Read ] EDID", hidden | page_frame},
+        {translation.cmd_edid_report, "cmd_edid_report", &translation.fra_edid_edit, 90, 420, 1500, button_height, "Report"},
+        {translation.cmd_edid_back, "cmd_edid_back", &translation.fra_edid_edit, 5760, 420, 2805, button_height, "Back to [EDID Read/Write]"},
         {translation.tree_edid, "tree_edid", &translation.fra_edid_edit, 90, 900, 3585, 7125},
         {translation.txt_edid, "txt_edid", &translation.fra_edid_edit, 3780, 900, 4785, 7125, "", locked | multi_line | fixed_pitch | on_grid},
     });
@@ -254,19 +290,21 @@ void frm_main::lay_out_controls() {
         {translation.pic_speaker_rrc, "pic_speaker_rrc", &translation.fra_edid_edit, 6300, 2640, 375, 450, "", hidden},
         {translation.pic_speaker_rr, "pic_speaker_rr", &translation.fra_edid_edit, 6930, 2640, 375, 450, "", hidden},
 
-        {d.cmd_run, "cmd_run", in_window, 7140, 2100, 1380, 675, "&SET", hidden},
-        {d.cmd_download, "cmd_download", in_window, download_left_beside_list, download_top_beside_list, 1380, 375, "Do&wnload", hidden},
+        {d.cmd_run, "cmd_run", in_window, 7140, 2100, 1200, 720, "&SET", hidden},
+        {d.cmd_download, "cmd_download", in_window, download_left_beside_list, download_top_beside_list, button_width, button_height, "Do&wnload", hidden},
 
-        {about_view.fra_about, "fra_about", in_window, 4080, 2700, 5400, 2940, "Software / Firmware Versions", hidden},
-        {about_view.lab_about, "lab_about", &about_view.fra_about, 300, 480, 4800, 1500, "", fixed_pitch},
-        {about_view.lab_ver, "lab_ver", &about_view.fra_about, 300, 2355, 1800, 240},
-        {about_view.cmd_about_ok, "cmd_about_ok", &about_view.fra_about, 3720, 2280, 1380, button_height, "OK"},
+        {about_view.fra_about, "fra_about", in_window, 4365, 3000, 5400, 2760, "Software / Firmware Versions", hidden | overlay_frame},
+        {about_view.lab_about, "lab_about", &about_view.fra_about, 240, 600, 4920, 1200, "", fixed_pitch},
+        {about_view.lab_ver, "lab_ver", &about_view.fra_about, 240, 2100, 1800, button_height, "", in_middle},
+        {about_view.cmd_about_ok, "cmd_about_ok", &about_view.fra_about, 3780, 2100, button_width, button_height, "OK"},
 
         {link.tim_rx, "tim_rx", in_window, 0, 0, 0, 0},
     });
     // clang-format on
 
-    lab_desk.back_color = color_desk;
+    for (label* figures : {&d.lab_hori, &d.lab_vert})
+        figures->line_pitch = figures_pitch;
+    switches.lab_setup.line_pitch = panel_pitch;
     for (label* readout : {&status.lab_timing, &status.lab_pattern, &status.lab_out, &status.lab_hdcp})
         readout->back_color = color_readout;
     img_logo.file = "start_picture";

@@ -28,7 +28,7 @@ void choose_text(combo_box& list, const std::string& text) {
 } // namespace
 
 autorun::autorun(exchange& link, desk_frame& desk, catalogue& rows) : link_(link), desk_(desk), rows_(rows) {
-    lstv_auto.columns = {{"No.", 600}, {"Timing", 3000}, {"Pattern", 3300}, {"Interval (sec)", 1500}};
+    lstv_auto.columns = {{"No.", 660}, {"Timing", 2940}, {"Pattern", 3240}, {"Interval (sec)", 1500}};
     cmd_auto.on_click = [this] { cmd_auto_click(); };
     cmd_replace.on_click = [this] { cmd_replace_click(); };
     cmd_delete.on_click = [this] { cmd_delete_click(); };
@@ -89,8 +89,10 @@ void autorun::lstv_auto_dbl_click() {
 }
 
 void autorun::upload_autorun() {
+    work rows(link_.progress, autorun_rows);
     for (int i = 1; i <= autorun_rows; ++i) {
         if (!upload_row(i)) return;
+        rows.step();
     }
 }
 

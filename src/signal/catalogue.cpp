@@ -17,8 +17,8 @@ enum figure { hactive = 1, hdelay, hsw, hpol, vtotal, vactive, vdelay, vsw, vpol
 
 catalogue::catalogue(exchange& link, desk_frame& desk, status_frame& status)
     : link_(link), desk_(desk), status_(status) {
-    lstv_timing.columns = {{"Timings", 2610}};
-    lstv_pattern.columns = {{"Patterns", 2610}};
+    lstv_timing.columns = {{"Timings", 2400}};
+    lstv_pattern.columns = {{"Patterns", 2400}};
     for (const char* title :
          {"htotal", "hactive", "hdelay", "hsw", "hpol", "vtotal", "vactive", "vdelay", "vsw", "vpol", "pix_f"})
         lstv_timing_sub.columns.push_back({title, 600});

@@ -15,6 +15,7 @@ namespace {
 
 constexpr int grey = 3;
 constexpr int enter = 13;
+constexpr std::uint8_t zero_difference = 128;
 constexpr std::array letters_of = {mnemonic::color_red, mnemonic::color_green, mnemonic::color_blue,
                                    mnemonic::color_grey};
 
@@ -46,12 +47,22 @@ void color_settings::hsr_color_setting_change(int index) {
     const int value = element(desk_.hsr_color_setting, index).value();
     if (index == grey) show_grey(number_text(value));
     element(desk_.txt_color_setting, index).text = number_text(value);
+    choose(index, value);
     link_.tx_str(command::set(element(letters_of, index), value));
+}
+
+void color_settings::choose(int index, int value) {
+    const auto chosen = static_cast<std::uint8_t>(value);
+    const std::uint8_t beside = color_mode == 1 ? chosen : zero_difference;
+    if (index == grey)
+        channels = {beside, chosen, beside};
+    else
+        element(channels, index) = chosen;
 }
 
 void color_settings::show_grey(const std::string& value) {
     // grey has both colour differences at their zero
-    const std::string beside = color_mode == 1 ? value : "128";
+    const std::string beside = color_mode == 1 ? value : number_text(zero_difference);
     desk_.txt_color_setting.at(0).text = beside;
     desk_.txt_color_setting.at(2).text = beside;
     desk_.txt_color_setting.at(1).text = value;
@@ -68,6 +79,7 @@ void color_settings::txt_color_setting_key_press(int index, int key) {
         link_.download_mode = true; // the slider that moves now must not send
         element(desk_.hsr_color_setting, index).set_value(to_integer(val(t)));
         if (index == grey) show_grey(t);
+        choose(index, to_integer(val(t)));
         link_.tx_str(std::string(element(letters_of, index)) + pad_left(t, "0", 3));
         link_.download_mode = false;
     }

@@ -3,6 +3,7 @@
 #include "link/exchange.h"
 #include "signal/desk_frame.h"
 
+#include <array>
 #include <cstdint>
 #include <string>
 
@@ -15,6 +16,8 @@ public:
     color_settings(exchange& link, desk_frame& desk);
 
     std::uint8_t color_mode = 0; ///< 1: RGB; 2: luminance and colour differences; 0: no download yet
+    /// What the generator has been told of the three channels, or has told itself: the grey control moves no slider.
+    std::array<std::uint8_t, 3> channels{};
 
     void hsr_color_setting_change(int index); ///< also Scroll
     void txt_color_setting_got_focus(int index);
@@ -22,6 +25,8 @@ public:
 
 private:
     void wire_events();
+    /// Takes note of what a control chooses.
+    void choose(int index, int value);
     /// What the grey control's value makes of the boxes of the three channels.
     void show_grey(const std::string& value);
 

@@ -75,10 +75,11 @@ void download::read_color_settings() {
 void download::set_color(std::size_t index, int value) {
     element(desk_.hsr_color_setting, index).set_value(value);
     element(desk_.txt_color_setting, index).text = number_text(value);
+    if (index < colors_.channels.size()) colors_.channels.at(index) = static_cast<std::uint8_t>(value);
 }
 
 bool download::read_favourites(std::string_view query, int count, list_view& list) {
-    if (!link_.tx_cmd_or_box(query)) return false;
+    if (!answered_in_full(query, count * favourite_record)) return false;
     for (int i = 1; i <= count; ++i) {
         const std::string_view record = record_of_answer(i, favourite_record);
         // the row's number comes from the record and not from its place
@@ -88,13 +89,18 @@ bool download::read_favourites(std::string_view query, int count, list_view& lis
     return true;
 }
 
+bool download::answered_in_full(std::string_view query, int bytes) {
+    const work received(link_.progress, bytes, link_.rx_count);
+    return link_.tx_cmd_or_box(query);
+}
+
 std::string_view download::record_of_answer(int number, int size) const {
     return part_of_answer(link_.rx_text, static_cast<std::size_t>(size * (number - 1) + 1),
                           static_cast<std::size_t>(size));
 }
 
 bool download::read_autorun_list() {
-    if (!link_.tx_cmd_or_box(command::query_autorun_list)) return false;
+    if (!answered_in_full(command::query_autorun_list, autorun_rows * autorun_record)) return false;
     list_view& list = steps_.lstv_auto;
     list.clear();
     link_.host().events.pump();
@@ -111,19 +117,26 @@ bool download::read_autorun_list() {
 }
 
 void download::read_panel() {
+    work queries(link_.progress, 7);
     status_.cmd_refresh_click();
     if (!link_.rx_done) return; // the labels tell
+    queries.step();
     const auto last_three = [this] { return as_number(last_of_answer(link_.rx_text, 3)); };
     if (!link_.tx_cmd_or_box(command::query(mnemonic::audio_source))) return;
     switches_.paint_asc(as_number(last_of_answer(link_.rx_text, 1)));
+    queries.step();
     if (!link_.tx_cmd_or_box(command::query(mnemonic::lpcm_channels))) return;
     switches_.paint_lpcm(last_three());
+    queries.step();
     if (!link_.tx_cmd_or_box(command::query(mnemonic::color_space))) return;
     switches_.paint_csc(last_three());
+    queries.step();
     if (!link_.tx_cmd_or_box(command::query(mnemonic::deep_color))) return;
     switches_.paint_deep(last_three());
+    queries.step();
     if (!link_.tx_cmd_or_box(command::query(mnemonic::autorun))) return;
     switches_.paint_auto(last_three());
+    queries.step();
     if (!link_.tx_cmd_or_box(command::query(mnemonic::my_favourite))) return;
     switches_.paint_fav(last_three());
 }

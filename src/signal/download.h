@@ -25,6 +25,8 @@ private:
     void set_color(std::size_t index, int value);
     bool read_favourites(std::string_view query, int count, list_view& list);
     bool read_autorun_list();
+    /// Asks for an answer of many bytes.
+    bool answered_in_full(std::string_view query, int bytes);
     /// The `number`th record of the answer, from 1; shorter or empty where the answer ends.
     std::string_view record_of_answer(int number, int size) const;
     void read_panel();

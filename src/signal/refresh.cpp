@@ -18,7 +18,14 @@ void refresh::cmd_refresh_click() {
     link_.host().events.pump();
     while_doing([] { return "Reading what the generator outputs"; },
                 [this] {
-                    if (read_timing() && read_pattern() && read_output_format()) read_hdcp();
+                    work steps(link_.progress, 4);
+                    if (!read_timing()) return;
+                    steps.step();
+                    if (!read_pattern()) return;
+                    steps.step();
+                    if (!read_output_format()) return;
+                    steps.step();
+                    read_hdcp();
                 });
     end_work(status_.cmd_refresh);
 }

@@ -95,10 +95,12 @@ void set_dispatcher::set_favourite_patterns() {
 bool set_dispatcher::send_flags(const list_view& list, int count, std::string_view letters_on,
                                 std::string_view letters_off) {
     bool any_checked = false;
+    work rows(link_.progress, count);
     for (int i = 1; i <= count; ++i) {
         const bool checked = list.row(i).checked;
         any_checked = any_checked || checked;
         if (!link_.tx_cmd_or_box(command::set(checked ? letters_on : letters_off, i))) break;
+        rows.step();
     }
     return any_checked;
 }

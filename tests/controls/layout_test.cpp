@@ -14,9 +14,9 @@ class laid_out : public testing::Test {
 protected:
     laid_out() {
         lay_out(form, {
-                          {f, "fra_x", nullptr, 100, 200, 3000, 2000, "A frame", hidden},
+                          {f, "fra_x", nullptr, 100, 200, 3000, 2000, "A frame", hidden | overlay_frame},
                           {b, "cmd_x(12)", &f, 15, 30, 450, 360, "Pa&nel", disabled},
-                          {l, "lab_x", &f, 0, 0, 10, 20, "a label", fixed_pitch | row_pitch},
+                          {l, "lab_x", &f, 0, 0, 10, 20, "a label", fixed_pitch | in_middle},
                           {t, "txt_x", &f, 0, 0, 10, 20, "", locked | multi_line | fixed_pitch},
                           {big, "lab_big", nullptr, 0, 0, 10, 20, "", large_bold},
                           {k, "chk_x", nullptr, 0, 0, 10, 20, "check"},
@@ -67,12 +67,13 @@ TEST_F(laid_out, follows_the_flags) {
     EXPECT_FALSE(b.enabled);
     EXPECT_TRUE(l.enabled);
     EXPECT_EQ(l.font, text_font::fixed);
-    EXPECT_EQ(l.line_pitch, label_line_pitch);
+    EXPECT_TRUE(l.in_middle);
+    EXPECT_EQ(f.role, frame_kind::overlay);
     EXPECT_TRUE(t.locked);
     EXPECT_TRUE(t.multi_line);
     EXPECT_EQ(t.font, text_font::fixed);
     EXPECT_EQ(big.font, text_font::large_bold);
-    EXPECT_EQ(big.line_pitch, 0);
+    EXPECT_FALSE(big.in_middle);
 }
 
 TEST_F(laid_out, keeps_the_order_of_the_table) {

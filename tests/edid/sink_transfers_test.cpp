@@ -592,6 +592,16 @@ TEST_F(verify_button, fails_with_the_count_of_the_bytes_that_differ) {
     }
 }
 
+TEST_F(verify_button, notes_the_bytes_that_differ) {
+    sink[0x12] = static_cast<char>(sink[0x12] + 1);
+    sink[0x80] = static_cast<char>(sink[0x80] + 1);
+    view.cmd_verify.on_click();
+    EXPECT_EQ(result.differing.bytes(), (std::vector<std::size_t>{0x12, 0x80}));
+    sink = good_edid();
+    view.cmd_verify.on_click();
+    EXPECT_TRUE(result.differing.bytes().empty());
+}
+
 TEST_F(verify_button, is_red_and_dead_before_its_frame_comes_and_pumps_at_its_end) {
     film([this] { return look(); });
     view.cmd_verify.on_click();

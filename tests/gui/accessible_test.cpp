@@ -108,7 +108,7 @@ TEST_F(screen_reader, is_told_what_is_lit) {
     h.click("cmd_setup");
     EXPECT_EQ(told("cmd_conn", QAccessible::Description), "green");
     EXPECT_EQ(told("cmd_setup", QAccessible::Description), "current view");
-    EXPECT_EQ(told("cmd_timing", QAccessible::Description), "");
+    EXPECT_EQ(told("cmd_timing", QAccessible::Description), "Shows the timings and their figures");
     h.click("cmd_hdcp_1");
     EXPECT_EQ(told("cmd_hdcp_1", QAccessible::Description), "HDCP, green");
     h.click("cmd_disconn");

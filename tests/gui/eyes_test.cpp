@@ -1,6 +1,7 @@
 // What is seen without colours, at every scale, and in long lists.
 
 #include "bench_fixture.h"
+#include "qt/decoration.h"
 #include "qt/look.h"
 #include "qt/qt_dialogs.h"
 #include "qt/text_label.h"
@@ -12,6 +13,7 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTest>
 #include <QTimer>
 #include <QTreeWidget>
 
@@ -62,26 +64,32 @@ TEST_F(eyes, see_the_caption_beside_the_mark) {
     for (const QPushButton* b : program->main_window().findChildren<QPushButton*>()) {
         // the repair buttons are never lit
         if (b->objectName().startsWith("cmd_recover")) continue;
-        EXPECT_GE((b->width() - QFontMetricsF(b->font()).horizontalAdvance(b->text())) / 2, 9)
+        EXPECT_GE((b->width() - QFontMetricsF(b->font()).horizontalAdvance(QString(b->text()).remove('&'))) / 2, 9)
             << qPrintable(b->objectName());
     }
 }
 
-TEST_F(eyes, read_text_on_every_colour) {
+TEST_F(eyes, see_the_colours_that_tell_a_state_as_they_are) {
     start();
-    const QColor black = qt::color_of(color_black);
-    for (const color ground : {color_button_face, color_current_view, color_green, color_red, color_white})
-        EXPECT_GE(qt::contrast(black, qt::color_of(ground)), qt::readable_contrast) << ground;
-    EXPECT_GE(qt::contrast(qt::color_of(color_white), qt::color_of(color_blue)), qt::readable_contrast);
     EXPECT_NEAR(qt::contrast(Qt::black, Qt::white), 21, 0.001);
-    EXPECT_GE(qt::contrast(QApplication::palette().color(QPalette::Disabled, QPalette::ButtonText),
-                           qt::color_of(color_window)),
-              qt::readable_contrast);
-
-    desk().switches.cmd_out[0].back_color = color_red;
-    desk().switches.cmd_out[0].enabled = false;
-    follow();
-    EXPECT_EQ(operator_hand().find("cmd_out_0").palette().color(QPalette::Disabled, QPalette::ButtonText), black);
+    const std::pair<color, QColor> told[] = {{color_green, QColor(0, 255, 0)},
+                                             {color_red, QColor(255, 0, 0)},
+                                             {color_current_view, QColor(128, 255, 255)},
+                                             {color_blue, QColor(0, 0, 255)}};
+    for (const qt::scheme s : {qt::scheme::light, qt::scheme::dark}) {
+        qt::set_scheme(s);
+        for (const auto& [model, real] : told) {
+            EXPECT_EQ(qt::ground_of(model, qt::colors_of(s)), real);
+            EXPECT_EQ(qt::ink_of(model, qt::colors_of(s)), real);
+            if (model == color_blue) continue;
+            desk().switches.cmd_out[0].back_color = model;
+            follow();
+            operator_hand().click("cmd_setup");
+            const QImage button = operator_hand().find("cmd_out_0").grab().toImage();
+            EXPECT_EQ(button.pixelColor(button.width() - 6, 6), real);
+        }
+    }
+    qt::set_scheme(qt::scheme::light);
 }
 
 TEST_F(eyes, read_a_coloured_mark_on_a_ground_of_its_own) {
@@ -92,20 +100,27 @@ TEST_F(eyes, read_a_coloured_mark_on_a_ground_of_its_own) {
     const auto ground = [this](color fore) {
         desk().edid.lab_pass.fore_color = fore;
         follow();
-        return operator_hand().find("lab_pass").grab().toImage().pixelColor(1, 1);
+        const QWidget& w = operator_hand().find("lab_pass");
+        const QPoint corner = w.mapTo(&program->main_window(), QPoint(0, 0));
+        const QImage mark = program->main_window().grab(QRect(corner, w.size())).toImage();
+        // beside the first letter
+        return mark.pixelColor(0, mark.height() / 2);
     };
-    EXPECT_EQ(ground(color_green), QColor(Qt::black));
-    EXPECT_EQ(ground(color_dark_green), QColor(Qt::black));
-    EXPECT_EQ(ground(color_red), QColor(Qt::white));
-    EXPECT_EQ(ground(color_dark_red), QColor(Qt::white));
-    EXPECT_EQ(ground(color_black), qt::color_of(color_window));
+    for (const qt::scheme s : {qt::scheme::light, qt::scheme::dark}) {
+        qt::set_scheme(s);
+        const qt::scheme_colors& colors = qt::colors_of(s);
+        for (const color fore : {color_green, color_dark_green, color_red, color_dark_red})
+            EXPECT_GE(qt::contrast(ground(fore), qt::ink_of(fore, colors)), qt::readable_contrast) << fore;
+        EXPECT_EQ(ground(color_black), colors.surface);
+    }
+    qt::set_scheme(qt::scheme::light);
 }
 
 TEST_F(eyes, see_every_caption_whole) {
     start();
     for (const auto* b : program->main_window().findChildren<QAbstractButton*>()) {
         if (!b->objectName().startsWith("chk_") && !b->objectName().startsWith("opt_")) continue;
-        EXPECT_LE(QFontMetricsF(b->font()).horizontalAdvance(b->text()) + 18, b->width())
+        EXPECT_LE(QFontMetricsF(b->font()).horizontalAdvance(QString(b->text()).remove('&')) + 18, b->width())
             << qPrintable(b->objectName());
     }
     for (const auto* l : program->main_window().findChildren<qt::text_label*>()) {
@@ -119,26 +134,53 @@ TEST_F(eyes, see_every_caption_whole) {
 TEST_F(eyes, see_where_the_focus_is) {
     start();
     const hand h = operator_hand();
-    const auto looks_other_with_focus = [&](const char* name) {
-        h.find(name).setFocus(Qt::TabFocusReason);
-        const QImage with = h.find(name).grab().toImage();
+    // what is around the control, from before and with the focus
+    const auto around = [&](const char* name) {
+        const QWidget& w = h.find(name);
+        const QRect place(w.mapTo(&program->main_window(), QPoint(-3, -3)), w.size() + QSize(6, 6));
+        return program->main_window().grab(place).toImage();
+    };
+    const auto is_marked = [&](const char* name) {
         h.find("cmd_about").setFocus(Qt::TabFocusReason);
-        return with != h.find(name).grab().toImage();
+        h.find(name).setFocus(Qt::TabFocusReason);
+        const QImage with = around(name);
+        h.find("cmd_about").setFocus(Qt::TabFocusReason);
+        const QImage without = around(name);
+        const QColor ring = qt::colors_of(qt::scheme::light).accent;
+        const QPoint on_ring(with.width() / 2, 1 + qRound(with.devicePixelRatio()));
+        return with.pixelColor(on_ring) == ring && without.pixelColor(on_ring) != ring;
     };
     for (const char* name : {"cbo_com", "cmd_conn", "cmd_timing"})
-        EXPECT_TRUE(looks_other_with_focus(name)) << name;
+        EXPECT_TRUE(is_marked(name)) << name;
     h.click("cmd_timing");
     for (const char* name : {"lstv_timing", "txt_htotal_pix", "txt_pix_f"})
-        EXPECT_TRUE(looks_other_with_focus(name)) << name;
+        EXPECT_TRUE(is_marked(name)) << name;
     h.click("cmd_edid");
     for (const char* name : {"txt_read", "opt_edid_src_1"})
-        EXPECT_TRUE(looks_other_with_focus(name)) << name;
+        EXPECT_TRUE(is_marked(name)) << name;
     h.click("cmd_read");
     h.click("cmd_read_translate");
     h.click_node("tree_edid", {"Block 0: VESA Basic Block"});
-    EXPECT_EQ(h.find("tree_edid").grab().toImage().pixelColor(0, 20), QColor(0, 0, 128));
     for (const char* name : {"txt_edid", "tree_edid", "cmd_edid_back"})
-        EXPECT_TRUE(looks_other_with_focus(name)) << name;
+        EXPECT_TRUE(is_marked(name)) << name;
+}
+
+TEST_F(eyes, see_the_mark_of_the_focus_after_the_keyboard_was_used) {
+    start();
+    const hand h = operator_hand();
+    const auto* const ring = qApp->findChild<qt::focus_ring*>();
+    ASSERT_NE(ring, nullptr);
+    h.click("cmd_timing");
+    EXPECT_EQ(ring->marked(), nullptr) << "the mouse shows where it is";
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(ring->marked(), QApplication::focusWidget());
+    h.click("cmd_pattern");
+    EXPECT_EQ(ring->marked(), nullptr);
+    h.click_row("lstv_pattern", 41);
+    h.click("txt_motion_str");
+    EXPECT_EQ(ring->marked(), &h.find("txt_motion_str")) << "a box that takes text shows it always";
+    h.click("cmd_edid");
+    EXPECT_EQ(ring->marked(), nullptr) << "no ring stays around what has gone";
 }
 
 TEST_F(eyes, read_a_box_whole) {

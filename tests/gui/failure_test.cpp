@@ -2,7 +2,15 @@
 
 #include "bench_fixture.h"
 
+#include <QApplication>
+#include <QClipboard>
+#include <QLabel>
 #include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include <functional>
 
 namespace desk::gui {
 
@@ -93,9 +101,65 @@ TEST_F(failure_while_running, in_a_nested_event_ends_the_suspended_procedures_to
     h.click("cmd_run");
     EXPECT_TRUE(came_back);
     ASSERT_EQ(boxes.size(), 1U);
-    EXPECT_EQ(boxes[0].text, "Run-time error '6':\n\nOverflow\n\na nested event.");
+    EXPECT_EQ(boxes[0].text, "Run-time error '6':\n\nOverflow\n\na nested event.\n\nThe program ends now.");
     EXPECT_TRUE(program->gate().over());
     EXPECT_FALSE(desk().desk_area.cmd_run.enabled);
+}
+
+class box_of_a_failure : public bench {
+protected:
+    box_of_a_failure() {
+        plug_generator();
+        start();
+    }
+    /// Lets the program fail, and does something in its box before it is closed.
+    void fail(const std::function<void(QMessageBox&)>& work) {
+        bool came = false;
+        std::function<void()> look = [&] {
+            auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (box == nullptr) return QTimer::singleShot(10, qApp, look);
+            came = true;
+            work(*box);
+            box->button(QMessageBox::Ok)->click();
+        };
+        QTimer::singleShot(10, qApp, look);
+        program->gate().run([] { throw runtime_failure(failure::overflow, "a click"); });
+        EXPECT_TRUE(came);
+    }
+};
+
+TEST_F(box_of_a_failure, says_where_the_work_is_and_how_to_go_on) {
+    operator_hand().click("cmd_edid");
+    operator_hand().click("cmd_read");
+    fail([this](const QMessageBox& box) {
+        const QStringList parts = box.text().split("\n\n");
+        ASSERT_EQ(parts.size(), 6) << qPrintable(box.text());
+        EXPECT_EQ(parts.mid(0, 4),
+                  (QStringList{"Run-time error '6':", "Overflow", "a click.", "The program ends now."}));
+        EXPECT_TRUE(parts[4].startsWith("The EDID of the READ window is kept in the file ")) << qPrintable(parts[4]);
+        EXPECT_TRUE(parts[4].contains("rescued_read.hex"));
+        EXPECT_EQ(parts[5], "To go on, start the program again and OPEN the file. If the same error comes back, the "
+                            "program edid_report prints what can be decoded of it.");
+    });
+    EXPECT_TRUE(file("rescued_read.hex").startsWith("00 FF"));
+}
+
+TEST_F(box_of_a_failure, speaks_of_no_file_where_there_was_no_work) {
+    fail([](const QMessageBox& box) { EXPECT_TRUE(box.text().endsWith("The program ends now.")); });
+}
+
+TEST_F(box_of_a_failure, has_a_text_that_is_selected_and_copied) {
+    fail([](QMessageBox& box) {
+        QTest::keyClick(&box, Qt::Key_C, Qt::ControlModifier);
+        EXPECT_EQ(QApplication::clipboard()->text(), box.text());
+        auto* const said = box.findChild<QLabel*>("qt_msgbox_label");
+        ASSERT_NE(said, nullptr);
+        EXPECT_TRUE(said->textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
+        EXPECT_TRUE(said->textInteractionFlags().testFlag(Qt::TextSelectableByKeyboard));
+        said->setSelection(0, 14);
+        QTest::keyClick(&box, Qt::Key_C, Qt::ControlModifier);
+        EXPECT_EQ(QApplication::clipboard()->text(), "Run-time error");
+    });
 }
 
 } // namespace

@@ -73,8 +73,8 @@ const std::vector<view> views = {
     {"cmd_fav_timing", {"lstv_timing", "cmd_download", "cmd_run", "cmd_check_all", "cmd_check_none"}},
     {"cmd_fav_pattern", {"lstv_pattern", "cmd_download", "cmd_run", "cmd_check_all", "cmd_check_none"}},
     {"cmd_edid",
-     {"txt_write", "txt_read", "cmd_load", "cmd_pre_f", "cmd_clear_file", "cmd_save_write", "cmd_read", "cmd_compare",
-      "cmd_clear_read", "cmd_save_read", "cmd_erase", "opt_edid_src_1"}},
+     {"opt_edid_src_1", "txt_write", "cmd_load", "cmd_pre_f", "cmd_clear_file", "cmd_save_write", "cmd_erase",
+      "txt_read", "cmd_read", "cmd_compare", "cmd_clear_read", "cmd_save_read"}},
     {"cmd_auto",
      {"cmd_download", "cmd_run", "lstv_auto", "cbo_timing", "cbo_pattern", "cbo_interval", "cmd_replace",
       "cmd_delete"}},
@@ -161,7 +161,7 @@ TEST_F(keyboard, goes_round_a_group_of_option_buttons_with_the_arrow_keys) {
     press(Qt::Key_Down);
     EXPECT_EQ(desk().fields.edid_src, 1);
     press(Qt::Key_Tab);
-    EXPECT_TRUE(h.find("cbo_com").hasFocus());
+    EXPECT_TRUE(h.find("txt_write").hasFocus());
 }
 
 TEST_F(keyboard, ticks_the_rows_of_a_list) {

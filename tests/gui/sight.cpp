@@ -1,5 +1,6 @@
 #include "sight.h"
 
+#include "qt/drawing.h"
 #include "qt/plan_scale.h"
 #include "qt/text_label.h"
 
@@ -69,11 +70,14 @@ QStringList cut_captions(const QWidget& window) {
             cut << w.objectName();
     };
     for (const auto* b : window.findChildren<QAbstractButton*>()) {
-        if (b->objectName().startsWith("cmd_")) check(*b, b->text(), 10);
-        if (b->objectName().startsWith("chk_") || b->objectName().startsWith("opt_")) check(*b, b->text(), 18);
+        // the mark of an underlined letter takes no room
+        if (b->objectName().startsWith("cmd_")) check(*b, QString(b->text()).remove('&'), 10);
+        if (b->objectName().startsWith("chk_") || b->objectName().startsWith("opt_"))
+            check(*b, QString(b->text()).remove('&'), 18);
     }
     for (const auto* g : window.findChildren<QGroupBox*>())
-        check(*g, g->title(), 16);
+        if (QFontMetricsF(qt::title_font(*g)).horizontalAdvance(g->title()) + 12 * qt::plan_scale(g) > g->width())
+            cut << g->objectName();
     for (const auto* l : window.findChildren<qt::text_label*>()) {
         // the files' own names are cut where they are too long
         if (l->objectName().startsWith("lab_pre_f")) continue;

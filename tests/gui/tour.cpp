@@ -2,6 +2,7 @@
 
 #include "dialog_hand.h"
 #include "hand.h"
+#include "off_screen.h"
 #include "operated_simulator.h"
 #include "qt/desk_program.h"
 #include "qt/look.h"
@@ -10,12 +11,15 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QProcess>
+#include <QScreen>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <cstdio>
 #include <exception>
 #include <functional>
+#include <optional>
 #include <stdexcept>
 #include <string_view>
 #include <vector>
@@ -104,6 +108,11 @@ private:
             diag.click("cmd_ok");
         });
         save_read_side("display.hex", 1);
+        desk::gui::in_next_window("QFileDialog", [this](const hand& dialog) {
+            save_picture(dialog, "file_dialog");
+            QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape);
+        });
+        hand_.click("cmd_load");
         desk::gui::answer_next_file_dialog(dialogs_, folder_.filePath("display.hex"));
         hand_.click("cmd_load");
         demand("lab_write_checksum_1", "Correct.");
@@ -223,39 +232,91 @@ void show_message(QtMsgType, const QMessageLogContext&, const QString& text) {
     if (text != "This plugin does not support propagateSizeHints()") std::fprintf(stderr, "%s\n", qPrintable(text));
 }
 
-int run(const QString& pictures) {
+/// What the pictures show beside the usual: a light desk at 1:1.
+struct wishes {
+    QString folder;
+    bool dark = false;
+    QString screen;      ///< "1366x768": fill it; empty: the window's own size
+    QByteArray scale;    ///< of the screen
+    bool of_all = false; ///< three screens, three scales and both schemes, each in a folder of its own
+};
+
+bool understands(int argument_count, char** arguments, wishes& w) {
+    for (int i = 1; i < argument_count; ++i) {
+        const QByteArray a = arguments[i];
+        if (a == "--dark")
+            w.dark = true;
+        else if (a == "--all")
+            w.of_all = true;
+        else if (a.startsWith("--scale="))
+            w.scale = a.sliced(8);
+        else if (a.startsWith("--screen="))
+            w.screen = QString::fromLatin1(a.sliced(9));
+        else if (!a.startsWith("--") && w.folder.isEmpty())
+            w.folder = QString::fromLocal8Bit(a);
+        else
+            return false;
+    }
+    return !w.folder.isEmpty();
+}
+
+int run(const wishes& w) {
     QTemporaryDir directory;
     for (const char* name : {"marlo_rs232.ini", "timing_pattern.ini"})
         QFile::copy(QString(FIRST_FILES) + "/" + name, directory.filePath(name));
     const desk::gui::operated_simulator generator(directory.filePath("com1"));
     desk::qt::desk_program program(std::filesystem::path(directory.path().toStdString()));
     if (!program.start()) return 1;
-    QDir().mkpath(pictures);
+    if (!w.screen.isEmpty()) {
+        program.main_window().resize(program.main_window().screen()->availableSize());
+        QCoreApplication::processEvents();
+    }
+    QDir().mkpath(w.folder);
     std::printf("The desk off screen against the simulated generator:\n");
-    tour(hand(program.main_window()), QDir(pictures)).walk();
+    tour(hand(program.main_window()), QDir(w.folder)).walk();
     return program.gate().over() ? 1 : 0;
+}
+
+/// Each in a process of its own, since a program has one scale.
+int run_all(const char* program, const QString& folder) {
+    int failed = 0;
+    for (const char* screen : {"1024x600", "1366x768", "1920x1080"})
+        for (const char* scale : {"1", "1.5", "2"})
+            for (const char* scheme : {"light", "dark"}) {
+                QStringList arguments = {folder + "/" + screen + "_" + scale + "_" + scheme,
+                                         QString("--screen=") + screen, QString("--scale=") + scale};
+                if (scheme == std::string_view("dark")) arguments << "--dark";
+                if (QProcess::execute(program, arguments) != 0) ++failed;
+            }
+    return failed == 0 ? 0 : 1;
 }
 
 } // namespace
 
 int main(int argument_count, char** arguments) {
-    if (argument_count != 2) {
-        std::fprintf(stderr, "usage: velotrace_tour FOLDER | --version\n");
-        return 2;
-    }
-    if (std::string_view(arguments[1]) == "--version") {
+    if (argument_count == 2 && std::string_view(arguments[1]) == "--version") {
         std::fputs(desk::version_line("velotrace_tour").c_str(), stdout);
         return 0;
     }
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    wishes w;
+    if (!understands(argument_count, arguments, w)) {
+        std::fprintf(stderr, "usage: velotrace_tour FOLDER [--dark] [--screen=WIDTHxHEIGHT] [--scale=FACTOR] [--all] | "
+                             "--version\n");
+        return 2;
+    }
+    if (w.of_all) return run_all(arguments[0], w.folder);
+    std::optional<desk::gui::off_screen> screen;
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) screen.emplace(w.screen.isEmpty() ? "3840x2400" : w.screen);
+    if (!w.scale.isEmpty()) qputenv("QT_SCALE_FACTOR", w.scale);
     qInstallMessageHandler(show_message);
     // the hand can't reach into the system's own
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication application(argument_count, arguments);
+    if (screen) screen->settle();
     QApplication::setQuitOnLastWindowClosed(false);
-    desk::qt::set_look(application);
+    desk::qt::set_look(application, w.dark ? desk::qt::scheme::dark : desk::qt::scheme::light);
     try {
-        return run(QString::fromLocal8Bit(arguments[1]));
+        return run(w);
     } catch (const std::exception& e) {
         std::fprintf(stderr, "The tour has ended early: %s\n", e.what());
         return 1;

@@ -1,6 +1,7 @@
 // The real window: every control has a widget at its place, with its name and its caption.
 
 #include "bench_fixture.h"
+#include "qt/drawing.h"
 #include "qt/look.h"
 #include "qt/qt_dialogs.h"
 #include "runtime/version.h"
@@ -8,6 +9,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QFontInfo>
 #include <QFontMetricsF>
 #include <QGroupBox>
@@ -67,11 +69,11 @@ TEST_F(real_window, cuts_no_caption_of_a_button_or_a_frame) {
     start();
     for (const QAbstractButton* b : program->main_window().findChildren<QAbstractButton*>()) {
         if (!b->objectName().startsWith("cmd_") && !b->objectName().startsWith("opt_")) continue;
-        EXPECT_LE(QFontMetricsF(b->font()).horizontalAdvance(b->text()) + 10, b->width())
+        EXPECT_LE(QFontMetricsF(b->font()).horizontalAdvance(QString(b->text()).remove('&')) + 10, b->width())
             << qPrintable(b->objectName());
     }
     for (const QGroupBox* g : program->main_window().findChildren<QGroupBox*>())
-        EXPECT_LE(QFontMetricsF(g->font()).horizontalAdvance(g->title()) + 16, g->width())
+        EXPECT_LE(QFontMetricsF(qt::title_font(*g)).horizontalAdvance(g->title()) + 12, g->width())
             << qPrintable(g->objectName());
 }
 
@@ -189,6 +191,32 @@ TEST_F(real_window, shows_a_file_dialog_as_it_is_set_up) {
 
     in_next_dialog([](QFileDialog& d) { d.reject(); });
     EXPECT_FALSE(dialogs.show(setup).has_value());
+}
+
+TEST_F(real_window, gives_a_name_without_the_filters_ending_that_ending) {
+    start();
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    qt::qt_file_dialog dialogs(program->gate());
+    file_dialog_setup setup;
+    setup.kind = file_dialog_setup::dialog_kind::save;
+    setup.filter = "*.hex|*.hex|*.bin|*.bin";
+    setup.init_dir = directory.path().toStdString();
+    const auto saved_as = [&](const QString& typed, int filter) {
+        in_next_dialog([&](QFileDialog& d) {
+            d.selectNameFilter(d.nameFilters().at(filter - 1));
+            d.findChild<QLineEdit*>("fileNameEdit")->setText(typed);
+            QTest::keyClick(d.findChild<QLineEdit*>("fileNameEdit"), Qt::Key_Return);
+        });
+        const auto choice = dialogs.show(setup);
+        return choice ? QFileInfo(QString::fromStdString(choice->file_name)).fileName() : QString();
+    };
+    EXPECT_EQ(saved_as("unit", 1), "unit.hex");
+    EXPECT_EQ(saved_as("unit", 2), "unit.bin");
+    EXPECT_EQ(saved_as("v1.3", 1), "v1.3.hex");
+    EXPECT_EQ(saved_as("v1.3", 2), "v1.3.bin");
+    EXPECT_EQ(saved_as("unit.hex", 1), "unit.hex");
+    EXPECT_EQ(saved_as("unit.HEX", 1), "unit.HEX");
+    EXPECT_EQ(saved_as("unit.bin", 1), "unit.bin.hex");
 }
 
 } // namespace

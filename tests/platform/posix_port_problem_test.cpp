@@ -30,25 +30,40 @@ TEST(port_problem, sends_nobody_into_a_group_that_does_not_help) {
 
 TEST(port_problem, names_who_holds_the_port_where_the_system_tells) {
     EXPECT_EQ(problem_of_holder("/dev/none", process_found{.id = 1234, .name = "velotrace", .user = "alice"}),
-              "/dev/none is in use by velotrace (process 1234, user alice)");
-    EXPECT_EQ(problem_of_holder("/dev/none", std::nullopt), "/dev/none is in use by another program");
+              "/dev/none is in use by velotrace (process 1234, user alice): close the port there");
+    EXPECT_EQ(problem_of_holder("/dev/none", std::nullopt),
+              "/dev/none is in use by another program: close the port there");
     const test::temporary_directory nothing_told;
     EXPECT_EQ(problem_of_opening("/dev/null", EBUSY, process_table(nothing_told.path())),
-              "/dev/null is in use by another program");
+              "/dev/null is in use by another program: close the port there");
 }
 
 TEST(port_problem, names_who_works_at_the_terminal) {
     EXPECT_EQ(problem_of_terminal("/dev/none", process_found{.id = 12, .name = "bash", .user = "bob"}),
-              "/dev/none is a terminal that bash (process 12, user bob) works at");
+              "/dev/none is a terminal that bash (process 12, user bob) works at: choose another port");
     EXPECT_EQ(problem_of_terminal("/dev/none", std::nullopt),
-              "/dev/none is the terminal that the desk was started from");
+              "/dev/none is the terminal that the desk was started from: choose another port");
 }
 
 TEST(port_problem, shows_no_control_characters_of_a_link) {
     const test::temporary_directory folder;
     std::filesystem::create_symlink("/dev/\x1B[31m", folder / "com1");
     EXPECT_EQ(problem_of_opening(folder / "com1", ENOENT),
-              (folder / "com1").string() + " leads to /dev/?[31m, which is not there");
+              (folder / "com1").string() +
+                  " leads to /dev/?[31m, which is not there: plug it in, or make the link lead to another device");
+}
+
+TEST(port_problem, says_what_helps_where_nothing_is_plugged_in) {
+    EXPECT_EQ(problem_of_opening("/dev/none", ENOENT),
+              "/dev/none is not there: plug the adapter in, or make a com link to it");
+}
+
+TEST(port_problem, says_what_helps_where_the_device_is_no_serial_port) {
+    EXPECT_EQ(problem_of_use("/dev/none", "used as a serial port", EIO),
+              "/dev/none can't be used as a serial port: Input/output error: choose another port");
+    EXPECT_EQ(problem_of_use("/dev/none", "set to 19200,N,8,1", EINVAL),
+              "/dev/none can't be set to 19200,N,8,1: Invalid argument");
+    EXPECT_EQ(problem_of_file("/dev/none"), "/dev/none is no serial port: choose another port");
 }
 
 TEST(port_problem, tells_the_systems_reason_of_anything_else) {

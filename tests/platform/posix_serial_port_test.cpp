@@ -46,15 +46,19 @@ TEST_F(closed_port, says_where_a_link_leads_that_leads_nowhere) {
     const std::string com1 = (folder / "com1").string();
     const std::string com2 = (folder / "com2").string();
     EXPECT_EQ(test::sentence_of([&] { port->open(1); }),
-              com1 + " leads to /dev/serial/by-id/adapter, which is not there.");
+              com1 + " leads to /dev/serial/by-id/adapter, which is not there: plug it in, or make the link lead to "
+                     "another device.");
     EXPECT_EQ(test::sentence_of([&] { port->open(2); }),
-              com2 + " leads to com1, which leads to /dev/serial/by-id/adapter, which is not there.");
-    EXPECT_EQ(test::sentence_of([&] { port->open(987); }), "/dev/ttyS986 is not there.");
+              com2 + " leads to com1, which leads to /dev/serial/by-id/adapter, which is not there: plug it in, or "
+                     "make the link lead to another device.");
+    EXPECT_EQ(test::sentence_of([&] { port->open(987); }),
+              "/dev/ttyS986 is not there: plug the adapter in, or make a com link to it.");
 }
 
 TEST_F(closed_port, opens_nothing_but_devices) {
     folder.put("com1", "keep me");
-    EXPECT_EQ(test::sentence_of([&] { port->open(1); }), (folder / "com1").string() + " is no serial port.");
+    EXPECT_EQ(test::sentence_of([&] { port->open(1); }),
+              (folder / "com1").string() + " is no serial port: choose another port.");
     std::filesystem::create_symlink("/dev/null", folder / "com2");
     EXPECT_NE(test::sentence_of([&] { port->open(2); }).find("/dev/null can't be used as a serial port"),
               std::string::npos);
@@ -150,7 +154,7 @@ TEST_F(port_at_work_place, is_refused_and_the_terminal_stays_as_it_is) {
     line.type("typed ahead\n");
     ASSERT_TRUE(line.has_waiting(12));
     EXPECT_EQ(sentence_of_opening(),
-              line.name() + " is a terminal that test_platform " + me(shell.id()) + " works at.");
+              line.name() + " is a terminal that test_platform " + me(shell.id()) + " works at: choose another port.");
     EXPECT_TRUE(same(line.settings(), found));
     EXPECT_FALSE(line.is_exclusive());
     EXPECT_TRUE(line.has_waiting(12)) << "what was typed is still there";
@@ -181,7 +185,8 @@ TEST_F(port_at_terminal, is_held_by_one_desk_at_a_time) {
     const termios in_use = line.settings();
     line.type("TIM001");
     ASSERT_TRUE(line.has_waiting(6));
-    EXPECT_EQ(sentence_of_opening(), line.name() + " is in use by test_platform " + me(::getpid()) + ".");
+    EXPECT_EQ(sentence_of_opening(),
+              line.name() + " is in use by test_platform " + me(::getpid()) + ": close the port there.");
     EXPECT_EQ(string_of(other->read()), "TIM001") << "nothing was done to the line";
     EXPECT_TRUE(same(line.settings(), in_use));
     EXPECT_TRUE(line.is_exclusive());
@@ -193,7 +198,8 @@ TEST_F(port_at_terminal, is_left_alone_where_another_program_has_locked_it) {
     test::child_process other([&] { ::flock(::open(line.name().c_str(), O_RDWR | O_NOCTTY), LOCK_EX); });
     line.type("typed ahead\n");
     ASSERT_TRUE(line.has_waiting(12));
-    EXPECT_EQ(sentence_of_opening(), line.name() + " is in use by test_platform " + me(other.id()) + ".");
+    EXPECT_EQ(sentence_of_opening(),
+              line.name() + " is in use by test_platform " + me(other.id()) + ": close the port there.");
     EXPECT_TRUE(same(line.settings(), found));
     EXPECT_FALSE(line.is_exclusive());
     EXPECT_TRUE(line.has_waiting(12));

@@ -156,6 +156,26 @@ TEST_F(color_sliders, tell_of_a_closed_port_and_show_the_value_all_the_same) {
     EXPECT_EQ(bar(0).value(), 33);
 }
 
+TEST_F(color_sliders, note_the_color_that_they_choose) {
+    using channels = std::array<std::uint8_t, 3>;
+    colors.color_mode = 1;
+    drag(0, 10);
+    drag(1, 20);
+    drag(2, 30);
+    EXPECT_EQ(colors.channels, (channels{10, 20, 30}));
+    drag(3, 40);
+    EXPECT_EQ(colors.channels, (channels{40, 40, 40}));
+    colors.color_mode = 2;
+    drag(3, 50);
+    EXPECT_EQ(colors.channels, (channels{128, 50, 128}));
+    type(2, "7");
+    type(0, "300");
+    EXPECT_EQ(colors.channels, (channels{128, 50, 7})) << "a number that is not sent is not chosen";
+    link.download_mode = true;
+    drag(0, 1);
+    EXPECT_EQ(colors.channels, (channels{128, 50, 7}));
+}
+
 class color_boxes : public color_settings_test {
 protected:
     void expect_all_selected(int index, int length) {

@@ -1,0 +1,215 @@
+#include "qt/access_keys.h"
+
+#include "controls/controls.h"
+#include "controls/operator_actions.h"
+#include "qt/reading_order.h"
+
+#include <QShortcut>
+#include <QString>
+#include <QWidget>
+
+#include <algorithm>
+#include <cctype>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace desk::qt {
+
+namespace {
+
+enum class side { write, read };
+
+struct letters {
+    const char* all; ///< the first one that the caption has counts, or the very first; "*": the place in the array
+    side belongs_to = side::write;
+};
+
+/// By the name of the control, with the window's name before it where two windows use the same name. The view buttons
+/// and what is beside them have letters in the layout's table: A B C D E F N P R T V in every view.
+const std::map<std::string, letters>& table() {
+    static const std::map<std::string, letters> all = {
+        {"cmd_about_ok", {"Q"}},
+        {"lstv_timing", {"I"}},
+        {"lstv_pattern", {"I"}},
+        {"lstv_auto", {"I"}},
+        {"hsr_color_setting", {"*"}},
+        {"txt_motion_str", {"M"}},
+
+        {"cmd_out", {"1"}},
+        {"cmd_hdcp", {"2"}},
+        {"cmd_asc", {"3"}},
+        {"cmd_lpcm", {"4"}},
+        {"cmd_csc", {"5"}},
+        {"cmd_deep", {"6"}},
+        {"cmd_auto_go", {"7"}},
+        {"cmd_fav", {"8"}},
+        {"cmd_reset", {"9"}},
+
+        {"cbo_timing", {"1"}},
+        {"cbo_pattern", {"2"}},
+        {"cbo_interval", {"3"}},
+        {"cmd_replace", {"L"}},
+        {"cmd_delete", {"X"}},
+
+        {"cmd_load", {"O"}},
+        {"cmd_pre_f", {"J"}},
+        {"cmd_clear_file", {"L"}},
+        {"cmd_save_write", {"S"}},
+        {"cmd_write", {"W"}},
+        {"cmd_verify", {"Y"}},
+        {"cmd_w_auto", {"U"}},
+        {"cmd_erase", {"Z"}},
+        {"cmd_write_translate", {"X"}},
+        {"cmd_sum_write", {"M"}},
+        {"cmd_recover", {"*"}},
+        {"cmd_read", {"R", side::read}},
+        {"cmd_compare", {"C", side::read}},
+        {"cmd_clear_read", {"L", side::read}},
+        {"cmd_save_read", {"S", side::read}},
+        {"cmd_read_translate", {"X", side::read}},
+        {"cmd_sum_read", {"M", side::read}},
+        {"opt_edid_src(1)", {"H"}},
+        {"opt_edid_src(2)", {"I"}},
+        {"opt_edid_src(3)", {"G"}},
+        {"cmd_ok", {"K"}},
+        {"cmd_edid_report", {"O"}},
+        {"cmd_edid_back", {"K"}},
+
+        // OK, EXIT or CANCEL
+        {"frm_diag.cmd_ok", {"KXC"}},
+        {"cbo_eeprom", {"E"}},
+        {"opt_unused(0)", {"0"}},
+        {"opt_unused(1)", {"F"}},
+        {"chk_4digits", {"S"}},
+        {"cmd_checksum", {"C"}},
+        {"opt_hex_type(0)", {"S"}},
+        {"opt_hex_type(1)", {"L"}},
+        {"txt_sn", {"S"}},
+        {"cmd_add", {"U"}},
+        {"cmd_sub", {"D"}},
+        {"chk_write", {"W"}},
+        {"chk_verify", {"V"}},
+        {"chk_auto_sn", {"A"}},
+        {"frm_diag.cmd_run", {"R"}},
+
+        {"cmd_save", {"S"}},
+        {"cmd_exit", {"X"}},
+    };
+    return all;
+}
+
+const letters* entry_of(const control& c) {
+    for (const std::string& name : {c.owner->name + "." + c.name, c.full_name(), c.name})
+        if (const auto found = table().find(name); found != table().end()) return &found->second;
+    return nullptr;
+}
+
+std::string caption_of(const control& c) {
+    if (const auto* const b = dynamic_cast<const button*>(&c)) return b->caption;
+    if (const auto* const k = dynamic_cast<const check_box*>(&c)) return k->caption;
+    if (const auto* const o = dynamic_cast<const option_button*>(&c)) return o->caption;
+    return {};
+}
+
+char upper(char c) { return static_cast<char>(std::toupper(static_cast<unsigned char>(c))); }
+
+bool has(const std::string& caption, char letter) {
+    return std::any_of(caption.begin(), caption.end(), [letter](char c) { return upper(c) == letter; });
+}
+
+QKeySequence with_alt(char letter, side belongs_to) {
+    const Qt::KeyboardModifiers shift = belongs_to == side::read ? Qt::ShiftModifier : Qt::NoModifier;
+    return {QKeyCombination(shift | Qt::AltModifier, static_cast<Qt::Key>(upper(letter)))};
+}
+
+char letter_of(const control& c, const letters& entry) {
+    const std::string all = entry.all;
+    if (all == "*") return static_cast<char>('0' + c.index);
+    const std::string caption = caption_of(c);
+    const auto in_caption = std::find_if(all.begin(), all.end(), [&](char l) { return has(caption, l); });
+    return in_caption == all.end() ? all.front() : *in_caption;
+}
+
+char mnemonic_of(const control& c) {
+    const auto* const b = dynamic_cast<const button*>(&c);
+    return b == nullptr ? '\0' : b->mnemonic;
+}
+
+/// All keys that a control can have while its caption changes.
+std::vector<QKeySequence> possible_keys(const control& c) {
+    const letters* const entry = entry_of(c);
+    if (mnemonic_of(c) != 0 || entry == nullptr || std::string(entry->all) == "*") return {access_key(c)};
+    std::vector<QKeySequence> keys;
+    for (const char* l = entry->all; *l != 0; ++l)
+        keys.push_back(with_alt(*l, entry->belongs_to));
+    return keys;
+}
+
+/// A button of the panel acts at once and stands in a row that its key walks along.
+bool only_gets_focus(const control& c) { return c.parent != nullptr && c.parent->name == "fra_setup"; }
+
+} // namespace
+
+QKeySequence access_key(const control& c) {
+    if (const char mnemonic = mnemonic_of(c)) return with_alt(mnemonic, side::write);
+    const letters* const entry = entry_of(c);
+    return entry == nullptr ? QKeySequence() : with_alt(letter_of(c, *entry), entry->belongs_to);
+}
+
+int underlined_letter(const control& c, const std::string& caption) {
+    if (only_gets_focus(c)) return -1;
+    char letter = mnemonic_of(c);
+    if (letter == 0) {
+        const letters* const entry = entry_of(c);
+        if (entry == nullptr || entry->belongs_to == side::read) return -1;
+        letter = letter_of(c, *entry);
+    }
+    const auto exact = caption.find(letter);
+    if (exact != std::string::npos) return static_cast<int>(exact);
+    const auto found = std::find_if(caption.begin(), caption.end(), [&](char l) { return upper(l) == upper(letter); });
+    return found == caption.end() ? -1 : static_cast<int>(found - caption.begin());
+}
+
+access_keys::access_keys(QWidget& face, desk::window& model, event_gate& gate) : model_(model), gate_(gate) {
+    std::set<QKeySequence> known;
+    for (const control* c : model.controls()) {
+        for (const QKeySequence& key : possible_keys(*c)) {
+            if (key.isEmpty() || !known.insert(key).second) continue;
+            auto* const shortcut = new QShortcut(key, &face);
+            shortcut->setAutoRepeat(false);
+            connect(shortcut, &QShortcut::activated, this, [this, key] { press(key); });
+        }
+    }
+}
+
+control* access_keys::meant_by(const QKeySequence& key) const {
+    std::vector<control*> meant;
+    for (control* c : model_.controls())
+        if (access_key(*c) == key && can_be_reached(*c)) meant.push_back(c);
+    if (meant.empty()) return nullptr;
+    // the next one of a row; else the one that lies on top
+    const auto focused = std::find(meant.begin(), meant.end(), model_.focused);
+    if (focused != meant.end()) return focused + 1 == meant.end() ? meant.front() : *(focused + 1);
+    return only_gets_focus(*meant.front()) ? meant.front() : meant.back();
+}
+
+void access_keys::press(const QKeySequence& key) {
+    gate_.run([&] {
+        control* const c = meant_by(key);
+        if (c == nullptr) return;
+        if (only_gets_focus(*c))
+            c->set_focus();
+        else if (auto* const b = dynamic_cast<button*>(c))
+            click(*b);
+        else if (auto* const k = dynamic_cast<check_box*>(c))
+            click(*k);
+        else if (auto* const o = dynamic_cast<option_button*>(c))
+            click(*o);
+        else
+            c->set_focus();
+    });
+}
+
+} // namespace desk::qt

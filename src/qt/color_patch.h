@@ -1,0 +1,35 @@
+#pragma once
+
+#include "signal/color_settings.h"
+#include "signal/desk_frame.h"
+
+#include <QColor>
+#include <QWidget>
+
+namespace desk::qt {
+
+/// Shows the color that the color settings choose, under their sliders, as soon as a Download has filled them.
+class color_patch final : public QWidget {
+    Q_OBJECT
+
+public:
+    /// `frame` is the widget that the sliders lie in.
+    color_patch(QWidget& frame, const desk_frame& desk, const color_settings& colors);
+
+    void follow();
+
+    const QColor& color() const { return color_; }
+
+protected:
+    void paintEvent(QPaintEvent* e) override;
+
+private:
+    void tell();
+
+    const desk_frame& desk_;
+    const color_settings& colors_;
+    QColor color_;
+    int color_mode_ = 0;
+};
+
+} // namespace desk::qt

@@ -1,0 +1,31 @@
+#include "qt/desk_aids.h"
+
+#include <QString>
+
+namespace desk::qt {
+
+namespace {
+
+/// A widget of the window, by the name of its control.
+template <class Widget = QWidget>
+Widget& widget_in(QWidget& window, const char* name) {
+    return *window.findChild<Widget*>(QString::fromLatin1(name));
+}
+
+} // namespace
+
+desk_aids::desk_aids(QWidget& window, const frm_main& desk)
+    : bar_(*new work_bar(window, desk.link))
+    , words_(*new waiting_words(widget_in(window, "fra_status")))
+    , patch_(*new color_patch(widget_in(window, "fra_desk"), desk.desk_area, desk.colors))
+    , texts_(widget_in<text_page>(window, "txt_write"), widget_in<text_page>(window, "txt_read"), desk.edid,
+             desk.result.differing) {}
+
+void desk_aids::follow() {
+    bar_.follow();
+    words_.follow(bar_.words());
+    patch_.follow();
+    texts_.follow();
+}
+
+} // namespace desk::qt

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "qt/color_patch.h"
+#include "qt/two_texts.h"
+#include "qt/waiting_words.h"
+#include "qt/work_bar.h"
+#include "shell/frm_main.h"
+
+namespace desk::qt {
+
+/// What the main window shows beside its controls: how far work is, the chosen color, and where two EDIDs differ.
+class desk_aids {
+public:
+    desk_aids(QWidget& window, const frm_main& desk);
+
+    void follow();
+
+private:
+    work_bar& bar_;
+    waiting_words& words_;
+    color_patch& patch_;
+    two_texts texts_;
+};
+
+} // namespace desk::qt

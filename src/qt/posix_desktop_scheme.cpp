@@ -1,0 +1,86 @@
+// The setting of the desktop, from its portal on the session's bus.
+
+#include "qt/desktop_scheme.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDBusVariant>
+#include <QFileInfo>
+#include <QTimer>
+
+#include <optional>
+#include <utility>
+
+namespace desk::qt {
+
+namespace {
+
+constexpr const char* service = "org.freedesktop.portal.Desktop";
+constexpr const char* path = "/org/freedesktop/portal/desktop";
+constexpr const char* settings = "org.freedesktop.portal.Settings";
+constexpr const char* group_of_scheme = "org.freedesktop.appearance";
+constexpr const char* key_of_scheme = "color-scheme";
+
+/// The bus of the session if there is one. None is started.
+std::optional<QDBusConnection> session_bus() {
+    const QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+    if (!address.isEmpty()) {
+        if (address.startsWith("autolaunch")) return std::nullopt;
+        return QDBusConnection::sessionBus();
+    }
+    const QString socket = qEnvironmentVariable("XDG_RUNTIME_DIR") + "/bus";
+    if (!QFileInfo::exists(socket)) return std::nullopt;
+    return QDBusConnection::connectToBus("unix:path=" + socket, "velotrace");
+}
+
+class portal final : public QObject {
+    Q_OBJECT
+
+public:
+    explicit portal(std::function<void(scheme)> told) : told_(std::move(told)) {
+        QTimer::singleShot(0, this, &portal::ask);
+    }
+
+private slots:
+    void setting_changed(const QString& group, const QString& key, const QDBusVariant& value) {
+        if (group == group_of_scheme && key == key_of_scheme) take(value.variant(), true);
+    }
+
+private:
+    void ask() {
+        std::optional<QDBusConnection> bus = session_bus();
+        if (!bus || !bus->isConnected()) return;
+        bus->connect(service, path, settings, "SettingChanged", this,
+                     SLOT(setting_changed(QString, QString, QDBusVariant)));
+        QDBusMessage question = QDBusMessage::createMethodCall(service, path, settings, "Read");
+        question << group_of_scheme << key_of_scheme;
+        auto* const answer = new QDBusPendingCallWatcher(bus->asyncCall(question), this);
+        connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
+            const QDBusPendingReply<QDBusVariant> reply = *answer;
+            answer->deleteLater();
+            if (!reply.isError()) take(reply.value().variant(), false);
+        });
+    }
+
+    /// 1: dark, 2: light. 0, no wish, leaves what the toolkit has found; after another wish it is light.
+    void take(QVariant value, bool was_told) {
+        while (value.userType() == qMetaTypeId<QDBusVariant>())
+            value = value.value<QDBusVariant>().variant();
+        const uint wish = value.toUInt();
+        if (wish != 0 || was_told) told_(wish == 1 ? scheme::dark : scheme::light);
+    }
+
+    std::function<void(scheme)> told_;
+};
+
+} // namespace
+
+std::unique_ptr<QObject> watch_desktop(std::function<void(scheme)> told) {
+    return std::make_unique<portal>(std::move(told));
+}
+
+} // namespace desk::qt
+
+#include "posix_desktop_scheme.moc"

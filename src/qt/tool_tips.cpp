@@ -1,0 +1,51 @@
+#include "qt/tool_tips.h"
+
+#include "qt/access_keys.h"
+#include "qt/cut_text.h"
+#include "qt/help_lines.h"
+
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QHelpEvent>
+#include <QStringList>
+#include <QToolTip>
+#include <QWidget>
+
+namespace desk::qt {
+
+tool_tips::tool_tips(const control& model, QWidget& w) : model_(model), widget_(w) {
+    w.installEventFilter(this);
+    // the opened list is a window of its own
+    if (auto* const combo = qobject_cast<QComboBox*>(&w)) combo->view()->viewport()->installEventFilter(this);
+}
+
+void tool_tips::follow() {
+    const QString now = tool_tip_of(model_);
+    if (shown_ == now) return;
+    shown_ = now;
+    widget_.setToolTip(now);
+}
+
+bool tool_tips::eventFilter(QObject* watched, QEvent* e) {
+    if (e->type() != QEvent::ToolTip) return QObject::eventFilter(watched, e);
+    auto* const under = static_cast<QWidget*>(watched);
+    const auto& help = *static_cast<QHelpEvent*>(e);
+    const QString cut = cut_text_at(*under, help.pos());
+    if (cut.isEmpty()) return false;
+    QToolTip::showText(help.globalPos(), under == &widget_ ? tool_tip_of(model_, cut) : cut, under);
+    return true;
+}
+
+QString tool_tip_of(const control& c, const QString& cut_text) {
+    const QString keys = access_key(c).toString(QKeySequence::NativeText);
+    QString help = help_line(c);
+    if (!keys.isEmpty()) help = help.isEmpty() ? keys : help + " (" + keys + ")";
+    // rich text breaks lines, also short ones
+    QStringList said;
+    if (!cut_text.isEmpty()) said << cut_text.toHtmlEscaped();
+    if (!help.isEmpty()) said << "<nobr>" + help.toHtmlEscaped() + "</nobr>";
+    if (!c.tool_tip.get().empty()) said << QString::fromStdString(c.tool_tip).toHtmlEscaped();
+    return said.isEmpty() ? QString() : "<qt>" + said.join("<br>") + "</qt>";
+}
+
+} // namespace desk::qt

@@ -1,0 +1,45 @@
+// The setting of Windows, from the registry.
+
+#include "qt/desktop_scheme.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QSettings>
+#include <QTimer>
+
+#include <utility>
+
+namespace desk::qt {
+
+namespace {
+
+class theme_of_programs final : public QObject {
+public:
+    explicit theme_of_programs(std::function<void(scheme)> told) : told_(std::move(told)) {
+        QCoreApplication::instance()->installEventFilter(this);
+        QTimer::singleShot(0, this, [this] { look(); });
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* e) override {
+        if (e->type() == QEvent::ThemeChange) look();
+        return QObject::eventFilter(watched, e);
+    }
+
+private:
+    void look() {
+        const QSettings choices(R"(HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Themes\Personalize)",
+                                QSettings::NativeFormat);
+        told_(choices.value("AppsUseLightTheme", 1).toInt() == 0 ? scheme::dark : scheme::light);
+    }
+
+    std::function<void(scheme)> told_;
+};
+
+} // namespace
+
+std::unique_ptr<QObject> watch_desktop(std::function<void(scheme)> told) {
+    return std::make_unique<theme_of_programs>(std::move(told));
+}
+
+} // namespace desk::qt

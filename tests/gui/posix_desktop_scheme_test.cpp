@@ -1,0 +1,112 @@
+// The desktop's wish for light or dark, from a portal on a bus of the test's own.
+
+#include "hand.h"
+#include "qt/desktop_scheme.h"
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusVariant>
+#include <QProcess>
+#include <QStandardPaths>
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace desk::gui {
+
+namespace {
+
+class false_portal final : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
+
+public:
+    uint wish = 0;
+    int questions = 0;
+
+public slots:
+    QDBusVariant Read(const QString& group, const QString& key) {
+        if (group == "org.freedesktop.appearance" && key == "color-scheme") ++questions;
+        // a portal wraps the value twice
+        return QDBusVariant(QVariant::fromValue(QDBusVariant(wish)));
+    }
+
+signals:
+    void SettingChanged(const QString& group, const QString& key, const QDBusVariant& value);
+};
+
+class wish_of_the_desktop : public testing::Test {
+protected:
+    void SetUp() override {
+        if (QStandardPaths::findExecutable("dbus-daemon").isEmpty()) GTEST_SKIP() << "there is no dbus-daemon";
+        bus_.start("dbus-daemon", {"--session", "--nofork", "--nopidfile", "--print-address"});
+        ASSERT_TRUE(bus_.waitForReadyRead(10000));
+        const QByteArray address = bus_.readLine().trimmed();
+        qputenv("DBUS_SESSION_BUS_ADDRESS", address);
+        QDBusConnection desktop = QDBusConnection::connectToBus(address, "desktop");
+        ASSERT_TRUE(desktop.isConnected());
+        ASSERT_TRUE(desktop.registerObject("/org/freedesktop/portal/desktop", &portal,
+                                           QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals));
+        ASSERT_TRUE(desktop.registerService("org.freedesktop.portal.Desktop"));
+    }
+    void TearDown() override {
+        for (const char* name : {"desktop", "qt_default_session_bus"})
+            QDBusConnection::disconnectFromBus(name);
+        bus_.kill();
+        bus_.waitForFinished();
+    }
+
+    void tell(uint wish, const QString& key = "color-scheme") {
+        emit portal.SettingChanged("org.freedesktop.appearance", key, QDBusVariant(wish));
+    }
+    bool hears(std::size_t count) {
+        return wait_until([&] { return heard.size() >= count; }, 10000);
+    }
+
+    false_portal portal;
+    std::vector<qt::scheme> heard;
+
+private:
+    QProcess bus_;
+};
+
+TEST_F(wish_of_the_desktop, is_asked_for_and_followed) {
+    portal.wish = 1;
+    const auto watch = qt::watch_desktop([this](qt::scheme s) { heard.push_back(s); });
+    EXPECT_TRUE(heard.empty()) << "nothing waits for the answer";
+    ASSERT_TRUE(hears(1));
+    EXPECT_EQ(heard[0], qt::scheme::dark);
+    tell(7, "accent-color");
+    tell(2);
+    ASSERT_TRUE(hears(2));
+    EXPECT_EQ(heard[1], qt::scheme::light);
+    tell(1);
+    ASSERT_TRUE(hears(3));
+    EXPECT_EQ(heard[2], qt::scheme::dark);
+    tell(0);
+    ASSERT_TRUE(hears(4));
+    EXPECT_EQ(heard[3], qt::scheme::light) << "no wish any more";
+}
+
+TEST_F(wish_of_the_desktop, says_nothing_where_it_has_none) {
+    const auto watch = qt::watch_desktop([this](qt::scheme s) { heard.push_back(s); });
+    ASSERT_TRUE(wait_until([this] { return portal.questions == 1; }, 10000));
+    tell(1);
+    ASSERT_TRUE(hears(1));
+    EXPECT_EQ(heard.size(), 1U) << "the answer came first and was no wish";
+}
+
+TEST(no_bus, is_looked_for_where_the_session_has_none) {
+    qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+    qunsetenv("XDG_RUNTIME_DIR");
+    bool told = false;
+    const auto watch = qt::watch_desktop([&told](qt::scheme) { told = true; });
+    EXPECT_FALSE(wait_until([&told] { return told; }, 200));
+}
+
+} // namespace
+
+} // namespace desk::gui
+
+#include "posix_desktop_scheme_test.moc"
