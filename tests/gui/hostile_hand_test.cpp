@@ -239,7 +239,7 @@ TEST_F(hostile_hand, enter_held_on_erase_erases_nothing) {
 }
 
 TEST_F(hostile_hand, enter_held_in_save_overwrites_nothing) {
-    put_file("kept.bin", "kept");
+    put_file("kept.hex", "kept");
     const hand h = operator_hand();
     h.click("cmd_edid");
     h.click("cmd_read");
@@ -255,14 +255,14 @@ TEST_F(hostile_hand, enter_held_in_save_overwrites_nothing) {
         answer_next_file_dialog(dialogs, "");
         holding_hand::tap(Qt::Key_Return);
     });
-    answer_next_file_dialog(dialogs, directory.filePath("kept.bin"));
+    answer_next_file_dialog(dialogs, directory.filePath("kept.hex"));
     // the key that takes the name stays down
     focus("txt_read");
     holding_hand::press(Qt::Key_Return);
     h.click("cmd_save_read");
     EXPECT_TRUE(stays);
     EXPECT_EQ(dialogs.size(), 2U);
-    EXPECT_EQ(file("kept.bin"), QByteArray("kept"));
+    EXPECT_EQ(file("kept.hex"), QByteArray("kept"));
 }
 
 TEST_F(hostile_hand, a_held_key_leaves_an_error_to_be_read) {
