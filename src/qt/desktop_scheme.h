@@ -22,8 +22,8 @@ private:
     std::unique_ptr<QObject> watch_;
 };
 
-/// Reads the desktop's own setting and follows it, as long as the object lives. `told` is called from the loop of
+/// Reads the desktop's own setting and follows it, as long as the object lives. `report` is called from the loop of
 /// events with every answer; nothing waits for one.
-std::unique_ptr<QObject> watch_desktop(std::function<void(scheme)> told);
+std::unique_ptr<QObject> watch_desktop(std::function<void(scheme)> report);
 
 } // namespace desk::qt

@@ -39,7 +39,7 @@ class portal final : public QObject {
     Q_OBJECT
 
 public:
-    explicit portal(std::function<void(scheme)> told) : told_(std::move(told)) {
+    explicit portal(std::function<void(scheme)> report) : report_(std::move(report)) {
         QTimer::singleShot(0, this, &portal::ask);
     }
 
@@ -52,7 +52,9 @@ private:
     void ask() {
         std::optional<QDBusConnection> bus = session_bus();
         if (!bus || !bus->isConnected()) return;
-        bus->connect(service, path, settings, "SettingChanged", this,
+        // the slot is found by the names of its types
+        qRegisterMetaType<QDBusVariant>("QDBusVariant");
+        bus->connect(QString(), path, settings, "SettingChanged", this,
                      SLOT(setting_changed(QString, QString, QDBusVariant)));
         QDBusMessage question = QDBusMessage::createMethodCall(service, path, settings, "Read");
         question << group_of_scheme << key_of_scheme;
@@ -65,20 +67,20 @@ private:
     }
 
     /// 1: dark, 2: light. 0, no wish, leaves what the toolkit has found; after another wish it is light.
-    void take(QVariant value, bool was_told) {
+    void take(QVariant value, bool is_change) {
         while (value.userType() == qMetaTypeId<QDBusVariant>())
             value = value.value<QDBusVariant>().variant();
         const uint wish = value.toUInt();
-        if (wish != 0 || was_told) told_(wish == 1 ? scheme::dark : scheme::light);
+        if (wish != 0 || is_change) report_(wish == 1 ? scheme::dark : scheme::light);
     }
 
-    std::function<void(scheme)> told_;
+    std::function<void(scheme)> report_;
 };
 
 } // namespace
 
-std::unique_ptr<QObject> watch_desktop(std::function<void(scheme)> told) {
-    return std::make_unique<portal>(std::move(told));
+std::unique_ptr<QObject> watch_desktop(std::function<void(scheme)> report) {
+    return std::make_unique<portal>(std::move(report));
 }
 
 } // namespace desk::qt

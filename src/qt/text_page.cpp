@@ -1,7 +1,7 @@
 #include "qt/text_page.h"
 
-#include "qt/difference_color.h"
 #include "qt/look.h"
+#include "qt/scheme.h"
 #include "qt/text_on_clipboard.h"
 
 #include <QAccessible>
@@ -260,7 +260,7 @@ void text_page::draw_marks(QPainter& painter, std::size_t line, const QRect& row
     for (auto m = first; m != marks_.end() && m->end <= lines_.end_of(line); ++m) {
         const int left = place_of(m->begin).left();
         painter.fillRect(QRect(left, row.top(), place_of(m->end).left() - left, row.height()),
-                         difference_color(palette()));
+                         colors_of(palette()).difference);
     }
 }
 

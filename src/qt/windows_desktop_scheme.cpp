@@ -15,7 +15,7 @@ namespace {
 
 class theme_of_programs final : public QObject {
 public:
-    explicit theme_of_programs(std::function<void(scheme)> told) : told_(std::move(told)) {
+    explicit theme_of_programs(std::function<void(scheme)> report) : report_(std::move(report)) {
         QCoreApplication::instance()->installEventFilter(this);
         QTimer::singleShot(0, this, [this] { look(); });
     }
@@ -30,16 +30,16 @@ private:
     void look() {
         const QSettings choices(R"(HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Themes\Personalize)",
                                 QSettings::NativeFormat);
-        told_(choices.value("AppsUseLightTheme", 1).toInt() == 0 ? scheme::dark : scheme::light);
+        report_(choices.value("AppsUseLightTheme", 1).toInt() == 0 ? scheme::dark : scheme::light);
     }
 
-    std::function<void(scheme)> told_;
+    std::function<void(scheme)> report_;
 };
 
 } // namespace
 
-std::unique_ptr<QObject> watch_desktop(std::function<void(scheme)> told) {
-    return std::make_unique<theme_of_programs>(std::move(told));
+std::unique_ptr<QObject> watch_desktop(std::function<void(scheme)> report) {
+    return std::make_unique<theme_of_programs>(std::move(report));
 }
 
 } // namespace desk::qt

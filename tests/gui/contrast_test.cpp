@@ -60,8 +60,18 @@ std::vector<QRect> places_of_text(QWidget& w) {
         return combo->currentText().isEmpty() ? std::vector<QRect>() : std::vector{w.rect().adjusted(6, 4, -24, -4)};
     if (auto* const line = qobject_cast<QLineEdit*>(&w))
         return line->text().isEmpty() ? std::vector<QRect>() : std::vector{w.rect().adjusted(3, 3, -3, -3)};
-    if (auto* const label = qobject_cast<qt::text_label*>(&w))
-        return label->text().isEmpty() ? std::vector<QRect>() : std::vector{w.rect().adjusted(2, 2, -2, -2)};
+    if (auto* const label = qobject_cast<qt::text_label*>(&w)) {
+        if (label->text().isEmpty()) return {};
+        if (label->text().contains('\n') || w.height() <= 2 * w.fontMetrics().height()) {
+            // a single line may lie on a plate of its own: no more than that
+            const int width =
+                std::min(w.width() - 6, w.fontMetrics().horizontalAdvance(label->text().section('\n', 0, 0)));
+            const int height = std::min(w.height(), w.fontMetrics().height()) - 6;
+            const int top = label->text().contains('\n') ? 3 : (w.height() - height) / 2;
+            return {QRect(3, top, width, height)};
+        }
+        return {w.rect().adjusted(2, 2, -2, -2)};
+    }
     if (auto* const label = qobject_cast<QLabel*>(&w))
         return label->text().isEmpty() ? std::vector<QRect>() : std::vector{w.rect()};
     const auto if_any = [](const QString& text, const QWidget& viewport) {
@@ -148,6 +158,9 @@ protected:
     void expect_readable(QWidget& window, const char* when) {
         for (const qt::scheme s : {qt::scheme::light, qt::scheme::dark}) {
             qt::set_scheme(s);
+            QCoreApplication::sendPostedEvents();
+            for (const QWidget* w : window.findChildren<QWidget*>())
+                ASSERT_EQ(qt::scheme_of(w->palette()), s) << qPrintable(w->objectName());
             QImage image(window.size() * fineness, QImage::Format_RGB32);
             image.setDevicePixelRatio(fineness);
             window.render(&image);

@@ -30,7 +30,8 @@ protected:
 
     /// The left end of a button: where it is dark, whatever its colour.
     QImage marks(const QString& name) {
-        QImage end = operator_hand().find(name).grab().toImage().copy(0, 0, 14, 24);
+        const QImage button = operator_hand().find(name).grab().toImage();
+        QImage end = button.copy(0, 0, qRound(14 * button.devicePixelRatio()), button.height());
         for (int y = 0; y < end.height(); ++y) {
             for (int x = 0; x < end.width(); ++x)
                 end.setPixel(x, y, qGray(end.pixel(x, y)) < 40 ? 1 : 0);

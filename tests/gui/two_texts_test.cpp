@@ -2,8 +2,8 @@
 
 #include "bench_fixture.h"
 #include "generator/sink_edids.h"
-#include "qt/difference_color.h"
 #include "qt/look.h"
+#include "qt/scheme.h"
 #include "qt/text_page.h"
 
 #include <QDir>
@@ -130,7 +130,7 @@ TEST_F(two_texts, mark_by_the_ground_alone) {
     const std::size_t at = 2 * 29 + 2 * 3; // byte 0x12
     compare();
     operator_hand().click("cmd_ok");
-    const QColor difference = qt::difference_color(write().palette());
+    const QColor difference = qt::colors_of(write().palette()).difference;
     EXPECT_EQ(ground_of(write(), at), difference);
     EXPECT_EQ(ground_of(read(), at), difference);
     EXPECT_NE(ground_of(write(), 0), difference);

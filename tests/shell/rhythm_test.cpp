@@ -80,7 +80,7 @@ TEST_F(plan, has_the_lists_of_a_step_below_their_columns) {
     EXPECT_LE(desk.autorun_view.fra_auto.height - bottom(named("cmd_replace")), 16 * pixel) << "no height is left over";
 }
 
-TEST_F(plan, has_what_stands_beside_each_other_on_one_line) {
+TEST_F(plan, has_what_is_side_by_side_on_one_line) {
     for (int i = 0; i < 4; ++i) {
         const std::string n = "(" + std::to_string(i) + ")";
         expect_one_middle({"hsr_color_setting" + n, "txt_color_setting" + n, "lab_color_setting" + n});
