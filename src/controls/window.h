@@ -10,8 +10,8 @@ namespace desk {
 
 class timer;
 
-/// A window as a model: its controls in the order they lie over each other, the last one on top. It collects which of
-/// them have changed until its face has followed.
+/// A window as a model: its controls in the order they lie over each other, the last one on top unless another has been
+/// raised. It collects which of them have changed until its face has followed.
 class window : public control {
 public:
     window() : control(control_kind::window) {
@@ -25,6 +25,9 @@ public:
     /// Takes a control into the window. It must outlive the window's use.
     void add(control& c);
     const std::vector<control*>& controls() const { return controls_; }
+    /// Puts a control over all that lies beside it.
+    void raise(const control& c);
+    bool lies_over(const control& c, const control& other) const;
     const std::vector<timer*>& timers() const { return timers_; }
     /// By its full name ("cmd_out(2)"); none: nullptr.
     control* find(const std::string& full_name) const;
@@ -49,7 +52,10 @@ public:
 
 private:
     friend void mark_changed(control& owner);
+    std::size_t height_of(const control& c) const;
+
     std::vector<control*> controls_;
+    std::vector<const control*> raised_; // the last one on top
     std::vector<timer*> timers_;
     std::vector<control*> changed_;
     control* disabled_with_focus_ = nullptr;

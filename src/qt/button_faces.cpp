@@ -1,10 +1,10 @@
 #include "qt/button_faces.h"
 
 #include "controls/operator_actions.h"
-#include "controls/window.h"
 #include "qt/access_keys.h"
 #include "qt/look.h"
 #include "qt/metrics.h"
+#include "qt/reading_order.h"
 
 #include <QCheckBox>
 #include <QKeyEvent>
@@ -16,7 +16,6 @@
 #include <QStylePainter>
 
 #include <algorithm>
-#include <vector>
 
 namespace desk::qt {
 
@@ -106,6 +105,11 @@ QString words_of(color lamp) {
     return {};
 }
 
+/// The toolkit would go to another control with them.
+bool is_arrow(int key) {
+    return key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down;
+}
+
 class button_face final : public control_face {
 public:
     button_face(button& model, QWidget* parent, event_gate& gate)
@@ -114,7 +118,7 @@ public:
         , push_(static_cast<lamp_button*>(widget())) {
         push_->setAutoDefault(false);
         push_->set_in_column(model.in_column);
-        connect(push_, &QPushButton::clicked, this, [this] { this->gate().run([this] { click(model_); }); });
+        connect(push_, &QPushButton::clicked, this, [this] { act([this] { click(model_); }); });
     }
 
 protected:
@@ -125,12 +129,11 @@ protected:
     }
 
     bool take_event(QEvent* e) override {
-        // Enter presses the button with the focus, as the blank does
         if (e->type() != QEvent::KeyPress) return false;
-        const auto& pressed = *static_cast<QKeyEvent*>(e);
-        if (pressed.key() != Qt::Key_Return && pressed.key() != Qt::Key_Enter) return false;
-        if (!pressed.isAutoRepeat()) push_->click();
-        return true;
+        const int key = static_cast<QKeyEvent*>(e)->key();
+        // Enter presses the button with the focus, as Space does
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) push_->click();
+        return key == Qt::Key_Return || key == Qt::Key_Enter || is_arrow(key);
     }
 
 private:
@@ -142,7 +145,7 @@ class check_box_face final : public control_face {
 public:
     check_box_face(check_box& model, QWidget* parent, event_gate& gate)
         : control_face(model, new QCheckBox(parent), gate), model_(model), check_(static_cast<QCheckBox*>(widget())) {
-        connect(check_, &QCheckBox::clicked, this, [this] { this->gate().run([this] { click(model_); }); });
+        connect(check_, &QCheckBox::clicked, this, [this] { act([this] { click(model_); }); });
     }
 
 protected:
@@ -150,6 +153,10 @@ protected:
         set_caption(*check_, model_, model_.caption);
         set_accessible(model_.caption);
         check_->setChecked(model_.value != 0);
+    }
+
+    bool take_event(QEvent* e) override {
+        return e->type() == QEvent::KeyPress && is_arrow(static_cast<QKeyEvent*>(e)->key());
     }
 
 private:
@@ -163,7 +170,7 @@ public:
         : control_face(model, new QRadioButton(parent), gate)
         , model_(model)
         , radio_(static_cast<QRadioButton*>(widget())) {
-        connect(radio_, &QRadioButton::clicked, this, [this] { this->gate().run([this] { click(model_); }); });
+        connect(radio_, &QRadioButton::clicked, this, [this] { act([this] { click(model_); }); });
     }
 
 protected:
@@ -179,27 +186,14 @@ protected:
     bool take_event(QEvent* e) override {
         // the arrow keys go round the group, and select as they go
         if (e->type() != QEvent::KeyPress) return false;
-        const int key = static_cast<QKeyEvent*>(e)->key();
-        const bool on = key == Qt::Key_Down || key == Qt::Key_Right;
-        const bool back = key == Qt::Key_Up || key == Qt::Key_Left;
-        if (!on && !back) return false;
-        gate().run([&] { click(neighbour(on)); });
+        const auto& pressed = *static_cast<QKeyEvent*>(e);
+        if (!is_arrow(pressed.key())) return false;
+        const bool on = pressed.key() == Qt::Key_Down || pressed.key() == Qt::Key_Right;
+        if (!pressed.isAutoRepeat()) act([&] { click(dynamic_cast<option_button&>(neighbour(model_, on))); });
         return true;
     }
 
 private:
-    /// The next option button of the group that can be used, or the one before.
-    option_button& neighbour(bool next) const {
-        std::vector<option_button*> group;
-        for (control* c : model_.owner->controls()) {
-            auto* const o = dynamic_cast<option_button*>(c);
-            if (o != nullptr && o->parent == model_.parent && o->usable()) group.push_back(o);
-        }
-        if (!next) std::reverse(group.begin(), group.end());
-        const auto me = std::find(group.begin(), group.end(), &model_);
-        return me == group.end() || me + 1 == group.end() ? *group.front() : **(me + 1);
-    }
-
     option_button& model_;
     QRadioButton* radio_;
 };

@@ -6,7 +6,9 @@
 #include "qt/plain_names.h"
 #include "qt/plan_fit.h"
 #include "qt/plan_scale.h"
+#include "qt/reading_order.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QStringList>
 
@@ -18,7 +20,20 @@ control_face::control_face(control& model, QWidget* w, event_gate& gate)
     if (model.index >= 0) name += "_" + QString::number(model.index);
     widget_->setObjectName(name);
     plain_name_ = plain_name(model);
+    // the wheel over a control does not take the keys from another
+    if (widget_->focusPolicy() == Qt::WheelFocus) widget_->setFocusPolicy(Qt::StrongFocus);
     widget_->installEventFilter(this);
+}
+
+void control_face::act(const std::function<void()>& deed) {
+    gate_.run([&] {
+        const QWidget* const modal = QApplication::activeModalWidget();
+        const bool in_reach = modal == nullptr || modal == widget_->window();
+        if (in_reach && can_be_reached(model_))
+            deed();
+        else
+            follow(); // the widget can have moved by itself
+    });
 }
 
 QRect control_face::place() const {

@@ -10,6 +10,7 @@
 #include <QString>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -22,6 +23,10 @@ public:
 
     /// Brings the widget up to date with its model.
     void follow();
+
+    /// Does what the operator asks of the control, however it is asked for: only where the control can be reached and
+    /// used now.
+    void act(const std::function<void()>& deed);
 
     /// Pixels by which the edges lie outside the control's place on the plan, in a window that has more room.
     void set_extra_room(const QMargins& extra) { extra_ = extra; }

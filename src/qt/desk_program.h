@@ -5,6 +5,7 @@
 #include "qt/desk_aids.h"
 #include "qt/end_watch.h"
 #include "qt/event_gate.h"
+#include "qt/held_input.h"
 #include "qt/lost_display.h"
 #include "qt/qt_dialogs.h"
 #include "qt/qt_events.h"
@@ -49,6 +50,7 @@ private:
     void save_all();
 
     event_gate gate_;
+    held_input held_;
     qt_events events_{gate_};
     qt_message_box boxes_{gate_};
     qt_file_dialog files_{gate_};

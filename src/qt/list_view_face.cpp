@@ -4,7 +4,9 @@
 #include "qt/look.h"
 
 #include <QHeaderView>
+#include <QItemSelectionModel>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
@@ -12,6 +14,7 @@
 
 #include <functional>
 #include <optional>
+#include <utility>
 
 namespace desk::qt {
 
@@ -37,17 +40,42 @@ private:
     const list_view& model_;
 };
 
-/// Tells of every mouse button that is let go over its rows, since any of them can have moved the selection.
-class row_list final : public QTreeWidget {
+/// Rows of which one is marked, whatever key is held while it is chosen. The left button alone works them.
+class marked_rows final : public QTreeWidget {
 public:
     using QTreeWidget::QTreeWidget;
+    std::function<void()> on_press; ///< before the mark moves
     std::function<void()> on_release;
 
 protected:
-    void mouseReleaseEvent(QMouseEvent* e) override {
-        QTreeWidget::mouseReleaseEvent(e);
-        if (on_release) on_release();
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* /*e*/) const override {
+        if (!index.isValid()) return QItemSelectionModel::NoUpdate;
+        return QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows;
     }
+
+    void mousePressEvent(QMouseEvent* e) override {
+        if (e->button() != Qt::LeftButton) return;
+        pressed_ = true;
+        if (on_press) on_press();
+        QTreeWidget::mousePressEvent(e);
+    }
+    void mouseMoveEvent(QMouseEvent* e) override {
+        if (pressed_ || e->buttons() == Qt::NoButton) QTreeWidget::mouseMoveEvent(e);
+    }
+    void mouseReleaseEvent(QMouseEvent* e) override {
+        if (e->button() != Qt::LeftButton || !std::exchange(pressed_, false)) return;
+        QTreeWidget::mouseReleaseEvent(e);
+        // one that is let go because a window opens is no click
+        if (on_release && e->source() != Qt::MouseEventSynthesizedByApplication) on_release();
+    }
+    void mouseDoubleClickEvent(QMouseEvent* e) override {
+        if (e->button() != Qt::LeftButton) return;
+        pressed_ = true;
+        QTreeWidget::mouseDoubleClickEvent(e);
+    }
+
+private:
+    bool pressed_ = false;
 };
 
 /// The rows of a list or a tree while the scale changes: the first one in sight stays there.
@@ -77,7 +105,9 @@ private:
 class list_view_face final : public control_face {
 public:
     list_view_face(list_view& model, QWidget* parent, event_gate& gate)
-        : control_face(model, new row_list(parent), gate), model_(model), tree_(static_cast<row_list*>(widget())) {
+        : control_face(model, new marked_rows(parent), gate)
+        , model_(model)
+        , tree_(static_cast<marked_rows*>(widget())) {
         tree_->setRootIsDecorated(false);
         tree_->setUniformRowHeights(true);
         tree_->setAllColumnsShowFocus(true);
@@ -97,16 +127,15 @@ public:
             if (!following()) widths_.at(static_cast<std::size_t>(column)) = width * twips_per_pixel / scale();
         });
         connect(tree_, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
-            if (!following() && item != nullptr) this->gate().run([&] { model_.select(row_of(item)); });
+            if (!following() && item != nullptr) act([&] { model_.select(row_of(item)); });
         });
         tree_->on_release = [this] {
-            if (model_.selected() != 0) this->gate().run([this] { choose_row(model_, model_.selected()); });
+            if (model_.selected() != 0) act([this] { choose_row(model_, model_.selected()); });
         };
-        connect(tree_, &QTreeWidget::itemDoubleClicked, this,
-                [this] { this->gate().run([this] { double_click(model_); }); });
+        connect(tree_, &QTreeWidget::itemDoubleClicked, this, [this] { act([this] { double_click(model_); }); });
         connect(tree_, &QTreeWidget::itemChanged, this, [this](QTreeWidgetItem* item) {
             if (following()) return;
-            this->gate().run([&] { set_check(model_, row_of(item), item->checkState(0) == Qt::Checked); });
+            act([&] { set_check(model_, row_of(item), item->checkState(0) == Qt::Checked); });
         });
     }
 
@@ -143,8 +172,20 @@ protected:
     }
 
     bool take_event(QEvent* e) override {
-        if (e->type() == QEvent::KeyRelease && !static_cast<QKeyEvent*>(e)->isAutoRepeat())
-            gate().run([this] { key_up(model_); });
+        switch (e->type()) {
+        case QEvent::FocusIn:
+            was_pressed_here_ = false;
+            break;
+        case QEvent::KeyPress:
+            was_pressed_here_ = true;
+            break;
+        case QEvent::KeyRelease:
+            // one that was pressed on a button is not meant for the list that has got the keys from it
+            if (was_pressed_here_ && !static_cast<QKeyEvent*>(e)->isAutoRepeat()) act([this] { key_up(model_); });
+            break;
+        default:
+            break;
+        }
         return false;
     }
 
@@ -170,23 +211,31 @@ private:
     }
 
     list_view& model_;
-    row_list* tree_;
+    marked_rows* tree_;
     rows_at_scale rows_{*tree_};
     std::vector<double> widths_; // of the columns, in twips; the operator changes them
     bool checks_shown_ = false;
-    int selections_ = 0; // as the model counted them when the row was scrolled to
+    bool was_pressed_here_ = false; // a key, since the list got the focus
+    int selections_ = 0;            // as the model counted them when the row was scrolled to
 };
 
 class tree_view_face final : public control_face {
 public:
     tree_view_face(tree_view& model, QWidget* parent, event_gate& gate)
-        : control_face(model, new QTreeWidget(parent), gate)
+        : control_face(model, new marked_rows(parent), gate)
         , model_(model)
-        , tree_(static_cast<QTreeWidget*>(widget())) {
+        , tree_(static_cast<marked_rows*>(widget())) {
         tree_->setHeaderHidden(true);
         tree_->setUniformRowHeights(true);
         set_accessible();
-        connect(tree_, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* item) { click_on(item); });
+        // wherever the mark goes, and by whatever hand, is clicked
+        connect(tree_, &QTreeWidget::itemSelectionChanged, this, [this] {
+            if (!following() && !tree_->selectedItems().isEmpty()) click_on(tree_->selectedItems().constFirst());
+        });
+        tree_->on_press = [this] { before_press_ = tree_->currentItem(); };
+        connect(tree_, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* item) {
+            if (item == before_press_) click_on(item);
+        });
         connect(tree_, &QTreeWidget::itemExpanded, this, [this](QTreeWidgetItem* item) { expand(item, true); });
         connect(tree_, &QTreeWidget::itemCollapsed, this, [this](QTreeWidgetItem* item) { expand(item, false); });
     }
@@ -209,26 +258,23 @@ protected:
             font.setBold(model_.node(n).bold);
             if (item->font(0).bold() != font.bold()) item->setFont(0, font);
             if (item->isExpanded() != model_.node(n).expanded) item->setExpanded(model_.node(n).expanded);
+            // the one whose text is shown
+            if (model_.node(n).bold && tree_->currentItem() != item) tree_->setCurrentItem(item);
         }
-    }
-
-    bool take_event(QEvent* e) override {
-        // moving along the nodes with the keyboard is a click on each
-        QTreeWidgetItem* const current = tree_->currentItem();
-        if (e->type() == QEvent::KeyRelease && current != nullptr && node_of(current) != clicked_) click_on(current);
-        return false;
     }
 
 private:
     int node_of(QTreeWidgetItem* item) const { return item->data(0, Qt::UserRole).toInt(); }
 
     void click_on(QTreeWidgetItem* item) {
-        clicked_ = node_of(item);
-        gate().run([&] { click_node(model_, node_of(item)); });
+        act([&] { click_node(model_, node_of(item)); });
     }
 
     void expand(QTreeWidgetItem* item, bool expanded) {
-        gate().run([&] { model_.set_expanded(node_of(item), expanded); });
+        act([&] { model_.set_expanded(node_of(item), expanded); });
+        // a mark that would be hidden goes to the branch
+        for (const QTreeWidgetItem* in = tree_->currentItem(); !expanded && in != nullptr; in = in->parent())
+            if (in->parent() == item) tree_->setCurrentItem(item);
     }
 
     // nodes are only added, and all taken away at once
@@ -239,7 +285,7 @@ private:
     void build() {
         tree_->clear();
         items_.clear();
-        clicked_ = 0;
+        before_press_ = nullptr;
         clearings_ = model_.clearings();
         for (const tree_node& n : model_.nodes()) {
             const int number = static_cast<int>(items_.size()) + 1;
@@ -253,11 +299,11 @@ private:
     }
 
     tree_view& model_;
-    QTreeWidget* tree_;
+    marked_rows* tree_;
     rows_at_scale rows_{*tree_};
     std::vector<QTreeWidgetItem*> items_;
-    int clearings_ = 0; // as the model counted them when the items were made
-    int clicked_ = 0;   // the node clicked last
+    int clearings_ = 0;                             // as the model counted them when the items were made
+    const QTreeWidgetItem* before_press_ = nullptr; // the marked one
 };
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "qt/decoration.h"
 #include "qt/desk_style.h"
 #include "qt/metrics.h"
+#include "qt/steady_font.h"
 
 #include <QApplication>
 #include <QFontDatabase>
@@ -39,7 +40,7 @@ void set_look(QApplication& application, scheme s) {
         QFontDatabase::addApplicationFont(file);
     application.setStyle(new desk_style);
     set_scheme(s);
-    application.setFont(font_of(text_font::sans));
+    new steady_font(application, font_of(text_font::sans));
     new focus_ring(application);
     make_accessible();
     application.setWindowIcon(QIcon(":/pictures/velotrace.png"));

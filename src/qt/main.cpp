@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QMessageBox>
 
+#include <algorithm>
 #include <filesystem>
 
 namespace {
@@ -28,7 +29,9 @@ int cannot_start(const desk::runtime_failure& failure) {
 
 int main(int argument_count, char** arguments) {
     const desk::end_request request;
-    QApplication application(argument_count, arguments);
+    // the toolkit would take options of its own from the command line
+    int only_the_name = std::min(argument_count, 1);
+    QApplication application(only_the_name, arguments);
     desk::qt::end_watch watch(request);
     QApplication::setQuitOnLastWindowClosed(false);
     const desk::qt::desktop_scheme desktop(desk::qt::set_scheme);

@@ -5,6 +5,7 @@
 #include "qt/desk_style.h"
 #include "qt/look.h"
 #include "qt/metrics.h"
+#include "qt/reading_order.h"
 #include "qt/text_label.h"
 
 #include <QComboBox>
@@ -12,6 +13,7 @@
 #include <QFile>
 #include <QFrame>
 #include <QGroupBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QPixmap>
@@ -37,6 +39,15 @@ protected:
         set_accessible(model_.caption);
     }
 
+    bool take_event(QEvent* e) override {
+        // of the frames that come up within another, the one shown last lies on top
+        if (e->type() == QEvent::ShowToParent && model_.parent != nullptr) {
+            box_->raise();
+            model_.owner->raise(model_);
+        }
+        return false;
+    }
+
 private:
     frame& model_;
     QGroupBox* box_;
@@ -47,8 +58,8 @@ public:
     label_face(label& model, QWidget* parent, event_gate& gate)
         : control_face(model, new text_label(parent), gate), model_(model), text_(static_cast<text_label*>(widget())) {
         text_->set_in_middle(model.in_middle);
-        text_->on_click = [this] { this->gate().run([this] { click(model_); }); };
-        text_->on_move = [this] { this->gate().run([this] { hover(model_); }); };
+        text_->on_click = [this] { act([this] { click(model_); }); };
+        text_->on_move = [this] { act([this] { hover(model_); }); };
         // one that is clicked is reached with the keyboard too
         if (model.on_click) text_->setFocusPolicy(Qt::TabFocus);
         text_->setMouseTracking(static_cast<bool>(model.on_mouse_move));
@@ -58,6 +69,15 @@ protected:
     void follow_scale() override {
         text_->setFont(font_of(model_.font, scale()));
         text_->set_line_pitch(model_.line_pitch * scale() / twips_per_pixel);
+    }
+
+    bool take_event(QEvent* e) override {
+        // the arrow keys go round the labels of the frame
+        if (e->type() != QEvent::KeyPress) return false;
+        const int key = static_cast<QKeyEvent*>(e)->key();
+        if (key != Qt::Key_Down && key != Qt::Key_Up) return false;
+        act([&] { neighbour(model_, key == Qt::Key_Down).set_focus(); });
+        return true;
     }
 
     void follow_kind() override {
@@ -148,7 +168,7 @@ public:
         set_accessible();
         // `activated` comes from the operator's choice alone
         connect(combo_, &QComboBox::activated, this,
-                [this](int index) { this->gate().run([this, index] { choose_item(model_, index); }); });
+                [this](int index) { act([this, index] { choose_item(model_, index); }); });
     }
 
 protected:
@@ -168,15 +188,58 @@ protected:
     }
 
     bool take_event(QEvent* e) override {
-        // the wheel over the port list would open one port after another
-        if (e->type() != QEvent::Wheel) return false;
+        switch (e->type()) {
+        case QEvent::FocusIn:
+            take_focus(static_cast<QFocusEvent*>(e)->reason());
+            return false;
+        case QEvent::MouseButtonPress:
+            focused_by_operator_ = true;
+            return false;
+        case QEvent::KeyPress:
+            if (!chooses_unasked(*static_cast<QKeyEvent*>(e))) return false;
+            break;
+        case QEvent::Wheel:
+            // over the port list it would open one port after another
+            break;
+        default:
+            return false;
+        }
         e->ignore();
         return true;
     }
 
 private:
+    void take_focus(Qt::FocusReason reason) {
+        switch (reason) {
+        case Qt::TabFocusReason:
+        case Qt::BacktabFocusReason:
+        case Qt::MouseFocusReason:
+        case Qt::ShortcutFocusReason:
+            focused_by_operator_ = true;
+            break;
+        case Qt::ActiveWindowFocusReason:
+        case Qt::PopupFocusReason:
+            break; // it had the focus before
+        default:
+            focused_by_operator_ = false;
+        }
+    }
+
+    /// Whether a key would choose from a closed list whose choice acts at once, as that of a port does. Only arrow keys
+    /// may, one choice a press, and only where the operator has put the focus.
+    bool chooses_unasked(const QKeyEvent& e) const {
+        if (!model_.on_click || combo_->window()->isModal() || (e.modifiers() & Qt::AltModifier) != 0) return false;
+        const int key = e.key();
+        if (key == Qt::Key_Up || key == Qt::Key_Down) return e.isAutoRepeat() || !focused_by_operator_;
+        const bool opens_list = key == Qt::Key_Space || key == Qt::Key_F4;
+        const bool is_letter = !e.text().isEmpty() && e.text().at(0).isPrint();
+        return !opens_list && (is_letter || key == Qt::Key_Home || key == Qt::Key_End || key == Qt::Key_PageUp ||
+                               key == Qt::Key_PageDown);
+    }
+
     combo_box& model_;
     QComboBox* combo_;
+    bool focused_by_operator_ = false;
 };
 
 class slider_face final : public control_face {
@@ -189,13 +252,16 @@ public:
         bar_->setRange(model.minimum, model.maximum);
         bar_->setPageStep(model.large_step);
         bar_->setFocusPolicy(Qt::StrongFocus);
+        // the keys go the way the arrows on it point
+        bar_->setInvertedControls(false);
+        bar_->setContextMenuPolicy(Qt::PreventContextMenu);
         // while it is dragged it scrolls; it has changed when it is let go
         bar_->setTracking(false);
         set_accessible();
         connect(bar_, &QScrollBar::sliderMoved, this,
-                [this](int value) { this->gate().run([this, value] { drag_slider(model_, value); }); });
+                [this](int value) { act([this, value] { drag_slider(model_, value); }); });
         connect(bar_, &QScrollBar::valueChanged, this,
-                [this](int value) { this->gate().run([this, value] { move_slider(model_, value); }); });
+                [this](int value) { act([this, value] { move_slider(model_, value); }); });
     }
 
 protected:
@@ -203,6 +269,12 @@ protected:
         if (bar_->sliderPosition() == model_.value()) return;
         const QSignalBlocker quiet(bar_);
         bar_->setValue(model_.value());
+    }
+
+    bool take_event(QEvent* e) override {
+        if (e->type() != QEvent::Wheel || bar_->hasFocus()) return false;
+        e->ignore();
+        return true;
     }
 
 private:

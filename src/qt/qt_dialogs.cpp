@@ -45,6 +45,13 @@ QMessageBox::StandardButtons buttons_of(box_buttons buttons) {
     return QMessageBox::Ok;
 }
 
+/// The questions of the desk ask before something is lost: Enter and Escape lose nothing.
+void set_harmless_answers(QMessageBox& box, box_buttons buttons) {
+    if (buttons == box_buttons::ok) return;
+    box.setDefaultButton(QMessageBox::No);
+    box.setEscapeButton(buttons == box_buttons::yes_no ? QMessageBox::No : QMessageBox::Cancel);
+}
+
 /// "hex files|*.hex;*.bin|all|*.*" as the toolkit's filters, in the same order.
 QStringList name_filters(const std::string& filter) {
     const QStringList parts = text_of(filter).split('|');
@@ -94,6 +101,7 @@ box_answer qt_message_box::show(std::string_view text, box_icon icon, box_button
     const busy_pointer::usual usual_pointer(gate_.pointer);
     QMessageBox box(icon_of(icon), program_title, text_of(text), buttons_of(buttons), window_on_top(parent));
     box.setTextFormat(Qt::PlainText);
+    set_harmless_answers(box, buttons);
     const int pressed = box.exec();
     gate_.throw_if_over();
     switch (pressed) {

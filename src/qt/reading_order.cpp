@@ -69,13 +69,12 @@ bool takes_keys(const control& c) {
     }
 }
 
-/// A frame of a later line of the table lies over all of it.
+/// A frame lies over all of it.
 bool is_covered(const control& c) {
-    const auto& all = c.owner->controls();
-    const auto over = std::find(all.begin(), all.end(), &c);
-    return std::any_of(over, all.end(), [&](const control* f) {
-        return f->kind() == control_kind::frame && f->shown() && !lies_in(c, *f) &&
-               lies_within(place_of(c), place_of(*f));
+    const std::vector<control*>& all = c.owner->controls();
+    return std::any_of(all.begin(), all.end(), [&c](const control* f) {
+        return f->kind() == control_kind::frame && f->shown() && f != &c && !lies_in(c, *f) &&
+               lies_within(place_of(c), place_of(*f)) && c.owner->lies_over(*f, c);
     });
 }
 
@@ -149,6 +148,22 @@ private:
 } // namespace
 
 bool can_be_reached(const control& c) { return c.usable() && !is_covered(c); }
+
+bool can_take_keys(const control& c) { return takes_keys(c) && can_be_reached(c); }
+
+control& neighbour(control& c, bool next) {
+    std::vector<control*> group;
+    for (control* other : c.owner->controls()) {
+        if (other->kind() != c.kind() || other->parent != c.parent) continue;
+        // of option buttons, the selected one alone is a stop
+        if (c.kind() == control_kind::option_button ? can_be_reached(*other) : can_take_keys(*other))
+            group.push_back(other);
+    }
+    if (!next) std::reverse(group.begin(), group.end());
+    const auto me = std::find(group.begin(), group.end(), &c);
+    if (me == group.end()) return c;
+    return me + 1 == group.end() ? *group.front() : **(me + 1);
+}
 
 std::vector<control*> tab_stops(const window& w) { return reader(w).stops; }
 

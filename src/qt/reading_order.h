@@ -13,6 +13,12 @@ std::vector<control*> tab_stops(const window& w);
 
 /// On show, enabled, and not covered by another frame.
 bool can_be_reached(const control& c);
+/// Of those, one that keys work.
+bool can_take_keys(const control& c);
+
+/// The control of the same kind in the same frame that the arrow keys go to from `c`; behind the last one comes the
+/// first.
+control& neighbour(control& c, bool next);
 
 /// The stop that a control belongs to: for an option button the one of its group, else itself; none: nullptr.
 control* stop_of(const std::vector<control*>& stops, const control* c);

@@ -15,6 +15,7 @@
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QTextEdit>
+#include <QWheelEvent>
 
 #include <optional>
 #include <type_traits>
@@ -33,10 +34,12 @@ class line_box_face final : public control_face {
 public:
     line_box_face(text_box& model, QWidget* parent, event_gate& gate)
         : control_face(model, new QLineEdit(parent), gate), model_(model), edit_(static_cast<QLineEdit*>(widget())) {
+        edit_->setDragEnabled(false);
+        edit_->setAcceptDrops(false);
         if (model.max_length > 0) edit_->setMaxLength(model.max_length);
         set_accessible();
         connect(edit_, &QLineEdit::textEdited, this,
-                [this](const QString& text) { this->gate().run([&] { model_.text = text.toStdString(); }); });
+                [this](const QString& text) { act([&] { model_.text = text.toStdString(); }); });
     }
 
 protected:
@@ -64,7 +67,7 @@ protected:
             break;
         case QEvent::KeyPress:
             if (const auto code = character_code(*static_cast<QKeyEvent*>(e))) {
-                gate().run([&] { press_key(model_, *code); });
+                act([&] { press_key(model_, *code); });
                 // the box has had it: it does not reach the window too
                 return *code == 13;
             }
@@ -82,14 +85,30 @@ private:
     bool focused_by_mouse_ = false;
 };
 
+/// A text whose letters keep their size: the toolkit's wheel with Ctrl would make those of one text larger or smaller.
+template <class Edit>
+class page_box final : public Edit {
+public:
+    using Edit::Edit;
+
+protected:
+    void wheelEvent(QWheelEvent* e) override {
+        if ((e->modifiers() & Qt::ControlModifier) != 0)
+            e->accept();
+        else
+            Edit::wheelEvent(e);
+    }
+};
+
 /// A box of many lines. A plain one takes a text of any length in no time; one on the grid keeps its lines at the
 /// height of a cell, which the plain one can't.
 template <class Edit>
 class page_box_face final : public control_face {
 public:
     page_box_face(text_box& model, QWidget* parent, event_gate& gate)
-        : control_face(model, new Edit(parent), gate), model_(model), edit_(static_cast<Edit*>(widget())) {
+        : control_face(model, new page_box<Edit>(parent), gate), model_(model), edit_(static_cast<Edit*>(widget())) {
         edit_->setUndoRedoEnabled(false);
+        edit_->setAcceptDrops(false);
         edit_->setTabChangesFocus(true);
         if (model.font == text_font::fixed) edit_->setLineWrapMode(Edit::NoWrap);
         if constexpr (std::is_same_v<Edit, QTextEdit>) {
@@ -100,7 +119,7 @@ public:
         connect(edit_, &Edit::textChanged, this, [this] {
             if (following()) return;
             shown_ = edit_->toPlainText();
-            this->gate().run([this] { model_.text = QString(shown_).replace("\n", "\r\n").toStdString(); });
+            act([this] { model_.text = QString(shown_).replace("\n", "\r\n").toStdString(); });
         });
     }
 

@@ -96,10 +96,6 @@ void text_label::keyPressEvent(QKeyEvent* e) {
     case Qt::Key_Enter:
         if (on_click) on_click();
         break;
-    case Qt::Key_Down:
-    case Qt::Key_Up:
-        focusNextPrevChild(e->key() == Qt::Key_Down);
-        break;
     default:
         QWidget::keyPressEvent(e);
     }

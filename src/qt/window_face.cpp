@@ -1,6 +1,7 @@
 #include "qt/window_face.h"
 
 #include "controls/controls.h"
+#include "controls/operator_actions.h"
 #include "qt/button_faces.h"
 #include "qt/list_view_face.h"
 #include "qt/look.h"
@@ -62,7 +63,8 @@ window_face::window_face(desk::window& model, event_gate& gate)
     , gate_(gate)
     , plan_(model.width, model.height)
     , place_(*this, plan_, nullptr)
-    , area_(*new plan_area(this)) {
+    , area_(*new plan_area(this))
+    , guide_(model) {
     build_all();
 }
 
@@ -74,14 +76,14 @@ window_face::window_face(desk::window& model, event_gate& gate, QWidget* parent)
     , gate_(gate)
     , plan_(model.width, model.height)
     , place_(*this, plan_, parent)
-    , area_(*new plan_area(this)) {
+    , area_(*new plan_area(this))
+    , guide_(model) {
     setWindowModality(Qt::ApplicationModal);
     build_all();
 }
 
 void window_face::build_all() {
     setObjectName(QString::fromStdString(model_.name));
-    setFocusPolicy(Qt::ClickFocus);
     setMinimumSize(smallest_window);
     fit_plan();
     for (control* c : model_.controls())
@@ -139,9 +141,8 @@ void window_face::build(control& c) {
 }
 
 void window_face::follow() {
-    model_.settle_focus();
-    // else the toolkit would hand it to the next control, and its keys would work that one
-    if (model_.focused == nullptr && focusWidget() != nullptr) setFocus();
+    guide_.let_go();
+    follow_focus();
     if (isVisible() != model_.visible) setVisible(model_.visible);
     for (control* c : model_.take_changed()) {
         if (const auto face = faces_.find(c); face != faces_.end())
@@ -149,6 +150,8 @@ void window_face::follow() {
         else if (const auto ticks = timers_.find(c); ticks != timers_.end())
             follow_timer(dynamic_cast<const timer&>(*c), *ticks->second);
     }
+    guide_.follow();
+    follow_focus();
     follow_window();
 }
 
@@ -161,6 +164,14 @@ void window_face::focus_first() {
 void window_face::follow_window() {
     const QString caption = QString::fromStdString(model_.caption);
     if (windowTitle() != caption) setWindowTitle(caption);
+}
+
+void window_face::follow_focus() {
+    if (model_.focused == nullptr) {
+        // else the toolkit would hand it to the next control, and its keys would work that one
+        if (focusWidget() != nullptr) setFocus();
+        return;
+    }
     const auto focused = faces_.find(model_.focused);
     if (focused != faces_.end() && focused->second->widget()->isEnabled() && focusWidget() != focused->second->widget())
         focused->second->widget()->setFocus();
@@ -235,7 +246,17 @@ control* window_face::last_stop(const std::vector<control*>& stops) const {
     return before == walked_.rend() ? nullptr : *before;
 }
 
+bool window_face::closes_frame(int key) {
+    const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
+    if (!enter && key != Qt::Key_Escape) return false;
+    button* const b = guide_.way_out(enter);
+    if (b == nullptr || !can_be_reached(*b)) return false;
+    faces_.at(b)->act([b] { click(*b); });
+    return true;
+}
+
 void window_face::keyPressEvent(QKeyEvent* e) {
+    if (closes_frame(e->key())) return;
     // as its title bar closes it
     if (e->key() == Qt::Key_Escape && isModal() && model_.on_close) gate_.run(model_.on_close);
     // a key without a character is no KeyPress

@@ -4,6 +4,7 @@
 #include "qt/access_keys.h"
 #include "qt/control_face.h"
 #include "qt/event_gate.h"
+#include "qt/focus_guide.h"
 #include "qt/plan_area.h"
 #include "qt/window_place.h"
 
@@ -53,6 +54,8 @@ private:
     /// Gives the control that takes it what the plan leaves over, and moves the others along.
     void share_extra_room(QSize extra);
     void follow_window();
+    void follow_focus();
+    bool closes_frame(int key);
     /// The stop of the tab key that it goes on from; none: nullptr.
     control* last_stop(const std::vector<control*>& stops) const;
     void follow_timer(const timer& model, QTimer& ticks) const;
@@ -66,6 +69,7 @@ private:
     const control* in_sight_ = nullptr; // the focus that was scrolled to
     std::map<const control*, std::unique_ptr<control_face>> faces_;
     std::map<const control*, std::unique_ptr<QTimer>> timers_;
+    focus_guide guide_;
     std::unique_ptr<access_keys> keys_;
     std::vector<control*> walked_; // the stops up to the one that the tab key went to last
 };

@@ -104,7 +104,8 @@ void hand::click_node(const QString& tree, const QStringList& titles) const {
 
 void hand::choose(const QString& combo, int index) const {
     auto& box = find<QComboBox>(combo);
-    box.setFocus();
+    // as the operator puts it there
+    box.setFocus(Qt::TabFocusReason);
     while (box.currentIndex() != index) {
         const int before = box.currentIndex();
         QTest::keyClick(&box, before < index ? Qt::Key_Down : Qt::Key_Up);

@@ -110,16 +110,17 @@ TEST_F(road, the_focus_of_a_button_that_goes_falls_on_no_other_control) {
     const hand h = operator_hand();
     h.click("cmd_about");
     h.click("cmd_about_ok");
-    EXPECT_EQ(desk().form.focused, nullptr);
+    EXPECT_EQ(desk().form.focused, &desk().about_view.cmd_about) << "where it was before";
     EXPECT_FALSE(h.find("cbo_com").hasFocus());
 }
 
 TEST_F(road, a_button_that_was_disabled_for_its_exchange_has_the_focus_again) {
     start();
     const hand h = operator_hand();
-    h.click("cmd_about");
-    EXPECT_EQ(desk().form.focused, &desk().about_view.cmd_about);
-    EXPECT_TRUE(h.find("cmd_about").hasFocus());
+    h.click("cmd_setup");
+    h.click("cmd_deep_1");
+    EXPECT_EQ(desk().form.focused, &desk().switches.cmd_deep[1]);
+    EXPECT_TRUE(h.find("cmd_deep_1").hasFocus());
 }
 
 TEST_F(road, favourites_are_checked_one_by_one_and_all_at_once) {

@@ -345,7 +345,7 @@ TEST_F(signal_road, the_colour_settings_are_read_and_changed) {
 
     // the large step of the slider's own keys
     bar(0).setValue(100);
-    h.press_key("hsr_color_setting_0", Qt::Key_PageDown);
+    h.press_key("hsr_color_setting_0", Qt::Key_PageUp);
     EXPECT_EQ(h.text("txt_color_setting_0"), "120");
     EXPECT_EQ(generator->commands_up_to("CRR120"), (QStringList{"CRR100", "CRR120"}));
 

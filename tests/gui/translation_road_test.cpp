@@ -139,7 +139,9 @@ TEST_F(translation_road, a_new_trans_begins_at_the_root_again) {
     operator_hand().click("cmd_edid_back");
     operator_hand().click("cmd_read_translate");
     EXPECT_EQ(bold_titles(), QStringList{block_0});
-    EXPECT_TRUE(operator_hand().find<QTreeWidget>("tree_edid").selectedItems().isEmpty());
+    const auto marked = operator_hand().find<QTreeWidget>("tree_edid").selectedItems();
+    ASSERT_EQ(marked.size(), 1);
+    EXPECT_EQ(marked[0]->text(0), block_0);
     click_node({block_0, "Vendor/Product Id"});
     EXPECT_EQ(bold_titles(), QStringList{"Vendor/Product Id"});
 }

@@ -303,7 +303,7 @@ void add_download(std::vector<pulled_transfer>& all) {
         colors(b);
         b.at().click("cmd_download");
     };
-    const auto move = [](unplug_bench& b) { b.at().press_key("hsr_color_setting_0", Qt::Key_PageDown); };
+    const auto move = [](unplug_bench& b) { b.at().press_key("hsr_color_setting_0", Qt::Key_PageUp); };
     const auto moved = [](unplug_bench& b) {
         EXPECT_EQ(b.at().find<QScrollBar>("hsr_color_setting_0").value(), 148) << "a large step";
         EXPECT_EQ(b.at().text("txt_color_setting_0"), "148");

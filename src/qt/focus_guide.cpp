@@ -1,0 +1,79 @@
+#include "qt/focus_guide.h"
+
+#include "qt/reading_order.h"
+
+#include <array>
+#include <utility>
+
+namespace desk::qt {
+
+namespace {
+
+struct step {
+    const char* shown;
+    const char* next;
+    const char* way_out;
+};
+
+constexpr std::array steps = {
+    step{"frm_main", "cmd_timing", ""},
+    step{"fra_edid", "cmd_read", ""},
+    step{"fra_auto", "lstv_auto", ""},
+    step{"fra_setup", "cmd_download", ""},
+    step{"fra_edid_edit", "tree_edid", "cmd_edid_back"},
+    step{"fra_pre_f", "lab_pre_f(0)", "cmd_pre_f"},
+    step{"fra_compare", "cmd_ok", "cmd_ok"},
+    step{"fra_about", "cmd_about_ok", "cmd_about_ok"},
+};
+
+} // namespace
+
+focus_guide::focus_guide(window& w) : window_(w) {
+    for (const step& s : steps) {
+        const control* const shown = w.name == s.shown ? &w : w.find(s.shown);
+        if (shown == nullptr) continue;
+        stages_.push_back({shown, w.find(s.next), dynamic_cast<button*>(w.find(s.way_out)), nullptr, false});
+    }
+}
+
+void focus_guide::let_go() {
+    if (window_.focused != nullptr) last_ = window_.focused;
+    window_.settle_focus();
+}
+
+void focus_guide::follow() {
+    for (stage& s : stages_) {
+        if (s.was_shown && !s.shown->shown()) close(s);
+    }
+    for (stage& s : stages_) {
+        if (!s.was_shown && s.shown->shown()) open(s);
+    }
+    if (window_.focused != nullptr && !can_be_reached(*window_.focused)) window_.focused = nullptr;
+    if (window_.focused != nullptr && window_.focused != has_till_then_) wanted_ = nullptr;
+    if (wanted_ != nullptr && can_take_keys(*wanted_)) std::exchange(wanted_, nullptr)->set_focus();
+}
+
+void focus_guide::open(stage& s) {
+    s.was_shown = true;
+    s.before = last_;
+    wanted_ = s.next;
+    has_till_then_ = last_;
+}
+
+void focus_guide::close(stage& s) {
+    s.was_shown = false;
+    wanted_ = s.before;
+    has_till_then_ = nullptr;
+}
+
+button* focus_guide::way_out(bool by_enter) const {
+    const stage* top = nullptr;
+    for (const stage& s : stages_) {
+        if (!s.was_shown || s.way_out == nullptr) continue;
+        if (top == nullptr || window_.lies_over(*s.shown, *top->shown)) top = &s;
+    }
+    if (top == nullptr || (by_enter && top->way_out != top->next)) return nullptr;
+    return top->way_out;
+}
+
+} // namespace desk::qt

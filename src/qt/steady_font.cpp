@@ -1,0 +1,30 @@
+#include "qt/steady_font.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QWidget>
+
+namespace desk::qt {
+
+steady_font::steady_font(QApplication& application, const QFont& font) : QObject(&application), font_(font) {
+    restore();
+    application.installEventFilter(this);
+}
+
+bool steady_font::eventFilter(QObject* watched, QEvent* e) {
+    if (restoring_) return false;
+    // a desktop also brings fonts for single kinds of widget, and then tells those alone, or only that all is new
+    const auto* const w = watched->isWidgetType() ? static_cast<QWidget*>(watched) : nullptr;
+    if (e->type() == QEvent::ThemeChange || (e->type() == QEvent::ApplicationFontChange &&
+                                             (w != nullptr ? QApplication::font(w) : QApplication::font()) != font_))
+        restore();
+    return false;
+}
+
+void steady_font::restore() {
+    restoring_ = true;
+    QApplication::setFont(font_);
+    restoring_ = false;
+}
+
+} // namespace desk::qt
