@@ -2,7 +2,7 @@
 // frame, behind a box and in the middle of an exchange. What lies on top hears of the left button, and nobody else of
 // anything.
 
-#include "bench_fixture.h"
+#include "every_view.h"
 #include "holding_hand.h"
 #include "model_watch.h"
 
@@ -32,51 +32,9 @@ constexpr deed deeds[] = {deed::wheel, deed::wheel_with_ctrl, deed::left, deed::
 bool is_left(deed d) { return d == deed::left || d == deed::double_left; }
 bool is_wheel(deed d) { return d == deed::wheel || d == deed::wheel_with_ctrl; }
 
-struct view {
-    const char* name;
-    std::vector<const char*> clicks;
-};
-
-const std::vector<view> views = {
-    {"timing", {"cmd_timing"}},
-    {"colors", {"cmd_pattern", "row 13", "cmd_download"}},
-    {"custom string", {"cmd_pattern", "row 41"}},
-    {"favourite timing", {"cmd_fav_timing"}},
-    {"favourite pattern", {"cmd_fav_pattern"}},
-    {"edid", {"cmd_edid", "cmd_pre_f", "lab_pre_f_0", "cmd_read"}},
-    {"list of files", {"cmd_edid", "cmd_pre_f"}},
-    {"result", {"cmd_edid", "cmd_pre_f", "lab_pre_f_0", "cmd_read", "cmd_compare"}},
-    {"list over result", {"cmd_edid", "cmd_pre_f", "lab_pre_f_0", "cmd_read", "cmd_compare", "cmd_pre_f"}},
-    {"translation", {"cmd_edid", "cmd_read", "cmd_read_translate"}},
-    {"autorun", {"cmd_auto"}},
-    {"panel", {"cmd_setup"}},
-};
-
-class hostile_clicks : public bench, public ::testing::WithParamInterface<view> {
+class hostile_clicks : public view_bench, public ::testing::WithParamInterface<view> {
 protected:
-    hostile_clicks() {
-        plug_generator();
-        put_file("display.bin", generator->sink(1));
-        put_file("marlo_rs232.ini", "1\r\n\"" + directory.filePath("display.bin").toLocal8Bit() + "\"\r\n" +
-                                        QByteArray("\"\"\r\n").repeated(9) + "0\r\n0\r\n0\r\n");
-        start();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&program->main_window()));
-        const hand h = operator_hand();
-        for (const QString click : GetParam().clicks) {
-            if (click.startsWith("row "))
-                h.click_row("lstv_pattern", click.mid(4).toInt());
-            else
-                h.click(click);
-        }
-        generator->commands();
-    }
-
-    window& form() { return desk().form; }
-
-    static QString widget_name(const control& c) {
-        const QString name = QString::fromStdString(c.name);
-        return c.index < 0 ? name : name + "_" + QString::number(c.index);
-    }
+    hostile_clicks() { show(GetParam()); }
 
     /// Those on show that have a face of their own.
     std::vector<control*> shown_controls() {
@@ -287,20 +245,19 @@ TEST_P(hostile_clicks, work_nothing_behind_a_box_and_nothing_disabled) {
     for (control* c : shown_controls())
         if (c->kind() != control_kind::frame && c != &desk().about_view.cmd_about) disabled.push_back(c);
     // it keeps the keys, so that one that takes them is seen
+    program->main_window().activateWindow();
+    ASSERT_TRUE(wait_until([] { return !focused().empty(); }, 5000));
     h.find("cmd_about").setFocus();
     program->gate().run([&] {
         for (control* c : disabled)
             c->enabled = false;
     });
-    ASSERT_TRUE(wait_until([] { return focused() == "cmd_about"; }, 5000));
+    ASSERT_EQ(focused(), "cmd_about");
     generator->commands();
     try_dead("disabled", disabled);
 }
 
-INSTANTIATE_TEST_SUITE_P(views, hostile_clicks, ::testing::ValuesIn(views),
-                         [](const ::testing::TestParamInfo<view>& info) {
-                             return QString(info.param.name).replace(' ', '_').toStdString();
-                         });
+INSTANTIATE_TEST_SUITE_P(views, hostile_clicks, ::testing::ValuesIn(every_view()), name_of_view);
 
 } // namespace
 

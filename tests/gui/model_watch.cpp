@@ -70,6 +70,7 @@ void event_watch::replace(Procedure& procedure, Counter counter) {
 }
 
 event_watch::event_watch(window& w) {
+    replace(w.on_key_press, [](int) {});
     for (control* c : w.controls())
         watch(*c);
 }

@@ -17,7 +17,7 @@ sight_of_model see(const window& w);
 std::set<std::string> changes(const sight_of_model& before, const sight_of_model& after);
 
 /// Takes the place of every event procedure of a window's controls while it lives: counts the events, and does nothing
-/// with them. The focus and the pointer's way raise none here.
+/// with them. The focus, the pointer's way and the window's own keys raise none here.
 class event_watch {
 public:
     explicit event_watch(window& w);
