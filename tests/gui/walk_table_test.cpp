@@ -70,12 +70,8 @@ lead lead_of(const control& stop, Qt::Key key, const way_out& out, const std::st
         if (is_arrow(key)) return {name, name};
         break;
     case control_kind::tree_view:
-        // to another node, or nowhere; the first one is shown already, and it lies open
-        if (key == Qt::Key_Down || key == Qt::Key_Up) return {name, name};
-        break;
-    case control_kind::list_view:
-        // it hears of every key that comes up
-        if (key != Qt::Key_Escape && !(enter && !out.by_enter.empty())) return {name, name};
+        // from its first node, which lies open: nowhere, to its first child, back, and there again
+        if (is_arrow(key)) return {name, key == Qt::Key_Up ? "" : name};
         break;
     default:
         break;
@@ -189,6 +185,100 @@ std::vector<view> every_view_and_about() {
 }
 
 INSTANTIATE_TEST_SUITE_P(views, walk_table, ::testing::ValuesIn(every_view_and_about()), name_of_view);
+
+struct small_window {
+    const char* name;
+    const char* opened_by;
+    std::vector<std::string> stops;
+    const char* closed_by; ///< by Enter on it; by Escape only where the title bar closes it too
+    bool escape_closes;
+    std::map<std::pair<std::string, Qt::Key>, std::string> elsewhere; ///< what leads away from its stop
+};
+
+class small_window_walk : public view_bench, public ::testing::WithParamInterface<small_window> {};
+
+TEST_P(small_window_walk, leads_every_key_from_every_stop) {
+    const small_window& s = GetParam();
+    show({"", {"cmd_edid", "cmd_read", "cmd_pre_f", "lab_pre_f_0"}});
+    if (std::string(s.opened_by) == "cmd_edid_report") operator_hand().click("cmd_read_translate");
+    generator->commands();
+    for (const bool by_escape : {false, true}) {
+        bool walked = false;
+        in_next_window(s.name, [&](const hand& h) {
+            const QWidget& w = h.find(s.name);
+            ASSERT_TRUE(wait_until(
+                [&] { return QApplication::focusWidget() != nullptr && QApplication::focusWidget()->window() == &w; },
+                5000));
+            const auto expect_at = [&](const std::string& stop, const std::string& key, const std::string& to) {
+                EXPECT_EQ(holding_hand::focused(), to) << stop << ", key " << key;
+                EXPECT_TRUE(w.isVisible()) << stop << ", key " << key;
+            };
+            const auto focus = [&](const std::string& stop) {
+                h.find(QString::fromStdString(stop)).setFocus(Qt::TabFocusReason);
+            };
+            for (std::size_t i = 0; i < s.stops.size(); ++i) {
+                const std::string& stop = s.stops[i];
+                const std::string& next = s.stops[(i + 1) % s.stops.size()];
+                focus(stop);
+                holding_hand::tap(Qt::Key_Tab);
+                expect_at(stop, "Tab", next);
+                holding_hand::tap(Qt::Key_Tab, Qt::ShiftModifier);
+                expect_at(next, "Shift+Tab", stop);
+                for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right, Qt::Key_Escape}) {
+                    if (key == Qt::Key_Escape && s.escape_closes) continue;
+                    focus(stop);
+                    holding_hand::tap(key);
+                    const auto led = s.elsewhere.find({stop, key});
+                    expect_at(stop, QKeySequence(key).toString().toStdString(),
+                              led == s.elsewhere.end() ? stop : led->second);
+                    // the selected one of a group is the stop
+                    if (led != s.elsewhere.end()) holding_hand::tap(key);
+                }
+                // Enter presses buttons alone
+                if (stop.starts_with("cmd_")) continue;
+                focus(stop);
+                holding_hand::tap(Qt::Key_Return);
+                expect_at(stop, "Enter", stop);
+            }
+            focus(by_escape ? s.stops.front() : s.closed_by);
+            holding_hand::tap(by_escape && s.escape_closes ? Qt::Key_Escape : Qt::Key_Return);
+            if (by_escape && !s.escape_closes) {
+                EXPECT_TRUE(w.isVisible());
+                focus(s.closed_by);
+                holding_hand::tap(Qt::Key_Space);
+            }
+            EXPECT_FALSE(w.isVisible());
+            walked = true;
+        });
+        operator_hand().click(s.opened_by);
+        EXPECT_TRUE(walked);
+    }
+    EXPECT_EQ(generator->commands(), QStringList());
+}
+
+const std::vector<small_window> small_windows = {
+    {"frm_diag",
+     "cmd_sum_read",
+     {"cbo_eeprom", "opt_unused_0", "chk_4digits", "cmd_checksum", "cmd_ok"},
+     "cmd_ok",
+     false,
+     {{{"opt_unused_0", Qt::Key_Up}, "opt_unused_1"},
+      {{"opt_unused_0", Qt::Key_Down}, "opt_unused_1"},
+      {{"opt_unused_0", Qt::Key_Left}, "opt_unused_1"},
+      {{"opt_unused_0", Qt::Key_Right}, "opt_unused_1"}}},
+    {"frm_diag",
+     "cmd_w_auto",
+     {"txt_sn", "cmd_add", "cmd_sub", "chk_write", "chk_verify", "chk_auto_sn", "cmd_run", "txt_auto_msg", "cmd_ok"},
+     "cmd_ok",
+     false,
+     {}},
+    {"frm_report", "cmd_edid_report", {"txt_report", "cmd_save", "cmd_exit"}, "cmd_exit", true, {}},
+};
+
+INSTANTIATE_TEST_SUITE_P(windows, small_window_walk, ::testing::ValuesIn(small_windows),
+                         [](const ::testing::TestParamInfo<small_window>& info) {
+                             return std::string(info.param.opened_by);
+                         });
 
 } // namespace
 
