@@ -186,6 +186,32 @@ std::vector<view> every_view_and_about() {
 
 INSTANTIATE_TEST_SUITE_P(views, walk_table, ::testing::ValuesIn(every_view_and_about()), name_of_view);
 
+class panel_walk : public view_bench {};
+
+TEST_F(panel_walk, sends_what_the_pressed_button_means) {
+    show({"panel", {"cmd_setup"}});
+    const std::vector<std::pair<const char*, const char*>> presses = {
+        {"cmd_out_0", "OUT001"},        {"cmd_out_1", "OUT002"},        {"cmd_out_2", "OUT003"},
+        {"cmd_out_3", "OUT004"},        {"cmd_hdcp_0", "HDC000"},       {"cmd_hdcp_1", "HDC001"},
+        {"cmd_asc_0", "ASC001 PCM999"}, {"cmd_asc_1", "ASC002 PCM999"}, {"cmd_asc_2", "ASC003 PCM999"},
+        {"cmd_lpcm_0", "PCM001"},       {"cmd_lpcm_1", "PCM002"},       {"cmd_lpcm_2", "PCM003"},
+        {"cmd_csc_0", "CSC001"},        {"cmd_csc_1", "CSC002"},        {"cmd_csc_2", "CSC003"},
+        {"cmd_deep_0", "DEE001"},       {"cmd_deep_1", "DEE002"},       {"cmd_deep_2", "DEE003"},
+        {"cmd_auto_go_0", "ATO000"},    {"cmd_auto_go_1", "ATO001"},    {"cmd_fav_0", "FAV000"},
+        {"cmd_fav_1", "FAV001"},        {"cmd_about", "VER001"}};
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Space}) {
+        for (const auto& [name, commands] : presses) {
+            operator_hand().find(name).setFocus(Qt::TabFocusReason);
+            holding_hand::tap(key);
+            EXPECT_EQ(generator->commands().join(' ').toStdString(), commands) << name;
+            const bool opens_frame = std::string(name) == "cmd_about";
+            EXPECT_EQ(holding_hand::focused(), opens_frame ? "cmd_about_ok" : name);
+        }
+        holding_hand::tap(Qt::Key_Escape);
+        EXPECT_EQ(holding_hand::focused(), "cmd_about");
+    }
+}
+
 struct small_window {
     const char* name;
     const char* opened_by;
@@ -248,6 +274,7 @@ TEST_P(small_window_walk, leads_every_key_from_every_stop) {
                 holding_hand::tap(Qt::Key_Space);
             }
             EXPECT_FALSE(w.isVisible());
+            if (w.isVisible()) h.click(s.closed_by);
             walked = true;
         });
         operator_hand().click(s.opened_by);
