@@ -5,6 +5,7 @@
 #include "controls/control.h"
 #include "controls/window.h"
 
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -15,6 +16,7 @@ struct view {
     const char* name;
     std::vector<const char*> clicks;
 };
+inline void PrintTo(const view& v, std::ostream* out) { *out << v.name; }
 const std::vector<view>& every_view();
 /// For the names of tests.
 std::string name_of_view(const ::testing::TestParamInfo<view>& info);

@@ -221,6 +221,8 @@ struct small_window {
     std::map<std::pair<std::string, Qt::Key>, std::string> elsewhere; ///< what leads away from its stop
 };
 
+void PrintTo(const small_window& s, std::ostream* out) { *out << s.name; }
+
 class small_window_walk : public view_bench, public ::testing::WithParamInterface<small_window> {};
 
 TEST_P(small_window_walk, leads_every_key_from_every_stop) {
