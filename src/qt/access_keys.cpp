@@ -147,7 +147,7 @@ std::vector<QKeySequence> possible_keys(const control& c) {
     return keys;
 }
 
-/// A button of the panel acts at once and stands in a row that its key walks along.
+/// A button of the panel acts at once. Its key walks along its row.
 bool only_gets_focus(const control& c) { return c.parent != nullptr && c.parent->name == "fra_setup"; }
 
 } // namespace

@@ -88,7 +88,7 @@ protected:
     void focus(const char* name) {
         program->main_window().activateWindow();
         operator_hand().find(name).setFocus(Qt::TabFocusReason);
-        // a window behind a box gets the keys back a little later
+        // a window under a box gets the keys back a little later
         ASSERT_TRUE(wait_until([name] { return holding_hand::focused() == name; }, 5000));
     }
 
