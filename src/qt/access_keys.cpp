@@ -2,6 +2,7 @@
 
 #include "controls/controls.h"
 #include "controls/operator_actions.h"
+#include "qt/by_control.h"
 #include "qt/reading_order.h"
 
 #include <QShortcut>
@@ -26,8 +27,7 @@ struct letters {
     side belongs_to = side::write;
 };
 
-/// By the name of the control, with the window's name before it where two windows use the same name. The view buttons
-/// and what is beside them have letters in the layout's table: A B C D E F N P R T V in every view.
+/// The view buttons and what is beside them have letters in the layout's table: A B C D E F N P R T V in every view.
 const std::map<std::string, letters>& table() {
     static const std::map<std::string, letters> all = {
         {"cmd_about_ok", {"Q"}},
@@ -100,11 +100,7 @@ const std::map<std::string, letters>& table() {
     return all;
 }
 
-const letters* entry_of(const control& c) {
-    for (const std::string& name : {c.owner->name + "." + c.name, c.full_name(), c.name})
-        if (const auto found = table().find(name); found != table().end()) return &found->second;
-    return nullptr;
-}
+const letters* letters_of(const control& c) { return entry_of(c, table()); }
 
 std::string caption_of(const control& c) {
     if (const auto* const b = dynamic_cast<const button*>(&c)) return b->caption;
@@ -139,7 +135,7 @@ char mnemonic_of(const control& c) {
 
 /// All keys that a control can have while its caption changes.
 std::vector<QKeySequence> possible_keys(const control& c) {
-    const letters* const entry = entry_of(c);
+    const letters* const entry = letters_of(c);
     if (mnemonic_of(c) != 0 || entry == nullptr || std::string(entry->all) == "*") return {access_key(c)};
     std::vector<QKeySequence> keys;
     for (const char* l = entry->all; *l != 0; ++l)
@@ -147,14 +143,14 @@ std::vector<QKeySequence> possible_keys(const control& c) {
     return keys;
 }
 
-/// A button of the panel acts at once and stands in a row that its key walks along.
+/// A button of the panel acts at once. Its key walks along its row.
 bool only_gets_focus(const control& c) { return c.parent != nullptr && c.parent->name == "fra_setup"; }
 
 } // namespace
 
 QKeySequence access_key(const control& c) {
     if (const char mnemonic = mnemonic_of(c)) return with_alt(mnemonic, side::write);
-    const letters* const entry = entry_of(c);
+    const letters* const entry = letters_of(c);
     return entry == nullptr ? QKeySequence() : with_alt(letter_of(c, *entry), entry->belongs_to);
 }
 
@@ -162,7 +158,7 @@ int underlined_letter(const control& c, const std::string& caption) {
     if (only_gets_focus(c)) return -1;
     char letter = mnemonic_of(c);
     if (letter == 0) {
-        const letters* const entry = entry_of(c);
+        const letters* const entry = letters_of(c);
         if (entry == nullptr || entry->belongs_to == side::read) return -1;
         letter = letter_of(c, *entry);
     }

@@ -11,12 +11,12 @@ class QWidget;
 namespace desk::qt {
 
 // The keys that work a control from anywhere in its window. An underlined letter is pressed with Alt; the other keys
-// stand in the tooltips. In the EDID view the READ side has the keys of the WRITE side with Shift.
+// are in the tooltips. In the EDID view the READ side has the keys of the WRITE side with Shift.
 
 /// Empty: the control has none.
 QKeySequence access_key(const control& c);
 
-/// Where the letter of the key stands in a caption; -1: nowhere, or not with Alt alone.
+/// The position of the key's letter in a caption; -1: it has none, or not with Alt alone.
 int underlined_letter(const control& c, const std::string& caption);
 
 /// Works the controls of a window by their keys. Which control a key means is decided when it is pressed: the one on

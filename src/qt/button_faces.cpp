@@ -21,7 +21,7 @@ namespace desk::qt {
 
 namespace {
 
-/// Shows a caption with the letter of its access key underlined; an ampersand of its own stands as it is.
+/// Shows a caption with the letter of its access key underlined; an ampersand of its own is shown as it is.
 void set_caption(QAbstractButton& widget, const control& model, const std::string& caption) {
     const auto shown = [](const std::string& part) { return QString::fromStdString(part).replace("&", "&&"); };
     const int letter = underlined_letter(model, caption);
@@ -50,7 +50,7 @@ public:
         }
         setPalette(lit);
     }
-    /// In a column captions stand below each other.
+    /// In a column captions begin at the same place.
     void set_in_column(bool in_column) { in_column_ = in_column; }
 
 protected:

@@ -39,7 +39,7 @@ private:
 };
 
 /// The soft shadow of a frame that lies over a view. What lies under it is not dimmed: it can be operated, and its
-/// colours tell states.
+/// colours show states.
 class overlay_shadow final : public decoration {
     Q_OBJECT
 

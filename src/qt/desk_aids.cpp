@@ -15,7 +15,8 @@ Widget& widget_in(QWidget& window, const char* name) {
 } // namespace
 
 desk_aids::desk_aids(QWidget& window, const frm_main& desk)
-    : bar_(*new work_bar(window, desk.link))
+    : link_(desk.link)
+    , bar_(*new work_bar(window, desk.link))
     , words_(*new waiting_words(widget_in(window, "fra_status")))
     , patch_(*new color_patch(widget_in(window, "fra_desk"), desk.desk_area, desk.colors))
     , texts_(widget_in<text_page>(window, "txt_write"), widget_in<text_page>(window, "txt_read"), desk.edid,
@@ -26,6 +27,12 @@ void desk_aids::follow() {
     words_.follow(bar_.words());
     patch_.follow();
     texts_.follow();
+}
+
+void desk_aids::follow_in(QWidget& modal_window) {
+    auto* bar = modal_window.findChild<work_bar*>({}, Qt::FindDirectChildrenOnly);
+    if (bar == nullptr) bar = new work_bar(modal_window, link_); // it goes with its window
+    bar->follow();
 }
 
 } // namespace desk::qt

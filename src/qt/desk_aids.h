@@ -8,14 +8,18 @@
 
 namespace desk::qt {
 
-/// What the main window shows beside its controls: how far work is, the chosen color, and where two EDIDs differ.
+/// What a window shows beside its controls: how far work is, and in the main window the chosen color and where two
+/// EDIDs differ.
 class desk_aids {
 public:
     desk_aids(QWidget& window, const frm_main& desk);
 
     void follow();
+    /// A modal window has only a bar.
+    void follow_in(QWidget& modal_window);
 
 private:
+    const exchange& link_;
     work_bar& bar_;
     waiting_words& words_;
     color_patch& patch_;

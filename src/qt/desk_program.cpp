@@ -33,6 +33,7 @@ bool desk_program::start() {
         window_->follow();
         windows_.follow();
         aids_->follow();
+        if (QWidget* const modal = windows_.on_top()) aids_->follow_in(*modal);
     };
     gate_.end_loops = [this] { windows_.hide_all(); };
     gate_.run([this] {

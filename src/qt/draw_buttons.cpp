@@ -25,7 +25,7 @@ void draw_button(const sketch& s) {
     QColor border = is_default ? s.colors.accent : s.outline();
     QColor fill = s.face();
     if (lit) {
-        // its colour tells a state and stays as it is; the border tells of the pointer
+        // its colour is a state and stays as it is; the border shows where the pointer is
         fill = lamp;
         border = s.hovered() || s.is(QStyle::State_Sunken) ? s.colors.text : lamp.darker(170);
     }
@@ -43,7 +43,7 @@ void draw_tool_button(const sketch& s) {
 }
 
 void draw_check_mark(const sketch& s) {
-    // boxes that stand close keep a gap between them
+    // boxes that are close together keep a gap between them
     const bool crowded = s.option.rect.height() < metric::check_mark * s.scale + s.line;
     const QRectF square = square_in(s.option.rect, (metric::check_mark - (crowded ? 2 : 0)) * s.scale);
     const bool checked = s.is(QStyle::State_On);

@@ -60,7 +60,7 @@ void event_gate::guarded(const std::function<void()>& work) {
     } catch (const program_over&) {
         over_ = true;
     } catch (const std::exception& e) {
-        // a fault of the desk's own: told like any other failure, with what is known of it
+        // a fault of the desk's own: reported like any other failure, with what is known of it
         if (!failure_) failure_ = runtime_failure(desk::failure::invalid_procedure_call, e.what());
         over_ = true;
     }

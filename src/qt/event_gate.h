@@ -13,7 +13,7 @@ namespace desk::qt {
 /// the outermost event ends the program.
 class event_gate {
 public:
-    /// Called behind every event: brings the widgets up to date.
+    /// Called after every event: brings the widgets up to date.
     std::function<void()> follow;
     /// Called just before a timer of a window is started.
     std::function<void()> timer_starts;

@@ -24,6 +24,7 @@ constexpr std::array steps = {
     step{"fra_pre_f", "lab_pre_f(0)", "cmd_pre_f"},
     step{"fra_compare", "cmd_ok", "cmd_ok"},
     step{"fra_about", "cmd_about_ok", "cmd_about_ok"},
+    step{"frm_diag", "", "cmd_ok"},
 };
 
 } // namespace
@@ -72,8 +73,11 @@ button* focus_guide::way_out(bool by_enter) const {
         if (!s.was_shown || s.way_out == nullptr) continue;
         if (top == nullptr || window_.lies_over(*s.shown, *top->shown)) top = &s;
     }
-    if (top == nullptr || (by_enter && top->way_out != top->next)) return nullptr;
-    return top->way_out;
+    if (top == nullptr) return nullptr;
+    const bool is_ok = top->way_out->caption.get() == "OK";
+    if (by_enter) return is_ok ? top->way_out : nullptr;
+    // the OK of a choice is an answer, which Escape does not give
+    return is_ok && top->way_out != top->next ? nullptr : top->way_out;
 }
 
 } // namespace desk::qt

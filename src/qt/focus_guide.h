@@ -18,8 +18,8 @@ public:
     /// Called when the widgets have followed.
     void follow();
 
-    /// The button that closes the frame on top, for Escape; with `by_enter` only where it is that frame's OK. None:
-    /// nullptr.
+    /// The button that closes the frame on top or the small window: with `by_enter` its OK, else what Escape presses.
+    /// None: nullptr.
     button* way_out(bool by_enter) const;
 
 private:

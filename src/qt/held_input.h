@@ -23,7 +23,7 @@ public:
     held_input();
 
     bool eventFilter(QObject* watched, QEvent* e) override;
-    /// Sees the X server's keys, since the toolkit drops the release of one over a window behind a box.
+    /// Sees the X server's keys, since the toolkit drops the release of one over a window that a box blocks.
     bool nativeEventFilter(const QByteArray& system, void* message, qintptr* result) override;
 
 private:
@@ -48,7 +48,7 @@ private:
         key_code key = 0;
         x_time time = 0;
         bool was_held = false;
-    } last_release_;                // as the X server tells it
+    } last_release_;                // as the X server reports it
     QPointer<QWidget> under_mouse_; // the one that a button was pressed over
     bool opened_since_press_ = false;
 };

@@ -1,6 +1,6 @@
 #include "qt/help_lines.h"
 
-#include "controls/window.h"
+#include "qt/by_control.h"
 
 #include <map>
 #include <string>
@@ -9,8 +9,7 @@ namespace desk::qt {
 
 namespace {
 
-/// By the name of the control, with the window's name before it where two windows use the same name. "%0" stands for
-/// the control's place in a control array, counted from 0.
+/// "%0" is the control's place in a control array, counted from 0.
 const std::map<std::string, const char*>& lines() {
     static const std::map<std::string, const char*> table = {
         {"cbo_com", "Chooses a port and opens it at once"},
@@ -94,10 +93,10 @@ const std::map<std::string, const char*>& lines() {
 
         {"frm_diag.cmd_ok", "Closes this window"},
         {"cbo_eeprom", "The size of the memory that the programmer sums up"},
-        {"opt_unused", "What the memory holds behind the 256 bytes of the EDID"},
+        {"opt_unused", "What the memory holds after the 256 bytes of the EDID"},
         {"chk_4digits", "Shows the sum as many programmers do"},
         {"cmd_checksum", "Shows the sum of the whole memory"},
-        {"opt_hex_type", "How the bytes stand in the HEX file"},
+        {"opt_hex_type", "How the bytes are written in the HEX file"},
         {"txt_sn", "The serial number of the next unit, 0 to 4294967295"},
         {"cmd_add", "The next serial number"},
         {"cmd_sub", "The serial number before"},
@@ -115,11 +114,8 @@ const std::map<std::string, const char*>& lines() {
 } // namespace
 
 QString help_line(const control& c) {
-    const std::string window = c.owner == nullptr ? "" : c.owner->name;
-    auto found = lines().find(window + "." + c.name);
-    if (found == lines().end()) found = lines().find(c.name);
-    return found == lines().end() ? QString()
-                                  : QString::fromLatin1(found->second).replace("%0", QString::number(c.index));
+    const char* const* const line = entry_of(c, lines());
+    return line == nullptr ? QString() : QString::fromLatin1(*line).replace("%0", QString::number(c.index));
 }
 
 } // namespace desk::qt

@@ -16,7 +16,7 @@
 
 namespace {
 
-/// Told on the terminal too: whoever has set the machine up wrongly looks there.
+/// Reported on the terminal too: whoever has set the machine up wrongly looks there.
 int cannot_start(const desk::runtime_failure& failure) {
     desk::write_to_standard_error("velotrace: " + failure.sentence() + "\n");
     QMessageBox box(QMessageBox::Critical, desk::qt::program_title, QString::fromStdString(failure.sentence()));

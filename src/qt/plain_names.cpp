@@ -1,5 +1,7 @@
 #include "qt/plain_names.h"
 
+#include "qt/by_control.h"
+
 #include <map>
 #include <string>
 
@@ -7,7 +9,7 @@ namespace desk::qt {
 
 namespace {
 
-/// By the name of the control. "%0" and "%1" stand for its place in a control array, counted from 0 and from 1.
+/// "%0" and "%1" are the control's place in a control array, counted from 0 and from 1.
 const std::map<std::string, const char*>& names() {
     static const std::map<std::string, const char*> table = {
         {"cbo_com", "RS232 port"},
@@ -130,9 +132,9 @@ const std::map<std::string, const char*>& names() {
 } // namespace
 
 QString plain_name(const control& c) {
-    const auto found = names().find(c.name);
-    if (found == names().end()) return {};
-    return QString::fromLatin1(found->second)
+    const char* const* const name = entry_of(c, names());
+    if (name == nullptr) return {};
+    return QString::fromLatin1(*name)
         .replace("%0", QString::number(c.index))
         .replace("%1", QString::number(c.index + 1));
 }

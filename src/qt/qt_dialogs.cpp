@@ -70,7 +70,7 @@ QString ending_of(const QString& filter) {
     return pattern.match(filter).captured(1);
 }
 
-/// "v1.3" with ".hex" is "v1.3.hex": what stands behind the last point of a name can be part of it.
+/// "v1.3" with ".hex" is "v1.3.hex": what follows the last point of a name can be part of it.
 QString with_ending(const QString& path, const QString& ending) {
     return path.endsWith(ending, Qt::CaseInsensitive) ? path : path + ending;
 }

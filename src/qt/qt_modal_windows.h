@@ -20,6 +20,9 @@ public:
     /// Brings the open ones up to date.
     void follow();
 
+    /// None is open: nullptr.
+    QWidget* on_top() const { return open_.empty() ? nullptr : open_.back(); }
+
     /// The program is over: their loops end.
     void hide_all();
 

@@ -16,7 +16,7 @@ bool can_be_reached(const control& c);
 /// Of those, one that keys work.
 bool can_take_keys(const control& c);
 
-/// The control of the same kind in the same frame that the arrow keys go to from `c`; behind the last one comes the
+/// The control of the same kind in the same frame that the arrow keys go to from `c`; after the last one comes the
 /// first.
 control& neighbour(control& c, bool next);
 

@@ -10,7 +10,7 @@ namespace desk::qt {
 enum class scheme { light, dark };
 
 /// The neutral colours of the desk by what they are for. Everything that is drawn takes its colours from here; colours
-/// that tell a state are the models' and the same in both schemes.
+/// that show a state are the models' and the same in both schemes.
 struct scheme_colors {
     QColor window;
     QColor surface; ///< frames, lists, text boxes

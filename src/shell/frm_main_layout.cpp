@@ -30,8 +30,8 @@ constexpr int desk_left = area_left + list_width + gap;
 constexpr int desk_width = area_width - list_width - gap;
 constexpr int desk_inside = desk_width - 2 * margin;
 
-// the boxes stand in the gaps that the blanks of lab_hori and lab_vert leave, 120 twips a character; they stand two
-// lines of these labels apart
+// the boxes are in the gaps that the spaces of lab_hori and lab_vert leave, 120 twips a character; they are two lines
+// of these labels apart
 constexpr int figures_pitch = 210;
 constexpr int figures_row = 2 * figures_pitch;
 constexpr int figures_height = 2850;

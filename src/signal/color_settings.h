@@ -16,7 +16,7 @@ public:
     color_settings(exchange& link, desk_frame& desk);
 
     std::uint8_t color_mode = 0; ///< 1: RGB; 2: luminance and colour differences; 0: no download yet
-    /// What the generator has been told of the three channels, or has told itself: the grey control moves no slider.
+    /// What was sent to the generator for the three channels, or read from it: the grey control moves no slider.
     std::array<std::uint8_t, 3> channels{};
 
     void hsr_color_setting_change(int index); ///< also Scroll

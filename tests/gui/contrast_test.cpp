@@ -116,7 +116,7 @@ std::vector<caption> captions_on_show(QWidget& window) {
     return all;
 }
 
-/// The most frequent colour of a place, and the one that stands out most from it.
+/// The most frequent colour of a place, and the one with the most contrast to it.
 struct two_colors {
     QColor ground;
     QColor ink;

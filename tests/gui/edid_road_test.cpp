@@ -238,6 +238,34 @@ TEST_F(edid_road, the_dialog_gives_a_name_without_an_ending_that_of_its_filter) 
     EXPECT_EQ(file("copy.bin"), first_edid());
 }
 
+TEST_F(edid_road, enter_chooses_the_hex_style_and_escape_does_not) {
+    open_first_edid();
+    answer_next_file_dialog(dialogs, path_of("board.hex"), 1);
+    in_next_window("frm_diag", [this](const hand& h) {
+        h.press_key("opt_hex_type_0", Qt::Key_Escape);
+        EXPECT_TRUE(h.is_shown("frm_diag"));
+        EXPECT_FALSE(QFile::exists(path_of("board.hex")));
+        h.press_key("opt_hex_type_0", Qt::Key_Return);
+        EXPECT_FALSE(h.is_shown("frm_diag"));
+    });
+    operator_hand().click("cmd_save_write");
+    EXPECT_TRUE(file("board.hex").startsWith("00 FF FF"));
+}
+
+TEST_F(edid_road, escape_cancels_the_automatic_run_only_while_nothing_runs) {
+    open_first_edid();
+    in_next_window("frm_diag", [this](const hand& h) {
+        h.when(heard("EWR001"), [&h] {
+            h.press_key("chk_write", Qt::Key_Escape);
+            EXPECT_TRUE(h.is_shown("frm_diag"));
+        });
+        h.click("cmd_run");
+        h.press_key("chk_write", Qt::Key_Escape);
+        EXPECT_FALSE(h.is_shown("frm_diag"));
+    });
+    operator_hand().click("cmd_w_auto");
+}
+
 TEST_F(edid_road, a_file_of_a_megabyte_is_shown_and_refused_without_a_word) {
     put_file("firmware.bin", QByteArray(1'000'000, 'x'));
     open("firmware.bin");
@@ -300,8 +328,6 @@ TEST_F(frm_diag_window, stands_above_the_main_window_and_its_title_bar_does_not_
         h.click("cmd_timing");
         EXPECT_EQ(desk().link.view_mode, 4);
         d.find("frm_diag").close();
-        EXPECT_TRUE(d.is_shown("frm_diag"));
-        d.press_key("frm_diag", Qt::Key_Escape);
         EXPECT_TRUE(d.is_shown("frm_diag"));
         d.click("cmd_ok");
     });

@@ -31,14 +31,14 @@ public:
         qApp->installEventFilter(this);
     }
 
-    QStringList told;
+    QStringList texts;
 
     bool eventFilter(QObject* watched, QEvent* e) override {
         auto* const box = qobject_cast<QMessageBox*>(watched);
         if (box == nullptr || e->type() != QEvent::Show) return false;
-        told << box->text();
+        texts << box->text();
         // a hundred boxes over each other would never end
-        if (told.size() > 5) throw std::runtime_error("box upon box");
+        if (texts.size() > 5) throw std::runtime_error("box upon box");
         QTimer::singleShot(0, box, [this, box] {
             const auto has_the_keys = [box] { return QGuiApplication::focusWindow() == box->windowHandle(); };
             EXPECT_TRUE(wait_until(has_the_keys, 5000));
@@ -88,7 +88,7 @@ protected:
     void focus(const char* name) {
         program->main_window().activateWindow();
         operator_hand().find(name).setFocus(Qt::TabFocusReason);
-        // a window behind a box gets the keys back a little later
+        // a window under a box gets the keys back a little later
         ASSERT_TRUE(wait_until([name] { return holding_hand::focused() == name; }, 5000));
     }
 
@@ -118,7 +118,7 @@ TEST_P(pressed_slider, is_let_go_by_the_box_that_it_opens) {
     });
     held().press_mouse("hsr_color_setting_0", at);
     if (GetParam() == QStyle::SC_ScrollBarSlider) held().move_mouse("hsr_color_setting_0", at + QPoint(20, 0));
-    EXPECT_EQ(boxes.told, QStringList{"RS232 is disconnected !"});
+    EXPECT_EQ(boxes.texts, QStringList{"RS232 is disconnected !"});
     EXPECT_FALSE(was_down);
     EXPECT_NE(bar.value(), before);
     EXPECT_EQ(bar.value(), desk().desk_area.hsr_color_setting[0].value());
@@ -129,7 +129,7 @@ TEST_P(pressed_slider, is_let_go_by_the_box_that_it_opens) {
     held().move_mouse("hsr_color_setting_0", at + QPoint(40, 0));
     EXPECT_EQ(generator->commands(), QStringList());
     EXPECT_EQ(bar.value(), now);
-    EXPECT_EQ(boxes.told.size(), 1);
+    EXPECT_EQ(boxes.texts.size(), 1);
 }
 
 INSTANTIATE_TEST_SUITE_P(parts, pressed_slider,
@@ -164,7 +164,7 @@ TEST_F(hostile_hand, a_held_arrow_key_on_a_slider_opens_one_box) {
     });
     holding_hand::press(Qt::Key_Right);
     EXPECT_TRUE(stays);
-    EXPECT_EQ(boxes.told.size(), 1);
+    EXPECT_EQ(boxes.texts.size(), 1);
 }
 
 TEST_F(hostile_hand, a_letter_and_a_click_within_its_delay_start_one_walk) {
@@ -233,7 +233,7 @@ TEST_F(hostile_hand, enter_held_on_erase_erases_nothing) {
     holding_hand::repeat(Qt::Key_Return, 10);
     EXPECT_TRUE(default_is_no);
     EXPECT_TRUE(stays);
-    EXPECT_EQ(boxes.told.size(), 1);
+    EXPECT_EQ(boxes.texts.size(), 1);
     EXPECT_EQ(heard_commands("ERS"), 0);
     EXPECT_EQ(generator->sink(1), sink);
 }
@@ -285,7 +285,7 @@ TEST_F(hostile_hand, a_held_key_leaves_an_error_to_be_read) {
         h.click("cmd_run");
         EXPECT_TRUE(stays) << key;
         EXPECT_TRUE(goes) << key;
-        EXPECT_EQ(boxes.told.size(), 1) << key;
+        EXPECT_EQ(boxes.texts.size(), 1) << key;
     }
 }
 
@@ -388,10 +388,10 @@ TEST_F(hostile_hand, a_button_that_is_down_when_a_box_opens_is_let_go) {
     ASSERT_TRUE(h.find<QAbstractButton>("cmd_reset").isDown());
     // the keyboard opens the box
     holding_hand::tap(Qt::Key_W, Qt::AltModifier);
-    EXPECT_EQ(boxes.told.size(), 1);
+    EXPECT_EQ(boxes.texts.size(), 1);
     EXPECT_FALSE(was_down);
     held().release_mouse("cmd_reset", {8, 8});
-    EXPECT_EQ(boxes.told.size(), 1);
+    EXPECT_EQ(boxes.texts.size(), 1);
 }
 
 } // namespace

@@ -231,12 +231,17 @@ TEST_F(keyboard, works_a_window_that_has_one_way_out_alone) {
             order << QApplication::focusWidget()->objectName();
             if (i < 4) press(Qt::Key_Tab);
         }
-        press(Qt::Key_Escape);
-        EXPECT_TRUE(diag.is_shown("frm_diag"));
         press(Qt::Key_Return);
+        EXPECT_FALSE(diag.is_shown("frm_diag")) << "the keys are on EXIT";
     });
-    h.find("cmd_sum_read").setFocus();
-    press(Qt::Key_Return);
+    h.press_key("cmd_sum_read", Qt::Key_Return);
+    in_next_window("frm_diag", [&](const hand& diag) {
+        diag.press_key("chk_4digits", Qt::Key_Return);
+        EXPECT_TRUE(diag.is_shown("frm_diag")) << "Enter presses no EXIT from afar";
+        diag.press_key("chk_4digits", Qt::Key_Escape);
+        EXPECT_FALSE(diag.is_shown("frm_diag"));
+    });
+    h.press_key("cmd_sum_read", Qt::Key_Return);
     EXPECT_EQ(line(order), "cbo_eeprom opt_unused_0 chk_4digits cmd_checksum cmd_ok");
 }
 

@@ -70,6 +70,34 @@ TEST_F(work_on_show, follows_the_window_to_another_size) {
     EXPECT_TRUE(at_foot);
 }
 
+TEST_F(work_on_show, is_seen_in_the_window_that_lies_over_the_desk_too) {
+    const hand h = operator_hand();
+    desk().edid.cmd_w_auto.enabled = true;
+    h.click("cmd_edid");
+    bool came = false;
+    bool at_foot = false;
+    bool went = false;
+    in_next_window("frm_diag", [&](const hand& run) {
+        const QWidget& window = run.find("frm_diag");
+        const auto& bar_there = run.find<qt::work_bar>("work_bar");
+        EXPECT_FALSE(bar_there.isVisible());
+        run.when([&] { return bar_there.isVisible(); },
+                 [&] {
+                     came = bar().isVisible();
+                     at_foot =
+                         bar_there.geometry().bottom() == window.height() - 1 && bar_there.width() == window.width();
+                 });
+        run.type("txt_sn", "1");
+        run.click("cmd_run");
+        went = wait_until([&] { return !bar_there.isVisible(); }, 5000);
+        run.click("cmd_ok");
+    });
+    h.click("cmd_w_auto");
+    EXPECT_TRUE(came) << "in both windows";
+    EXPECT_TRUE(at_foot);
+    EXPECT_TRUE(went);
+}
+
 TEST_F(work_on_show, of_a_single_exchange_is_not_seen) {
     watch();
     operator_hand().click("cmd_timing");

@@ -100,7 +100,7 @@ TEST_F(progress_of_work, tells_how_often_a_command_was_sent) {
 TEST_F(progress_of_work, keeps_the_tries_of_an_exchange_that_another_one_comes_into) {
     answers["TIM001"] = "";
     int behind_the_inner_one = -1;
-    // in the second try, which begins behind 150 rounds of 5 ms
+    // in the second try, which begins after 150 rounds of 5 ms
     m.events.in(1000, [&] {
         link.tx_cmd("PAT001");
         behind_the_inner_one = link.tries;
