@@ -216,7 +216,7 @@ struct small_window {
     const char* name;
     const char* opened_by;
     std::vector<std::string> stops;
-    const char* closed_by; ///< by Enter on it; by Escape only where the title bar closes it too
+    const char* closed_by; ///< by Enter on it; by Escape too where that is no answer
     bool escape_closes;
     std::map<std::pair<std::string, Qt::Key>, std::string> elsewhere; ///< what leads away from its stop
 };
@@ -290,7 +290,7 @@ const std::vector<small_window> small_windows = {
      "cmd_sum_read",
      {"cbo_eeprom", "opt_unused_0", "chk_4digits", "cmd_checksum", "cmd_ok"},
      "cmd_ok",
-     false,
+     true,
      {{{"opt_unused_0", Qt::Key_Up}, "opt_unused_1"},
       {{"opt_unused_0", Qt::Key_Down}, "opt_unused_1"},
       {{"opt_unused_0", Qt::Key_Left}, "opt_unused_1"},
@@ -299,7 +299,7 @@ const std::vector<small_window> small_windows = {
      "cmd_w_auto",
      {"txt_sn", "cmd_add", "cmd_sub", "chk_write", "chk_verify", "chk_auto_sn", "cmd_run", "txt_auto_msg", "cmd_ok"},
      "cmd_ok",
-     false,
+     true,
      {}},
     {"frm_report", "cmd_edid_report", {"txt_report", "cmd_save", "cmd_exit"}, "cmd_exit", true, {}},
 };
