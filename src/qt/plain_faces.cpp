@@ -15,6 +15,7 @@
 #include <QGroupBox>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QPixmap>
 #include <QScrollBar>
@@ -272,9 +273,18 @@ protected:
     }
 
     bool take_event(QEvent* e) override {
-        if (e->type() != QEvent::Wheel || bar_->hasFocus()) return false;
-        e->ignore();
-        return true;
+        switch (e->type()) {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonDblClick:
+            // the middle one would take it where the pointer is
+            return static_cast<QMouseEvent*>(e)->button() != Qt::LeftButton;
+        case QEvent::Wheel:
+            if (bar_->hasFocus()) return false;
+            e->ignore();
+            return true;
+        default:
+            return false;
+        }
     }
 
 private:

@@ -1,0 +1,314 @@
+// Where a key leads to from every stop of the tab key: in every view, under every frame and in the small windows.
+
+#include "every_view.h"
+#include "holding_hand.h"
+#include "model_watch.h"
+
+#include "controls/controls.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QTest>
+
+#include <algorithm>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace desk::gui {
+
+namespace {
+
+constexpr Qt::Key keys[] = {Qt::Key_Up,     Qt::Key_Down,  Qt::Key_Left,  Qt::Key_Right,
+                            Qt::Key_Return, Qt::Key_Space, Qt::Key_Escape};
+
+bool is_arrow(Qt::Key key) { return key >= Qt::Key_Left && key <= Qt::Key_Down; }
+
+/// The button that closes the frame on top, and takes the keys as one that is pressed does: Escape works it from
+/// everywhere, Enter where it is an OK.
+struct way_out {
+    std::string by_escape;
+    std::string by_enter;
+};
+
+way_out way_out_of(const std::string& view) {
+    if (view == "list of files" || view == "list over result") return {"cmd_pre_f", ""};
+    if (view == "result") return {"cmd_ok", "cmd_ok"};
+    if (view == "translation") return {"cmd_edid_back", ""};
+    if (view == "About") return {"cmd_about_ok", "cmd_about_ok"};
+    return {};
+}
+
+/// Where a key leads to: the control that has the keys then, and the one whose event it raises, by their full names.
+struct lead {
+    std::string keys_at;
+    std::string works;
+};
+
+/// The rules.
+lead lead_of(const control& stop, Qt::Key key, const way_out& out, const std::string& next_in_group) {
+    const std::string name = stop.full_name();
+    const bool enter = key == Qt::Key_Return;
+    const bool space = key == Qt::Key_Space;
+    switch (stop.kind()) {
+    case control_kind::button:
+        // pressed by Enter and Space; arrows go nowhere
+        if (enter || space) return {name, name};
+        break;
+    case control_kind::check_box:
+        if (space) return {name, name};
+        break;
+    case control_kind::option_button:
+        if (is_arrow(key)) return {next_in_group, next_in_group};
+        if (space) return {name, name};
+        break;
+    case control_kind::label:
+        if (key == Qt::Key_Up || key == Qt::Key_Down) return {next_in_group, ""};
+        if (enter || space) return {name, name};
+        break;
+    case control_kind::slider:
+        if (is_arrow(key)) return {name, name};
+        break;
+    case control_kind::tree_view:
+        // from its first node, which lies open: nowhere, to its first child, back, and there again
+        if (is_arrow(key)) return {name, key == Qt::Key_Up ? "" : name};
+        break;
+    default:
+        break;
+    }
+    if (key == Qt::Key_Escape && !out.by_escape.empty()) return {out.by_escape, out.by_escape};
+    if (enter && !out.by_enter.empty()) return {out.by_enter, out.by_enter};
+    return {name, ""};
+}
+
+/// Raised beside what the key leads to: a list hears of every key, a line of text of every character.
+bool hears_all_keys(const control& c) {
+    const auto* const t = dynamic_cast<const text_box*>(&c);
+    return c.kind() == control_kind::list_view || (t != nullptr && !t->multi_line);
+}
+
+class walk_table : public view_bench, public ::testing::WithParamInterface<view> {
+protected:
+    walk_table() { show(GetParam()); }
+
+    static std::string focused() { return holding_hand::focused(); }
+
+    control* model_of(const std::string& widget) {
+        for (control* c : form().controls())
+            if (widget_name(*c).toStdString() == widget) return c;
+        return nullptr;
+    }
+
+    std::vector<control*> stops() {
+        operator_hand().find("cbo_com").setFocus(Qt::TabFocusReason);
+        std::vector<control*> all;
+        do {
+            all.push_back(model_of(focused()));
+            holding_hand::tap(Qt::Key_Tab);
+        } while (focused() != "cbo_com" && all.size() < 200);
+        return all;
+    }
+
+    /// Of its kind, in its frame, those that can be used and stand there.
+    std::string next_in_group(const control& c, Qt::Key key) {
+        std::vector<std::string> group;
+        for (const control* other : form().controls()) {
+            if (other->kind() != c.kind() || other->parent != c.parent || !other->usable()) continue;
+            const auto* const l = dynamic_cast<const label*>(other);
+            if (l == nullptr || (l->on_click && !l->caption.get().empty())) group.push_back(other->full_name());
+        }
+        if (group.empty()) return c.full_name();
+        const auto at = std::find(group.begin(), group.end(), c.full_name()) - group.begin();
+        const auto count = static_cast<std::ptrdiff_t>(group.size());
+        const bool on = key == Qt::Key_Down || key == Qt::Key_Right;
+        return group.at(static_cast<std::size_t>((at + (on ? 1 : count - 1)) % count));
+    }
+
+    void focus(const control& c) {
+        operator_hand().find(widget_name(c)).setFocus(Qt::TabFocusReason);
+        ASSERT_EQ(focused(), widget_name(c).toStdString());
+    }
+
+    void close_lists() {
+        while (QWidget* const popup = QApplication::activePopupWidget())
+            popup->close();
+        program->main_window().activateWindow();
+        EXPECT_TRUE(wait_until([] { return !focused().empty(); }, 1000));
+    }
+
+    void try_key(control& stop, Qt::Key key, const std::string& view, event_watch& events) {
+        SCOPED_TRACE(stop.full_name() + ", key " + QKeySequence(key).toString().toStdString());
+        focus(stop);
+        const lead expected = lead_of(stop, key, way_out_of(view), next_in_group(stop, key));
+        events.take();
+        holding_hand::tap(key);
+        const bool list_opens = QApplication::activePopupWidget() != nullptr;
+        EXPECT_EQ(list_opens, stop.kind() == control_kind::combo_box && key == Qt::Key_Space);
+        if (list_opens) close_lists();
+        std::map<std::string, int> heard_of = events.take();
+        if (hears_all_keys(stop) && expected.works != stop.full_name()) heard_of.erase(stop.full_name());
+        std::map<std::string, int> works;
+        if (!expected.works.empty()) works[expected.works] = 1;
+        EXPECT_EQ(heard_of, works);
+        const control* const at = form().find(expected.keys_at);
+        EXPECT_EQ(focused(), widget_name(*at).toStdString());
+        // back to where it was
+        if (auto* const o = dynamic_cast<option_button*>(&stop)) o->choose();
+    }
+
+    void TearDown() override { EXPECT_EQ(generator->commands(), QStringList()); }
+};
+
+TEST_P(walk_table, leads_every_key_from_every_stop) {
+    const std::vector<control*> all = stops();
+    ASSERT_GT(all.size(), 12U);
+    event_watch events(form());
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        ASSERT_NE(all[i], nullptr);
+        focus(*all[i]);
+        holding_hand::tap(Qt::Key_Tab);
+        EXPECT_EQ(focused(), widget_name(*all[(i + 1) % all.size()]).toStdString()) << all[i]->full_name();
+        holding_hand::tap(Qt::Key_Tab, Qt::ShiftModifier);
+        EXPECT_EQ(focused(), widget_name(*all[i]).toStdString());
+        for (const Qt::Key key : keys) {
+            // an arrow key opens a port, which is a test of its own
+            if (all[i]->full_name() == "cbo_com" && is_arrow(key)) continue;
+            try_key(*all[i], key, GetParam().name, events);
+        }
+    }
+}
+
+std::vector<view> every_view_and_about() {
+    std::vector<view> all = every_view();
+    all.push_back({"About", {"cmd_setup", "cmd_about"}});
+    return all;
+}
+
+INSTANTIATE_TEST_SUITE_P(views, walk_table, ::testing::ValuesIn(every_view_and_about()), name_of_view);
+
+class panel_walk : public view_bench {};
+
+TEST_F(panel_walk, sends_what_the_pressed_button_means) {
+    show({"panel", {"cmd_setup"}});
+    const std::vector<std::pair<const char*, const char*>> presses = {
+        {"cmd_out_0", "OUT001"},        {"cmd_out_1", "OUT002"},        {"cmd_out_2", "OUT003"},
+        {"cmd_out_3", "OUT004"},        {"cmd_hdcp_0", "HDC000"},       {"cmd_hdcp_1", "HDC001"},
+        {"cmd_asc_0", "ASC001 PCM999"}, {"cmd_asc_1", "ASC002 PCM999"}, {"cmd_asc_2", "ASC003 PCM999"},
+        {"cmd_lpcm_0", "PCM001"},       {"cmd_lpcm_1", "PCM002"},       {"cmd_lpcm_2", "PCM003"},
+        {"cmd_csc_0", "CSC001"},        {"cmd_csc_1", "CSC002"},        {"cmd_csc_2", "CSC003"},
+        {"cmd_deep_0", "DEE001"},       {"cmd_deep_1", "DEE002"},       {"cmd_deep_2", "DEE003"},
+        {"cmd_auto_go_0", "ATO000"},    {"cmd_auto_go_1", "ATO001"},    {"cmd_fav_0", "FAV000"},
+        {"cmd_fav_1", "FAV001"},        {"cmd_about", "VER001"}};
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Space}) {
+        for (const auto& [name, commands] : presses) {
+            operator_hand().find(name).setFocus(Qt::TabFocusReason);
+            holding_hand::tap(key);
+            EXPECT_EQ(generator->commands().join(' ').toStdString(), commands) << name;
+            const bool opens_frame = std::string(name) == "cmd_about";
+            EXPECT_EQ(holding_hand::focused(), opens_frame ? "cmd_about_ok" : name);
+        }
+        holding_hand::tap(Qt::Key_Escape);
+        EXPECT_EQ(holding_hand::focused(), "cmd_about");
+    }
+}
+
+struct small_window {
+    const char* name;
+    const char* opened_by;
+    std::vector<std::string> stops;
+    const char* closed_by; ///< by Enter on it; by Escape too where that is no answer
+    bool escape_closes;
+    std::map<std::pair<std::string, Qt::Key>, std::string> elsewhere; ///< what leads away from its stop
+};
+
+void PrintTo(const small_window& s, std::ostream* out) { *out << s.name; }
+
+class small_window_walk : public view_bench, public ::testing::WithParamInterface<small_window> {};
+
+TEST_P(small_window_walk, leads_every_key_from_every_stop) {
+    const small_window& s = GetParam();
+    show({"", {"cmd_edid", "cmd_read", "cmd_pre_f", "lab_pre_f_0"}});
+    if (std::string(s.opened_by) == "cmd_edid_report") operator_hand().click("cmd_read_translate");
+    generator->commands();
+    for (const bool by_escape : {false, true}) {
+        bool walked = false;
+        in_next_window(s.name, [&](const hand& h) {
+            const QWidget& w = h.find(s.name);
+            ASSERT_TRUE(wait_until(
+                [&] { return QApplication::focusWidget() != nullptr && QApplication::focusWidget()->window() == &w; },
+                5000));
+            const auto expect_at = [&](const std::string& stop, const std::string& key, const std::string& to) {
+                EXPECT_EQ(holding_hand::focused(), to) << stop << ", key " << key;
+                EXPECT_TRUE(w.isVisible()) << stop << ", key " << key;
+            };
+            const auto focus = [&](const std::string& stop) {
+                h.find(QString::fromStdString(stop)).setFocus(Qt::TabFocusReason);
+            };
+            for (std::size_t i = 0; i < s.stops.size(); ++i) {
+                const std::string& stop = s.stops[i];
+                const std::string& next = s.stops[(i + 1) % s.stops.size()];
+                focus(stop);
+                holding_hand::tap(Qt::Key_Tab);
+                expect_at(stop, "Tab", next);
+                holding_hand::tap(Qt::Key_Tab, Qt::ShiftModifier);
+                expect_at(next, "Shift+Tab", stop);
+                for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right, Qt::Key_Escape}) {
+                    if (key == Qt::Key_Escape && s.escape_closes) continue;
+                    focus(stop);
+                    holding_hand::tap(key);
+                    const auto led = s.elsewhere.find({stop, key});
+                    expect_at(stop, QKeySequence(key).toString().toStdString(),
+                              led == s.elsewhere.end() ? stop : led->second);
+                    // the selected one of a group is the stop
+                    if (led != s.elsewhere.end()) holding_hand::tap(key);
+                }
+                // Enter presses buttons alone
+                if (stop.starts_with("cmd_")) continue;
+                focus(stop);
+                holding_hand::tap(Qt::Key_Return);
+                expect_at(stop, "Enter", stop);
+            }
+            focus(by_escape ? s.stops.front() : s.closed_by);
+            holding_hand::tap(by_escape && s.escape_closes ? Qt::Key_Escape : Qt::Key_Return);
+            if (by_escape && !s.escape_closes) {
+                EXPECT_TRUE(w.isVisible());
+                focus(s.closed_by);
+                holding_hand::tap(Qt::Key_Space);
+            }
+            EXPECT_FALSE(w.isVisible());
+            if (w.isVisible()) h.click(s.closed_by);
+            walked = true;
+        });
+        operator_hand().click(s.opened_by);
+        EXPECT_TRUE(walked);
+    }
+    EXPECT_EQ(generator->commands(), QStringList());
+}
+
+const std::vector<small_window> small_windows = {
+    {"frm_diag",
+     "cmd_sum_read",
+     {"cbo_eeprom", "opt_unused_0", "chk_4digits", "cmd_checksum", "cmd_ok"},
+     "cmd_ok",
+     true,
+     {{{"opt_unused_0", Qt::Key_Up}, "opt_unused_1"},
+      {{"opt_unused_0", Qt::Key_Down}, "opt_unused_1"},
+      {{"opt_unused_0", Qt::Key_Left}, "opt_unused_1"},
+      {{"opt_unused_0", Qt::Key_Right}, "opt_unused_1"}}},
+    {"frm_diag",
+     "cmd_w_auto",
+     {"txt_sn", "cmd_add", "cmd_sub", "chk_write", "chk_verify", "chk_auto_sn", "cmd_run", "txt_auto_msg", "cmd_ok"},
+     "cmd_ok",
+     true,
+     {}},
+    {"frm_report", "cmd_edid_report", {"txt_report", "cmd_save", "cmd_exit"}, "cmd_exit", true, {}},
+};
+
+INSTANTIATE_TEST_SUITE_P(windows, small_window_walk, ::testing::ValuesIn(small_windows),
+                         [](const ::testing::TestParamInfo<small_window>& info) {
+                             return std::string(info.param.opened_by);
+                         });
+
+} // namespace
+
+} // namespace desk::gui
