@@ -1,10 +1,10 @@
 #include "qt/color_patch.h"
 
-#include "qt/plan_scale.h"
+#include "qt/metrics.h"
+#include "qt/scheme.h"
 #include "signal/shown_color.h"
 
 #include <QPainter>
-#include <QPalette>
 
 namespace desk::qt {
 
@@ -60,9 +60,12 @@ void color_patch::tell() {
 
 void color_patch::paintEvent(QPaintEvent* /*e*/) {
     QPainter painter(this);
-    painter.fillRect(rect(), color_);
-    painter.setPen(palette().color(QPalette::WindowText));
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    painter.setRenderHint(QPainter::Antialiasing);
+    const double line = hairline(this);
+    const double radius = metric::radius * plan_scale(this);
+    painter.setPen(QPen(colors_of(palette()).strong_border, line));
+    painter.setBrush(color_);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(line / 2, line / 2, -line / 2, -line / 2), radius, radius);
 }
 
 } // namespace desk::qt

@@ -4,11 +4,13 @@
 #include "qt/scheme.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QEvent>
 #include <QFocusEvent>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPainterPath>
+#include <QRadioButton>
 
 namespace desk::qt {
 
@@ -88,7 +90,9 @@ void focus_ring::follow() {
     const int width = scaled(metric::focus_ring, w);
     // in the narrowest widget around it that does not cut the ring
     QWidget* around = w->parentWidget();
-    QRect place = w->geometry().marginsAdded({width, width, width, width});
+    // a mark at the left edge would touch the ring
+    const bool is_mark = qobject_cast<QCheckBox*>(w) != nullptr || qobject_cast<QRadioButton*>(w) != nullptr;
+    QRect place = w->geometry().marginsAdded({is_mark ? 2 * width : width, width, width, width});
     while (!around->isWindow() && !around->rect().contains(place)) {
         place.translate(around->pos());
         around = around->parentWidget();

@@ -158,6 +158,8 @@ QSize desk_style::sizeFromContents(ContentsType type, const QStyleOption* option
         const bool drops_down = widget != nullptr && widget->window()->windowType() == Qt::Popup;
         const int row = scaled(drops_down ? metric::choice_row : metric::row, widget);
         size.setHeight(std::max(option->fontMetrics.height(), row));
+        // row_part() takes the inset from the room for the text
+        size.rwidth() += scaled(metric::row_inset, widget);
         break;
     }
     case CT_HeaderSection:

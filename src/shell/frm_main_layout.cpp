@@ -68,6 +68,8 @@ constexpr int step_interval = 7050;
 // the two sides of the workbench
 constexpr int write_left = margin;
 constexpr int read_left = 4650;
+// its caption begins with them; its letters stand above the text
+constexpr int two_spaces = 105;
 constexpr int side_width = 4260;
 constexpr int side_button = 1020;
 constexpr int side_pitch = 1080;
@@ -210,10 +212,10 @@ void frm_main::lay_out_controls() {
         {autorun_view.cmd_delete, "cmd_delete", &autorun_view.fra_auto, 2730, 7770, button_width, button_height, "Delete"},
 
         {edid.fra_edid, "fra_edid", in_window, area_left, area_top, area_width, area_height, "EDID Read / Write", hidden | view_frame},
-        {edid.lab_edid_src, "lab_edid_src", &edid.fra_edid, 2580, 60, 840, 360, "Source :", in_middle},
-        {edid.opt_edid_src[0], "opt_edid_src(1)", &edid.fra_edid, 3480, 60, 1920, 360, "HDMI/DVI  OUT"},
-        {edid.opt_edid_src[1], "opt_edid_src(2)", &edid.fra_edid, 5640, 60, 1680, 360, "HDMI/DVI  IN"},
-        {edid.opt_edid_src[2], "opt_edid_src(3)", &edid.fra_edid, 7590, 60, 1320, 360, "VGA  OUT"},
+        {edid.lab_edid_src, "lab_edid_src", &edid.fra_edid, 2580, 45, 840, 360, "Source :", in_middle},
+        {edid.opt_edid_src[0], "opt_edid_src(1)", &edid.fra_edid, 3480, 45, 1920, 360, "HDMI/DVI  OUT"},
+        {edid.opt_edid_src[1], "opt_edid_src(2)", &edid.fra_edid, 5640, 45, 1680, 360, "HDMI/DVI  IN"},
+        {edid.opt_edid_src[2], "opt_edid_src(3)", &edid.fra_edid, 7590, 45, 1320, 360, "VGA  OUT"},
 
         {edid.lab_write, "lab_write", &edid.fra_edid, write_left, 435, 2400, line_height, "WRITE"},
         {edid.txt_write, "txt_write", &edid.fra_edid, write_left, text_top, side_width, text_height, "", locked | multi_line | fixed_pitch | any_length},
@@ -233,7 +235,7 @@ void frm_main::lay_out_controls() {
         {edid.cmd_write_translate, "cmd_write_translate", &edid.fra_edid, write_left, side_buttons_top + 2 * side_row, side_button, button_height, "TRANS", disabled},
         {edid.cmd_sum_write, "cmd_sum_write", &edid.fra_edid, write_left + side_pitch, side_buttons_top + 2 * side_row, side_button, button_height, "SUM", disabled},
 
-        {edid.lab_read, "lab_read", &edid.fra_edid, read_left, 435, 2400, line_height, "  READ"},
+        {edid.lab_read, "lab_read", &edid.fra_edid, read_left - two_spaces, 435, 2400, line_height, "  READ"},
         {edid.txt_read, "txt_read", &edid.fra_edid, read_left, text_top, side_width, text_height, "", locked | multi_line | fixed_pitch | any_length},
         {edid.lab_r_checksum, "lab_r_checksum", &edid.fra_edid, read_left, sum_top, sum_left, button_height, "Checksum", small_print | in_middle},
         {edid.lab_read_checksum[0], "lab_read_checksum(0)", &edid.fra_edid, read_left + sum_left, sum_top, side_width - sum_left, button_height, "BK0", small_print | in_middle},

@@ -193,7 +193,11 @@ private:
 
     static void in_window(const std::function<void(const hand&)>& work) { desk::gui::in_next_window("frm_diag", work); }
 
-    void picture(const QString& name) { save_picture(hand_, name); }
+    void picture(const QString& name) {
+        // the bar of the work before stays for a moment
+        desk::gui::wait_until([this] { return !hand_.find("work_bar").isVisible(); }, 2000);
+        save_picture(hand_, name);
+    }
 
     void save_picture(const hand& h, const QString& name) {
         ++count_;
@@ -306,7 +310,10 @@ int main(int argument_count, char** arguments) {
     }
     if (w.of_all) return run_all(arguments[0], w.folder);
     std::optional<desk::gui::off_screen> screen;
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) screen.emplace(w.screen.isEmpty() ? "3840x2400" : w.screen);
+    // a screen that is asked for is not the platform's usual one
+    const bool off_screen = qgetenv("QT_QPA_PLATFORM") == "offscreen" && !w.screen.isEmpty();
+    if (off_screen || !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        screen.emplace(w.screen.isEmpty() ? "3840x2400" : w.screen);
     if (!w.scale.isEmpty()) qputenv("QT_SCALE_FACTOR", w.scale);
     qInstallMessageHandler(show_message);
     // the hand can't reach into the system's own
