@@ -212,10 +212,10 @@ void frm_main::lay_out_controls() {
         {autorun_view.cmd_delete, "cmd_delete", &autorun_view.fra_auto, 2730, 7770, button_width, button_height, "Delete"},
 
         {edid.fra_edid, "fra_edid", in_window, area_left, area_top, area_width, area_height, "EDID Read / Write", hidden | view_frame},
-        {edid.lab_edid_src, "lab_edid_src", &edid.fra_edid, 2580, 45, 840, 360, "Source :", in_middle},
-        {edid.opt_edid_src[0], "opt_edid_src(1)", &edid.fra_edid, 3480, 45, 1920, 360, "HDMI/DVI  OUT"},
-        {edid.opt_edid_src[1], "opt_edid_src(2)", &edid.fra_edid, 5640, 45, 1680, 360, "HDMI/DVI  IN"},
-        {edid.opt_edid_src[2], "opt_edid_src(3)", &edid.fra_edid, 7590, 45, 1320, 360, "VGA  OUT"},
+        {edid.lab_edid_src, "lab_edid_src", &edid.fra_edid, 2580, 60, 840, 330, "Source :", in_middle},
+        {edid.opt_edid_src[0], "opt_edid_src(1)", &edid.fra_edid, 3480, 60, 1920, 330, "HDMI/DVI  OUT"},
+        {edid.opt_edid_src[1], "opt_edid_src(2)", &edid.fra_edid, 5640, 60, 1680, 330, "HDMI/DVI  IN"},
+        {edid.opt_edid_src[2], "opt_edid_src(3)", &edid.fra_edid, 7590, 60, 1320, 330, "VGA  OUT"},
 
         {edid.lab_write, "lab_write", &edid.fra_edid, write_left, 435, 2400, line_height, "WRITE"},
         {edid.txt_write, "txt_write", &edid.fra_edid, write_left, text_top, side_width, text_height, "", locked | multi_line | fixed_pitch | any_length},
