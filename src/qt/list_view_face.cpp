@@ -130,7 +130,9 @@ public:
             if (!following() && item != nullptr) act([&] { model_.select(row_of(item)); });
         });
         tree_->on_release = [this] {
-            if (model_.selected() != 0) act([this] { choose_row(model_, model_.selected()); });
+            // the row that the operator sees marked
+            if (QTreeWidgetItem* const marked = tree_->currentItem(); marked != nullptr && model_.selected() != 0)
+                act([this, marked] { choose_row(model_, row_of(marked)); });
         };
         connect(tree_, &QTreeWidget::itemDoubleClicked, this, [this] { act([this] { double_click(model_); }); });
         connect(tree_, &QTreeWidget::itemChanged, this, [this](QTreeWidgetItem* item) {

@@ -19,6 +19,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QTreeWidget>
 #include <QWheelEvent>
 #include <QWindow>
 
@@ -279,10 +280,10 @@ private:
         holding_hand::tap(Qt::Key_Home);
         holding_hand::tap(Qt::Key_Return);
         h.click("cmd_timing");
-        h.click_row("lstv_timing", 5);
+        mark(h, "lstv_timing", program_->desk().rows.lstv_timing, 5);
         h.click("cmd_run");
         h.click("cmd_pattern");
-        h.click_row("lstv_pattern", 7);
+        mark(h, "lstv_pattern", program_->desk().rows.lstv_pattern, 7);
         h.click("cmd_run");
         h.click("cmd_refresh");
         const auto hdcp = h.text("lab_hdcp") == "ON" ? "on" : "off";
@@ -300,6 +301,14 @@ private:
                                      "the last traffic: " + generator().traffic().mid(-12).join(", ").toStdString() +
                                      ", COM" + std::to_string(program_->desk().link.com_port) +
                                      (program_->desk().link.rs232_connected ? "" : ", closed"));
+    }
+
+    static void mark(const hand& h, const QString& name, const list_view& list, int row) {
+        const auto marks = [&] { return h.click_row(name, row), list.selected() == row; };
+        if (!wait_until(marks, 5000)) throw std::runtime_error("a click marks no row of " + name.toStdString());
+        const auto& rows = h.find<QTreeWidget>(name);
+        if (rows.indexOfTopLevelItem(rows.currentItem()) + 1 != row)
+            throw std::runtime_error("another row is marked in " + name.toStdString());
     }
 
     QTemporaryDir folder_;
