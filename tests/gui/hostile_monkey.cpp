@@ -250,8 +250,12 @@ private:
     }
 
     void go_on() {
-        if (program_->gate().over()) return;
         next_.start(1 + dice_.below(3));
+        if (program_->gate().over()) {
+            // a run-time failure waits with its box
+            if (auto* const box = qobject_cast<QDialog*>(QApplication::activeModalWidget())) box->reject();
+            return;
+        }
         if (left_-- > 0) return hands_.act();
         // what is open is closed, one after the other, until the desk is at rest
         hands_.let_go();
