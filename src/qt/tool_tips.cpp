@@ -32,7 +32,9 @@ bool tool_tips::eventFilter(QObject* watched, QEvent* e) {
     const auto& help = *static_cast<QHelpEvent*>(e);
     const QString cut = cut_text_at(*under, help.pos());
     if (cut.isEmpty()) return false;
-    QToolTip::showText(help.globalPos(), under == &widget_ ? tool_tip_of(model_, cut) : cut, under);
+    // a name from a file is no markup
+    const QString alone = "<qt>" + cut.toHtmlEscaped() + "</qt>";
+    QToolTip::showText(help.globalPos(), under == &widget_ ? tool_tip_of(model_, cut) : alone, under);
     return true;
 }
 

@@ -4,6 +4,7 @@
 #include "qt/cut_text.h"
 #include "qt/help_lines.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QHelpEvent>
 #include <QMessageBox>
@@ -101,6 +102,21 @@ TEST_F(tool_tip, shows_the_whole_cell_of_a_list_that_is_cut) {
     EXPECT_TRUE(at(*list.viewport(), middle_of(1)).startsWith("<qt>" + QString::fromStdString(name)));
     EXPECT_FALSE(at(*list.viewport(), middle_of(3)).contains('W'));
     EXPECT_TRUE(QToolTip::text().contains("Selects a row"));
+}
+
+TEST_F(tool_tip, shows_markup_in_a_name_as_it_is_written) {
+    start();
+    operator_hand().click("cmd_auto");
+    auto& combo = operator_hand().find<QComboBox>("cbo_timing");
+    desk().rows.cbo_timing.add_item("<b>" + std::string(120, 'W') + "</b>", 0);
+    operator_hand().click("lab_com");
+    combo.showPopup();
+    QWidget& rows = *combo.view()->viewport();
+    combo.view()->scrollToTop();
+    const QModelIndex first = combo.model()->index(0, 0);
+    EXPECT_TRUE(at(rows, combo.view()->visualRect(first).center()).startsWith("<qt>&lt;b&gt;WWW"))
+        << qPrintable(QToolTip::text());
+    combo.hidePopup();
 }
 
 TEST_F(tool_tip, shows_the_whole_choice_of_a_list_that_is_cut) {
