@@ -2,6 +2,7 @@
 
 #include "platform/file_names.h"
 #include "runtime/files.h"
+#include "runtime/path_text.h"
 #include "runtime/text.h"
 
 #include <algorithm>
@@ -14,12 +15,6 @@ namespace desk::batch {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// A name without its extension; the point that a name begins with belongs to it.
-std::string_view without_extension(std::string_view name) {
-    const std::size_t point = name.rfind('.');
-    return point == std::string_view::npos || point == 0 ? name : name.substr(0, point);
-}
 
 /// 0 for names that may lead to one file.
 int compare_names(std::string_view a, std::string_view b) { return alike_name(a).compare(alike_name(b)); }

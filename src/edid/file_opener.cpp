@@ -1,9 +1,9 @@
 #include "edid/file_opener.h"
 
 #include "edid/title.h"
-#include "link/module_text.h"
 #include "runtime/failure.h"
 #include "runtime/files.h"
+#include "runtime/path_text.h"
 #include "runtime/subscript.h"
 #include "runtime/text.h"
 #include "runtime/windows_1252.h"

@@ -1,9 +1,9 @@
 #include "edid/file_readers.h"
 
 #include "edid/buffer.h"
-#include "link/module_text.h"
 #include "runtime/failure.h"
 #include "runtime/text.h"
+#include "runtime/trim_and_pad.h"
 
 #include <algorithm>
 #include <array>

@@ -3,9 +3,9 @@
 #include "edid/file_writers.h"
 #include "edid/save_name.h"
 #include "edid/title.h"
-#include "link/module_text.h"
 #include "runtime/failure.h"
 #include "runtime/files.h"
+#include "runtime/path_text.h"
 #include "runtime/text.h"
 #include "runtime/windows_1252.h"
 

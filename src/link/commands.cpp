@@ -1,6 +1,6 @@
 #include "link/commands.h"
 
-#include "link/module_text.h"
+#include "runtime/trim_and_pad.h"
 
 namespace desk::command {
 

@@ -1,10 +1,10 @@
 #include "programmer/frm_diag.h"
 
-#include "link/module_text.h"
 #include "runtime/failure.h"
 #include "runtime/numbers.h"
 #include "runtime/subscript.h"
 #include "runtime/text.h"
+#include "runtime/trim_and_pad.h"
 
 #include <numeric>
 

@@ -1,10 +1,10 @@
 #include "signal/color_settings.h"
 
 #include "link/commands.h"
-#include "link/module_text.h"
 #include "runtime/numbers.h"
 #include "runtime/subscript.h"
 #include "runtime/text.h"
+#include "runtime/trim_and_pad.h"
 
 #include <algorithm>
 #include <array>

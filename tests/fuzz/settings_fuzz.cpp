@@ -1,6 +1,6 @@
 #include "controls/operator_actions.h"
 #include "desk_under_fuzz.h"
-#include "link/module_text.h"
+#include "runtime/path_text.h"
 #include "shell/settings_file.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

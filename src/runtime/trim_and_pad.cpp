@@ -1,8 +1,7 @@
-#include "link/module_text.h"
+#include "runtime/trim_and_pad.h"
 
 #include "runtime/failure.h"
 #include "runtime/text.h"
-#include "runtime/windows_1252.h"
 
 namespace desk {
 
@@ -23,21 +22,6 @@ std::string pad_left(std::string& text, std::string_view pad, int width) {
     else
         text = text.substr(text.size() - wanted);
     return text;
-}
-
-std::string path_part(const std::string& path, int part) {
-    const std::size_t at = path.find_last_of("\\/");
-    if (at == std::string::npos) return part == 0 ? "" : path;
-    switch (part) {
-    case 0:
-        return path.substr(0, at);
-    case 1: {
-        const bool third = character_count(std::string_view(path).substr(0, at)) == 2;
-        return third ? path : std::string(first_characters(path, 3)) + "..." + path.substr(at);
-    }
-    default:
-        return path.substr(at + 1);
-    }
 }
 
 std::string trim_tabs(std::string& text) {
