@@ -1,6 +1,6 @@
 #include "batch/edid_file.h"
 
-#include "edid/file_readers.h"
+#include "edid/format/file_readers.h"
 #include "runtime/failure.h"
 #include "runtime/files.h"
 
@@ -30,16 +30,10 @@ private:
 runtime_failure no_edid(const std::string& why) { return {failure::input_past_end_of_file, why}; }
 
 void read_into(std::string_view file, file_kind kind, byte_receiver& bytes) {
-    if (kind == file_kind::hex) {
-        if (!read_hex(file, bytes)) throw no_edid("an X stands where it doesn't belong");
-    } else if (kind == file_kind::ddc) {
-        const auto give_up = [] { throw no_edid("the capture does not end with an EDID: its header is not there"); };
-        if (!read_ddc(file, bytes, give_up)) throw no_edid("it is empty");
-    } else if (kind == file_kind::bin) {
-        if (!read_bin(file, bytes)) throw no_edid("it is empty");
-    } else {
-        throw no_edid("it is no .hex, .bin or .ddc file, nor one without an extension");
-    }
+    if (kind == file_kind::unknown) throw no_edid("it is no .hex, .bin or .ddc file, nor one without an extension");
+    const auto give_up = [] { throw no_edid("the capture does not end with an EDID: its header is not there"); };
+    if (!read_file(kind, file, bytes, give_up))
+        throw no_edid(kind == file_kind::hex ? "an X stands where it doesn't belong" : "it is empty");
 }
 
 std::string remark_on(std::size_t count) {

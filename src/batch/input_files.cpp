@@ -1,9 +1,9 @@
 #include "batch/input_files.h"
 
+#include "edid/format/file_kind.h"
 #include "platform/file_names.h"
 #include "runtime/files.h"
 #include "runtime/path_text.h"
-#include "runtime/text.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// 0 for names that may lead to one file.
+/// 0 for names that can be those of one file.
 int compare_names(std::string_view a, std::string_view b) { return alike_name(a).compare(alike_name(b)); }
 
 void add_folder(input_files& found, const std::string& name) {
@@ -26,7 +26,7 @@ void add_folder(input_files& found, const std::string& name) {
          entry.increment(error)) {
         std::error_code unknown;
         std::string file_name = utf8_from_path(entry->path().filename());
-        const bool fits = !file_name.starts_with('.') && kind_of(file_name) != file_kind::unknown;
+        const bool fits = !file_name.starts_with('.') && kind_by_extension(file_name) != file_kind::unknown;
         if (fits && !entry->is_directory(unknown)) names.push_back(std::move(file_name));
     }
     if (error) {
@@ -44,7 +44,7 @@ void add_folder(input_files& found, const std::string& name) {
 void add_file(input_files& found, const std::string& name) {
     const fs::path path = path_from_utf8(name);
     std::string folder = path.has_parent_path() ? utf8_from_path(path.parent_path() / "") : "";
-    // files that are named one behind the other mostly stand in one folder
+    // consecutive names are mostly in the same folder
     if (found.folders.empty() || found.folders.back() != folder) found.folders.push_back(std::move(folder));
     found.files.push_back(
         {static_cast<std::uint32_t>(found.folders.size() - 1), false, false, utf8_from_path(path.filename())});
@@ -52,7 +52,7 @@ void add_file(input_files& found, const std::string& name) {
 
 using group = std::vector<input_file*>;
 
-/// Does something with each group of files that have a part of their names in common, in the order they were named.
+/// Calls `work` with each group of files for which `name` is the same, in the order in which they were named.
 template <class Name, class Work>
 void for_each_group(std::vector<input_file>& files, Name name, Work work) {
     std::vector<std::uint32_t> order(files.size());
@@ -69,7 +69,7 @@ void for_each_group(std::vector<input_file>& files, Name name, Work work) {
     }
 }
 
-/// Files that differ in their extension alone keep it; where it is the same it tells nothing apart.
+/// Files that differ only in their extension keep it; an equal extension distinguishes nothing.
 void keep_extensions(const group& files) {
     const bool one_name = std::all_of(files.begin(), files.end(), [&](const input_file* f) {
         return compare_names(f->name, files.front()->name) == 0;
@@ -78,21 +78,13 @@ void keep_extensions(const group& files) {
         f->keeps_extension = !one_name;
 }
 
-/// Only the first of a name has its report.
+/// Only the first file of a name gets its report.
 void take_name(const group& files) {
     for (std::size_t i = 1; i < files.size(); ++i)
         files[i]->name_taken = true;
 }
 
 } // namespace
-
-file_kind kind_of(std::string_view name) {
-    const std::string extension = lower_case(name.substr(without_extension(name).size()));
-    if (extension.empty() || extension == ".bin") return file_kind::bin;
-    if (extension == ".hex") return file_kind::hex;
-    if (extension == ".ddc") return file_kind::ddc;
-    return file_kind::unknown;
-}
 
 input_files find_input_files(const std::vector<std::string>& names) {
     input_files found;

@@ -7,33 +7,27 @@
 
 namespace desk::batch {
 
-/// How a file holds its EDID.
-enum class file_kind : std::uint8_t { hex, bin, ddc, unknown };
-
-/// By a file name's extension; a name without one is that of raw bytes.
-file_kind kind_of(std::string_view name);
-
-/// A file to report on. There can be very many of them: the folder is kept once.
+/// A file to report on. There can be very many of them, so the folder is stored once.
 struct input_file {
     std::uint32_t folder = 0;     ///< index in input_files::folders
-    bool keeps_extension = false; ///< other files have the same name but for the extension
-    bool name_taken = false;      ///< another file's report has the same name
+    bool keeps_extension = false; ///< other files differ only in their extension
+    bool name_taken = false;      ///< an earlier file's report has the same name
     std::string name;
 };
 
 /// The files that the command line names.
 struct input_files {
-    std::vector<std::string> folders; ///< each as it was named, with its separator at the end; "" is the present one
+    std::vector<std::string> folders; ///< as named, with a separator at the end; "" is the current folder
     std::vector<input_file> files;
-    std::vector<std::string> problems; ///< what can't be reported on, a sentence each
+    std::vector<std::string> problems; ///< a sentence for each file or folder without a report
 
     std::string path_of(const input_file& file) const { return folders.at(file.folder) + file.name; }
 };
 
-/// Finds the files: those named, and those of known kinds in the folders named, in the order of their names.
+/// Finds the named files, and the files of known kinds in the named folders, sorted by name.
 input_files find_input_files(const std::vector<std::string>& names);
 
-/// The name of a file's report, without the ".txt".
+/// The name of a file's report, without ".txt".
 std::string_view report_name(const input_file& file);
 
 } // namespace desk::batch

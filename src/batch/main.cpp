@@ -15,7 +15,7 @@ namespace {
 
 using namespace desk;
 
-/// A count that stands on the terminal's last line while the work goes on, and makes way for messages.
+/// A count on the terminal's last line, cleared for messages.
 class progress_line {
 public:
     void show(std::size_t done, std::size_t count) {

@@ -33,7 +33,7 @@ Exit status: 0 when each file has its report, 1 when one has not, 2 when the com
 
 namespace {
 
-/// Walks over the words; an option's value can be joined to it.
+/// Iterates over the arguments; an option's value can be joined to it.
 class word_reader {
 public:
     explicit word_reader(const std::vector<std::string>& words) : words_(words) {}

@@ -6,7 +6,7 @@
 
 namespace desk::batch {
 
-/// What the command line asks for.
+/// The options and arguments of the command line.
 struct options {
     bool help = false;
     bool version = false;
@@ -15,13 +15,13 @@ struct options {
     std::vector<std::string> inputs; ///< files and folders, in the order given
 };
 
-/// A command line that makes no sense; its words tell why.
+/// An invalid command line; `what` says why.
 class usage_error : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// Reads the words behind the program's name. Throws usage_error.
+/// Parses the arguments. Throws usage_error.
 options options_of(const std::vector<std::string>& words);
 
 /// The answer to --help.

@@ -11,14 +11,14 @@
 
 namespace desk::batch {
 
-/// Where a run's words go.
+/// Receives the output of a run.
 struct run_output {
-    std::function<bool(std::string_view bytes)> report; ///< a report for standard output; false: it takes no more
+    std::function<bool(std::string_view bytes)> report; ///< a report for standard output; false: writing failed
     std::function<void(std::string_view text)> message; ///< a message for standard error
     std::function<void(std::size_t done, std::size_t count)> progress;
 };
 
-/// Reports on every file, in the order given whatever the number of jobs. True: each has its report.
+/// Reports on every file, in the given order whatever the number of jobs. True: each file has its report.
 bool run_reports(const input_files& inputs, const options& wanted, calendar& dates, const run_output& output);
 
 } // namespace desk::batch

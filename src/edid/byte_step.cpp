@@ -1,7 +1,7 @@
 #include "edid/byte_step.h"
 
-#include "edid/buffer.h"
-#include "edid/canonical_text.h"
+#include "edid/format/buffer.h"
+#include "edid/format/canonical_text.h"
 
 namespace desk {
 

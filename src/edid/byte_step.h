@@ -1,7 +1,7 @@
 #pragma once
 
-#include "edid/checksum_rule.h"
-#include "edid/file_readers.h"
+#include "edid/format/checksum_rule.h"
+#include "edid/format/file_readers.h"
 #include "edid/window_text.h"
 #include "edid/workbench_frame.h"
 
@@ -9,12 +9,12 @@
 
 namespace desk {
 
-/// What each byte of an EDID file runs through on its way into the WRITE window.
+/// Shows the bytes of an EDID file in the WRITE window, with their checksums.
 class byte_step final : public byte_receiver {
 public:
     enum class append {
         at_once,
-        line_by_line, ///< a HEX file's bytes, when their line is finished
+        line_by_line, ///< for a HEX file, at the end of each line
     };
 
     byte_step(workbench_frame& view, window_text& text, append when)

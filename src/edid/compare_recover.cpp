@@ -17,16 +17,16 @@ compare_recover::compare_recover(machine& m, window& form, workbench_frame& view
 void compare_recover::cmd_compare_click() {
     workbench_.fra_compare.caption = "COMPARE";
     workbench_.lab_pass.caption = "";
-    // it is the windows that must not be empty: a line that tells of a failed read is enough
+    // only an empty window counts: the message of a failed read is text too
     if (workbench_.txt_write.text.get().empty() || workbench_.txt_read.text.get().empty()) {
         machine_.boxes.show("READ or WRITE data is empty!", box_icon::critical, box_buttons::ok);
         return;
     }
     result_.begin("COMPARE", "Comparing ...\r\n");
     const int count = buffers_.different_bytes();
-    result_.differing.look_at(buffers_);
-    // the words differ from those of VERIFY on purpose
-    result_.tell(count > 0 ? "There are" + str(count) + " wrong data!" : "Match entirely.");
+    result_.differing.compare(buffers_);
+    // the texts differ from those of VERIFY on purpose
+    result_.append(count > 0 ? "There are" + str(count) + " wrong data!" : "Match entirely.");
     result_.show_pass(count == 0);
 }
 
@@ -37,7 +37,7 @@ void compare_recover::cmd_recover_click(std::size_t block) {
     const std::uint8_t needed = element(window_text_.recover_sum, block);
     const std::string mark = block == 0 ? "//7F" : "//FF";
     const std::size_t p = text.find(mark);
-    // two digits and a blank stand before the mark
+    // two digits and a space precede the mark
     if (p == std::string::npos || p < 3) {
         throw runtime_failure(failure::invalid_procedure_call,
                               "Repairing block " + std::to_string(block) + ": the WRITE window has no line " + mark);

@@ -11,7 +11,7 @@
 
 namespace desk {
 
-/// COMP and the R buttons: what works on the two sides without the link.
+/// COMP and the R buttons, which work on the two sides without the link.
 class compare_recover {
 public:
     compare_recover(machine& m, window& form, workbench_frame& view, const edid_buffers& buffers,
@@ -19,7 +19,7 @@ public:
 
     /// Compares the two buffers byte by byte.
     void cmd_compare_click();
-    /// Puts the checksum that block 0 or 1 needs into the text of the WRITE window. `write_buff` keeps its byte.
+    /// Writes the checksum that block 0 or 1 needs into the text of the WRITE window. `write_buff` does not change.
     /// Throws failure::invalid_procedure_call for a text without the block's last line.
     void cmd_recover_click(std::size_t block);
 

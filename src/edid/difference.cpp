@@ -1,6 +1,6 @@
 #include "edid/difference.h"
 
-#include "edid/text_scanner.h"
+#include "edid/format/text_scanner.h"
 #include "runtime/text.h"
 
 #include <algorithm>
@@ -9,8 +9,8 @@ namespace desk {
 
 namespace {
 
-/// The canonical text of 256 bytes has 933 characters; remarks can be longer.
-constexpr std::size_t longest_looked_at = 4096;
+/// The canonical text of 256 bytes has 933 characters; comments can be longer.
+constexpr std::size_t longest_text = 4096;
 
 class places final : public text_findings {
 public:
@@ -31,7 +31,7 @@ private:
 
 } // namespace
 
-void difference::look_at(const edid_buffers& buffers) {
+void difference::compare(const edid_buffers& buffers) {
     bytes_.clear();
     for (std::size_t i = 0; i < edid_size; ++i)
         if (buffers.write_buff.at(i) != buffers.read_buff.at(i)) bytes_.push_back(i);
@@ -45,9 +45,9 @@ const std::vector<std::size_t>& difference::bytes() const {
 }
 
 std::vector<std::size_t> places_of_bytes(std::string_view window_text) {
-    const std::string_view looked_at = window_text.substr(0, longest_looked_at);
-    places all(looked_at);
-    scan_window_text(looked_at, all);
+    const std::string_view start = window_text.substr(0, longest_text);
+    places all(start);
+    scan_window_text(start, all);
     return std::move(all.found);
 }
 

@@ -9,15 +9,15 @@
 
 namespace desk {
 
-/// At which bytes the two sides differed when they were last compared, as long as both texts stay as they were.
+/// The bytes in which the two sides differed at the last comparison, until one of the texts changes.
 class difference {
 public:
     explicit difference(const workbench_frame& view) : workbench_(view) {}
 
-    /// The sides are compared.
-    void look_at(const edid_buffers& buffers);
+    /// Compares the sides.
+    void compare(const edid_buffers& buffers);
 
-    /// The places of the bytes, 0 to 255, in rising order; none once a text has changed.
+    /// The indexes of the bytes, 0 to 255, in ascending order; none once a text has changed.
     const std::vector<std::size_t>& bytes() const;
 
 private:
@@ -34,7 +34,7 @@ private:
     state read_;
 };
 
-/// Where the two digits of each byte of the EDID begin in a window's text; nothing in a text that begins with words.
+/// The position of the two digits of each byte in a window's text; none in a text that begins with words.
 std::vector<std::size_t> places_of_bytes(std::string_view window_text);
 
 } // namespace desk

@@ -1,12 +1,11 @@
 #include "edid/file_opener.h"
 
+#include "edid/format/file_kind.h"
 #include "edid/title.h"
 #include "runtime/failure.h"
 #include "runtime/files.h"
 #include "runtime/path_text.h"
 #include "runtime/subscript.h"
-#include "runtime/text.h"
-#include "runtime/windows_1252.h"
 
 namespace desk {
 
@@ -54,7 +53,7 @@ void file_opener::prepare_dialog() {
         dia_file.init_dir = path_part(fields_.edid_file_name, 0);
     else if (!newest.empty() && file_exists(newest))
         dia_file.init_dir = path_part(newest, 0);
-    // else it stays where the dialog was last
+    // otherwise the dialog keeps its last folder
 }
 
 void file_opener::open_present_name() {
@@ -80,17 +79,7 @@ void file_opener::lab_pre_f_click(std::size_t index) {
 void file_opener::load_file() {
     while_doing([this] { return "Opening the EDID file " + fields_.edid_file_name; },
                 [this] {
-                    const std::string kind = upper_case(last_characters(fields_.edid_file_name, 3));
-                    if (kind == "HEX") {
-                        load_hex();
-                    } else if (kind == "BIN") {
-                        load_bin();
-                    } else if (kind == "DDC") {
-                        load_ddc();
-                    } else {
-                        show_box("Wrong file format !");
-                        file_ok = false;
-                    }
+                    load_by_kind();
                     if (file_ok) {
                         window_text_.win2buff(buff::write, 1);
                         workbench_.cmd_write_translate.enabled = true;
@@ -102,6 +91,24 @@ void file_opener::load_file() {
     form_.caption = title_with(fields_.edid_file_name);
 }
 
+void file_opener::load_by_kind() {
+    switch (kind_by_last_characters(fields_.edid_file_name)) {
+    case file_kind::hex:
+        load_hex();
+        break;
+    case file_kind::bin:
+        load_bin();
+        break;
+    case file_kind::ddc:
+        load_ddc();
+        break;
+    default:
+        show_box("Wrong file format !");
+        file_ok = false;
+        break;
+    }
+}
+
 template <class Read>
 void file_opener::load(byte_step::append when, Read read) {
     workbench_.txt_write.text = "";
@@ -109,7 +116,7 @@ void file_opener::load(byte_step::append when, Read read) {
     file_ok = true;
     const std::string file = number_.open_for_reading(fields_.edid_file_name);
     byte_step step(workbench_, window_text_, when);
-    // what fails in here leaves the file open
+    // a failure here leaves the file open
     if (!read(file, step)) file_ok = false;
     number_.close();
 }

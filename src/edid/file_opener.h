@@ -14,17 +14,17 @@
 
 namespace desk {
 
-/// Opens EDID files into the WRITE window: with OPEN, and from the list of previous files.
+/// Opens EDID files in the WRITE window, by OPEN and from the list of previous files.
 class file_opener {
 public:
     file_opener(machine& m, window& form, workbench_frame& view, shared_fields& fields, window_text& text,
                 previous_files& previous, file_number_1& number);
 
-    bool file_ok = false; ///< the last file was parsed well
+    bool file_ok = false; ///< the last file was read without error
 
-    /// Every failure on this road ends it silently.
+    /// A failure ends it silently.
     void cmd_load_click();
-    /// No handler is armed on this road: a failure ends the program.
+    /// A failure ends the program: there is no handler.
     void lab_pre_f_click(std::size_t index);
 
     void load_file();
@@ -36,6 +36,7 @@ private:
     void choose_and_open();
     void prepare_dialog();
     void open_present_name();
+    void load_by_kind();
     template <class Read>
     void load(byte_step::append when, Read read);
     void show_box(const std::string& text);
@@ -49,7 +50,7 @@ private:
     file_number_1& number_;
 };
 
-/// Whether a file (and no folder) of that name exists.
+/// Whether the path is that of a file and not of a folder.
 bool file_exists(const std::string& path);
 
 } // namespace desk

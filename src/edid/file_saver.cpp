@@ -1,6 +1,6 @@
 #include "edid/file_saver.h"
 
-#include "edid/file_writers.h"
+#include "edid/format/file_writers.h"
 #include "edid/save_name.h"
 #include "edid/title.h"
 #include "runtime/failure.h"

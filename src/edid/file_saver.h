@@ -18,12 +18,12 @@ public:
     file_saver(machine& m, window& form, workbench_frame& view, shared_fields& fields, previous_files& previous,
                const file_number_1& number);
 
-    /// Opens frm_diag with the choice of the HEX style and returns when it has been closed.
+    /// Opens frm_diag for the choice of the HEX style; returns when it is closed.
     std::function<void()> choose_hex_type;
 
     void cmd_save_write_click();
     void cmd_save_read_click();
-    /// Side 1 is WRITE, any other READ. Every failure ends it silently.
+    /// Saves side 1, WRITE, or any other, READ. A failure ends it silently.
     void save_file(int side);
 
 private:

@@ -16,7 +16,7 @@ void previous_files::add_pre_f() {
     auto& list = workbench_.lab_pre_f;
     const auto found =
         std::find_if(list.begin(), list.end(), [this](const label& l) { return l.caption == fields_.edid_file_name; });
-    // one that is not found pushes the oldest out
+    // a new file displaces the oldest
     std::size_t gap = found == list.end() ? list.size() - 1 : static_cast<std::size_t>(found - list.begin());
     for (; gap > 0; --gap)
         list.at(gap).caption = list.at(gap - 1).caption;

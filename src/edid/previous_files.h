@@ -8,18 +8,18 @@
 
 namespace desk {
 
-/// The list of the ten files opened or saved last. The captions of its labels are the list; there is no other store.
+/// The list of the ten files last opened or saved. The captions of its labels are its only storage.
 class previous_files {
 public:
     previous_files(workbench_frame& view, const shared_fields& fields);
 
-    /// Puts `edid_file_name` at the head; one that is in the list already moves there.
+    /// Puts `edid_file_name` first; a file that is already in the list moves there.
     void add_pre_f();
-    /// Takes an entry out and closes the gap.
+    /// Removes an entry and closes the gap.
     void forget(std::size_t index);
 
     void cmd_pre_f_click();
-    /// Lights the label under the mouse alone.
+    /// Highlights only the label under the mouse.
     void lab_pre_f_mouse_move(std::size_t index);
 
 private:

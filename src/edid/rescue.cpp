@@ -1,13 +1,13 @@
 #include "edid/rescue.h"
 
-#include "edid/buffer.h"
-#include "edid/file_readers.h"
-#include "edid/file_writers.h"
+#include "edid/format/buffer.h"
+#include "edid/format/file_kind.h"
+#include "edid/format/file_readers.h"
+#include "edid/format/file_writers.h"
 #include "runtime/disk.h"
 #include "runtime/failure.h"
 #include "runtime/files.h"
 #include "runtime/text.h"
-#include "runtime/windows_1252.h"
 
 #include <system_error>
 
@@ -25,18 +25,12 @@ public:
     void finish_one_block() override { bytes.append(edid_size - edid_block_size, '\xFF'); }
 };
 
-/// What the desk's readers get out of a file.
+/// The bytes that the desk's readers get from a file.
 std::string bytes_in(const std::string& path) {
     const std::string file = read_whole_file(path_from_utf8(path));
-    const std::string kind = upper_case(last_characters(path, 3));
     bytes_of_file found;
-    if (kind == "HEX") {
-        read_hex(file, found);
-    } else if (kind == "BIN") {
-        read_bin(file, found);
-    } else {
-        read_ddc(file, found, [] { throw runtime_failure(failure::does_not_return, "the file holds no EDID"); });
-    }
+    read_file(kind_by_last_characters(path), file, found,
+              [] { throw runtime_failure(failure::does_not_return, "the file holds no EDID"); });
     return std::move(found.bytes);
 }
 
@@ -47,20 +41,20 @@ std::filesystem::path numbered(const std::filesystem::path& file, int number) {
     return older;
 }
 
-/// Also a link that leads nowhere takes a name.
+/// A dangling link takes a name too.
 bool is_taken(const std::filesystem::path& file) {
     std::error_code error;
     return std::filesystem::exists(std::filesystem::symlink_status(file, error));
 }
 
-/// Gives every older file the next number, as far as there is no gap, and the newest one number 1.
+/// Renames the newest file to number 1, and the older ones up to the first gap to the next number.
 std::error_code make_room_for(const std::filesystem::path& file) {
     if (!is_taken(file)) return {};
     int last = 1;
     while (last < older_rescued_files && is_taken(numbered(file, last)))
         ++last;
     std::error_code error;
-    // one that can't be renamed is not written over
+    // a file that can't be renamed is not overwritten
     for (; last > 1 && !error; --last)
         std::filesystem::rename(numbered(file, last - 1), numbered(file, last), error);
     if (!error) std::filesystem::rename(file, numbered(file, 1), error);
@@ -68,14 +62,14 @@ std::error_code make_room_for(const std::filesystem::path& file) {
 }
 
 std::error_code keep_as_newest(std::string_view content, const std::filesystem::path& file) {
-    // another desk can be rescuing its texts into the same folder
+    // another desk can be rescuing its texts to the same folder
     const folder_lock lock(file.parent_path());
     const std::error_code error = make_room_for(file);
     return error ? error : write_new_file(file, content, outlives::power_loss, open_to::others);
 }
 
-/// Takes the first name that is free, and sets `file` to it: in a folder that everybody can write to, a file or link of
-/// that name is somebody else's.
+/// Saves under the first free name and sets `file` to it: in a folder that everyone can write to, an existing file or
+/// link belongs to someone else.
 std::error_code keep_under_free_name(std::string_view content, std::filesystem::path& file) {
     constexpr int most_names = 10000;
     const std::filesystem::path first = file;
@@ -85,7 +79,7 @@ std::error_code keep_under_free_name(std::string_view content, std::filesystem::
     return error;
 }
 
-/// A text on its way into the first folder that takes it.
+/// A text to be saved in the first folder possible.
 class rescued_text {
 public:
     rescued_text(std::string_view edid_text, const char* name) : content_(simple_hex_of(edid_text)), name_(name) {}
@@ -148,20 +142,20 @@ std::string what_became_of(const std::string& window_text, const std::string& te
 
 std::string rescue_window_texts(const workbench_frame& view, const shared_fields& fields,
                                 const std::filesystem::path& directory, const make_folder& user_folder) noexcept {
-    std::string told;
+    std::string lines;
     const auto rescue = [&](const char* window, const text_box& box, const std::string& file, const char* name) {
         try {
             const std::string text = box.text;
             if (edid_text_of(text).empty()) return;
             const std::string line = window + what_became_of(text, file, name, directory, user_folder);
-            told += told.empty() ? line : "\n" + line;
+            lines += lines.empty() ? line : "\n" + line;
         } catch (...) {
-            // the failure that ends the program is the one to be told
+            // the failure that ends the program is the one to report
         }
     };
     rescue("The EDID of the READ window", view.txt_read, fields.read_text_file, rescued_read_name);
     rescue("The EDID of the WRITE window", view.txt_write, fields.write_text_file, rescued_write_name);
-    return told;
+    return lines;
 }
 
 std::string_view edid_text_of(std::string_view window_text) {
@@ -170,7 +164,7 @@ std::string_view edid_text_of(std::string_view window_text) {
     if (!begins_with_a_pair) return {};
     const std::size_t status = window_text.find_first_not_of("0123456789ABCDEF /\r\n");
     if (status == std::string_view::npos) return window_text;
-    // a status line begins with a line end of its own
+    // a message begins with its own line end
     const std::string_view edid_text = window_text.substr(0, status);
     return edid_text.ends_with(line_end) ? edid_text.substr(0, edid_text.size() - line_end.size()) : edid_text;
 }

@@ -14,7 +14,7 @@ void result_frame::begin(const std::string& caption, const std::string& first_li
     workbench_.txt_msg.text = first_line;
 }
 
-void result_frame::tell(const std::string& text) { workbench_.txt_msg.text += text; }
+void result_frame::append(const std::string& text) { workbench_.txt_msg.text += text; }
 
 void result_frame::show_pass(bool pass) {
     workbench_.cmd_ok.enabled = true;

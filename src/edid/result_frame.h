@@ -7,8 +7,8 @@
 
 namespace desk {
 
-/// The frame that tells the progress and the result of a transfer or a comparison. It stays until the operator presses
-/// its OK, which is dead until there is a result.
+/// The frame that shows the progress and the result of a transfer or a comparison. It stays until the operator presses
+/// its OK, which is disabled until there is a result.
 class result_frame {
 public:
     explicit result_frame(workbench_frame& view);
@@ -16,12 +16,12 @@ public:
     /// Shows the frame with its first line and no result.
     void begin(const std::string& caption, const std::string& first_line);
     /// Appends to the progress text.
-    void tell(const std::string& text);
+    void append(const std::string& text);
     void show_pass(bool pass);
 
     void cmd_ok_click();
 
-    difference differing; ///< what COMP or VERIFY has found last
+    difference differing; ///< the result of the last COMP or VERIFY
 
 private:
     workbench_frame& workbench_;

@@ -9,14 +9,14 @@
 
 namespace desk {
 
-/// Lets the operator choose where to save, and asks again where a file would be lost. `prepare` sets the dialog up each
-/// time. Nothing is chosen where the operator cancels.
+/// Asks the operator where to save, and whether to overwrite an existing file. `prepare` sets up the dialog each time.
+/// Nothing if the operator cancels.
 std::optional<file_choice> ask_where_to_save(machine& m, file_dialog_setup& setup,
                                              const std::function<void()>& prepare);
 
-/// The name with an ending of four characters, which is compared without regard to case.
-/// The desk behaves so: the last four characters go whatever they are, and the new name is not looked for again.
-/// Throws failure::invalid_procedure_call for a name that is shorter.
+/// The name with an extension of four characters, compared without regard to case.
+/// The desk behaves so: it replaces the last four characters whatever they are, and does not check whether a file of
+/// the new name exists. Throws failure::invalid_procedure_call for a shorter name.
 std::string with_ending(const std::string& name, std::string_view ending);
 
 } // namespace desk

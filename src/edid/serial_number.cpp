@@ -1,6 +1,7 @@
 #include "edid/serial_number.h"
 
-#include "edid/checksum_rule.h"
+#include "edid/format/checksum_rule.h"
+#include "edid/format/serial_bytes.h"
 #include "runtime/failure.h"
 #include "runtime/numbers.h"
 #include "runtime/text.h"
@@ -10,14 +11,11 @@
 
 namespace desk {
 
-void serial_number::get_sn(std::uint8_t buff_type) {
-    const edid_buffer& from = buffers_.of(buff_type);
-    fields_.sn_value = from[15] * 16777216.0 + from[14] * 65536.0 + from[13] * 256.0 + from[12];
-}
+void serial_number::get_sn(std::uint8_t buff_type) { fields_.sn_value = serial_number_of(buffers_.of(buff_type)); }
 
 void serial_number::set_sn(std::uint8_t buff_type) {
     edid_buffer& into = buffers_.of(buff_type);
-    // a fraction goes into the lowest byte as it is
+    // the lowest byte gets the fraction too
     const double number = buff_type == buff::write ? fields_.sn_value : 0;
     while_doing([&] { return "Storing the serial number " + trim(str(number)); },
                 [&] {
@@ -32,7 +30,7 @@ void serial_number::set_sn(std::uint8_t buff_type) {
 void serial_number::cal_checksum(std::uint8_t buff_type) {
     edid_buffer& block = buffers_.of(buff_type);
     const std::int32_t sum = std::accumulate(block.begin(), block.begin() + edid_block_size - 1, std::int32_t{0});
-    // The desk behaves so: no handler takes the failure of a block that needs 256.
+    // The desk behaves so: no handler catches the failure of a block that needs 256.
     while_doing([] { return "Mending the checksum of block 0"; },
                 [&] { block[edid_block_size - 1] = to_byte(needed_checksum(sum)); });
 }

@@ -5,7 +5,7 @@
 
 namespace desk {
 
-/// The values of `diag_mode`: who has opened frm_diag.
+/// The values of `diag_mode`: who opened frm_diag.
 namespace diag {
 
 inline constexpr std::int16_t hex_style = 1;
@@ -19,23 +19,24 @@ inline constexpr std::int16_t none = 3;
 /// The values of `hex_type`: how a HEX file is written.
 namespace hex_style {
 
-inline constexpr std::int16_t simple = 1;     ///< the window's text as it stands
+inline constexpr std::int16_t simple = 1;     ///< the window's text unchanged
 inline constexpr std::int16_t c_language = 2; ///< the lines of an initialiser
 
 } // namespace hex_style
 
-/// Fields that all windows of the EDID side share.
+/// The fields that all windows of the EDID side share.
 struct shared_fields {
-    std::string edid_file_name;  ///< path of the file last opened, or last saved from the WRITE side
-    std::string write_text_file; ///< path of the file that the text of the WRITE window last came from or went to
-    std::string read_text_file;  ///< the same of the READ window, whose text never comes from a file
-    std::uint8_t edid_src = 1;   ///< the sink: 1 HDMI/DVI OUT, 2 HDMI/DVI IN, 3 VGA OUT
+    std::string edid_file_name; ///< path of the file last opened, or last saved from the WRITE window
+    std::string
+        write_text_file; ///< path of the file from which the WRITE window was last loaded, or to which it was saved
+    std::string read_text_file; ///< path of the file to which the READ window was last saved
+    std::uint8_t edid_src = 1;  ///< the sink: 1 HDMI/DVI OUT, 2 HDMI/DVI IN, 3 VGA OUT
 
-    bool read_ok = false; ///< the last read of a sink brought 256 bytes
+    bool read_ok = false; ///< the last read of a sink returned 256 bytes
     bool run_ok = false;  ///< the result of the last step of the automatic run
     std::int16_t diag_mode = diag::none;
     std::int16_t hex_type = 0;
-    double sn_value = 0; ///< the serial number of the present run, 0 to 4294967295
+    double sn_value = 0; ///< the serial number of the current run, 0 to 4294967295
 
     // kept in the settings file
     std::uint8_t eeprom_size_index = 0; ///< 0 to 3: 256, 512, 1024 or 2048 bytes

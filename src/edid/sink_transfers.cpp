@@ -51,7 +51,7 @@ sink_transfers::sink_transfers(exchange& link, workbench_frame& view, shared_fie
 void sink_transfers::opt_edid_src_click(std::size_t place) { fields_.edid_src = static_cast<std::uint8_t>(place + 1); }
 
 bool sink_transfers::command_to_sink(std::string_view cmd) {
-    // the generator is told anew each time which sink is meant
+    // every command selects the sink anew
     switch (fields_.edid_src) {
     case 1:
         exchange_.tx_cmd(command::choose_hdmi_out);
@@ -76,7 +76,7 @@ void sink_transfers::read_sink() {
         fields_.read_ok = false;
         return;
     }
-    // straight from the port: tim_rx takes no part
+    // directly from the port, without tim_rx
     edid_buffer received{};
     work bytes_read(exchange_.progress, edid_size);
     int t = 0;
@@ -97,7 +97,7 @@ void sink_transfers::read_sink() {
         buffers_.read_buff = received;
     else if (t == read_limit)
         workbench_.txt_read.text += crlf + "Timeout ! Read fail !";
-    else // another read has failed in the middle of this one
+    else // another read failed in the middle of this one
         exchange_.host().boxes.show("Wrong response!", box_icon::critical, box_buttons::ok);
 }
 
@@ -133,12 +133,12 @@ void sink_transfers::cmd_write_click() {
 
     if (!command_to_sink(command::write_edid)) {
         if (automatic()) {
-            // The desk behaves so: the button stays red and dead until frm_diag closes.
-            tell_run("Link Error !" + crlf);
+            // The desk behaves so: the button stays red and disabled until frm_diag closes.
+            append_to_run("Link Error !" + crlf);
             fields_.run_ok = false;
             return;
         }
-        result_.tell("Link Error !");
+        result_.append("Link Error !");
         result_.show_pass(false);
         end_work(workbench_.cmd_write);
         return;
@@ -149,9 +149,9 @@ void sink_transfers::cmd_write_click() {
     exchange_.tim_rx.enabled = false;
     exchange_.host().events.pump();
     if (automatic())
-        tell_write_result_of_run(t);
+        show_write_result_of_run(t);
     else
-        tell_write_result(t);
+        show_write_result(t);
 }
 
 void sink_transfers::send_write_buff() {
@@ -173,31 +173,31 @@ int sink_transfers::wait_for_answer(int rounds, float s) {
     return t;
 }
 
-void sink_transfers::tell_write_result(int t) {
-    // The desk behaves so: any other answer leaves no mark, and the frame's OK stays dead.
+void sink_transfers::show_write_result(int t) {
+    // The desk behaves so: any other answer shows no result, and the frame's OK stays disabled.
     if (t >= write_limit) {
-        result_.tell("WRITE timeout error !" + crlf);
+        result_.append("WRITE timeout error !" + crlf);
         result_.show_pass(false);
     } else if (exchange_.rx_text == write_done) {
-        result_.tell("EWR002 Write completely .");
+        result_.append("EWR002 Write completely .");
         result_.show_pass(true);
     } else if (exchange_.rx_text == write_failed) {
-        result_.tell("EWR003 DDC Error,Write Fail !");
+        result_.append("EWR003 DDC Error,Write Fail !");
         result_.show_pass(false);
     }
     end_work(workbench_.cmd_write);
 }
 
-void sink_transfers::tell_write_result_of_run(int t) {
-    // The desk behaves so: any other answer leaves run_ok as it was, and the button stays red and dead.
+void sink_transfers::show_write_result_of_run(int t) {
+    // The desk behaves so: any other answer leaves run_ok unchanged, and the button stays red and disabled.
     if (t >= write_limit) {
-        tell_run("WRITE timeout error !" + crlf);
+        append_to_run("WRITE timeout error !" + crlf);
         fields_.run_ok = false;
     } else if (exchange_.rx_text == write_done) {
-        tell_run("EWR002 Write completely ." + crlf);
+        append_to_run("EWR002 Write completely ." + crlf);
         fields_.run_ok = true;
     } else if (exchange_.rx_text == write_failed) {
-        tell_run("EWR003 DDC Error,Write Fail !" + crlf);
+        append_to_run("EWR003 DDC Error,Write Fail !" + crlf);
         fields_.run_ok = false;
     }
 }
@@ -216,13 +216,13 @@ void sink_transfers::verify() {
     result_.begin("VERIFY", "Reading sink's edid ..." + crlf);
     read_sink();
     if (fields_.read_ok) {
-        result_.tell("Comparing ..." + crlf);
+        result_.append("Comparing ..." + crlf);
         const int count = buffers_.different_bytes();
-        result_.differing.look_at(buffers_);
-        result_.tell(count != 0 ? "There are" + str(count) + " wrong data !" : "Match entirely.");
+        result_.differing.compare(buffers_);
+        result_.append(count != 0 ? "There are" + str(count) + " wrong data !" : "Match entirely.");
         result_.show_pass(count == 0);
     } else {
-        result_.tell("Read sink's edid fail !" + crlf);
+        result_.append("Read sink's edid fail !" + crlf);
         result_.show_pass(false);
     }
     end_work(workbench_.cmd_verify);
@@ -231,20 +231,20 @@ void sink_transfers::verify() {
 
 void sink_transfers::verify_in_run() {
     frm_diag.cmd_ok->enabled = false;
-    tell_run("Reading sink's edid ..." + crlf);
+    append_to_run("Reading sink's edid ..." + crlf);
     read_sink();
     if (fields_.read_ok) {
-        tell_run("Comparing ..." + crlf);
+        append_to_run("Comparing ..." + crlf);
         const int count = buffers_.different_bytes();
         fields_.run_ok = count == 0;
-        tell_run(count != 0 ? "There are" + str(count) + " wrong data !" : "Match entirely .");
+        append_to_run(count != 0 ? "There are" + str(count) + " wrong data !" : "Match entirely .");
     } else {
-        // The desk behaves so: run_ok stays true after a good WRITE, and the run still ends in PASS.
-        tell_run("Read sink's edid fail !" + crlf);
+        // The desk behaves so: run_ok stays true after a successful WRITE, and the run still ends with PASS.
+        append_to_run("Read sink's edid fail !" + crlf);
     }
 }
 
-void sink_transfers::tell_run(const std::string& text) { frm_diag.txt_auto_msg->text += text; }
+void sink_transfers::append_to_run(const std::string& text) { frm_diag.txt_auto_msg->text += text; }
 
 void sink_transfers::cmd_erase_click() {
     if (exchange_.host().boxes.show("Are you sure to erase sink's EDID ?", box_icon::question, box_buttons::yes_no) !=
@@ -253,7 +253,7 @@ void sink_transfers::cmd_erase_click() {
     workbench_.cmd_erase.back_color = color_red;
     result_.begin("ERASE", "Erasing sink's edid ..." + crlf);
     if (!command_to_sink(command::erase_edid)) {
-        result_.tell("Link Error !" + crlf);
+        result_.append("Link Error !" + crlf);
         workbench_.cmd_erase.back_color = color_button_face;
         result_.show_pass(false);
         return;
@@ -267,12 +267,12 @@ void sink_transfers::cmd_erase_click() {
     wait_for_answer(erase_limit, 0.05F);
     const bool erased = exchange_.rx_done && exchange_.rx_text == erase_done;
     if (erased)
-        result_.tell("ERS002 ERASE complete.");
+        result_.append("ERS002 ERASE complete.");
     else if (exchange_.rx_done && exchange_.rx_text == erase_failed)
-        result_.tell("ERS003 DDC Error,Erase fail !");
+        result_.append("ERS003 DDC Error,Erase fail !");
     else
-        result_.tell("Timeout Error !");
-    // The desk behaves so: tim_rx goes on ticking.
+        result_.append("Timeout Error !");
+    // The desk behaves so: tim_rx keeps running.
     workbench_.cmd_erase.back_color = color_button_face;
     result_.show_pass(erased);
 }

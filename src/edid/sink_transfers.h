@@ -13,14 +13,14 @@
 
 namespace desk {
 
-/// READ, WRITE, VERIFY and ERASE of a sink's EDID memory. WRITE and VERIFY also run as steps of the automatic run, in
-/// whose window they report then.
+/// READ, WRITE, VERIFY and ERASE of a sink's EDID memory. WRITE and VERIFY are also steps of the automatic run, and
+/// then report in its window.
 class sink_transfers {
 public:
     sink_transfers(exchange& link, workbench_frame& view, shared_fields& fields, edid_buffers& buffers,
                    window_text& text, result_frame& result);
 
-    /// The controls of frm_diag in which the automatic run is told; set while it is open in that mode.
+    /// The controls of frm_diag that show the automatic run; set while it is open in that mode.
     struct automatic_run_window {
         text_box* txt_auto_msg = nullptr;
         button* cmd_ok = nullptr;
@@ -35,17 +35,17 @@ public:
     void cmd_erase_click();
     void opt_edid_src_click(std::size_t place);
 
-    /// Brings the sink's 256 bytes into `read_buff` and sets `read_ok`. Errors go to `txt_read`.
+    /// Reads the sink's 256 bytes to `read_buff` and sets `read_ok`. Shows errors in `txt_read`.
     void read_sink();
 
 private:
     bool automatic() const { return fields_.diag_mode == diag::automatic_run; }
     bool command_to_sink(std::string_view cmd);
-    void tell_run(const std::string& text);
+    void append_to_run(const std::string& text);
     int wait_for_answer(int rounds, float s);
     void send_write_buff();
-    void tell_write_result(int t);
-    void tell_write_result_of_run(int t);
+    void show_write_result(int t);
+    void show_write_result_of_run(int t);
     void verify();
     void verify_in_run();
 

@@ -1,7 +1,7 @@
 #include "edid/window_text.h"
 
-#include "edid/canonical_text.h"
-#include "edid/text_scanner.h"
+#include "edid/format/canonical_text.h"
+#include "edid/format/text_scanner.h"
 #include "edid/title.h"
 #include "runtime/failure.h"
 #include "runtime/numbers.h"
@@ -14,7 +14,7 @@ namespace desk {
 
 namespace {
 
-/// Stores the pairs of a text in a buffer, one behind the other.
+/// Stores the bytes of a text in a buffer.
 class into_buffer final : public text_findings {
 public:
     explicit into_buffer(edid_buffer& target) : target_(target) {}
@@ -69,7 +69,7 @@ void window_text::show_checksum(std::array<label, 2>& labels, const block_checks
 void window_text::show_write_checksum(const block_checksum& sum) {
     show_checksum(workbench_.lab_write_checksum, sum);
     if (!sum.correct) {
-        // The desk behaves so: a block that needs 256 fails here, with its label already changed.
+        // The desk behaves so: a block that needs 256 fails here, after its label has changed.
         while_doing(
             [&] { return "Keeping the checksum that block " + number_text(static_cast<int>(sum.block)) + " needs"; },
             [&] { element(recover_sum, sum.block) = to_byte(sum.needed); });

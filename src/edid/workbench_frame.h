@@ -39,12 +39,12 @@ struct workbench_frame {
     button cmd_sum_read;
 
     label lab_edid_src;
-    std::array<option_button, 3> opt_edid_src; // their indexes on the window are 1 to 3
+    std::array<option_button, 3> opt_edid_src; // indexes 1 to 3 on the window
 
     frame fra_pre_f;
-    std::array<label, 10> lab_pre_f; // the captions are the list of previous files, the newest first
+    std::array<label, 10> lab_pre_f; // the captions are the list of previous files, newest first
 
-    file_dialog_setup dia_file; ///< the one file dialog for open and save; what isn't set anew stays as it was
+    file_dialog_setup dia_file; ///< the file dialog for OPEN and SAVE; settings that are not changed persist
 
     frame fra_compare;
     text_box txt_msg;

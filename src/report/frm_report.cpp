@@ -1,6 +1,7 @@
 #include "report/frm_report.h"
 
 #include "edid/save_name.h"
+#include "report/text/report_text.h"
 #include "runtime/failure.h"
 #include "runtime/files.h"
 #include "runtime/text.h"
@@ -8,9 +9,8 @@
 
 namespace desk {
 
-frm_report::frm_report(machine& m, const edid_buffers& buffers, translation_tables& tables, serial_number& serial,
-                       const shared_fields& fields)
-    : machine_(m), builder(buffers, tables, serial, fields) {
+frm_report::frm_report(machine& m, const edid_buffers& buffers, translation_tables& tables, shared_fields& fields)
+    : machine_(m), trans_buff_(buffers.trans_buff), tables_(tables), fields_(fields) {
     lay_out_controls();
     txt_report.text = "Parsing ..." + std::string(line_end);
     cmd_save.on_click = [this] { cmd_save_click(); };
@@ -20,7 +20,8 @@ frm_report::frm_report(machine& m, const edid_buffers& buffers, translation_tabl
 
 void frm_report::load() {
     const std::tm now = machine_.dates.now();
-    if (builder.report_build(date_text(now), time_text(now))) txt_report.text = builder.report_text;
+    if (report_build(report_text, trans_buff_, tables_, fields_.sn_value, date_text(now), time_text(now)))
+        txt_report.text = report_text;
     cmd_save.enabled = true;
     cmd_exit.enabled = true;
 }
@@ -40,7 +41,7 @@ void frm_report::choose_and_save() {
     const auto choice = ask_where_to_save(machine_, dia_file, [this] { prepare_dialog(); });
     if (!choice) return;
     const std::string name = with_ending(choice->file_name, ".txt");
-    replace_whole_file(path_from_utf8(name), bytes_from_text(builder.report_text + std::string(line_end)));
+    replace_whole_file(path_from_utf8(name), bytes_from_text(report_text + std::string(line_end)));
 }
 
 void frm_report::prepare_dialog() {

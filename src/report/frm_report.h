@@ -2,21 +2,19 @@
 
 #include "controls/controls.h"
 #include "controls/window.h"
+#include "edid/buffers.h"
+#include "edid/shared_fields.h"
 #include "platform/machine.h"
-#include "report/report_builder.h"
+#include "translate/decode/translation_tables.h"
 
 #include <string>
 
 namespace desk {
 
-/// The report's window: the whole analysis of `trans_buff` as one text, to be read and saved. Each opening has a fresh
-/// one.
+/// The report's window, to read and save the report of `trans_buff`. It is created anew each time.
 class frm_report {
-    machine& machine_; // first: the parts below are built on it
-
 public:
-    frm_report(machine& m, const edid_buffers& buffers, translation_tables& tables, serial_number& serial,
-               const shared_fields& fields);
+    frm_report(machine& m, const edid_buffers& buffers, translation_tables& tables, shared_fields& fields);
 
     window form;
     text_box txt_report;
@@ -24,11 +22,11 @@ public:
     button cmd_exit;
     file_dialog_setup dia_file;
 
-    report_builder builder;
+    std::string report_text; ///< ends early if a decoder fails
 
     /// Builds the report. Throws what the decoders throw.
-    /// The desk behaves so: for an EDID that begins with no header the box goes on showing "Parsing ...", while Save
-    /// saves what there is to say.
+    /// The desk behaves so: for an EDID without a header the box keeps showing "Parsing ...", while Save saves the
+    /// short report.
     void load();
 
     void cmd_save_click();
@@ -38,6 +36,11 @@ private:
     void lay_out_controls();
     void choose_and_save();
     void prepare_dialog();
+
+    machine& machine_;
+    const edid_buffer& trans_buff_;
+    translation_tables& tables_;
+    shared_fields& fields_;
 };
 
 } // namespace desk

@@ -3,14 +3,14 @@
 namespace desk {
 
 report_opener::report_opener(machine& m, translation_frame& view, const edid_buffers& buffers,
-                             translation_tables& tables, serial_number& serial, const shared_fields& fields)
-    : machine_(m), buffers_(buffers), tables_(tables), serial_(serial), fields_(fields) {
+                             translation_tables& tables, shared_fields& fields)
+    : machine_(m), buffers_(buffers), tables_(tables), fields_(fields) {
     view.cmd_edid_report.on_click = [this] { cmd_edid_report_click(); };
 }
 
 void report_opener::cmd_edid_report_click() {
-    // one that is closed can be opened again before this procedure goes on: each opening holds its own
-    const auto opened = std::make_shared<frm_report>(machine_, buffers_, tables_, serial_, fields_);
+    // a closed window can be reopened before this procedure continues: each call owns its window
+    const auto opened = std::make_shared<frm_report>(machine_, buffers_, tables_, fields_);
     frm_report_ = opened;
     opened->load();
     machine_.windows.show(opened->form);

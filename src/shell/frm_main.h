@@ -30,9 +30,9 @@
 #include "signal/set_dispatcher.h"
 #include "signal/status_frame.h"
 #include "signal/upload.h"
+#include "translate/decode/translation_tables.h"
 #include "translate/node_dispatch.h"
 #include "translate/translation_frame.h"
-#include "translate/translation_tables.h"
 #include "translate/translation_tree.h"
 
 namespace desk {
@@ -80,8 +80,7 @@ public:
                                       shared_fields};
     desk::translation_tree translation_tree{workbench, translation_frame, edid_buffers, translation_tables,
                                             node_dispatch};
-    desk::report_opener report_opener{machine_,           translation_frame, edid_buffers,
-                                      translation_tables, serial_number,     shared_fields};
+    desk::report_opener report_opener{machine_, translation_frame, edid_buffers, translation_tables, shared_fields};
     desk::about about{exchange};
 
     picture img_logo;

@@ -1,24 +1,19 @@
 #include "translate/node_dispatch.h"
 
 #include "runtime/text.h"
-#include "translate/decode/audio.h"
 #include "translate/decode/basic.h"
 #include "translate/decode/binary_list.h"
 #include "translate/decode/color.h"
-#include "translate/decode/colorimetry.h"
+#include "translate/decode/data_block_table.h"
 #include "translate/decode/descriptor.h"
 #include "translate/decode/dtv.h"
 #include "translate/decode/established.h"
+#include "translate/decode/found_descriptor.h"
 #include "translate/decode/header.h"
 #include "translate/decode/speaker.h"
 #include "translate/decode/standard.h"
-#include "translate/decode/tag.h"
 #include "translate/decode/text_output.h"
 #include "translate/decode/vendor.h"
-#include "translate/decode/video.h"
-#include "translate/decode/video_capability.h"
-#include "translate/decode/vsdb.h"
-#include "translate/found_descriptor.h"
 
 #include <algorithm>
 #include <array>
@@ -27,7 +22,7 @@ namespace desk {
 
 namespace {
 
-/// The pictures of the positions that each bit of the speaker allocation byte stands for, from bit 0 on.
+/// The pictures for each bit of the speaker allocation byte, from bit 0.
 std::array<std::vector<picture*>, speaker_positions.size()> pictures_by_bit(translation_frame& view) {
     return {{
         {&view.pic_speaker_fl, &view.pic_speaker_fr},
@@ -72,7 +67,7 @@ void node_dispatch::hide_speakers() {
             p->visible = false;
 }
 
-// A key without a row, as that of a third monitor name, leaves the box empty.
+// A key without a row, such as that of a third monitor name, leaves the box empty.
 void node_dispatch::show_node(const std::string& key) {
     for (const auto* rows : {&block_0_, &block_1_}) {
         const auto row = std::find_if(rows->begin(), rows->end(), [&](const node_row& r) { return r.key == key; });
@@ -117,13 +112,7 @@ std::vector<node_dispatch::node_row> node_dispatch::rows_of_block_0() {
 }
 
 std::vector<node_dispatch::node_row> node_dispatch::rows_of_block_1() {
-    namespace kind = data_block_kind;
-    const auto decode = [this](std::size_t k, auto decoder) {
-        return [this, k, decoder] {
-            append([&](std::string& text) { decoder(text, trans_buff_, tables_.data_block_addr.at(k)); });
-        };
-    };
-    return {
+    std::vector<node_row> rows = {
         {"block1_root_true", [this] { tag_of_block_1("Block 1 is CEA 861 Extension Block", hex(trans_buff_[128])); }},
         {"block1_root_false",
          [this] { tag_of_block_1("Block 1 is not CEA 861 Extension Block", "0x" + hex2(trans_buff_[128])); }},
@@ -131,13 +120,6 @@ std::vector<node_dispatch::node_row> node_dispatch::rows_of_block_1() {
         {"block1_dtv",
          [this] { append([this](std::string& text) { decode_dtv(text, trans_buff_, tables_.is_cea_block1); }); }},
         {"block1_db", [this] { data_block_collection(); }},
-        {"block1_db_audio", decode(kind::audio, decode_audio_block)},
-        {"block1_db_video", decode(kind::video, decode_video_block)},
-        {"block1_db_vsdb", decode(kind::vendor_specific, decode_vsdb)},
-        {"block1_db_speaker", [this] { speakers(); }},
-        {"block1_db_vcap", decode(kind::video_capability, decode_video_capability)},
-        {"block1_db_color", decode(kind::colorimetry, decode_colorimetry)},
-        {"block1_db_unknown", [this] { unknown_data_block(); }},
         {"block1_detail", [] {}},
         {"block1_detail1", [this] { detail(1, 1); }},
         {"block1_detail2", [this] { detail(1, 2); }},
@@ -147,6 +129,9 @@ std::vector<node_dispatch::node_row> node_dispatch::rows_of_block_1() {
         {"block1_detail6", [this] { detail(1, 6); }},
         {"block1_detail7", [this] { detail(1, 7); }},
     };
+    for (std::size_t kind = 0; kind < data_block_rows.size(); ++kind)
+        rows.push_back({std::string(data_block_rows.at(kind).key), [this, kind] { data_block(kind); }});
+    return rows;
 }
 
 void node_dispatch::append(const decoder& decode) {
@@ -209,23 +194,19 @@ void node_dispatch::data_block_collection() {
     if (!tables_.has_data_blocks()) translation_.txt_edid.text = "There are no data blocks.";
 }
 
-void node_dispatch::speakers() {
-    append([this](std::string& text) {
-        const std::uint8_t address = tables_.data_block_addr[data_block_kind::speaker];
-        const std::uint8_t s = decode_speaker_block(text, trans_buff_, address);
-        const auto pictures = pictures_by_bit(translation_);
-        for (std::size_t i = 0; i < pictures.size(); ++i)
-            if (bit(s, static_cast<int>(i)))
-                for (picture* p : pictures.at(i))
-                    p->visible = true;
-    });
+void node_dispatch::data_block(std::size_t kind) {
+    const data_block_row& row = data_block_rows.at(kind);
+    const std::uint8_t address = tables_.data_block_addr.at(kind);
+    append([&](std::string& text) { row.decode(text, trans_buff_, address); });
+    if (row.decode == decode_speaker_block) show_speakers(speaker_allocation(trans_buff_, address));
 }
 
-void node_dispatch::unknown_data_block() {
-    append([this](std::string& text) {
-        print_line(text, "Unknwon Data Block");
-        print_tag(text, trans_buff_, tables_.data_block_addr[data_block_kind::unknown]);
-    });
+void node_dispatch::show_speakers(std::uint8_t allocation) {
+    const auto pictures = pictures_by_bit(translation_);
+    for (std::size_t i = 0; i < pictures.size(); ++i)
+        if (bit(allocation, static_cast<int>(i)))
+            for (picture* p : pictures.at(i))
+                p->visible = true;
 }
 
 } // namespace desk

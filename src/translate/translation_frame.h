@@ -7,7 +7,7 @@
 
 namespace desk {
 
-/// The translation panel, which lies over the EDID Read/Write view.
+/// The translation panel, which covers the EDID Read/Write view.
 struct translation_frame {
     frame fra_edid_edit;
     tree_view tree_edid;

@@ -3,10 +3,10 @@
 #include "runtime/failure.h"
 #include "runtime/text.h"
 #include "translate/decode/block_1_tags.h"
+#include "translate/decode/data_block_table.h"
 #include "translate/decode/header.h"
 
 #include <array>
-#include <utility>
 
 namespace desk {
 
@@ -14,7 +14,8 @@ namespace {
 
 constexpr int no_parent = 0;
 
-// The numbers of nodes in order of adding. The desk behaves so: they are fixed and take it that block 1 has a node.
+// The nodes' numbers, in the order in which they are added. The desk behaves so: they are fixed and assume that block 1
+// has a node.
 constexpr int block_0_root = 1;
 constexpr int block_1_root = 2;
 constexpr int standard_timings = 8;
@@ -37,17 +38,6 @@ constexpr std::array<fixed_node, 10> fixed_nodes = {{
     {"block0_standard2", "Standard Timings 4,5,6", standard_timings},
     {"block0_standard3", "Standard Timings 7,8", standard_timings},
     {"block0_dt_mon", "Detail Timings/Monitor Descriptors", block_0_root},
-}};
-
-/// In the order of `data_block_addr`.
-constexpr std::array<std::pair<const char*, const char*>, 7> data_block_nodes = {{
-    {"block1_db_audio", "Audio Data Block"},
-    {"block1_db_video", "Video Data Block"},
-    {"block1_db_vsdb", "Vendor Specific Data Block"},
-    {"block1_db_speaker", "Speaker Allocation Data Block"},
-    {"block1_db_vcap", "Video Capability Data Block"},
-    {"block1_db_color", "Colorimetry Data Block"},
-    {"block1_db_unknown", "Unknown Data Block"},
 }};
 
 } // namespace
@@ -139,7 +129,7 @@ void translation_tree::add_descriptors_of_block_0() {
             break;
         case descriptor_class::standard_timings:
             add(descriptors, "block0_std_timing", "Monitor Standard Timing");
-            // The desk behaves so: the second stands one level deeper than the first.
+            // The desk behaves so: the second is one level below the first.
             add(edid_node_count, "block0_std_t1", "Standard Timings 9,10,11");
             add(edid_node_count, "block0_std_t2", "Standard Timings 12,13,14");
             break;
@@ -164,9 +154,10 @@ void translation_tree::add_block_1() {
 }
 
 void translation_tree::add_data_blocks(int data_block_parent) {
-    for (std::size_t k = 0; k < data_block_nodes.size(); ++k) {
+    for (std::size_t k = 0; k < data_block_rows.size(); ++k) {
         if (tables_.data_block_addr.at(k) == 0) continue;
-        tree_.add(data_block_parent, data_block_nodes.at(k).first, data_block_nodes.at(k).second);
+        const data_block_row& row = data_block_rows.at(k);
+        tree_.add(data_block_parent, std::string(row.key), std::string(row.title));
     }
 }
 

@@ -2,17 +2,16 @@
 
 #include "edid/buffers.h"
 #include "edid/workbench_frame.h"
+#include "translate/decode/translation_tables.h"
 #include "translate/node_dispatch.h"
 #include "translate/translation_frame.h"
-#include "translate/translation_tables.h"
 
 #include <cstdint>
 #include <string>
 
 namespace desk {
 
-/// Builds the tree of an EDID: its block 0, its block 1, and what is found in both. It only shows: no buffer but
-/// `trans_buff` changes.
+/// Builds the tree of an EDID from its blocks 0 and 1. Changes no buffer except `trans_buff`.
 class translation_tree {
 public:
     translation_tree(workbench_frame& workbench, translation_frame& view, edid_buffers& buffers,
@@ -22,10 +21,10 @@ public:
     void cmd_write_translate_click();
     void cmd_edid_back_click();
 
-    /// Translates the WRITE buffer (1) or the READ buffer (any other value), as it stands.
-    /// The desk behaves so: an EDID whose nodes the tree refuses (failure::index_out_of_bounds for a block 1 of unknown
-    /// kind, failure::key_not_unique for a second descriptor of one class) ends the program; so does what the tables
-    /// throw. The nodes added till then stay.
+    /// Translates the WRITE buffer (1) or the READ buffer (any other value).
+    /// The desk behaves so: an EDID whose nodes the tree rejects (failure::index_out_of_bounds for a block 1 of unknown
+    /// kind, failure::key_not_unique for a second descriptor of one class) ends the program; so does a failure of the
+    /// tables. The nodes added before stay.
     void translate_edid(std::uint8_t buff_type);
 
 private:

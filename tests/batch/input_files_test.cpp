@@ -20,18 +20,6 @@ namespace {
 
 using strings = std::vector<std::string>;
 
-TEST(kind_of, is_told_by_the_extension_in_any_case) {
-    const std::vector<std::pair<std::string, file_kind>> kinds = {
-        {"a.hex", file_kind::hex},         {"a.HEX", file_kind::hex},     {"a.bin", file_kind::bin},
-        {"a.Bin", file_kind::bin},         {"a.ddc", file_kind::ddc},     {"a.DDC", file_kind::ddc},
-        {"edid", file_kind::bin},          {".hidden", file_kind::bin},   {"a.b.hex", file_kind::hex},
-        {"a.hex.txt", file_kind::unknown}, {"a.txt", file_kind::unknown}, {"a.", file_kind::unknown},
-        {"a.hexa", file_kind::unknown},
-    };
-    for (const auto& [name, kind] : kinds)
-        EXPECT_EQ(kind_of(name), kind) << name;
-}
-
 class input_files_test : public testing::Test {
 protected:
     void put(std::initializer_list<const char*> names) {

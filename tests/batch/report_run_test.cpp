@@ -1,6 +1,6 @@
 #include "batch/report_run.h"
 
-#include "report/report_builder.h"
+#include "report/text/report_text.h"
 #include "runtime/files.h"
 #include "runtime/windows_1252.h"
 #include "support/fake_machine.h"
@@ -63,14 +63,11 @@ protected:
     }
     /// The bytes of an EDID's report.
     std::string report_of(const edid_buffer& edid) {
-        edid_buffers buffers;
-        buffers.trans_buff = edid;
-        shared_fields fields;
+        std::string text;
         translation_tables tables;
-        serial_number serial{buffers, fields};
-        report_builder builder(buffers, tables, serial, fields);
-        builder.report_build(date_text(dates.moment), time_text(dates.moment));
-        return bytes_from_text(builder.report_text + "\r\n");
+        double sn_value = 0;
+        report_build(text, edid, tables, sn_value, date_text(dates.moment), time_text(dates.moment));
+        return bytes_from_text(text + "\r\n");
     }
 
     test::temporary_directory directory;

@@ -1,4 +1,4 @@
-#include "edid/canonical_text.h"
+#include "edid/format/canonical_text.h"
 
 #include "support/edid_fixture.h"
 

@@ -1,4 +1,4 @@
-#include "edid/checksum_rule.h"
+#include "edid/format/checksum_rule.h"
 
 #include "support/edid_fixture.h"
 #include "support/expect_failure.h"

@@ -1,6 +1,6 @@
 #include "edid/byte_step.h"
-#include "edid/file_readers.h"
-#include "edid/file_writers.h"
+#include "edid/format/file_readers.h"
+#include "edid/format/file_writers.h"
 #include "support/edid_fixture.h"
 #include "support/expect_failure.h"
 

@@ -53,7 +53,7 @@ protected:
         buffers.read_buff[0x12] = 1;
         buffers.write_buff[0x80] = 2;
         buffers.read_buff[0xFF] = 3;
-        found.look_at(buffers);
+        found.compare(buffers);
     }
 
     workbench_frame view;
@@ -65,14 +65,14 @@ TEST_F(edid_difference, names_the_bytes_that_differ) { EXPECT_EQ(found.bytes(), 
 
 TEST_F(edid_difference, is_gone_when_the_sides_are_equal) {
     buffers.write_buff = buffers.read_buff;
-    found.look_at(buffers);
+    found.compare(buffers);
     EXPECT_EQ(found.bytes(), places{});
 }
 
 TEST_F(edid_difference, is_gone_with_another_text_of_either_side) {
     view.txt_write.text = "";
     EXPECT_EQ(found.bytes(), places{});
-    found.look_at(buffers);
+    found.compare(buffers);
     EXPECT_EQ(found.bytes().size(), 3U);
     view.txt_read.text += "more";
     EXPECT_EQ(found.bytes(), places{});

@@ -1,4 +1,4 @@
-#include "edid/file_readers.h"
+#include "edid/format/file_readers.h"
 
 #include "runtime/text.h"
 #include "support/edid_fixture.h"

@@ -1,6 +1,6 @@
 #include "edid/file_saver.h"
 
-#include "edid/file_writers.h"
+#include "edid/format/file_writers.h"
 #include "support/edid_fixture.h"
 #include "support/file_size_limit.h"
 

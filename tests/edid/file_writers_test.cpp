@@ -1,6 +1,6 @@
-#include "edid/file_writers.h"
+#include "edid/format/file_writers.h"
 
-#include "edid/file_readers.h"
+#include "edid/format/file_readers.h"
 #include "runtime/text.h"
 #include "support/edid_fixture.h"
 

@@ -31,8 +31,8 @@ TEST_F(result_frame_test, begins_without_a_result_and_with_a_dead_ok) {
 
 TEST_F(result_frame_test, appends_what_it_tells) {
     result.begin("WRITE", "a\r\n");
-    result.tell("b");
-    result.tell("c\r\n");
+    result.append("b");
+    result.append("c\r\n");
     EXPECT_EQ(view.txt_msg.text, "a\r\nbc\r\n");
 }
 

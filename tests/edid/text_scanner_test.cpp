@@ -1,4 +1,4 @@
-#include "edid/text_scanner.h"
+#include "edid/format/text_scanner.h"
 
 #include "runtime/text.h"
 #include "support/edid_fixture.h"

@@ -35,7 +35,7 @@ void find_files(std::vector<std::string> names) {
     for (const batch::input_file& file : found.files) {
         if (!file.name_taken) ++reports[lower_case(batch::report_name(file))];
         fuzz::demand(!found.path_of(file).empty(), "a file has its path");
-        batch::kind_of(file.name);
+        kind_by_extension(file.name);
     }
     for (const auto& [name, count] : reports)
         fuzz::demand(count == 1, "no report replaces another");

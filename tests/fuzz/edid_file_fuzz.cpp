@@ -3,8 +3,8 @@
 #include "batch/edid_file.h"
 #include "desk_under_fuzz.h"
 #include "edid/byte_step.h"
-#include "edid/file_readers.h"
-#include "edid/file_writers.h"
+#include "edid/format/file_readers.h"
+#include "edid/format/file_writers.h"
 #include "support/temporary_directory.h"
 
 #include <algorithm>
@@ -17,12 +17,12 @@ using namespace desk;
 
 struct kind_of_file {
     const char* name;
-    batch::file_kind kind;
+    file_kind kind;
 };
-constexpr std::array<kind_of_file, 4> kinds = {{{"edid.hex", batch::file_kind::hex},
-                                                {"edid.bin", batch::file_kind::bin},
-                                                {"edid.ddc", batch::file_kind::ddc},
-                                                {"edid.txt", batch::file_kind::unknown}}};
+constexpr std::array<kind_of_file, 4> kinds = {{{"edid.hex", file_kind::hex},
+                                                {"edid.bin", file_kind::bin},
+                                                {"edid.ddc", file_kind::ddc},
+                                                {"edid.txt", file_kind::unknown}}};
 
 std::optional<batch::edid_file> read(const kind_of_file& what, std::string_view content) {
     static const test::temporary_directory directory;
@@ -33,16 +33,16 @@ std::optional<batch::edid_file> read(const kind_of_file& what, std::string_view 
 }
 
 /// The bytes that the desk's WRITE window shows of the file; nothing where the desk refuses it or fails.
-std::optional<std::string> shown_by_desk(batch::file_kind kind, std::string_view content) {
+std::optional<std::string> shown_by_desk(file_kind kind, std::string_view content) {
     fuzz::edid_side d;
-    const bool hex = kind == batch::file_kind::hex;
+    const bool hex = kind == file_kind::hex;
     byte_step step(d.edid, d.texts, hex ? byte_step::append::line_by_line : byte_step::append::at_once);
     const auto no_header = [] { throw runtime_failure(failure::does_not_return, "there is no header"); };
     bool taken = false;
     const bool well = fuzz::ends_well([&] {
-        taken = hex                             ? read_hex(content, step)
-                : kind == batch::file_kind::ddc ? read_ddc(content, step, no_header)
-                                                : read_bin(content, step);
+        taken = hex                      ? read_hex(content, step)
+                : kind == file_kind::ddc ? read_ddc(content, step, no_header)
+                                         : read_bin(content, step);
     });
     if (!well || !taken) return std::nullopt;
     return bin_of(d.edid.txt_write.text.get());
@@ -55,7 +55,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const kind_of_file& what = kinds.at(data[0] % kinds.size());
     const std::string_view content = fuzz::text_of(data + 1, size - 1);
     const auto file = read(what, content);
-    fuzz::demand(!file || what.kind != batch::file_kind::unknown, "a file of no known kind is refused");
+    fuzz::demand(!file || what.kind != file_kind::unknown, "a file of no known kind is refused");
     if (!file) return 0;
     auto shown = shown_by_desk(what.kind, content);
     if (!shown) return 0;

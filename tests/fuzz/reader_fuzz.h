@@ -2,7 +2,7 @@
 
 #include "desk_under_fuzz.h"
 #include "edid/byte_step.h"
-#include "edid/file_writers.h"
+#include "edid/format/file_writers.h"
 
 #include <algorithm>
 

@@ -2,8 +2,8 @@
 
 #include "desk_under_fuzz.h"
 #include "edid/byte_step.h"
-#include "edid/file_readers.h"
-#include "edid/file_writers.h"
+#include "edid/format/file_readers.h"
+#include "edid/format/file_writers.h"
 #include "runtime/windows_1252.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
 #include "desk_under_fuzz.h"
-#include "edid/file_writers.h"
+#include "edid/format/file_writers.h"
 
 #include <algorithm>
 

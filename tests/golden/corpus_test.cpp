@@ -43,7 +43,7 @@ TEST(corpus, is_translated_and_reported_or_ends_in_a_told_failure) {
     EXPECT_GT(found.files.size(), 0U) << "the folder holds no EDID";
     for (const batch::input_file& file : found.files) {
         SCOPED_TRACE(file.name);
-        translate(batch::read_edid_file(found.path_of(file), batch::kind_of(file.name)).edid);
+        translate(batch::read_edid_file(found.path_of(file), kind_by_extension(file.name)).edid);
     }
 }
 

@@ -1,4 +1,4 @@
-#include "report/established_lines.h"
+#include "report/text/established_lines.h"
 
 #include "support/translation_fixture.h"
 

@@ -32,7 +32,7 @@ protected:
         buffers.trans_buff = edid;
         report.load();
     }
-    const std::string& built() const { return report.builder.report_text; }
+    const std::string& built() const { return report.report_text; }
     std::string path(const std::string& name) const { return utf8_from_path(directory / name); }
     /// The operator presses SAVE and chooses these files one behind the other.
     void save(const std::vector<std::string>& names) {
@@ -46,7 +46,7 @@ protected:
 
     test::temporary_directory directory;
     test::fake_machine m;
-    frm_report report{m.host, buffers, tables, serial, fields};
+    frm_report report{m.host, buffers, tables, fields};
 };
 
 TEST_F(frm_report_test, has_its_controls) {

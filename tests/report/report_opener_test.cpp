@@ -32,7 +32,7 @@ protected:
     void press() { view.cmd_edid_report.on_click(); }
 
     test::fake_machine m;
-    report_opener opener{m.host, view, buffers, tables, serial, fields};
+    report_opener opener{m.host, view, buffers, tables, fields};
     std::vector<std::string> names;
     std::vector<std::string> texts;
     std::vector<bool> enabled;

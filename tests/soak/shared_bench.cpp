@@ -3,8 +3,8 @@
 // time: every file belongs to whom it belonged, no file is half, and no link of the operator's is lost. Only root can
 // be two users.
 
-#include "edid/canonical_text.h"
-#include "edid/file_writers.h"
+#include "edid/format/canonical_text.h"
+#include "edid/format/file_writers.h"
 #include "runtime/list_format.h"
 
 #include <algorithm>

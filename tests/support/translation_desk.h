@@ -4,11 +4,11 @@
 #include "edid/serial_number.h"
 #include "edid/shared_fields.h"
 #include "edid/workbench_frame.h"
-#include "report/report_builder.h"
 #include "runtime/failure.h"
+#include "support/built_report.h"
+#include "translate/decode/translation_tables.h"
 #include "translate/node_dispatch.h"
 #include "translate/translation_frame.h"
-#include "translate/translation_tables.h"
 #include "translate/translation_tree.h"
 
 #include <optional>
@@ -26,7 +26,7 @@ struct translation_desk {
     translation_tables tables;
     node_dispatch dispatch{view, buffers, tables, serial, fields};
     translation_tree tree{workbench, view, buffers, tables, dispatch};
-    report_builder report{buffers, tables, serial, fields};
+    built_report report{buffers, tables, fields};
 
     /// TRANS of the READ side. Gives the failure that ends the program.
     std::optional<runtime_failure> translate(const edid_buffer& edid) {

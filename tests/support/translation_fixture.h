@@ -5,9 +5,9 @@
 #include "edid/shared_fields.h"
 #include "edid/workbench_frame.h"
 #include "support/expect_failure.h"
+#include "translate/decode/translation_tables.h"
 #include "translate/node_dispatch.h"
 #include "translate/translation_frame.h"
-#include "translate/translation_tables.h"
 #include "translate/translation_tree.h"
 
 #include <gtest/gtest.h>

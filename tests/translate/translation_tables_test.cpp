@@ -1,4 +1,4 @@
-#include "translate/translation_tables.h"
+#include "translate/decode/translation_tables.h"
 
 #include "support/translation_fixture.h"
 
@@ -15,7 +15,7 @@ using test::bytes_at;
 using test::edid_of;
 using test::failure_of;
 using rows = std::array<descriptor_row, 7>;
-using addresses = std::array<std::uint8_t, 7>;
+using addresses = decltype(translation_tables::data_block_addr);
 
 /// As they are left by something else.
 const rows old_rows = {{{11, 0xE0}, {12, 0xE0}, {13, 0xE0}, {14, 0xE0}, {15, 0xE0}, {16, 0xE0}, {17, 0xE0}}};

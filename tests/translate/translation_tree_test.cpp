@@ -240,7 +240,7 @@ TEST_F(block_1, has_a_node_for_each_kind_that_is_there) {
 TEST_F(block_1, has_one_node_for_two_data_blocks_of_a_kind) {
     translate(cea_edid(8, {{132, {0x21, 1, 0x21, 2}}}));
     EXPECT_EQ(below("block1_db"), strings{"block1_db_audio: Audio Data Block"});
-    EXPECT_EQ(tables.data_block_addr[data_block_kind::audio], 134);
+    EXPECT_EQ(tables.data_block_addr[0], 134);
 }
 
 TEST_F(block_1, has_no_node_for_its_monitor_descriptors) {

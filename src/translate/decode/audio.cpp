@@ -20,7 +20,7 @@ constexpr std::array<std::string_view, 16> formats = {
     "MAT-MLP",  "DST",        "WMA Pro", "Reserved",
 };
 
-// the slash belongs to every value but the first, which may be missing
+// the slash belongs to every value except the first, which can be missing
 constexpr std::array<std::string_view, 7> sampling_rates = {"32", "/44.1", "/48", "/88.2", "/96", "/176.4", "/192"};
 constexpr std::array<std::string_view, 3> sample_sizes = {"16", "/20", "/24"};
 
@@ -53,7 +53,7 @@ void print_short_audio_descriptor(std::string& text, const data_block& block, in
 void decode_audio_block(std::string& text, const edid_buffer& trans_buff, std::uint8_t address) {
     if (address == 0) return print(text, "No Audio Block");
     decode_data_block("audio", trans_buff, address, [&](const data_block& block) {
-        // The desk behaves so: rounded, not cut, so that a last descriptor can reach beyond the block.
+        // The desk behaves so: rounded, not truncated, so the last descriptor can extend beyond the block.
         const int n = to_byte(block.length() / 3.0);
         for (int i = 1; i <= n; ++i)
             print_short_audio_descriptor(text, block, 1 + 3 * (i - 1));

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "edid/buffer.h"
+#include "edid/format/buffer.h"
 
 #include <cstdint>
 #include <string>
@@ -8,7 +8,7 @@
 namespace desk {
 
 /// Appends the short audio descriptors of the audio data block at an address (CEA-861-D, section 7.5.2); address 0:
-/// there is none. Throws failure::subscript_out_of_range where the block runs beyond byte 255.
+/// there is none. Throws failure::subscript_out_of_range if the block extends beyond byte 255.
 void decode_audio_block(std::string& text, const edid_buffer& trans_buff, std::uint8_t address);
 
 } // namespace desk

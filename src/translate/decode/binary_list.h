@@ -1,13 +1,13 @@
 #pragma once
 
-#include "edid/buffer.h"
+#include "edid/format/buffer.h"
 
 #include <cstddef>
 #include <string>
 
 namespace desk {
 
-/// Appends the 128 bytes of block 0 or 1: eight to a line, and behind them "//" and the address of the last one.
+/// Appends the 128 bytes of block 0 or 1: eight to a line, followed by "//" and the address of the last one.
 void print_binary_list(std::string& text, const edid_buffer& trans_buff, std::size_t block);
 
 } // namespace desk

@@ -9,8 +9,8 @@ namespace desk {
 
 namespace {
 
-// Every label ends in the zero that the number's text has lost before its point.
-// The desk behaves so: a coordinate of 0 has no point, and is told as "00".
+// Every label ends with the zero that the number's text lacks before its point.
+// The desk behaves so: a coordinate of 0 has no point and is printed as "00".
 void print_coordinate(std::string& text, std::string_view label, double v) {
     auto value = static_cast<float>(v);
     const float r = cal_chroma(value);
@@ -30,7 +30,7 @@ float cal_chroma(float& value) {
 }
 
 void decode_color(std::string& text, const edid_buffer& trans_buff) {
-    // what is not masked in the first value of each byte is a fraction below the bits that count
+    // the unmasked bits of the first value of each byte are a fraction below the significant bits
     const std::uint8_t rg = trans_buff[25];
     const std::uint8_t bw = trans_buff[26];
     print_coordinate(text, "Red x = 0", rg / 64.0 + 4 * trans_buff[27]);

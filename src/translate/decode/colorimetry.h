@@ -1,6 +1,6 @@
 #pragma once
 
-#include "edid/buffer.h"
+#include "edid/format/buffer.h"
 
 #include <cstdint>
 #include <string>

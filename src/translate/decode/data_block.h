@@ -6,17 +6,16 @@
 
 namespace desk {
 
-/// A CEA 861 data block by the address of its header byte (CEA-861-D, section 7.5). Its bytes can be read beyond its
-/// end.
+/// A CEA 861 data block at the address of its header byte (CEA-861-D, section 7.5). Bytes beyond its end can be read.
 class data_block : public placed_bytes {
 public:
     using placed_bytes::placed_bytes;
 
-    /// How many bytes its header says that it has behind it: 0 to 31.
+    /// The number of bytes after the header, as the header says: 0 to 31.
     int length() const { return byte(0) & 31; }
 };
 
-/// Decodes a data block; a failure tells which kind it is and where it lies.
+/// Decodes a data block; a failure reports its kind and address.
 template <class Decode>
 decltype(auto) decode_data_block(const char* kind, const edid_buffer& trans_buff, std::uint8_t address, Decode decode) {
     return while_doing(

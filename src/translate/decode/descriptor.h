@@ -1,13 +1,13 @@
 #pragma once
 
-#include "edid/buffer.h"
+#include "edid/format/buffer.h"
 
 #include <cstdint>
 #include <string>
 
 namespace desk {
 
-/// What decode_descriptor is asked for; the classes of descriptors have the same numbers.
+/// What decode_descriptor prints. The classes of descriptors have the same numbers.
 namespace descriptor_code {
 
 inline constexpr std::uint8_t serial_number = 0xFF;
@@ -20,10 +20,10 @@ inline constexpr std::uint8_t unknown = 0xE3;
 
 } // namespace descriptor_code
 
-/// Appends what a monitor descriptor of block 0 holds (VESA E-EDID, section 3.10.3). `address` is that of its tag, the
-/// fourth byte, which is not compared with the code. Any other code appends nothing.
-/// The desk behaves so: the standard timings are read two bytes early, so that "Standard Timing 9" is the tag and the
-/// byte behind it, and the descriptor's sixth pair does not come up.
+/// Appends the content of a monitor descriptor of block 0 (VESA E-EDID, section 3.10.3). `address` is that of its tag,
+/// the fourth byte, which is not compared with the code. An unknown code appends nothing.
+/// The desk behaves so: the standard timings are read two bytes early, so "Standard Timing 9" is the tag and the byte
+/// after it, and the descriptor's sixth pair is not shown.
 void decode_descriptor(std::string& text, const edid_buffer& trans_buff, std::uint8_t address, std::uint8_t code);
 
 } // namespace desk

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "edid/buffer.h"
+#include "edid/format/buffer.h"
 
 #include <string>
 
 namespace desk {
 
 /// Appends the lines of the CEA 861 block's header: tag, revision and byte 131 (CEA-861-D, section 7.5), the last one
-/// without its line end. For a block that is no CEA 861 block the tag alone.
+/// without its line end; for a block of another kind only the tag.
 void decode_dtv(std::string& text, const edid_buffer& trans_buff, bool is_cea_block1);
 
 } // namespace desk

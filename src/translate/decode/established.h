@@ -1,6 +1,6 @@
 #pragma once
 
-#include "edid/buffer.h"
+#include "edid/format/buffer.h"
 
 #include <array>
 #include <cstddef>
@@ -9,15 +9,15 @@
 
 namespace desk {
 
-/// An established timing: the byte and the bit that tell it, and its name.
+/// An established timing: its byte, bit and name.
 struct established_timing {
     std::size_t byte;
     int bit;
     std::string_view name;
 };
 
-/// The established timings from the top bit down (VESA E-EDID, section 3.8): eight each of bytes 35 and 36, and the
-/// one that the desk knows of byte 37.
+/// The established timings from the highest bit down (VESA E-EDID, section 3.8): eight each of bytes 35 and 36, and the
+/// one of byte 37 that the desk knows.
 inline constexpr std::array<established_timing, 17> established_timings = {{
     {35, 7, "720x400@70"},
     {35, 6, "720x400@88"},
@@ -43,10 +43,10 @@ inline constexpr std::string_view established_1_heading = "--- Established Timin
 inline constexpr std::string_view established_2_heading = "--- Established Timing II ---";
 inline constexpr std::string_view manufacturer_heading = "--- Manufacturer Timing ---";
 
-/// Whether an EDID has it.
+/// Whether an EDID has the timing.
 bool is_established(const established_timing& timing, const edid_buffer& trans_buff);
 
-/// Appends the three headings with empty lines behind each, for the boxes of the timings.
+/// Appends the three headings, each followed by empty lines for the check boxes of the timings.
 void decode_established(std::string& text);
 
 } // namespace desk

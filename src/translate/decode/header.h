@@ -1,6 +1,6 @@
 #pragma once
 
-#include "edid/buffer.h"
+#include "edid/format/buffer.h"
 
 #include <string>
 
@@ -9,7 +9,7 @@ namespace desk {
 /// Whether bytes 0 to 7 are the header of a VESA basic block (VESA E-EDID, section 3.3).
 bool is_vesa_basic_block(const edid_buffer& trans_buff);
 
-/// Appends "Header = " and bytes 0 to 7, with a blank behind each.
+/// Appends "Header = " and bytes 0 to 7, each followed by a space.
 void print_header(std::string& text, const edid_buffer& trans_buff);
 
 } // namespace desk

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "edid/buffer.h"
+#include "edid/format/buffer.h"
 #include "runtime/failure.h"
 #include "runtime/subscript.h"
 #include "runtime/text.h"
@@ -9,12 +9,12 @@
 
 namespace desk {
 
-/// The bytes of an EDID from an address on, as far as one likes.
+/// The bytes of an EDID from an address on.
 class placed_bytes {
 public:
     placed_bytes(const edid_buffer& trans_buff, int address) : trans_buff_(trans_buff), address_(address) {}
 
-    /// The byte so many places behind the first. Throws failure::subscript_out_of_range beyond byte 255.
+    /// The byte at offset `n` from the address. Throws failure::subscript_out_of_range beyond byte 255.
     std::uint8_t byte(int n) const {
         return telling([&] { return "it leads to byte " + number_text(address_ + n) + ", beyond the EDID's end"; },
                        [&] { return element(trans_buff_, address_ + n); });

@@ -14,24 +14,30 @@ void print_floor_plan(std::string& text) {
     print_line_ends(text, 3);
 }
 
-std::uint8_t print_speaker_allocation(std::string& text, const edid_buffer& trans_buff, std::uint8_t address) {
-    print_line(text, "Speaker Allocation =");
-    print(text, " ");
+std::uint8_t speaker_allocation(const edid_buffer& trans_buff, std::uint8_t address) {
+    if (address == 0) return 0;
     const std::uint8_t byte = decode_data_block("speaker allocation", trans_buff, address,
                                                 [](const data_block& block) { return block.byte(1); });
-    const std::uint8_t s = byte & 127;
-    for (std::size_t i = 0; i < speaker_positions.size(); ++i)
-        if (bit(s, static_cast<int>(i))) print(text, speaker_positions.at(i));
-    return s;
+    return byte & 127;
 }
 
-std::uint8_t decode_speaker_block(std::string& text, const edid_buffer& trans_buff, std::uint8_t address) {
-    if (address == 0) {
-        print(text, "No Speaker Allocation Data Block");
-        return 0;
-    }
+void print_speaker_allocation(std::string& text, const edid_buffer& trans_buff, std::uint8_t address) {
+    print_line(text, "Speaker Allocation =");
+    print(text, " ");
+    const std::uint8_t s = speaker_allocation(trans_buff, address);
+    for (std::size_t i = 0; i < speaker_positions.size(); ++i)
+        if (bit(s, static_cast<int>(i))) print(text, speaker_positions.at(i));
+}
+
+void decode_speaker_block(std::string& text, const edid_buffer& trans_buff, std::uint8_t address) {
+    if (address == 0) return print(text, "No Speaker Allocation Data Block");
     print_floor_plan(text);
-    return print_speaker_allocation(text, trans_buff, address);
+    print_speaker_allocation(text, trans_buff, address);
+}
+
+void report_speaker_block(std::string& text, const edid_buffer& trans_buff, std::uint8_t address) {
+    print_speaker_allocation(text, trans_buff, address);
+    print_line(text);
 }
 
 } // namespace desk

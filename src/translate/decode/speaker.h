@@ -1,6 +1,6 @@
 #pragma once
 
-#include "edid/buffer.h"
+#include "edid/format/buffer.h"
 
 #include <array>
 #include <cstddef>
@@ -10,19 +10,26 @@
 
 namespace desk {
 
-/// The positions that a bit of the speaker allocation byte stands for, from bit 0 on (CEA-861-D, section 7.5.3).
+/// The positions for each bit of the speaker allocation byte, from bit 0 (CEA-861-D, section 7.5.3).
 inline constexpr std::array<std::string_view, 7> speaker_positions = {
     "FL/FR  ", "LFE  ", "FC  ", "RL/RR  ", "RC  ", "FLC/FRC  ", "RLC/RRC  ",
 };
 
-/// Appends a floor plan with the names of the eleven positions, with room for a picture under or over each.
+/// Appends a floor plan with the names of the eleven positions, with space for a picture below or above each.
 void print_floor_plan(std::string& text);
 
-/// Appends the positions of the speaker allocation data block at an address, without a line end behind them. Gives the
-/// allocation byte, without its highest bit. Throws failure::subscript_out_of_range.
-std::uint8_t print_speaker_allocation(std::string& text, const edid_buffer& trans_buff, std::uint8_t address);
+/// The speaker allocation byte of the data block at an address, without its highest bit; 0 for address 0: there is no
+/// such block. Throws failure::subscript_out_of_range.
+std::uint8_t speaker_allocation(const edid_buffer& trans_buff, std::uint8_t address);
 
-/// Appends the floor plan and the positions; address 0: there is no such block. Gives the allocation byte.
-std::uint8_t decode_speaker_block(std::string& text, const edid_buffer& trans_buff, std::uint8_t address);
+/// Appends the positions of the speaker allocation data block at an address, without a final line end. Throws
+/// failure::subscript_out_of_range.
+void print_speaker_allocation(std::string& text, const edid_buffer& trans_buff, std::uint8_t address);
+
+/// Appends the floor plan and the positions; address 0: there is no such block.
+void decode_speaker_block(std::string& text, const edid_buffer& trans_buff, std::uint8_t address);
+
+/// Appends the positions and a line end: the report has no pictures, so it has no floor plan.
+void report_speaker_block(std::string& text, const edid_buffer& trans_buff, std::uint8_t address);
 
 } // namespace desk

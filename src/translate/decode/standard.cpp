@@ -30,7 +30,7 @@ void decode_standard(std::string& text, const edid_buffer& trans_buff, std::uint
     const std::uint8_t b1 = element(trans_buff, address + 1);
     const int h = (b0 - 1) * 8 + 256;
     const aspect_ratio& ratio = aspect_ratios.at(b1 >> 6U);
-    // not rounded: 1152 pixels of 5:4 have 921.6 lines
+    // not rounded: 1152 pixels at 5:4 have 921.6 lines
     const double v = static_cast<double>(h) * ratio.height / ratio.width;
     print_line(text, "Horizontal Active Pixel =", str(h));
     print_line(text, "Vertical Active Pixel =", str(v));

@@ -10,4 +10,9 @@ void print_tag(std::string& text, const edid_buffer& trans_buff, std::uint8_t ad
     print(text, "Tag data = 0x", hex2(element(trans_buff, address)));
 }
 
+void decode_unknown_block(std::string& text, const edid_buffer& trans_buff, std::uint8_t address) {
+    print_line(text, "Unknwon Data Block");
+    print_tag(text, trans_buff, address);
+}
+
 } // namespace desk

@@ -10,9 +10,8 @@ namespace desk {
 
 namespace {
 
-/// The desk's own words for the video identification codes, by code (CEA-861-D, table 3). They are aligned for a box of
-/// fixed pitch.
-/// The desk behaves so: where they differ from the standard (12, 13, 39) they stay.
+/// The desk's texts for the video identification codes, by code (CEA-861-D, table 3), aligned for a fixed-pitch font.
+/// The desk behaves so: 12, 13 and 39 differ from the standard.
 // clang-format off
 constexpr std::array<std::string_view, 60> vic_table = {
     "No VIC Available", // 0

@@ -1,4 +1,4 @@
-#include "translate/translation_tables.h"
+#include "translate/decode/translation_tables.h"
 
 #include "runtime/failure.h"
 #include "runtime/numbers.h"
@@ -33,28 +33,15 @@ std::uint8_t class_of(const edid_buffer& trans_buff, int a) {
 
 std::uint8_t position_of(std::size_t row) { return static_cast<std::uint8_t>(row + 1); }
 
+/// The index in `data_block_rows` of the data block at address `a`.
 std::size_t kind_of(const edid_buffer& trans_buff, int a) {
-    switch (element(trans_buff, a) >> 5) {
-    case 1:
-        return data_block_kind::audio;
-    case 2:
-        return data_block_kind::video;
-    case 3:
-        return data_block_kind::vendor_specific;
-    case 4:
-        return data_block_kind::speaker;
-    case 7:
-        switch (element(trans_buff, a + 1)) {
-        case 0:
-            return data_block_kind::video_capability;
-        case 5:
-            return data_block_kind::colorimetry;
-        default:
-            return data_block_kind::unknown;
-        }
-    default:
-        return data_block_kind::unknown;
-    }
+    const int tag = element(trans_buff, a) >> 5;
+    const int extended_tag = tag == data_block_row::extended ? element(trans_buff, a + 1) : data_block_row::any;
+    const auto fits = [](int wanted, int found) { return wanted == data_block_row::any || wanted == found; };
+    const auto row = std::find_if(data_block_rows.begin(), data_block_rows.end(), [&](const data_block_row& r) {
+        return fits(r.tag, tag) && fits(r.extended_tag, extended_tag);
+    });
+    return static_cast<std::size_t>(row - data_block_rows.begin());
 }
 
 } // namespace
@@ -84,7 +71,7 @@ void translation_tables::arrange_descriptor(const edid_buffer& trans_buff, std::
 
 void translation_tables::arrange_data_block(const edid_buffer& trans_buff) {
     cea_dtd_offset = trans_buff[offset_of_detail_timings];
-    // The desk behaves so: the addresses of the EDID before stay then.
+    // The desk behaves so: the addresses of the previous EDID stay then.
     if (!has_data_blocks()) return;
     data_block_addr.fill(0);
     const int limit = cea_dtd_offset - 1;

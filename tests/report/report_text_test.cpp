@@ -1,5 +1,6 @@
-#include "report/report_builder.h"
+#include "report/text/report_text.h"
 
+#include "support/built_report.h"
 #include "support/translation_fixture.h"
 
 #include <gtest/gtest.h>
@@ -28,7 +29,7 @@ using test::vga_lines;
 
 const std::string detail_heading = "*** Detail Timings/Monitor Descriptors ***\r\n";
 
-class report_builder_test : public test::translation_fixture {
+class report_text_test : public test::translation_fixture {
 protected:
     std::string report_of(const edid_buffer& edid) {
         buffers.trans_buff = edid;
@@ -53,7 +54,7 @@ protected:
         return report.substr(report.find(last_address) + last_address.size());
     }
 
-    report_builder builder{buffers, tables, serial, fields};
+    test::built_report builder{buffers, tables, fields};
 };
 
 const std::string title = "EDID Analysis Report \r\nDATE TIME\r\n\r\n";
@@ -111,7 +112,7 @@ const std::string limits_lines = lines({
                                  "2nd Timing Formula = Not supported";
 const std::string serial_lines = "\r\nMonitor Serial Number = 0042";
 
-TEST_F(report_builder_test, runs_through_all_in_a_fixed_order) {
+TEST_F(report_text_test, runs_through_all_in_a_fixed_order) {
     const edid_buffer edid = usual_edid();
     EXPECT_EQ(report_of(edid), title + "______ Block 0: VESA Basic Block ______\r\n" + list_of(edid, 0) + "\r\n" +
                                    analog_lines + "\r\n" + basic_lines + "\r\n" + color_lines + "\r\n" +
@@ -122,21 +123,21 @@ TEST_F(report_builder_test, runs_through_all_in_a_fixed_order) {
                                    list_of(edid, 1) + "\r\n\r\nEND.");
 }
 
-TEST_F(report_builder_test, tells_that_it_ran_to_its_end) {
+TEST_F(report_text_test, tells_that_it_ran_to_its_end) {
     buffers.trans_buff = usual_edid();
     EXPECT_TRUE(builder.report_build("", ""));
     buffers.trans_buff = {};
     EXPECT_FALSE(builder.report_build("", ""));
 }
 
-TEST_F(report_builder_test, begins_anew_each_time) {
+TEST_F(report_text_test, begins_anew_each_time) {
     const std::string first = report_of(usual_edid());
     EXPECT_EQ(report_of(usual_edid()), first);
     report_of({});
     EXPECT_EQ(report_of(usual_edid()), first);
 }
 
-TEST_F(report_builder_test, changes_no_buffer) {
+TEST_F(report_text_test, changes_no_buffer) {
     const edid_buffer edid = cea_edid(4, {{132, full_hd}});
     report_of(edid);
     EXPECT_EQ(buffers.trans_buff, edid);
@@ -144,7 +145,7 @@ TEST_F(report_builder_test, changes_no_buffer) {
     EXPECT_EQ(buffers.write_buff, edid_buffer{});
 }
 
-TEST_F(report_builder_test, ends_at_a_bad_header) {
+TEST_F(report_text_test, ends_at_a_bad_header) {
     EXPECT_EQ(report_of({}), title + "Block 0: NOT VESA Basic Block\r\nHeader = 00 00 00 00 00 00 00 00 ");
     for (std::size_t i = 0; i < 8; ++i) {
         std::vector<std::string> bytes = {"00", "FF", "FF", "FF", "FF", "FF", "FF", "00"};
@@ -157,7 +158,7 @@ TEST_F(report_builder_test, ends_at_a_bad_header) {
     }
 }
 
-TEST_F(report_builder_test, leaves_tables_and_serial_number_at_a_bad_header) {
+TEST_F(report_text_test, leaves_tables_and_serial_number_at_a_bad_header) {
     fields.sn_value = 7;
     tables.is_cea_block1 = true;
     tables.data_block_addr = {132, 133, 134, 135, 136, 137, 138};
@@ -167,20 +168,20 @@ TEST_F(report_builder_test, leaves_tables_and_serial_number_at_a_bad_header) {
     EXPECT_EQ(tables.data_block_addr[6], 138);
 }
 
-TEST_F(report_builder_test, reads_the_serial_number_of_the_edid) {
+TEST_F(report_text_test, reads_the_serial_number_of_the_edid) {
     fields.sn_value = 7;
     const std::string report = report_of(edid_of({{12, {0x78, 0x56, 0x34, 0x12}}}, usual_edid()));
     EXPECT_EQ(test::behind("Serial Number =", report), " 305419896");
     EXPECT_EQ(fields.sn_value, 305419896);
 }
 
-TEST_F(report_builder_test, has_an_empty_line_behind_a_digital_input_too) {
+TEST_F(report_text_test, has_an_empty_line_behind_a_digital_input_too) {
     EXPECT_NE(report_of(edid_of({{20, {0x81}}}, usual_edid()))
                   .find("Signal Type = Digital\r\nDFP 1.x = Compatible\r\n\r\n--- Basic Display Parameters ---\r\n"),
               std::string::npos);
 }
 
-TEST_F(report_builder_test, has_the_eight_standard_timings_under_their_numbers) {
+TEST_F(report_text_test, has_the_eight_standard_timings_under_their_numbers) {
     const std::string report = report_of(
         edid_of({{38, {0xD1, 0xC0, 0x81, 0x80, 0x71, 0x80, 0x61, 0x40, 0x31, 0x59, 0xA9, 0xC0, 0xB3, 0x00, 1, 1}}},
                 usual_edid()));
@@ -192,13 +193,13 @@ TEST_F(report_builder_test, has_the_eight_standard_timings_under_their_numbers) 
             << number;
 }
 
-TEST_F(report_builder_test, ends_in_a_gamma_that_does_not_fit) {
+TEST_F(report_text_test, ends_in_a_gamma_that_does_not_fit) {
     const std::string report = report_till(failure::overflow, edid_of({{23, {156}}}, usual_edid()));
     EXPECT_TRUE(report.starts_with(title + "______ Block 0: VESA Basic Block ______\r\n"));
     EXPECT_TRUE(report.ends_with("Max Vertical Size(cm) = 0\r\nGamma Value = "));
 }
 
-using report_of_block_0 = report_builder_test;
+using report_of_block_0 = report_text_test;
 
 TEST_F(report_of_block_0, has_each_kind_of_descriptor) {
     EXPECT_EQ(descriptors_of({{54, text_descriptor(0xFE, "TEXT")}, {72, monitor_descriptor(0x10, {})}}),
@@ -294,7 +295,7 @@ TEST_F(report_of_block_0, ends_in_a_pixel_clock_too_large) {
                                "\r\n--- BK0.Detail Timing2 ---\r\nPixel Clock(MHz) = "));
 }
 
-TEST_F(report_builder_test, tells_what_was_being_decoded_when_it_fails) {
+TEST_F(report_text_test, tells_what_was_being_decoded_when_it_fails) {
     const auto sentence_of = [this](const edid_buffer& edid) -> std::string {
         try {
             report_of(edid);
@@ -317,7 +318,7 @@ TEST_F(report_of_block_0, takes_an_edid_whose_tree_can_not_be_built) {
     EXPECT_TRUE(builder.report_text.ends_with("\r\n\r\nEND."));
 }
 
-using report_of_block_1 = report_builder_test;
+using report_of_block_1 = report_text_test;
 
 TEST_F(report_of_block_1, has_a_name_for_each_known_tag) {
     const std::vector<std::pair<int, std::string>> names = {

@@ -1,6 +1,6 @@
-#include "edid/file_writers.h"
+#include "edid/format/file_writers.h"
 
-#include "edid/text_scanner.h"
+#include "edid/format/text_scanner.h"
 #include "runtime/text.h"
 
 namespace desk {

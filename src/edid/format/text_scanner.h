@@ -5,15 +5,15 @@
 
 namespace desk {
 
-/// What the scanner finds in a window's text, in the text's order.
+/// Receives what the scanner finds in a window's text, in order.
 class text_findings {
 public:
     virtual ~text_findings() = default;
-    /// The two digits of a byte; one character or whatever stands there in a text that is not canonical.
+    /// The two digits of a byte; in a text that is not canonical, any one or two characters.
     virtual void pair(std::string_view digits) = 0;
     /// A slash.
     virtual void comment_begins() {}
-    /// A character of a comment, from the third behind its first slash on.
+    /// A character of a comment, except for its first slash and the character after it.
     virtual void comment_character(char /*c*/) {}
     /// The CR that ends a comment.
     virtual void comment_ends() {}
@@ -21,11 +21,11 @@ public:
     virtual void empty_line() {}
 };
 
-/// Reads a window's text by position: it trusts that a byte takes three characters and that an LF stands behind each
-/// CR. One slash is enough for a comment.
+/// Reads a window's text by position: assumes that a byte takes three characters and that an LF follows each CR. One
+/// slash begins a comment.
 void scan_window_text(std::string_view text, text_findings& found);
 
-/// The value of a pair: its longest hexadecimal start; 0 where there is none.
+/// The value of the hexadecimal digits at the start of a pair; 0 if there are none.
 std::uint8_t value_of_pair(std::string_view digits);
 
 } // namespace desk

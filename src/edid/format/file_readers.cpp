@@ -1,6 +1,6 @@
-#include "edid/file_readers.h"
+#include "edid/format/file_readers.h"
 
-#include "edid/buffer.h"
+#include "edid/format/buffer.h"
 #include "runtime/failure.h"
 #include "runtime/text.h"
 #include "runtime/trim_and_pad.h"
@@ -18,7 +18,7 @@ class hex_line {
 public:
     explicit hex_line(byte_receiver& bytes) : bytes_(bytes) {}
 
-    /// False: an "X" out of place.
+    /// False: a misplaced "X".
     bool take(char c) {
         if (hex_digit(c) >= 0) {
             pair_.push_back(c);
@@ -32,7 +32,7 @@ public:
         return true;
     }
 
-    /// What is no digit completes a byte of one digit.
+    /// A non-digit ends a byte of one digit.
     void separate() {
         if (!pair_.empty()) complete();
     }
@@ -50,14 +50,14 @@ private:
     std::string pair_;
 };
 
-/// One line; false: an "X" out of place.
+/// Reads a line. False: a misplaced "X".
 bool read_hex_line(std::string_view raw, byte_receiver& bytes) {
     raw = raw.substr(0, raw.find('/'));
     std::string line(raw);
     if (trim_tabs(line).empty()) return true;
     hex_line digits(bytes);
     if (!std::all_of(line.begin(), line.end(), [&](char c) { return digits.take(c); })) return false;
-    // what the cleaning took from the end still parts; without it the last single digit is dropped
+    // trimmed space at the end still separates; otherwise the last single digit is dropped
     if (raw.back() != line.back()) digits.separate();
     bytes.finish_line();
     return true;
@@ -105,6 +105,19 @@ bool read_ddc(std::string_view file, byte_receiver& bytes, const std::function<v
     }
     if (one_block) bytes.finish_one_block();
     return true;
+}
+
+bool read_file(file_kind kind, std::string_view file, byte_receiver& bytes, const std::function<void()>& another_look) {
+    switch (kind) {
+    case file_kind::hex:
+        return read_hex(file, bytes);
+    case file_kind::bin:
+        return read_bin(file, bytes);
+    case file_kind::ddc:
+        return read_ddc(file, bytes, another_look);
+    default:
+        return false;
+    }
 }
 
 } // namespace desk

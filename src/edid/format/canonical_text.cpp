@@ -1,6 +1,6 @@
-#include "edid/canonical_text.h"
+#include "edid/format/canonical_text.h"
 
-#include "edid/buffer.h"
+#include "edid/format/buffer.h"
 #include "runtime/text.h"
 
 namespace desk {

@@ -1,4 +1,4 @@
-#include "translate/found_descriptor.h"
+#include "translate/decode/found_descriptor.h"
 
 #include "runtime/failure.h"
 #include "runtime/text.h"

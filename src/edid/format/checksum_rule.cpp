@@ -1,6 +1,6 @@
-#include "edid/checksum_rule.h"
+#include "edid/format/checksum_rule.h"
 
-#include "edid/buffer.h"
+#include "edid/format/buffer.h"
 #include "runtime/numbers.h"
 
 namespace desk {
