@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// 0 for names that can be those of one file.
+/// 0 for names that can refer to the same file.
 int compare_names(std::string_view a, std::string_view b) { return alike_name(a).compare(alike_name(b)); }
 
 void add_folder(input_files& found, const std::string& name) {

@@ -120,7 +120,7 @@ private:
     calendar& dates_;
 };
 
-/// Works on the files 0 to `count` - 1 in as many threads as there are jobs.
+/// Calls `work` for 0 to `count` - 1, in up to `jobs` threads.
 void share_out(std::size_t jobs, std::size_t count, const std::function<void(std::size_t)>& work) {
     std::atomic<std::size_t> next = 0;
     const auto work_until_done = [&] {

@@ -10,8 +10,9 @@ namespace desk {
 /// restarts every attempt to open a file fails with failure::file_already_open.
 class file_number_1 {
 public:
-    /// Opens a file until `close` and returns its content. Throws failure::file_already_open; if the file can't be
-    /// opened, throws failure::file_not_found or failure::path_file_access_error and leaves the number free.
+    /// Opens a file, which stays open until `close`, and returns its content. Throws failure::file_already_open; if the
+    /// file can't be opened, throws failure::file_not_found or failure::path_file_access_error and leaves the number
+    /// free.
     std::string open_for_reading(const std::string& path);
     void close() { open_ = false; }
 

@@ -25,7 +25,7 @@ public:
     /// The number of bytes taken so far.
     std::size_t count() const { return count_; }
 
-    /// Compares the next byte without taking it; nothing except at bytes 127 and 255.
+    /// Compares the next byte, without taking it, with what its block needs; nothing except at bytes 127 and 255.
     std::optional<block_checksum> compare(std::uint8_t byte) const;
 
     /// Adds the byte. Throws failure::overflow if the running sum no longer fits in 32 bits.

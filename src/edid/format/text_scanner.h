@@ -11,7 +11,7 @@ public:
     virtual ~text_findings() = default;
     /// The two digits of a byte; in a text that is not canonical, any one or two characters.
     virtual void pair(std::string_view digits) = 0;
-    /// A slash.
+    /// The slash that begins a comment.
     virtual void comment_begins() {}
     /// A character of a comment, except for its first slash and the character after it.
     virtual void comment_character(char /*c*/) {}

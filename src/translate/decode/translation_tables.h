@@ -32,7 +32,7 @@ struct descriptor_row {
     std::uint8_t kind = 0;     ///< a descriptor_class
 };
 
-/// The addresses of the descriptors and data blocks of an EDID. The tables describe one block at a time; a call leaves
+/// The addresses of the descriptors and data blocks of an EDID. The tables describe one block at a time; a call keeps
 /// what it does not write.
 struct translation_tables {
     std::array<descriptor_row, 7> descriptor_map{};
