@@ -103,7 +103,11 @@ lines words_of(const std::string& line);
 /// All that the desk has to say about an EDID.
 facts said_about(const edid_buffer& edid);
 
-/// Facts under headings, for comparison.
-std::vector<std::pair<std::string, std::string>> sections_of(const facts& all);
+/// Some of the facts, as lines to compare. Line 0 of a text is its outcome.
+struct section {
+    std::string name;
+    lines all;
+};
+std::vector<section> sections_of(const facts& all);
 
 } // namespace desk::golden

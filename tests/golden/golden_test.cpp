@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 
@@ -18,8 +19,13 @@ TEST_P(golden, is_what_the_desk_says) {
     const auto expected = sections_of(file.expected());
     const auto said = sections_of(said_about(file.edid()));
     for (std::size_t i = 0; i < std::min(expected.size(), said.size()); ++i) {
-        ASSERT_EQ(expected[i].first, said[i].first);
-        EXPECT_EQ(expected[i].second, said[i].second) << expected[i].first;
+        ASSERT_EQ(expected[i].name, said[i].name);
+        const auto [line, other] =
+            std::mismatch(expected[i].all.begin(), expected[i].all.end(), said[i].all.begin(), said[i].all.end());
+        if (line != expected[i].all.end() || other != said[i].all.end())
+            ADD_FAILURE() << expected[i].name << ", line " << line - expected[i].all.begin() << "\n  expected "
+                          << (line == expected[i].all.end() ? "no more" : *line) << "\n  said     "
+                          << (other == said[i].all.end() ? "no more" : *other);
     }
     EXPECT_EQ(expected.size(), said.size());
 }

@@ -16,7 +16,8 @@ using test::translation_desk;
 
 /// The names of the data blocks in the order of `data_block_addr`: the ends of the keys of their nodes.
 constexpr std::array kinds = {"audio", "video", "vsdb", "speaker", "vcap", "color", "unknown"};
-static_assert(kinds.size() == std::tuple_size_v<decltype(translation_tables::data_block_addr)>);
+static_assert(kinds.size() == std::tuple_size_v<decltype(translation_tables::data_block_addr)>,
+              "each kind has a name here");
 
 /// A text as in a file, without marks.
 lines escaped(const std::string& text) {
@@ -109,18 +110,20 @@ facts said_about(const edid_buffer& edid) {
     return all;
 }
 
-std::vector<std::pair<std::string, std::string>> sections_of(const facts& all) {
-    std::vector<std::pair<std::string, std::string>> sections(all.values.begin(), all.values.end());
-    std::string nodes;
+std::vector<section> sections_of(const facts& all) {
+    std::vector<section> sections;
+    for (const auto& [name, value] : all.values)
+        sections.push_back({name, {value}});
+    sections.push_back({"nodes", {}});
     for (const shown_node& n : all.nodes)
-        nodes += n.key + " under " + n.parent + (n.expanded ? ", open" : "") + (n.bold ? ", bold" : "") + ": " +
-                 n.title + "\n";
-    sections.emplace_back("nodes", nodes);
+        sections.back().all.push_back(n.key + " under " + n.parent + (n.expanded ? ", open" : "") +
+                                      (n.bold ? ", bold" : "") + ": " + n.title);
     for (const auto& [name, shown] : all.texts) {
-        std::string text = shown.outcome + "\n";
+        lines text = {shown.outcome};
         for (const std::string& line : shown.text)
-            text += "| " + line + "$\n";
-        sections.emplace_back("text " + name, text + shown.over);
+            text.push_back("| " + line + "$");
+        text.push_back(shown.over);
+        sections.push_back({"text " + name, text});
     }
     return sections;
 }
