@@ -79,7 +79,7 @@ lines words_of(const std::string& line) {
     return words;
 }
 
-golden_file::golden_file(const std::filesystem::path& path) : name_(path.stem().string()) {
+golden_file::golden_file(const std::filesystem::path& path) : folder_(path.parent_path()), name_(path.stem().string()) {
     std::ifstream file(path, std::ios::binary);
     if (!file) throw std::runtime_error(path.string() + " can't be read");
     for (std::string line; std::getline(file, line);) {
@@ -95,7 +95,7 @@ golden_file::golden_file(const std::filesystem::path& path) : name_(path.stem().
         const bool named =
             words.size() > 1 && (kind == "tree" || kind == "reported" || kind == "title" || kind == "text");
         items_.push_back({named ? kind + " " + words[1].substr(0, words[1].find(':')) : kind, {line}});
-        if (kind == "base") base_ = std::make_shared<golden_file>(path.parent_path() / (words.at(1) + ".txt"));
+        if (kind == "base") base_ = std::make_shared<golden_file>(folder_ / (words.at(1) + ".txt"));
     }
     parse();
 }
@@ -175,6 +175,11 @@ std::optional<golden_file::own_text> golden_file::text_of(const std::string& nam
 std::optional<lines> golden_file::body(const std::string& text) const {
     const auto found = text_of(text);
     return found ? std::optional(found->body) : std::nullopt;
+}
+
+std::string golden_file::outcome(const std::string& text) const {
+    const auto found = text_of(text);
+    return found ? found->outcome : "ok";
 }
 
 edid_buffer golden_file::edid() const {
@@ -308,12 +313,29 @@ void golden_file::set_text(const std::string& name, const std::string& outcome, 
     const std::string like = texts_.contains(name) ? texts_[name].like : "";
     const bool has_source = !like.empty() || of_base;
     const auto changed = has_source ? changes(body, like_of(name, like)) : std::nullopt;
-    const bool shorter = changed && (!changed->empty() || !like.empty()) && changed->size() + 1 < body.size();
+    const bool shorter = changed && (like.empty() ? !changed->empty() && changed->size() + 1 < body.size()
+                                                  : changed->size() < body.size());
     lines written = {key + (outcome == "ok" ? "" : " " + outcome) + (shorter && !like.empty() ? " like " + like : "")};
     const lines& rest = shorter ? *changed : body;
     written.insert(written.end(), rest.begin(), rest.end());
     item_of(key).written = written;
     parse();
+}
+
+void golden_file::reload_base() {
+    if (!base_) return;
+    base_ = std::make_shared<golden_file>(folder_ / (base_->name() + ".txt"));
+    const auto texts = texts_;
+    for (const auto& [name, text] : texts) {
+        item& i = item_of("text " + name);
+        i.written = {"text " + name + (text.outcome == "ok" ? "" : " " + text.outcome)};
+        i.written.insert(i.written.end(), text.body.begin(), text.body.end());
+    }
+    parse();
+    for (const auto& [name, text] : texts) {
+        texts_[name].like = text.like;
+        set_text(name, text.outcome, text.body);
+    }
 }
 
 std::string golden_file::written() const {

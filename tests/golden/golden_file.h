@@ -58,6 +58,8 @@ public:
     std::string value(const std::string& key) const;
     /// The lines of a text with their marks, changed lines ("~") put in place; nullopt: there is none.
     std::optional<lines> body(const std::string& text) const;
+    /// How a text ends by itself: "ok", "stops" or "fatal N".
+    std::string outcome(const std::string& text) const;
     bool has(const std::string& key) const;
     /// Expands a text; the lines are empty where it adds no line. Gives the outcome.
     std::string expand(const std::string& text, std::vector<expanded_line>& to) const;
@@ -66,6 +68,8 @@ public:
     void set_value(const std::string& key, const std::string& value);
     /// Sets a text of one's own, as changes of the text that it is like if that is shorter.
     void set_text(const std::string& text, const std::string& outcome, const lines& body);
+    /// Reads the base again, and keeps what the texts of this file are.
+    void reload_base();
     std::string written() const;
 
 private:
@@ -86,6 +90,7 @@ private:
     std::optional<own_text> text_of(const std::string& name) const;
     lines like_of(const std::string& name, const std::string& like) const;
 
+    std::filesystem::path folder_;
     std::string name_;
     std::shared_ptr<golden_file> base_;
     std::vector<item> items_;
