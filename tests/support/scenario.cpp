@@ -10,8 +10,10 @@
 #include <algorithm>
 #include <charconv>
 #include <fstream>
+#include <functional>
 #include <iostream>
 #include <iterator>
+#include <map>
 #include <regex>
 #include <sstream>
 #include <stdexcept>
@@ -150,6 +152,43 @@ public:
         }
     }
 
+    using directive_table = std::map<std::string, std::function<void(run&, std::string)>>;
+
+    static const directive_table& directives() {
+        static const directive_table all = {
+            {"settings", [](run& r, const std::string& text) { r.put_file("marlo_rs232.ini", text); }},
+            {"catalogue", [](run& r, const std::string& text) { r.put_file("timing_pattern.ini", text); }},
+            {"file",
+             [](run& r, std::string text) {
+                 const std::string file = take_word(text);
+                 r.put_file(file, text);
+             }},
+            {"expect_file",
+             [](run& r, std::string text) {
+                 const std::string file = take_word(text);
+                 r.expect_file(file, text);
+             }},
+            {"file_holds",
+             [](run& r, std::string text) {
+                 const std::string file = take_word(text);
+                 r.expect_file_holds(file, text);
+             }},
+            {"on_show", [](run& r, const std::string& names) { r.expect_on_show(names); }},
+            {"lit",
+             [](run& r, std::string text) {
+                 const std::string group = take_word(text);
+                 r.expect_lit(group, text == "none" ? -1 : number(text));
+             }},
+            {"mark", [](run& r, const std::string&) { r.mark_ = r.clock(); }},
+            {"passed",
+             [](run& r, std::string text) {
+                 const int least = number(take_word(text));
+                 r.expect_passed(least, number(text));
+             }},
+        };
+        return all;
+    }
+
 private:
     void fail(const std::string& expected, const std::string& got) {
         failures.push_back("line " + std::to_string(now_->number) + ": " + now_->text + "\n    expected " + expected +
@@ -173,36 +212,9 @@ private:
     }
 
     void directive(std::string text) {
-        const std::string name = take_word(text);
-        if (name == "settings") {
-            put_file("marlo_rs232.ini", text);
-        } else if (name == "catalogue") {
-            put_file("timing_pattern.ini", text);
-        } else if (name == "file") {
-            const std::string file = take_word(text);
-            put_file(file, text);
-        } else if (name == "expect_file") {
-            const std::string file = take_word(text);
-            expect_file(file, text);
-        } else if (name == "file_holds") {
-            const std::string file = take_word(text);
-            expect_file_holds(file, text);
-        } else if (name == "on_show") {
-            expect_on_show(text);
-        } else if (name == "lit") {
-            const std::string group = take_word(text);
-            expect_lit(group, text == "none" ? -1 : number(text));
-        } else if (name == "mark") {
-            mark_ = clock();
-        } else if (name == "passed") {
-            const int least = number(take_word(text));
-            const int most = number(text);
-            const int passed = clock() - mark_;
-            if (passed < least || passed > most)
-                fail(std::to_string(least) + " to " + std::to_string(most) + " ms", std::to_string(passed));
-        } else {
-            fail("a directive", name);
-        }
+        const auto found = directives().find(take_word(text));
+        if (found == directives().end()) return fail("a directive", now_->text);
+        found->second(*this, text);
     }
 
     void put_file(const std::string& name, const std::string& text) const {
@@ -267,6 +279,12 @@ private:
         if (count == 0 || lit >= count) fail("a group that has this button", group);
     }
 
+    void expect_passed(int least, int most) {
+        const int passed = clock() - mark_;
+        if (passed < least || passed > most)
+            fail(std::to_string(least) + " to " + std::to_string(most) + " ms", std::to_string(passed));
+    }
+
     int clock() { return number(robot_.answer("clock").substr(3)); }
 
     static int number(const std::string& text) {
@@ -317,6 +335,13 @@ std::vector<std::string> run_scenario(const scenario& s, std::string_view defaul
     for (const scenario_line& line : s.lines)
         r.line(line);
     return r.failures;
+}
+
+std::vector<std::string> directive_names() {
+    std::vector<std::string> names;
+    for (const auto& [name, carry_out] : run::directives())
+        names.push_back(name);
+    return names;
 }
 
 int run_scenario_file(const std::filesystem::path& file) {

@@ -1,7 +1,10 @@
 #include "support/scenario.h"
 
+#include "runtime/files.h"
+
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <stdexcept>
 #include <string>
 
@@ -123,6 +126,29 @@ TEST(a_scenario, measures_the_clock) {
 
 TEST(a_scenario, knows_its_directory) {
     EXPECT_TRUE(failures_of("file \"$DIR/x.hex\"\nfile $DIR/x.hex   -> ~ ^refused\n").empty());
+}
+
+/// What follows each start of a line in the language's reference, up to the next space.
+std::vector<std::string> words_after(const std::string& start) {
+    const std::string reference = read_whole_file(SCENARIO_REFERENCE);
+    std::vector<std::string> words;
+    for (std::size_t at = 0; (at = reference.find("\n///     " + start, at)) != std::string::npos;) {
+        at += std::string("\n///     " + start).size();
+        words.push_back(reference.substr(at, reference.find_first_of(" \n", at) - at));
+    }
+    std::sort(words.begin(), words.end());
+    return words;
+}
+
+TEST(the_reference_of_the_language, has_each_directive_on_a_line_of_its_own) {
+    EXPECT_EQ(words_after("! "), directive_names());
+}
+
+TEST(the_reference_of_the_language, has_every_other_form_on_a_line_of_its_own) {
+    EXPECT_EQ(words_after("command"), std::vector<std::string>(3, ""));
+    for (const char* form : {"== ", "# ", "let $NAME = ", "command   -> ANSWER", "command   -> ~ REGEX", "$DIR",
+                             "{12*00}", "{3..30:TEXT}", "{3..30, TEXT}", "{text DIGITS}"})
+        EXPECT_EQ(words_after(form).size(), 1U) << form;
 }
 
 } // namespace

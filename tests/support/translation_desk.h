@@ -1,15 +1,8 @@
 #pragma once
 
-#include "edid/buffers.h"
-#include "edid/serial_number.h"
-#include "edid/shared_fields.h"
-#include "edid/workbench_frame.h"
 #include "runtime/failure.h"
 #include "support/built_report.h"
-#include "translate/decode/translation_tables.h"
-#include "translate/node_dispatch.h"
-#include "translate/translation_frame.h"
-#include "translate/translation_tree.h"
+#include "support/translation_panel.h"
 
 #include <optional>
 #include <string>
@@ -17,15 +10,7 @@
 namespace desk::test {
 
 /// The translation panel and the report without the rest of the desk: cheap to have a fresh one for each click.
-struct translation_desk {
-    edid_buffers buffers;
-    shared_fields fields;
-    serial_number serial{buffers, fields};
-    workbench_frame workbench;
-    translation_frame view;
-    translation_tables tables;
-    node_dispatch dispatch{view, buffers, tables, serial, fields};
-    translation_tree tree{workbench, view, buffers, tables, dispatch};
+struct translation_desk : translation_panel {
     built_report report{buffers, tables, fields};
 
     /// TRANS of the READ side. Gives the failure that ends the program.

@@ -1,14 +1,9 @@
 #pragma once
 
 #include "edid/buffers.h"
-#include "edid/serial_number.h"
-#include "edid/shared_fields.h"
-#include "edid/workbench_frame.h"
 #include "support/expect_failure.h"
+#include "support/translation_panel.h"
 #include "translate/decode/translation_tables.h"
-#include "translate/node_dispatch.h"
-#include "translate/translation_frame.h"
-#include "translate/translation_tree.h"
 
 #include <gtest/gtest.h>
 
@@ -22,7 +17,6 @@
 #include <sstream>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace desk {
@@ -210,8 +204,8 @@ inline void expect_appends(const decoding& decode) {
     EXPECT_EQ(behind_others, "before\r\n" + alone);
 }
 
-/// The translation panel with its tables and procedures.
-class translation_fixture : public testing::Test {
+/// The translation panel as it is when the desk starts.
+class translation_fixture : public testing::Test, protected translation_panel {
 protected:
     translation_fixture() {
         view.tree_edid.name = "tree_edid";
@@ -235,51 +229,6 @@ protected:
     std::string text_of_node(std::string_view key) {
         click(key);
         return view.txt_edid.text;
-    }
-
-    /// The numbers of the boxes that are on show, and of those that are ticked.
-    std::vector<int> visible_boxes() const {
-        return boxes_that([](const check_box& box) { return box.visible.get(); });
-    }
-    std::vector<int> ticked_boxes() const {
-        return boxes_that([](const check_box& box) { return box.value.get() == 1; });
-    }
-
-    /// The names of the pictures on show: "fl", "lfe".
-    std::vector<std::string> visible_pictures() {
-        std::vector<std::string> names;
-        for (const auto& [name, shown] : all_pictures())
-            if (shown->visible) names.push_back(name);
-        return names;
-    }
-    std::vector<std::pair<std::string, picture*>> all_pictures() {
-        return {{"fl", &view.pic_speaker_fl},   {"flc", &view.pic_speaker_flc}, {"fc", &view.pic_speaker_fc},
-                {"frc", &view.pic_speaker_frc}, {"fr", &view.pic_speaker_fr},   {"lfe", &view.pic_speaker_lfe},
-                {"rl", &view.pic_speaker_rl},   {"rlc", &view.pic_speaker_rlc}, {"rc", &view.pic_speaker_rc},
-                {"rrc", &view.pic_speaker_rrc}, {"rr", &view.pic_speaker_rr}};
-    }
-
-    workbench_frame workbench;
-    translation_frame view;
-    edid_buffers buffers;
-    shared_fields fields;
-    translation_tables tables;
-    serial_number serial{buffers, fields};
-    node_dispatch dispatch{view, buffers, tables, serial, fields};
-    translation_tree tree{workbench, view, buffers, tables, dispatch};
-
-private:
-    void hide_all() {
-        for (check_box& box : view.chk_established)
-            box.visible = false;
-        for (const auto& [name, shown] : all_pictures())
-            shown->visible = false;
-    }
-    std::vector<int> boxes_that(const std::function<bool(const check_box&)>& holds) const {
-        std::vector<int> numbers;
-        for (std::size_t i = 0; i < view.chk_established.size(); ++i)
-            if (holds(view.chk_established.at(i))) numbers.push_back(static_cast<int>(i));
-        return numbers;
     }
 };
 
