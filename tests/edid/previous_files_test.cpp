@@ -44,11 +44,6 @@ TEST_F(previous_files_test, take_a_new_one_in_front) {
     EXPECT_EQ(list_with("y"), (strings{"y", "x", "", "", "", "", "", "", "", ""}));
 }
 
-TEST_F(previous_files_test, lose_the_oldest_of_ten) {
-    set_list(ten);
-    EXPECT_EQ(list_with("x"), (strings{"x", "a", "b", "c", "d", "e", "f", "g", "h", "i"}));
-}
-
 TEST_F(previous_files_test, move_one_that_they_have_to_the_front) {
     for (std::size_t found = 0; found < 10; ++found) {
         set_list(ten);
@@ -75,27 +70,6 @@ TEST_F(previous_files_test, close_the_gap_of_one_that_is_forgotten) {
     EXPECT_EQ(list_without(0), (strings{"b", "c", "d", "e", "f", "g", "h", "i", "j", ""}));
     EXPECT_EQ(list_without(4), (strings{"a", "b", "c", "d", "f", "g", "h", "i", "j", ""}));
     EXPECT_EQ(list_without(9), (strings{"a", "b", "c", "d", "e", "f", "g", "h", "i", ""}));
-}
-
-TEST_F(previous_files_test, change_nothing_but_captions) {
-    set_list(ten);
-    remember();
-    previous.forget(8);
-    EXPECT_EQ(changed(), (strings{"lab_pre_f(8).caption", "lab_pre_f(9).caption"}));
-    remember();
-    list_with("b");
-    EXPECT_EQ(changed(), (strings{"edid_file_name", "lab_pre_f(0).caption", "lab_pre_f(1).caption"}));
-}
-
-TEST_F(previous_files_test, come_and_go_with_their_button) {
-    remember();
-    view.cmd_pre_f.on_click();
-    EXPECT_TRUE(view.fra_pre_f.visible);
-    EXPECT_EQ(changed(), strings{"fra_pre_f.visible"});
-    view.cmd_pre_f.on_click();
-    EXPECT_FALSE(view.fra_pre_f.visible);
-    view.cmd_pre_f.on_click();
-    EXPECT_TRUE(view.fra_pre_f.visible);
 }
 
 TEST_F(previous_files_test, light_the_one_under_the_mouse_alone) {

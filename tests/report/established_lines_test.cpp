@@ -32,8 +32,6 @@ std::string with_ticks(const std::vector<int>& timings) {
     return text;
 }
 
-TEST(established_lines, have_an_empty_box_for_each_timing_that_is_not_there) { EXPECT_EQ(established_text({}), none); }
-
 TEST(established_lines, have_a_ticked_box_for_each_timing_that_is_there) {
     EXPECT_EQ(established_text({0xFF, 0xFF, 0xFF}), lines({
                                                         "",
@@ -64,10 +62,6 @@ TEST(established_lines, have_a_bit_for_each_box) {
 }
 
 TEST(established_lines, do_not_read_the_lower_bits_of_byte_37) { EXPECT_EQ(established_text({0, 0, 0x7F}), none); }
-
-TEST(established_lines, stand_behind_what_was_there) {
-    test::expect_appends([](std::string& text) { print_established_lines(text, {}); });
-}
 
 } // namespace
 } // namespace desk
