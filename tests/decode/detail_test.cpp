@@ -167,7 +167,7 @@ TEST(sync, is_told_by_four_bits) {
             "Analog Composite\r\nSync Locate = " + composite[bits],
             "Bipolar Analog Composite\r\nSync Locate = " + composite[bits],
             "Digital Composite\r\n" + digital[bits] + "Sync Polarity = " + sign,
-            "Digital Seperate\r\nH/V Sync Polarity = " + sign + "/" + signs[bits / 2],
+            "Digital Seperate\r\nH/V Sync Polarity = " + sign + (bits / 2 == 0 ? "/Negative" : "/Positive"),
         };
         for (int type = 0; type < 4; ++type) {
             for (const int others : {0x00, 0x01, 0x60, 0xE1}) {
