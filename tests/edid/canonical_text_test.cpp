@@ -4,30 +4,16 @@
 
 #include <gtest/gtest.h>
 
-#include <sstream>
 #include <string>
 
 namespace desk {
 namespace {
-
-using test::strings;
 
 std::string whole_text(std::string_view data) {
     std::string text;
     for (std::size_t i = 0; i < data.size(); ++i)
         text += canonical_piece(static_cast<std::uint8_t>(test::byte_at(data, i)), i);
     return text;
-}
-
-/// What stands from the first slash of each line on; an empty line is empty.
-strings comments_of(const std::string& text) {
-    strings comments;
-    std::istringstream lines(text);
-    for (std::string line; std::getline(lines, line);) {
-        EXPECT_TRUE(line.ends_with('\r')) << line;
-        comments.push_back(line == "\r" ? "" : line.substr(24));
-    }
-    return comments;
 }
 
 TEST(canonical_piece, has_two_upper_case_digits_and_a_blank) {
