@@ -11,7 +11,6 @@
 namespace desk {
 namespace {
 
-using test::behind;
 using test::edid_of;
 using test::text_of;
 

@@ -11,7 +11,6 @@ namespace desk {
 namespace {
 
 using test::edid_of;
-using test::text_of;
 
 const std::vector<int> good_header = {0x00, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0x00};
 

@@ -11,7 +11,6 @@ namespace {
 
 using test::behind;
 using test::edid_of;
-using test::lines;
 using test::text_of;
 using test::text_till;
 

@@ -23,7 +23,6 @@ namespace {
 using test::boxes;
 using test::buffer_of;
 using test::checksum_text;
-using test::edid_header;
 using test::failure_of;
 using test::good_edid;
 using test::needing_256;
@@ -284,20 +283,6 @@ INSTANTIATE_TEST_SUITE_P(open, format_test,
                          testing::Values(format{"hex", window_text_of}, format{"bin", same},
                                          format{"ddc", behind_junk}),
                          [](const auto& f) { return std::string(f.param.name); });
-
-TEST_P(format_test, gives_the_bytes_of_random_edids) {
-    test::random_edids random(8);
-    for (int i = 0; i < 100; ++i) {
-        const std::string data = edid_header + random.next().substr(8);
-        if (test::needed_by(data, 0) == 256 || test::needed_by(data, 1) == 256) continue;
-        open_data(data);
-        ASSERT_EQ(view.txt_write.text.get(), window_text_of(data));
-        ASSERT_EQ(buffers.write_buff, buffer_of(data));
-        ASSERT_EQ(view.lab_write_checksum[0].caption, checksum_text(data, 0));
-        ASSERT_EQ(view.lab_write_checksum[1].caption, checksum_text(data, 1));
-    }
-    EXPECT_TRUE(m.boxes.all.empty());
-}
 
 TEST_P(format_test, ends_in_silence_for_a_block_that_needs_256_and_leaves_the_number_open) {
     const std::string data = needing_256(good_edid(), 0);

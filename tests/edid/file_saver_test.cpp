@@ -8,7 +8,6 @@
 
 #include <filesystem>
 #include <string>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -20,10 +19,7 @@ namespace desk {
 namespace {
 
 using test::boxes;
-using test::buffer_of;
 using test::good_edid;
-using test::mended;
-using test::needing_256;
 using test::some_bytes;
 using test::strings;
 using test::window_text_of;
@@ -252,24 +248,6 @@ TEST_F(saved_file, of_bin_keeps_the_tail_of_a_longer_old_one) {
     directory.put("a.bin", std::string(1024, 'x'));
     save_over("a.bin", bin_kind);
     EXPECT_EQ(directory.content("a.bin"), good_edid() + std::string(768, 'x'));
-}
-
-TEST_F(saved_file, gives_the_same_bytes_when_it_is_opened_again) {
-    test::random_edids random(9);
-    for (int i = 0; i < 100; ++i) {
-        const std::string data = mended(mended(random.next(), 0), 1);
-        const bool fails = test::needed_by(data, 0) == 256 || test::needed_by(data, 1) == 256;
-        if (fails) continue;
-        for (const auto& [name, kind, style] : {std::tuple{"a.hex", 1, 1}, {"b.hex", 1, 2}, {"c.bin", 2, 0}}) {
-            view.txt_write.text = window_text_of(data);
-            hex_type_choice = static_cast<std::int16_t>(style);
-            save_over(name, kind);
-            buffers.write_buff.fill(0x33);
-            open(name);
-            ASSERT_EQ(buffers.write_buff, buffer_of(data)) << name;
-            ASSERT_EQ(view.txt_write.text.get(), window_text_of(data)) << name;
-        }
-    }
 }
 
 class failing_save : public file_saver_test {

@@ -6,13 +6,9 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <utility>
-#include <vector>
 
 namespace desk {
 namespace {
-
-using test::strings;
 
 /// Takes note of what is found: "[00]" for a pair, "//" and the characters of a comment, "<" where a comment ends, "-"
 /// for an empty line.

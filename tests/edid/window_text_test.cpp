@@ -203,29 +203,6 @@ TEST_F(shown_buffer, on_the_write_side_fails_at_a_block_that_needs_256) {
     }
 }
 
-TEST_F(shown_buffer, on_the_write_side_is_the_same_for_random_bytes) {
-    test::random_edids random(4);
-    int overflows = 0;
-    for (int i = 0; i < 300; ++i) {
-        const std::string data = random.next();
-        buffers.write_buff = buffer_of(data);
-        const bool fails = test::needed_by(data, 0) == 256 || test::needed_by(data, 1) == 256;
-        overflows += fails;
-        ASSERT_EQ(failure_of([&] { texts.buff2win(1, 1); }), fails ? std::optional(failure::overflow) : std::nullopt);
-        if (fails) continue;
-        ASSERT_EQ(view.txt_write.text.get(), window_text_of(data));
-        for (const std::size_t block : {0, 1}) {
-            const bool wrong = test::needed_by(data, block) != test::byte_at(data, 128 * block + 127);
-            ASSERT_EQ(view.lab_write_checksum.at(block).caption, checksum_text(data, block));
-            ASSERT_EQ(view.lab_write_checksum.at(block).fore_color, wrong ? 192U : 0U);
-            ASSERT_EQ(view.cmd_recover.at(block).visible, wrong);
-            if (!wrong) continue;
-            ASSERT_EQ(texts.recover_sum.at(block), test::needed_by(data, block));
-        }
-    }
-    EXPECT_GT(overflows, 5);
-}
-
 TEST_F(window_text_test, knows_two_blocks_alone) {
     EXPECT_EQ(failure_of([&] { texts.show_write_checksum({2, 7, false}); }), failure::subscript_out_of_range);
 }
