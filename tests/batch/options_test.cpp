@@ -62,6 +62,8 @@ TEST(options, end_at_two_hyphens) {
     EXPECT_FALSE(read.help);
 }
 
+TEST(options, take_one_hyphen_as_a_name) { EXPECT_EQ(options_of({"-"}).inputs, words{"-"}); }
+
 TEST(options, can_ask_for_help) {
     EXPECT_TRUE(options_of({"-h"}).help);
     EXPECT_TRUE(options_of({"--help"}).help);

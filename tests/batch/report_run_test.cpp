@@ -357,5 +357,14 @@ TEST_F(run_into_folder, tells_where_it_can_not_write) {
     EXPECT_TRUE(messages[1].starts_with(path("b.bin") + ": "));
 }
 
+TEST_F(run_into_folder, leaves_the_output_alone_where_it_can_not_write) {
+    put("x/a.bin", usual_edid());
+    put("y/a.bin", usual_edid());
+    EXPECT_FALSE(run({"x/a.bin", "y/a.bin"}, 1, "out"));
+    EXPECT_TRUE(reports.empty()) << "its name is taken";
+    EXPECT_FALSE(run({"x/a.bin"}, 1, "missing"));
+    EXPECT_TRUE(reports.empty()) << "there is no such folder";
+}
+
 } // namespace
 } // namespace desk::batch

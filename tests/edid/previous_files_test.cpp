@@ -44,6 +44,11 @@ TEST_F(previous_files_test, take_a_new_one_in_front) {
     EXPECT_EQ(list_with("y"), (strings{"y", "x", "", "", "", "", "", "", "", ""}));
 }
 
+TEST_F(previous_files_test, lose_the_oldest_of_ten) {
+    set_list(ten);
+    EXPECT_EQ(list_with("x"), (strings{"x", "a", "b", "c", "d", "e", "f", "g", "h", "i"}));
+}
+
 TEST_F(previous_files_test, move_one_that_they_have_to_the_front) {
     for (std::size_t found = 0; found < 10; ++found) {
         set_list(ten);

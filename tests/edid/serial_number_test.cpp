@@ -81,6 +81,11 @@ TEST_F(serial_number_test, is_stored_over_its_whole_range) {
     }
 }
 
+TEST_F(serial_number_test, loses_what_is_above_its_highest_byte) {
+    store(4294967296.0 + 305419896);
+    EXPECT_EQ(buffers.write_buff, buffer_of(stamped("\x78\x56\x34\x12")));
+}
+
 TEST_F(serial_number_test, is_the_same_when_it_is_read_again) {
     std::mt19937 random(5);
     for (int i = 0; i < 500; ++i) {

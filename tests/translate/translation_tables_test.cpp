@@ -95,7 +95,7 @@ TEST_F(descriptors_of_block_0, leave_the_data_blocks_as_they_are) {
 using descriptors_of_block_1 = translation_tables_test;
 
 TEST_F(descriptors_of_block_1, are_all_unknown_for_offset_0_and_start_where_they_did) {
-    EXPECT_EQ(rows_of(1, {{128, {2, 3, 0, 0, 1, 1, 1}}}), all_unknown);
+    EXPECT_EQ(rows_of(1, {{99, {1}}, {128, {2, 3, 0, 0, 1, 1, 1}}}), all_unknown);
     EXPECT_EQ(tables.descriptor_start, 99);
 }
 
