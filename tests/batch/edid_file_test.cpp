@@ -107,11 +107,6 @@ TEST_F(edid_file_test, is_cut_behind_two_blocks) {
     }
 }
 
-TEST_F(edid_file_test, has_hexadecimal_digits_in_any_notation) {
-    for (const char* text : {"12 AB 0C", "0x12,0xab,0x0c", "12AB0C", "12 AB // a comment\r\n0C"})
-        EXPECT_EQ(read(text, file_kind::hex).edid, filled_up("\x12\xAB\x0C")) << text;
-}
-
 TEST_F(edid_file_test, must_hold_a_byte) {
     EXPECT_EQ(complaint_of("", file_kind::bin), "it is empty.");
     EXPECT_EQ(complaint_of("", file_kind::ddc), "it is empty.");

@@ -76,12 +76,6 @@ TEST_F(input_files_test, are_those_of_known_kinds_in_a_folder_in_the_order_of_th
     EXPECT_TRUE(found.problems.empty());
 }
 
-TEST_F(input_files_test, can_be_named_with_and_without_their_folder) {
-    put({"x/1.hex", "y/2.hex", "3.hex", "z/4.hex"});
-    find({"3.hex", "x", "z/4.hex", "y/"});
-    EXPECT_EQ(paths_found(), (strings{"3.hex", "x/1.hex", "z/4.hex", "y/2.hex"}));
-}
-
 TEST_F(input_files_test, lie_where_they_were_named_when_a_folder_comes_again) {
     find({"x/1.hex", "y/2.hex", "y/3.hex", "x/4.hex", "y/5.hex"});
     EXPECT_EQ(paths_found(), (strings{"x/1.hex", "y/2.hex", "y/3.hex", "x/4.hex", "y/5.hex"}));
@@ -128,13 +122,6 @@ TEST_F(input_files_test, are_missed_in_a_folder_that_can_not_be_read) {
 }
 #endif
 
-TEST_F(input_files_test, can_have_names_beyond_ascii) {
-    put({"in/\xC3\xA4\xE2\x82\xAC.hex"});
-    find({"in"});
-    EXPECT_EQ(paths_found(), strings{"in/\xC3\xA4\xE2\x82\xAC.hex"});
-    EXPECT_EQ(report_names(), strings{"\xC3\xA4\xE2\x82\xAC"});
-}
-
 using report_names_test = input_files_test;
 
 TEST_F(report_names_test, are_without_the_extension) {
@@ -159,34 +146,11 @@ TEST_F(report_names_test, are_compared_without_regard_to_case_beyond_ascii) {
 }
 #endif
 
-TEST_F(report_names_test, are_compared_across_folders) {
-    find({"x/a.hex", "y/a.bin"});
-    EXPECT_EQ(report_names(), (strings{"a.hex", "a.bin"}));
-}
-
 TEST_F(report_names_test, can_be_taken_by_an_earlier_file) {
     find({"x/a.hex", "b.hex", "y/a.hex", "z/A.HEX"});
     EXPECT_EQ(report_names(), (strings{"a", "b", "taken: a", "taken: A"}));
     find({"a.hex", "a.hex"});
     EXPECT_EQ(report_names(), (strings{"a", "taken: a"}));
-}
-
-TEST_F(report_names_test, are_those_of_the_first_however_many_there_are) {
-    strings names;
-    strings expected;
-    for (int i = 0; i < 100; ++i) {
-        names.push_back(std::to_string(100 - i) + "/edid");
-        expected.emplace_back(i == 0 ? "edid" : "taken: edid");
-    }
-    find(names);
-    EXPECT_EQ(report_names(), expected);
-}
-
-TEST_F(report_names_test, do_not_depend_on_the_order_of_naming) {
-    find({"x/a.hex", "y/a.hex", "z/a.bin"});
-    EXPECT_EQ(report_names(), (strings{"a.hex", "taken: a.hex", "a.bin"}));
-    find({"x/a.hex", "z/a.bin", "y/a.hex"});
-    EXPECT_EQ(report_names(), (strings{"a.hex", "a.bin", "taken: a.hex"}));
 }
 
 TEST_F(report_names_test, can_be_taken_by_a_name_that_lost_its_extension) {

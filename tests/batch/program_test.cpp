@@ -139,32 +139,6 @@ TEST_F(program, reads_every_kind_of_file) {
     }
 }
 
-TEST_F(program, fills_up_or_cuts_and_says_so) {
-    edid_buffer filled = good_edid();
-    std::fill(filled.begin() + 128, filled.end(), 0xFF);
-    folder.put("short", bytes_of_edid(good_edid(), 128));
-    EXPECT_EQ(run(in_folder("short")), 0);
-    EXPECT_EQ(without_date(out), report_of(filled));
-    EXPECT_NE(err.find("its EDID has 128 bytes; block 1 counts as FF."), std::string::npos);
-    folder.put("long", bytes_of_edid(good_edid()) + std::string(128, '\x02'));
-    EXPECT_EQ(run(in_folder("long")), 0);
-    EXPECT_EQ(without_date(out), report_of(good_edid()));
-    EXPECT_NE(err.find("its EDID has 384 bytes; the first two blocks are reported."), std::string::npos);
-}
-
-TEST_F(program, tells_a_failure_with_the_text_so_far_and_goes_on) {
-    std::filesystem::create_directory(folder.path() / "edids");
-    folder.put("edids/1.bin", bytes_of_edid(bad_gamma()));
-    folder.put("edids/2.bin", bytes_of_edid(good_edid()));
-    EXPECT_EQ(run("-o " + in_folder("reports") + " " + in_folder("edids")), 1);
-    EXPECT_FALSE(folder.has("reports/1.txt"));
-    EXPECT_EQ(without_date(folder.content("reports/2.txt")), report_of(good_edid()));
-    EXPECT_EQ(out, "");
-    EXPECT_NE(err.find("1.bin: run-time error 6: Overflow. "), std::string::npos);
-    EXPECT_NE(err.find("EDID Analysis Report \r\n"), std::string::npos);
-    EXPECT_TRUE(err.ends_with("Max Vertical Size(cm) = 0\r\nGamma Value = \n"));
-}
-
 TEST_F(program, tells_what_it_can_not_read_and_goes_on) {
     folder.put("empty.bin", "");
     folder.put("notes.txt", "no EDID");
@@ -194,46 +168,6 @@ TEST_F(program, tells_that_it_can_not_make_the_folder) {
     EXPECT_TRUE(err.starts_with("edid_report: the folder " + (folder.path() / "one.bin/reports").string() +
                                 " can't be made: "));
     EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1);
-}
-
-TEST_F(program, a_header_that_is_none_is_a_report_and_no_failure) {
-    folder.put("zero.bin", std::string(256, '\0'));
-    EXPECT_EQ(run(in_folder("zero.bin")), 0);
-    EXPECT_TRUE(out.ends_with("Block 0: NOT VESA Basic Block\r\nHeader = 00 00 00 00 00 00 00 00 \r\n"));
-}
-
-TEST_F(program, takes_the_files_of_a_folder_in_the_order_of_their_names_whatever_the_jobs) {
-    std::filesystem::create_directories(folder.path() / "edids" / "inner");
-    for (int i = 0; i < 200; ++i)
-        folder.put("edids/" + std::to_string(1000 + i) + ".bin",
-                   bytes_of_edid(good_edid(static_cast<std::uint8_t>(i))));
-    folder.put("edids/inner/0.bin", bytes_of_edid(good_edid()));
-    folder.put("edids/readme.txt", "not looked at");
-    folder.put("edids/.hidden", "not looked at");
-    for (const char* jobs : {"-j1 ", "-j 7 "}) {
-        EXPECT_EQ(run(jobs + in_folder("edids")), 0);
-        EXPECT_EQ(err, "");
-        std::vector<std::string> numbers;
-        for (const std::string& line : lines_of(out))
-            if (line.starts_with("Serial Number = ")) numbers.push_back(line.substr(16));
-        ASSERT_EQ(numbers.size(), 200U);
-        for (std::size_t i = 0; i < numbers.size(); ++i)
-            EXPECT_EQ(numbers[i], std::to_string(i));
-    }
-}
-
-TEST_F(program, keeps_reports_apart_that_would_have_one_name) {
-    for (const char* sub : {"x", "y"})
-        std::filesystem::create_directory(folder.path() / sub);
-    folder.put("x/a.bin", bytes_of_edid(good_edid(1)));
-    folder.put("x/a", bytes_of_edid(good_edid(2)));
-    folder.put("x/b.bin", bytes_of_edid(good_edid(3)));
-    folder.put("y/b.bin", bytes_of_edid(good_edid(4)));
-    EXPECT_EQ(run("-o " + in_folder("out_folder") + " " + in_folder("x") + " " + in_folder("y")), 1);
-    EXPECT_EQ(without_date(folder.content("out_folder/a.bin.txt")), report_of(good_edid(1)));
-    EXPECT_EQ(without_date(folder.content("out_folder/a.txt")), report_of(good_edid(2)));
-    EXPECT_EQ(without_date(folder.content("out_folder/b.txt")), report_of(good_edid(3)));
-    EXPECT_NE(err.find("another file has its report in "), std::string::npos);
 }
 
 #ifndef _WIN32
@@ -313,12 +247,6 @@ TEST_F(program_on_terminal, sends_it_no_control_characters) {
         << screen.written();
 }
 
-TEST_F(program_on_terminal, sends_it_the_lines_of_the_report_so_far) {
-    folder.put("one.bin", bytes_of_edid(bad_gamma()));
-    EXPECT_EQ(run_errors_there(in_folder("one.bin")), 1);
-    EXPECT_NE(screen.written().find("The report so far:\nEDID Analysis Report \r\n"), std::string::npos);
-}
-
 TEST_F(program_on_terminal, gets_a_monitors_name_without_its_control_characters) {
     edid_buffer edid = good_edid();
     const std::string name = "\x1B[2J\x9B"
@@ -340,12 +268,6 @@ TEST_F(program_on_terminal, gets_a_monitors_name_without_its_control_characters)
         << written;
     EXPECT_EQ(written.find_first_of("\x1B\a"), std::string::npos);
     EXPECT_EQ(lines_of(written).size(), lines_of(out).size());
-}
-
-TEST_F(program, tells_names_as_they_are_where_there_is_no_terminal) {
-    const std::string name = "a\x1B[2J\x01\x7F\xC3\xA4.bin";
-    EXPECT_EQ(run(in_folder(name)), 1);
-    EXPECT_TRUE(err.starts_with("edid_report: " + folder.path().string() + "/" + name + ": "));
 }
 
 #endif

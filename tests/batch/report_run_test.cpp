@@ -87,12 +87,6 @@ TEST_F(report_run_test, has_the_report_and_a_line_end_for_each_file) {
     EXPECT_TRUE(messages.empty());
 }
 
-TEST_F(report_run_test, has_nothing_to_do_without_files) {
-    EXPECT_TRUE(run({}));
-    EXPECT_TRUE(reports.empty());
-    EXPECT_TRUE(messages.empty());
-}
-
 TEST_F(report_run_test, keeps_the_order_whatever_the_number_of_jobs) {
     strings names;
     strings expected;
@@ -174,14 +168,6 @@ TEST_F(report_run_test, begins_each_report_with_fresh_tables) {
     EXPECT_EQ(reports, (strings{report_of(with_blocks), report_of(cea_edid(4)), report_of(with_blocks)}));
 }
 
-TEST_F(report_run_test, reports_on_a_bad_header_and_on_what_has_no_tree) {
-    put("bad.bin", {});
-    put("unknown.bin", edid_of({{128, {0}}}, usual_edid()));
-    EXPECT_TRUE(run({"bad.bin", "unknown.bin"}));
-    EXPECT_TRUE(reports.at(0).ends_with("Block 0: NOT VESA Basic Block\r\nHeader = 00 00 00 00 00 00 00 00 \r\n"));
-    EXPECT_TRUE(reports.at(1).ends_with("END.\r\n"));
-}
-
 TEST_F(report_run_test, writes_a_byte_for_each_character) {
     put("a", edid_of({{18, {255, 80}}}, named_edid("\xE4\x80")));
     EXPECT_TRUE(run({"a"}));
@@ -222,16 +208,6 @@ TEST_F(failing_run, tells_the_failure_and_the_report_so_far) {
     EXPECT_TRUE(messages[0].starts_with(path("a.bin") + ": run-time error 6: Overflow. ")) << messages[0];
     EXPECT_NE(messages[0].find(" The report so far:\nEDID Analysis Report \r\n"), std::string::npos);
     EXPECT_TRUE(messages[0].ends_with("Gamma Value = "));
-}
-
-TEST_F(failing_run, tells_which_value_it_was) {
-    put("a.bin", edid_of({{54, {0x4D, 0xD0}}}, usual_edid()));
-    EXPECT_FALSE(run({"a.bin"}));
-    ASSERT_EQ(messages.size(), 1U);
-    EXPECT_NE(messages[0].find("Decoding detailed timing 1: a pixel clock of 533.25 MHz does not fit. The report so "
-                               "far:\nEDID Analysis Report \r\n"),
-              std::string::npos)
-        << messages[0];
 }
 
 TEST_F(failing_run, tells_what_else_goes_wrong_with_a_file) {
@@ -316,14 +292,6 @@ TEST_F(run_into_folder, writes_a_file_for_each_report) {
         EXPECT_EQ(written("b.txt"), report_of(named_edid("B")));
         EXPECT_EQ(written_count(), 2U);
     }
-}
-
-TEST_F(run_into_folder, keeps_the_extension_of_names_that_differ_in_it_alone) {
-    put("a.bin", named_edid("A"));
-    put("a", named_edid("B"));
-    EXPECT_TRUE(run({"a.bin", "a"}, 1, "out"));
-    EXPECT_EQ(written("a.bin.txt"), report_of(named_edid("A")));
-    EXPECT_EQ(written("a.txt"), report_of(named_edid("B")));
 }
 
 TEST_F(run_into_folder, writes_over_no_other_report) {

@@ -11,7 +11,6 @@
 namespace desk {
 namespace {
 
-using test::behind;
 using test::edid_of;
 using test::text_of;
 
@@ -42,15 +41,6 @@ edid_buffer with_value(const coordinate& c, int ten_bits) {
     return edid_of({{c.high_byte, {ten_bits >> 2}}, {c.low_byte, {(ten_bits & 3) << c.shift}}});
 }
 
-TEST(color, is_told_as_00_where_all_is_0) {
-    EXPECT_EQ(color_text({}), "Red x = 00\r\nRed y = 00\r\nGreen x = 00\r\nGreen y = 00\r\n"
-                              "Blue x = 00\r\nBlue y = 00\r\nWhite x = 00\r\nWhite y = 00\r\n");
-}
-
-TEST(color, stands_behind_what_was_there) {
-    test::expect_appends([](std::string& text) { decode_color(text, {}); });
-}
-
 TEST(color, has_each_coordinate_at_its_place) {
     for (const coordinate& c : coordinates) {
         EXPECT_EQ(color_text(with_value(c, 0x200)), lines_with(c, ".5"));
@@ -77,33 +67,10 @@ TEST(color, has_three_decimals_without_zeros_at_the_end) {
         EXPECT_EQ(color_text(with_value(coordinates[0], ten_bits)), lines_with(coordinates[0], value)) << ten_bits;
 }
 
-TEST(color, lets_the_bits_of_other_coordinates_ride_along_without_effect) {
-    const std::string text = color_text(edid_of({{25, {0x3F, 0x3F}}}));
-    EXPECT_EQ(behind("Red x = 0", text), "0");
-    EXPECT_EQ(behind("Blue x = 0", text), "0");
-    EXPECT_EQ(behind("Red y = 0", text), ".002");
-    EXPECT_EQ(behind("White y = 0", text), ".002");
-}
-
-TEST(color, tells_all_eight_at_once) {
-    EXPECT_EQ(color_text(edid_of({{25, {0xEE, 0x91, 0xA3, 0x54, 0x4C, 0x99, 0x26, 0x0F, 0x50, 0x54}}})),
-              "Red x = 0.639\r\nRed y = 0.33\r\nGreen x = 0.299\r\nGreen y = 0.6\r\n"
-              "Blue x = 0.15\r\nBlue y = 0.059\r\nWhite x = 0.313\r\nWhite y = 0.328\r\n");
-}
-
 TEST(cal_chroma, is_the_fraction_of_the_upper_nine_bits) {
     for (int ten_bits = 0; ten_bits < 1024; ++ten_bits) {
         auto value = static_cast<float>(ten_bits);
         EXPECT_EQ(cal_chroma(value), static_cast<float>(ten_bits / 2) / 512) << ten_bits;
-    }
-}
-
-TEST(cal_chroma, does_not_see_a_fraction) {
-    for (int ten_bits = 0; ten_bits < 1024; ten_bits += 31) {
-        for (int part = 1; part < 64; ++part) {
-            float value = static_cast<float>(ten_bits) + static_cast<float>(part) / 64;
-            EXPECT_EQ(cal_chroma(value), static_cast<float>(ten_bits / 2) / 512) << ten_bits << ' ' << part;
-        }
     }
 }
 

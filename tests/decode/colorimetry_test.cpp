@@ -36,10 +36,5 @@ TEST(colorimetry, fails_beyond_the_edid_behind_its_label) {
                   "Colorimetry Support=");
 }
 
-TEST(colorimetry, stands_behind_what_was_there) {
-    for (const std::uint8_t address : test::byte_list{0, 132, 254})
-        test::expect_appends([&](std::string& text) { decode_colorimetry(text, {}, address); });
-}
-
 } // namespace
 } // namespace desk

@@ -50,11 +50,9 @@ TEST(text_descriptor, ends_at_its_line_feed) {
     expect_text("ABC\n         ", "ABC");
     expect_text("ABC\nDEF\n     ", "ABC");
     expect_text("ABCDEFGHIJKL\n", "ABCDEFGHIJKL");
+    expect_text("VELOTRACE 17M", "VELOTRACE 17M");
+    expect_text("\n            ", "");
 }
-
-TEST(text_descriptor, has_up_to_13_characters) { expect_text("VELOTRACE 17M", "VELOTRACE 17M"); }
-
-TEST(text_descriptor, can_be_empty) { expect_text("\n            ", ""); }
 
 TEST(text_descriptor, keeps_blanks_and_other_bytes_as_they_are) {
     expect_text(" A  B \r\t   \n ", " A  B \r\t   ");
@@ -79,19 +77,6 @@ TEST(text_descriptor, fails_behind_its_label_beyond_the_edid) {
     EXPECT_EQ(
         text_till(failure::subscript_out_of_range, [](std::string& text) { decode_descriptor(text, {}, 254, 0xFE); }),
         "Monitor ASCII String = ");
-}
-
-TEST(range_limits, are_told_line_by_line) {
-    EXPECT_EQ(descriptor_text(0xFD, {0xFD, 0, 50, 75, 30, 80, 15, 0}), lines({
-                                                                           "--- Monitor Range Limits ---",
-                                                                           "Min Vertical Rate = 50 Hz",
-                                                                           "Max Vertical Rate = 75 Hz",
-                                                                           "",
-                                                                           "Min Horizontal Rate = 30 KHz",
-                                                                           "Max Horizontal Rate = 80 KHz",
-                                                                           "",
-                                                                           "Max Pixel Clock Rate = 150 MHz",
-                                                                       }) + "2nd Timing Formula = Not supported");
 }
 
 TEST(range_limits, are_told_as_they_stand) {
@@ -129,27 +114,6 @@ TEST(range_limits, fail_beyond_the_edid) {
 // six pairs from the fifth byte on: the desk reads from the tag on
 const std::vector<int> six_timings = {0xFA, 0, 0xD1, 0xC0, 0x81, 0x80, 0x71, 0x80, 0x61, 0x40, 0x31, 0x59, 0xA9, 0xC0};
 
-TEST(standard_timings_9_to_11, begin_with_the_tag) {
-    EXPECT_EQ(descriptor_text(0xE1, six_timings), lines({
-                                                      "--- Standard Timing 9 ---",
-                                                      "Horizontal Active Pixel = 2248",
-                                                      "Vertical Active Pixel = 1405",
-                                                      "Image Aspect Ratio = 16:10",
-                                                      "Refresh Rate = 60",
-                                                      "",
-                                                      "--- Standard Timing 10 ---",
-                                                      "Horizontal Active Pixel = 1920",
-                                                      "Vertical Active Pixel = 1080",
-                                                      "Image Aspect Ratio = 16:9",
-                                                      "Refresh Rate = 60",
-                                                      "",
-                                                      "--- Standard Timing 11 ---",
-                                                      "Horizontal Active Pixel = 1280",
-                                                      "Vertical Active Pixel = 1024",
-                                                      "Image Aspect Ratio = 5:4",
-                                                  }) + "Refresh Rate = 60");
-}
-
 TEST(standard_timings_9_to_11, read_the_byte_behind_the_tag_too) {
     const std::string text = descriptor_text(0xE1, {0xFA, 0xC5});
     EXPECT_EQ(text.substr(0, text.find("\r\n\r\n")), lines({
@@ -160,27 +124,6 @@ TEST(standard_timings_9_to_11, read_the_byte_behind_the_tag_too) {
                                                      }) + "Refresh Rate = 65");
 }
 
-TEST(standard_timings_12_to_14, end_before_the_sixth_pair) {
-    EXPECT_EQ(descriptor_text(0xE2, six_timings), lines({
-                                                      "--- Standard Timing 12 ---",
-                                                      "Horizontal Active Pixel = 1152",
-                                                      "Vertical Active Pixel = 921.6",
-                                                      "Image Aspect Ratio = 5:4",
-                                                      "Refresh Rate = 60",
-                                                      "",
-                                                      "--- Standard Timing 13 ---",
-                                                      "Horizontal Active Pixel = 1024",
-                                                      "Vertical Active Pixel = 768",
-                                                      "Image Aspect Ratio = 4:3",
-                                                      "Refresh Rate = 60",
-                                                      "",
-                                                      "--- Standard Timing 14 ---",
-                                                      "Horizontal Active Pixel = 640",
-                                                      "Vertical Active Pixel = 480",
-                                                      "Image Aspect Ratio = 4:3",
-                                                  }) + "Refresh Rate = 85");
-}
-
 TEST(unknown_descriptor, is_told_by_its_tag) {
     const std::vector<std::pair<int, std::string>> tags = {{0x10, "10"}, {0xFB, "FB"}, {0x00, "00"}, {0x0A, "0A"}};
     for (const auto& [tag, digits] : tags)
@@ -189,25 +132,11 @@ TEST(unknown_descriptor, is_told_by_its_tag) {
                       digits);
 }
 
-TEST(unknown_descriptor, has_the_address_of_its_place) {
-    const std::vector<std::pair<std::uint8_t, std::string>> places = {
-        {57, "39"}, {75, "4B"}, {93, "5D"}, {111, "6F"}, {3, "03"}};
-    for (const auto& [address, digits] : places)
-        EXPECT_EQ(test::behind("Tag address = 0x",
-                               text_of([&](std::string& text) { decode_descriptor(text, {}, address, 0xE3); })),
-                  digits);
-}
-
 TEST(descriptor, has_nothing_for_other_codes) {
     for (int code = 0; code < 256; ++code) {
         const bool known = code >= 0xFC || (code >= 0xE1 && code <= 0xE3);
         EXPECT_EQ(descriptor_text(code, six_timings).empty(), !known) << code;
     }
-}
-
-TEST(descriptor, stands_behind_what_was_there) {
-    for (const std::uint8_t code : test::byte_list{0xFF, 0xFE, 0xFD, 0xFC, 0xE1, 0xE2, 0xE3})
-        test::expect_appends([&](std::string& text) { decode_descriptor(text, {}, tag_at, code); });
 }
 
 } // namespace

@@ -63,25 +63,6 @@ TEST(detail, lowers_its_position_in_place) {
     }
 }
 
-TEST(detail, lowers_its_position_also_where_it_fails) {
-    std::uint8_t position = 3;
-    text_till(failure::overflow, [&](std::string& text) {
-        decode_detail(text, edid_of({{90, {0xFF, 0xFF}}}), 54, position);
-    });
-    EXPECT_EQ(position, 2);
-}
-
-TEST(detail, stands_behind_what_was_there) {
-    const auto decode_with = [](int byte_1) {
-        return [byte_1](std::string& text) {
-            std::uint8_t position = 1;
-            decode_detail(text, edid_of({{54, {0, byte_1}}}), 54, position);
-        };
-    };
-    test::expect_appends(decode_with(1));
-    test::expect_appends(decode_with(0x80));
-}
-
 TEST(detail, fails_beyond_the_edid) {
     text_till(failure::subscript_out_of_range, [](std::string& text) {
         std::uint8_t position = 1;
@@ -98,36 +79,33 @@ TEST(pixel_clock, has_three_decimals) {
         const char* clock;
     };
     const row rows[] = {
-        {0x02, 0x3A, "148.500"}, {0xFF, 0x7F, "327.670"}, {0x01, 0x00, "0.010"},  {0x00, 0x00, "0.000"},
-        {0x00, 0x01, "2.560"},   {0x64, 0x00, "1.000"},   {0x63, 0x00, "0.990"},  {0xD5, 0x09, "25.170"},
-        {0x10, 0x27, "100.000"}, {0x2D, 0x1D, "74.690"},  {0x0F, 0x27, "99.990"},
+        {0xFF, 0x7F, "327.670"},
+        {0x01, 0x00, "0.010"},
+        {0x00, 0x00, "0.000"},
+        {0x64, 0x00, "1.000"},
     };
     for (const row& r : rows)
         EXPECT_EQ(told("Pixel Clock(MHz) = ", {{0, r.byte_0}, {1, r.byte_1}}), r.clock);
 }
 
 TEST(pixel_clock, fails_behind_its_label_from_327_68_mhz_on) {
-    for (const int byte_1 : {0x80, 0x81, 0xC0, 0xFF}) {
-        for (const int byte_0 : {0, 255}) {
-            EXPECT_EQ(text_till(failure::overflow,
-                                [&](std::string& text) {
-                                    std::uint8_t position = 1;
-                                    decode_detail(text, edid_of({{54, full_hd}, {54, {byte_0, byte_1}}}), 54, position);
-                                }),
-                      "Pixel Clock(MHz) = ");
-        }
+    for (const int byte_1 : {0x80, 0xFF}) {
+        const auto decode = [&](std::string& text) {
+            std::uint8_t position = 1;
+            decode_detail(text, edid_of({{54, full_hd}, {54, {0, byte_1}}}), 54, position);
+        };
+        EXPECT_EQ(text_till(failure::overflow, decode), "Pixel Clock(MHz) = ");
     }
 }
 
 TEST(pixel_clock, tells_which_one_does_not_fit) {
     std::string text;
     std::uint8_t position = 1;
-    try {
-        decode_detail(text, edid_of({{54, {0x4D, 0xD0}}}), 54, position);
-        FAIL() << "nothing was thrown";
-    } catch (const runtime_failure& f) {
-        EXPECT_EQ(f.sentence(), "a pixel clock of 533.25 MHz does not fit.");
-    }
+    EXPECT_EQ(test::sentence_of([&] {
+                  decode_detail(text, edid_of({{54, {0x4D, 0xD0}}}), 54, position);
+              }),
+              "a pixel clock of 533.25 MHz does not fit.");
+    EXPECT_EQ(position, 0) << "lowered all the same";
 }
 
 TEST(figures, are_put_together_from_their_bytes) {
@@ -180,32 +158,22 @@ TEST(stereo, never_comes_up) {
 }
 
 TEST(sync, is_told_by_four_bits) {
-    struct row {
-        int f;
-        const char* told;
-    };
-    const row rows[] = {
-        {0x00, "Sync Type = Analog Composite\r\nSync Locate = SOG"},
-        {0x02, "Sync Type = Analog Composite\r\nSync Locate = Sync All"},
-        {0x04, "Sync Type = Analog Composite\r\nSync Locate = SOG with Serration"},
-        {0x06, "Sync Type = Analog Composite\r\nSync Locate = Sync All with Serration"},
-        {0x08, "Sync Type = Bipolar Analog Composite\r\nSync Locate = SOG"},
-        {0x0A, "Sync Type = Bipolar Analog Composite\r\nSync Locate = Sync All"},
-        {0x0C, "Sync Type = Bipolar Analog Composite\r\nSync Locate = SOG with Serration"},
-        {0x0E, "Sync Type = Bipolar Analog Composite\r\nSync Locate = Sync All with Serration"},
-        {0x10, "Sync Type = Digital Composite\r\nSync Polarity = Negative"},
-        {0x12, "Sync Type = Digital Composite\r\nSync Polarity = Positve"},
-        {0x14, "Sync Type = Digital Composite\r\nSync Locate = with Serration\r\nSync Polarity = Negative"},
-        {0x16, "Sync Type = Digital Composite\r\nSync Locate = with Serration\r\nSync Polarity = Positve"},
-        {0x18, "Sync Type = Digital Seperate\r\nH/V Sync Polarity = Negative/Negative"},
-        {0x1A, "Sync Type = Digital Seperate\r\nH/V Sync Polarity = Positve/Negative"},
-        {0x1C, "Sync Type = Digital Seperate\r\nH/V Sync Polarity = Negative/Positive"},
-        {0x1E, "Sync Type = Digital Seperate\r\nH/V Sync Polarity = Positve/Positive"},
-    };
-    for (const row& r : rows) {
-        for (const int others : {0x00, 0x01, 0x60, 0xE1}) {
-            const std::string text = detail_text(changed({{17, r.f | others}}));
-            EXPECT_EQ(text.substr(text.find("Sync Type")), r.told) << r.f << ' ' << others;
+    const std::string composite[] = {"SOG", "Sync All", "SOG with Serration", "Sync All with Serration"};
+    const std::string digital[] = {"", "", "Sync Locate = with Serration\r\n", "Sync Locate = with Serration\r\n"};
+    const std::string signs[] = {"Negative", "Positve"};
+    for (int bits = 0; bits < 4; ++bits) {
+        const std::string& sign = signs[bits % 2];
+        const std::string told[] = {
+            "Analog Composite\r\nSync Locate = " + composite[bits],
+            "Bipolar Analog Composite\r\nSync Locate = " + composite[bits],
+            "Digital Composite\r\n" + digital[bits] + "Sync Polarity = " + sign,
+            "Digital Seperate\r\nH/V Sync Polarity = " + sign + (bits / 2 == 0 ? "/Negative" : "/Positive"),
+        };
+        for (int type = 0; type < 4; ++type) {
+            for (const int others : {0x00, 0x01, 0x60, 0xE1}) {
+                const std::string text = detail_text(changed({{17, type * 8 + bits * 2 + others}}));
+                EXPECT_EQ(text.substr(text.find("Sync Type")), "Sync Type = " + told[type]) << type << ' ' << bits;
+            }
         }
     }
 }

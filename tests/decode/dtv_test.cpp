@@ -44,11 +44,6 @@ TEST(dtv, is_the_tag_alone_for_another_block) {
     EXPECT_EQ(dtv_text({255, 3, 4, 0xF1}, false), "Block Tag = 255, NOT CEA 861 Extension\r\n");
 }
 
-TEST(dtv, tells_the_tag_as_it_stands) {
-    EXPECT_EQ(behind("Block Tag =", dtv_text({0})), " 0, CEA 861 Extension");
-    EXPECT_EQ(behind("Block Tag =", dtv_text({240})), " 240, CEA 861 Extension");
-}
-
 TEST(dtv, has_a_character_for_the_revision) {
     const std::vector<std::pair<int, std::string>> characters = {
         {0, "0"}, {9, "9"}, {10, ":"}, {80, "\xE2\x82\xAC"}, {207, "\xC3\xBF"}, {208, "\xC4\x80"}, {255, "\xC4\xAF"}};
@@ -67,13 +62,6 @@ TEST(dtv, has_a_line_for_each_bit_of_byte_131) {
     }
     for (int number = 0; number < 16; ++number)
         EXPECT_EQ(behind("Native Format Number =", dtv_text({2, 3, 4, 0xF0 + number})), " " + std::to_string(number));
-}
-
-TEST(dtv, does_not_show_byte_130) { EXPECT_EQ(dtv_text({2, 3, 4, 0x51}), dtv_text({2, 3, 200, 0x51})); }
-
-TEST(dtv, stands_behind_what_was_there) {
-    for (const bool is_cea : {false, true})
-        test::expect_appends([&](std::string& text) { decode_dtv(text, {}, is_cea); });
 }
 
 } // namespace

@@ -42,25 +42,10 @@ TEST(established, has_a_bit_for_each_timing) {
     }
 }
 
-TEST(established, has_none_where_no_bit_is_set_and_all_where_all_are) {
-    EXPECT_TRUE(established_in({}).empty());
-    EXPECT_EQ(established_in(edid_of({{35, {0xFF, 0xFF, 0x80}}})).size(), 17U);
-}
-
 TEST(established, does_not_read_the_lower_bits_of_byte_37) {
     EXPECT_TRUE(established_in(edid_of({{37, {0x7F}}})).empty());
     EXPECT_TRUE(established_in(edid_of({{34, {0xFF}}, {38, {0xFF}}})).empty());
 }
-
-TEST(established, leaves_empty_lines_for_the_boxes) {
-    EXPECT_EQ(test::text_of(decode_established), "--- Established Timing I ---"
-                                                 "\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n"
-                                                 "--- Established Timing II ---"
-                                                 "\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n"
-                                                 "\r\n--- Manufacturer Timing ---\r\n");
-}
-
-TEST(established, stands_behind_what_was_there) { test::expect_appends(decode_established); }
 
 } // namespace
 } // namespace desk

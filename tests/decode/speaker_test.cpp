@@ -61,19 +61,12 @@ TEST(speakers, come_back_as_seven_bits) {
         EXPECT_EQ(speaker_allocation(edid_with(byte), 132), byte % 128);
 }
 
-TEST(speakers, have_a_floor_plan_of_their_own) { EXPECT_EQ(text_of(print_floor_plan), floor_plan); }
-
 TEST(speakers, fail_beyond_the_edid_behind_their_label) {
     EXPECT_EQ(text_till(failure::subscript_out_of_range,
                         [](std::string& text) {
                             decode_speaker_block(text, edid_of({{255, {0x83}}}), 255);
                         }),
               floor_plan + "Speaker Allocation =\r\n ");
-}
-
-TEST(speakers, stand_behind_what_was_there) {
-    for (const std::uint8_t address : test::byte_list{0, 132, 255})
-        test::expect_appends([&](std::string& text) { decode_speaker_block(text, edid_with(0x7F), address); });
 }
 
 } // namespace

@@ -62,27 +62,10 @@ TEST(standard_timing, has_a_rate_from_60_to_123) {
         EXPECT_EQ(standard_text(0xD1, 0xC0 + rate - 60), standard_lines("1920", "1080", "16:9", std::to_string(rate)));
 }
 
-TEST(standard_timing, stands_behind_what_was_there) {
-    test::expect_appends([](std::string& text) { decode_standard(text, {}, 38); });
-}
-
 TEST(standard_timing, fails_beyond_the_edid) {
     std::string text;
     EXPECT_EQ(failure_of([&] { decode_standard(text, {}, 254); }), std::nullopt);
     EXPECT_EQ(failure_of([&] { decode_standard(text, {}, 255); }), failure::subscript_out_of_range);
-}
-
-TEST(standard_timings, stand_under_their_headings_with_an_empty_line_between) {
-    const edid_buffer edid = edid_of({{44, {0xD1, 0xC0, 0x81, 0x80, 0x71, 0x80}}});
-    EXPECT_EQ(text_of([&](std::string& text) { print_standard_timings(text, edid, 4, 3, 44); }),
-              "--- Standard Timing 4 ---\r\n" + standard_lines("1920", "1080", "16:9", "60") +
-                  "\r\n\r\n--- Standard Timing 5 ---\r\n" + standard_lines("1280", "1024", "5:4", "60") +
-                  "\r\n\r\n--- Standard Timing 6 ---\r\n" + standard_lines("1152", "921.6", "5:4", "60"));
-}
-
-TEST(standard_timings, have_a_heading_with_a_number) {
-    EXPECT_EQ(text_of([](std::string& text) { print_standard_heading(text, 1); }), "--- Standard Timing 1 ---\r\n");
-    EXPECT_EQ(text_of([](std::string& text) { print_standard_heading(text, 14); }), "--- Standard Timing 14 ---\r\n");
 }
 
 } // namespace

@@ -24,9 +24,5 @@ TEST(tag, is_told_with_its_address_in_two_digits_each) {
     EXPECT_EQ(text_at(0), "Tag address = 0x00\r\nTag data = 0x00");
 }
 
-TEST(tag, stands_behind_what_was_there) {
-    test::expect_appends([](std::string& text) { print_tag(text, {}, 57); });
-}
-
 } // namespace
 } // namespace desk

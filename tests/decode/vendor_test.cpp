@@ -50,15 +50,6 @@ TEST(vendor, is_told_with_an_analog_input) {
                           }));
 }
 
-TEST(vendor, is_told_with_a_digital_input) {
-    EXPECT_EQ(vendor_text(edid_of({{20, {0x80}}}, acr), 305419896),
-              acr_lines + lines({"Signal Type = Digital", "DFP 1.x = Not Compatible"}));
-}
-
-TEST(vendor, stands_behind_what_was_there) {
-    test::expect_appends([](std::string& text) { decode_vendor(text, acr, 0); });
-}
-
 TEST(manufacturer_name, has_five_bits_for_each_letter) {
     const std::string letters = R"(@ABCDEFGHIJKLMNOPQRSTUVWXYZ[\]^_)";
     ASSERT_EQ(letters.size(), 32U);
@@ -78,10 +69,8 @@ TEST(manufacturer_name, does_not_look_at_the_highest_bit) {
 }
 
 TEST(product_code, has_its_lower_byte_first) {
-    EXPECT_EQ(told("Product Code =", 10, {0xAD, 0xDE}), " 57005");
     EXPECT_EQ(told("Product Code =", 10, {0x01, 0x00}), " 1");
     EXPECT_EQ(told("Product Code =", 10, {0x00, 0x01}), " 256");
-    EXPECT_EQ(told("Product Code =", 10, {0x00, 0x00}), " 0");
     EXPECT_EQ(told("Product Code =", 10, {0xFF, 0xFF}), " 65535");
 }
 
@@ -104,64 +93,29 @@ TEST(year_of_manufacture, counts_from_1990) {
 }
 
 TEST(edid_version, has_a_character_for_each_byte) {
+    // 128 is the Euro, 129 has no character in the set, from 256 on they are above the set
     const std::vector<std::pair<int, std::string>> characters = {
-        {0, "0"},
-        {1, "1"},
-        {9, "9"},
-        {10, ":"},
-        {16, "@"},
-        {78, "~"},
-        {80, "\xE2\x82\xAC"}, // 128: the Euro
-        {81, "\xC2\x81"},     // 129: without a character in the set
-        {160, "\xC3\x90"},
-        {207, "\xC3\xBF"},
-        {208, "\xC4\x80"}, // 256: above the set
-        {255, "\xC4\xAF"},
-    };
+        {0, "0"}, {10, ":"}, {78, "~"}, {80, "\xE2\x82\xAC"}, {81, "\xC2\x81"}, {207, "\xC3\xBF"}, {208, "\xC4\x80"}};
     for (const auto& [byte, character] : characters) {
         EXPECT_EQ(told("EDID Version = ", 18, {byte, 3}), character + ".3") << byte;
         EXPECT_EQ(told("EDID Version = ", 18, {1, byte}), "1." + character) << byte;
     }
 }
 
-TEST(edid_version, changes_nothing_else) {
-    const std::string of_1_3 = vendor_text(acr);
-    std::string of_2_0 = vendor_text(edid_of({{18, {2, 0}}}, acr));
-    of_2_0.replace(of_2_0.find("2.0"), 3, "1.3");
-    EXPECT_EQ(of_2_0, of_1_3);
-}
-
 TEST(analog_input, has_a_line_for_each_of_its_bits) {
-    struct row {
-        int byte_20;
-        const char* level;
-        const char* pedestal;
-        const char* separate;
-        const char* composite;
-        const char* on_green;
-        const char* serration;
-    };
-    const row rows[] = {
-        {0x00, "0.700/0.300", "NO", "Not Supported", "Not Supported", "Not Supported", "Not Required"},
-        {0x20, "0.714/0.286", "NO", "Not Supported", "Not Supported", "Not Supported", "Not Required"},
-        {0x40, "1.000/0.400", "NO", "Not Supported", "Not Supported", "Not Supported", "Not Required"},
-        {0x60, "0.700/0.000", "NO", "Not Supported", "Not Supported", "Not Supported", "Not Required"},
-        {0x10, "0.700/0.300", "YES", "Not Supported", "Not Supported", "Not Supported", "Not Required"},
-        {0x08, "0.700/0.300", "NO", "Supported", "Not Supported", "Not Supported", "Not Required"},
-        {0x04, "0.700/0.300", "NO", "Not Supported", "Supported", "Not Supported", "Not Required"},
-        {0x02, "0.700/0.300", "NO", "Not Supported", "Not Supported", "Supported", "Not Required"},
-        {0x01, "0.700/0.300", "NO", "Not Supported", "Not Supported", "Not Supported", "Required"},
-        {0x7F, "0.700/0.000", "YES", "Supported", "Supported", "Supported", "Required"},
-    };
-    for (const row& r : rows) {
-        const std::string text = vendor_text(edid_of({{20, {r.byte_20}}}));
-        EXPECT_EQ(behind("Signal Type = ", text), "Analog") << r.byte_20;
-        EXPECT_EQ(behind("Signal Level (Video/Sync)= ", text), r.level) << r.byte_20;
-        EXPECT_EQ(behind("Pedestal Setup = ", text), r.pedestal) << r.byte_20;
-        EXPECT_EQ(behind("Seperate Sync = ", text), r.separate) << r.byte_20;
-        EXPECT_EQ(behind("Composite Sync = ", text), r.composite) << r.byte_20;
-        EXPECT_EQ(behind("Sync On Green = ", text), r.on_green) << r.byte_20;
-        EXPECT_EQ(behind("Vs Serration = ", text), r.serration) << r.byte_20;
+    for (int bits = 0; bits < 128; ++bits) {
+        const std::string text = vendor_text(edid_of({{20, {bits}}}));
+        const auto either = [&](int mask, const char* set, const char* clear) {
+            return (bits & mask) != 0 ? set : clear;
+        };
+        EXPECT_EQ(behind("Signal Type = ", text), "Analog") << bits;
+        const char* const levels[] = {"0.700/0.300", "0.714/0.286", "1.000/0.400", "0.700/0.000"};
+        EXPECT_EQ(behind("Signal Level (Video/Sync)= ", text), levels[bits / 32]) << bits;
+        EXPECT_EQ(behind("Pedestal Setup = ", text), either(0x10, "YES", "NO")) << bits;
+        EXPECT_EQ(behind("Seperate Sync = ", text), either(0x08, "Supported", "Not Supported")) << bits;
+        EXPECT_EQ(behind("Composite Sync = ", text), either(0x04, "Supported", "Not Supported")) << bits;
+        EXPECT_EQ(behind("Sync On Green = ", text), either(0x02, "Supported", "Not Supported")) << bits;
+        EXPECT_EQ(behind("Vs Serration = ", text), either(0x01, "Required", "Not Required")) << bits;
     }
 }
 

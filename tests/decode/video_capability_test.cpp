@@ -11,7 +11,6 @@ namespace {
 
 using test::behind;
 using test::edid_of;
-using test::lines;
 using test::text_of;
 using test::text_till;
 
@@ -26,21 +25,6 @@ TEST(video_capability, is_told_as_missing_for_address_0) {
                   decode_video_capability(text, edid_of({{0, {0xE2, 0, 0x7F}}}), 0);
               }),
               "No Video Capability Data Block");
-}
-
-TEST(video_capability, is_told_line_by_line) {
-    EXPECT_EQ(capability_text(0x7F), lines({
-                                         "CE Scan Behavior=Both Over/Underscan",
-                                         "IT Scan Behavior=Both Over/Underscan",
-                                         "PT Scan Behavior=Both Over/Underscan",
-                                         "",
-                                     }) + "Quantization Range = Selectable");
-    EXPECT_EQ(capability_text(0x00), lines({
-                                         "CE Scan Behavior=Not Supported",
-                                         "IT Scan Behavior=Not Supported",
-                                         "PT Scan Behavior=Not Supported",
-                                         "",
-                                     }) + "Quantization Range = No Data");
 }
 
 TEST(video_capability, has_two_bits_for_each_scan_behaviour) {
@@ -61,11 +45,6 @@ TEST(video_capability, fails_beyond_the_edid_behind_its_first_label) {
                                 decode_video_capability(text, edid_of({{254, {0xE2}}}), address);
                             }),
                   "CE Scan Behavior=");
-}
-
-TEST(video_capability, stands_behind_what_was_there) {
-    for (const std::uint8_t address : test::byte_list{0, 132, 254})
-        test::expect_appends([&](std::string& text) { decode_video_capability(text, {}, address); });
 }
 
 } // namespace

@@ -50,12 +50,6 @@ TEST_F(byte_step_test, shows_the_bytes_of_a_line_when_it_is_finished) {
     EXPECT_EQ(view.txt_write.text.get(), window_text_of(some_bytes(300)));
 }
 
-TEST_F(byte_step_test, appends_to_what_the_window_shows) {
-    view.txt_write.text = "before ";
-    take_all(at_once, "\x11");
-    EXPECT_EQ(view.txt_write.text, "before 11 ");
-}
-
 TEST_F(byte_step_test, looks_at_the_two_checksums_when_they_come) {
     const std::string data = some_bytes(300);
     remember();
@@ -73,15 +67,6 @@ TEST_F(byte_step_test, looks_at_the_two_checksums_when_they_come) {
     remember();
     take_all(at_once, data.substr(256));
     EXPECT_EQ(changed(), strings{"txt_write.text"});
-}
-
-TEST_F(byte_step_test, keeps_what_the_blocks_need) {
-    const std::string data = some_bytes(256);
-    take_all(line_by_line, data);
-    for (const std::size_t block : {0, 1}) {
-        EXPECT_EQ(view.lab_write_checksum.at(block).caption, checksum_text(data, block));
-        EXPECT_EQ(texts.recover_sum.at(block), test::needed_by(data, block));
-    }
 }
 
 TEST_F(byte_step_test, takes_the_repair_away_for_a_right_block) {

@@ -4,30 +4,16 @@
 
 #include <gtest/gtest.h>
 
-#include <sstream>
 #include <string>
 
 namespace desk {
 namespace {
-
-using test::strings;
 
 std::string whole_text(std::string_view data) {
     std::string text;
     for (std::size_t i = 0; i < data.size(); ++i)
         text += canonical_piece(static_cast<std::uint8_t>(test::byte_at(data, i)), i);
     return text;
-}
-
-/// What stands from the first slash of each line on; an empty line is empty.
-strings comments_of(const std::string& text) {
-    strings comments;
-    std::istringstream lines(text);
-    for (std::string line; std::getline(lines, line);) {
-        EXPECT_TRUE(line.ends_with('\r')) << line;
-        comments.push_back(line == "\r" ? "" : line.substr(24));
-    }
-    return comments;
 }
 
 TEST(canonical_piece, has_two_upper_case_digits_and_a_blank) {
@@ -54,22 +40,6 @@ TEST(canonical_piece, goes_on_in_the_same_way_behind_256_bytes) {
     EXPECT_EQ(canonical_piece(0x11, 256), "11 ");
     EXPECT_EQ(canonical_piece(0x11, 263), "11 //107\r\n");
     EXPECT_EQ(canonical_piece(0x11, 383), "11 //17F\r\n");
-}
-
-TEST(canonical_text, numbers_its_33_lines) {
-    const std::string text = whole_text(test::good_edid());
-    EXPECT_EQ(comments_of(text),
-              (strings{"//7\r",  "//F\r",  "//17\r", "//1F\r", "//27\r", "//2F\r", "//37\r", "//3F\r", "//47\r",
-                       "//4F\r", "//57\r", "//5F\r", "//67\r", "//6F\r", "//77\r", "//7F\r", "",       "//87\r",
-                       "//8F\r", "//97\r", "//9F\r", "//A7\r", "//AF\r", "//B7\r", "//BF\r", "//C7\r", "//CF\r",
-                       "//D7\r", "//DF\r", "//E7\r", "//EF\r", "//F7\r", "//FF\r"}));
-    EXPECT_TRUE(text.starts_with("00 FF FF FF FF FF FF 00 //7\r\n"));
-    EXPECT_TRUE(text.ends_with(" //FF\r\n"));
-}
-
-TEST(canonical_text, stops_in_the_middle_of_a_line) {
-    EXPECT_EQ(whole_text("\x01\x02\x03"), "01 02 03 ");
-    EXPECT_EQ(whole_text("12345678AB"), "31 32 33 34 35 36 37 38 //7\r\n41 42 ");
 }
 
 TEST(canonical_text, is_the_same_for_every_length) {

@@ -63,12 +63,6 @@ protected:
 
 TEST_F(edid_difference, names_the_bytes_that_differ) { EXPECT_EQ(found.bytes(), (places{0x12, 0x80, 0xFF})); }
 
-TEST_F(edid_difference, is_gone_when_the_sides_are_equal) {
-    buffers.write_buff = buffers.read_buff;
-    found.compare(buffers);
-    EXPECT_EQ(found.bytes(), places{});
-}
-
 TEST_F(edid_difference, is_gone_with_another_text_of_either_side) {
     view.txt_write.text = "";
     EXPECT_EQ(found.bytes(), places{});

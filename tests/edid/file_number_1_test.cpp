@@ -43,13 +43,6 @@ TEST_F(file_number_1_test, is_taken_from_opening_to_closing) {
     expect_failures("a", std::nullopt);
 }
 
-TEST_F(file_number_1_test, makes_no_file_while_it_is_taken) {
-    directory.put("b", "x");
-    number.open_for_reading(path("b"));
-    expect_failures("none", failure::file_already_open);
-    EXPECT_EQ(directory.file_count(), 1U);
-}
-
 TEST_F(file_number_1_test, is_free_behind_what_can_not_be_read) {
     std::filesystem::create_directory(directory / "folder");
     directory.put("a", "x");

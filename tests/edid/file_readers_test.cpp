@@ -8,6 +8,7 @@
 
 #include <ostream>
 #include <string>
+#include <utility>
 
 namespace desk {
 namespace {
@@ -145,76 +146,52 @@ TEST(read_hex, skips_an_empty_line_without_any_effect) {
     EXPECT_EQ(hex_reading("11\r\n\r\n \t \n// FF\n\t/\n22\n").bytes.all_events(), "1|1|");
 }
 
-TEST(read_hex, takes_the_same_from_either_prefix_and_from_none) {
-    EXPECT_EQ(bytes_of_hex("0x00,0xff,0Xaa"), "00 FF AA ");
-    EXPECT_EQ(bytes_of_hex("00 FF AA"), "00 FF AA ");
-    EXPECT_EQ(bytes_of_hex("00FFAA"), "00 FF AA ");
-}
-
-TEST(read_hex, takes_one_digit_and_a_separator_for_a_byte) {
-    EXPECT_EQ(bytes_of_hex("A,B,"), "0A 0B ");
-    EXPECT_EQ(bytes_of_hex("0xA,0xB;"), "0A 0B ");
-    EXPECT_EQ(bytes_of_hex("1 2\t3-4g5\x80"), "01 02 03 04 05 ");
-    EXPECT_EQ(bytes_of_hex("  1 2 (3)"), "01 02 03 ");
-}
-
-TEST(read_hex, takes_separators_alone_for_nothing) {
-    EXPECT_EQ(bytes_of_hex(",, ;AB,  ,CD--"), "AB CD ");
-    EXPECT_EQ(bytes_of_hex("{ABCD}"), "AB CD ");
+TEST(read_hex, takes_words_and_signs_for_digits_and_separators) {
+    const std::pair<const char*, const char*> files[] = {
+        {"A,B,", "0A 0B "}, // a separator completes a digit
+        {"0xA,0xB;", "0A 0B "},
+        {"1 2\t3-4g5\x80", "01 02 03 04 05 "},
+        {"  1 2 (3)", "01 02 03 "},
+        {",, ;AB,  ,CD--", "AB CD "},
+        {"\"12\",\"3 4\"", "12 03 04 "},
+        {"ABC\nDEF\n", "AB DE "}, // a line's end completes none
+        {"11 / 22 / 33\n44 // 55 x\n", "11 44 "},
+        {"1/2", ""},
+        {"11 // x\n22 /x\n", "11 22 "},
+        {"DATA", "DA "},
+        {"DATA ", "DA 0A "},
+        {"block", "0B 0C "},
+        {"11 0x\n22", "11 22 "}, // a prefix without digits is nothing
+        {"0x // 33\n0X\n", ""},
+        {"0x0x12", "12 "},
+        {"0x,12 0x 34", "12 34 "},
+    };
+    for (const auto& [file, bytes] : files)
+        EXPECT_EQ(bytes_of_hex(file), bytes) << file;
 }
 
 TEST(read_hex, drops_a_single_digit_at_the_end_of_a_line) {
-    for (const char* end : {"", "\r\n", "\n", "\r"}) {
-        EXPECT_EQ(bytes_of_hex(std::string("AB C") + end), "AB ");
-        EXPECT_EQ(bytes_of_hex(std::string("A,B") + end), "0A ");
-        EXPECT_EQ(bytes_of_hex(std::string("AB 0x1") + end), "AB ");
-        EXPECT_EQ(bytes_of_hex(std::string("ABC//D") + end), "AB ");
-        EXPECT_EQ(bytes_of_hex(std::string("C") + end), "");
-        EXPECT_EQ(bytes_of_hex(std::string("  AB C") + end), "AB ") << "whatever stands in front of the line";
-        EXPECT_EQ(bytes_of_hex(std::string("\tAB C//D") + end), "AB ");
+    for (const std::string end : {"", "\r\n", "\n", "\r", "//D"}) {
+        for (const char* before : {"", "  ", "\t"})
+            EXPECT_EQ(bytes_of_hex(before + ("AB C" + end)), "AB ");
+        EXPECT_EQ(bytes_of_hex("AB 0x1" + end), "AB ");
+        EXPECT_EQ(bytes_of_hex("C" + end), "");
     }
-}
-
-TEST(read_hex, pairs_no_digits_across_lines) {
-    EXPECT_EQ(bytes_of_hex("ABC\nDEF\n"), "AB DE ");
-    EXPECT_FALSE(hex_reading("0\nx12").accepted);
 }
 
 TEST(read_hex, completes_a_single_digit_at_a_blank_or_tab_that_cleaning_takes) {
-    for (const char* end : {" ", "\t", "  ", "\t ", " \r\n", "\t\r\n", " //D", "\t/D", " \t // D \n"}) {
-        EXPECT_EQ(bytes_of_hex(std::string("AB C") + end), "AB 0C ") << end;
-        EXPECT_EQ(bytes_of_hex(std::string("C") + end), "0C ") << end;
-        EXPECT_EQ(bytes_of_hex(std::string("AB CD") + end), "AB CD ") << "only a pending digit is completed";
+    for (const std::string end : {" ", "\t", "  ", "\t ", " \r\n", "\t\r\n", " //D", "\t/D", " \t // D \n"}) {
+        EXPECT_EQ(bytes_of_hex("AB C" + end), "AB 0C ") << end;
+        EXPECT_EQ(bytes_of_hex("C" + end), "0C ") << end;
+        EXPECT_EQ(bytes_of_hex("AB CD" + end), "AB CD ") << "only a pending digit is completed";
     }
 }
 
-TEST(read_hex, cuts_off_from_the_first_slash_on) {
-    EXPECT_EQ(bytes_of_hex("11 / 22 / 33\n44 // 55 x\n"), "11 44 ");
-    EXPECT_EQ(bytes_of_hex("1/2"), "");
-}
-
-TEST(read_hex, takes_words_for_data_as_far_as_they_go) {
-    EXPECT_EQ(bytes_of_hex("DATA"), "DA ") << "DA, a separator, and a digit that the line's end drops";
-    EXPECT_EQ(bytes_of_hex("DATA "), "DA 0A ");
-    EXPECT_EQ(bytes_of_hex("block"), "0B 0C ");
-}
-
-TEST(read_hex, drops_a_prefix_at_the_end_of_a_line) {
-    EXPECT_EQ(bytes_of_hex("11 0x\n22"), "11 22 ");
-    EXPECT_EQ(bytes_of_hex("0x"), "");
-    EXPECT_EQ(bytes_of_hex("0x // 33\n0X\n"), "");
-}
-
-TEST(read_hex, drops_a_prefix_behind_a_prefix) { EXPECT_EQ(bytes_of_hex("0x0x12"), "12 "); }
-
-TEST(read_hex, takes_nothing_between_a_prefix_and_a_separator) { EXPECT_EQ(bytes_of_hex("0x,12 0x 34"), "12 34 "); }
-
 TEST(read_hex, refuses_an_x_out_of_place) {
-    for (const char* file : {"x12", "X", "00x12", "0x12x", "1x2", "Ax12", "fx", "0 x12", "0xx12", "a0x12", ",x", "10x"})
+    for (const char* file :
+         {"x12", "X", "00x12", "0x12x", "1x2", "Ax12", "fx", "0 x12", "0xx12", "a0x12", ",x", "10x", "0\nx12"})
         EXPECT_FALSE(hex_reading(file).accepted) << file;
 }
-
-TEST(read_hex, reads_an_x_in_a_comment_as_nothing) { EXPECT_EQ(bytes_of_hex("11 // x\n22 /x\n"), "11 22 "); }
 
 TEST(read_hex, stops_at_the_x_and_does_not_finish_its_line) {
     const reading r = hex_reading("A1 A2\r\nB1 x B2\r\nC1\r\n");

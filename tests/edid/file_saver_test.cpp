@@ -8,7 +8,6 @@
 
 #include <filesystem>
 #include <string>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -20,10 +19,7 @@ namespace desk {
 namespace {
 
 using test::boxes;
-using test::buffer_of;
 using test::good_edid;
-using test::mended;
-using test::needing_256;
 using test::some_bytes;
 using test::strings;
 using test::window_text_of;
@@ -49,10 +45,6 @@ protected:
         m.boxes.answers = {box_answer::yes};
         save_write(name, kind);
     }
-    /// The changes of a first save from the WRITE side, with the file that it makes.
-    static strings named_and(const std::string& file) {
-        return {"edid_file_name", file, "form.caption", "lab_pre_f(0).caption"};
-    }
 };
 
 TEST_F(file_saver_test, has_nothing_to_save_in_an_empty_window) {
@@ -61,18 +53,11 @@ TEST_F(file_saver_test, has_nothing_to_save_in_an_empty_window) {
     EXPECT_EQ(std::exchange(m.boxes.all, {}), boxes{box_write_empty});
     view.txt_write.text = "w";
     view.txt_read.text = "";
+    remember();
     view.cmd_save_read.on_click();
     EXPECT_EQ(m.boxes.all, boxes{box_read_empty});
-    EXPECT_TRUE(m.files.shown.empty());
-}
-
-TEST_F(file_saver_test, changes_nothing_where_it_has_nothing_to_save) {
-    view.txt_write.text = "";
-    view.txt_read.text = "";
-    remember();
-    view.cmd_save_write.on_click();
-    view.cmd_save_read.on_click();
     EXPECT_EQ(changed(), strings{"boxes"});
+    EXPECT_TRUE(m.files.shown.empty());
 }
 
 class save_dialog : public file_saver_test {
@@ -140,23 +125,6 @@ TEST_F(overwriting, is_asked_for) {
     EXPECT_EQ(directory.content("old.bin"), good_edid());
 }
 
-TEST_F(overwriting, is_asked_for_on_the_read_side_too) {
-    m.boxes.answers = {box_answer::yes};
-    save(view.cmd_save_read, "old.bin", bin_kind);
-    EXPECT_EQ(m.boxes.all, boxes{box_exists("old.bin")});
-    EXPECT_EQ(directory.content("old.bin"), some_bytes(256));
-}
-
-TEST_F(overwriting, does_not_happen_behind_cancel) {
-    for (const box_answer answer : {box_answer::cancel, box_answer::ok}) {
-        m.boxes.all.clear();
-        remember();
-        m.boxes.answers = {answer};
-        save_write("old.bin", bin_kind);
-        EXPECT_EQ(changed(), strings{"boxes"});
-    }
-}
-
 TEST_F(overwriting, asks_anew_from_the_start_behind_no) {
     fields.edid_file_name = "/edids/some.hex";
     m.files.choices = {file_choice{path("old.bin"), 2}, file_choice{path("old.bin"), 2},
@@ -171,15 +139,6 @@ TEST_F(overwriting, asks_anew_from_the_start_behind_no) {
     EXPECT_EQ(m.boxes.all, (boxes{box_exists("old.bin"), box_exists("old.bin")}));
     EXPECT_EQ(directory.content("new.bin"), good_edid());
     EXPECT_EQ(directory.content("old.bin"), "old content");
-}
-
-TEST_F(overwriting, can_be_cancelled_behind_no) {
-    m.files.choices = {file_choice{path("old.bin"), 2}};
-    m.boxes.answers = {box_answer::no};
-    view.cmd_save_write.on_click();
-    EXPECT_EQ(m.files.shown.size(), 2U);
-    EXPECT_EQ(directory.content("old.bin"), "old content");
-    EXPECT_EQ(fields.edid_file_name, "");
 }
 
 TEST_F(overwriting, is_not_asked_for_behind_a_change_of_the_name) {
@@ -197,42 +156,7 @@ TEST_F(overwriting, is_asked_for_the_name_before_its_change) {
     EXPECT_EQ(directory.content("old.bin"), good_edid());
 }
 
-class saved_name : public file_saver_test {
-protected:
-    /// The name that a chosen one becomes.
-    std::string made_of(const std::string& name, int kind) {
-        save_write(name, kind);
-        for (const auto& entry : std::filesystem::directory_iterator(directory.path())) {
-            std::string made = utf8_from_path(entry.path().filename());
-            EXPECT_EQ(fields.edid_file_name, path(made));
-            std::filesystem::remove(entry.path());
-            return made;
-        }
-        return "none";
-    }
-};
-
-TEST_F(saved_name, keeps_the_ending_of_its_kind_in_any_case) {
-    for (const char* name : {"a.hex", "a.HEX", "a.hEx", ".hex", "a.bin.hex"})
-        EXPECT_EQ(made_of(name, hex_kind), name);
-    for (const char* name : {"a.bin", "a.BIN", "a.Bin", ".bin", "a.hex.bin"})
-        EXPECT_EQ(made_of(name, bin_kind), name);
-}
-
-TEST_F(saved_name, loses_its_last_four_characters_otherwise) {
-    EXPECT_EQ(made_of("a.bin", hex_kind), "a.hex");
-    EXPECT_EQ(made_of("a.hex", bin_kind), "a.bin");
-    for (const auto& [ending, kind] : {std::pair{std::string(".hex"), hex_kind}, {std::string(".bin"), bin_kind}}) {
-        EXPECT_EQ(made_of("a.txt", kind), "a" + ending);
-        EXPECT_EQ(made_of("abcdef", kind), "ab" + ending);
-        EXPECT_EQ(made_of("edid", kind), ending);
-        EXPECT_EQ(made_of("xäöüß", kind), "x" + ending);
-        EXPECT_EQ(made_of("edidhex", kind), "edi" + ending);
-        EXPECT_EQ(made_of("name.hex2", kind), "name." + ending);
-    }
-}
-
-TEST_F(saved_name, fails_in_silence_where_it_is_shorter) {
+TEST_F(file_saver_test, fails_in_silence_for_a_name_of_three_characters) {
     for (const int kind : {hex_kind, bin_kind}) {
         remember();
         m.files.choices = {file_choice{"abc", kind}};
@@ -246,7 +170,7 @@ TEST_F(saved_name, fails_in_silence_where_it_is_shorter) {
 class saved_file : public file_saver_test {};
 
 TEST_F(saved_file, is_hex_for_the_first_kind_and_bin_for_any_other) {
-    save_write("a.hex", 1);
+    save_write("a.txt", 1);
     EXPECT_EQ(directory.content("a.hex"), window_text_of(good_edid()) + "\r\n");
     EXPECT_EQ(hex_type_questions, 1);
     int count = 0;
@@ -279,13 +203,6 @@ TEST_F(saved_file, of_the_write_side_takes_over_name_title_and_list) {
     EXPECT_EQ(view.lab_pre_f[1].caption, path("before.hex"));
     EXPECT_EQ(changed(), (strings{"edid_file_name", "file a.bin", "form.caption", "lab_pre_f(0).caption",
                                   "lab_pre_f(1).caption"}));
-}
-
-TEST_F(saved_file, of_the_write_side_changes_nothing_else_for_a_hex_file) {
-    fields.hex_type = 1;
-    remember();
-    save_write("a.hex", hex_kind);
-    EXPECT_EQ(changed(), named_and("file a.hex"));
 }
 
 TEST_F(saved_file, of_the_read_side_is_the_one_thing_that_changes) {
@@ -327,63 +244,10 @@ TEST_F(saved_file, holds_the_text_and_not_the_buffer) {
     EXPECT_EQ(directory.content("a.bin"), good_edid());
 }
 
-TEST_F(saved_file, can_hold_what_a_failed_read_has_left) {
-    view.txt_read.text = "Reading VGA(PC/HD-OUT)'s edid ...\r\nLink Error !\r\n";
-    hex_type_choice = 1;
-    save(view.cmd_save_read, "a.hex", hex_kind);
-    EXPECT_EQ(directory.content("a.hex"), view.txt_read.text.get() + "\r\n");
-    save(view.cmd_save_read, "a.bin", bin_kind);
-    EXPECT_EQ(directory.content("a.bin"), bin_of(view.txt_read.text.get()));
-    EXPECT_EQ(directory.content("a.bin").substr(0, 3), std::string("\x00\x0D\x00", 3));
-}
-
-TEST_F(saved_file, of_hex_replaces_an_old_one) {
-    directory.put("a.hex", std::string(5000, 'x'));
-    save_over("a.hex", hex_kind);
-    EXPECT_EQ(directory.content("a.hex"), window_text_of(good_edid()) + "\r\n");
-}
-
 TEST_F(saved_file, of_bin_keeps_the_tail_of_a_longer_old_one) {
     directory.put("a.bin", std::string(1024, 'x'));
     save_over("a.bin", bin_kind);
     EXPECT_EQ(directory.content("a.bin"), good_edid() + std::string(768, 'x'));
-    view.txt_write.text = "11 22 ";
-    save_over("a.bin", bin_kind);
-    EXPECT_EQ(directory.content("a.bin"), "\x11\x22" + good_edid().substr(2) + std::string(768, 'x'));
-}
-
-TEST_F(saved_file, of_bin_replaces_a_shorter_old_one) {
-    directory.put("a.bin", "xyz");
-    save_over("a.bin", bin_kind);
-    EXPECT_EQ(directory.content("a.bin"), good_edid());
-}
-
-TEST_F(saved_file, gives_the_same_bytes_when_it_is_opened_again) {
-    test::random_edids random(9);
-    for (int i = 0; i < 100; ++i) {
-        const std::string data = mended(mended(random.next(), 0), 1);
-        const bool fails = test::needed_by(data, 0) == 256 || test::needed_by(data, 1) == 256;
-        if (fails) continue;
-        for (const auto& [name, kind, style] : {std::tuple{"a.hex", 1, 1}, {"b.hex", 1, 2}, {"c.bin", 2, 0}}) {
-            view.txt_write.text = window_text_of(data);
-            hex_type_choice = static_cast<std::int16_t>(style);
-            save_over(name, kind);
-            buffers.write_buff.fill(0x33);
-            open(name);
-            ASSERT_EQ(buffers.write_buff, buffer_of(data)) << name;
-            ASSERT_EQ(view.txt_write.text.get(), window_text_of(data)) << name;
-        }
-    }
-}
-
-TEST_F(saved_file, of_a_block_that_needs_256_holds_its_bytes_and_can_not_be_opened) {
-    test::random_edids random(10);
-    const std::string data = needing_256(random.next(), 0);
-    view.txt_write.text = window_text_of(data);
-    save_write("a.bin", bin_kind);
-    EXPECT_EQ(directory.content("a.bin"), data);
-    open("a.bin");
-    EXPECT_EQ(view.txt_write.text.get(), window_text_of(data.substr(0, 127)));
 }
 
 class failing_save : public file_saver_test {

@@ -52,37 +52,15 @@ TEST(c_language_hex_of, has_a_line_for_each_line) {
     EXPECT_EQ(c_language_hex_of("3C //7F\r\n\r\n02 //87\r\n"), "0x3C, //7F\r\n\r\n0x02, //87\r\n");
 }
 
-TEST(c_language_hex_of, has_32_lines_and_an_empty_one_for_two_blocks) {
-    std::string expected;
-    for (std::size_t i = 0; i < edid.size(); ++i) {
-        expected += "0x" + hex2(static_cast<std::uint8_t>(test::byte_at(edid, i))) + ",";
-        if (i % 8 == 7) expected += " //" + hex(static_cast<std::uint32_t>(i)) + "\r\n";
-        if (i == 127) expected += "\r\n";
-    }
-    EXPECT_EQ(c_language_hex_of(window_text_of(edid)), expected);
-}
-
 TEST(c_language_hex_of, loses_the_bytes_behind_the_last_comment) {
     EXPECT_EQ(c_language_hex_of("01 02 03 "), "");
     EXPECT_EQ(read_again(c_language_hex_of(window_text_of(some_bytes(20)))), some_bytes(16));
     EXPECT_EQ(c_language_hex_of("01 //7\r\n02 //F"), "0x01, //7\r\n") << "a comment without its CR";
 }
 
-TEST(c_language_hex_of, keeps_the_pairs_as_they_are_written) {
-    EXPECT_EQ(c_language_hex_of("0a Zz //x y\r\n"), "0x0a,0xZz, //x y\r\n");
-}
-
 TEST(c_language_hex_of, prints_an_empty_line_and_keeps_what_is_collected) {
     EXPECT_EQ(c_language_hex_of("01 \r\n02 //F\r\n"), "\r\n0x01,0x02, //F\r\n");
     EXPECT_EQ(c_language_hex_of("\r\n\r\n"), "\r\n\r\n");
-}
-
-TEST(hex_files, give_the_same_bytes_when_they_are_read_again) {
-    for (const std::size_t length : lengths) {
-        const std::string data = some_bytes(length);
-        EXPECT_EQ(read_again(simple_hex_of(window_text_of(data))), data) << length;
-        EXPECT_EQ(read_again(c_language_hex_of(window_text_of(data))), data.substr(0, length / 8 * 8)) << length;
-    }
 }
 
 TEST(files, of_random_bytes_give_the_same_bytes_when_they_are_read_again) {

@@ -77,27 +77,6 @@ TEST_F(previous_files_test, close_the_gap_of_one_that_is_forgotten) {
     EXPECT_EQ(list_without(9), (strings{"a", "b", "c", "d", "e", "f", "g", "h", "i", ""}));
 }
 
-TEST_F(previous_files_test, change_nothing_but_captions) {
-    set_list(ten);
-    remember();
-    previous.forget(8);
-    EXPECT_EQ(changed(), (strings{"lab_pre_f(8).caption", "lab_pre_f(9).caption"}));
-    remember();
-    list_with("b");
-    EXPECT_EQ(changed(), (strings{"edid_file_name", "lab_pre_f(0).caption", "lab_pre_f(1).caption"}));
-}
-
-TEST_F(previous_files_test, come_and_go_with_their_button) {
-    remember();
-    view.cmd_pre_f.on_click();
-    EXPECT_TRUE(view.fra_pre_f.visible);
-    EXPECT_EQ(changed(), strings{"fra_pre_f.visible"});
-    view.cmd_pre_f.on_click();
-    EXPECT_FALSE(view.fra_pre_f.visible);
-    view.cmd_pre_f.on_click();
-    EXPECT_TRUE(view.fra_pre_f.visible);
-}
-
 TEST_F(previous_files_test, light_the_one_under_the_mouse_alone) {
     view.fra_pre_f.back_color = 0x123456;
     for (std::size_t lit = 0; lit < 10; ++lit) {

@@ -56,22 +56,6 @@ TEST_F(rescue_test, keeps_what_no_file_holds) {
     EXPECT_EQ(own.file_count(), 2u);
 }
 
-TEST_F(rescue_test, keeps_a_text_that_open_reads_back) {
-    view.txt_write.text = window_text_of(good_edid());
-    rescue();
-    m.files.choices = {file_choice{in_own("rescued_write.hex"), 1}};
-    view.txt_write.text = "";
-    view.cmd_load.on_click();
-    EXPECT_EQ(view.txt_write.text.get(), window_text_of(good_edid()));
-    EXPECT_EQ(buffers.write_buff, test::buffer_of(good_edid()));
-}
-
-TEST_F(rescue_test, keeps_what_was_read_from_a_sink) {
-    view.cmd_read.on_click();
-    EXPECT_EQ(rescue(), kept("READ", "rescued_read.hex"));
-    EXPECT_EQ(own.content("rescued_read.hex"), window_text_of(sink) + "\r\n");
-}
-
 TEST_F(rescue_test, needs_no_copy_of_a_file_that_was_opened) {
     for (const std::string name : {"a.hex", "a.bin", "a.ddc"}) {
         const std::string data = good_edid();
@@ -121,12 +105,6 @@ TEST_F(rescue_test, keeps_what_the_initialiser_style_has_lost) {
     view.txt_read.text = window_text_of(some_bytes(12));
     hex_type_choice = 2;
     save(view.cmd_save_read, "c.hex", hex_kind);
-    EXPECT_EQ(rescue(), kept("READ", "rescued_read.hex"));
-}
-
-TEST_F(rescue_test, keeps_what_could_not_be_saved) {
-    view.txt_read.text = window_text_of(good_edid());
-    save(view.cmd_save_read, "missing/r.hex", hex_kind);
     EXPECT_EQ(rescue(), kept("READ", "rescued_read.hex"));
 }
 
@@ -234,11 +212,6 @@ TEST_F(rescue_without_room_test, goes_to_the_users_own_folder_first) {
     }
     EXPECT_EQ(users.content("rescued_read.hex"), window_text_of(good_edid()) + "\r\n");
     EXPECT_EQ(elsewhere.file_count(), 0u);
-}
-
-TEST_F(rescue_without_room_test, asks_for_no_other_folder_where_the_own_one_takes_the_file) {
-    EXPECT_EQ(rescue_with_user_folder(), kept("READ", "rescued_read.hex"));
-    EXPECT_EQ(users.file_count() + elsewhere.file_count(), 0u);
 }
 
 TEST_F(rescue_without_room_test, says_which_folders_failed_and_why) {

@@ -63,13 +63,6 @@ TEST_F(serial_number_test, comes_from_the_chosen_buffer) {
     EXPECT_EQ(changed(), strings{}) << "the last was 3 before, and nothing else is touched";
 }
 
-TEST_F(serial_number_test, is_stored_with_the_checksum_of_block_0) {
-    remember();
-    store(305419896);
-    EXPECT_EQ(buffers.write_buff, buffer_of(stamped("\x78\x56\x34\x12")));
-    EXPECT_EQ(changed(), (strings{"sn_value", "write_buff"})) << "no label and no window follows";
-}
-
 TEST_F(serial_number_test, is_stored_over_its_whole_range) {
     const std::vector<std::pair<double, std::string>> cases = {
         {0, std::string(4, '\0')},
@@ -156,25 +149,6 @@ TEST_F(serial_number_test, fails_for_a_block_that_then_needs_256) {
     std::string expected = edid;
     expected[127] = 1;
     EXPECT_EQ(buffers.write_buff, buffer_of(expected)) << "the number is stored, and the old checksum stays";
-}
-
-TEST_F(serial_number_test, tells_which_number_could_not_be_stored) {
-    buffers.write_buff = buffer_of(needing_256(stamped(std::string("\x05\0\0\0", 4)), 0));
-    try {
-        store(5);
-        FAIL() << "nothing was thrown";
-    } catch (const runtime_failure& f) {
-        EXPECT_NE(f.sentence().find("serial number 5:"), std::string::npos) << f.sentence();
-    }
-}
-
-TEST_F(serial_number_test, mends_byte_127_of_the_chosen_buffer) {
-    for (const std::uint8_t buff_type : {buff::write, buff::read, trans}) {
-        const std::string bytes = test::some_bytes(256);
-        buffers.of(buff_type) = buffer_of(bytes);
-        serial.cal_checksum(buff_type);
-        EXPECT_EQ(buffers.of(buff_type), buffer_of(mended(bytes, 0)));
-    }
 }
 
 TEST_F(serial_number_test, mends_random_blocks_that_can_be_mended) {

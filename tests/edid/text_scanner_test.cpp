@@ -6,13 +6,9 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <utility>
-#include <vector>
 
 namespace desk {
 namespace {
-
-using test::strings;
 
 /// Takes note of what is found: "[00]" for a pair, "//" and the characters of a comment, "<" where a comment ends, "-"
 /// for an empty line.
@@ -39,16 +35,6 @@ TEST(scan_window_text, finds_pairs_and_the_offset_of_a_line) {
 }
 
 TEST(scan_window_text, finds_nothing_in_nothing) { EXPECT_EQ(found_in(""), ""); }
-
-TEST(scan_window_text, takes_each_line_of_the_whole_text) {
-    std::string expected;
-    for (int line = 0; line < 32; ++line) {
-        for (int i = 0; i < 8; ++i)
-            expected += "[AB]";
-        expected += "//" + hex(static_cast<std::uint32_t>(8 * line + 7)) + (line == 15 ? "<-" : "<");
-    }
-    EXPECT_EQ(found_in(test::window_text_of(std::string(256, '\xAB'))), expected);
-}
 
 TEST(scan_window_text, passes_over_two_characters_behind_one_slash) {
     EXPECT_EQ(found_in("/12345\r\n01 "), "//2345<[01]");

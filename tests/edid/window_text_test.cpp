@@ -93,19 +93,6 @@ TEST_F(taken_bytes, do_not_fail_for_a_comment_behind_256) {
     EXPECT_EQ(buffers.write_buff, buffer_of(some_bytes(256)));
 }
 
-TEST_F(taken_bytes, are_hexadecimal_starts_of_what_stands_at_their_places) {
-    view.txt_read.text = "Reading VGA(PC/HD-OUT)'s edid ...";
-    texts.win2buff(2, 2);
-    // Re, di, g and a blank, GA, PC (behind which the slash is passed over), HD, OU, ...
-    EXPECT_EQ(buffers.read_buff, buffer_of(std::string("\x00\x0D", 2) + std::string(9, '\0'), 0x33));
-}
-
-TEST_F(taken_bytes, may_end_inside_a_pair) {
-    view.txt_write.text = "11 2";
-    texts.win2buff(1, 1);
-    EXPECT_EQ(buffers.write_buff, buffer_of("\x11\x02", 0xFF));
-}
-
 TEST_F(taken_bytes, are_those_that_a_buffer_was_shown_with) {
     test::random_edids random(3);
     for (int i = 0; i < 300; ++i) {
@@ -134,15 +121,6 @@ protected:
         return labels;
     }
 };
-
-TEST_F(shown_buffer, replaces_the_text_of_the_read_window) {
-    view.txt_read.text = "Reading HDMI/DVI-OUT's edid ...";
-    buffers.read_buff = buffer_of(good_edid());
-    remember();
-    texts.buff2win(2, 2);
-    EXPECT_EQ(view.txt_read.text.get(), window_text_of(good_edid()));
-    EXPECT_EQ(changed(), (strings{"lab_read_checksum(0).caption", "lab_read_checksum(1).caption", "txt_read.text"}));
-}
 
 TEST_F(shown_buffer, is_chosen_by_the_first_and_the_window_by_the_second_value) {
     struct choice {
@@ -179,23 +157,6 @@ TEST_F(shown_buffer, tells_what_each_block_needs_and_not_what_it_has) {
     wrong[255] = static_cast<char>(wrong[255] - 1);
     EXPECT_EQ(read_labels(wrong), (strings{checksum_text(wrong, 0) + " 192", checksum_text(wrong, 1) + " 192"}));
     EXPECT_EQ(read_labels(good), (strings{checksum_text(good, 0) + " 0", checksum_text(good, 1) + " 0"}));
-}
-
-TEST_F(shown_buffer, tells_the_needed_value_without_leading_zeros) {
-    std::string data(256, '\0');
-    data[0] = static_cast<char>(0xA6);
-    data[127] = '\x11';
-    data[128] = static_cast<char>(0xF6);
-    data[255] = '\x0A';
-    EXPECT_EQ(read_labels(data), (strings{"BK0=5A Error. 192", "BK1=A Correct. 0"}));
-}
-
-TEST_F(shown_buffer, tells_100_of_a_block_that_adds_up_to_a_multiple_of_256) {
-    EXPECT_EQ(read_labels(std::string(256, '\0')), (strings{"BK0=100 Error. 192", "BK1=100 Error. 192"}));
-    EXPECT_EQ(read_labels(needing_256(good_edid(), 1)),
-              (strings{checksum_text(good_edid(), 0) + " 0", "BK1=100 Error. 192"}));
-    EXPECT_EQ(view.txt_read.text.get(), window_text_of(needing_256(good_edid(), 1)))
-        << "the text is whole all the same";
 }
 
 TEST_F(shown_buffer, on_the_read_side_offers_no_repair) {
@@ -240,29 +201,6 @@ TEST_F(shown_buffer, on_the_write_side_fails_at_a_block_that_needs_256) {
         EXPECT_EQ(texts.recover_sum, (std::array<std::uint8_t, 2>{7, 8}));
         EXPECT_FALSE(view.cmd_recover.at(block).visible);
     }
-}
-
-TEST_F(shown_buffer, on_the_write_side_is_the_same_for_random_bytes) {
-    test::random_edids random(4);
-    int overflows = 0;
-    for (int i = 0; i < 300; ++i) {
-        const std::string data = random.next();
-        buffers.write_buff = buffer_of(data);
-        const bool fails = test::needed_by(data, 0) == 256 || test::needed_by(data, 1) == 256;
-        overflows += fails;
-        ASSERT_EQ(failure_of([&] { texts.buff2win(1, 1); }), fails ? std::optional(failure::overflow) : std::nullopt);
-        if (fails) continue;
-        ASSERT_EQ(view.txt_write.text.get(), window_text_of(data));
-        for (const std::size_t block : {0, 1}) {
-            const bool wrong = test::needed_by(data, block) != test::byte_at(data, 128 * block + 127);
-            ASSERT_EQ(view.lab_write_checksum.at(block).caption, checksum_text(data, block));
-            ASSERT_EQ(view.lab_write_checksum.at(block).fore_color, wrong ? 192U : 0U);
-            ASSERT_EQ(view.cmd_recover.at(block).visible, wrong);
-            if (!wrong) continue;
-            ASSERT_EQ(texts.recover_sum.at(block), test::needed_by(data, block));
-        }
-    }
-    EXPECT_GT(overflows, 5);
 }
 
 TEST_F(window_text_test, knows_two_blocks_alone) {

@@ -11,7 +11,6 @@
 #include <filesystem>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace desk {
@@ -48,17 +47,6 @@ protected:
     test::fake_machine m;
     frm_report report{m.host, buffers, tables, fields};
 };
-
-TEST_F(frm_report_test, has_its_controls) {
-    EXPECT_EQ(report.form.name, "frm_report");
-    EXPECT_EQ(report.form.caption, "EDID Report");
-    EXPECT_EQ(report.cmd_save.caption, "Save");
-    EXPECT_EQ(report.cmd_exit.caption, "Exit");
-    EXPECT_EQ(report.form.find("txt_report"), &report.txt_report);
-    EXPECT_EQ(report.form.find("cmd_save"), &report.cmd_save);
-    EXPECT_EQ(report.form.find("cmd_exit"), &report.cmd_exit);
-    EXPECT_EQ(report.form.controls().size(), 3U);
-}
 
 TEST_F(frm_report_test, has_a_box_to_be_read) {
     EXPECT_TRUE(report.txt_report.locked);
@@ -112,15 +100,6 @@ TEST_F(frm_report_test, is_closed_by_its_button_and_by_its_title_bar) {
     }
 }
 
-TEST_F(frm_report_test, keeps_its_text_when_the_edid_changes) {
-    load(usual_edid());
-    const std::string before = report.txt_report.text;
-    buffers.trans_buff = {};
-    save({"a.txt"});
-    EXPECT_EQ(report.txt_report.text.get(), before);
-    EXPECT_EQ(directory.content("a.txt"), before + "\r\n");
-}
-
 using save_report = frm_report_test;
 
 TEST_F(save_report, asks_with_a_dialog) {
@@ -146,15 +125,6 @@ TEST_F(save_report, writes_the_report_and_a_line_end) {
     EXPECT_TRUE(m.boxes.all.empty());
 }
 
-TEST_F(save_report, writes_what_there_is_to_say_of_a_bad_header) {
-    load({});
-    save({"a.txt"});
-    EXPECT_EQ(directory.content("a.txt"), "EDID Analysis Report \r\n" + date_text(m.dates.moment) + " " +
-                                              time_text(m.dates.moment) +
-                                              "\r\n\r\nBlock 0: NOT VESA Basic Block\r\n"
-                                              "Header = 00 00 00 00 00 00 00 00 \r\n");
-}
-
 TEST_F(save_report, writes_a_byte_for_each_character) {
     load(edid_of({{18, {255, 80}}, {72, text_descriptor(0xFC, "\xE4\x80\x81")}}, usual_edid()));
     save({"a.txt"});
@@ -173,22 +143,6 @@ TEST_F(save_report, does_nothing_where_nothing_is_chosen) {
     EXPECT_TRUE(m.boxes.all.empty());
 }
 
-TEST_F(save_report, gives_each_name_its_ending) {
-    load(usual_edid());
-    const std::vector<std::pair<std::string, std::string>> names = {
-        {"report", "re.txt"},           {"a.htm", "a.txt"},
-        {"report.TXT", "report.TXT"},   {"other.Txt", "other.Txt"},
-        {"b.html", "b..txt"},           {"abcd", ".txt"},
-        {"long.name.x", "long.na.txt"}, {"\xC3\xA4\xC3\xB6.bin", "\xC3\xA4\xC3\xB6.txt"},
-    };
-    for (const auto& [chosen, written] : names) {
-        save({chosen});
-        EXPECT_TRUE(directory.has(written)) << chosen;
-        std::filesystem::remove(directory / written);
-        EXPECT_EQ(directory.file_count(), 0U) << chosen;
-    }
-}
-
 TEST_F(save_report, asks_before_it_writes_over_a_file) {
     load(usual_edid());
     directory.put("a.txt", "old");
@@ -196,37 +150,6 @@ TEST_F(save_report, asks_before_it_writes_over_a_file) {
     save({"a.txt"});
     EXPECT_EQ(m.boxes.all, std::vector{box_exists("a.txt")});
     EXPECT_EQ(directory.content("a.txt"), built() + "\r\n");
-}
-
-TEST_F(save_report, stops_where_the_operator_cancels) {
-    load(usual_edid());
-    directory.put("a.txt", "old");
-    m.boxes.answers = {box_answer::cancel};
-    save({"a.txt"});
-    EXPECT_EQ(m.files.shown.size(), 1U);
-    EXPECT_EQ(directory.content("a.txt"), "old");
-}
-
-TEST_F(save_report, asks_for_another_name_where_the_answer_is_no) {
-    load(usual_edid());
-    directory.put("a.txt", "old");
-    directory.put("b.txt", "old too");
-    m.boxes.answers = {box_answer::no, box_answer::no};
-    save({"a.txt", "b.txt", "c.txt"});
-    EXPECT_EQ(m.boxes.all, (std::vector{box_exists("a.txt"), box_exists("b.txt")}));
-    EXPECT_EQ(m.files.shown.size(), 3U);
-    EXPECT_EQ(m.files.shown.back().file_name, "");
-    EXPECT_EQ(directory.content("a.txt"), "old");
-    EXPECT_EQ(directory.content("b.txt"), "old too");
-    EXPECT_EQ(directory.content("c.txt"), built() + "\r\n");
-}
-
-TEST_F(save_report, does_not_ask_for_the_name_that_it_makes_itself) {
-    load(usual_edid());
-    directory.put("re.txt", "old");
-    save({"report"});
-    EXPECT_TRUE(m.boxes.all.empty());
-    EXPECT_EQ(directory.content("re.txt"), built() + "\r\n");
 }
 
 TEST_F(save_report, asks_for_the_name_chosen_also_where_another_is_written) {

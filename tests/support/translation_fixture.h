@@ -122,42 +122,6 @@ inline std::string lines(std::initializer_list<std::string_view> all) {
     return text;
 }
 
-/// What is told of size, gamma and features, of the colours and of the established timings in the report, where their
-/// bytes are all zero.
-inline const std::string basic_lines_of_zeros = lines({
-                                                    "--- Basic Display Parameters ---",
-                                                    "Max Horizontal Size(cm) = 0",
-                                                    "Max Vertical Size(cm) = 0",
-                                                    "Gamma Value = 1.0",
-                                                    "",
-                                                    "--- Display Features ---",
-                                                    "Standby Mode = Not Supported",
-                                                    "Suspend Mode = Not Supported",
-                                                    "Active Off Mode = Not Supported",
-                                                    "Display Type = Mono/GrayScale",
-                                                    "Color Space = Alternate",
-                                                    "Preferred Timing = None",
-                                                }) +
-                                                "GTF Timing = Not Supported";
-inline const std::string color_lines_of_zeros = lines({"Red x = 00", "Red y = 00", "Green x = 00", "Green y = 00",
-                                                       "Blue x = 00", "Blue y = 00", "White x = 00", "White y = 00"});
-inline const std::string established_lines_of_zeros = lines({
-    "--- Established Timing I ---",
-    "[ ]720x400@70   [ ]720x400@88",
-    "[ ]640x480@60   [ ]640x480@67",
-    "[ ]640x480@72   [ ]640x480@75",
-    "[ ]800x600@56   [ ]800x600@60",
-    "",
-    "--- Established Timing II ---",
-    "[ ]800x600@72   [ ]800x600@75",
-    "[ ]832x624@75   [ ]1024x768@87",
-    "[ ]1024x7680@60 [ ]1024x7680@70",
-    "[ ]1024x7680@75 [ ]1280x1024@75",
-    "",
-    "--- Manufacturer Timing ---",
-    "[ ]1152x870@75",
-});
-
 /// Block 0 or 1 as a list of bytes, eight to a line.
 inline std::string list_of(const edid_buffer& edid, std::size_t block) {
     std::ostringstream text;
@@ -192,16 +156,6 @@ inline std::string text_till(failure expected, const decoding& decode) {
     std::string text;
     EXPECT_EQ(failure_of([&] { decode(text); }), expected);
     return text;
-}
-
-/// What stood in the text before a decoder stays in front, whether it ends well or not.
-inline void expect_appends(const decoding& decode) {
-    std::string alone;
-    std::string behind_others = "before\r\n";
-    const auto failure_alone = failure_of([&] { decode(alone); });
-    EXPECT_EQ(failure_of([&] { decode(behind_others); }), failure_alone);
-    EXPECT_FALSE(alone.empty());
-    EXPECT_EQ(behind_others, "before\r\n" + alone);
 }
 
 /// The translation panel as it is when the desk starts.
