@@ -84,12 +84,12 @@ private:
     void save(const input_file& file, outcome& result) {
         const std::filesystem::path path = report_path(file);
         if (file.name_taken)
-            throw runtime_failure(failure::file_already_open, "another file has its report in " + utf8_from_path(path));
+            throw runtime_failure(failure::file_already_open, "another file's report is already in " + utf8_from_path(path));
         // what somebody has written is not lost
         std::error_code unknown;
         if (std::filesystem::exists(path, unknown) && !is_report(path)) {
             throw runtime_failure(failure::path_file_access_error,
-                                  utf8_from_path(path) + " is no report and is not replaced");
+                                  utf8_from_path(path) + " is not a report and is not replaced");
         }
         // thousands of waits for the disk would take minutes, and a report can be made again
         replace_whole_file(path, result.report, outlives::killed_program);
@@ -172,7 +172,7 @@ bool run_reports(const input_files& inputs, const options& wanted, calendar& dat
             for (const std::string& message : result.messages)
                 output.message(message);
             if (!result.report.empty() && !output.report(result.report)) {
-                output.message("standard output takes no more.");
+                output.message("writing to standard output failed.");
                 return false;
             }
         }

@@ -33,7 +33,7 @@ void automatic_run::load() {
 }
 
 double automatic_run::typed_sn() const {
-    return while_doing([] { return "Reading the serial number as it was typed"; },
+    return while_doing([] { return "Reading the typed serial number"; },
                        [this] { return val(txt_sn.text.get()); });
 }
 

@@ -221,7 +221,7 @@ TEST_F(simulator_control, takes_the_words_of_the_command_line_as_one_line) {
 
 TEST_F(simulator_control, takes_the_lines_of_standard_input) {
     const auto ended = beside_simulator("printf 'silent\\ndrop 2\\nspeak' | \"$simulator\" --send \"$control\"");
-    EXPECT_EQ(ended.out, "The generator answers nothing.\nThe next 2 answers are lost.\nThe generator answers.\n");
+    EXPECT_EQ(ended.out, "The generator is silent.\nThe next 2 answers are lost.\nThe generator answers.\n");
     EXPECT_EQ(ended.err, "");
 }
 

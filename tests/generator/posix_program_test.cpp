@@ -46,7 +46,7 @@ TEST_F(simulator_program, has_a_link_to_its_terminal_until_it_quits) {
     const auto ended = run("silent\nquit\n", in_folder("com1"));
     EXPECT_EQ(ended.status, 0);
     EXPECT_TRUE(ended.out.starts_with("VELOTRACE simulator on /dev/")) << ended.out;
-    EXPECT_TRUE(ended.out.ends_with("\nThe generator answers nothing.\nGood-bye.\n")) << ended.out;
+    EXPECT_TRUE(ended.out.ends_with("\nThe generator is silent.\nGood-bye.\n")) << ended.out;
     EXPECT_FALSE(folder.has("com1"));
 }
 
@@ -82,7 +82,7 @@ TEST_F(simulator_program, says_why_it_can_not_be_plugged_in_and_goes_on) {
                                "; printf 'plug\\nquit\\n')";
     const auto ended = test::run_in_shell(typist + " | timeout 60 \"" VELOTRACE_SIM "\" " + in_folder("com1"), folder);
     EXPECT_EQ(ended.status, 0);
-    EXPECT_NE(ended.out.find("com1 is there already and is no symbolic link.\nGood-bye.\n"), std::string::npos)
+    EXPECT_NE(ended.out.find("com1 already exists and is not a symbolic link.\nGood-bye.\n"), std::string::npos)
         << ended.out;
     EXPECT_EQ(folder.content("com1"), "mine");
 }

@@ -55,7 +55,7 @@ const QString overflow_told =
     "does not fit.\n\nThe program ends now.\n\n";
 const QString how_to_go_on =
     "\n\nTo go on, start the program again and OPEN the file. If the same error comes back, the "
-    "program edid_report prints what can be decoded of it.";
+    "program edid_report prints what can be decoded.";
 
 class translation_end_to_end : public bench {
 protected:
