@@ -76,7 +76,8 @@ fs::path make_beside(const fs::path& name, const std::function<std::error_code(c
         if (!error) return beside;
         if (error != std::errc::file_exists) break;
     }
-    throw runtime_failure(failure::path_file_access_error, utf8_from_path(name) + " can't be created: " + error.message());
+    throw runtime_failure(failure::path_file_access_error,
+                          utf8_from_path(name) + " can't be created: " + error.message());
 }
 
 void take_name(const fs::path& made, const fs::path& name, const expect_replaceable& check, const is_ours& ours) {

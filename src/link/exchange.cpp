@@ -100,7 +100,8 @@ void exchange::tx_str(std::string_view cmd) {
     drain_output();
     machine_.port.discard_input();
     if (cmd.size() < 6)
-        throw runtime_failure(failure::invalid_procedure_call, "\"" + std::string(cmd) + "\" does not have six characters");
+        throw runtime_failure(failure::invalid_procedure_call,
+                              "\"" + std::string(cmd) + "\" does not have six characters");
     machine_.port.write(bytes_of(cmd.substr(0, 6)));
 }
 

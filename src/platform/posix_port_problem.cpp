@@ -105,7 +105,9 @@ std::string problem_of_use(const fs::path& device, const std::string& what, int 
     return text;
 }
 
-std::string problem_of_file(const fs::path& device) { return shown_name(device) + " is not a serial port" + another_port; }
+std::string problem_of_file(const fs::path& device) {
+    return shown_name(device) + " is not a serial port" + another_port;
+}
 
 std::string problem_of_holder(const fs::path& device, const std::optional<process_found>& holder) {
     return shown_name(device) + " is in use by " + (holder ? holder->text() : "another program") + close_it_there;
@@ -118,8 +120,7 @@ std::string problem_of_terminal(const fs::path& device, const std::optional<proc
 
 std::string problem_of_rights(const device_rights& rights) {
     if (!rights.group_may || rights.group_is_root) return "the device is for the user " + rights.owner + " alone";
-    if (rights.in_group)
-        return "the device's group " + rights.group + " is yours, but something else denies access";
+    if (rights.in_group) return "the device's group " + rights.group + " is yours, but something else denies access";
     if (rights.listed) return "your user was added to the group " + rights.group + ": log out and in again";
     return "add your user to the group " + rights.group;
 }

@@ -62,8 +62,7 @@ const std::map<std::string, const char*>& lines() {
 
         {"txt_write", "The EDID of the file. Marked bytes differ from the sink's"},
         {"lab_write_checksum", "The checksum that block %0 needs, and whether it has it"},
-        {"cmd_recover",
-         "Corrects the checksum in the text of block %0. To send it, save the file and open it again"},
+        {"cmd_recover", "Corrects the checksum in the text of block %0. To send it, save the file and open it again"},
         {"cmd_load", "Opens a HEX, BIN or DDC file"},
         {"cmd_pre_f", "Lists the last ten files"},
         {"cmd_clear_file", "Empties the WRITE window"},

@@ -130,8 +130,7 @@ TEST_F(edid_file_test, must_end_with_an_edid_in_a_capture) {
 }
 
 TEST_F(edid_file_test, must_be_of_a_known_kind) {
-    EXPECT_EQ(complaint_of(bytes(256), file_kind::unknown),
-              "its extension is neither .hex, .bin nor .ddc.");
+    EXPECT_EQ(complaint_of(bytes(256), file_kind::unknown), "its extension is neither .hex, .bin nor .ddc.");
 }
 
 TEST_F(edid_file_test, must_not_be_very_long) {

@@ -54,9 +54,9 @@ TEST(data_block, is_named_where_its_decoder_fails) {
 }
 
 TEST(data_block, tells_what_does_not_fit) {
-    EXPECT_EQ(sentence_of(decode_video_block, edid_of({{132, {0x41, 107}}}), 132),
-              "Decoding the video data block at address 0x84: the video identification code 107 has no room in two "
-              "places.");
+    EXPECT_EQ(
+        sentence_of(decode_video_block, edid_of({{132, {0x41, 107}}}), 132),
+        "Decoding the video data block at address 0x84: the video identification code 107 does not fit in two digits.");
     for (const int length : {0, 3})
         EXPECT_EQ(sentence_of(decode_vsdb, edid_of({{132, {0x60 + length, 1, 2, 3}}}), 132),
                   "Decoding the vendor specific data block at address 0x84: a block of length " +

@@ -214,7 +214,7 @@ protected:
 TEST_F(simulator_control, takes_the_words_of_the_command_line_as_one_line) {
     const auto ended =
         beside_simulator("\"$simulator\" --send \"$control\" sink 1 none; \"$simulator\" --send \"$control\" 'sink 1'");
-    EXPECT_EQ(ended.out, "Sink 1 is away.\nnone\n");
+    EXPECT_EQ(ended.out, "Sink 1 is removed.\nnone\n");
     EXPECT_EQ(ended.status, 0);
     EXPECT_FALSE(folder.has("control"));
 }

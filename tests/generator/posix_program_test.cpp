@@ -76,8 +76,8 @@ TEST_F(simulator_program, takes_its_terminal_away_and_brings_another) {
 
 TEST_F(simulator_program, says_why_it_can_not_be_plugged_in_and_goes_on) {
     // somebody else's file takes the link's name while it is off the line
-    const std::string off_the_line = "grep -q 'off the line' " + in_folder("out");
-    const std::string typist = "(printf 'unplug\\n'; i=0; until " + off_the_line +
+    const std::string disconnected = "grep -q 'disconnected' " + in_folder("out");
+    const std::string typist = "(printf 'unplug\\n'; i=0; until " + disconnected +
                                " || [ $i -gt 20000 ]; do i=$((i+1)); done; printf 'mine' >" + in_folder("com1") +
                                "; printf 'plug\\nquit\\n')";
     const auto ended = test::run_in_shell(typist + " | timeout 60 \"" VELOTRACE_SIM "\" " + in_folder("com1"), folder);
