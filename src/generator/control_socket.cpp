@@ -31,7 +31,7 @@ constexpr int kind_of_socket = SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC;
 
 sockaddr_un address_of(const fs::path& path) {
     const std::optional<sockaddr_un> address = control_address(path);
-    if (!address) fail(path, "can't be created: its path is too long");
+    if (!address) fail(path, "can't be made: its path is too long");
     return *address;
 }
 
@@ -60,8 +60,8 @@ void expect_left_by_simulator(const fs::path& there, const fs::path& path) {
     struct stat status {};
     if (::lstat(there.c_str(), &status) != 0) return;
     if (!S_ISSOCK(status.st_mode) || status.st_uid != ::geteuid() || (status.st_mode & 0777) != (S_IRUSR | S_IWUSR))
-        fail(path, "can't be created: the name is taken by something else");
-    if (connection_error(there) != ECONNREFUSED) fail(path, "can't be created: another simulator listens there");
+        fail(path, "can't be made: something else has this name");
+    if (connection_error(there) != ECONNREFUSED) fail(path, "can't be made: another simulator listens there");
 }
 
 } // namespace

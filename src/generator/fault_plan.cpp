@@ -24,7 +24,7 @@ Number number_of(std::string_view word, Number highest) {
     const char* const end = word.data() + word.size();
     const auto [stop, error] = std::from_chars(word.data(), end, value);
     if (error != std::errc() || stop != end || value > highest) {
-        not_understood("\"" + std::string(word) + "\" is not a whole number from 0 to " + std::to_string(highest));
+        not_understood("\"" + std::string(word) + "\" is no whole number from 0 to " + std::to_string(highest));
     }
     return value;
 }
@@ -32,7 +32,7 @@ Number number_of(std::string_view word, Number highest) {
 fault fault_of(std::string_view word) {
     const auto found =
         std::find_if(all_faults.begin(), all_faults.end(), [&](fault f) { return fault_name(f) == word; });
-    if (found == all_faults.end()) not_understood("\"" + std::string(word) + "\" is not a kind of fault");
+    if (found == all_faults.end()) not_understood("\"" + std::string(word) + "\" is no kind of fault");
     return *found;
 }
 
@@ -70,7 +70,7 @@ std::string_view fault_name(fault f) {
 
 fault_plan::fault_plan(int percent, std::uint64_t seed, std::vector<fault> kinds)
     : percent_(percent), seed_(seed), kinds_(std::move(kinds)), random_(seed) {
-    if (percent < 0 || percent > 100) not_understood(std::to_string(percent) + " % is not a rate from 0 to 100");
+    if (percent < 0 || percent > 100) not_understood(std::to_string(percent) + " % is no share of the answers");
     if (kinds_.empty()) kinds_.assign(all_faults.begin(), all_faults.end());
 }
 
@@ -84,8 +84,8 @@ fault_plan::decision fault_plan::next() {
 }
 
 std::string fault_plan::text() const {
-    if (idle()) return "No random faults.";
-    std::string text = std::to_string(percent_) + " % of answers are faulty, seed " + std::to_string(seed_) + ":";
+    if (idle()) return "Nothing goes wrong by chance.";
+    std::string text = std::to_string(percent_) + " of 100 answers go wrong, seed " + std::to_string(seed_) + ":";
     for (const fault f : kinds_)
         text.append(" ").append(fault_name(f));
     return text;

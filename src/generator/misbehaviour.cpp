@@ -23,19 +23,19 @@ constexpr int longest_ms = 600000;
 constexpr std::string_view help_text =
     "drop [N]            the next N answers are lost (1)\n"
     "garble [N]          the next N answers have one byte changed (1)\n"
-    "delay MS [N]        the next N answers are MS milliseconds late (1)\n"
+    "delay MS [N]        the next N answers come MS milliseconds late (1)\n"
     "short BYTES [N]     the next N answers lack their last BYTES bytes (1)\n"
-    "refuse CMD ANSWER   CMD is not executed but answered with ANSWER\n"
-    "refuse CMD none     CMD is neither executed nor answered\n"
+    "refuse CMD ANSWER   CMD is not carried out but answered with ANSWER\n"
+    "refuse CMD none     CMD is not carried out and not answered\n"
     "refuse CMD off      ends that; refuse off ends all of them\n"
     "faults RATE [seed N] [KIND...]\n"
-    "                    RATE % of the answers are faulty, at random; the same seed\n"
-    "                    repeats the same faults. KIND, one or more, or all:\n"
+    "                    RATE of 100 answers go wrong, by chance; the same seed does\n"
+    "                    the same again. KIND, one or more of them, or all:\n"
     "                      drop      the answer is lost\n"
-    "                      repeat    it arrives twice\n"
+    "                      repeat    it comes twice\n"
     "                      garble    up to three of its bytes are wrong\n"
-    "                      delay     it is up to 700 ms late\n"
-    "                      late      it is 800 to 3000 ms late\n"
+    "                      delay     it comes up to 700 ms late\n"
+    "                      late      it comes 800 to 3000 ms late\n"
     "                      short     its end is missing\n"
     "                      long      other bytes follow it\n"
     "                      silent    it and up to eight more are lost\n"
@@ -43,16 +43,16 @@ constexpr std::string_view help_text =
     "                      forget    it is right, but nothing was stored\n"
     "                      miswrite  it is right, but something else was stored\n"
     "faults off          ends that\n"
-    "silent / speak      stops answering / answers again\n"
-    "unplug / plug       disconnects the generator / reconnects it\n"
+    "silent / speak      answers nothing / answers again\n"
+    "unplug / plug       takes the generator off the line / puts it back\n"
     "sink N              shows the bytes of sink N\n"
-    "sink N FILE         loads sink N (1 to 3) with the EDID of FILE\n"
-    "sink N first        restores the EDID that sink N had at the start\n"
-    "sink N none         removes sink N\n"
+    "sink N FILE         sink N (1 to 3) holds the EDID of FILE\n"
+    "sink N first        sink N holds the EDID it had at the start\n"
+    "sink N none         takes sink N away\n"
     "protect N on|off    write protection of sink N\n"
-    "erase MS            the duration of an EDID erase\n"
+    "erase MS            how long an EDID erase takes\n"
     "think MS            the pause before each answer\n"
-    "state               shows the generator's state\n"
+    "state               shows what the generator remembers\n"
     "quit                ends the program";
 
 /// A line that can't be carried out.
@@ -88,15 +88,15 @@ std::vector<std::string_view> words_of(std::string_view line) {
 }
 
 void check_count(const std::vector<std::string_view>& line, std::size_t least, std::size_t most) {
-    if (line.size() < least) throw bad_line(std::string(line.front()) + ": too few arguments. Try help.");
-    if (line.size() > most) throw bad_line(std::string(line.front()) + ": too many arguments. Try help.");
+    if (line.size() < least) throw bad_line(std::string(line.front()) + ": something is missing. Try help.");
+    if (line.size() > most) throw bad_line(std::string(line.front()) + ": there is too much on the line. Try help.");
 }
 
 int number_of(std::string_view word, int lowest, int highest) {
     int value = 0;
     const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
     if (error != std::errc() || end != word.data() + word.size() || value < lowest || value > highest) {
-        throw bad_line("\"" + std::string(word) + "\" is not a whole number from " + std::to_string(lowest) + " to " +
+        throw bad_line("\"" + std::string(word) + "\" is no whole number from " + std::to_string(lowest) + " to " +
                        std::to_string(highest) + ".");
     }
     return value;
@@ -150,11 +150,11 @@ std::string misbehaviour::carry_out(const words& line) {
     check_count(line, 1, 1);
     if (name == "silent" || name == "speak") {
         silent_ = name == "silent";
-        return silent_ ? "The generator is silent." : "The generator answers.";
+        return silent_ ? "The generator answers nothing." : "The generator answers.";
     }
     if (name == "unplug" || name == "plug") {
         unplugged_ = name == "unplug";
-        return unplugged_ ? "The generator is disconnected." : "The generator is connected.";
+        return unplugged_ ? "The generator is off the line." : "The generator is on the line.";
     }
     if (name == "state") return state_text();
     if (name == "help") return std::string(help_text);
@@ -162,7 +162,7 @@ std::string misbehaviour::carry_out(const words& line) {
         quit_asked_ = true;
         return "Good-bye.";
     }
-    throw bad_line("\"" + std::string(name) + "\" is unknown. Try help.");
+    throw bad_line("\"" + std::string(name) + "\" is not known. Try help.");
 }
 
 std::string misbehaviour::drop(const words& line) {
@@ -198,14 +198,14 @@ std::string misbehaviour::refuse(const words& line) {
     check_count(line, 2, 3);
     if (line.size() == 2 && line[1] == "off") {
         refusals_.clear();
-        return "Every command is executed.";
+        return "Every command is carried out.";
     }
     check_count(line, 3, 3);
-    if (line[1].size() != 6) throw bad_line("\"" + std::string(line[1]) + "\" is not a command of six characters.");
+    if (line[1].size() != 6) throw bad_line("\"" + std::string(line[1]) + "\" is no command of six characters.");
     const std::string command(line[1]);
     if (line[2] == "off") {
         refusals_.erase(command);
-        return command + " is executed.";
+        return command + " is carried out.";
     }
     if (line[2] == "none") {
         refusals_.insert_or_assign(command, "");
@@ -232,13 +232,13 @@ std::string misbehaviour::sink(const words& line) {
         edid = edid_of_file(line[2]);
     }
     target.edid = std::move(edid);
-    return "Sink " + std::to_string(number) + (target.edid ? " has a new EDID." : " is removed.");
+    return "Sink " + std::to_string(number) + (target.edid ? " holds a new EDID." : " is away.");
 }
 
 std::string misbehaviour::protect(const words& line) {
     check_count(line, 3, 3);
     const int number = number_of(line[1], 1, static_cast<int>(sink_count));
-    if (line[2] != "on" && line[2] != "off") throw bad_line("protect: the last argument must be on or off.");
+    if (line[2] != "on" && line[2] != "off") throw bad_line("protect: the last word is on or off.");
     edid_sink& target = generator_.state.sinks.at(static_cast<std::size_t>(number) - 1);
     target.write_protected = line[2] == "on";
     return "Sink " + std::to_string(number) + (target.write_protected ? " is" : " is not") + " write-protected.";

@@ -76,8 +76,7 @@ fs::path make_beside(const fs::path& name, const std::function<std::error_code(c
         if (!error) return beside;
         if (error != std::errc::file_exists) break;
     }
-    throw runtime_failure(failure::path_file_access_error,
-                          utf8_from_path(name) + " can't be created: " + error.message());
+    throw runtime_failure(failure::path_file_access_error, utf8_from_path(name) + " can't be made: " + error.message());
 }
 
 void take_name(const fs::path& made, const fs::path& name, const expect_replaceable& check, const is_ours& ours) {
@@ -87,12 +86,12 @@ void take_name(const fs::path& made, const fs::path& name, const expect_replacea
             if (!error) return;
             if (error != std::errc::file_exists) {
                 throw runtime_failure(failure::path_file_access_error,
-                                      utf8_from_path(name) + " can't be created: " + error.message());
+                                      utf8_from_path(name) + " can't be made: " + error.message());
             }
             if (replaced(made, name, check)) return;
         }
         throw runtime_failure(failure::path_file_access_error,
-                              utf8_from_path(name) + " keeps being changed by other programs");
+                              utf8_from_path(name) + " is changed by other programs all the time");
     } catch (...) {
         remove_ours(made, ours);
         throw;

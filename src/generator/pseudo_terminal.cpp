@@ -22,7 +22,7 @@ namespace {
 int checked(int result) {
     if (result >= 0) return result;
     throw runtime_failure(failure::path_file_access_error,
-                          "no pseudo terminal is available: " + std::string(std::strerror(errno)));
+                          "no pseudo terminal can be had: " + std::string(std::strerror(errno)));
 }
 
 void set_not_inherited(int descriptor) { checked(::fcntl(descriptor, F_SETFD, FD_CLOEXEC)); }

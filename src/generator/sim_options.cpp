@@ -67,11 +67,11 @@ sim_options sim_options_of(const std::vector<std::string>& arguments) {
             if (++i == arguments.size() || arguments[i].empty()) not_understood("--control needs a path");
             options.control = path_from_utf8(arguments[i]);
         } else if (word == "--send") {
-            not_understood("--send must be the first argument");
+            not_understood("--send is the first word if it is there");
         } else if (word.empty() || word.front() == '-') {
             not_understood("unknown option \"" + word + "\"");
         } else if (!options.link.empty()) {
-            not_understood("only one LINK is allowed: \"" + word + "\" is too many");
+            not_understood("one LINK only, not \"" + word + "\" too");
         } else {
             options.link = path_from_utf8(word);
         }
@@ -91,16 +91,16 @@ std::string_view sim_help() {
            "  --timings N   number of timings in the generator's catalogue\n"
            "  --patterns N  number of patterns\n"
            "  --faults FAULTS\n"
-           "                make answers faulty at random, as the line \"faults\" does:\n"
-           "                \"20 seed 7 drop late\"\n"
+           "                answers go wrong by chance: \"20 seed 7 drop late\", as the line\n"
+           "                \"faults\" takes it\n"
            "  --quiet       do not show the traffic\n"
            "  --control PATH\n"
-           "                also take lines on a Unix socket, from this user only\n"
+           "                listen for lines on a Unix socket too, for this user alone\n"
            "  --send PATH LINE...\n"
            "                send a line to the simulator that listens there and print its\n"
-           "                reply; without LINE, send the lines of standard input\n"
-           "  --help        show this text\n"
-           "  --version     show number, commit and date of this build\n"
+           "                reply; without LINE those of standard input\n"
+           "  --help        this text\n"
+           "  --version     number, commit and date of this build\n"
            "\n"
            "Lines on standard input make it misbehave; the line \"help\" lists them.\n";
 }

@@ -37,7 +37,7 @@ std::string sink_line(const generator_state& state, std::size_t index) {
     std::string text = "sink " + named(static_cast<int>(index) + 1, 1, {"HDMI/DVI OUT", "HDMI/DVI IN", "VGA OUT"});
     text += sink.edid ? ": " + std::to_string(sink.edid->size()) + " bytes" : std::string(": none");
     if (sink.write_protected) text += ", write-protected";
-    if (static_cast<int>(index) + 1 == state.chosen_sink) text += ", selected";
+    if (static_cast<int>(index) + 1 == state.chosen_sink) text += ", chosen";
     return text + "\n";
 }
 
@@ -57,7 +57,7 @@ std::string state_text(const generator_state& state) {
             std::to_string(state.color_b) + ", grey " + std::to_string(state.color_y) + "\n";
     text += "autorun " + on_or_off(state.autorun) + ", " + std::to_string(used) + " of " +
             std::to_string(state.autorun_rows.size()) + " rows in use\n";
-    text += "my favorite " + on_or_off(state.my_favorite) + ", " + count_of(state.favorite_timings) + " timings, " +
+    text += "my favourite " + on_or_off(state.my_favorite) + ", " + count_of(state.favorite_timings) + " timings, " +
             count_of(state.favorite_patterns) + " patterns\n";
     text += "custom string \"" + custom_text(state) + "\"\n";
     for (std::size_t i = 0; i < state.sinks.size(); ++i)

@@ -30,7 +30,7 @@ void expect_link_of_simulator(const fs::path& there, const fs::path& link) {
     std::error_code error;
     const fs::file_status status = fs::symlink_status(there, error);
     if (!fs::exists(status)) return;
-    if (!fs::is_symlink(status)) fail(link, "already exists and is not a symbolic link");
+    if (!fs::is_symlink(status)) fail(link, "is there already and is no symbolic link");
     // one step alone: a link to a link of the operator's own is his, wherever that leads
     const fs::path target = fs::read_symlink(there, error);
     if (!error && !is_pseudo_terminal(target))

@@ -214,14 +214,14 @@ protected:
 TEST_F(simulator_control, takes_the_words_of_the_command_line_as_one_line) {
     const auto ended =
         beside_simulator("\"$simulator\" --send \"$control\" sink 1 none; \"$simulator\" --send \"$control\" 'sink 1'");
-    EXPECT_EQ(ended.out, "Sink 1 is removed.\nnone\n");
+    EXPECT_EQ(ended.out, "Sink 1 is away.\nnone\n");
     EXPECT_EQ(ended.status, 0);
     EXPECT_FALSE(folder.has("control"));
 }
 
 TEST_F(simulator_control, takes_the_lines_of_standard_input) {
     const auto ended = beside_simulator("printf 'silent\\ndrop 2\\nspeak' | \"$simulator\" --send \"$control\"");
-    EXPECT_EQ(ended.out, "The generator is silent.\nThe next 2 answers are lost.\nThe generator answers.\n");
+    EXPECT_EQ(ended.out, "The generator answers nothing.\nThe next 2 answers are lost.\nThe generator answers.\n");
     EXPECT_EQ(ended.err, "");
 }
 

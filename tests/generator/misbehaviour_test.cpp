@@ -77,7 +77,7 @@ TEST_F(misbehaviour_test, shortens_answers) {
     EXPECT_EQ(tell("TIM007"), "TIM007");
     line.take_line("short 999");
     EXPECT_EQ(tell("TIM007"), "");
-    EXPECT_EQ(line.take_line("short"), "short: too few arguments. Try help.");
+    EXPECT_EQ(line.take_line("short"), "short: something is missing. Try help.");
 }
 
 TEST_F(misbehaviour_test, shortens_and_garbles_an_answer_of_nothing) {
@@ -224,15 +224,15 @@ TEST_F(misbehaviour_test, helps_with_every_command) {
 }
 
 TEST_F(misbehaviour_test, spoils_answers_by_chance) {
-    EXPECT_EQ(line.take_line("faults 100 seed 7 drop"), "100 % of answers are faulty, seed 7: drop");
+    EXPECT_EQ(line.take_line("faults 100 seed 7 drop"), "100 of 100 answers go wrong, seed 7: drop");
     EXPECT_EQ(tell("TIM007"), "");
     EXPECT_EQ(line.last_fault(), fault::drop);
-    EXPECT_NE(line.take_line("state").find("\n100 % of answers are faulty, seed 7: drop\n  drop: 1"),
+    EXPECT_NE(line.take_line("state").find("\n100 of 100 answers go wrong, seed 7: drop\n  drop: 1"),
               std::string::npos);
     line.take_line("faults 100 forget");
     EXPECT_EQ(text_of(line.raw_block("EWR001", bytes(256, 1))), "EWR002");
     EXPECT_NE(generator.state.sinks[0].edid, bytes(256, 1));
-    EXPECT_EQ(line.take_line("faults off"), "No random faults.");
+    EXPECT_EQ(line.take_line("faults off"), "Nothing goes wrong by chance.");
     EXPECT_EQ(tell("TIM008"), "TIM008");
     EXPECT_EQ(tell("TIM999"), "TIM008");
 }

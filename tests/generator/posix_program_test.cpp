@@ -46,7 +46,7 @@ TEST_F(simulator_program, has_a_link_to_its_terminal_until_it_quits) {
     const auto ended = run("silent\nquit\n", in_folder("com1"));
     EXPECT_EQ(ended.status, 0);
     EXPECT_TRUE(ended.out.starts_with("VELOTRACE simulator on /dev/")) << ended.out;
-    EXPECT_TRUE(ended.out.ends_with("\nThe generator is silent.\nGood-bye.\n")) << ended.out;
+    EXPECT_TRUE(ended.out.ends_with("\nThe generator answers nothing.\nGood-bye.\n")) << ended.out;
     EXPECT_FALSE(folder.has("com1"));
 }
 
@@ -76,13 +76,13 @@ TEST_F(simulator_program, takes_its_terminal_away_and_brings_another) {
 
 TEST_F(simulator_program, says_why_it_can_not_be_plugged_in_and_goes_on) {
     // somebody else's file takes the link's name while it is off the line
-    const std::string disconnected = "grep -q 'disconnected' " + in_folder("out");
-    const std::string typist = "(printf 'unplug\\n'; i=0; until " + disconnected +
+    const std::string off_the_line = "grep -q 'off the line' " + in_folder("out");
+    const std::string typist = "(printf 'unplug\\n'; i=0; until " + off_the_line +
                                " || [ $i -gt 20000 ]; do i=$((i+1)); done; printf 'mine' >" + in_folder("com1") +
                                "; printf 'plug\\nquit\\n')";
     const auto ended = test::run_in_shell(typist + " | timeout 60 \"" VELOTRACE_SIM "\" " + in_folder("com1"), folder);
     EXPECT_EQ(ended.status, 0);
-    EXPECT_NE(ended.out.find("com1 already exists and is not a symbolic link.\nGood-bye.\n"), std::string::npos)
+    EXPECT_NE(ended.out.find("com1 is there already and is no symbolic link.\nGood-bye.\n"), std::string::npos)
         << ended.out;
     EXPECT_EQ(folder.content("com1"), "mine");
 }
