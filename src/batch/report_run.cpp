@@ -87,7 +87,7 @@ private:
         std::error_code unknown;
         if (std::filesystem::exists(path, unknown) && !is_report(path)) {
             throw runtime_failure(failure::path_file_access_error,
-                                  utf8_from_path(path) + " is no report and is not replaced");
+                                  utf8_from_path(path) + " is not a report and is not replaced");
         }
         // waiting for the disk thousands of times would take minutes, and a report can be rebuilt
         replace_whole_file(path, result.report, outlives::killed_program);
@@ -161,7 +161,7 @@ bool run_reports(const input_files& inputs, const options& wanted, calendar& dat
             for (const std::string& message : result.messages)
                 output.message(message);
             if (!result.report.empty() && !output.report(result.report)) {
-                output.message("standard output takes no more.");
+                output.message("writing to standard output failed.");
                 return false;
             }
         }
