@@ -30,10 +30,10 @@ private:
 runtime_failure no_edid(const std::string& why) { return {failure::input_past_end_of_file, why}; }
 
 void read_into(std::string_view file, file_kind kind, byte_receiver& bytes) {
-    if (kind == file_kind::unknown) throw no_edid("it is no .hex, .bin or .ddc file, nor one without an extension");
-    const auto give_up = [] { throw no_edid("the capture does not end with an EDID: its header is not there"); };
+    if (kind == file_kind::unknown) throw no_edid("its extension is neither .hex, .bin nor .ddc");
+    const auto give_up = [] { throw no_edid("the capture does not end with an EDID: there is no header"); };
     if (!read_file(kind, file, bytes, give_up))
-        throw no_edid(kind == file_kind::hex ? "an X stands where it doesn't belong" : "it is empty");
+        throw no_edid(kind == file_kind::hex ? "an X is misplaced" : "it is empty");
 }
 
 std::string remark_on(std::size_t count) {
