@@ -491,63 +491,87 @@ TEST_F(autorun_download, ends_the_program_for_a_row_that_the_lists_do_not_have) 
         EXPECT_EQ(failure_of([&] { answer_with(records(32, wrong)); }), failure::index_out_of_bounds) << wrong;
 }
 
+/// What Download in the panel asks beyond the refresh: an answer, and the button that it lights.
+struct panel_query {
+    const char* query;
+    const char* answer;
+    int lit;
+    int (*lit_of)(const panel&);
+};
+
+template <auto Group>
+int lit_in(const panel& p) {
+    return lit(p.*Group);
+}
+
+constexpr int dark = -1;
+const std::vector<panel_query> panel_queries = {
+    {"ASC999", "ASC003", 2, lit_in<&panel::cmd_asc>},     {"PCM999", "PCM002", 1, lit_in<&panel::cmd_lpcm>},
+    {"CSC999", "CSC001", 0, lit_in<&panel::cmd_csc>},     {"DEE999", "DEE003", 2, lit_in<&panel::cmd_deep>},
+    {"ATO999", "ATO001", 1, lit_in<&panel::cmd_auto_go>}, {"FAV999", "FAV000", 0, lit_in<&panel::cmd_fav>},
+};
+
 class panel_download : public download_test {
 protected:
     panel_download() {
-        answers = {{"TIM999", "TIM007"}, {"PAT999", "PAT005"}, {"OUT999", "OUT004"}, {"HDC999", "HDC001"},
-                   {"ASC999", "ASC003"}, {"PCM999", "PCM002"}, {"CSC999", "CSC001"}, {"DEE999", "DEE003"},
-                   {"ATO999", "ATO001"}, {"FAV999", "FAV000"}};
+        answers = {{"TIM999", "TIM007"}, {"PAT999", "PAT005"}, {"OUT999", "OUT004"}, {"HDC999", "HDC001"}};
+        for (const panel_query& q : panel_queries) {
+            answers[q.query] = q.answer;
+            queries.emplace_back(q.query);
+        }
     }
-    static constexpr int dark = -1;
-    /// The lit buttons of all groups, in the order of the queries.
     std::vector<int> lights() const {
-        const panel& p = switches;
-        return {lit(p.cmd_out), lit(p.cmd_hdcp), lit(p.cmd_asc),     lit(p.cmd_lpcm),
-                lit(p.cmd_csc), lit(p.cmd_deep), lit(p.cmd_auto_go), lit(p.cmd_fav)};
+        std::vector<int> all;
+        for (const panel_query& q : panel_queries)
+            all.push_back(q.lit_of(switches));
+        return all;
     }
-    const strings queries{"TIM999", "PAT999", "OUT999", "HDC999", "ASC999",
-                          "PCM999", "CSC999", "DEE999", "ATO999", "FAV999"};
+    static std::vector<int> expected_lights() {
+        std::vector<int> all;
+        for (const panel_query& q : panel_queries)
+            all.push_back(q.lit);
+        return all;
+    }
+    strings queries{"TIM999", "PAT999", "OUT999", "HDC999"};
 };
 
 TEST_F(panel_download, refreshes_the_labels_and_then_lights_every_group) {
     press_in(6);
     EXPECT_EQ(m.port.take_written(), queries);
     EXPECT_EQ(labels(), (strings{"[07] timing", "[05] pattern", "HDMI", "ON"}));
-    EXPECT_EQ(lights(), (std::vector{3, 1, 2, 1, 0, 2, 1, 0}));
+    EXPECT_EQ(lit(switches.cmd_out), 3);
+    EXPECT_EQ(lit(switches.cmd_hdcp), 1);
+    EXPECT_EQ(lights(), expected_lights());
     EXPECT_TRUE(m.boxes.all.empty());
     EXPECT_EQ(look(), "face live");
 }
 
 TEST_F(panel_download, reads_the_audio_source_from_one_character_and_the_rest_from_three) {
-    answers = {{"TIM999", "TIM007"}, {"PAT999", "PAT005"}, {"OUT999", "OUT011"}, {"HDC999", "HDC010"},
-               {"ASC999", "ASC012"}, {"PCM999", "PCM012"}, {"CSC999", "CSC012"}, {"DEE999", "DEE012"},
-               {"ATO999", "ATO011"}, {"FAV999", "FAV011"}};
+    for (const panel_query& q : panel_queries)
+        answers[q.query] = std::string(q.answer).replace(4, 2, "12");
     press_in(6);
-    EXPECT_EQ(lights(), (std::vector{dark, 0, 1, dark, dark, dark, dark, dark}));
+    std::vector<int> expected(panel_queries.size(), dark);
+    expected.front() = 1;
+    EXPECT_EQ(lights(), expected);
 }
 
 TEST_F(panel_download, darkens_the_groups_for_values_that_they_do_not_have) {
     press_in(6);
-    for (const char* letters : {"ASC", "PCM", "CSC", "DEE"})
-        answers[letters + std::string("999")] = letters + std::string("000");
-    for (const char* letters : {"OUT", "ATO", "FAV"})
-        answers[letters + std::string("999")] = letters + std::string("254");
+    for (const panel_query& q : panel_queries)
+        answers[q.query] = std::string(q.answer).replace(3, 3, "254");
     press_in(6);
-    EXPECT_EQ(lights(), (std::vector{dark, 1, dark, dark, dark, dark, dark, dark}));
+    EXPECT_EQ(lights(), std::vector<int>(panel_queries.size(), dark));
 }
 
 TEST_F(panel_download, asks_no_further_and_shows_no_box_where_the_refresh_fails) {
-    const strings refresh_queries(queries.begin(), queries.begin() + 4);
-    strings sent;
-    for (const std::string& query : refresh_queries) {
-        const std::string answer = std::exchange(answers[query], "");
-        sent.push_back(query);
+    for (std::size_t failing = 0; failing < 4; ++failing) {
+        const std::string answer = std::exchange(answers[queries[failing]], "");
         press_in(6);
-        strings expected = sent;
-        expected.push_back(query);
-        EXPECT_EQ(m.port.take_written(), expected);
-        EXPECT_EQ(look(), "face live") << query;
-        answers[query] = answer;
+        strings sent(queries.begin(), queries.begin() + static_cast<int>(failing) + 1);
+        sent.push_back(queries[failing]);
+        EXPECT_EQ(m.port.take_written(), sent);
+        EXPECT_EQ(look(), "face live") << queries[failing];
+        answers[queries[failing]] = answer;
     }
     EXPECT_TRUE(m.boxes.all.empty());
 }
@@ -559,33 +583,28 @@ TEST_F(panel_download, reports_a_dead_link_in_the_label_alone) {
     EXPECT_TRUE(m.boxes.all.empty());
 }
 
-TEST_F(panel_download, stops_with_a_box_at_each_group_that_fails_and_keeps_what_it_lit) {
-    const std::vector<int> all{3, 1, 2, 1, 0, 2, 1, 0};
-    for (std::size_t failing = 4; failing < queries.size(); ++failing) {
+TEST_F(panel_download, stops_with_a_box_at_each_group_that_fails_and_leaves_it_as_it_was) {
+    for (std::size_t failing = 0; failing < panel_queries.size(); ++failing) {
+        const std::string query = panel_queries[failing].query;
+        const std::string answer = std::exchange(answers[query], "");
         switches.cmd_reset.on_click();
         m.port.take_written();
-        const std::string answer = std::exchange(answers[queries[failing]], "");
         press_in(6);
-        strings sent(queries.begin(), queries.begin() + static_cast<int>(failing) + 1);
-        sent.push_back(queries[failing]);
+        strings sent(queries.begin(), queries.begin() + static_cast<int>(failing) + 5);
+        sent.push_back(query);
         EXPECT_EQ(m.port.take_written(), sent);
-        std::vector<int> lit_so_far(all.begin(), all.begin() + static_cast<int>(failing) - 2);
-        lit_so_far.resize(all.size(), dark);
-        EXPECT_EQ(lights(), lit_so_far) << queries[failing];
+        std::vector<int> expected = expected_lights();
+        std::fill(expected.begin() + static_cast<int>(failing), expected.end(), dark);
+        EXPECT_EQ(lights(), expected) << query;
         expect_one_box();
-        EXPECT_EQ(look(), "face live") << queries[failing];
-        answers[queries[failing]] = answer;
-    }
-}
-
-TEST_F(panel_download, leaves_a_group_whose_query_fails_as_it_was) {
-    press_in(6);
-    const std::vector<int> before = lights();
-    for (std::size_t failing = 4; failing < queries.size(); ++failing) {
-        const std::string answer = std::exchange(answers[queries[failing]], "");
+        EXPECT_EQ(look(), "face live") << query;
+        answers[query] = answer;
         press_in(6);
-        EXPECT_EQ(lights(), before) << queries[failing];
-        answers[queries[failing]] = answer;
+        answers[query] = "";
+        press_in(6);
+        expect_one_box();
+        EXPECT_EQ(lights(), expected_lights()) << query << " leaves its group lit";
+        answers[query] = answer;
     }
 }
 

