@@ -71,8 +71,8 @@ TEST(list_reader, counts_values_and_not_lines) {
     EXPECT_EQ(values.read_integer(), 9);
 }
 
-TEST(list_reader_number, ends_at_a_blank) {
-    list_reader values("12 34 ,56");
+TEST(list_reader_number, ends_at_a_space_or_tab) {
+    list_reader values("12 34\t,56");
     EXPECT_EQ(values.read_integer(), 12);
     EXPECT_EQ(values.read_integer(), 34);
     EXPECT_EQ(values.read_integer(), 56);

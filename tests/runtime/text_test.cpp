@@ -46,6 +46,7 @@ TEST(str, has_up_to_7_digits_of_a_single) {
     EXPECT_EQ(str(1.0F / 3), " .3333333");
     EXPECT_EQ(str(74.17582F), " 74.17582");
     EXPECT_EQ(str(1234567.0F), " 1234567");
+    EXPECT_EQ(str(12500000.0F), " 1.25E+07") << "two digits of the exponent at least";
 }
 
 TEST(number_text, keeps_the_zero_before_the_point_and_has_no_blank) {
@@ -166,6 +167,7 @@ TEST(format_patterns, differ_in_the_zero_before_the_point) {
     EXPECT_EQ(format_zero(0.001), "0.001");
     EXPECT_EQ(format_hash(-0.5), "-.500");
     EXPECT_EQ(format_zero(-0.5), "-0.500");
+    EXPECT_EQ(format_zero(-0.0001), "0.000") << "a zero has no sign";
 }
 
 TEST(format_patterns, round_half_away_from_zero_on_the_decimal_digits) {

@@ -92,6 +92,7 @@ TEST(characters_of, takes_what_is_no_utf8_as_bytes) {
     EXPECT_EQ(characters_of("a\xC3"), (std::vector<char32_t>{'a', 0xC3})) << "cut off";
     EXPECT_EQ(characters_of("\xC1\x81").size(), 2U) << "longer than it need be";
     EXPECT_EQ(characters_of("\xE0\x80\x81").size(), 3U) << "longer than it need be";
+    EXPECT_EQ(characters_of("\xF0\x8F\xBF\xBF").size(), 4U) << "longer than it need be";
     EXPECT_EQ(characters_of("\xED\xA0\x80").size(), 3U) << "half a pair";
     EXPECT_EQ(characters_of("\xF4\x90\x80\x80").size(), 4U) << "above the last character";
     EXPECT_EQ(characters_of("\xC3(").size(), 2U) << "a wrong following byte";
