@@ -23,11 +23,12 @@ namespace {
 enum class side { write, read };
 
 struct letters {
-    const char* all; ///< the first one that the caption has counts, or the very first; "*": the place in the array
+    const char* all; ///< the first letter in the caption is used, or else the first of all; "*": the control's index in
+                     ///< its array
     side belongs_to = side::write;
 };
 
-/// The view buttons and what is beside them have letters in the layout's table: A B C D E F N P R T V in every view.
+/// The view buttons and their neighbours use A B C D E F N P R T V in every view (see the layout table).
 const std::map<std::string, letters>& table() {
     static const std::map<std::string, letters> all = {
         {"cmd_about_ok", {"Q"}},
@@ -133,7 +134,7 @@ char mnemonic_of(const control& c) {
     return b == nullptr ? '\0' : b->mnemonic;
 }
 
-/// All keys that a control can have while its caption changes.
+/// Every key the control can have as its caption changes.
 std::vector<QKeySequence> possible_keys(const control& c) {
     const letters* const entry = letters_of(c);
     if (mnemonic_of(c) != 0 || entry == nullptr || std::string(entry->all) == "*") return {access_key(c)};
@@ -143,7 +144,7 @@ std::vector<QKeySequence> possible_keys(const control& c) {
     return keys;
 }
 
-/// A button of the panel acts at once. Its key walks along its row.
+/// A panel button acts at once, so its key only moves the focus along its row.
 bool only_gets_focus(const control& c) { return c.parent != nullptr && c.parent->name == "fra_setup"; }
 
 } // namespace
@@ -185,7 +186,7 @@ control* access_keys::meant_by(const QKeySequence& key) const {
     for (control* c : model_.controls())
         if (access_key(*c) == key && can_be_reached(*c)) meant.push_back(c);
     if (meant.empty()) return nullptr;
-    // the next one of a row; else the one that lies on top
+    // the next one in the row, else the topmost
     const auto focused = std::find(meant.begin(), meant.end(), model_.focused);
     if (focused != meant.end()) return focused + 1 == meant.end() ? meant.front() : *(focused + 1);
     return only_gets_focus(*meant.front()) ? meant.front() : meant.back();

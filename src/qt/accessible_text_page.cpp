@@ -37,7 +37,7 @@ std::size_t accessible_text_page::offset_of(int position) const {
     const text_lines& text = lines();
     auto left = static_cast<std::size_t>(std::max(0, position));
     if (text.is_plain()) {
-        // a line break is one unit for two bytes
+        // a line break counts as one unit but takes two bytes
         std::size_t line = 0;
         for (std::size_t beyond = text.count(); beyond - line > 1;) {
             const std::size_t middle = line + (beyond - line) / 2;

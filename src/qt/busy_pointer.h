@@ -2,8 +2,8 @@
 
 namespace desk::qt {
 
-/// The mouse pointer while the generator is asked: busy from the first wait of an event of the desk to the end of that
-/// event, however it ends. The windows stay usable meanwhile, and so the pointer stays an arrow.
+/// The mouse cursor while the desk waits for the generator: busy from the first wait within an event until that event
+/// ends. The windows stay usable, so the cursor stays an arrow.
 class busy_pointer {
 public:
     busy_pointer() = default;
@@ -11,12 +11,12 @@ public:
     busy_pointer& operator=(const busy_pointer&) = delete;
     ~busy_pointer() { show(false); }
 
-    /// The event that is being worked on waits for the generator.
+    /// The current event waits for the generator.
     void wait();
     void event_begins() { ++depth_; }
     void event_ends();
 
-    /// The usual pointer as long as this lives: a box or a window waits for the operator.
+    /// Restores the normal cursor while a box or a window waits for the operator.
     class usual {
     public:
         explicit usual(busy_pointer& pointer);
@@ -32,8 +32,8 @@ public:
 private:
     void show(bool busy);
 
-    int depth_ = 0; // of the events within each other
-    int busy_ = 0;  // the depth of the outermost event that has waited; 0: none
+    int depth_ = 0; // nesting depth of events
+    int busy_ = 0;  // depth of the outermost event that waits; 0: none
     bool shown_ = false;
 };
 

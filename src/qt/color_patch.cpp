@@ -10,11 +10,11 @@ namespace desk::qt {
 
 namespace {
 
-// in pixels of the plan
+// in plan pixels
 constexpr int distance = 20;
 constexpr int patch_height = 56;
 
-/// The widget of a control, where it lies now.
+/// Where the control's widget is now.
 QRect place_of(const QWidget& frame, const control& c) {
     const auto* const w = frame.findChild<QWidget*>(QString::fromStdString(c.name) + "_" + QString::number(c.index),
                                                     Qt::FindDirectChildrenOnly);

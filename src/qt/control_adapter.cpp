@@ -20,7 +20,7 @@ control_adapter::control_adapter(control& model, QWidget* w, event_gate& gate)
     if (model.index >= 0) name += "_" + QString::number(model.index);
     widget_->setObjectName(name);
     plain_name_ = plain_name(model);
-    // the wheel over a control does not take the keys from another
+    // the wheel does not move the focus to the control
     if (widget_->focusPolicy() == Qt::WheelFocus) widget_->setFocusPolicy(Qt::StrongFocus);
     widget_->installEventFilter(this);
 }
@@ -32,7 +32,7 @@ void control_adapter::act(const std::function<void()>& deed) {
         if (in_reach && can_be_reached(model_))
             deed();
         else
-            follow(); // the widget can have moved by itself
+            follow(); // the widget may have moved by itself
     });
 }
 

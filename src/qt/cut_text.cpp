@@ -16,7 +16,7 @@ namespace desk::qt {
 
 namespace {
 
-/// Of the border and the air at both ends of a box.
+/// Border and padding at each end of a box.
 constexpr int inset = 8;
 
 bool has_no_room(const QWidget& w, const QString& text, int width) {
@@ -52,7 +52,7 @@ QString cut_in(const QAbstractItemView& view, QPoint at) {
     return needed > (cell & view.viewport()->rect()).width() ? index.data().toString() : QString();
 }
 
-/// A frame has its title over its whole width; below it other controls speak for themselves.
+/// A frame's title takes its full width; controls below it show their own texts.
 QString cut_in(const QGroupBox& frame, QPoint at) {
     if (at.y() > frame.fontMetrics().height() * 2) return {};
     return has_no_room(frame, frame.title(), frame.width() - 2 * inset) ? frame.title() : QString();
@@ -68,7 +68,7 @@ QString cut_text_at(QWidget& w, QPoint at) {
         return has_no_room(*line, line->text(), line->width() - inset) ? line->text() : QString();
     if (const auto* const view = qobject_cast<QAbstractItemView*>(&w))
         return cut_in(*view, view->viewport()->mapFrom(view, at));
-    // the viewport of a list
+    // a list's viewport
     if (const auto* const view = qobject_cast<QAbstractItemView*>(w.parentWidget())) return cut_in(*view, at);
     return {};
 }

@@ -6,7 +6,7 @@ namespace desk::qt {
 
 namespace {
 
-/// A widget of the window, by the name of its control.
+/// Finds a widget of the window by its control's name.
 template <class Widget = QWidget>
 Widget& widget_in(QWidget& window, const char* name) {
     return *window.findChild<Widget*>(QString::fromLatin1(name));
@@ -31,7 +31,7 @@ void desk_aids::follow() {
 
 void desk_aids::follow_in(QWidget& modal_window) {
     auto* bar = modal_window.findChild<work_bar*>({}, Qt::FindDirectChildrenOnly);
-    if (bar == nullptr) bar = new work_bar(modal_window, exchange_); // it goes with its window
+    if (bar == nullptr) bar = new work_bar(modal_window, exchange_); // owned by its window
     bar->follow();
 }
 

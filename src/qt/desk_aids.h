@@ -8,14 +8,14 @@
 
 namespace desk::qt {
 
-/// What a window shows beside its controls: how far work is, and in the main window the chosen color and where two
-/// EDIDs differ.
+/// Displays that are not controls: the progress bar, and in the main window the chosen color and the differences
+/// between two EDIDs.
 class desk_aids {
 public:
     desk_aids(QWidget& window, const frm_main& desk);
 
     void follow();
-    /// A modal window has only a bar.
+    /// Adds a progress bar only.
     void follow_in(QWidget& modal_window);
 
 private:

@@ -56,7 +56,7 @@ void desk_program::end_on(end_watch& watch) {
 
 void desk_program::end_in_order() {
     if (gate_.over()) {
-        // the end is under way, and the box of a failure may hold it up
+        // the program is ending already, and a failure box may delay it
         gate_.end_waits();
         return;
     }
@@ -67,7 +67,7 @@ void desk_program::end_in_order() {
 }
 
 void desk_program::save_all() {
-    // before the end of start-up nothing has changed, and what was not read must not be written
+    // before start-up is complete, nothing has changed, and values not yet read must not be written
     if (!desk_.form.visible) return;
     rescue();
     desk_.form.on_unload();
@@ -91,7 +91,7 @@ void desk_program::leave() {
 void desk_program::show_failure(const runtime_failure& failure) {
     const std::string rescued = rescue();
     failure_box box(failure, rescued, window_.get());
-    // nobody is there to close it once the end was requested
+    // nobody can close it after the end was requested
     if (!gate_.end_requested || !gate_.end_requested()) box.exec();
 }
 

@@ -20,21 +20,19 @@
 
 namespace desk::qt {
 
-/// The desk on the screen: the main window over the machine's own serial ports.
+/// The desk's main window, using the machine's serial ports.
 class desk_program {
 public:
     explicit desk_program(std::filesystem::path program_directory);
 
-    /// From now on ends the program in order at every request, and saves what it can when the display goes away.
-    /// `watch` outlives this.
+    /// From now on, ends the program in order at every request and saves what it can when the display is lost.
+    /// `watch` must outlive this.
     void end_on(end_watch& watch);
 
-    /// Start-up up to the shown window. False: the program is over, because start-up has failed and the failure has
-    /// been shown, or because its end was requested meanwhile.
+    /// Shows the main window. Returns false if start-up failed (the failure has been shown) or the end was requested.
     bool start();
 
-    /// Ends the program as its close button does, whatever it waits for; EDID texts that no file holds are rescued
-    /// first.
+    /// Ends the program as its close button does, even during a wait; rescues unsaved EDID texts first.
     void end_in_order();
 
     frm_main& desk() { return desk_; }

@@ -13,8 +13,7 @@ namespace desk::qt {
 
 namespace {
 
-/// Longer than a key is held before it repeats itself. One that has given no sign of life for so long is up, and its
-/// release went to another program.
+/// Longer than the delay before auto-repeat. A key silent for this long is up; another program got its release.
 constexpr int patience_ms = 1200;
 
 bool is_modifier(int key) {
@@ -35,7 +34,7 @@ bool is_modifier(int key) {
     }
 }
 
-/// Whether a key does as often as it repeats itself what it does once: it moves, or it types.
+/// Whether auto-repeat of a key is harmless: it moves or types.
 bool may_repeat(const QKeyEvent& e) {
     if ((e.modifiers() & (Qt::AltModifier | Qt::MetaModifier)) != 0) return false;
     switch (e.key()) {
@@ -71,11 +70,11 @@ held_input::held_input() {
 }
 
 bool held_input::eventFilter(QObject* watched, QEvent* e) {
-    // every event of keys and mouse comes to a window first, and from there to its widgets
+    // key and mouse events reach a window before its widgets
     if (watched->isWindowType()) return take_window_event(*e);
     switch (e->type()) {
     case QEvent::ApplicationStateChange:
-        // what is let go now is let go over another program
+        // releases now go to another program
         if (QGuiApplication::applicationState() != Qt::ApplicationActive) {
             down_.clear();
             held_.clear();
@@ -111,7 +110,7 @@ bool held_input::take_window_event(QEvent& e) {
 }
 
 held_input::key_code held_input::code_of(const QKeyEvent& e) {
-    // the same key has another meaning when Shift was let go before it
+    // Qt::Key differs if Shift was released first
     return e.nativeScanCode() != 0 ? e.nativeScanCode() : static_cast<key_code>(e.key());
 }
 
@@ -128,11 +127,11 @@ bool held_input::take_key(QKeyEvent& e) {
         if (down_.count(key) != 0) down_[key] = clock_.elapsed();
         if (!waits() && may_repeat(e)) return false;
     } else {
-        // one that is pressed again has been let go unseen
+        // pressed again: its release was missed
         if (down_.insert_or_assign(key, clock_.elapsed()).second || e.type() == QEvent::KeyPress) held_.erase(key);
         if (!waits()) return false;
     }
-    // an override that is taken presses no button by its letter
+    // accepting the override keeps it from triggering a shortcut
     e.accept();
     return true;
 }
@@ -145,17 +144,17 @@ void held_input::release(key_code key) {
 bool held_input::take_mouse(const QMouseEvent& e) {
     switch (e.type()) {
     case QEvent::MouseButtonPress:
-        // one that is pressed again has been let go unseen
+        // pressed again: its release was missed
         held_buttons_ &= ~Qt::MouseButtons(e.button());
         under_mouse_ = nullptr;
         if ((e.flags() & Qt::MouseEventCreatedDoubleClick) == 0) opened_since_press_ = false;
         return waits();
     case QEvent::MouseButtonDblClick:
-        // half of it was meant for what was there before
+        // half of a double click was meant for what was there before
         return waits() || opened_since_press_;
     case QEvent::MouseMove:
         held_buttons_ &= e.buttons();
-        // the control that it was pressed over was let go
+        // the control under the press has been released
         return held_buttons_ != Qt::NoButton;
     default:
         return false;
@@ -179,7 +178,7 @@ void held_input::let_go() {
     if (QWidget* const grabber = QWidget::mouseGrabber()) grabber->releaseMouse();
     if (!under_mouse_) return;
     const QPointer<QWidget> w = std::exchange(under_mouse_, nullptr);
-    // as if it were let go far away, without a word of it
+    // as if released far away, without any signal
     const QSignalBlocker quiet(w);
     const QPointF away(-10'000, -10'000);
     for (const auto button : {Qt::LeftButton, Qt::MiddleButton, Qt::RightButton}) {
@@ -204,7 +203,7 @@ bool held_input::waits() {
 
 bool held_input::nativeEventFilter(const QByteArray& system, void* message, qintptr* /*result*/) {
     if (system != "xcb_generic_event_t") return false;
-    // the head of an event of the X protocol
+    // header of an X event
     struct {
         std::uint8_t type;
         std::uint8_t detail;
@@ -219,7 +218,7 @@ bool held_input::nativeEventFilter(const QByteArray& system, void* message, qint
         last_release_ = {head.detail, head.time, held_.count(head.detail) != 0};
         release(head.detail);
     } else if (type == key_press && last_release_.key == head.detail && last_release_.time == head.time) {
-        // a key that repeats itself is let go and pressed at the same moment
+        // auto-repeat sends a release and a press with the same time
         down_[head.detail] = clock_.elapsed();
         if (last_release_.was_held) held_.insert(head.detail);
     }

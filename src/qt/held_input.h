@@ -15,15 +15,15 @@ class QMouseEvent;
 
 namespace desk::qt {
 
-/// What the operator holds down while windows open and close. The control under the mouse is let go when a window, a
-/// box or a menu opens. A box or window ignores keys and clicks until all that was down when it opened is up. A key
-/// that repeats itself moves and types, and does nothing else. Needs the application.
+/// Keys and mouse buttons that are down while windows open and close. When a window, box or menu opens, the control
+/// under the mouse is released. The new window ignores input until everything that was down has been released.
+/// Auto-repeat only moves and types. Needs the application.
 class held_input : public QObject, public QAbstractNativeEventFilter {
 public:
     held_input();
 
     bool eventFilter(QObject* watched, QEvent* e) override;
-    /// Sees the X server's keys, since the toolkit drops the release of one over a window that a box blocks.
+    /// Sees the X server's key events, since Qt drops a release over a window blocked by a box.
     bool nativeEventFilter(const QByteArray& system, void* message, qintptr* result) override;
 
 private:
@@ -41,15 +41,15 @@ private:
     bool waits();
 
     QElapsedTimer clock_;
-    std::map<key_code, qint64> down_; // with the time of the last sign of life
-    std::set<key_code> held_;         // of those, the ones that a window waits for
-    Qt::MouseButtons held_buttons_;   // the mouse buttons that it waits for
+    std::map<key_code, qint64> down_; // with the time of the latest event
+    std::set<key_code> held_;         // the keys among them that a window waits for
+    Qt::MouseButtons held_buttons_;   // mouse buttons that a window waits for
     struct {
         key_code key = 0;
         x_time time = 0;
         bool was_held = false;
-    } last_release_;                // as the X server reports it
-    QPointer<QWidget> under_mouse_; // the one that a button was pressed over
+    } last_release_;                // as reported by the X server
+    QPointer<QWidget> under_mouse_; // where a mouse button was pressed
     bool opened_since_press_ = false;
 };
 

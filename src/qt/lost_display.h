@@ -4,9 +4,8 @@
 
 namespace desk::qt {
 
-/// The toolkit ends the program at once when the display server goes away, and Windows when the session ends: no event
-/// runs any more, and nothing on the stack is cleaned up. `save` is called before that, from inside the toolkit; it
-/// must not touch a widget. One per program.
+/// Calls `save` when the display server disappears, or when a Windows session ends: Qt then ends the program at once,
+/// with no further events and no stack unwinding. `save` runs inside Qt and must not touch a widget. One per program.
 class lost_display {
 public:
     explicit lost_display(std::function<void()> save);
@@ -14,7 +13,7 @@ public:
     lost_display(const lost_display&) = delete;
     lost_display& operator=(const lost_display&) = delete;
 
-    /// True once the display server is known to be gone. Any thread may ask.
+    /// True once the display server is known to be gone. Thread-safe.
     static bool gone();
 };
 

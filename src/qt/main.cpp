@@ -16,7 +16,7 @@
 
 namespace {
 
-/// Reported on the terminal too: whoever has set the machine up wrongly looks there.
+/// Also reported on the terminal, for the person who sets up the machine.
 int cannot_start(const desk::runtime_failure& failure) {
     desk::write_to_standard_error("velotrace: " + failure.sentence() + "\n");
     QMessageBox box(QMessageBox::Critical, desk::qt::program_title, QString::fromStdString(failure.sentence()));
@@ -29,7 +29,7 @@ int cannot_start(const desk::runtime_failure& failure) {
 
 int main(int argument_count, char** arguments) {
     const desk::end_request request;
-    // the toolkit would take options of its own from the command line
+    // keep Qt from reading options from the command line
     int only_the_name = std::min(argument_count, 1);
     QApplication application(only_the_name, arguments);
     desk::qt::end_watch watch(request);

@@ -6,8 +6,8 @@
 
 namespace desk::qt {
 
-/// What a control is, in plain words, for those who do not see where it stands: "Horizontal total in pixels". Empty
-/// where its caption says all of it.
+/// The accessible name of a control that its caption and position do not explain, such as "Horizontal total in
+/// pixels". Empty if the caption is enough.
 QString plain_name(const control& c);
 
 } // namespace desk::qt

@@ -17,7 +17,7 @@ struct place {
     int bottom;
 };
 
-/// Where a control lies in its window.
+/// The control's place in its window.
 place place_of(const control& c) {
     place p{c.left, c.top, c.left + c.width, c.top + c.height};
     for (const control* around = c.parent; around != nullptr; around = around->parent) {
@@ -69,7 +69,7 @@ bool takes_keys(const control& c) {
     }
 }
 
-/// A frame lies over all of it.
+/// Whether a frame covers all of it.
 bool is_covered(const control& c) {
     const std::vector<control*>& all = c.owner->controls();
     return std::any_of(all.begin(), all.end(), [&c](const control* f) {
@@ -99,7 +99,7 @@ private:
     void sort_in(control* c) {
         const place p = place_of(*c);
         control* around = c->parent;
-        // what lies over a frame beside it in the table is read as if it lay in it
+        // a control that overlaps a sibling frame is read as its child
         for (control* f : frames_)
             if (f->parent == c->parent && lies_within(p, place_of(*f))) around = f;
         read_within_[around].push_back(c);
@@ -113,7 +113,7 @@ private:
                 take(c);
             return;
         }
-        // of two with one top the higher one begins the row
+        // of two with the same top, the taller one starts the row
         std::stable_sort(here.begin(), here.end(), [](const control* a, const control* b) {
             const place p = place_of(*a);
             const place q = place_of(*b);
@@ -155,7 +155,7 @@ control& neighbour(control& c, bool next) {
     std::vector<control*> group;
     for (control* other : c.owner->controls()) {
         if (other->kind() != c.kind() || other->parent != c.parent) continue;
-        // of option buttons, the selected one alone is a stop
+        // in a group of option buttons, only the selected one is a stop
         if (c.kind() == control_kind::option_button ? can_be_reached(*other) : can_take_keys(*other))
             group.push_back(other);
     }

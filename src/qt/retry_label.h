@@ -4,7 +4,7 @@
 
 namespace desk::qt {
 
-/// Says in the status frame why the desk waits, in the free place above Refresh.
+/// Says in the status frame, above Refresh, why the desk waits.
 class retry_label final : public QLabel {
     Q_OBJECT
 

@@ -13,7 +13,7 @@ steady_font::steady_font(QApplication& application, const QFont& font) : QObject
 
 bool steady_font::eventFilter(QObject* watched, QEvent* e) {
     if (restoring_) return false;
-    // a desktop can also set the fonts of single kinds of widget; then only those get the event, or all do at once
+    // a desktop can also set fonts for single widget classes; then only those widgets, or all at once, get the event
     const auto* const w = watched->isWidgetType() ? static_cast<QWidget*>(watched) : nullptr;
     if (e->type() == QEvent::ThemeChange || (e->type() == QEvent::ApplicationFontChange &&
                                              (w != nullptr ? QApplication::font(w) : QApplication::font()) != font_))

@@ -7,8 +7,8 @@ class QApplication;
 
 namespace desk::qt {
 
-/// Keeps one font for the whole program, also when the desktop brings its own after the start or changes it. Lives as
-/// long as the application.
+/// Keeps the program's font when the desktop sets or changes its own after the start. Lives as long as the
+/// application.
 class steady_font : public QObject {
 public:
     steady_font(QApplication& application, const QFont& font);

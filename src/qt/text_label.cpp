@@ -53,7 +53,7 @@ void text_label::paintEvent(QPaintEvent* /*e*/) {
     const QFontMetrics metrics = painter.fontMetrics();
     const QColor ink = ink_of(fore_, colors);
     if (!text_.isEmpty() && contrast(ink, ground()) < readable_contrast) {
-        // a colour of the models that can't be read here lies on a plate of its own
+        // a model colour that is unreadable here gets a plate of its own
         const QColor plate = contrast(ink, on_lamp()) > contrast(ink, Qt::white) ? on_lamp() : QColor(Qt::white);
         const int side = scaled(metric::text_inset, this);
         QRect behind(0, 0, metrics.horizontalAdvance(text_) + 2 * side, metrics.height());
@@ -70,7 +70,7 @@ void text_label::paintEvent(QPaintEvent* /*e*/) {
 void text_label::draw_lines(QPainter& painter, const QRect& place) const {
     const QFontMetrics metrics = painter.fontMetrics();
     const int at = Qt::AlignLeft | (in_middle_ ? Qt::AlignVCenter : Qt::AlignTop);
-    // one that has room for a single line shows both ends of a long one, as of a path
+    // a label with room for one line elides the middle, as for a path
     if (line_pitch_ == 0 && place.height() < 2 * metrics.height()) {
         painter.drawText(place, at | Qt::TextSingleLine, metrics.elidedText(text_, Qt::ElideMiddle, place.width()));
         return;

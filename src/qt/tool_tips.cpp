@@ -15,7 +15,7 @@ namespace desk::qt {
 
 tool_tips::tool_tips(const control& model, QWidget& w) : model_(model), widget_(w) {
     w.installEventFilter(this);
-    // the opened list is a window of its own
+    // the open list is a separate window
     if (auto* const combo = qobject_cast<QComboBox*>(&w)) combo->view()->viewport()->installEventFilter(this);
 }
 
@@ -32,7 +32,7 @@ bool tool_tips::eventFilter(QObject* watched, QEvent* e) {
     const auto& help = *static_cast<QHelpEvent*>(e);
     const QString cut = cut_text_at(*under, help.pos());
     if (cut.isEmpty()) return false;
-    // a name from a file is no markup
+    // a name from a file is not markup
     const QString alone = "<qt>" + cut.toHtmlEscaped() + "</qt>";
     QToolTip::showText(help.globalPos(), under == &widget_ ? tool_tip_of(model_, cut) : alone, under);
     return true;
@@ -42,7 +42,7 @@ QString tool_tip_of(const control& c, const QString& cut_text) {
     const QString keys = access_key(c).toString(QKeySequence::NativeText);
     QString help = help_line(c);
     if (!keys.isEmpty()) help = help.isEmpty() ? keys : help + " (" + keys + ")";
-    // rich text breaks lines, also short ones
+    // rich text wraps even short lines
     QStringList said;
     if (!cut_text.isEmpty()) said << cut_text.toHtmlEscaped();
     if (!help.isEmpty()) said << "<nobr>" + help.toHtmlEscaped() + "</nobr>";

@@ -13,12 +13,12 @@ namespace desk::qt {
 namespace {
 
 constexpr int patience_ms = 100;
-/// The end of the work is seen too.
+/// How long the finished bar stays visible.
 constexpr int last_sight_ms = 250;
 constexpr int whole = 10'000;
 constexpr int bar_height = 3;
 constexpr int step_ms = 40;
-/// The wandering piece crosses the window in this many steps.
+/// Steps of the indeterminate piece across the window.
 constexpr int steps_across = 40;
 
 } // namespace
@@ -51,7 +51,7 @@ void work_bar::follow() {
     }
     if (!busy_.isValid()) busy_.start();
     words_ = tries_again ? "No answer yet: trying again" : "";
-    // less shows only if the bar is there already
+    // shorter work shows only if the bar is visible already
     if (busy_.elapsed() < patience_ms && !tries_again && !isVisible()) return;
     goes_.stop();
     measured_ = !tries_again && !exchange_.progress.has_no_measure();
