@@ -14,7 +14,7 @@ namespace desk {
 
 namespace {
 
-/// A console takes wide characters whatever code page it has.
+/// A console accepts wide characters in any code page.
 bool write_to_console(DWORD which, std::string_view text) {
     const int length = static_cast<int>(text.size());
     std::wstring wide(text.size(), L'\0');
@@ -44,7 +44,7 @@ void pass_standard_streams_as_bytes() {
 
 bool write_to_standard_output(std::string_view bytes) {
     if (_isatty(_fileno(stdout)) != 0) return write_to_console(STD_OUTPUT_HANDLE, terminal_text(bytes));
-    // the line ends are the report's own
+    // the report has its own line ends
     _setmode(_fileno(stdout), _O_BINARY);
     return std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size() && std::fflush(stdout) == 0;
 }

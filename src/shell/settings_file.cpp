@@ -10,7 +10,7 @@ namespace desk {
 
 namespace {
 
-/// Nothing for a name that would be read back as another one.
+/// Nothing for a name that would be read back as a different one.
 std::optional<std::string> record_of(const std::string& name) {
     return as_utf8(name) == name ? list_record(name) : std::nullopt;
 }

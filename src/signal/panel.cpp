@@ -99,7 +99,7 @@ void panel::follow_up_lpcm() {
 void panel::cmd_lpcm_click(int index) {
     button& member = element(cmd_lpcm, index);
     press(member, mnemonic::lpcm_channels, index + 1);
-    // "PCM100" is the generator's refusal and no failure of the link: nothing is reported
+    // "PCM100" is the generator's refusal, not a link failure: nothing is reported
     const bool taken = exchange_.rx_done && exchange_.rx_text != "PCM100";
     paint_lpcm(taken ? index + 1 : unlit);
     member.enabled = true;
