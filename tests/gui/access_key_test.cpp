@@ -1,4 +1,4 @@
-// Every button of every view is worked with a key of its own.
+// Every button of every view has a working key of its own.
 
 #include "bench_fixture.h"
 #include "qt/access_keys.h"
@@ -18,7 +18,7 @@ class access_key_of : public bench {
 protected:
     access_key_of() { plug_generator(); }
 
-    /// The buttons that can be reached now have a key each, and none of them the same one but in a row of the panel.
+    /// Each button that can be reached has a key; only the buttons of a panel row share one.
     static void expect_a_key_for_every_button(const window& w) {
         std::map<QString, const control*> seen;
         for (const control* c : w.controls()) {
@@ -42,7 +42,7 @@ protected:
         for (control* c : desk().form.controls())
             if (c->parent == &desk().workbench.fra_edid && c->kind() == control_kind::button)
                 c->enabled = c->visible = true;
-        operator_hand().click("lab_edid_src"); // any event brings the window up to date
+        operator_hand().click("lab_edid_src"); // any event updates the window
     }
 };
 
@@ -133,7 +133,7 @@ TEST_F(access_key_of, a_covered_button_does_nothing) {
     h.click("cmd_read_translate");
     generator->commands();
     desk().workbench.cmd_write.enabled = true;
-    press(Qt::Key_W); // WRITE lies under the translation
+    press(Qt::Key_W); // the translation covers WRITE
     EXPECT_TRUE(generator->commands().isEmpty());
     press(Qt::Key_K);
     EXPECT_FALSE(h.is_shown("fra_edid_edit"));

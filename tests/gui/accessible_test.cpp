@@ -1,4 +1,4 @@
-// What a screen reader is told of every control.
+// What a screen reader gets for every control.
 
 #include "bench_fixture.h"
 #include "qt/look.h"
@@ -20,7 +20,7 @@ const std::map<QString, QAccessible::Role> roles = {
     {"line", QAccessible::Separator},
 };
 
-/// Every control of a window has the role of its kind and a name. Gives how many there are.
+/// Expects the right role and a name for every control of a window. Returns their number.
 int look_at_all(const QWidget& window) {
     int seen = 0;
     for (QWidget* w : window.findChildren<QWidget*>()) {
@@ -62,7 +62,7 @@ protected:
                            &t.pic_speaker_fr, &t.pic_speaker_lfe, &t.pic_speaker_rl, &t.pic_speaker_rlc,
                            &t.pic_speaker_rc, &t.pic_speaker_rrc, &t.pic_speaker_rr})
             p->visible = true;
-        operator_hand().click("lab_com"); // any event brings the window up to date
+        operator_hand().click("lab_com"); // any event updates the window
     }
 };
 
@@ -127,7 +127,7 @@ TEST_F(screen_reader, is_told_states) {
     EXPECT_TRUE(state("txt_htotal_pix").readOnly);
     EXPECT_FALSE(state("txt_motion_str").readOnly);
     desk().translation_frame.chk_established[3].value = 1;
-    h.click("lab_read"); // any event brings the window up to date
+    h.click("lab_read"); // any event updates the window
     EXPECT_TRUE(state("chk_established_3").checked);
     EXPECT_FALSE(state("chk_established_4").checked);
 }
@@ -137,7 +137,7 @@ TEST_F(screen_reader, reads_the_edid_text_and_selects_in_it) {
     const hand h = operator_hand();
     h.click("cmd_edid");
     desk().workbench.txt_read.text = "00 FF //7\r\n\r\n01 \xC3\xA9\r\n";
-    h.click("lab_read"); // any event brings the window up to date
+    h.click("lab_read"); // any event updates the window
     QAccessibleTextInterface* const text = QAccessible::queryAccessibleInterface(&h.find("txt_read"))->textInterface();
     ASSERT_NE(text, nullptr);
     const QString shown = QString::fromUtf8("00 FF //7\n\n01 \xC3\xA9\n");

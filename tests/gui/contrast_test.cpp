@@ -1,4 +1,4 @@
-// Whether every caption can be read: its colour against its ground, as they are drawn, in both schemes.
+// Whether every caption is legible: its colour against its background, as drawn, in both schemes.
 
 #include "bench_fixture.h"
 #include "dialog_hand.h"
@@ -33,7 +33,7 @@ namespace desk::gui {
 
 namespace {
 
-/// So fine that the strokes of letters have their full colour.
+/// Enough magnification to give strokes of letters their full colour.
 constexpr int fineness = 4;
 
 struct caption {
@@ -41,7 +41,7 @@ struct caption {
     QRect place; // in its window
 };
 
-/// Where a widget has text; the marks beside it and its border are left out.
+/// Where a widget has text, without marks and borders.
 std::vector<QRect> places_of_text(QWidget& w) {
     if (auto* const button = qobject_cast<QAbstractButton*>(&w)) {
         if (button->text().isEmpty()) return {};
@@ -63,7 +63,7 @@ std::vector<QRect> places_of_text(QWidget& w) {
     if (auto* const label = qobject_cast<qt::text_label*>(&w)) {
         if (label->text().isEmpty()) return {};
         if (label->text().contains('\n') || w.height() <= 2 * w.fontMetrics().height()) {
-            // a single line may lie on a plate of its own: no more than that
+            // a single line may have a background plate, which is only as wide as the text
             const int width =
                 std::min(w.width() - 6, w.fontMetrics().horizontalAdvance(label->text().section('\n', 0, 0)));
             const int height = std::min(w.height(), w.fontMetrics().height()) - 6;
@@ -94,7 +94,7 @@ std::vector<QRect> places_of_text(QWidget& w) {
     return {};
 }
 
-/// Whether nothing lies over the place.
+/// Whether nothing covers the place.
 bool is_seen(const QWidget& window, const QWidget& w, const QRect& place) {
     for (const QPoint at :
          {place.topLeft(), place.topRight(), place.bottomLeft(), place.bottomRight(), place.center()}) {
@@ -116,7 +116,7 @@ std::vector<caption> captions_on_show(QWidget& window) {
     return all;
 }
 
-/// The most frequent colour of a place, and the one with the most contrast to it.
+/// The most frequent colour of a place, and the one with the highest contrast to it.
 struct two_colors {
     QColor ground;
     QColor ink;
@@ -154,7 +154,7 @@ protected:
         program->gate().run([] {});
     }
 
-    /// Every caption of a window that can be seen, in both schemes.
+    /// Checks every visible caption of a window, in both schemes.
     void expect_readable(QWidget& window, const char* when) {
         for (const qt::scheme s : {qt::scheme::light, qt::scheme::dark}) {
             qt::set_scheme(s);
@@ -178,7 +178,7 @@ protected:
 
     void expect_readable(const char* when) { expect_readable(program->main_window(), when); }
 
-    /// As it is, with every button lit in each colour, and with everything disabled.
+    /// Checks the window as it is, with every button lit in each colour, and with everything disabled.
     void expect_readable_in_every_state(window& form, QWidget& real, const char* when) {
         expect_readable(real, when);
         std::map<control*, std::pair<color, bool>> before;

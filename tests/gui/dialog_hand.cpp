@@ -13,7 +13,7 @@ namespace desk::gui {
 
 namespace {
 
-/// Does `work` with the window of a kind that the desk waits in; looks for it for `ms` milliseconds at most.
+/// Waits up to `ms` milliseconds for a modal window of this kind and calls `work` with it.
 template <class Window>
 void when_it_waits_in(std::function<bool(Window&)> work, int ms) {
     QTimer::singleShot(10, qApp, [work = std::move(work), ms] {

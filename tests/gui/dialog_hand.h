@@ -10,16 +10,16 @@
 
 namespace desk::gui {
 
-// What the operator does in a window that the desk waits in. Each is prepared before the click that opens it, since
-// that comes back only when the window is gone; it looks for its window for `ms` milliseconds at most.
+// Operator actions in modal windows. Call each before the click that opens the window, since that click returns only
+// after the window has closed; each waits up to `ms` milliseconds for its window.
 
-/// What a message box on the screen says; empty where there is none.
+/// Contents of a message box; empty if there is none.
 struct seen_box {
     QString text;
     QString title;
 };
 
-/// Notes the next message box and presses the button.
+/// Records the next message box and presses a button.
 void answer_next_box(std::vector<seen_box>& seen, int button, int ms = 20000);
 
 struct seen_dialog {
@@ -27,12 +27,12 @@ struct seen_dialog {
     QString folder;
     QString file_name;
     QStringList filters;
-    QString above; ///< the window that it opened over
+    QString above; ///< the window below it
 };
-/// Notes the next file dialog, chooses a filter (from 1), types a path and takes it; an empty path cancels.
+/// Records the next file dialog, chooses a filter (from 1), types a path and accepts; an empty path cancels.
 void answer_next_file_dialog(std::vector<seen_dialog>& seen, const QString& path, int filter = 1, int ms = 20000);
 
-/// Lets a hand work in the next modal window of the desk that has this name.
+/// Calls `work` in the desk's next modal window with this name.
 void in_next_window(const QString& name, std::function<void(const hand&)> work, int ms = 20000);
 
 } // namespace desk::gui

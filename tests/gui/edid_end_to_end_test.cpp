@@ -1,5 +1,5 @@
-// The roads of an EDID through the real windows: from a sink into a file and back, and unit after unit in a production
-// run, to a generator on a pseudo terminal.
+// EDID tests through the real windows, with a generator on a pseudo terminal: from a sink to a file and back, and a
+// production run of several units.
 
 #include "bench_fixture.h"
 
@@ -17,7 +17,7 @@ namespace desk::gui {
 
 namespace {
 
-/// The value that ends a block of 128 bytes so that all of them add up to 0 in the last two hexadecimal digits.
+/// The last byte that makes a block of 128 bytes sum to 0 modulo 256.
 int checksum_of(const QByteArray& block) {
     const int sum = std::accumulate(block.begin(), block.begin() + 127, 0,
                                     [](int so_far, char byte) { return so_far + static_cast<std::uint8_t>(byte); });
@@ -36,7 +36,7 @@ protected:
 
     QString path_of(const QString& name) const { return QDir::toNativeSeparators(directory.filePath(name)); }
 
-    /// Saves a side under a name of the program's directory; in a HEX file's style where it is one.
+    /// Saves a side under a name in the program's directory, in `hex_style` for a HEX file.
     void save(const QString& button, const QString& name, const QString& hex_style = "") {
         answer_next_file_dialog(dialogs, path_of(name), hex_style.isEmpty() ? 2 : 1);
         if (!hex_style.isEmpty()) {
@@ -100,7 +100,7 @@ TEST_F(edid_end_to_end, a_sink_is_read_saved_erased_written_back_and_verified) {
     EXPECT_EQ(h.text("lab_pass"), "PASS");
 }
 
-TEST_F(edid_end_to_end, every_format_that_is_saved_is_read_again) {
+TEST_F(edid_end_to_end, every_saved_format_can_be_read_back) {
     const hand h = operator_hand();
     h.click("cmd_read");
     const QString text = h.text("txt_read");
@@ -131,7 +131,7 @@ TEST_F(edid_end_to_end, a_production_run_stamps_ten_units_one_after_another) {
         run.type("txt_sn", QString::number(first_sn));
         run.click("chk_auto_sn");
         for (int unit = 0; unit < 10; ++unit) {
-            generator->tell("sink 1 first"); // the next unit is plugged in
+            generator->tell("sink 1 first"); // plugs in the next unit
             run.click("cmd_run");
             EXPECT_EQ(run.text("lab_pass"), "PASS");
             EXPECT_EQ(run.text("lab_pass_sn"), QString::number(first_sn + unit));
@@ -149,13 +149,13 @@ TEST_F(edid_end_to_end, a_production_run_stamps_ten_units_one_after_another) {
         expected[127] = static_cast<char>(checksum_of(expected));
         EXPECT_EQ(units[static_cast<std::size_t>(unit)], expected) << unit;
     }
-    // what the run has stamped is gone from the buffer, and WRITE rests again
+    // the stamped numbers are gone from the buffer, and WRITE is enabled again
     EXPECT_EQ(desk().edid_buffers.write_buff[12], byte_of(first_edid(), 12));
     EXPECT_TRUE(h.find("cmd_write").isEnabled());
     EXPECT_EQ(desk().shared_fields.diag_mode, 3);
 }
 
-TEST_F(edid_end_to_end, a_write_protected_sink_is_told) {
+TEST_F(edid_end_to_end, a_write_protected_sink_is_reported) {
     open_first_edid();
     const hand h = operator_hand();
     generator->tell("protect 1 on");
@@ -165,7 +165,7 @@ TEST_F(edid_end_to_end, a_write_protected_sink_is_told) {
     EXPECT_TRUE(h.find("cmd_ok").isEnabled());
 }
 
-TEST_F(edid_end_to_end, a_sink_that_is_not_there_fails_the_read_in_the_read_window) {
+TEST_F(edid_end_to_end, a_missing_sink_fails_the_read_in_the_read_window) {
     const hand h = operator_hand();
     generator->tell("sink 2 none");
     h.click("opt_edid_src_2");
@@ -175,7 +175,7 @@ TEST_F(edid_end_to_end, a_sink_that_is_not_there_fails_the_read_in_the_read_wind
     EXPECT_FALSE(h.find("cmd_sum_read").isEnabled());
 }
 
-TEST_F(edid_end_to_end, a_cable_pulled_in_the_middle_of_the_data_leaves_the_desk_alive) {
+TEST_F(edid_end_to_end, the_desk_survives_a_cable_pulled_during_the_data) {
     const hand h = operator_hand();
     h.when(heard("ESC001"), [&] { generator->tell("short 1 128"); });
     h.when([&] { return generator->has_printed("< hex:"); }, [&] { generator->kill(); });
@@ -205,7 +205,7 @@ TEST_F(edid_end_to_end, a_wrong_checksum_is_repaired_in_the_window_and_saved) {
     EXPECT_EQ(file("mended.bin"), first_edid());
 }
 
-TEST_F(edid_end_to_end, a_file_of_the_list_is_opened_again) {
+TEST_F(edid_end_to_end, a_listed_file_is_reopened) {
     const hand h = operator_hand();
     put_file("one.bin", first_edid());
     put_file("two.bin", QByteArray(256, '\x01'));
@@ -221,14 +221,14 @@ TEST_F(edid_end_to_end, a_file_of_the_list_is_opened_again) {
     EXPECT_TRUE(h.text("txt_write").startsWith("00 FF FF"));
 }
 
-TEST_F(edid_end_to_end, a_file_that_is_not_there_is_told) {
+TEST_F(edid_end_to_end, a_missing_file_is_reported) {
     answer_next_box(boxes, QMessageBox::Ok);
     open("none.bin");
     ASSERT_EQ(boxes.size(), 1U);
     EXPECT_EQ(boxes[0].text, path_of("none.bin") + " dosen't exist !");
 }
 
-TEST_F(edid_end_to_end, the_dialog_gives_a_name_without_an_ending_that_of_its_filter) {
+TEST_F(edid_end_to_end, the_dialog_appends_the_filters_extension) {
     put_file("board.bin", first_edid());
     open("board.bin");
     save("cmd_save_write", "board", "opt_hex_type_0");
@@ -238,7 +238,7 @@ TEST_F(edid_end_to_end, the_dialog_gives_a_name_without_an_ending_that_of_its_fi
     EXPECT_EQ(file("copy.bin"), first_edid());
 }
 
-TEST_F(edid_end_to_end, enter_chooses_the_hex_style_and_escape_does_not) {
+TEST_F(edid_end_to_end, enter_but_not_escape_chooses_the_hex_style) {
     open_first_edid();
     answer_next_file_dialog(dialogs, path_of("board.hex"), 1);
     in_next_window("frm_diag", [this](const hand& h) {
@@ -252,7 +252,7 @@ TEST_F(edid_end_to_end, enter_chooses_the_hex_style_and_escape_does_not) {
     EXPECT_TRUE(file("board.hex").startsWith("00 FF FF"));
 }
 
-TEST_F(edid_end_to_end, escape_cancels_the_automatic_run_only_while_nothing_runs) {
+TEST_F(edid_end_to_end, escape_closes_the_automatic_run_only_while_idle) {
     open_first_edid();
     in_next_window("frm_diag", [this](const hand& h) {
         h.when(heard("EWR001"), [&h] {
@@ -266,7 +266,7 @@ TEST_F(edid_end_to_end, escape_cancels_the_automatic_run_only_while_nothing_runs
     operator_hand().click("cmd_w_auto");
 }
 
-TEST_F(edid_end_to_end, a_file_of_a_megabyte_is_shown_and_refused_without_a_word) {
+TEST_F(edid_end_to_end, a_file_of_a_megabyte_is_shown_and_silently_refused) {
     put_file("firmware.bin", QByteArray(1'000'000, 'x'));
     open("firmware.bin");
     EXPECT_TRUE(operator_hand().text("txt_write").endsWith("//F423F\n"));
@@ -274,7 +274,7 @@ TEST_F(edid_end_to_end, a_file_of_a_megabyte_is_shown_and_refused_without_a_word
     EXPECT_FALSE(operator_hand().find("cmd_write").isEnabled());
 }
 
-TEST_F(edid_end_to_end, a_long_path_shows_both_its_ends_in_the_list) {
+TEST_F(edid_end_to_end, a_long_path_is_elided_in_the_middle_in_the_list) {
     const hand h = operator_hand();
     desk().workbench.lab_pre_f[0].caption = "/home/" + std::string(200, 'm') + "/display.bin";
     h.click("cmd_pre_f");
@@ -321,7 +321,7 @@ TEST_F(frm_diag_window, sums_the_image_and_keeps_the_choices) {
     EXPECT_EQ(desk().shared_fields.checksum_4digits, 1);
 }
 
-TEST_F(frm_diag_window, stands_above_the_main_window_and_its_title_bar_does_not_close_it) {
+TEST_F(frm_diag_window, is_above_the_main_window_and_its_title_bar_does_not_close_it) {
     open_first_edid();
     const hand h = operator_hand();
     in_next_window("frm_diag", [&](const hand& d) {
@@ -350,7 +350,7 @@ TEST_F(frm_diag_window, stays_open_while_it_is_minimised) {
     EXPECT_EQ(desk().shared_fields.diag_mode, 3);
 }
 
-TEST_F(frm_diag_window, is_a_fresh_one_where_it_is_opened_again_before_the_first_has_come_back) {
+TEST_F(frm_diag_window, is_new_when_opened_again_before_the_first_call_returns) {
     open_first_edid();
     const hand h = operator_hand();
     int opened = 0;
@@ -372,7 +372,7 @@ TEST_F(frm_diag_window, is_a_fresh_one_where_it_is_opened_again_before_the_first
     EXPECT_TRUE(h.find("cmd_write").isEnabled());
 }
 
-TEST_F(frm_diag_window, a_run_without_a_link_tells_it_above_the_window) {
+TEST_F(frm_diag_window, reports_a_run_without_a_link_above_the_window) {
     open_first_edid();
     const hand h = operator_hand();
     h.click("cmd_disconn");
@@ -388,8 +388,8 @@ TEST_F(frm_diag_window, a_run_without_a_link_tells_it_above_the_window) {
     EXPECT_EQ(boxes[0].text, "RS232 is disconnected !");
 }
 
-TEST_F(frm_diag_window, a_failure_inside_it_ends_the_program) {
-    // the serial number 0 leaves bytes in block 0 that add up to 256
+TEST_F(frm_diag_window, ends_the_program_at_a_failure) {
+    // with serial number 0 the rest of block 0 sums to 256
     QByteArray edid(256, '\0');
     edid[12] = '\x01';
     edid[20] = '\xFF';
@@ -415,7 +415,7 @@ TEST_F(frm_diag_window, a_failure_inside_it_ends_the_program) {
     EXPECT_FALSE(program->main_window().isVisible());
 }
 
-TEST_F(frm_diag_window, goes_with_the_program) {
+TEST_F(frm_diag_window, closes_with_the_program) {
     open_first_edid();
     in_next_window("frm_diag", [&](const hand&) { program->main_window().close(); });
     operator_hand().click("cmd_w_auto");

@@ -1,4 +1,4 @@
-// The roads of an operator through the real window, to a generator on a pseudo terminal.
+// Operator tests through the real window, with a generator on a pseudo terminal.
 
 #include "bench_fixture.h"
 
@@ -21,7 +21,7 @@ protected:
     end_to_end() { plug_generator(); }
 };
 
-TEST_F(end_to_end, the_port_of_the_settings_file_opens_at_the_start) {
+TEST_F(end_to_end, the_port_of_the_settings_file_opens_at_start_up) {
     start();
     EXPECT_TRUE(desk().exchange.rs232_connected);
     EXPECT_EQ(back_of(operator_hand().find("cmd_conn")), green);
@@ -40,7 +40,7 @@ TEST_F(end_to_end, about_asks_for_the_firmware) {
     EXPECT_FALSE(h.is_shown("fra_about"));
 }
 
-TEST_F(end_to_end, a_timing_is_chosen_and_set) {
+TEST_F(end_to_end, a_chosen_timing_is_set) {
     start();
     const hand h = operator_hand();
     h.click("cmd_timing");
@@ -59,7 +59,7 @@ TEST_F(end_to_end, a_timing_is_chosen_and_set) {
     EXPECT_TRUE(h.find("lstv_timing").hasFocus());
 }
 
-TEST_F(end_to_end, a_pattern_is_chosen_and_set_and_found_again) {
+TEST_F(end_to_end, a_chosen_pattern_is_set_and_read_back) {
     start();
     const hand h = operator_hand();
     h.click("cmd_pattern");
@@ -87,7 +87,7 @@ TEST_F(end_to_end, the_keyboard_moves_along_the_timings) {
     EXPECT_EQ(desk().catalogue.lstv_timing.selected(), desk().catalogue.lstv_timing.row_count());
 }
 
-TEST_F(end_to_end, the_figures_follow_a_row_that_the_mouse_was_dragged_to) {
+TEST_F(end_to_end, the_figures_follow_a_mouse_drag_over_the_rows) {
     start();
     const hand h = operator_hand();
     h.click("cmd_timing");
@@ -105,7 +105,7 @@ TEST_F(end_to_end, the_wheel_over_the_port_list_opens_no_other_port) {
     EXPECT_TRUE(desk().exchange.rs232_connected);
 }
 
-TEST_F(end_to_end, the_focus_of_a_button_that_goes_falls_on_no_other_control) {
+TEST_F(end_to_end, no_other_control_inherits_the_focus_of_a_hidden_button) {
     start();
     const hand h = operator_hand();
     h.click("cmd_about");
@@ -114,7 +114,7 @@ TEST_F(end_to_end, the_focus_of_a_button_that_goes_falls_on_no_other_control) {
     EXPECT_FALSE(h.find("cbo_com").hasFocus());
 }
 
-TEST_F(end_to_end, a_button_that_was_disabled_for_its_exchange_has_the_focus_again) {
+TEST_F(end_to_end, a_button_regains_the_focus_after_its_exchange) {
     start();
     const hand h = operator_hand();
     h.click("cmd_setup");
@@ -138,7 +138,7 @@ TEST_F(end_to_end, favorites_are_checked_one_by_one_and_all_at_once) {
     EXPECT_FALSE(desk().catalogue.lstv_timing.row(5).checked);
 }
 
-TEST_F(end_to_end, a_check_box_that_is_not_shown_takes_no_click) {
+TEST_F(end_to_end, a_hidden_check_box_ignores_clicks) {
     start();
     const hand h = operator_hand();
     h.click("cmd_timing");
@@ -162,7 +162,7 @@ TEST_F(end_to_end, a_second_set_is_impossible_while_the_first_runs) {
     EXPECT_TRUE(h.find("cmd_run").isEnabled());
 }
 
-TEST_F(end_to_end, a_view_button_in_the_middle_of_an_exchange_takes_effect_at_once) {
+TEST_F(end_to_end, a_view_button_takes_effect_at_once_during_an_exchange) {
     start();
     const hand h = operator_hand();
     generator->tell("delay 600");
@@ -190,7 +190,7 @@ TEST_F(end_to_end, with_the_generator_silent_the_same_clicks_end_in_link_error) 
               "Application S/W is v1.3G\nLinking VELOTRACE ...\nLink Error !\nHardware F/W is unknown.");
 }
 
-TEST_F(end_to_end, a_cable_pulled_in_the_middle_of_an_exchange_leaves_the_desk_alive) {
+TEST_F(end_to_end, the_desk_survives_a_cable_pulled_during_an_exchange) {
     start();
     const hand h = operator_hand();
     generator->tell("silent");
@@ -246,7 +246,7 @@ TEST_F(end_to_end, closing_the_window_rewrites_the_settings) {
         "1\r\n\"a.hex\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n2\r\n1\r\n1\r\n");
 }
 
-TEST_F(end_to_end, closing_the_window_in_the_middle_of_an_exchange_ends_cleanly) {
+TEST_F(end_to_end, closing_the_window_during_an_exchange_ends_cleanly) {
     start();
     const hand h = operator_hand();
     generator->tell("silent");
@@ -257,17 +257,17 @@ TEST_F(end_to_end, closing_the_window_in_the_middle_of_an_exchange_ends_cleanly)
     EXPECT_TRUE(program->gate().over());
     EXPECT_EQ(program->exit_status(), 0);
     EXPECT_TRUE(file("marlo_rs232.ini").startsWith("1\r\n"));
-    // the suspended procedure has ended where it waited
+    // the suspended procedure ended in its wait
     EXPECT_EQ(desk().status_frame.lab_timing.caption.get(), "");
     EXPECT_FALSE(desk().desk_frame.cmd_run.enabled);
 }
 
-TEST_F(end_to_end, a_key_that_reaches_the_window_hides_the_previous_files) {
+TEST_F(end_to_end, a_key_press_on_the_window_hides_the_previous_files) {
     start();
     const hand h = operator_hand();
     h.click("cmd_edid");
     desk().workbench.fra_pre_f.visible = true;
-    h.click("lab_write"); // any event brings the window up to date
+    h.click("lab_write"); // any event updates the window
     EXPECT_TRUE(h.is_shown("fra_pre_f"));
     h.press_key("frm_main", Qt::Key_Shift);
     EXPECT_TRUE(h.is_shown("fra_pre_f"));
@@ -284,7 +284,7 @@ TEST_F(end_to_end, the_custom_string_holds_twelve_characters) {
     EXPECT_EQ(desk().desk_frame.txt_motion_str.text.get(), "ABCDEFGHIJKL");
 }
 
-TEST_F(end_to_end, the_boxes_of_the_figures_take_no_typing) {
+TEST_F(end_to_end, the_boxes_of_the_figures_are_read_only) {
     start();
     const hand h = operator_hand();
     h.click("cmd_timing");
@@ -298,7 +298,7 @@ TEST_F(bench, works_with_the_simulators_own_program) {
     start();
     const hand h = operator_hand();
     h.click("cmd_timing");
-    // it is another process: beside other work its answer may come too late, and a person presses again
+    // a separate process may answer too late on a busy machine; an operator would press again
     for (int press = 0; press < 30 && !h.text("lab_timing").startsWith("[01]"); ++press)
         h.click("cmd_run");
     EXPECT_TRUE(h.text("lab_timing").startsWith("[01]"));

@@ -1,5 +1,5 @@
-// The desk brought into a situation in which its end is requested: ending_desk SITUATION FOLDER. Prints "there" once it
-// is in it; a line on standard input presses the close button of the main window.
+// Puts the desk into a situation in which the test requests its end: ending_desk SITUATION FOLDER. Prints "there"
+// once it is in it; a line on standard input presses the main window's close button.
 
 #include "dialog_hand.h"
 #include "hand.h"
@@ -47,7 +47,7 @@ void tell_there() {
     std::fflush(stdout);
 }
 
-/// Tells it once `holds` does, also in a loop of events of a box or a menu.
+/// Prints "there" once `holds` returns true, even inside the event loop of a box or a menu.
 void tell_there_when(std::function<bool()> holds) {
     auto* const look = new QTimer(qApp);
     QObject::connect(look, &QTimer::timeout, look, [look, holds = std::move(holds)] {
@@ -64,7 +64,7 @@ bool is_open() {
     return qobject_cast<Window*>(QApplication::activeModalWidget()) != nullptr;
 }
 
-/// A line whose other end never reads. Its name must be behind the port before the desk starts.
+/// A line that nobody reads. Link the port to its name before the desk starts.
 class deaf_line {
 public:
     explicit deaf_line(const std::filesystem::path& link) : master_(::posix_openpt(O_RDWR | O_NOCTTY)) {
@@ -81,10 +81,10 @@ public:
     deaf_line(const deaf_line&) = delete;
     deaf_line& operator=(const deaf_line&) = delete;
 
-    /// From now on it takes nothing more.
+    /// Fills its buffer, so that it accepts nothing more.
     void fill() const {
         const std::array<char, 1024> some{};
-        // the system makes room once more when it carries the first bytes over
+        // the system frees some space when it moves the first bytes to the other end
         constexpr int full_for_sure = 20;
         for (int refused = 0; refused < full_for_sure;) {
             refused =
@@ -144,7 +144,7 @@ private:
         (this->*ways.at(situation))();
     }
 
-    /// The READ window has an EDID that no file holds.
+    /// Reads an EDID into the READ window, unsaved.
     void read_edid() {
         at().click("cmd_edid");
         at().click("cmd_read");
@@ -176,7 +176,7 @@ private:
         at().click("cmd_erase");
     }
 
-    /// Puts the same EDID into the WRITE window, from a file.
+    /// Opens the same EDID from a file in the WRITE window.
     void open_edid() {
         const QByteArray edid = generator_->sink(1);
         const QString path = QString::fromStdString(folder_ / "first.bin");
@@ -194,7 +194,7 @@ private:
         open_edid();
         generator_->tell("silent");
         in_next_window("frm_diag", [this](const hand& h) {
-            generator_->traffic(); // that of the READ before
+            generator_->traffic(); // of the earlier READ
             tell_there_when([this] { return generator_->commands().contains("ESC001"); });
             h.click("cmd_run");
         });
@@ -204,7 +204,7 @@ private:
     void endless_drain() {
         deaf_->fill();
         at().click("cmd_timing");
-        // no event runs in that wait
+        // no events run during that wait
         auto* const beat = new QTimer(qApp);
         QObject::connect(beat, &QTimer::timeout, beat, [this] { ++beats_; });
         beat->start(5);
@@ -248,7 +248,7 @@ private:
 
     static bool is_menu_open() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()) != nullptr; }
 
-    /// The menu of the dialog's files runs a loop of events of its own.
+    /// The context menu of the dialog's files has its own event loop.
     void menu_of_the_file_dialog() {
         read_edid();
         QTimer::singleShot(500, qApp, [] {

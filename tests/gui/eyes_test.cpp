@@ -1,4 +1,4 @@
-// What is seen without colours, at every scale, and in long lists.
+// Visibility without colours, at every scale, and in long lists.
 
 #include "bench_fixture.h"
 #include "qt/decoration.h"
@@ -25,10 +25,10 @@ class eyes : public bench {
 protected:
     eyes() { plug_generator(); }
 
-    /// The window follows its models behind any event.
+    /// Any event updates the window.
     void follow() { operator_hand().click("lab_com"); }
 
-    /// The left end of a button: where it is dark, whatever its colour.
+    /// Which pixels are dark at the left end of a button, whatever its colour.
     QImage marks(const QString& name) {
         const QImage button = operator_hand().find(name).grab().toImage();
         QImage end = button.copy(0, 0, qRound(14 * button.devicePixelRatio()), button.height());
@@ -125,7 +125,7 @@ TEST_F(eyes, see_every_caption_whole) {
             << qPrintable(b->objectName());
     }
     for (const auto* l : program->main_window().findChildren<qt::text_label*>()) {
-        // the files' own names are cut where they are too long
+        // long file names are elided
         if (l->objectName().startsWith("lab_pre_f")) continue;
         for (const QString& line : l->text().split('\n'))
             EXPECT_LE(QFontMetricsF(l->font()).horizontalAdvance(line), l->width()) << qPrintable(l->objectName());
@@ -135,7 +135,7 @@ TEST_F(eyes, see_every_caption_whole) {
 TEST_F(eyes, see_where_the_focus_is) {
     start();
     const hand h = operator_hand();
-    // what is around the control, from before and with the focus
+    // the surroundings of the control, without and with the focus
     const auto around = [&](const char* name) {
         const QWidget& w = h.find(name);
         const QRect place(w.mapTo(&program->main_window(), QPoint(-3, -3)), w.size() + QSize(6, 6));

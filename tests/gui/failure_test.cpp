@@ -1,4 +1,4 @@
-// How the program tells of what ends it, and of a port that it can't open.
+// How the program reports a fatal failure, and a port that cannot be opened.
 
 #include "bench_fixture.h"
 
@@ -18,7 +18,7 @@ namespace {
 
 class failing_start : public bench {
 protected:
-    /// Starts the desk, which must fail, and gives what its box says.
+    /// Starts the desk, expects a failure, and returns the text of its box.
     QString text_of_failure() {
         std::vector<seen_box> boxes;
         answer_next_box(boxes, QMessageBox::Ok);
@@ -54,9 +54,9 @@ TEST_F(failing_start, the_catalogue_is_missing) {
 
 class unopened_port : public bench {};
 
-TEST_F(unopened_port, is_told_before_the_window_appears_and_the_desk_goes_on) {
+TEST_F(unopened_port, is_reported_before_the_window_appears_and_the_desk_continues) {
 #ifndef _WIN32
-    // on Windows no file can have the name of a port; there a port without a device serves as well
+    // on Windows a file can't have a port's name, but a port without a device does as well
     put_file("com1", "no terminal");
 #endif
     std::vector<seen_box> boxes;
@@ -85,7 +85,7 @@ TEST_F(failure_while_running, ends_the_program_and_rewrites_nothing) {
     EXPECT_TRUE(file("marlo_rs232.ini").isEmpty());
 }
 
-TEST_F(failure_while_running, in_a_nested_event_ends_the_suspended_procedures_too) {
+TEST_F(failure_while_running, in_a_nested_event_also_ends_the_suspended_procedures) {
     plug_generator();
     start();
     const hand h = operator_hand();
@@ -112,7 +112,7 @@ protected:
         plug_generator();
         start();
     }
-    /// Lets the program fail, and does something in its box before it is closed.
+    /// Makes the program fail and calls `work` with its box before closing it.
     void fail(const std::function<void(QMessageBox&)>& work) {
         bool came = false;
         std::function<void()> look = [&] {
@@ -128,7 +128,7 @@ protected:
     }
 };
 
-TEST_F(box_of_a_failure, says_where_the_work_is_and_how_to_go_on) {
+TEST_F(box_of_a_failure, says_where_the_work_is_saved_and_how_to_go_on) {
     operator_hand().click("cmd_edid");
     operator_hand().click("cmd_read");
     fail([this](const QMessageBox& box) {
@@ -144,11 +144,11 @@ TEST_F(box_of_a_failure, says_where_the_work_is_and_how_to_go_on) {
     EXPECT_TRUE(file("rescued_read.hex").startsWith("00 FF"));
 }
 
-TEST_F(box_of_a_failure, speaks_of_no_file_where_there_was_no_work) {
+TEST_F(box_of_a_failure, mentions_no_file_if_there_was_no_work) {
     fail([](const QMessageBox& box) { EXPECT_TRUE(box.text().endsWith("The program ends now.")); });
 }
 
-TEST_F(box_of_a_failure, has_a_text_that_is_selected_and_copied) {
+TEST_F(box_of_a_failure, has_text_that_can_be_selected_and_copied) {
     fail([](QMessageBox& box) {
         QTest::keyClick(&box, Qt::Key_C, Qt::ControlModifier);
         EXPECT_EQ(QApplication::clipboard()->text(), box.text());

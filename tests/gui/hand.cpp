@@ -37,7 +37,7 @@ void hand::click_at(const QWidget& w, QPoint at) const {
 
 void hand::click(const QString& name) const {
     const QWidget& w = find(name);
-    // a wide check box or option button takes clicks on its mark and its text alone
+    // a wide check box or option button is clickable only on its mark and text
     click_at(w, {8, w.height() / 2});
 }
 
@@ -104,7 +104,7 @@ void hand::click_node(const QString& tree, const QStringList& titles) const {
 
 void hand::choose(const QString& combo, int index) const {
     auto& box = find<QComboBox>(combo);
-    // as the operator puts it there
+    // as if tabbed to by the operator
     box.setFocus(Qt::TabFocusReason);
     while (box.currentIndex() != index) {
         const int before = box.currentIndex();
@@ -137,7 +137,7 @@ QString hand::text(const QString& name) const {
 
 namespace {
 
-/// What an eye sees of a window: on a real screen, the screen itself.
+/// What is visible of a window: on a real screen, the screen itself.
 QPixmap sight_of(QWidget& window) {
     if (QGuiApplication::platformName() == "offscreen") return window.grab();
     QTest::qWait(200); // until the screen has drawn it

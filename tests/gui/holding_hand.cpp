@@ -15,7 +15,7 @@ QString text_of(Qt::Key key) {
     return key < 0x80 ? QString(QChar(key)).toLower() : QString();
 }
 
-/// The window that the keys go to. Where a box has just gone, the window system gives them to the one below.
+/// The focused window. When a box has just closed, the window system focuses the one below.
 QWindow* window_with_the_keys() {
     if (QWindow* const w = QGuiApplication::focusWindow()) return w;
     for (const QWidget* w : QApplication::topLevelWidgets())

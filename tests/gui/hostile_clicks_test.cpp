@@ -1,6 +1,5 @@
-// Every mouse button and the wheel at every control of every view: while it can be used, while it is disabled, under a
-// frame, behind a box and in the middle of an exchange. What lies on top hears of the left button, and nobody else of
-// anything.
+// Clicks and the wheel on every control of every view, whether enabled, disabled, covered, behind a box or during an
+// exchange. Only the topmost control reacts, and only to the left button.
 
 #include "every_view.h"
 #include "holding_hand.h"
@@ -36,7 +35,7 @@ class hostile_clicks : public view_bench, public ::testing::WithParamInterface<v
 protected:
     hostile_clicks() { show(GetParam()); }
 
-    /// Those on show that have a face of their own.
+    /// The visible controls that can be drawn.
     std::vector<control*> shown_controls() {
         std::vector<control*> all;
         for (control* c : form().controls())
@@ -49,7 +48,7 @@ protected:
         QPoint pixel; ///< in the window
         const control* on_top;
     };
-    /// Where a hand points at a control: a wide check box takes clicks on its mark and its text alone.
+    /// Where to click a control: a wide check box reacts only on its mark and text.
     spot spot_of(const control& c) {
         QWidget& w = operator_hand().find(widget_name(c));
         const QPoint at(8, w.height() / 2);
@@ -83,17 +82,18 @@ protected:
         }
     }
 
-    /// Those of combo boxes and the menus of texts.
+    /// Closes lists of combo boxes and context menus.
     void close_lists() {
         while (QWidget* const popup = QApplication::activePopupWidget())
             popup->close();
         if (!focused().empty() || QApplication::activeModalWidget() != nullptr) return;
-        // a window system gives the keys back by itself
+        // a window system would restore the focus by itself
         program->main_window().activateWindow();
         EXPECT_TRUE(wait_until([] { return !focused().empty(); }, 1000));
     }
 
-    /// What the left button raises: a button and a list count every click, others one a click at most.
+    /// Minimum number of events for the left button: a button and a list count both clicks of a double click, other
+    /// controls one.
     static int least_events(const control& c, deed d) {
         if (c.kind() == control_kind::button) return d == deed::double_left ? 2 : 1;
         const auto* const l = dynamic_cast<const list_view*>(&c);
@@ -110,8 +110,8 @@ protected:
         return c.kind() == control_kind::slider && widget_name(c).toStdString() == focused;
     }
 
-    /// Does all of it at one spot. Nothing changes and nobody hears of it but the control on top, where that can be
-    /// used; `dead`: not that one either.
+    /// Tries every action at one spot. Only the topmost control may react and change, if it is enabled; with `dead`,
+    /// none may.
     void try_spot(const control& aim, bool dead) {
         const spot s = spot_of(aim);
         const control* const top = s.on_top;
@@ -143,14 +143,14 @@ protected:
         }
     }
 
-    /// One that is chosen takes the mark from its neighbours.
+    /// Choosing an option unselects its neighbours.
     void forget_group(const control& option, std::set<std::string>& changed) {
         for (const control* c : form().controls())
             if (c->kind() == option.kind() && c->parent == option.parent) changed.erase(c->full_name());
     }
 
-    /// At every control, with the hand; and as a program for the blind presses it, what can't be used. Events are
-    /// counted, and do nothing.
+    /// Tries every control by mouse, and every unusable control through the accessibility interface. Events are
+    /// counted but have no effect.
     void try_all(const char* when) {
         SCOPED_TRACE(when);
         events_.emplace(form());
@@ -174,7 +174,7 @@ protected:
         events_.reset();
     }
 
-    /// Nothing of it is in sight: not its middle, and none of its corners.
+    /// Whether neither its centre nor any of its corners is visible.
     bool is_covered(const control& c) {
         int left = 0;
         int top = 0;
@@ -206,7 +206,7 @@ protected:
 TEST_P(hostile_clicks, work_what_lies_on_top_and_nothing_else) {
     try_all("at rest");
 
-    // the question that About asks of the generator
+    // the command that About sends
     const hand h = operator_hand();
     generator->tell("delay 200");
     bool tried = false;
@@ -244,7 +244,7 @@ TEST_P(hostile_clicks, work_nothing_behind_a_box_and_nothing_disabled) {
     std::vector<control*> disabled;
     for (control* c : shown_controls())
         if (c->kind() != control_kind::frame && c != &desk().about.cmd_about) disabled.push_back(c);
-    // it keeps the keys, so that one that takes them is seen
+    // it takes the focus, so that a control that grabs it is noticed
     program->main_window().activateWindow();
     ASSERT_TRUE(wait_until([] { return !focused().empty(); }, 5000));
     h.find("cmd_about").setFocus();

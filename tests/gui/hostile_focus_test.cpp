@@ -1,4 +1,5 @@
-// Where the keys go: after every view and every frame, by every key from every control, and after clicks on nothing.
+// Where the focus goes: after every view and every frame, by every key from every control, and after clicks on the
+// background.
 
 #include "bench_fixture.h"
 #include "holding_hand.h"
@@ -40,7 +41,7 @@ protected:
         ASSERT_EQ(focused(), name);
     }
 
-    /// The same bytes on both sides of the EDID view.
+    /// Puts the same bytes into both sides of the EDID view.
     void fill_both_sides() {
         const hand h = operator_hand();
         h.click("cmd_edid");
@@ -49,7 +50,7 @@ protected:
         h.click("cmd_read");
     }
 
-    /// The controls that Tab comes to, from the port list once around.
+    /// The tab stops, from the port list once around.
     std::vector<std::string> stops() {
         focus("cbo_com");
         std::vector<std::string> all;
@@ -181,7 +182,7 @@ TEST_F(hostile_focus, the_frame_shown_last_lies_on_top) {
     const QPoint over_both = list.mapTo(&w, QPoint(0, 0)) + QPoint(300, 60);
     ASSERT_TRUE(result.rect().contains(result.mapFrom(&w, over_both)));
     EXPECT_TRUE(list.isAncestorOf(w.childAt(over_both)));
-    // Escape closes the one on top, and then the one below
+    // Escape closes the topmost one, then the next
     holding_hand::tap(Qt::Key_Escape);
     EXPECT_FALSE(list.isVisible());
     EXPECT_TRUE(result.isVisible());
@@ -194,7 +195,7 @@ TEST_F(hostile_focus, the_frame_shown_last_lies_on_top) {
     EXPECT_EQ(focused(), "cmd_ok");
 }
 
-/// Where a key leads to that does not stay.
+/// Where a key moves the focus, if it moves it.
 using leads = std::map<std::pair<std::string, Qt::Key>, std::string>;
 
 TEST_F(hostile_focus, no_arrow_key_and_no_escape_leaves_a_control) {
@@ -210,7 +211,7 @@ TEST_F(hostile_focus, no_arrow_key_and_no_escape_leaves_a_control) {
         h.click(view);
         for (const std::string& stop : stops()) {
             for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right, Qt::Key_Escape}) {
-                // the port list opens what its arrow keys choose
+                // in the port list the arrow keys open a port
                 if (stop == "cbo_com" && (key == Qt::Key_Up || key == Qt::Key_Down)) continue;
                 if (QString::fromStdString(stop).startsWith("opt_")) h.click("opt_edid_src_1");
                 focus(stop);
@@ -311,7 +312,7 @@ TEST_F(hostile_focus, no_port_is_opened_by_a_key_that_was_not_meant_for_it) {
         holding_hand::tap(Qt::Key_Down);
     EXPECT_EQ(desk().exchange.com_port, 1);
 
-    // the focus that a program gives is not the operator's
+    // focus set by the program does not count as the operator's
     h.find("cbo_com").setFocus();
     for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_C, Qt::Key_End, Qt::Key_PageDown})
         holding_hand::tap(key);

@@ -1,4 +1,4 @@
-// A hand that holds keys and buttons down while windows open and close, and that is quicker than the desk.
+// Keys and buttons held while windows open and close, and input faster than the desk.
 
 #include "bench_fixture.h"
 #include "holding_hand.h"
@@ -24,7 +24,7 @@ namespace desk::gui {
 
 namespace {
 
-/// Does `work` over every box that comes up, and closes it.
+/// Calls `work` on every message box and closes it.
 class box_watch : public QObject {
 public:
     explicit box_watch(std::function<void(QMessageBox&)> work = [](QMessageBox&) {}) : work_(std::move(work)) {
@@ -37,7 +37,7 @@ public:
         auto* const box = qobject_cast<QMessageBox*>(watched);
         if (box == nullptr || e->type() != QEvent::Show) return false;
         texts << box->text();
-        // a hundred boxes over each other would never end
+        // a hundred nested boxes would never end
         if (texts.size() > 5) throw std::runtime_error("box upon box");
         QTimer::singleShot(0, box, [this, box] {
             const auto has_the_keys = [box] { return QGuiApplication::focusWindow() == box->windowHandle(); };
@@ -62,7 +62,7 @@ protected:
 
     holding_hand held() { return holding_hand(program->main_window()); }
 
-    /// The sliders of the color settings, with what the generator has in them.
+    /// The sliders of the color settings, with the generator's values.
     QScrollBar& open_sliders() {
         const hand h = operator_hand();
         h.click("cmd_pattern");
@@ -88,16 +88,16 @@ protected:
     void focus(const char* name) {
         program->main_window().activateWindow();
         operator_hand().find(name).setFocus(Qt::TabFocusReason);
-        // a window under a box gets the keys back a little later
+        // a window under a box regains the focus a little later
         ASSERT_TRUE(wait_until([name] { return holding_hand::focused() == name; }, 5000));
     }
 
-    /// The sets and queries with these letters that the generator has heard since it was last asked.
+    /// Number of commands with these letters since the last call.
     int heard_commands(const QString& letters) {
         return static_cast<int>(generator->commands().filter(QRegularExpression("^" + letters)).size());
     }
 
-    /// For as long as the toolkit would repeat what is held.
+    /// Longer than auto-repeat would need to start.
     static void let_time_go_by() { QTest::qWait(800); }
 
     static bool is_a_box_open() { return qobject_cast<QMessageBox*>(QApplication::activeModalWidget()) != nullptr; }
@@ -105,7 +105,7 @@ protected:
 
 class pressed_slider : public hostile_hand, public ::testing::WithParamInterface<QStyle::SubControl> {};
 
-TEST_P(pressed_slider, is_let_go_by_the_box_that_it_opens) {
+TEST_P(pressed_slider, is_released_by_the_box_that_it_opens) {
     QScrollBar& bar = open_sliders();
     operator_hand().click("cmd_disconn");
     const QPoint at = place_on(bar, GetParam());
@@ -136,7 +136,7 @@ INSTANTIATE_TEST_SUITE_P(parts, pressed_slider,
                          ::testing::Values(QStyle::SC_ScrollBarAddLine, QStyle::SC_ScrollBarSubLine,
                                            QStyle::SC_ScrollBarAddPage, QStyle::SC_ScrollBarSlider));
 
-TEST_F(hostile_hand, a_slider_goes_where_the_keys_point) {
+TEST_F(hostile_hand, a_slider_follows_the_arrow_keys) {
     QScrollBar& bar = open_sliders();
     focus("hsr_color_setting_0");
     const std::vector<std::tuple<Qt::Key, int, QString>> moves = {
@@ -167,7 +167,7 @@ TEST_F(hostile_hand, a_held_arrow_key_on_a_slider_opens_one_box) {
     EXPECT_EQ(boxes.texts.size(), 1);
 }
 
-TEST_F(hostile_hand, a_letter_and_a_click_within_its_delay_start_one_walk) {
+TEST_F(hostile_hand, a_letter_and_a_click_during_its_delay_run_one_action) {
     const hand h = operator_hand();
     h.click("cmd_timing");
     for (const int ms : {20, 50, 90, 150, 200}) {
@@ -181,7 +181,7 @@ TEST_F(hostile_hand, a_letter_and_a_click_within_its_delay_start_one_walk) {
     }
 }
 
-TEST_F(hostile_hand, a_letter_presses_no_button_that_is_dead_by_then) {
+TEST_F(hostile_hand, a_letter_presses_no_disabled_button) {
     const hand h = operator_hand();
     h.click("cmd_fav_timing");
     for (const int ms : {20, 60, 100, 200}) {
@@ -219,7 +219,7 @@ TEST_F(hostile_hand, enter_held_on_erase_erases_nothing) {
         default_is_no =
             box.defaultButton() == box.button(QMessageBox::No) && box.escapeButton() == box.button(QMessageBox::No);
         holding_hand::repeat(Qt::Key_Return, 10);
-        // others count no more while it is held
+        // ignored while it is held
         holding_hand::tap(Qt::Key_Y);
         holding_hand::tap(Qt::Key_Y, Qt::AltModifier);
         QTest::mouseClick(box.windowHandle(), Qt::LeftButton, Qt::NoModifier,
@@ -256,7 +256,7 @@ TEST_F(hostile_hand, enter_held_in_save_overwrites_nothing) {
         holding_hand::tap(Qt::Key_Return);
     });
     answer_next_file_dialog(dialogs, directory.filePath("kept.hex"));
-    // the key that takes the name stays down
+    // the key that accepts the name stays down
     focus("txt_read");
     holding_hand::press(Qt::Key_Return);
     h.click("cmd_save_read");
@@ -265,11 +265,11 @@ TEST_F(hostile_hand, enter_held_in_save_overwrites_nothing) {
     EXPECT_EQ(file("kept.hex"), QByteArray("kept"));
 }
 
-TEST_F(hostile_hand, a_held_key_leaves_an_error_to_be_read) {
+TEST_F(hostile_hand, a_held_key_does_not_dismiss_an_error) {
     const hand h = operator_hand();
     h.click("cmd_timing");
     h.click("cmd_disconn");
-    // Space works a button when it comes up: it is held over the list, and the mouse opens the box
+    // a button reacts to the release of Space: hold Space over the list and open the box by mouse
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape, Qt::Key_Space}) {
         bool stays = false;
         bool goes = false;
@@ -289,7 +289,7 @@ TEST_F(hostile_hand, a_held_key_leaves_an_error_to_be_read) {
     }
 }
 
-TEST_F(hostile_hand, a_key_whose_release_is_lost_answers_a_box_when_it_comes_again) {
+TEST_F(hostile_hand, a_key_with_a_lost_release_answers_a_box_when_pressed_again) {
     operator_hand().click("cmd_timing");
     operator_hand().click("cmd_disconn");
     bool goes = false;
@@ -302,7 +302,7 @@ TEST_F(hostile_hand, a_key_whose_release_is_lost_answers_a_box_when_it_comes_aga
     EXPECT_TRUE(goes);
 }
 
-TEST_F(hostile_hand, a_box_does_not_wait_for_ever_for_a_key_whose_release_is_lost) {
+TEST_F(hostile_hand, a_box_does_not_wait_forever_for_a_lost_release) {
     operator_hand().click("cmd_timing");
     operator_hand().click("cmd_disconn");
     bool goes = false;
@@ -342,7 +342,7 @@ TEST_F(hostile_hand, the_second_half_of_a_double_click_answers_no_box) {
     EXPECT_TRUE(goes);
 }
 
-TEST_F(hostile_hand, a_key_that_repeats_itself_presses_nothing) {
+TEST_F(hostile_hand, auto_repeat_presses_no_button) {
     const hand h = operator_hand();
     h.click("cmd_edid");
     focus("opt_edid_src_1");
@@ -364,7 +364,7 @@ TEST_F(hostile_hand, a_key_that_repeats_itself_presses_nothing) {
     EXPECT_TRUE(desk().catalogue.lstv_timing.row(1).checked);
 }
 
-TEST_F(hostile_hand, text_is_typed_by_a_held_key) {
+TEST_F(hostile_hand, auto_repeat_types_text) {
     open_sliders();
     focus("txt_color_setting_0");
     holding_hand::press(Qt::Key_1);
@@ -378,7 +378,7 @@ TEST_F(hostile_hand, text_is_typed_by_a_held_key) {
     EXPECT_EQ(generator->commands_up_to("CRR111"), QStringList{"CRR111"});
 }
 
-TEST_F(hostile_hand, a_button_that_is_down_when_a_box_opens_is_let_go) {
+TEST_F(hostile_hand, a_pressed_button_is_released_when_a_box_opens) {
     const hand h = operator_hand();
     h.click("cmd_setup");
     h.click("cmd_disconn");

@@ -1,4 +1,4 @@
-// What is marked is what is meant: lists, the tree, the wheel, the size of letters.
+// The mark shows the selection: lists, the tree, the wheel, the font size.
 
 #include "bench_fixture.h"
 #include "holding_hand.h"
@@ -39,7 +39,7 @@ protected:
         return rows.viewport()->mapTo(&rows, rows.visualItemRect(rows.topLevelItem(row - 1)).center());
     }
 
-    /// The marked row; 0: none or more than one, or a mark that the keys do not start from.
+    /// The marked row; 0 if none or several are marked, or if the mark is not the keyboard's current row.
     int marked(const char* list) {
         const QList<QTreeWidgetItem*> items = tree(list).selectedItems();
         if (items.size() != 1 || items.front() != tree(list).currentItem()) return 0;
@@ -163,7 +163,7 @@ TEST_F(hostile_lists, the_marked_node_is_the_one_whose_text_is_shown) {
         holding_hand::tap(key);
         expect_mark_on_shown("key " + std::to_string(key));
     }
-    // the branch is closed by its box, with a child marked
+    // the branch is collapsed while a child is marked
     ASSERT_NE(nodes.currentItem(), root);
     const QRect r = nodes.visualItemRect(root);
     held().click_mouse("tree_edid", nodes.viewport()->mapTo(&nodes, QPoint(r.left() - 7, r.center().y())));
@@ -199,7 +199,7 @@ TEST_F(hostile_lists, the_wheel_works_only_what_has_the_focus) {
     EXPECT_EQ(desk().exchange.com_port, 1) << "a port is never opened by the wheel";
 }
 
-TEST_F(hostile_lists, no_text_changes_the_size_of_its_letters) {
+TEST_F(hostile_lists, no_text_can_be_zoomed) {
     translate();
     const hand h = operator_hand();
     h.find("txt_edid").setFocus(Qt::TabFocusReason);

@@ -1,6 +1,6 @@
-// Both hands on the real window without a plan: keys and buttons pressed, held, repeated and let go anywhere, in the
-// middle of exchanges, boxes and menus, while the generator answers late, wrongly and not at all. At the end nothing
-// is stuck, and a Refresh shows what the generator has.
+// Random input on the real window: keys and buttons are pressed, held, repeated and released anywhere, during
+// exchanges, boxes and menus, while the generator answers late, wrongly or not at all. At the end nothing is stuck,
+// and a Refresh shows the generator's state.
 
 #include "hand.h"
 #include "holding_hand.h"
@@ -69,7 +69,7 @@ QWidget* window_on_top() {
     return nullptr;
 }
 
-/// An erase and a reset of the generator take their minutes, and show nothing more here.
+/// Erasing and resetting the generator take minutes and test nothing more here.
 bool takes_minutes(const QWidget* w) {
     return w != nullptr && (w->objectName() == "cmd_erase" || w->objectName() == "cmd_reset");
 }
@@ -99,7 +99,7 @@ public:
     }
 
 private:
-    /// What chance alone would leave open for too long.
+    /// Handles a window that random input would leave open for too long.
     bool answer(QWidget& top) {
         if (auto* const dialog = qobject_cast<QFileDialog*>(&top)) {
             static const std::vector<QString> names = {"a.hex", "b.bin", "missing.hex", "c.ddc"};
@@ -120,7 +120,7 @@ private:
             const Qt::Key key = *std::next(down_.begin(), dice_.below(static_cast<int>(down_.size())));
             if (dice_.below(2) == 0) return holding_hand::repeat(key, 1 + dice_.below(5), held);
             down_.erase(key);
-            // now and then another program hears of it
+            // sometimes another program gets the release
             if (dice_.below(10) != 0) holding_hand::release(key, held);
             return;
         }
@@ -185,7 +185,7 @@ class bench {
 public:
     bench(int events, unsigned seed) : dice_(seed), hands_(dice_, folder_.path()), left_(events), seed_(seed) {
         next_.setSingleShot(true);
-        // in the middle of everything: of exchanges, of boxes, of what the hand itself does
+        // during everything: exchanges, boxes, and its own actions
         QObject::connect(&next_, &QTimer::timeout, &next_, [this] { go_on(); });
     }
 
@@ -217,7 +217,7 @@ private:
         if (!f.open(QFile::WriteOnly) || f.write(content) != content.size()) throw std::runtime_error("no file");
     }
 
-    /// A loop that has ended leaves the toolkit refusing every further dialog.
+    /// After an event loop has quit, Qt refuses every further dialog.
     static void clear_quit() {
         QTimer::singleShot(0, qApp, [] { QApplication::exit(); });
         QApplication::exec();
@@ -230,7 +230,7 @@ private:
             QFile::copy(QString(FIRST_FILES) + "/" + name, folder_.filePath(name));
             QFile::setPermissions(folder_.filePath(name), QFile::ReadOwner | QFile::WriteOwner);
         }
-        // no port of the machine is opened
+        // keeps the machine's ports closed
         for (const char* port : {"com2", "com3", "com4", "com5", "com6", "com7", "com8"})
             QFile::link("no_device", folder_.filePath(port));
         program_ = std::make_unique<qt::desk_program>(std::filesystem::path(folder_.path().toStdString()));
@@ -252,12 +252,12 @@ private:
     void go_on() {
         next_.start(1 + dice_.below(3));
         if (program_->gate().over()) {
-            // a run-time failure waits with its box
+            // a run-time failure waits in its box
             if (auto* const box = qobject_cast<QDialog*>(QApplication::activeModalWidget())) box->reject();
             return;
         }
         if (left_-- > 0) return hands_.act();
-        // what is open is closed, one after the other, until the desk is at rest
+        // closes open windows one by one until the desk is idle
         hands_.let_go();
         QWidget* const top = window_on_top();
         if (top == nullptr || top->objectName() == "frm_main") return QApplication::exit();
@@ -278,7 +278,7 @@ private:
 
     void look_at_end() {
         const hand h(program_->main_window());
-        // a key that another program saw go up counts as down for a while
+        // a key released over another program counts as down for a while
         const auto list_opens = [&h] { return h.click("cbo_com"), QApplication::activePopupWidget() != nullptr; };
         if (!wait_until(list_opens, 10000)) throw std::runtime_error("the window takes no click");
         holding_hand::tap(Qt::Key_Home);

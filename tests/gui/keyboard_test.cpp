@@ -1,4 +1,4 @@
-// The desk worked from the keyboard alone: every control is reached, in the order it is read.
+// The desk by keyboard alone: every control is reached, in reading order.
 
 #include "bench_fixture.h"
 
@@ -23,7 +23,7 @@ class keyboard : public bench {
 protected:
     keyboard() { plug_generator(); }
 
-    /// The controls that the tab key comes to, from the port list once around.
+    /// The tab stops, from the port list once around.
     QStringList walk(Qt::Key key = Qt::Key_Tab) {
         operator_hand().find("cbo_com").setFocus();
         QStringList order;
@@ -34,7 +34,7 @@ protected:
         return order;
     }
 
-    /// The same without what stands above and beside every view, in one line.
+    /// The same without the controls common to all views, in one line.
     std::string walk_view() {
         QStringList order = walk();
         EXPECT_EQ(order.mid(0, above_and_beside.size()), above_and_beside);
@@ -44,14 +44,14 @@ protected:
     static std::string line(const QStringList& names) { return names.join(' ').toStdString(); }
     static std::string focused() { return QApplication::focusWidget()->objectName().toStdString(); }
 
-    /// A window that has just opened gets the keys a little later.
+    /// A new window gets the focus a little later.
     static bool has_the_keys(const QWidget& w) {
         return wait_until(
             [&] { return QApplication::focusWidget() != nullptr && QApplication::focusWidget()->window() == &w; },
             20000);
     }
 
-    /// The key is let go over whoever has the focus by then.
+    /// Releases the key over the widget that is focused by then.
     static void press(Qt::Key key) {
         QTest::keyPress(QApplication::focusWidget(), key);
         if (QApplication::focusWidget() != nullptr) QTest::keyRelease(QApplication::focusWidget(), key);
@@ -84,7 +84,7 @@ const std::vector<view> views = {
                    "cmd_deep_2",   "cmd_auto_go_0", "cmd_auto_go_1", "cmd_fav_0", "cmd_fav_1",  "cmd_reset"}},
 };
 
-TEST_F(keyboard, comes_to_every_control_of_a_view_in_the_order_it_is_read) {
+TEST_F(keyboard, reaches_every_control_of_a_view_in_reading_order) {
     start();
     for (const view& v : views) {
         operator_hand().click(v.button);
@@ -92,7 +92,7 @@ TEST_F(keyboard, comes_to_every_control_of_a_view_in_the_order_it_is_read) {
     }
 }
 
-TEST_F(keyboard, goes_back_the_same_way) {
+TEST_F(keyboard, walks_backwards_in_the_same_order) {
     start();
     operator_hand().click("cmd_fav_timing");
     QStringList order = walk();
@@ -102,13 +102,13 @@ TEST_F(keyboard, goes_back_the_same_way) {
     EXPECT_EQ(line(back), line(order));
 }
 
-TEST_F(keyboard, comes_to_the_color_values_and_the_custom_string) {
+TEST_F(keyboard, reaches_the_color_values_and_the_custom_string) {
     start();
     const hand h = operator_hand();
     h.click("cmd_pattern");
     h.click_row("lstv_pattern", 13);
     h.click("cmd_download");
-    // a key let go over the list would take the values away again
+    // releasing a key over the list would clear the values
     h.find("cmd_download").setFocus();
     QStringList order;
     for (int i = 0; i < 9; ++i) {
@@ -121,7 +121,7 @@ TEST_F(keyboard, comes_to_the_color_values_and_the_custom_string) {
     EXPECT_EQ(walk_view(), "lstv_pattern cmd_download cmd_run txt_motion_str cmd_upload");
 }
 
-TEST_F(keyboard, passes_by_what_the_translation_covers) {
+TEST_F(keyboard, skips_controls_covered_by_the_translation) {
     start();
     const hand h = operator_hand();
     h.click("cmd_edid");
@@ -130,7 +130,7 @@ TEST_F(keyboard, passes_by_what_the_translation_covers) {
     EXPECT_EQ(walk_view(), "cmd_edid_report cmd_edid_back tree_edid txt_edid");
 }
 
-TEST_F(keyboard, goes_on_where_it_was_when_a_frame_has_gone) {
+TEST_F(keyboard, continues_at_the_same_place_after_a_frame_closes) {
     start();
     const hand h = operator_hand();
     h.click("cmd_setup");
@@ -145,7 +145,7 @@ TEST_F(keyboard, goes_on_where_it_was_when_a_frame_has_gone) {
     EXPECT_EQ(focused(), "cmd_timing");
 }
 
-TEST_F(keyboard, goes_round_a_group_of_option_buttons_with_the_arrow_keys) {
+TEST_F(keyboard, cycles_through_option_buttons_with_the_arrow_keys) {
     start();
     const hand h = operator_hand();
     h.click("cmd_edid");
@@ -197,7 +197,7 @@ TEST_F(keyboard, opens_a_previous_file) {
     EXPECT_TRUE(h.text("txt_write").startsWith("00 FF FF FF FF FF FF 00"));
 }
 
-TEST_F(keyboard, walks_the_tree_and_leaves_the_report_with_escape) {
+TEST_F(keyboard, walks_the_tree_and_closes_the_report_with_escape) {
     start();
     const hand h = operator_hand();
     h.click("cmd_edid");
@@ -219,7 +219,7 @@ TEST_F(keyboard, walks_the_tree_and_leaves_the_report_with_escape) {
     EXPECT_EQ(first, "txt_report");
 }
 
-TEST_F(keyboard, works_a_window_that_has_one_way_out_alone) {
+TEST_F(keyboard, works_a_window_with_a_single_exit) {
     start();
     const hand h = operator_hand();
     h.click("cmd_edid");
@@ -245,7 +245,7 @@ TEST_F(keyboard, works_a_window_that_has_one_way_out_alone) {
     EXPECT_EQ(line(order), "cbo_eeprom opt_unused_0 chk_4digits cmd_checksum cmd_ok");
 }
 
-TEST_F(keyboard, has_no_mnemonic_twice_in_a_view) {
+TEST_F(keyboard, has_unique_mnemonics_in_each_view) {
     start();
     for (const view& v : views) {
         operator_hand().click(v.button);
@@ -260,14 +260,14 @@ TEST_F(keyboard, has_no_mnemonic_twice_in_a_view) {
     }
 }
 
-TEST_F(keyboard, takes_an_ampersand_for_itself) {
+TEST_F(keyboard, shows_an_ampersand_as_text) {
     start();
     const hand h = operator_hand();
     h.click("cmd_edid");
     desk().workbench.cmd_load.caption = "R&D";
     desk().workbench.opt_edid_src[0].caption = "R&D";
     desk().workbench.fra_edid.caption = "R&D";
-    h.click("lab_read"); // any event brings the window up to date
+    h.click("lab_read"); // any event updates the window
     for (const char* name : {"cmd_load", "opt_edid_src_1"}) {
         EXPECT_EQ(h.find<QAbstractButton>(name).text(), "R&&D");
         EXPECT_EQ(h.find<QAbstractButton>(name).accessibleName(), "R&D");

@@ -12,7 +12,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
-/// The stream's clock stands still: a desk that is held up leaves nothing behind.
+/// The stream's clock is frozen: no command times out, however slow the desk.
 constexpr double now_ms = 0;
 
 constexpr int receiver_turn_ms = 20;
@@ -43,7 +43,7 @@ void line_to_pull::pull_at(pull_moment moment) {
     heard_ = 0;
     said_ = 0;
     moment_ = moment;
-    // without a byte before it, the cable is out when the operator begins
+    // before the first byte: the cable is out before the operator begins
     if (is_now(pull_moment::after::done, 0)) {
         hang_up();
         return;
@@ -58,7 +58,7 @@ void line_to_pull::pull() {
 }
 
 void line_to_pull::hang_up() {
-    // the terminal's name may be another's by the time the desk looks for it again
+    // the terminal's name may be reused before the desk looks it up again
     std::filesystem::remove(link_);
     std::filesystem::create_symlink("no_device", link_);
     terminal_.reset();
@@ -98,7 +98,7 @@ void line_to_pull::hear(std::uint8_t byte) {
 }
 
 void line_to_pull::let_the_desk_read() const {
-    // the first turn may be under way, and the receiver's own comes at any time within the next two
+    // one turn may be in progress, and the receiver's own comes within the next two
     constexpr int enough_turns = 4;
     for (const int before = turn_; turn_ - before < enough_turns && !ending_;)
         std::this_thread::sleep_for(milliseconds(1));

@@ -15,20 +15,20 @@
 
 namespace desk::gui {
 
-/// The moment in a transfer at which the cable is pulled, counted in bytes from the transfer's beginning.
+/// When the cable is pulled in a transfer, in bytes from its beginning.
 struct pull_moment {
     enum class after {
         never,
-        heard, ///< so many bytes from the desk, before anything is answered
-        done,  ///< so many bytes from the desk, and their answers: when the next byte comes
-        said   ///< so many bytes to the desk
+        heard, ///< after this many bytes from the desk, before any answer to the last
+        done,  ///< after this many bytes from the desk and their answers: when the next byte arrives
+        said   ///< after this many bytes to the desk
     };
     after what = after::never;
     std::size_t bytes = 0;
 };
 
-/// A simulated generator on a pseudo terminal behind a port's link, and a hand on its cable. It works in a thread of
-/// its own, so that the cable can be pulled while the desk does not let events run.
+/// A simulated generator on a pseudo terminal at a port's link, with a cable to pull. Runs in a separate thread, so
+/// that the cable can be pulled while the desk runs no events.
 class line_to_pull {
 public:
     explicit line_to_pull(std::filesystem::path link);
@@ -36,9 +36,9 @@ public:
     line_to_pull(const line_to_pull&) = delete;
     line_to_pull& operator=(const line_to_pull&) = delete;
 
-    /// Puts the generator, with all that it remembers, on a new terminal.
+    /// Connects the generator, with its state, to a new terminal.
     void plug();
-    /// A transfer begins here; the cable is pulled at this moment of it.
+    /// Marks the start of a transfer, and the moment in it to pull the cable.
     void pull_at(pull_moment moment);
     /// Pulls the cable now.
     void pull();
@@ -66,7 +66,7 @@ private:
     std::atomic<bool> pulled_ = false;
     std::atomic<bool> ending_ = false;
     terminal_pace pace_;
-    QTimer turns_; // at the pace of the desk's receiver, in its thread
+    QTimer turns_; // with the receiver's interval, in the desk's thread
     std::atomic<int> turn_ = 0;
     std::thread thread_;
 };

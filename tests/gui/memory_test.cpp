@@ -1,4 +1,4 @@
-// The desk keeps nothing from run to run but its settings file.
+// The settings file is all that the desk keeps between runs.
 
 #include "bench_fixture.h"
 
@@ -19,7 +19,7 @@ protected:
         qputenv("HOME", home.path().toLocal8Bit());
     }
 
-    /// Starts the program anew in the same folder.
+    /// Restarts the program in the same folder.
     void start_again() {
         program.reset();
         program = std::make_unique<qt::desk_program>(std::filesystem::path(directory.path().toStdString()));

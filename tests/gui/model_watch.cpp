@@ -111,7 +111,7 @@ const control* on_top_at(const window& w, int left, int top) {
     for (const control* c : w.controls()) {
         if (c->kind() == control_kind::timer || c->kind() == control_kind::line || !c->shown()) continue;
         bool in_sight = lies_at(*c, left, top);
-        // a frame cuts off what lies in it
+        // a frame clips its children
         for (const control* around = c->parent; around != nullptr; around = around->parent)
             in_sight = in_sight && lies_at(*around, left, top);
         if (in_sight && (on_top == nullptr || w.lies_over(*c, *on_top))) on_top = c;

@@ -1,4 +1,4 @@
-// The mouse pointer is busy while the generator is asked, and at no other time.
+// The mouse cursor is busy only while the desk waits for the generator.
 
 #include "bench_fixture.h"
 
@@ -22,7 +22,7 @@ class pointer : public bench {
 protected:
     pointer() { plug_generator(); }
 
-    /// Notes the pointer over the next message box, and presses OK.
+    /// Records the cursor over the next message box, and presses OK.
     void press_ok() {
         auto* const look = new QTimer(qApp);
         QObject::connect(look, &QTimer::timeout, look, [this, look] {
@@ -38,7 +38,7 @@ protected:
     std::optional<bool> busy_over_box;
 };
 
-TEST_F(pointer, is_busy_as_long_as_the_generator_is_asked) {
+TEST_F(pointer, is_busy_while_waiting_for_the_generator) {
     start();
     const hand h = operator_hand();
     h.click("cmd_setup");
@@ -57,7 +57,7 @@ TEST_F(pointer, is_busy_as_long_as_the_generator_is_asked) {
     EXPECT_FALSE(is_busy());
 }
 
-TEST_F(pointer, is_the_usual_one_over_a_box_and_after_it) {
+TEST_F(pointer, is_normal_during_and_after_a_box) {
     start();
     const hand h = operator_hand();
     h.click("cmd_pattern");
@@ -69,7 +69,7 @@ TEST_F(pointer, is_the_usual_one_over_a_box_and_after_it) {
     EXPECT_FALSE(is_busy());
 }
 
-TEST_F(pointer, is_busy_in_a_window_above_too_while_that_one_asks) {
+TEST_F(pointer, is_busy_in_a_modal_window_during_its_exchange) {
     put_file("display.bin", generator->sink(1));
     start();
     const hand h = operator_hand();
@@ -94,7 +94,7 @@ TEST_F(pointer, is_busy_in_a_window_above_too_while_that_one_asks) {
     EXPECT_FALSE(is_busy());
 }
 
-TEST_F(pointer, is_the_usual_one_when_a_failure_is_told) {
+TEST_F(pointer, is_normal_when_a_failure_is_reported) {
     start();
     const hand h = operator_hand();
     h.click("cmd_timing");
@@ -107,7 +107,7 @@ TEST_F(pointer, is_the_usual_one_when_a_failure_is_told) {
     EXPECT_FALSE(is_busy());
 }
 
-TEST_F(pointer, is_the_usual_one_when_the_window_is_closed_meanwhile) {
+TEST_F(pointer, is_normal_when_the_window_is_closed_meanwhile) {
     start();
     const hand h = operator_hand();
     h.click("cmd_timing");

@@ -1,4 +1,4 @@
-// The desktop's wish for light or dark, from a portal on a bus of the test's own.
+// The desktop's light or dark preference, from a portal on a private bus.
 
 #include "hand.h"
 #include "qt/desktop_scheme.h"
@@ -57,7 +57,7 @@ protected:
     }
 
     void tell(uint wish, const QString& key = "color-scheme") const {
-        // from another process, as a portal is
+        // from another process, like a real portal
         QProcess::execute("dbus-send",
                           {"--bus=" + address_, "--type=signal", "/org/freedesktop/portal/desktop",
                            "org.freedesktop.portal.Settings.SettingChanged", "string:org.freedesktop.appearance",
@@ -75,7 +75,7 @@ private:
     QProcess bus_;
 };
 
-TEST_F(wish_of_the_desktop, is_asked_for_and_followed) {
+TEST_F(wish_of_the_desktop, is_read_and_followed) {
     portal.wish = 1;
     const auto watch = qt::watch_desktop([this](qt::scheme s) { heard.push_back(s); });
     EXPECT_TRUE(heard.empty()) << "nothing waits for the answer";
@@ -93,7 +93,7 @@ TEST_F(wish_of_the_desktop, is_asked_for_and_followed) {
     EXPECT_EQ(heard[3], qt::scheme::light) << "no wish any more";
 }
 
-TEST_F(wish_of_the_desktop, says_nothing_where_it_has_none) {
+TEST_F(wish_of_the_desktop, reports_nothing_without_a_preference) {
     const auto watch = qt::watch_desktop([this](qt::scheme s) { heard.push_back(s); });
     ASSERT_TRUE(wait_until([this] { return portal.questions == 1; }, 10000));
     tell(1);
@@ -101,7 +101,7 @@ TEST_F(wish_of_the_desktop, says_nothing_where_it_has_none) {
     EXPECT_EQ(heard.size(), 1U) << "the answer came first and was no wish";
 }
 
-TEST(no_bus, is_looked_for_where_the_session_has_none) {
+TEST(session_bus, is_not_started_if_the_session_has_none) {
     qunsetenv("DBUS_SESSION_BUS_ADDRESS");
     qunsetenv("XDG_RUNTIME_DIR");
     bool heard = false;

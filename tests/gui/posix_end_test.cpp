@@ -1,4 +1,4 @@
-// However its end is requested, and whatever it waits for, the desk ends in order within two seconds.
+// However its end is requested and whatever it waits for, the desk ends in order within two seconds.
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -23,7 +23,7 @@ namespace desk::gui {
 
 namespace {
 
-constexpr int patience_ms = 60000; // until the desk or a display server has come up
+constexpr int patience_ms = 60000; // for a desk or a display server to start
 #if defined(__SANITIZE_ADDRESS__)
 constexpr int longest_end_ms = 20000; // the sanitizers look for leaks
 #else
@@ -62,13 +62,13 @@ protected:
             printed_ += desk_.readAllStandardOutput();
         }
         ASSERT_EQ(desk_.state(), QProcess::Running);
-        // whoever ends in order writes it anew
+        // an orderly end rewrites it
         ASSERT_TRUE(QFile::remove(folder_.filePath("marlo_rs232.ini")));
     }
 
     void send(int signal) { ::kill(static_cast<pid_t>(desk_.processId()), signal); }
 
-    /// Waits for its end and gives its status; -1: it crashed.
+    /// Waits for the end and returns the exit status; -1: it crashed.
     int status(int limit_ms = longest_end_ms) {
         QElapsedTimer passed;
         passed.start();
@@ -186,10 +186,10 @@ TEST_F(ended_desk, leaves_the_box_of_a_port_before_its_window_has_appeared) {
     EXPECT_FALSE(are_settings_written());
 }
 
-/// The desk's own program.
+/// The real velotrace program.
 class ended_program : public ended_desk {
 protected:
-    /// Starts it from a folder, behind `words` of a shell.
+    /// Starts it from a folder; `words` precede it on the shell's command line.
     void start_program(const QString& folder, const QString& words = "") {
         QDir(folder_.path()).mkpath(folder);
         const QString path = folder_.filePath(folder + "/velotrace");
@@ -205,7 +205,7 @@ protected:
         settings.write(without_a_port);
     }
 
-    /// A set of signals of the running program, as the system shows it: "SigCgt" are those that it handles.
+    /// Whether the running program has a signal in a set of /proc/PID/status: "SigCgt" lists those with handlers.
     bool has_signal(const QByteArray& set, int signal) const {
         QFile status(QString("/proc/%1/status").arg(desk_.processId()));
         if (!status.open(QFile::ReadOnly)) return false;
@@ -233,7 +233,7 @@ TEST_F(ended_program, ends_in_order_from_its_first_moments_on) {
     start_program(".");
     wait_until_it_handles_signals();
     send(SIGTERM);
-    // it comes up first
+    // let it start up first
     EXPECT_EQ(status(patience_ms), 0);
     EXPECT_EQ(settings(), without_a_port);
 }
@@ -259,7 +259,7 @@ TEST_F(ended_program, leaves_the_box_that_tells_why_it_cannot_start) {
     EXPECT_EQ(status(), 1);
 }
 
-/// A display server of the test's own, which goes away.
+/// A desk on a private display server that disappears.
 class desk_without_its_display : public ended_desk {
 protected:
     ~desk_without_its_display() override {
@@ -272,7 +272,7 @@ protected:
         return !QStandardPaths::findExecutable(server).isEmpty() && QFile::exists(plugin);
     }
 
-    /// The toolkit ends the program where it stands, with its libraries' memory in use.
+    /// Qt ends the program with memory of its libraries still allocated.
     static QString without_a_search_for_leaks() { return qEnvironmentVariable("ASAN_OPTIONS") + ":detect_leaks=0"; }
 
     void start_xvfb() {
@@ -293,7 +293,7 @@ protected:
             {{"QT_QPA_PLATFORM", "wayland"}, {"WAYLAND_DISPLAY", "bench"}, {"XDG_RUNTIME_DIR", runtime_.path()}});
     }
 
-    /// The toolkit ends the program; what is to be saved has been saved by then.
+    /// Qt ends the program; everything has been saved by then.
     void expect_all_saved() {
         server_.kill();
         EXPECT_EQ(status(), 1);

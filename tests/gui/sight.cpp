@@ -70,7 +70,7 @@ QStringList cut_captions(const QWidget& window) {
             cut << w.objectName();
     };
     for (const auto* b : window.findChildren<QAbstractButton*>()) {
-        // the mark of an underlined letter takes no room
+        // the underline mark takes no room
         if (b->objectName().startsWith("cmd_")) check(*b, QString(b->text()).remove('&'), 10);
         if (b->objectName().startsWith("chk_") || b->objectName().startsWith("opt_"))
             check(*b, QString(b->text()).remove('&'), 18);
@@ -79,7 +79,7 @@ QStringList cut_captions(const QWidget& window) {
         if (QFontMetricsF(qt::title_font(*g)).horizontalAdvance(g->title()) + 12 * qt::plan_scale(g) > g->width())
             cut << g->objectName();
     for (const auto* l : window.findChildren<qt::text_label*>()) {
-        // the files' own names are cut where they are too long
+        // long file names are elided
         if (l->objectName().startsWith("lab_pre_f")) continue;
         for (const QString& line : l->text().split('\n'))
             check(*l, line, 0);

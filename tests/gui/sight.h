@@ -7,14 +7,13 @@
 
 namespace desk::gui {
 
-/// Whether a control over a text box covers any character of it that is not a space.
+/// Whether a control over a text box covers any non-space character.
 bool covers_text(const hand& h, const QString& box, const QString& over);
 
-/// Whether a line of a label's text is drawn at the height of a control beside it or over it, and nothing of the lines
-/// before and after it.
+/// Whether exactly one line of a label is drawn level with a control beside it or over it.
 bool has_title_beside(const hand& h, const QString& label, const QString& control);
 
-/// The controls in a window whose caption is wider than they are.
+/// The controls whose captions are too wide for them.
 QStringList cut_captions(const QWidget& window);
 
 } // namespace desk::gui

@@ -1,5 +1,5 @@
-// The signal side through the real window: panel, favorites, autorun list, custom string and colour settings, to a
-// generator on a pseudo terminal.
+// The signal side through the real window, with a generator on a pseudo terminal: panel, favorites, autorun list,
+// custom string and colour settings.
 
 #include "bench_fixture.h"
 
@@ -28,7 +28,7 @@ protected:
         start();
     }
 
-    /// The index of the lit button of a group of the panel; -1: none is lit, -2: more than one.
+    /// Index of the lit button of a panel group; -1: none, -2: several.
     int lit(const QString& group, int count) {
         int found = -1;
         for (int i = 0; i < count; ++i) {
@@ -39,7 +39,7 @@ protected:
     }
     static QString member(const QString& group, int index) { return group + "_" + QString::number(index); }
 
-    /// The rows whose check boxes on the screen are checked.
+    /// The rows with checked boxes on the screen.
     QList<int> checked_rows(const QString& list) {
         QList<int> rows;
         const auto& tree = operator_hand().find<QTreeWidget>(list);
@@ -69,7 +69,7 @@ const panel_group panel_groups[] = {{"cmd_out", 4, "OUT", 1}, {"cmd_hdcp", 2, "H
                                     {"cmd_csc", 3, "CSC", 1}, {"cmd_deep", 3, "DEE", 1}, {"cmd_auto_go", 2, "ATO", 0},
                                     {"cmd_fav", 2, "FAV", 0}};
 
-TEST_F(signal_end_to_end, every_switch_of_the_panel_acts_at_once_and_lights_up) {
+TEST_F(signal_end_to_end, every_panel_switch_acts_at_once_and_lights_up) {
     const hand h = operator_hand();
     h.click("cmd_setup");
     for (const panel_group& group : panel_groups) {
@@ -101,7 +101,7 @@ TEST_F(signal_end_to_end, the_channels_follow_the_audio_source) {
     EXPECT_EQ(lit("cmd_lpcm", 3), -1);
 }
 
-TEST_F(signal_end_to_end, a_pressed_switch_is_red_and_dead_until_the_answer_comes) {
+TEST_F(signal_end_to_end, a_pressed_switch_is_red_and_disabled_until_the_answer) {
     const hand h = operator_hand();
     h.click("cmd_setup");
     generator->tell("delay 600");
@@ -117,19 +117,19 @@ TEST_F(signal_end_to_end, a_pressed_switch_is_red_and_dead_until_the_answer_come
     EXPECT_TRUE(h.find("cmd_deep_1").isEnabled());
 }
 
-TEST_F(signal_end_to_end, another_switch_in_the_middle_of_an_exchange_comes_in_between) {
+TEST_F(signal_end_to_end, a_second_switch_interrupts_an_exchange) {
     const hand h = operator_hand();
     h.click("cmd_setup");
     generator->tell("drop 1");
     h.when(heard("DEE002"), [&] { h.click("cmd_csc_2"); });
     h.click("cmd_deep_1");
-    // the inner exchange gives the outer one its own answer, whose letters are wrong
+    // the inner exchange gives the outer one its own answer, with the wrong letters
     EXPECT_EQ(generator->commands(), (QStringList{"DEE002", "CSC003", "DEE002"}));
     EXPECT_EQ(lit("cmd_csc", 3), 2);
     EXPECT_EQ(lit("cmd_deep", 3), 1);
 }
 
-TEST_F(signal_end_to_end, reset_makes_the_panel_dark_and_download_lights_it_again) {
+TEST_F(signal_end_to_end, reset_clears_the_panel_and_download_lights_it_again) {
     const hand h = operator_hand();
     h.click("cmd_setup");
     for (const char* press : {"cmd_out_2", "cmd_hdcp_1", "cmd_csc_1", "cmd_deep_2", "cmd_auto_go_1", "cmd_fav_1"})
@@ -150,7 +150,7 @@ TEST_F(signal_end_to_end, reset_makes_the_panel_dark_and_download_lights_it_agai
     EXPECT_TRUE(h.text("lab_timing").startsWith("[01]"));
 }
 
-TEST_F(signal_end_to_end, refresh_tells_what_the_generator_outputs) {
+TEST_F(signal_end_to_end, refresh_shows_what_the_generator_outputs) {
     const hand h = operator_hand();
     h.click("cmd_timing");
     h.click_row("lstv_timing", 12);
@@ -160,12 +160,12 @@ TEST_F(signal_end_to_end, refresh_tells_what_the_generator_outputs) {
     EXPECT_TRUE(h.text("lab_timing").startsWith("[12]"));
     EXPECT_TRUE(h.text("lab_pattern").startsWith("[01]"));
     EXPECT_EQ(h.find<QTreeWidget>("lstv_timing").currentIndex().row(), 11);
-    // the figures are those of the row that was looked at, until the list's next event
+    // the figures stay those of the previous row until the list's next event
     EXPECT_EQ(h.text("txt_htotal_pix"), QString::fromStdString(desk().catalogue.lstv_timing_sub.text(3)));
     EXPECT_TRUE(h.find("cmd_refresh").isEnabled());
 }
 
-TEST_F(signal_end_to_end, a_dead_step_of_a_refresh_is_told_in_its_label_and_ends_it) {
+TEST_F(signal_end_to_end, a_failed_step_of_a_refresh_shows_in_its_label_and_ends_it) {
     const hand h = operator_hand();
     generator->tell("refuse OUT999 none");
     h.click("cmd_refresh");
@@ -176,7 +176,7 @@ TEST_F(signal_end_to_end, a_dead_step_of_a_refresh_is_told_in_its_label_and_ends
     EXPECT_EQ(generator->commands(), (QStringList{"TIM999", "PAT999", "OUT999", "OUT999"}));
 }
 
-TEST_F(signal_end_to_end, favorite_timings_go_up_and_come_back_from_a_generator_that_thinks_for_100_ms) {
+TEST_F(signal_end_to_end, favorite_timings_are_sent_and_read_back_with_answers_after_100_ms) {
     const hand h = operator_hand();
     h.click("cmd_fav_timing");
     h.click_check("lstv_timing", 2);
@@ -195,7 +195,7 @@ TEST_F(signal_end_to_end, favorite_timings_go_up_and_come_back_from_a_generator_
     EXPECT_EQ(checked_rows("lstv_timing"), (QList<int>{2, 79}));
 }
 
-TEST_F(signal_end_to_end, favorite_patterns_go_up_and_come_back_from_a_generator_that_thinks_for_100_ms) {
+TEST_F(signal_end_to_end, favorite_patterns_are_sent_and_read_back_with_answers_after_100_ms) {
     const hand h = operator_hand();
     h.click("cmd_fav_pattern");
     h.click("cmd_check_all");
@@ -213,7 +213,7 @@ TEST_F(signal_end_to_end, favorite_patterns_go_up_and_come_back_from_a_generator
     EXPECT_FALSE(checked_rows("lstv_pattern").contains(5));
 }
 
-TEST_F(signal_end_to_end, no_favorite_timing_at_all_becomes_rows_1_and_23) {
+TEST_F(signal_end_to_end, no_favorite_timing_becomes_rows_1_and_23) {
     const hand h = operator_hand();
     h.click("cmd_fav_timing");
     h.click("cmd_run");
@@ -222,7 +222,7 @@ TEST_F(signal_end_to_end, no_favorite_timing_at_all_becomes_rows_1_and_23) {
     EXPECT_EQ(h.find<QTreeWidget>("lstv_timing").currentIndex().row(), 22);
 }
 
-TEST_F(signal_end_to_end, a_favorite_walk_that_fails_tells_it_once) {
+TEST_F(signal_end_to_end, a_failed_favorite_walk_is_reported_once) {
     const hand h = operator_hand();
     h.click("cmd_fav_timing");
     generator->tell("refuse FT-003 none");
@@ -236,7 +236,7 @@ TEST_F(signal_end_to_end, a_favorite_walk_that_fails_tells_it_once) {
     EXPECT_TRUE(h.find("cmd_run").isEnabled());
 }
 
-TEST_F(signal_end_to_end, the_autorun_list_goes_up_and_comes_back_from_a_generator_that_thinks_for_100_ms) {
+TEST_F(signal_end_to_end, the_autorun_list_is_sent_and_read_back_with_answers_after_100_ms) {
     const hand h = operator_hand();
     h.click("cmd_auto");
     h.click_row("lstv_auto", 3);
@@ -301,7 +301,7 @@ TEST_F(signal_end_to_end, a_short_answer_fails_the_whole_download) {
     EXPECT_EQ(cell("lstv_auto", 1, 3), "5");
 }
 
-TEST_F(signal_end_to_end, the_custom_string_goes_up_and_comes_back) {
+TEST_F(signal_end_to_end, the_custom_string_is_sent_and_read_back) {
     const hand h = operator_hand();
     h.click("cmd_pattern");
     h.click_row("lstv_pattern", 41);
@@ -316,7 +316,7 @@ TEST_F(signal_end_to_end, the_custom_string_goes_up_and_comes_back) {
     EXPECT_EQ(h.text("txt_motion_str"), "HELLO");
 }
 
-TEST_F(signal_end_to_end, upload_that_fails_stays_red_and_dead) {
+TEST_F(signal_end_to_end, a_failed_upload_stays_red_and_disabled) {
     const hand h = operator_hand();
     h.click("cmd_pattern");
     h.click_row("lstv_pattern", 41);
@@ -363,7 +363,7 @@ TEST_F(signal_end_to_end, the_colour_settings_are_read_and_changed) {
     EXPECT_EQ(generator->commands_up_to("CRY200"), QStringList{"CRY200"});
 }
 
-TEST_F(signal_end_to_end, a_value_that_is_none_is_marked_for_retyping_and_not_sent) {
+TEST_F(signal_end_to_end, an_invalid_value_is_selected_for_retyping_and_not_sent) {
     const hand h = operator_hand();
     choose_color_pattern();
     h.click("cmd_download");
@@ -389,7 +389,7 @@ TEST_F(signal_end_to_end, a_click_into_a_colour_box_selects_its_text) {
     EXPECT_EQ(h.find<QLineEdit>("txt_color_setting_0").selectedText(), "123");
 }
 
-TEST_F(signal_end_to_end, a_drag_streams_every_value_in_order_and_the_last_one_again_when_it_is_let_go) {
+TEST_F(signal_end_to_end, a_drag_sends_every_value_in_order_and_repeats_the_last_on_release) {
     const hand h = operator_hand();
     choose_color_pattern();
     h.click("cmd_download");
@@ -410,7 +410,7 @@ TEST_F(signal_end_to_end, a_drag_streams_every_value_in_order_and_the_last_one_a
     EXPECT_EQ(sent, expected);
 }
 
-TEST_F(signal_end_to_end, grey_in_colour_differences_has_both_of_them_at_128) {
+TEST_F(signal_end_to_end, grey_sets_both_colour_differences_to_128) {
     const hand h = operator_hand();
     h.click("cmd_setup");
     h.click("cmd_csc_1");
@@ -428,7 +428,7 @@ TEST_F(signal_end_to_end, grey_in_colour_differences_has_both_of_them_at_128) {
     EXPECT_EQ(generator->commands_up_to("CRY200").last(1), QStringList{"CRY200"});
 }
 
-TEST_F(signal_end_to_end, a_generator_without_colour_values_leaves_the_controls_dead) {
+TEST_F(signal_end_to_end, a_generator_without_colour_values_leaves_the_controls_disabled) {
     const hand h = operator_hand();
     generator->tell("refuse CRR999 CRR300");
     choose_color_pattern();

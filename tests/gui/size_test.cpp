@@ -1,4 +1,4 @@
-// The window at every size: everything is drawn larger or smaller together, and nothing is lost on the way.
+// The window at every size: everything scales together, and nothing is lost.
 
 #include "bench_fixture.h"
 #include "generator/sink_edids.h"
@@ -41,7 +41,7 @@ protected:
         ASSERT_TRUE(wait_until([&] { return window().windowHandle()->size() == size; }, 5000));
         QCoreApplication::processEvents();
     }
-    /// Makes the window as large as its plan is at so many sixteenths.
+    /// Resizes the window to fit its plan at `steps` sixteenths.
     void show_at(int steps) {
         resize(qt::plan_pixels(desk_plan, steps / 16.0));
         ASSERT_EQ(scale(), steps / 16.0);
@@ -67,7 +67,7 @@ std::string lines(int count) {
     return text;
 }
 
-TEST_F(window_size, draws_every_control_at_its_share_of_the_plan) {
+TEST_F(window_size, draws_every_control_in_proportion_to_the_plan) {
     start();
     at_every_scale([&] {
         for (const control* c : desk().form.controls()) {
@@ -180,7 +180,7 @@ TEST_F(window_size, cuts_no_caption) {
     at_every_scale([&] { EXPECT_EQ(cut_captions(window()), QStringList()); });
 }
 
-TEST_F(window_size, is_worked_with_the_mouse_at_every_size) {
+TEST_F(window_size, works_by_mouse_at_every_size) {
     start();
     operator_hand().click("cmd_timing");
     for (const int steps : {12, 19, 32}) {
@@ -223,7 +223,7 @@ TEST_F(window_size, fills_a_large_screen) {
     EXPECT_EQ(scale(), 3.5);
 }
 
-TEST_F(window_size, has_scroll_bars_where_nothing_smaller_could_be_read) {
+TEST_F(window_size, has_scroll_bars_if_a_smaller_plan_would_be_illegible) {
     start();
     auto& area = *window().findChild<qt::plan_area*>();
     EXPECT_FALSE(area.scrolls());
@@ -268,7 +268,7 @@ TEST_F(window_size, keeps_the_place_in_a_long_text_and_its_selection) {
     }
 }
 
-TEST_F(window_size, puts_the_cursor_where_the_text_is_clicked) {
+TEST_F(window_size, puts_the_cursor_at_the_click) {
     start();
     operator_hand().click("cmd_edid");
     show_text(lines(20));
@@ -357,7 +357,7 @@ TEST_F(window_size, changes_no_model_and_raises_no_event) {
     EXPECT_TRUE(desk().form.take_changed().empty());
 }
 
-TEST_F(window_size, changes_in_the_middle_of_an_exchange) {
+TEST_F(window_size, changes_during_an_exchange) {
     start();
     operator_hand().click("cmd_timing");
     operator_hand().click_row("lstv_timing", 7);
@@ -465,7 +465,7 @@ TEST_F(window_size, is_at_first_the_largest_that_fits_the_screen) {
     }
 }
 
-TEST_F(window_size, opens_maximised_where_the_window_manager_wants_it_so) {
+TEST_F(window_size, opens_maximised_if_the_window_manager_wants_it) {
     ASSERT_TRUE(program->start());
     window().setWindowState(Qt::WindowMaximized);
     EXPECT_TRUE(wait_until([&] { return window().width() > 3800; }, 5000));

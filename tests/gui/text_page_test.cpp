@@ -1,4 +1,4 @@
-// The EDID texts under the operator's hand: scrolled, selected and copied, short and long.
+// EDID texts, short and long: scrolling, selecting and copying.
 
 #include "bench_fixture.h"
 #include "qt/look.h"
@@ -30,7 +30,7 @@ protected:
 
     qt::text_page& page() { return operator_hand().find<qt::text_page>("txt_write"); }
 
-    /// Shows a text; the window follows its models after any event.
+    /// Shows a text; any event updates the window.
     void show(const std::string& text) {
         desk().workbench.txt_write.text = text;
         operator_hand().click("lab_edid_src");
@@ -52,7 +52,7 @@ protected:
     }
 
     void press(Qt::Key key, Qt::KeyboardModifiers with = Qt::NoModifier) { QTest::keyClick(&page(), key, with); }
-    /// The middle of the left edge of a character, where a click puts the cursor before it.
+    /// The middle of a character's left edge; a click there puts the cursor before it.
     QPoint before(std::size_t offset) {
         const QRect place = page().place_of(offset);
         return {place.left() + 1, place.center().y()};
@@ -77,7 +77,7 @@ protected:
         return QApplication::clipboard()->text();
     }
     bool in_sight(std::size_t offset) { return page().viewport()->rect().contains(page().place_of(offset)); }
-    /// Whether ink is drawn at a character's place.
+    /// Whether anything is drawn at a character's place.
     bool drawn(std::size_t offset) {
         const QRect place = page().place_of(offset).adjusted(1, 0, 0, 0); // beside the cursor
         const qreal scale = page().devicePixelRatioF();
@@ -171,7 +171,7 @@ TEST_F(edid_text, is_selected_by_words_and_lines) {
     EXPECT_EQ(selected(), "00 AB CD //7\n");
 }
 
-TEST_F(edid_text, is_scrolled_by_a_selection_beyond_its_edge) {
+TEST_F(edid_text, scrolls_with_a_selection_beyond_its_edge) {
     show_lines(200);
     const QPoint below(page().viewport()->width() / 2, page().viewport()->height() + 20);
     QTest::mousePress(window(), Qt::LeftButton, Qt::NoModifier, in_window(before(0)));
@@ -219,7 +219,7 @@ TEST_F(edid_text, keeps_the_column_over_a_short_line) {
     EXPECT_EQ(page().cursor(), 17U);
 }
 
-TEST_F(edid_text, is_walked_page_by_page_to_its_end) {
+TEST_F(edid_text, is_paged_through_to_its_end) {
     show_lines(100);
     page().setFocus();
     const int in_sight_at_once = page().verticalScrollBar()->pageStep();
@@ -235,7 +235,7 @@ TEST_F(edid_text, is_walked_page_by_page_to_its_end) {
     EXPECT_EQ(page().verticalScrollBar()->value(), 0);
 }
 
-TEST_F(edid_text, keeps_its_place_while_it_grows_and_shows_another_from_its_beginning) {
+TEST_F(edid_text, keeps_its_place_while_it_grows_and_shows_a_new_text_from_the_top) {
     show_lines(100);
     page().setFocus();
     press(Qt::Key_Down);
@@ -251,11 +251,11 @@ TEST_F(edid_text, keeps_its_place_while_it_grows_and_shows_another_from_its_begi
     EXPECT_EQ(selected(), "");
 }
 
-TEST_F(edid_text, is_never_drawn_from_a_text_that_has_gone) {
+TEST_F(edid_text, is_never_drawn_from_a_deleted_text) {
     show_lines(1000);
     press(Qt::Key_A, Qt::ControlModifier);
     page().verticalScrollBar()->setValue(900);
-    // before the window follows
+    // before the window is updated
     desk().workbench.txt_write.text = "short";
     page().viewport()->grab();
     EXPECT_EQ(selected(), "");
@@ -273,7 +273,7 @@ TEST_F(edid_text, does_not_zoom) {
     EXPECT_GT(page().verticalScrollBar()->value(), 0);
 }
 
-TEST_F(edid_text, has_a_menu_to_copy_and_to_select_all) {
+TEST_F(edid_text, has_a_menu_with_copy_and_select_all) {
     show("00 FF\r\n");
     const auto menu = [&]() -> QMenu& {
         const QPoint at(20, 20);

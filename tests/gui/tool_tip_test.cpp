@@ -1,4 +1,4 @@
-// What a tooltip says: what the control does, why it does not, and the whole of a text that is cut.
+// The contents of tooltips: what the control does, why it does not, and the full text if it is elided.
 
 #include "bench_fixture.h"
 #include "qt/cut_text.h"
@@ -21,7 +21,7 @@ protected:
     tool_tip() { plug_generator(); }
 
     QString of(const QString& name) { return operator_hand().find(name).toolTip(); }
-    /// What comes up where the pointer rests.
+    /// The tooltip at this point.
     static QString at(QWidget& w, QPoint place) {
         QToolTip::hideText();
         QHelpEvent rests(QEvent::ToolTip, place, w.mapToGlobal(place));
@@ -30,7 +30,7 @@ protected:
     }
 };
 
-TEST_F(tool_tip, says_what_every_control_does_that_the_operator_works) {
+TEST_F(tool_tip, says_what_every_interactive_control_does) {
     start();
     for (const control* c : desk().form.controls()) {
         switch (c->kind()) {
@@ -43,7 +43,7 @@ TEST_F(tool_tip, says_what_every_control_does_that_the_operator_works) {
             EXPECT_FALSE(qt::help_line(*c).isEmpty()) << c->full_name();
             break;
         case control_kind::list_view:
-            // the figures are never on show as a list
+            // these figures are never visible as a list
             EXPECT_EQ(qt::help_line(*c).isEmpty(), c->name == "lstv_timing_sub") << c->full_name();
             break;
         default:
@@ -54,7 +54,7 @@ TEST_F(tool_tip, says_what_every_control_does_that_the_operator_works) {
     }
 }
 
-TEST_F(tool_tip, names_the_key_behind_it) {
+TEST_F(tool_tip, names_the_key_after_the_description) {
     start();
     EXPECT_EQ(of("cmd_run"), "<qt><nobr>Sends what this view shows to the generator (Alt+S)</nobr></qt>");
     EXPECT_EQ(of("cmd_save_read"), "<qt><nobr>Saves the text of the READ window (Alt+Shift+S)</nobr></qt>");
@@ -71,7 +71,7 @@ TEST_F(tool_tip, says_why_the_port_is_closed_below_what_disconnect_does) {
     EXPECT_EQ(of("cmd_disconn"), "<qt><nobr>Closes the port (Alt+D)</nobr></qt>");
 }
 
-TEST_F(tool_tip, of_a_dead_control_comes_up_too) {
+TEST_F(tool_tip, appears_over_a_disabled_control_too) {
     start();
     operator_hand().click("cmd_edid");
     QWidget& dead = operator_hand().find("cmd_verify");
@@ -79,7 +79,7 @@ TEST_F(tool_tip, of_a_dead_control_comes_up_too) {
     EXPECT_TRUE(at(dead, {5, 5}).contains("Reads the sink and compares")) << qPrintable(QToolTip::text());
 }
 
-TEST_F(tool_tip, shows_the_whole_path_of_a_previous_file_that_is_cut) {
+TEST_F(tool_tip, shows_the_full_path_of_an_elided_previous_file) {
     start();
     operator_hand().click("cmd_edid");
     const std::string path = "/bench/" + std::string(200, 'x') + "/display.hex";
@@ -90,7 +90,7 @@ TEST_F(tool_tip, shows_the_whole_path_of_a_previous_file_that_is_cut) {
     EXPECT_EQ(at(operator_hand().find("lab_pre_f_1"), {5, 5}), "<qt><nobr>Opens this file</nobr></qt>");
 }
 
-TEST_F(tool_tip, shows_the_whole_cell_of_a_list_that_is_cut) {
+TEST_F(tool_tip, shows_the_full_text_of_an_elided_list_cell) {
     start();
     operator_hand().click("cmd_auto");
     const std::string name = "[01] " + std::string(120, 'W');
@@ -119,7 +119,7 @@ TEST_F(tool_tip, shows_markup_in_a_name_as_it_is_written) {
     combo.hidePopup();
 }
 
-TEST_F(tool_tip, shows_the_whole_choice_of_a_list_that_is_cut) {
+TEST_F(tool_tip, shows_the_full_text_of_an_elided_choice) {
     start();
     operator_hand().click("cmd_auto");
     auto& combo = operator_hand().find<QComboBox>("cbo_timing");
@@ -144,7 +144,7 @@ TEST_F(tool_tip, shows_a_value_that_is_too_long_for_its_box) {
 
 class tool_tip_of_disconnect : public bench {};
 
-TEST_F(tool_tip_of_disconnect, tells_device_reason_and_what_helps) {
+TEST_F(tool_tip_of_disconnect, gives_device_reason_and_remedy) {
 #ifdef _WIN32
     GTEST_SKIP() << "no file can have the name of a port there";
 #endif

@@ -1,4 +1,4 @@
-// Drives the real windows off screen against the simulated generator and saves a picture of every view.
+// Drives the real windows off screen with the simulated generator and saves a picture of every view.
 
 #include "dialog_hand.h"
 #include "hand.h"
@@ -194,7 +194,7 @@ private:
     static void in_window(const std::function<void(const hand&)>& work) { desk::gui::in_next_window("frm_diag", work); }
 
     void picture(const QString& name) {
-        // the bar of the work before stays for a moment
+        // the finished bar stays for a moment
         desk::gui::wait_until([this] { return !hand_.find("work_bar").isVisible(); }, 2000);
         save_picture(hand_, name);
     }
@@ -231,18 +231,18 @@ private:
     int count_ = 0;
 };
 
-/// The toolkit's messages, but for what the off-screen platform says of every window of a fixed size.
+/// Prints Qt's messages, except the offscreen platform's warning about windows of fixed size.
 void show_message(QtMsgType, const QMessageLogContext&, const QString& text) {
     if (text != "This plugin does not support propagateSizeHints()") std::fprintf(stderr, "%s\n", qPrintable(text));
 }
 
-/// What the pictures show beside the usual: a light desk at 1:1.
+/// Options of the pictures; the default is a light desk at 1:1.
 struct wishes {
     QString folder;
     bool dark = false;
     QString screen;      ///< "1366x768": fill it; empty: the window's own size
     QByteArray scale;    ///< of the screen
-    bool of_all = false; ///< three screens, three scales and both schemes, each in a folder of its own
+    bool of_all = false; ///< three screens, three scales and both schemes, each in its own folder
 };
 
 bool understands(int argument_count, char** arguments, wishes& w) {
@@ -281,7 +281,7 @@ int run(const wishes& w) {
     return program.gate().over() ? 1 : 0;
 }
 
-/// Each in a process of its own, since a program has one scale.
+/// Each in a separate process, since a process has one scale.
 int run_all(const char* program, const QString& folder) {
     int failed = 0;
     for (const char* screen : {"1024x600", "1366x768", "1920x1080"})
@@ -310,13 +310,13 @@ int main(int argument_count, char** arguments) {
     }
     if (w.of_all) return run_all(arguments[0], w.folder);
     std::optional<desk::gui::off_screen> screen;
-    // a screen that is asked for is not the platform's usual one
+    // a requested screen replaces the platform's default
     const bool off_screen = qgetenv("QT_QPA_PLATFORM") == "offscreen" && !w.screen.isEmpty();
     if (off_screen || !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         screen.emplace(w.screen.isEmpty() ? "3840x2400" : w.screen);
     if (!w.scale.isEmpty()) qputenv("QT_SCALE_FACTOR", w.scale);
     qInstallMessageHandler(show_message);
-    // the hand can't reach into the system's own
+    // native dialogs are out of reach
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication application(argument_count, arguments);
     if (screen) screen->settle();

@@ -1,5 +1,5 @@
-// The road from a sink's EDID to its analysis through the real windows: the tree, what stands over the text, the
-// report and its file.
+// From a sink's EDID to its analysis through the real windows: the tree, the controls over the text, the report and
+// its file.
 
 #include "bench_fixture.h"
 
@@ -113,7 +113,7 @@ TEST_F(translation_end_to_end, opens_on_the_root_with_the_tree_of_the_sink) {
     EXPECT_FALSE(operator_hand().is_shown("fra_edid_edit"));
 }
 
-TEST_F(translation_end_to_end, each_node_shows_its_lines_and_is_the_one_in_bold) {
+TEST_F(translation_end_to_end, each_node_shows_its_lines_and_turns_bold) {
     translate_read_side();
     click_node({block_0, descriptors, "Monitor Name1"});
     EXPECT_EQ(text(), "Monitor Name = HDMI DISPLAY");
@@ -133,7 +133,7 @@ TEST_F(translation_end_to_end, the_keyboard_walks_along_the_nodes) {
     EXPECT_TRUE(text().startsWith("--- Vendor/Product Identification ---\nManufacturer Name = VTD\n"));
 }
 
-TEST_F(translation_end_to_end, a_new_trans_begins_at_the_root_again) {
+TEST_F(translation_end_to_end, a_new_trans_starts_at_the_root) {
     translate_read_side();
     click_node({block_0, "Vendor/Product Id"});
     operator_hand().click("cmd_edid_back");
@@ -146,9 +146,9 @@ TEST_F(translation_end_to_end, a_new_trans_begins_at_the_root_again) {
     EXPECT_EQ(bold_titles(), QStringList{"Vendor/Product Id"});
 }
 
-TEST_F(translation_end_to_end, a_text_is_shown_from_its_beginning) {
+TEST_F(translation_end_to_end, a_text_is_shown_from_the_top) {
     QByteArray edid = sink_1();
-    // a video data block of 31 entries up to offset 36, behind them nothing
+    // a video data block of 31 entries up to offset 36, and nothing after it
     edid[130] = 36;
     edid[132] = 0x5F;
     for (int i = 133; i < 164; ++i)
@@ -163,7 +163,7 @@ TEST_F(translation_end_to_end, a_text_is_shown_from_its_beginning) {
     EXPECT_EQ(text_box.verticalScrollBar()->value(), 0);
 }
 
-TEST_F(translation_end_to_end, the_boxes_of_the_established_timings_stand_where_the_text_leaves_room) {
+TEST_F(translation_end_to_end, the_boxes_of_the_established_timings_are_where_the_text_leaves_room) {
     translate_read_side();
     EXPECT_FALSE(operator_hand().is_shown("chk_established_0"));
     click_node({block_0, "Established Timings"});
@@ -183,7 +183,7 @@ TEST_F(translation_end_to_end, the_boxes_of_the_established_timings_stand_where_
     EXPECT_FALSE(operator_hand().find<QCheckBox>("chk_established_0").isChecked());
 }
 
-TEST_F(translation_end_to_end, the_pictures_of_the_speakers_stand_where_the_floor_plan_leaves_room) {
+TEST_F(translation_end_to_end, the_pictures_of_the_speakers_are_where_the_floor_plan_leaves_room) {
     translate_file(with_all_speakers());
     click_node({block_1, data_blocks, "Speaker Allocation Data Block"});
     EXPECT_EQ(pictures_on_show(), all_pictures);
@@ -195,7 +195,7 @@ TEST_F(translation_end_to_end, the_pictures_of_the_speakers_stand_where_the_floo
     EXPECT_EQ(pictures_on_show(), QStringList());
 }
 
-TEST_F(translation_end_to_end, a_name_may_hold_any_byte) {
+TEST_F(translation_end_to_end, a_name_can_contain_any_byte) {
     QByteArray edid = sink_1();
     const qsizetype name = edid.indexOf("HDMI DISPLAY");
     edid.replace(name, 12, QByteArray("\x00\x01\x0D\x1B\x7F\x80\x81\xA0\xFF\x0B\x0C.", 12));
@@ -262,7 +262,7 @@ TEST_F(translation_end_to_end, a_report_on_a_bad_header_stays_at_parsing) {
     EXPECT_EQ(shown, "Parsing ...\n");
 }
 
-TEST_F(translation_end_to_end, what_can_not_be_decoded_ends_the_program_and_is_told) {
+TEST_F(translation_end_to_end, an_undecodable_edid_ends_the_program_and_is_reported) {
     translate_file(wide_clock());
     answer_next_box(boxes, QMessageBox::Ok);
     click_node({block_0, descriptors, "Detail Timing1"});
@@ -275,7 +275,7 @@ TEST_F(translation_end_to_end, what_can_not_be_decoded_ends_the_program_and_is_t
     EXPECT_TRUE(file("rescued_write.hex").isEmpty());
 }
 
-TEST_F(translation_end_to_end, what_ends_the_program_takes_no_edid_along) {
+TEST_F(translation_end_to_end, a_fatal_failure_loses_no_edid) {
     put_file("sink.bin", wide_clock());
     answer_next_file_dialog(dialogs, directory.filePath("sink.bin"));
     operator_hand().click("cmd_load");
@@ -295,7 +295,7 @@ TEST_F(translation_end_to_end, what_ends_the_program_takes_no_edid_along) {
 }
 
 #ifndef _WIN32
-TEST_F(translation_end_to_end, what_ends_the_program_leaves_the_edid_in_the_users_own_folder_where_its_own_takes_none) {
+TEST_F(translation_end_to_end, a_fatal_failure_rescues_the_edid_to_the_users_folder_if_the_own_one_is_read_only) {
     const QTemporaryDir home;
     const QByteArray before = qgetenv("XDG_DATA_HOME");
     qputenv("XDG_DATA_HOME", home.path().toUtf8());

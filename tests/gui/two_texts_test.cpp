@@ -1,4 +1,4 @@
-// The READ and the WRITE text beside each other: scrolled together, and marked where they differ.
+// The READ and WRITE texts side by side: scrolled together, and highlighted where they differ.
 
 #include "bench_fixture.h"
 #include "generator/sink_edids.h"
@@ -50,21 +50,21 @@ protected:
         const bytes edid = first_sink_edid(1);
         return {reinterpret_cast<const char*>(edid.data()), static_cast<qsizetype>(edid.size())};
     }
-    /// The EDID of the sink with three bytes that differ.
+    /// The sink's EDID with three bytes changed.
     static QByteArray other_edid() {
         QByteArray edid = first_edid();
         for (const int at : {0x12, 0x13, 0xFE})
             edid[at] = static_cast<char>(edid.at(at) + 1);
         return edid;
     }
-    /// The texts of what is marked.
+    /// The highlighted texts.
     static QStringList marked(const qt::text_page& page) {
         QStringList texts;
         for (const text_lines::range& m : page.marks())
             texts << qt::shown_text(page.lines().text().substr(m.begin, m.end - m.begin));
         return texts;
     }
-    /// The digits of some bytes, as both texts write them.
+    /// The digits of some bytes as written in both texts.
     static QStringList digits(const QByteArray& edid) {
         QStringList texts;
         for (const int at : {0x12, 0x13, 0xFE})
@@ -108,7 +108,7 @@ TEST_F(two_texts, of_different_length_stop_at_their_own_ends) {
     EXPECT_EQ(line_of(write()), 50);
 }
 
-TEST_F(two_texts, of_16_megabytes_scroll_at_once) {
+TEST_F(two_texts, of_16_megabytes_scroll_instantly) {
     show(lines(1'500'000), lines(1'000'000));
     QElapsedTimer time;
     time.start();
@@ -126,7 +126,7 @@ TEST_F(two_texts, mark_what_comp_finds) {
     EXPECT_EQ(read().accessibleDescription(), "3 bytes differ, the first at 0x12");
 }
 
-TEST_F(two_texts, mark_by_the_ground_alone) {
+TEST_F(two_texts, mark_only_the_background) {
     const std::size_t at = 2 * 29 + 2 * 3; // byte 0x12
     compare();
     operator_hand().click("cmd_ok");

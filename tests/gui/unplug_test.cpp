@@ -1,5 +1,5 @@
-// The cable pulled in every phase of every transfer: the desk tells it as it must, goes on, and works again when the
-// cable is back. Each stride-th moment is tried; UNPLUG_STRIDE=1 tries all.
+// The cable is pulled in every phase of every transfer: the desk reports it, continues, and works again once the
+// cable is back. Every stride-th moment is tested; UNPLUG_STRIDE=1 tests all.
 
 #include "unplug_bench.h"
 
@@ -31,7 +31,7 @@ void expect_good_link(unplug_bench& b) {
     EXPECT_EQ(b.told(), QStringList());
 }
 
-TEST_P(a_pulled_cable, is_told_and_mended) {
+TEST_P(a_pulled_cable, is_reported_and_recovered_from) {
     const pulled_transfer& p = GetParam();
     unplug_bench b;
     p.what.prepare(b);

@@ -14,12 +14,12 @@ namespace {
 using expectation = std::function<void(unplug_bench&)>;
 using after = pull_moment::after;
 
-/// Goes through the conversation of one transfer and takes its moments down.
+/// Lists the moments in the conversation of one transfer.
 class conversation {
 public:
     conversation(std::vector<pulled_transfer>& all, transfer what) : all_(all), what_(std::move(what)) {}
 
-    /// A command and its answer; pulled before their end, the desk shows this.
+    /// A command and its answer; if the cable is pulled before their end, the desk shows `expect`.
     conversation& exchange(const std::string& name, const expectation& expect, std::size_t answer_size = 6) {
         add(name + "_not_begun", {after::done, heard_}, expect);
         add(name + "_half_sent", {after::heard, heard_ + 3}, expect);
@@ -30,7 +30,7 @@ public:
         return *this;
     }
 
-    /// Exchanges that are like others.
+    /// Skips similar exchanges.
     conversation& pass(std::size_t exchanges) {
         heard_ += 6 * exchanges;
         said_ += 6 * exchanges;
@@ -55,14 +55,14 @@ public:
         return *this;
     }
 
-    /// The generator's word on what it has done, which it says without being asked.
+    /// The generator's result, which it sends unasked.
     conversation& result(const expectation& expect) {
         add("result_half_said", {after::said, said_ + 3}, expect);
         said_ += 6;
         return *this;
     }
 
-    /// All has gone well before the cable is pulled; the same transfer follows.
+    /// Pulls the cable after a complete transfer, then starts the same transfer again.
     conversation& behind_the_end(const expectation& expect) {
         const transfer well = what_;
         what_.act = [act = well.act](unplug_bench& b) {
@@ -105,7 +105,7 @@ std::function<void(unplug_bench&)> row(const QString& view, const QString& list,
     return [=](unplug_bench& b) { b.choose_row(view, list, number); };
 }
 
-/// The boxes alone tell it, and this button rests again.
+/// Boxes report the failure, and this button is enabled again.
 expectation boxes(const QStringList& texts, const QString& button) {
     return [=](unplug_bench& b) {
         EXPECT_EQ(b.told(), texts);
@@ -113,7 +113,7 @@ expectation boxes(const QStringList& texts, const QString& button) {
     };
 }
 
-/// A label tells it, and no box; this button rests again.
+/// A label reports the failure, without a box; this button is enabled again.
 expectation label(const QString& name, const QString& button) {
     return [=](unplug_bench& b) {
         EXPECT_EQ(b.at().text(name), "Link Error");
@@ -121,7 +121,7 @@ expectation label(const QString& name, const QString& button) {
     };
 }
 
-/// The first of the status labels that could not be read tells it, and those behind it are empty.
+/// The first status label that could not be read reports the failure, and those after it are empty.
 expectation status(int first, const QString& button) {
     return [=](unplug_bench& b) {
         const QStringList labels = {"lab_timing", "lab_pattern", "lab_out", "lab_hdcp"};
@@ -347,7 +347,7 @@ void add_download(std::vector<pulled_transfer>& all) {
         .behind_the_end(stays_red);
 }
 
-/// What the result frame says, and the mark in it.
+/// The text of the result frame, and its mark.
 expectation frame(const QString& text, const QString& button) {
     return [=](unplug_bench& b) {
         EXPECT_EQ(b.at().text("txt_msg"), text);
@@ -430,7 +430,7 @@ void add_automatic_run(std::vector<pulled_transfer>& all) {
     };
     const auto unwritten = shows("Writing WRITE data ...\nLink Error !\n", "FAIL");
     const auto half_written = shows("Writing WRITE data ...\nWRITE timeout error !\n", "FAIL");
-    // the mark stays that of the good WRITE
+    // the mark stays that of the successful WRITE
     const auto unread = shows("Writing WRITE data ...\nEWR002 Write completely .\nReading sink's edid ...\n"
                               "Read sink's edid fail !\n",
                               "PASS");

@@ -1,4 +1,4 @@
-// Where a key leads to from every stop of the tab key: in every view, under every frame and in the small windows.
+// What each key does at every tab stop: in every view, under every frame and in the small windows.
 
 #include "every_view.h"
 #include "holding_hand.h"
@@ -24,8 +24,8 @@ constexpr Qt::Key keys[] = {Qt::Key_Up,     Qt::Key_Down,  Qt::Key_Left,  Qt::Ke
 
 bool is_arrow(Qt::Key key) { return key >= Qt::Key_Left && key <= Qt::Key_Down; }
 
-/// The button that closes the frame on top, and takes the keys as one that is pressed does: Escape works it from
-/// everywhere, Enter where it is an OK.
+/// The button that closes the topmost frame and takes the focus, as a pressed button does: by Escape from everywhere,
+/// and by Enter if it is an OK.
 struct way_out {
     std::string by_escape;
     std::string by_enter;
@@ -39,7 +39,7 @@ way_out way_out_of(const std::string& view) {
     return {};
 }
 
-/// Where a key leads to: the control that has the keys then, and the one whose event it raises, by their full names.
+/// The result of a key: the control then focused, and the one whose event it raises, by their full names.
 struct lead {
     std::string keys_at;
     std::string works;
@@ -52,7 +52,7 @@ lead lead_of(const control& stop, Qt::Key key, const way_out& out, const std::st
     const bool space = key == Qt::Key_Space;
     switch (stop.kind()) {
     case control_kind::button:
-        // pressed by Enter and Space; arrows go nowhere
+        // pressed by Enter and Space; arrow keys do nothing
         if (enter || space) return {name, name};
         break;
     case control_kind::check_box:
@@ -70,7 +70,7 @@ lead lead_of(const control& stop, Qt::Key key, const way_out& out, const std::st
         if (is_arrow(key)) return {name, name};
         break;
     case control_kind::tree_view:
-        // from its first node, which lies open: nowhere, to its first child, back, and there again
+        // from its first node, which is expanded: nowhere, to its first child, back, and there again
         if (is_arrow(key)) return {name, key == Qt::Key_Up ? "" : name};
         break;
     default:
@@ -81,7 +81,7 @@ lead lead_of(const control& stop, Qt::Key key, const way_out& out, const std::st
     return {name, ""};
 }
 
-/// Raised beside what the key leads to: a list hears of every key, a line of text of every character.
+/// Raised besides the result: a list gets every key, a text line every character.
 bool hears_all_keys(const control& c) {
     const auto* const t = dynamic_cast<const text_box*>(&c);
     return c.kind() == control_kind::list_view || (t != nullptr && !t->multi_line);
@@ -109,7 +109,7 @@ protected:
         return all;
     }
 
-    /// Of its kind, in its frame, those that can be used and stand there.
+    /// The next usable control of the same kind in the same frame.
     std::string next_in_group(const control& c, Qt::Key key) {
         std::vector<std::string> group;
         for (const control* other : form().controls()) {
@@ -152,7 +152,7 @@ protected:
         EXPECT_EQ(heard_of, works);
         const control* const at = form().find(expected.keys_at);
         EXPECT_EQ(focused(), widget_name(*at).toStdString());
-        // back to where it was
+        // back to the start
         if (auto* const o = dynamic_cast<option_button*>(&stop)) o->choose();
     }
 
@@ -171,7 +171,7 @@ TEST_P(walk_table, leads_every_key_from_every_stop) {
         holding_hand::tap(Qt::Key_Tab, Qt::ShiftModifier);
         EXPECT_EQ(focused(), widget_name(*all[i]).toStdString());
         for (const Qt::Key key : keys) {
-            // an arrow key opens a port, which is a test of its own
+            // here an arrow key opens a port, which has its own test
             if (all[i]->full_name() == "cbo_com" && is_arrow(key)) continue;
             try_key(*all[i], key, GetParam().name, events);
         }
@@ -216,9 +216,9 @@ struct small_window {
     const char* name;
     const char* opened_by;
     std::vector<std::string> stops;
-    const char* closed_by; ///< by Enter on it; by Escape too where that is no answer
+    const char* closed_by; ///< by Enter on it; also by Escape unless it is an answer
     bool escape_closes;
-    std::map<std::pair<std::string, Qt::Key>, std::string> elsewhere; ///< what leads away from its stop
+    std::map<std::pair<std::string, Qt::Key>, std::string> elsewhere; ///< keys that move the focus
 };
 
 void PrintTo(const small_window& s, std::ostream* out) { *out << s.name; }
@@ -262,7 +262,7 @@ TEST_P(small_window_walk, leads_every_key_from_every_stop) {
                     // the selected one of a group is the stop
                     if (led != s.elsewhere.end()) holding_hand::tap(key);
                 }
-                // Enter presses buttons alone
+                // Enter works for buttons only
                 if (stop.starts_with("cmd_")) continue;
                 focus(stop);
                 holding_hand::tap(Qt::Key_Return);

@@ -1,4 +1,4 @@
-// The real window: every control has a widget at its place, with its name and its caption.
+// The real window: every control has a widget in its place, with its name and caption.
 
 #include "bench_fixture.h"
 #include "qt/drawing.h"
@@ -48,7 +48,7 @@ TEST_F(real_window, has_a_widget_at_the_place_of_every_control) {
     EXPECT_GT(seen, 170);
 }
 
-TEST_F(real_window, names_every_button_for_those_who_do_not_see_it) {
+TEST_F(real_window, names_every_button_for_screen_readers) {
     start();
     for (const QAbstractButton* b : program->main_window().findChildren<QAbstractButton*>()) {
         if (!b->objectName().startsWith("cmd_")) continue;
@@ -58,7 +58,7 @@ TEST_F(real_window, names_every_button_for_those_who_do_not_see_it) {
     }
 }
 
-TEST_F(real_window, tells_its_build_in_the_tooltip_of_about) {
+TEST_F(real_window, shows_its_build_in_the_tooltip_of_about) {
     start();
     const QString tool_tip = operator_hand().find("cmd_about").toolTip();
     EXPECT_TRUE(tool_tip.contains("VELOTRACE Desk " + QString::fromStdString(std::string(build_version()))))
@@ -104,13 +104,13 @@ TEST_F(real_window, takes_mnemonics) {
     EXPECT_TRUE(wait_until([&] { return desk().exchange.view_mode == 0; }, 5000));
 }
 
-TEST_F(real_window, stands_its_fixed_pitch_text_on_a_grid_of_8_by_16_pixels) {
+TEST_F(real_window, puts_its_fixed_pitch_text_on_a_grid_of_8_by_16_pixels) {
     start();
     const hand h = operator_hand();
     h.click("cmd_edid");
     desk().translation_frame.fra_edid_edit.visible = true;
     desk().translation_frame.txt_edid.text = "Established Timings\r\n\r\n  720x400 70Hz\r\nWWWW iiii";
-    h.click("lab_edid_src"); // any event brings the window up to date
+    h.click("lab_edid_src"); // any event updates the window
     auto& page = h.find<QTextEdit>("txt_edid");
     EXPECT_EQ(QFontInfo(page.font()).family(), "Liberation Mono");
     EXPECT_NEAR(QFontMetricsF(page.font()).horizontalAdvance("WWWW iiii"), 9 * 8, 0.01);
@@ -157,7 +157,7 @@ TEST_F(real_window, follows_a_text_that_grows_and_one_that_is_replaced) {
     EXPECT_EQ(h.text("txt_read"), "");
 }
 
-/// Lets the dialog that comes up be worked on, then accepts or leaves it.
+/// Calls `work` on the next dialog, which then closes.
 void in_next_dialog(std::function<void(QFileDialog&)> work) {
     QTimer::singleShot(50, qApp, [work = std::move(work)] {
         auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
@@ -193,7 +193,7 @@ TEST_F(real_window, shows_a_file_dialog_as_it_is_set_up) {
     EXPECT_FALSE(dialogs.show(setup).has_value());
 }
 
-TEST_F(real_window, gives_a_name_without_the_filters_ending_that_ending) {
+TEST_F(real_window, appends_the_filters_extension) {
     start();
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     qt::qt_file_dialog dialogs(program->gate());

@@ -1,4 +1,4 @@
-// What the window shows beside its controls: how far long work is, that a command is tried again, and the chosen color.
+// Displays that are not controls: the progress of long work, retries, and the chosen color.
 
 #include "bench_fixture.h"
 #include "qt/color_patch.h"
@@ -26,7 +26,7 @@ protected:
     QLabel& words() { return operator_hand().find<QLabel>("retry_label"); }
     qt::color_patch& patch() { return operator_hand().find<qt::color_patch>("color_patch"); }
 
-    /// Looks at the bar from time to time while the desk works.
+    /// Samples the bar while the desk works.
     void watch() {
         auto* const look = new QTimer(&program->main_window());
         QObject::connect(look, &QTimer::timeout, look, [this] {
@@ -41,7 +41,7 @@ protected:
     bool said = false;
 };
 
-TEST_F(work_on_show, rises_to_its_end_at_the_foot_of_the_window_and_goes) {
+TEST_F(work_on_show, grows_to_full_width_at_the_bottom_of_the_window_and_disappears) {
     operator_hand().click("cmd_fav_timing");
     watch();
     operator_hand().click("cmd_run");
@@ -55,7 +55,7 @@ TEST_F(work_on_show, rises_to_its_end_at_the_foot_of_the_window_and_goes) {
     EXPECT_TRUE(wait_until([&] { return !bar().isVisible(); }, 5000));
 }
 
-TEST_F(work_on_show, follows_the_window_to_another_size) {
+TEST_F(work_on_show, follows_the_window_size) {
     operator_hand().click("cmd_fav_timing");
     bool at_foot = false;
     operator_hand().when([&] { return bar().isVisible(); },
@@ -70,7 +70,7 @@ TEST_F(work_on_show, follows_the_window_to_another_size) {
     EXPECT_TRUE(at_foot);
 }
 
-TEST_F(work_on_show, is_seen_in_the_window_that_lies_over_the_desk_too) {
+TEST_F(work_on_show, is_visible_in_a_modal_window_too) {
     const hand h = operator_hand();
     desk().workbench.cmd_w_auto.enabled = true;
     h.click("cmd_edid");
@@ -98,7 +98,7 @@ TEST_F(work_on_show, is_seen_in_the_window_that_lies_over_the_desk_too) {
     EXPECT_TRUE(went);
 }
 
-TEST_F(work_on_show, of_a_single_exchange_is_not_seen) {
+TEST_F(work_on_show, of_a_single_exchange_is_hidden) {
     watch();
     operator_hand().click("cmd_timing");
     for (int i = 0; i < 5; ++i)
@@ -106,7 +106,7 @@ TEST_F(work_on_show, of_a_single_exchange_is_not_seen) {
     EXPECT_TRUE(values.empty());
 }
 
-TEST_F(work_on_show, says_that_a_command_is_tried_again) {
+TEST_F(work_on_show, reports_a_retry) {
     operator_hand().click("cmd_timing");
     generator->tell("silent");
     watch();
@@ -117,7 +117,7 @@ TEST_F(work_on_show, says_that_a_command_is_tried_again) {
     EXPECT_EQ(operator_hand().text("lab_timing"), "Link Error");
 }
 
-TEST_F(work_on_show, has_no_words_for_a_second_try_that_is_answered_at_once) {
+TEST_F(work_on_show, says_nothing_about_a_quickly_answered_retry) {
     operator_hand().click("cmd_timing");
     generator->tell("drop 1");
     watch();
