@@ -1,4 +1,4 @@
-// Measures the desk in real time against the simulated generator on a pseudo terminal paced at 19200 baud.
+// Measures the desk in real time with the simulated generator on a pseudo terminal paced at 19200 baud.
 
 #include "hand.h"
 #include "link/commands.h"
@@ -46,7 +46,7 @@ double processor_ms() {
     return ms(used.ru_utime) + ms(used.ru_stime);
 }
 
-/// Per cent of a core that this process uses during `work`.
+/// CPU use of this process during `work`, in per cent of a core.
 double processor_percent(const std::function<void()>& work) {
     const double before = processor_ms();
     const auto start = clock_type::now();
@@ -54,7 +54,7 @@ double processor_percent(const std::function<void()>& work) {
     return 100 * (processor_ms() - before) / ms_since(start);
 }
 
-/// An entry of this process's status: "VmRSS:" or "VmHWM:".
+/// A value from this process's status: "VmRSS:" or "VmHWM:".
 double memory_mb(const char* entry) {
     QFile status("/proc/self/status");
     if (!status.open(QFile::ReadOnly)) return 0;
@@ -63,7 +63,7 @@ double memory_mb(const char* entry) {
     return 0;
 }
 
-/// The program's own loop, with nothing to do.
+/// Runs the event loop with nothing to do.
 void rest(int ms) {
     QEventLoop loop;
     QTimer::singleShot(ms, &loop, &QEventLoop::quit);
@@ -77,7 +77,7 @@ void prepare(const QTemporaryDir& directory) {
 
 std::filesystem::path path_of(const QTemporaryDir& directory) { return directory.path().toStdString(); }
 
-/// The desk's own start, as a process of its own: prints when its first paint was done, and what memory it holds.
+/// Starts the desk in a separate process: prints the time of its first complete paint, and its memory.
 int first_paint(std::int64_t started_ns, int argument_count, char** arguments) {
     class first_paint_watch final : public QObject {
     public:
@@ -101,11 +101,11 @@ int first_paint(std::int64_t started_ns, int argument_count, char** arguments) {
     desk::qt::desk_program program(path_of(directory));
     first_paint_watch watch;
     if (!program.start()) return 1;
-    // what fills the window is painted, not the window itself
+    // the contents are painted by the children, not by the window itself
     application.installEventFilter(&watch);
     while (!watch.painted)
         QApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    // the paint of the window and its children is one pass
+    // the window and its children are painted in one pass
     QApplication::processEvents();
     const double ms = static_cast<double>(now_ns() - started_ns) / 1e6;
     for (const char* view : {"cmd_timing", "cmd_pattern", "cmd_fav_timing", "cmd_edid", "cmd_auto", "cmd_setup"}) {
@@ -133,7 +133,7 @@ void measure_start(const char* self) {
     tell("resident memory after a walk through all views", memory, "MB", 50);
 }
 
-/// Opens a BIN file in a process of its own: prints the milliseconds until its text is drawn, and the largest memory.
+/// Opens a BIN file in a separate process: prints the time until its text is drawn, and the peak memory.
 int open_long_file(const char* megabytes, int argument_count, char** arguments) {
     QApplication application(argument_count, arguments);
     desk::qt::set_look(application);
@@ -154,7 +154,7 @@ int open_long_file(const char* megabytes, int argument_count, char** arguments) 
         try {
             desk.file_opener.load_file();
         } catch (const desk::runtime_failure&) {
-            // it shows the text, and an EDID has 256 bytes
+            // it shows the text, though an EDID has 256 bytes
         }
     });
     program.main_window().grab();
@@ -217,7 +217,7 @@ void measure_link() {
     tell("processor use idle", processor_percent([] { rest(5000); }), "%", 1);
 }
 
-/// A bench with a catalogue of 60 timings, since that many rows are what the bound of the favorite walk is told for.
+/// A bench with a catalogue of 60 timings, the number for which the favorite walk has a bound.
 void measure_signal() {
     const QTemporaryDir directory;
     prepare(directory);
@@ -269,7 +269,7 @@ void measure_signal() {
     bar.setSliderDown(true);
     QStringList expected;
     const auto start = clock_type::now();
-    // from where the download has put it once over all 256 values
+    // from the value set by the download, once over all 256 values
     const int first = bar.value();
     for (int i = 1; i <= 256; ++i) {
         const int value = (first + i) % 256;
@@ -315,7 +315,7 @@ void measure_translation(desk::qt::desk_program& program) {
     desk.translation_frame.cmd_edid_back.on_click();
 }
 
-/// The window dragged larger and smaller, a new scale each time.
+/// Resizes the window, with a new scale each time.
 void measure_sizes(desk::qt::desk_program& program) {
     std::vector<double> drawn;
     for (int i = 0; i < 40; ++i) {
@@ -354,7 +354,7 @@ void measure_edid() {
     measure_translation(program);
     measure_sizes(program);
 
-    // the window's text is what a simple-type HEX file holds
+    // the window's text is in the simple HEX format
     const std::string hex_file = path_of(directory).string() + "/bench.hex";
     QFile file(QString::fromStdString(hex_file));
     if (!file.open(QFile::WriteOnly)) return;

@@ -1,4 +1,4 @@
-// Measures what it costs to save the desk's files so that they outlive the loss of power.
+// Measures saving the desk's files so that they survive a power loss.
 
 #include "runtime/files.h"
 #include "support/temporary_directory.h"

@@ -1,4 +1,4 @@
-// The words that edid_report and velotrace_sim are started with, each ended by a byte 0.
+// Arguments of edid_report and velotrace_sim, each terminated by a zero byte.
 
 #include "batch/input_files.h"
 #include "batch/options.h"
@@ -25,7 +25,7 @@ void start_edid_report(const std::vector<std::string>& words) {
     fuzz::demand(wanted.jobs <= 1024, "the jobs are no more than told");
 }
 
-/// Names are never looked up here: a file that is not there is told when it is read.
+/// Names are not looked up here: a missing file is reported when it is read.
 void find_files(std::vector<std::string> names) {
     for (std::string& name : names)
         name.insert(0, "no folder/");

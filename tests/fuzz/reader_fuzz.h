@@ -8,8 +8,7 @@
 
 namespace desk::fuzz {
 
-/// Takes a file through a reader into the WRITE window, and from there into the buffer. `read` gives false for a file
-/// that is refused.
+/// Reads a file into the WRITE window, and from there into the buffer. `read` returns false for a refused file.
 template <class Read>
 void take_file(std::string_view file, byte_step::append when, Read read) {
     edid_side d;

@@ -1,4 +1,4 @@
-// The robot's script: any lines, each with one line of answer.
+// The robot's script: any lines, each with a one-line answer.
 
 #include "desk_under_fuzz.h"
 #include "fuzz_input.h"
@@ -15,7 +15,7 @@ using namespace desk;
 constexpr std::size_t most_lines = 60;
 constexpr int longest_wait = 20000;
 
-/// Lines that would write files anywhere or take long are left out.
+/// Excludes lines that write files anywhere or take long.
 bool is_harmless(const std::string& line) {
     const auto tokens = robot::tokens_of(line);
     if (!tokens || tokens->empty()) return true;

@@ -11,7 +11,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string kept = settings.text();
     fuzz::demand(fuzz::ends_well([&] { settings.read(kept); }), "what was written can be read");
     fuzz::demand(settings.text() == kept, "what was written is read as it was");
-    // an entry may name anything: a file that is not there leaves the list
+    // an entry can name anything: a missing file is removed from the list
     for (label& entry : d.edid.lab_pre_f) {
         const std::string name = entry.caption;
         for (const int part : {0, 1, 2})

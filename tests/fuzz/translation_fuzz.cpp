@@ -9,7 +9,7 @@ namespace {
 
 using namespace desk;
 
-/// What the translation may end with; anything else is a defect.
+/// Allowed failures of the translation; any other is a defect.
 void demand_told(const std::optional<runtime_failure>& failed) {
     static const std::set<failure> expected = {failure::invalid_procedure_call, failure::overflow,
                                                failure::subscript_out_of_range, failure::index_out_of_bounds,

@@ -8,7 +8,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (size == 0) return 0;
     fuzz::edid_side d;
     workbench_frame& view = d.edid;
-    // the first byte chooses the buffer, and by it the window
+    // the first byte chooses the buffer, and so the window
     const std::uint8_t buff_type = data[0] % 4;
     const std::string text(fuzz::text_of(data + 1, size - 1));
     (buff_type == buff::write ? view.txt_write : view.txt_read).text = text;

@@ -13,11 +13,11 @@ namespace {
 constexpr std::array view_buttons = {"cmd_timing", "cmd_pattern", "cmd_fav_timing", "cmd_fav_pattern",
                                      "cmd_edid",   "cmd_auto",    "cmd_setup"};
 
-/// A press of these is an exchange, and they are live at every other time.
+/// These talk to the generator; they are enabled except while they work.
 constexpr std::array always_live = {"cmd_run",  "cmd_refresh", "cmd_download", "cmd_reset",
                                     "cmd_read", "cmd_erase",   "cmd_about",    "cmd_about_ok"};
 
-/// These are live only with an EDID to write.
+/// Enabled only with an EDID to write.
 constexpr std::array live_at_times = {"cmd_write", "cmd_verify"};
 
 constexpr std::array<std::pair<const char*, int>, 8> panel_groups = {{{"cmd_out", 4},
@@ -36,7 +36,7 @@ public:
     std::vector<std::string> result() {
         if (ask_("get frm_diag.shown") == "ok true") {
             expect_live("frm_diag.cmd_ok");
-            // the other faces have none
+            // the other pages have none
             if (ask_("get frm_diag.cmd_run.shown") == "ok true") expect_live("frm_diag.cmd_run");
             return broken_;
         }
@@ -58,7 +58,7 @@ private:
             for (int i = 0; i < count; ++i)
                 expect_rest(std::string(name) + "(" + std::to_string(i) + ")");
         }
-        // an upload that was not answered leaves it red and dead, and nothing else does
+        // only an unanswered upload leaves it red and disabled
         if (is_red("cmd_upload") == is_live("cmd_upload")) broken_.emplace_back("cmd_upload is half at work");
     }
 

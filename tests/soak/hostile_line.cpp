@@ -1,5 +1,5 @@
-// The real window under a hand without a plan, while the line floods, makes noise and hangs up. What must not happen
-// is found by the sanitizers, by the watchdog and by the look at the end.
+// The real window under random input, while the line floods, makes noise and hangs up. The sanitizers, the watchdog
+// and the final check find failures.
 
 #include "generator/command_stream.h"
 #include "generator/pseudo_terminal.h"
@@ -44,7 +44,7 @@ namespace {
 using namespace desk;
 using std::chrono::milliseconds;
 
-/// Longer than any wait of the desk without a sign of life.
+/// Longer than any wait of the desk.
 constexpr auto watchdog_patience = std::chrono::seconds(60);
 
 double now_ms() {
@@ -70,7 +70,7 @@ private:
     std::mt19937_64 random_;
 };
 
-/// A generator that mostly answers, on a line that floods, makes noise and hangs up. Works in a thread of its own.
+/// A generator that mostly answers, on a line that floods, makes noise and hangs up. Runs in its own thread.
 class hostile_line {
 public:
     hostile_line(std::filesystem::path link, std::uint64_t seed) : link_(std::move(link)), dice_(seed) {
@@ -84,7 +84,7 @@ public:
     hostile_line(const hostile_line&) = delete;
     hostile_line& operator=(const hostile_line&) = delete;
 
-    /// Afterwards the line is quiet and the generator answers.
+    /// From now on the line is quiet and the generator answers.
     void calm_down() { calm_ = true; }
     std::map<std::string, int> weather() {
         const std::lock_guard lock(mutex_);
@@ -142,7 +142,7 @@ private:
             std::this_thread::sleep_for(milliseconds(dice_.below(500)));
             return count("hang-up");
         case 4:
-            // to a desk that has not opened the new one yet
+            // to a desk that has not opened the new terminal yet
             plug();
             return count("another terminal");
         default:
@@ -161,7 +161,7 @@ private:
     simulated_generator generator_{79, 64};
     std::optional<pseudo_terminal> terminal_;
     command_stream stream_;
-    std::string last_command_; // the one that a raw block belongs to
+    std::string last_command_; // the command that a raw block belongs to
     std::mutex mutex_;
     std::map<std::string, int> weather_;
     std::atomic<bool> calm_ = false;
@@ -169,7 +169,7 @@ private:
     std::thread thread_;
 };
 
-/// Ends the process where the hand makes no move for long: something hangs.
+/// Ends the process if random input stalls for long: something hangs.
 class watchdog {
 public:
     watchdog() : thread_([this] { watch(); }) {}
@@ -203,7 +203,7 @@ private:
     std::thread thread_;
 };
 
-/// A hand without a plan on whatever is on the screen.
+/// Random input to whatever is on the screen.
 class wild_hand {
 public:
     wild_hand(dice& d, watchdog& dog, QString folder) : dice_(d), dog_(dog), folder_(std::move(folder)) {}
@@ -234,7 +234,7 @@ private:
     QWidget* some_widget(QWidget& top) {
         std::vector<QWidget*> widgets;
         for (QWidget* w : top.findChildren<QWidget*>()) {
-            // ERASE and the reset of a generator take their minutes, and teach nothing here
+            // ERASE and the generator's reset take minutes and test nothing here
             if (w->isVisible() && w->isEnabled() && w->window() == &top && w->objectName() != "cmd_erase")
                 widgets.push_back(w);
         }
@@ -252,7 +252,7 @@ private:
     void work(QWidget& w) {
         const QPoint at(dice_.below(std::max(1, w.width())), dice_.below(std::max(1, w.height())));
         QWidget& top = *w.window();
-        // each event can end the window, a menu for instance
+        // any event can close the window, for example a menu
         const QPointer<QWindow> window = top.windowHandle();
         if (!window) return;
         const QPoint elsewhere(dice_.below(top.width()), dice_.below(top.height()));
@@ -303,7 +303,7 @@ public:
         fill_folder();
         line_.emplace(std::filesystem::path(folder_.filePath("com1").toStdString()), seed + 1);
         moves_.setTimerType(Qt::PreciseTimer);
-        // moves come in the middle of everything: of exchanges, of boxes, of drags
+        // input comes during everything: exchanges, boxes, drags
         QObject::connect(&moves_, &QTimer::timeout, &moves_, [this] {
             moves_.start(dice_.below(40));
             hand_.move();
@@ -340,7 +340,7 @@ private:
         }
         const bytes edid = *simulated_generator(79, 64).state.sinks[0].edid;
         QByteArray raw(reinterpret_cast<const char*>(edid.data()), static_cast<qsizetype>(edid.size()));
-        // no port of the machine is opened
+        // keeps the machine's ports closed
         for (const char* port : {"com2", "com3", "com4", "com5", "com6", "com7", "com8"})
             QFile::link("no_device", folder_.filePath(port));
         put("a.hex", raw.toHex(' '));
@@ -356,18 +356,18 @@ private:
         program_ = std::make_unique<qt::desk_program>(std::filesystem::path(folder_.path().toStdString()));
         moves_.start(0);
         ++starts_;
-        // the hand works in the boxes of the start too
+        // the input also works the boxes at start-up
         program_->start();
     }
 
     void run_program(qint64 ms) {
-        // a program that has ended before in this process leaves the toolkit refusing every further dialog
+        // after a program has ended in this process, Qt refuses every further dialog
         QTimer::singleShot(0, qApp, [] { QApplication::quit(); });
         QApplication::exec();
         fill_folder();
         start_program();
         end_.start(static_cast<int>(std::min<qint64>(ms, 20'000)));
-        // the program's own loop: it ends when the program does
+        // the program's main loop: it ends with the program
         if (!program_->gate().over()) QApplication::exec();
         moves_.stop();
         end_.stop();
@@ -400,7 +400,7 @@ private:
     std::optional<hostile_line> line_;
     std::unique_ptr<qt::desk_program> program_;
     QTimer moves_;
-    QTimer end_; // of the present program
+    QTimer end_; // of the current program
     int starts_ = 0;
     int failures_ = 0;
 };

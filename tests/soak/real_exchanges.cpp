@@ -1,5 +1,5 @@
-// Exchanges by the thousand on the real clock, from the real window over a pseudo terminal to the simulator: memory and
-// descriptors stay as they are after the first tenth.
+// Thousands of exchanges on the real clock, from the real window over a pseudo terminal to the simulator: memory and
+// descriptors stay constant after the first tenth.
 
 #include "hand.h"
 #include "operated_simulator.h"
@@ -44,7 +44,7 @@ public:
         const int row = 1 + count_++ % rows;
         at().click_row("lstv_timing", row);
         at().click("cmd_run");
-        // a machine that is busy elsewhere may leave one unanswered
+        // a busy machine may leave one unanswered
         unanswered_ = program_->desk().catalogue.cur_timing == row ? 0 : unanswered_ + 1;
         if (unanswered_ > most_in_a_row_unanswered)
             throw std::runtime_error("the generator does not answer: " + at().text("lab_timing").toStdString());

@@ -1,5 +1,5 @@
-// One user's desk on a shared bench: the real window on a folder that others work in too, and a hand that connects,
-// sends, reads, opens and saves at random until the program ends. "close" on standard input closes the window.
+// One user's desk on a shared bench: the real window on a shared folder. It connects, sends, reads, opens and saves
+// at random until the program ends. "close" on standard input closes the window.
 
 #include "dialog_hand.h"
 #include "hand.h"
@@ -41,7 +41,7 @@ public:
         answers_.start(10);
         moves_.setSingleShot(true);
         QObject::connect(&moves_, &QTimer::timeout, &moves_, [this] {
-            // a box of the start comes before the window
+            // a box may precede the window at start-up
             if (program_.main_window().isVisible()) move();
             moves_.start(20);
         });
@@ -80,7 +80,7 @@ private:
         }
     }
 
-    /// Saves a whole EDID; what a failed READ has left is of any length.
+    /// Saves a complete EDID; a failed READ leaves one of any length.
     void save(const char* button, const text_box& box) {
         if (file_line_count(box.text) != whole_edid_lines) return;
         at().click("cmd_edid");
@@ -125,7 +125,7 @@ int main(int argument_count, char** arguments) {
         orders.setEnabled(false);
         closing.start(5);
     });
-    // nobody closes a window that is not there yet
+    // the window may not exist yet
     QObject::connect(&closing, &QTimer::timeout, &closing, [&] {
         if (!program.gate().over() && program.main_window().isVisible()) program.main_window().close();
     });

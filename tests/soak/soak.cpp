@@ -26,7 +26,7 @@ constexpr int port_count = 8;
 constexpr const char* any_node = "node";
 constexpr std::size_t most_last_lines = 4000;
 
-/// The longest that an action may take: an autorun upload with an erase and some more in the middle of it.
+/// The longest action: an autorun upload interrupted by an erase and more.
 constexpr std::int64_t longest_action_ms = 30 * 60 * 1000;
 
 constexpr std::array told_failures = {
@@ -173,7 +173,7 @@ std::string soak::some_faults() {
 
 std::string soak::some_port() {
     const std::string port = "port " + std::to_string(1 + below(below(2) == 0 ? 2 : port_count));
-    // what never drains ends the program with the next command
+    // a port that never drains ends the program at the next command
     if (below(10) == 0) return port + " stuck";
     return port + one_of(strings{" gone", " missing", " ok", " ok"});
 }
@@ -184,7 +184,7 @@ std::string soak::some_sink() {
 }
 
 void soak::stop_and_start() {
-    if (say("stop") != "ok") return; // a modal window stands above
+    if (say("stop") != "ok") return; // a modal window is open
     summary_.virtual_ms += clock_ms_;
     start();
 }
@@ -209,7 +209,7 @@ void soak::rescue() {
         say(line);
     for (int port = 1; port <= port_count; ++port)
         say("port " + std::to_string(port) + " ok");
-    // what is under way or still to come runs out
+    // let pending work finish
     for (int round = 0; round < 5; ++round) {
         close_windows();
         look_after(say("wait 5000"));
@@ -258,7 +258,7 @@ void soak::look_at_failure(const std::string& answer) {
     soak_summary::failure_seen& seen = summary_.failures[answer.substr(6)];
     if (seen.count++ == 0) seen.sentence = why.substr(3);
     if (!is_told(answer)) problem("a failure that stands in no table: " + answer);
-    // a fault of the desk's own has the words of the language it is written in
+    // an internal error has the words of a C++ exception
     if (why.size() < 8 || why.find("::") != std::string::npos) problem("a failure without a sentence: " + why);
 }
 

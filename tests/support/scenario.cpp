@@ -41,7 +41,7 @@ std::string in_digits(int number, std::size_t digits) {
     return text;
 }
 
-/// The text with all that is found in it written out.
+/// Replaces every match of `what` in the text.
 template <class WriteOut>
 std::string with_all_written_out(const std::string& text, const std::regex& what, WriteOut write_out) {
     std::string all;
@@ -53,7 +53,7 @@ std::string with_all_written_out(const std::string& text, const std::regex& what
     return all.append(from, text.cend());
 }
 
-/// The text with its runs ("{1..3:FT-%3}") written out.
+/// Expands runs: "{1..3:FT-%3}".
 std::string with_runs(const std::string& text) {
     static const std::regex run(R"(\{(\d+)\.\.(\d+)(:|, )([^}]*)\})");
     return with_all_written_out(text, run, [](const std::smatch& found, std::string& all) {
@@ -65,7 +65,7 @@ std::string with_runs(const std::string& text) {
     });
 }
 
-/// The text with its repetitions ("{12*00}") written out.
+/// Expands repetitions: "{12*00}".
 std::string with_repetitions(const std::string& text) {
     static const std::regex repetition(R"(\{(\d+)\*([^{}]*)\})");
     return with_all_written_out(text, repetition, [](const std::smatch& found, std::string& all) {
@@ -75,7 +75,7 @@ std::string with_repetitions(const std::string& text) {
 }
 
 /// Bytes in hexadecimal digits as the windows show them: eight to a line, each line with the index of its last byte,
-/// an empty line behind byte 127.
+/// an empty line after byte 127.
 std::string window_text_of(const std::string& digits) {
     std::ostringstream text;
     text << std::uppercase << std::hex;
@@ -88,7 +88,7 @@ std::string window_text_of(const std::string& digits) {
     return text.str();
 }
 
-/// The text with its window texts ("{text 00FF}") written out.
+/// Expands window texts: "{text 00FF}".
 std::string with_window_texts(const std::string& text) {
     static constexpr std::string_view opening = "{text ";
     std::string all = text;
@@ -101,7 +101,7 @@ std::string with_window_texts(const std::string& text) {
     return all;
 }
 
-/// The first word of a text, which loses it.
+/// Removes the first word of a text and returns it.
 std::string take_word(std::string& text) {
     const std::size_t end = std::min(text.find(' '), text.size());
     const std::string word = text.substr(0, end);
@@ -109,7 +109,7 @@ std::string take_word(std::string& text) {
     return word;
 }
 
-/// A JSON string as bytes, one for each character; or bytes in hexadecimal digits behind "hex:".
+/// A JSON string as bytes, one for each character; after "hex:", bytes in hexadecimal digits.
 std::string bytes_of_json(const std::string& text) {
     if (text.starts_with("hex:")) {
         const auto bytes = robot::bytes_of_hex(std::string_view(text).substr(4));
@@ -126,7 +126,7 @@ std::string bytes_of_json(const std::string& text) {
     return bytes;
 }
 
-/// One scenario under way.
+/// Runs one scenario.
 class run {
 public:
     explicit run(std::string_view default_catalogue) {
@@ -212,7 +212,7 @@ private:
             directory_.put(name, bytes_of_json(text));
     }
 
-    /// A file of this very name: some systems take upper and lower case for the same.
+    /// Whether a file with exactly this name exists: some file systems ignore case.
     bool stands_there(const std::string& name) const {
         const std::filesystem::path wanted = directory_ / name;
         std::error_code no_folder;
@@ -234,7 +234,7 @@ private:
     void expect_file_holds(const std::string& name, const std::string& pattern) {
         if (!directory_.has(name)) return fail("the file " + name, "none");
         const std::string content = robot::json_text(text_from_bytes(directory_.content(name)));
-        // without the quotes around it, so that the ends of the text are those of the pattern
+        // without its quotes, so that the pattern can match its ends
         const std::string text = content.substr(1, content.size() - 2);
         if (!std::regex_search(text, std::regex(pattern))) fail(pattern, text);
     }
