@@ -1,12 +1,12 @@
 // Measures the desk in real time with the simulated generator on a pseudo terminal paced at 19200 baud.
 
-#include "hand.h"
 #include "link/commands.h"
 #include "operated_simulator.h"
+#include "qt/appearance.h"
 #include "qt/desk_program.h"
-#include "qt/look.h"
 #include "qt/plan_fit.h"
-#include "tell.h"
+#include "report.h"
+#include "ui_driver.h"
 
 #include <QApplication>
 #include <QEventLoop>
@@ -28,7 +28,7 @@
 namespace {
 
 using desk::bench::median;
-using desk::bench::tell;
+using desk::bench::report;
 using clock_type = std::chrono::steady_clock;
 
 double ms_since(clock_type::time_point start) {
@@ -91,7 +91,7 @@ int first_paint(std::int64_t started_ns, int argument_count, char** arguments) {
         }
     };
     QApplication application(argument_count, arguments);
-    desk::qt::set_look(application);
+    desk::qt::set_appearance(application);
     const QTemporaryDir directory;
     prepare(directory);
     QFile settings(directory.filePath("marlo_rs232.ini"));
@@ -129,14 +129,14 @@ void measure_start(const char* self) {
         starts.push_back(words[0].toDouble());
         memory = std::max(memory, words[1].toDouble());
     }
-    tell("process start to first painted window, median of 15", median(starts), "ms", 100);
-    tell("resident memory after a walk through all views", memory, "MB", 50);
+    report("process start to first painted window, median of 15", median(starts), "ms", 100);
+    report("resident memory after a walk through all views", memory, "MB", 50);
 }
 
 /// Opens a BIN file in a separate process: prints the time until its text is drawn, and the peak memory.
 int open_long_file(const char* megabytes, int argument_count, char** arguments) {
     QApplication application(argument_count, arguments);
-    desk::qt::set_look(application);
+    desk::qt::set_appearance(application);
     const QTemporaryDir directory;
     prepare(directory);
     QFile file(directory.filePath("long.bin"));
@@ -146,7 +146,7 @@ int open_long_file(const char* megabytes, int argument_count, char** arguments) 
     const desk::gui::operated_simulator generator(directory.filePath("com1"));
     desk::qt::desk_program program(path_of(directory));
     if (!program.start()) return 1;
-    desk::gui::hand(program.main_window()).click("cmd_edid");
+    desk::gui::ui_driver(program.main_window()).click("cmd_edid");
     desk::frm_main& desk = program.desk();
     desk.shared_fields.edid_file_name = file.fileName().toStdString();
     const auto start = clock_type::now();
@@ -170,8 +170,8 @@ void measure_long_files(const char* self) {
         const auto words = child.readAllStandardOutput().simplified().split(' ');
         if (words.size() != 2) continue;
         const std::string what = "BIN file of " + std::to_string(megabytes) + " MB opened";
-        tell(what.c_str(), words[0].toDouble() / 1000, "s", 0.5 * megabytes);
-        tell((what + ", largest memory").c_str(), words[1].toDouble(), "MB", 50 * megabytes);
+        report(what.c_str(), words[0].toDouble() / 1000, "s", 0.5 * megabytes);
+        report((what + ", largest memory").c_str(), words[1].toDouble(), "MB", 50 * megabytes);
     }
 }
 
@@ -200,21 +200,21 @@ void measure_link() {
     });
     const double used = processor_ms() - used_before;
     std::printf("%-58s %9d\n", "ordinary exchanges answered of 200", answered);
-    tell("ordinary exchange, median of 200", median(exchanges), "ms", 22);
-    tell("ordinary exchange, longest of 200", *std::max_element(exchanges.begin(), exchanges.end()), "ms", 40);
-    tell("processor use while exchanging", working, "%", 5);
-    tell("processor time of an exchange", used / 200, "ms", 1);
+    report("ordinary exchange, median of 200", median(exchanges), "ms", 22);
+    report("ordinary exchange, longest of 200", *std::max_element(exchanges.begin(), exchanges.end()), "ms", 40);
+    report("processor use while exchanging", working, "%", 5);
+    report("processor time of an exchange", used / 200, "ms", 1);
 
-    generator.tell("silent");
+    generator.command("silent");
     rest(50);
     double dead = 0;
     const double waiting = processor_percent([&] {
         for (int i = 0; i < 2; ++i)
             dead = std::max(dead, exchange_ms());
     });
-    tell("dead link told after", dead, "ms", 1700);
-    tell("processor use while waiting for an answer", waiting, "%", 5);
-    tell("processor use idle", processor_percent([] { rest(5000); }), "%", 1);
+    report("dead link told after", dead, "ms", 1700);
+    report("processor use while waiting for an answer", waiting, "%", 5);
+    report("processor use idle", processor_percent([] { rest(5000); }), "%", 1);
 }
 
 /// A bench with a catalogue of 60 timings, the number for which the favorite walk has a bound.
@@ -236,36 +236,36 @@ void measure_signal() {
     desk::gui::operated_simulator generator(directory.filePath("com1"), {"--timings", "60", "--patterns", "45"});
     desk::qt::desk_program program(path_of(directory));
     if (!program.start()) return;
-    const desk::gui::hand hand(program.main_window());
+    const desk::gui::ui_driver driver(program.main_window());
     desk::frm_main& desk = program.desk();
     const auto seconds_of = [&](const char* view, const char* button) {
-        hand.click(view);
+        driver.click(view);
         generator.traffic();
         const auto start = clock_type::now();
-        hand.click(button);
+        driver.click(button);
         return ms_since(start) / 1000;
     };
     const auto told = [&](const char* what, double seconds, double bound, qsizetype commands) {
-        tell(what, seconds, "s", bound);
+        report(what, seconds, "s", bound);
         const qsizetype sent = generator.commands().size();
         if (sent != commands || !desk.exchange.rx_done)
             std::printf("  %lld commands, not %lld, the last %s\n", static_cast<long long>(sent),
                         static_cast<long long>(commands), desk.exchange.rx_done ? "answered" : "not answered");
     };
 
-    hand.click("cmd_fav_timing");
-    hand.click_check("lstv_timing", 1);
+    driver.click("cmd_fav_timing");
+    driver.click_check("lstv_timing", 1);
     told("favorite SET of 60 rows", seconds_of("cmd_fav_timing", "cmd_run"), 1.32, 60);
     for (int row = 1; row <= desk::autorun_rows; ++row)
         desk.autorun.lstv_auto.set_sub_item(row, 3, "600");
     told("autorun upload of 32 rows", seconds_of("cmd_auto", "cmd_run"), 2.75, 128);
     told("autorun download", seconds_of("cmd_auto", "cmd_download"), 0.6, 1);
 
-    hand.click("cmd_pattern");
-    hand.click_row("lstv_pattern", 13);
-    hand.click("cmd_download");
+    driver.click("cmd_pattern");
+    driver.click_row("lstv_pattern", 13);
+    driver.click("cmd_download");
     generator.traffic();
-    auto& bar = hand.find<QScrollBar>("hsr_color_setting_2");
+    auto& bar = driver.find<QScrollBar>("hsr_color_setting_2");
     bar.setSliderDown(true);
     QStringList expected;
     const auto start = clock_type::now();
@@ -278,8 +278,8 @@ void measure_signal() {
     }
     const double handed_over = ms_since(start);
     const bool whole = generator.commands_up_to(expected.last()) == expected;
-    tell("slider dragged through 256 values, in the desk", handed_over, "ms", 1000);
-    tell("the same, until the generator has heard the last", ms_since(start) / 1000, "s", 1.0);
+    report("slider dragged through 256 values, in the desk", handed_over, "ms", 1000);
+    report("the same, until the generator has heard the last", ms_since(start) / 1000, "s", 1.0);
     std::printf("  %s\n",
                 whole ? "256 commands, none lost, all in order" : "the commands are NOT the 256 values in order");
 }
@@ -299,7 +299,7 @@ void measure_translation(desk::qt::desk_program& program) {
         translate();
         silent.push_back(ms_since(start));
     }
-    tell("TRANS and a click on each node, without drawing, median", median(silent), "ms", 20);
+    report("TRANS and a click on each node, without drawing, median", median(silent), "ms", 20);
     std::printf("  %d nodes\n", tree.node_count());
     std::vector<double> drawn;
     for (int i = 0; i < 20; ++i) {
@@ -311,7 +311,7 @@ void measure_translation(desk::qt::desk_program& program) {
         }
         drawn.push_back(ms_since(start) / tree.node_count());
     }
-    tell("the same, drawn, for each node", median(drawn), "ms", 16);
+    report("the same, drawn, for each node", median(drawn), "ms", 16);
     desk.translation_frame.cmd_edid_back.on_click();
 }
 
@@ -325,8 +325,8 @@ void measure_sizes(desk::qt::desk_program& program) {
         QApplication::processEvents();
         drawn.push_back(ms_since(start));
     }
-    tell("the window drawn at another size, the longest of 40", *std::max_element(drawn.begin(), drawn.end()), "ms",
-         50);
+    report("the window drawn at another size, the longest of 40", *std::max_element(drawn.begin(), drawn.end()), "ms",
+           50);
 }
 
 void measure_edid() {
@@ -335,20 +335,20 @@ void measure_edid() {
     const desk::gui::operated_simulator generator(directory.filePath("com1"));
     desk::qt::desk_program program(path_of(directory));
     if (!program.start()) return;
-    const desk::gui::hand hand(program.main_window());
+    const desk::gui::ui_driver driver(program.main_window());
     desk::frm_main& desk = program.desk();
-    hand.click("cmd_edid");
+    driver.click("cmd_edid");
     const auto median_seconds_of = [&](const char* button) {
         std::vector<double> times;
         for (int i = 0; i < 9; ++i) {
             const auto start = clock_type::now();
-            hand.click(button);
+            driver.click(button);
             times.push_back(ms_since(start) / 1000);
         }
         return median(times);
     };
 
-    tell("READ of 256 bytes, the pause of 100 ms included", median_seconds_of("cmd_read"), "s", 0.45);
+    report("READ of 256 bytes, the pause of 100 ms included", median_seconds_of("cmd_read"), "s", 0.45);
     if (!desk.shared_fields.read_ok) std::printf("  the READ has FAILED\n");
 
     measure_translation(program);
@@ -367,11 +367,11 @@ void measure_edid() {
         desk.file_opener.load_file();
         openings.push_back(ms_since(start));
     }
-    tell("HEX file of 256 bytes opened in the core, median of 200", median(openings), "ms", 2);
+    report("HEX file of 256 bytes opened in the core, median of 200", median(openings), "ms", 2);
     if (desk.edid_buffers.write_buff != desk.edid_buffers.read_buff) std::printf("  the file was NOT read as it is\n");
 
     desk.window_text.enable_write_side(true);
-    tell("WRITE of 256 bytes, up to the generator's answer", median_seconds_of("cmd_write"), "s", 0.35);
+    report("WRITE of 256 bytes, up to the generator's answer", median_seconds_of("cmd_write"), "s", 0.35);
     if (desk.exchange.rx_text != "EWR002") std::printf("  the WRITE has FAILED\n");
 }
 
@@ -387,7 +387,7 @@ int main(int argument_count, char** arguments) {
     measure_long_files(arguments[0]);
     QApplication application(argument_count, arguments);
     QApplication::setQuitOnLastWindowClosed(false);
-    desk::qt::set_look(application);
+    desk::qt::set_appearance(application);
     measure_link();
     measure_signal();
     measure_edid();

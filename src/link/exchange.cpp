@@ -41,13 +41,13 @@ void exchange::set_comm() {
         machine_.report_silent_failure(f.sentence());
         cmd_disconn.tool_tip = f.sentence();
         machine_.boxes.show("RS232 can not work on COM" + str(com_port) + ": !", box_icon::none, box_buttons::ok);
-        show_disconnected_look();
+        show_disconnected();
         rs232_connected = false;
         machine_.events.pump();
     }
 }
 
-void exchange::show_disconnected_look() {
+void exchange::show_disconnected() {
     cmd_conn.back_color = color_button_face;
     cmd_disconn.back_color = color_red;
 }
@@ -61,7 +61,7 @@ void exchange::cmd_conn_click() { set_comm(); }
 
 void exchange::cmd_disconn_click() {
     if (!rs232_connected) return;
-    show_disconnected_look();
+    show_disconnected();
     machine_.port.close();
     rs232_connected = false;
 }
@@ -134,13 +134,13 @@ void exchange::tim_rx_timer() {
                         rx_count = to_integer(rx_count + 1);
                         rx_text.push_back(static_cast<char>(a_byte));
                     }
-                    judge_answer();
+                    check_answer();
                 });
     tim_rx.enabled = true;
     machine_.events.pump();
 }
 
-void exchange::judge_answer() {
+void exchange::check_answer() {
     // the first matching row decides alone, even if its count is not reached yet; these accept any bytes
     const auto expect = [this](int count) {
         if (rx_count >= count) rx_done = true;

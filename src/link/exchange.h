@@ -65,8 +65,8 @@ public:
     machine& host() { return machine_; }
 
 private:
-    void judge_answer();
-    void show_disconnected_look();
+    void check_answer();
+    void show_disconnected();
     bool check_connected();
 
     machine& machine_;

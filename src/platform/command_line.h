@@ -10,7 +10,7 @@ namespace desk {
 std::vector<std::string> program_arguments(int argument_count, char** arguments);
 
 /// Turns off all translation of standard input and output, for the rest of the run.
-void pass_standard_streams_as_bytes();
+void set_binary_standard_streams();
 
 /// Writes bytes to standard output: unchanged to a file or pipe, as `terminal_text` to a terminal. Returns false on a
 /// write error.
@@ -20,7 +20,7 @@ bool write_to_standard_output(std::string_view bytes);
 void write_to_standard_error(std::string_view text);
 
 /// Overwrites the current line of the terminal on standard error.
-void write_over_terminal_line(std::string_view text);
+void overwrite_terminal_line(std::string_view text);
 
 /// Whether standard error is a terminal.
 bool standard_error_is_a_terminal();

@@ -13,7 +13,7 @@ public:
     end_request& operator=(const end_request&) = delete;
 
     /// True once a request has arrived.
-    bool came() const;
+    bool received() const;
 
     /// A file descriptor that becomes readable with the first request, or -1.
     int descriptor() const;

@@ -6,6 +6,6 @@
 namespace desk {
 
 /// A file name with equivalent letters folded: names with equal results can refer to the same file.
-std::string alike_name(std::string_view name);
+std::string folded_name(std::string_view name);
 
 } // namespace desk

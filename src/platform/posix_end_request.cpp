@@ -69,7 +69,7 @@ end_request::~end_request() {
     read_end = -1;
 }
 
-bool end_request::came() const { return request_came; }
+bool end_request::received() const { return request_came; }
 
 int end_request::descriptor() const { return read_end; }
 

@@ -5,6 +5,6 @@
 namespace desk {
 
 // folders here are case-sensitive, but files are copied to systems whose folders are not
-std::string alike_name(std::string_view name) { return lower_case(name); }
+std::string folded_name(std::string_view name) { return lower_case(name); }
 
 } // namespace desk

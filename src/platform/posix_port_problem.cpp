@@ -107,11 +107,11 @@ std::string problem_of_use(const fs::path& device, const std::string& what, int 
 
 std::string problem_of_file(const fs::path& device) { return shown_name(device) + " is no serial port" + another_port; }
 
-std::string problem_of_holder(const fs::path& device, const std::optional<process_found>& holder) {
+std::string problem_of_holder(const fs::path& device, const std::optional<process_info>& holder) {
     return shown_name(device) + " is in use by " + (holder ? holder->text() : "another program") + close_it_there;
 }
 
-std::string problem_of_terminal(const fs::path& device, const std::optional<process_found>& at_work) {
+std::string problem_of_terminal(const fs::path& device, const std::optional<process_info>& at_work) {
     if (!at_work) return shown_name(device) + " is the terminal that the desk was started from" + another_port;
     return shown_name(device) + " is a terminal that " + at_work->text() + " works at" + another_port;
 }

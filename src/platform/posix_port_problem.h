@@ -26,10 +26,10 @@ std::string problem_of_use(const std::filesystem::path& device, const std::strin
 std::string problem_of_file(const std::filesystem::path& device);
 
 /// Another program has the device open.
-std::string problem_of_holder(const std::filesystem::path& device, const std::optional<process_found>& holder);
+std::string problem_of_holder(const std::filesystem::path& device, const std::optional<process_info>& holder);
 
 /// The terminal is in use by `at_work`; without it, the desk was started from that terminal.
-std::string problem_of_terminal(const std::filesystem::path& device, const std::optional<process_found>& at_work);
+std::string problem_of_terminal(const std::filesystem::path& device, const std::optional<process_info>& at_work);
 
 /// Permissions of a device and of this process.
 struct device_rights {

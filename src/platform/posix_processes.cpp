@@ -110,9 +110,9 @@ bool is_open_in(const fs::path& descriptors, dev_t device) {
 
 } // namespace
 
-std::string process_found::text() const { return name + " (process " + std::to_string(id) + ", user " + user + ")"; }
+std::string process_info::text() const { return name + " (process " + std::to_string(id) + ", user " + user + ")"; }
 
-std::optional<process_found> process_table::at_terminal(dev_t terminal) const {
+std::optional<process_info> process_table::at_terminal(dev_t terminal) const {
     std::optional<int> found;
     for (const int id : ids_in(proc_)) {
         const std::optional<place> at = place_in(content_of(proc_ / std::to_string(id) / "stat"));
@@ -123,23 +123,23 @@ std::optional<process_found> process_table::at_terminal(dev_t terminal) const {
     return found ? process(*found) : std::nullopt;
 }
 
-std::optional<process_found> process_table::holder_of(const fs::path& device) const {
+std::optional<process_info> process_table::holder_of(const fs::path& device) const {
     struct stat status {};
     if (::stat(device.c_str(), &status) != 0) return std::nullopt;
-    if (std::optional<process_found> locker = locker_of(status.st_dev, status.st_ino)) return locker;
+    if (std::optional<process_info> locker = locker_of(status.st_dev, status.st_ino)) return locker;
     return opener_of(status.st_rdev);
 }
 
-std::optional<process_found> process_table::process(int id) const {
+std::optional<process_info> process_table::process(int id) const {
     const fs::path folder = proc_ / std::to_string(id);
     struct stat status {};
     std::string name = content_of(folder / "comm");
     if (name.ends_with('\n')) name.pop_back();
     if (name.empty() || ::stat(folder.c_str(), &status) != 0) return std::nullopt;
-    return process_found{.id = id, .name = without_control_characters(name), .user = user_name(status.st_uid)};
+    return process_info{.id = id, .name = without_control_characters(name), .user = user_name(status.st_uid)};
 }
 
-std::optional<process_found> process_table::locker_of(dev_t file_system, ino_t file) const {
+std::optional<process_info> process_table::locker_of(dev_t file_system, ino_t file) const {
     const std::string wanted = name_in_locks(file_system, file);
     std::istringstream lines(content_of(proc_ / "locks"));
     for (std::string line; std::getline(lines, line);) {
@@ -152,7 +152,7 @@ std::optional<process_found> process_table::locker_of(dev_t file_system, ino_t f
     return std::nullopt;
 }
 
-std::optional<process_found> process_table::opener_of(dev_t device) const {
+std::optional<process_info> process_table::opener_of(dev_t device) const {
     for (const int id : ids_in(proc_)) {
         if (is_open_in(proc_ / std::to_string(id) / "fd", device)) return process(id);
     }

@@ -9,7 +9,7 @@
 namespace desk {
 
 /// A process of any user.
-struct process_found {
+struct process_info {
     int id = 0;
     std::string name; ///< the program's name, without control characters
     std::string user;
@@ -24,15 +24,15 @@ public:
     explicit process_table(std::filesystem::path proc = "/proc") : proc_(std::move(proc)) {}
 
     /// A process with this controlling terminal: the shell rather than its children.
-    std::optional<process_found> at_terminal(dev_t terminal) const;
+    std::optional<process_info> at_terminal(dev_t terminal) const;
 
     /// The process that has locked this device, else one that has it open.
-    std::optional<process_found> holder_of(const std::filesystem::path& device) const;
+    std::optional<process_info> holder_of(const std::filesystem::path& device) const;
 
 private:
-    std::optional<process_found> process(int id) const;
-    std::optional<process_found> locker_of(dev_t file_system, ino_t file) const;
-    std::optional<process_found> opener_of(dev_t device) const;
+    std::optional<process_info> process(int id) const;
+    std::optional<process_info> locker_of(dev_t file_system, ino_t file) const;
+    std::optional<process_info> opener_of(dev_t device) const;
 
     std::filesystem::path proc_;
 };

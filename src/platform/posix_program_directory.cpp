@@ -39,7 +39,7 @@ user_folders folders_of_environment() {
 }
 
 /// Counts a dangling link too.
-bool stands(const fs::path& path) {
+bool exists_at(const fs::path& path) {
     std::error_code error;
     return fs::exists(fs::symlink_status(path, error));
 }
@@ -67,9 +67,9 @@ void hand_over_to_user(const fs::path& created) {
 }
 
 /// Creates missing folders for the user alone, as the XDG standard demands.
-void make_folder(const fs::path& folder) {
+void create_folder(const fs::path& folder) {
     if (is_folder(folder)) return;
-    if (folder.has_parent_path() && folder.parent_path() != folder) make_folder(folder.parent_path());
+    if (folder.has_parent_path() && folder.parent_path() != folder) create_folder(folder.parent_path());
     const int made = ::mkdir(folder.c_str(), S_IRWXU);
     const int reason = errno;
     if (made == 0) return hand_over_to_user(folder);
@@ -84,7 +84,7 @@ void make_folder(const fs::path& folder) {
 std::optional<fs::path> first_files_of(const fs::path& program_folder) {
     // a portable program keeps its files, even if it was unpacked beside a share/ folder
     if (std::any_of(first_file_names.begin(), first_file_names.end(),
-                    [&](const char* name) { return stands(program_folder / name); }))
+                    [&](const char* name) { return exists_at(program_folder / name); }))
         return std::nullopt;
     fs::path first_files = program_folder.parent_path() / "share" / data_folder;
     if (!is_folder(first_files)) return std::nullopt;
@@ -100,10 +100,10 @@ fs::path own_directory_of(const user_folders& user) {
 }
 
 void prepare_own_directory(const fs::path& own_directory, const fs::path& first_files) {
-    make_folder(own_directory);
+    create_folder(own_directory);
     for (const char* name : first_file_names) {
         const fs::path copy = own_directory / name;
-        if (stands(copy)) continue;
+        if (exists_at(copy)) continue;
         replace_whole_file(copy, read_whole_file(first_files / name));
         hand_over_to_user(copy);
     }
@@ -123,7 +123,7 @@ fs::path program_directory() {
 
 fs::path user_data_directory() {
     fs::path folder = own_directory_of(folders_of_environment());
-    make_folder(folder);
+    create_folder(folder);
     return folder;
 }
 

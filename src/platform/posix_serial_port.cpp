@@ -48,7 +48,7 @@ private:
 };
 
 /// Checks the device before it is opened, since opening can have effects: a serial line raises DTR.
-dev_t checked_before_opening(const std::filesystem::path& device, const process_table& processes) {
+dev_t check_before_opening(const std::filesystem::path& device, const process_table& processes) {
     struct stat status {};
     if (::stat(device.c_str(), &status) != 0) fail(problem_of_opening(device, errno));
     if (!S_ISCHR(status.st_mode)) fail(problem_of_file(device));
@@ -87,7 +87,7 @@ public:
             throw runtime_failure(failure::path_file_access_error, "there is no port " + std::to_string(number));
         const std::filesystem::path device = device_of(number);
         const process_table processes;
-        const dev_t checked = checked_before_opening(device, processes);
+        const dev_t checked = check_before_opening(device, processes);
         opened_device opened(device);
         expect_nobody_works_at(opened, device, checked, processes);
         lock(opened, device, processes);

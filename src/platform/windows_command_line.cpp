@@ -37,7 +37,7 @@ std::vector<std::string> program_arguments(int /*argument_count*/, char** /*argu
     return words;
 }
 
-void pass_standard_streams_as_bytes() {
+void set_binary_standard_streams() {
     _setmode(_fileno(stdin), _O_BINARY);
     _setmode(_fileno(stdout), _O_BINARY);
 }
@@ -58,7 +58,7 @@ void write_to_standard_error(std::string_view text) {
     std::fwrite(text.data(), 1, text.size(), stderr);
 }
 
-void write_over_terminal_line(std::string_view text) { write_to_console(STD_ERROR_HANDLE, "\r" + terminal_text(text)); }
+void overwrite_terminal_line(std::string_view text) { write_to_console(STD_ERROR_HANDLE, "\r" + terminal_text(text)); }
 
 bool standard_error_is_a_terminal() { return _isatty(_fileno(stderr)) != 0; }
 

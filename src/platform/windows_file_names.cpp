@@ -5,7 +5,7 @@
 
 namespace desk {
 
-std::string alike_name(std::string_view name) {
+std::string folded_name(std::string_view name) {
     // letters of all alphabets, in any system language: Windows folders compare names in upper case
     std::wstring wide = path_from_utf8(name).wstring();
     const int length = static_cast<int>(wide.size());

@@ -28,7 +28,7 @@ public:
     void show_frm_diag(std::int16_t diag_mode);
 
 private:
-    void show_and_rest_write(std::int16_t diag_mode);
+    void show_and_enable_write(std::int16_t diag_mode);
 
     machine& machine_;
     workbench_frame& workbench_;

@@ -2,7 +2,7 @@
 
 #include "controls/controls.h"
 #include "controls/operator_actions.h"
-#include "qt/by_control.h"
+#include "qt/control_table.h"
 #include "qt/reading_order.h"
 
 #include <QShortcut>
@@ -145,7 +145,7 @@ std::vector<QKeySequence> possible_keys(const control& c) {
 }
 
 /// A panel button acts at once, so its key only moves the focus along its row.
-bool only_gets_focus(const control& c) { return c.parent != nullptr && c.parent->name == "fra_setup"; }
+bool only_takes_focus(const control& c) { return c.parent != nullptr && c.parent->name == "fra_setup"; }
 
 } // namespace
 
@@ -156,7 +156,7 @@ QKeySequence access_key(const control& c) {
 }
 
 int underlined_letter(const control& c, const std::string& caption) {
-    if (only_gets_focus(c)) return -1;
+    if (only_takes_focus(c)) return -1;
     char letter = mnemonic_of(c);
     if (letter == 0) {
         const letters* const entry = letters_of(c);
@@ -181,22 +181,22 @@ access_keys::access_keys(QWidget& adapter, desk::window& model, event_gate& gate
     }
 }
 
-control* access_keys::meant_by(const QKeySequence& key) const {
-    std::vector<control*> meant;
+control* access_keys::target_of(const QKeySequence& key) const {
+    std::vector<control*> targets;
     for (control* c : model_.controls())
-        if (access_key(*c) == key && can_be_reached(*c)) meant.push_back(c);
-    if (meant.empty()) return nullptr;
+        if (access_key(*c) == key && can_be_reached(*c)) targets.push_back(c);
+    if (targets.empty()) return nullptr;
     // the next one in the row, else the topmost
-    const auto focused = std::find(meant.begin(), meant.end(), model_.focused);
-    if (focused != meant.end()) return focused + 1 == meant.end() ? meant.front() : *(focused + 1);
-    return only_gets_focus(*meant.front()) ? meant.front() : meant.back();
+    const auto focused = std::find(targets.begin(), targets.end(), model_.focused);
+    if (focused != targets.end()) return focused + 1 == targets.end() ? targets.front() : *(focused + 1);
+    return only_takes_focus(*targets.front()) ? targets.front() : targets.back();
 }
 
 void access_keys::press(const QKeySequence& key) {
     gate_.run([&] {
-        control* const c = meant_by(key);
+        control* const c = target_of(key);
         if (c == nullptr) return;
-        if (only_gets_focus(*c))
+        if (only_takes_focus(*c))
             c->set_focus();
         else if (auto* const b = dynamic_cast<button*>(c))
             click(*b);

@@ -27,7 +27,7 @@ public:
     access_keys(QWidget& adapter, desk::window& model, event_gate& gate);
 
     /// The control that a key works now, or nullptr.
-    control* meant_by(const QKeySequence& key) const;
+    control* target_of(const QKeySequence& key) const;
 
 private:
     void press(const QKeySequence& key);

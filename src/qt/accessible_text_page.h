@@ -40,7 +40,7 @@ private:
     int position_of(std::size_t offset) const;
     std::size_t offset_of(int position) const;
     text_lines::range part_at(std::size_t offset, QAccessible::TextBoundaryType kind) const;
-    QString tell(text_lines::range part, int* start, int* end) const;
+    QString part_text(text_lines::range part, int* start, int* end) const;
 
     text_page& page_;
 };

@@ -2,7 +2,7 @@
 
 #include "controls/operator_actions.h"
 #include "qt/access_keys.h"
-#include "qt/look.h"
+#include "qt/appearance.h"
 #include "qt/metrics.h"
 #include "qt/reading_order.h"
 
@@ -44,7 +44,7 @@ public:
         lamp_ = c;
         QPalette lit;
         if (c != color_button_face) {
-            lit.setColor(QPalette::Button, ground_of(c, colors_of(lit)));
+            lit.setColor(QPalette::Button, background_of(c, colors_of(lit)));
             // also while busy and disabled
             lit.setColor(QPalette::ButtonText, on_lamp());
         }
@@ -128,7 +128,7 @@ protected:
         push_->light(model_.back_color);
     }
 
-    bool take_event(QEvent* e) override {
+    bool handle_event(QEvent* e) override {
         if (e->type() != QEvent::KeyPress) return false;
         const int key = static_cast<QKeyEvent*>(e)->key();
         // Enter presses the focused button, as Space does
@@ -157,7 +157,7 @@ protected:
         check_->setChecked(model_.value != 0);
     }
 
-    bool take_event(QEvent* e) override {
+    bool handle_event(QEvent* e) override {
         return e->type() == QEvent::KeyPress && is_arrow(static_cast<QKeyEvent*>(e)->key());
     }
 
@@ -185,7 +185,7 @@ protected:
         radio_->setAutoExclusive(true);
     }
 
-    bool take_event(QEvent* e) override {
+    bool handle_event(QEvent* e) override {
         // the arrow keys wrap within the group and select
         if (e->type() != QEvent::KeyPress) return false;
         const auto& pressed = *static_cast<QKeyEvent*>(e);

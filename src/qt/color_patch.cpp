@@ -44,14 +44,14 @@ void color_patch::follow() {
         if (color_ != shown || color_mode_ != colors_.color_mode) {
             color_ = shown;
             color_mode_ = colors_.color_mode;
-            tell();
+            update_accessible_name();
             update();
         }
     }
     if (isVisibleTo(parentWidget()) != shows) setVisible(shows);
 }
 
-void color_patch::tell() {
+void color_patch::update_accessible_name() {
     const QString name = color_.name().toUpper();
     setAccessibleName("Chosen color " + name);
     setToolTip("<qt><nobr>The chosen color: " + name +

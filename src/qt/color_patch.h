@@ -24,7 +24,7 @@ protected:
     void paintEvent(QPaintEvent* e) override;
 
 private:
-    void tell();
+    void update_accessible_name();
 
     const desk_frame& desk_frame_;
     const color_settings& colors_;

@@ -25,7 +25,7 @@ public:
     void follow();
 
     /// Runs a user action if the control can be reached and is enabled.
-    void act(const std::function<void()>& deed);
+    void act(const std::function<void()>& action);
 
     /// Distances in pixels between the control's edges and its place on the plan, in a window with extra room.
     void set_extra_room(const QMargins& extra) { extra_ = extra; }
@@ -41,7 +41,7 @@ protected:
     /// Scale of the plan that contains the control.
     double scale() const { return scale_; }
     /// Handles an event of the widget; returns true to consume it.
-    virtual bool take_event(QEvent* e) { return static_cast<void>(e), false; }
+    virtual bool handle_event(QEvent* e) { return static_cast<void>(e), false; }
 
     bool eventFilter(QObject* watched, QEvent* e) override;
     /// Sets the accessible name: the caption, plus `state` and other missing details; without a caption, the
@@ -59,7 +59,7 @@ private:
     bool following_ = false;
     double scale_ = 0;
     QMargins extra_;
-    QString plain_name_;
+    QString accessible_name_;
     tool_tips tips_;
 };
 

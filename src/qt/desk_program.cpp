@@ -25,15 +25,15 @@ desk_program::desk_program(std::filesystem::path program_directory)
 
 bool desk_program::start() {
     window_ = std::make_unique<window_adapter>(desk_.form, gate_);
-    aids_.emplace(*window_, desk_);
+    indicators_.emplace(*window_, desk_);
     boxes_.parent = window_.get();
     files_.parent = window_.get();
     windows_.parent = window_.get();
     gate_.follow = [this] {
         window_->follow();
         windows_.follow();
-        aids_->follow();
-        if (QWidget* const modal = windows_.on_top()) aids_->follow_in(*modal);
+        indicators_->follow();
+        if (QWidget* const modal = windows_.on_top()) indicators_->follow_in(*modal);
     };
     gate_.end_loops = [this] { windows_.hide_all(); };
     gate_.run([this] {
@@ -45,9 +45,9 @@ bool desk_program::start() {
 
 void desk_program::end_on(end_watch& watch) {
     watch.end = [this] { end_in_order(); };
-    gate_.end_requested = [&watch] { return watch.requested() || lost_display::gone(); };
+    gate_.end_requested = [&watch] { return watch.requested() || display_loss::occurred(); };
     gate_.end_in_order = [this] { end_in_order(); };
-    lost_display_.emplace([this] {
+    display_loss_.emplace([this] {
         if (gate_.over()) return;
         save_all();
         gate_.finish();

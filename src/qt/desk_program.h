@@ -2,11 +2,11 @@
 
 #include "platform/machine.h"
 #include "platform/native_serial_port.h"
-#include "qt/desk_aids.h"
+#include "qt/desk_indicators.h"
+#include "qt/display_loss.h"
 #include "qt/end_watch.h"
 #include "qt/event_gate.h"
-#include "qt/held_input.h"
-#include "qt/lost_display.h"
+#include "qt/held_input_filter.h"
 #include "qt/qt_dialogs.h"
 #include "qt/qt_events.h"
 #include "qt/qt_modal_windows.h"
@@ -48,7 +48,7 @@ private:
     void save_all();
 
     event_gate gate_;
-    held_input held_;
+    held_input_filter held_;
     qt_events events_{gate_};
     qt_message_box boxes_{gate_};
     qt_file_dialog files_{gate_};
@@ -58,8 +58,8 @@ private:
     machine machine_;
     frm_main desk_{machine_};
     std::unique_ptr<window_adapter> window_;
-    std::optional<desk_aids> aids_;
-    std::optional<lost_display> lost_display_;
+    std::optional<desk_indicators> indicators_;
+    std::optional<display_loss> display_loss_;
 };
 
 } // namespace desk::qt

@@ -10,7 +10,7 @@
 namespace desk::qt {
 
 /// Whether the desktop is light or dark, at start and while the program runs. Create it before the call of
-/// `set_look`, which overrides Qt's palette.
+/// `set_appearance`, which overrides Qt's palette.
 class desktop_scheme {
 public:
     explicit desktop_scheme(std::function<void(scheme)> changed);

@@ -19,7 +19,7 @@ public:
     std::function<void()> end;
 
     /// Whether the system has requested the end; valid even while no events run.
-    bool requested() const { return request_.came(); }
+    bool requested() const { return request_.received(); }
 
     bool eventFilter(QObject* watched, QEvent* e) override;
 

@@ -23,12 +23,12 @@ void close_dialogs() {
 void event_gate::run(const std::function<void()>& event) noexcept {
     if (over_) return;
     ++depth_;
-    pointer.event_begins();
+    cursor.event_begins();
     guarded([&] {
         event();
         if (!over_ && follow) follow();
     });
-    pointer.event_ends();
+    cursor.event_ends();
     --depth_;
     if (!over_) return;
     end_waits();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "qt/busy_pointer.h"
+#include "qt/busy_cursor.h"
 #include "runtime/failure.h"
 
 #include <functional>
@@ -44,7 +44,7 @@ public:
     const std::optional<runtime_failure>& failure() const { return failure_; }
 
     /// Follows the events through this gate.
-    busy_pointer pointer;
+    busy_cursor cursor;
 
     /// Throws program_over if the program is over. Call it before returning to a procedure of the desk.
     void throw_if_over() const;

@@ -14,20 +14,20 @@ public:
     explicit focus_guide(window& w);
 
     /// Takes the focus from a control that is no longer usable. Called before the widgets are updated.
-    void let_go();
+    void drop_unusable_focus();
     /// Called after the widgets are updated.
     void follow();
 
     /// The button that closes the topmost frame or small window: its OK if `by_enter`, else the one for Escape.
     /// nullptr if there is none.
-    button* way_out(bool by_enter) const;
+    button* closing_button(bool by_enter) const;
 
 private:
     struct stage {
         const control* shown;
-        control* next;   ///< gets the focus
-        button* way_out; ///< may be nullptr
-        control* before; ///< had the focus
+        control* next;          ///< gets the focus
+        button* closing_button; ///< may be nullptr
+        control* before;        ///< had the focus
         bool was_shown;
     };
 
@@ -37,8 +37,8 @@ private:
     window& window_;
     std::vector<stage> stages_;
     control* last_ = nullptr;                // had the focus last
-    control* wanted_ = nullptr;              // gets the focus as soon as it can
-    const control* has_till_then_ = nullptr; // if another control has the focus, the operator has moved it
+    control* pending_focus_ = nullptr;       // gets the focus as soon as it can
+    const control* interim_focus_ = nullptr; // if another control has the focus, the operator has moved it
 };
 
 } // namespace desk::qt

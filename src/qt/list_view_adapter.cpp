@@ -1,7 +1,7 @@
 #include "qt/list_view_adapter.h"
 
 #include "controls/operator_actions.h"
-#include "qt/look.h"
+#include "qt/appearance.h"
 
 #include <QHeaderView>
 #include <QItemSelectionModel>
@@ -173,7 +173,7 @@ protected:
         }
     }
 
-    bool take_event(QEvent* e) override {
+    bool handle_event(QEvent* e) override {
         switch (e->type()) {
         case QEvent::FocusIn:
             was_pressed_here_ = false;

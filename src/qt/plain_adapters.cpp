@@ -1,9 +1,9 @@
 #include "qt/plain_adapters.h"
 
 #include "controls/operator_actions.h"
+#include "qt/appearance.h"
 #include "qt/decoration.h"
 #include "qt/desk_style.h"
-#include "qt/look.h"
 #include "qt/metrics.h"
 #include "qt/reading_order.h"
 #include "qt/text_label.h"
@@ -40,7 +40,7 @@ protected:
         set_accessible(model_.caption);
     }
 
-    bool take_event(QEvent* e) override {
+    bool handle_event(QEvent* e) override {
         // of several frames within another, the last shown is on top
         if (e->type() == QEvent::ShowToParent && model_.parent != nullptr) {
             box_->raise();
@@ -74,7 +74,7 @@ protected:
         text_->set_line_pitch(model_.line_pitch * scale() / twips_per_pixel);
     }
 
-    bool take_event(QEvent* e) override {
+    bool handle_event(QEvent* e) override {
         // the arrow keys cycle through the labels of the frame
         if (e->type() != QEvent::KeyPress) return false;
         const int key = static_cast<QKeyEvent*>(e)->key();
@@ -111,7 +111,7 @@ protected:
         load();
     }
 
-    bool take_event(QEvent* e) override {
+    bool handle_event(QEvent* e) override {
         if (e->type() == QEvent::PaletteChange && is_loaded()) load();
         return false;
     }
@@ -192,7 +192,7 @@ protected:
         combo_->setCurrentIndex(model_.list_index());
     }
 
-    bool take_event(QEvent* e) override {
+    bool handle_event(QEvent* e) override {
         switch (e->type()) {
         case QEvent::FocusIn:
             take_focus(static_cast<QFocusEvent*>(e)->reason());
@@ -201,7 +201,7 @@ protected:
             focused_by_operator_ = true;
             return false;
         case QEvent::KeyPress:
-            if (!chooses_unasked(*static_cast<QKeyEvent*>(e))) return false;
+            if (!chooses_while_closed(*static_cast<QKeyEvent*>(e))) return false;
             break;
         case QEvent::Wheel:
             // over the port list it would open one port after another
@@ -232,7 +232,7 @@ private:
 
     /// Whether a key would choose from a closed list that acts at once, such as the port list. Only arrow keys are
     /// allowed to, one choice for each press, and only if the operator has focused the list.
-    bool chooses_unasked(const QKeyEvent& e) const {
+    bool chooses_while_closed(const QKeyEvent& e) const {
         if (!model_.on_click || combo_->window()->isModal() || (e.modifiers() & Qt::AltModifier) != 0) return false;
         const int key = e.key();
         if (key == Qt::Key_Up || key == Qt::Key_Down) return e.isAutoRepeat() || !focused_by_operator_;
@@ -276,7 +276,7 @@ protected:
         bar_->setValue(model_.value());
     }
 
-    bool take_event(QEvent* e) override {
+    bool handle_event(QEvent* e) override {
         switch (e->type()) {
         case QEvent::MouseButtonPress:
         case QEvent::MouseButtonDblClick:

@@ -15,7 +15,7 @@ public:
     QWidget& plan() const { return *widget(); }
     bool scrolls() const;
     /// Scrolls to a newly focused control.
-    void bring_into_sight(QWidget& control);
+    void ensure_visible(QWidget& control);
 
 protected:
     void keyPressEvent(QKeyEvent* e) override;

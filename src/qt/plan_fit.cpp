@@ -1,6 +1,6 @@
 #include "qt/plan_fit.h"
 
-#include "qt/look.h"
+#include "qt/appearance.h"
 
 #include <QtMath>
 

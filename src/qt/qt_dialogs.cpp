@@ -46,7 +46,7 @@ QMessageBox::StandardButtons buttons_of(box_buttons buttons) {
 }
 
 /// The desk asks before something is lost, so Enter and Escape are the harmless answers.
-void set_harmless_answers(QMessageBox& box, box_buttons buttons) {
+void set_safe_defaults(QMessageBox& box, box_buttons buttons) {
     if (buttons == box_buttons::ok) return;
     box.setDefaultButton(QMessageBox::No);
     box.setEscapeButton(buttons == box_buttons::yes_no ? QMessageBox::No : QMessageBox::Cancel);
@@ -98,10 +98,10 @@ void show_whole_columns(QFileDialog& dialog) {
 box_answer qt_message_box::show(std::string_view text, box_icon icon, box_buttons buttons) {
     gate_.throw_if_over();
     if (gate_.follow) gate_.follow();
-    const busy_pointer::usual usual_pointer(gate_.pointer);
+    const busy_cursor::normal normal_cursor(gate_.cursor);
     QMessageBox box(icon_of(icon), program_title, text_of(text), buttons_of(buttons), window_on_top(parent));
     box.setTextFormat(Qt::PlainText);
-    set_harmless_answers(box, buttons);
+    set_safe_defaults(box, buttons);
     const int pressed = box.exec();
     gate_.throw_if_over();
     switch (pressed) {
@@ -119,7 +119,7 @@ box_answer qt_message_box::show(std::string_view text, box_icon icon, box_button
 std::optional<file_choice> qt_file_dialog::show(const file_dialog_setup& setup) {
     gate_.throw_if_over();
     if (gate_.follow) gate_.follow();
-    const busy_pointer::usual usual_pointer(gate_.pointer);
+    const busy_cursor::normal normal_cursor(gate_.cursor);
     const bool saves = setup.kind == file_dialog_setup::dialog_kind::save;
     // keep Qt from saving the dialog's folders and size
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QProcess::nullDevice());

@@ -35,7 +35,7 @@ void qt_events::pump() {
 
 void qt_events::pump_and_rest() {
     gate_.throw_if_over();
-    gate_.pointer.wait();
+    gate_.cursor.wait();
     if (gate_.follow) gate_.follow();
     // at most a little over a millisecond after the step, since timers fire late, never early. A tick due at the same
     // time comes first: after the step it would wait until the end of the next one.
@@ -55,7 +55,7 @@ void qt_events::turn_without_progress(std::string_view /*waiting_for*/) {
         return;
     }
     gate_.end_if_requested();
-    gate_.pointer.wait();
+    gate_.cursor.wait();
     std::this_thread::sleep_for(std::chrono::milliseconds(1));
 }
 

@@ -6,7 +6,7 @@ namespace desk::qt {
 
 void qt_modal_windows::show(window& w) {
     gate_.throw_if_over();
-    const busy_pointer::usual usual_pointer(gate_.pointer);
+    const busy_cursor::normal normal_cursor(gate_.cursor);
     w.visible = true;
     window_adapter adapter(w, gate_, parent);
     QEventLoop loop;

@@ -89,28 +89,28 @@ class reader {
 public:
     explicit reader(const window& w) {
         for (control* c : w.controls())
-            if (c->shown() && (c->kind() == control_kind::frame || takes_keys(*c))) sort_in(c);
+            if (c->shown() && (c->kind() == control_kind::frame || takes_keys(*c))) insert(c);
         read(nullptr);
     }
 
     std::vector<control*> stops;
 
 private:
-    void sort_in(control* c) {
+    void insert(control* c) {
         const place p = place_of(*c);
         control* around = c->parent;
         // a control that overlaps a sibling frame is read as its child
         for (control* f : frames_)
             if (f->parent == c->parent && lies_within(p, place_of(*f))) around = f;
-        read_within_[around].push_back(c);
+        children_[around].push_back(c);
         if (c->kind() == control_kind::frame) frames_.push_back(c);
     }
 
     void read(const control* around) {
-        std::vector<control*>& here = read_within_[around];
+        std::vector<control*>& here = children_[around];
         if (has_two_sides(here)) {
             for (control* c : here)
-                take(c);
+                add_stop(c);
             return;
         }
         // of two with the same top, the taller one starts the row
@@ -130,11 +130,11 @@ private:
                 return std::tie(p.left, p.top) < std::tie(q.left, q.top);
             });
             for (; row != end; ++row)
-                take(*row);
+                add_stop(*row);
         }
     }
 
-    void take(control* c) {
+    void add_stop(control* c) {
         if (c->kind() == control_kind::frame)
             read(c);
         else if (can_be_reached(*c))
@@ -142,7 +142,7 @@ private:
     }
 
     std::vector<control*> frames_;
-    std::map<const control*, std::vector<control*>> read_within_;
+    std::map<const control*, std::vector<control*>> children_;
 };
 
 } // namespace

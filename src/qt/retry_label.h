@@ -12,7 +12,7 @@ public:
     /// `frame` is the widget of the status frame.
     explicit retry_label(QWidget& frame);
 
-    void follow(const QString& words);
+    void follow(const QString& reason);
 };
 
 } // namespace desk::qt

@@ -1,7 +1,7 @@
 #include "qt/text_box_adapter.h"
 
 #include "controls/operator_actions.h"
-#include "qt/look.h"
+#include "qt/appearance.h"
 #include "qt/metrics.h"
 #include "qt/text_page.h"
 
@@ -54,7 +54,7 @@ protected:
         edit_->setSelection(model_.sel_start(), model_.sel_length());
     }
 
-    bool take_event(QEvent* e) override {
+    bool handle_event(QEvent* e) override {
         switch (e->type()) {
         case QEvent::FocusIn:
             focused_by_mouse_ = static_cast<QFocusEvent*>(e)->reason() == Qt::MouseFocusReason;

@@ -38,7 +38,7 @@ protected:
 
 private:
     /// The colour behind the text.
-    QColor ground() const;
+    QColor background() const;
     void draw_lines(QPainter& painter, const QRect& place) const;
 
     QString text_;

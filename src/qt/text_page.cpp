@@ -1,6 +1,6 @@
 #include "qt/text_page.h"
 
-#include "qt/look.h"
+#include "qt/appearance.h"
 #include "qt/scheme.h"
 #include "qt/text_on_clipboard.h"
 
@@ -24,7 +24,7 @@ namespace desk::qt {
 namespace {
 
 constexpr int margin = 4;
-constexpr int columns_a_step = 3;
+constexpr int columns_per_step = 3;
 constexpr int edge_ms = 50;
 constexpr std::size_t longest_announced = 4096;
 
@@ -50,7 +50,7 @@ void text_page::set_scale(double scale) {
     if (!kept_column_) kept_column_ = horizontalScrollBar()->value() / cell_;
     cell_ = cell_width * scale;
     setFont(font_of(model_.font, scale));
-    horizontalScrollBar()->setSingleStep(qRound(columns_a_step * cell_));
+    horizontalScrollBar()->setSingleStep(qRound(columns_per_step * cell_));
 }
 
 void text_page::catch_up() {
@@ -66,7 +66,7 @@ void text_page::catch_up() {
     replacements_ = model_.text.replacements();
     set_scroll_ranges();
     if (replaced) {
-        beyond_edge_.stop();
+        autoscroll_.stop();
         unit_ = unit::character;
         first_unit_ = {};
         anchor_ = cursor_ = 0;
@@ -322,26 +322,26 @@ void text_page::mouseMoveEvent(QMouseEvent* e) {
     pointer_ = e->position().toPoint();
     extend_to(pointer_);
     if (viewport()->rect().contains(pointer_))
-        beyond_edge_.stop();
-    else if (!beyond_edge_.isActive())
-        beyond_edge_.start(edge_ms, this);
+        autoscroll_.stop();
+    else if (!autoscroll_.isActive())
+        autoscroll_.start(edge_ms, this);
 }
 
 void text_page::mouseReleaseEvent(QMouseEvent* e) {
     if (e->button() != Qt::LeftButton) return;
-    beyond_edge_.stop();
+    autoscroll_.stop();
     offer_selection();
 }
 
 void text_page::timerEvent(QTimerEvent* e) {
-    if (e->timerId() != beyond_edge_.timerId()) return QAbstractScrollArea::timerEvent(e);
+    if (e->timerId() != autoscroll_.timerId()) return QAbstractScrollArea::timerEvent(e);
     catch_up();
     // the release is lost if another window takes the mouse
-    if ((QApplication::mouseButtons() & Qt::LeftButton) == 0) return beyond_edge_.stop();
-    scroll_beyond_edge();
+    if ((QApplication::mouseButtons() & Qt::LeftButton) == 0) return autoscroll_.stop();
+    autoscroll();
 }
 
-void text_page::scroll_beyond_edge() {
+void text_page::autoscroll() {
     const QRect sight = viewport()->rect();
     const auto scroll = [](QScrollBar& bar, int before, int behind, int step) {
         const int distance = before > 0 ? -before : std::max(0, behind);

@@ -2,7 +2,7 @@
 
 #include "controls/controls.h"
 #include "controls/text_lines.h"
-#include "qt/look.h"
+#include "qt/appearance.h"
 
 #include <QAbstractScrollArea>
 #include <QBasicTimer>
@@ -86,7 +86,7 @@ private:
     void draw_marks(QPainter& painter, std::size_t line, const QRect& row) const;
     bool move_cursor(const QKeyEvent& e);
     void move_lines(long long count, bool selects);
-    void scroll_beyond_edge();
+    void autoscroll();
 
     const text_box& model_;
     text_lines lines_;
@@ -101,7 +101,7 @@ private:
     unit unit_ = unit::character;
     text_lines::range first_unit_; // where the current mouse selection began
     QPoint pointer_;
-    QBasicTimer beyond_edge_;
+    QBasicTimer autoscroll_;
     QElapsedTimer since_double_click_;
 };
 

@@ -28,6 +28,6 @@ private:
 };
 
 /// The tooltip as rich text; empty if there is nothing to say.
-QString tool_tip_of(const control& c, const QString& cut_text = "");
+QString tool_tip_of(const control& c, const QString& elided_text = "");
 
 } // namespace desk::qt

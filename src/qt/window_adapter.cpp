@@ -2,9 +2,9 @@
 
 #include "controls/controls.h"
 #include "controls/operator_actions.h"
+#include "qt/appearance.h"
 #include "qt/button_adapters.h"
 #include "qt/list_view_adapter.h"
-#include "qt/look.h"
 #include "qt/plain_adapters.h"
 #include "qt/plan_fit.h"
 #include "qt/plan_scale.h"
@@ -141,7 +141,7 @@ void window_adapter::build(control& c) {
 }
 
 void window_adapter::follow() {
-    guide_.let_go();
+    guide_.drop_unusable_focus();
     follow_focus();
     if (isVisible() != model_.visible) setVisible(model_.visible);
     for (control* c : model_.take_changed()) {
@@ -178,7 +178,7 @@ void window_adapter::follow_focus() {
         focused->second->widget()->setFocus();
     if (in_sight_ == model_.focused) return;
     in_sight_ = model_.focused;
-    if (focused != adapters_.end()) area_.bring_into_sight(*focused->second->widget());
+    if (focused != adapters_.end()) area_.ensure_visible(*focused->second->widget());
 }
 
 void window_adapter::follow_timer(const timer& model, QTimer& ticks) const {
@@ -233,7 +233,7 @@ bool window_adapter::focusNextPrevChild(bool next) {
     control* to = next ? stops.front() : stops.back();
     if (now != stops.end() && next && now + 1 != stops.end()) to = *(now + 1);
     if (now != stops.end() && !next && now != stops.begin()) to = *(now - 1);
-    walked_.assign(stops.begin(), std::find(stops.begin(), stops.end(), to) + 1);
+    visited_stops_.assign(stops.begin(), std::find(stops.begin(), stops.end(), to) + 1);
     adapters_.at(to)->widget()->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
     return true;
 }
@@ -241,16 +241,16 @@ bool window_adapter::focusNextPrevChild(bool next) {
 control* window_adapter::last_stop(const std::vector<control*>& stops) const {
     if (model_.focused != nullptr) return stop_of(stops, model_.focused);
     // the focused control has gone or is busy: its place in the tab order is kept
-    const auto before = std::find_if(walked_.rbegin(), walked_.rend(), [&](const control* c) {
+    const auto before = std::find_if(visited_stops_.rbegin(), visited_stops_.rend(), [&](const control* c) {
         return std::find(stops.begin(), stops.end(), c) != stops.end();
     });
-    return before == walked_.rend() ? nullptr : *before;
+    return before == visited_stops_.rend() ? nullptr : *before;
 }
 
 bool window_adapter::closes_frame(int key) {
     const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
     if (!enter && key != Qt::Key_Escape) return false;
-    button* const b = guide_.way_out(enter);
+    button* const b = guide_.closing_button(enter);
     if (b == nullptr || !can_be_reached(*b)) return false;
     adapters_.at(b)->act([b] { click(*b); });
     return true;

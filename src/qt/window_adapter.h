@@ -71,7 +71,7 @@ private:
     std::map<const control*, std::unique_ptr<QTimer>> timers_;
     focus_guide guide_;
     std::unique_ptr<access_keys> keys_;
-    std::vector<control*> walked_; // the stops up to the latest one that the tab key reached
+    std::vector<control*> visited_stops_; // the stops up to the latest one that the tab key reached
 };
 
 } // namespace desk::qt

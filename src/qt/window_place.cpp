@@ -39,7 +39,7 @@ window_place::window_place(QWidget& window, QSize plan, const QWidget* above)
 }
 
 QMargins window_place::frame_margins() const {
-    if (!has_been_seen_ || window_.windowHandle() == nullptr) return assumed_frame_;
+    if (!has_been_shown_ || window_.windowHandle() == nullptr) return assumed_frame_;
     const QMargins frame = window_.windowHandle()->frameMargins();
     return frame.isNull() ? assumed_frame_ : frame;
 }
@@ -59,8 +59,8 @@ QSize window_place::room_on_screen() const {
 bool window_place::eventFilter(QObject* watched, QEvent* e) {
     if (watched == &window_ && e->type() == QEvent::Show && !screen_changes_) on_first_show();
     if (watched == window_.windowHandle() && e->type() == QEvent::Expose && window_.windowHandle()->isExposed() &&
-        !has_been_seen_) {
-        has_been_seen_ = true;
+        !has_been_shown_) {
+        has_been_shown_ = true;
         // not while the window is being painted
         QMetaObject::invokeMethod(this, &window_place::correct_first_size, Qt::QueuedConnection);
     }

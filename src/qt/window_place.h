@@ -41,7 +41,7 @@ private:
     double usual_scale_;
     QMargins assumed_frame_;
     QSize first_size_;
-    bool has_been_seen_ = false;
+    bool has_been_shown_ = false;
     QMetaObject::Connection screen_changes_;
 };
 

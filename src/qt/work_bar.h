@@ -20,25 +20,25 @@ public:
     void follow();
 
     /// Why the desk waits; empty while it does not.
-    const QString& words() const { return words_; }
+    const QString& reason() const { return reason_; }
 
 protected:
     bool eventFilter(QObject* watched, QEvent* e) override;
     void paintEvent(QPaintEvent* e) override;
 
 private:
-    void lie_at_foot();
-    void come_up();
+    void move_to_bottom();
+    void show_on_top();
 
     QWidget& window_;
     const exchange& exchange_;
-    QElapsedTimer busy_;    // since the work began
-    QElapsedTimer again_;   // since a command was sent again
-    QElapsedTimer wanders_; // since the indeterminate piece started
-    QTimer goes_;           // hides the bar a moment after the work ends
+    QElapsedTimer busy_;          // since the work began
+    QElapsedTimer retrying_;      // since a command was sent again
+    QElapsedTimer indeterminate_; // since the indeterminate piece started
+    QTimer hide_timer_;           // hides the bar a moment after the work ends
     bool measured_ = true;
     int drawn_step_ = 0;
-    QString words_;
+    QString reason_;
 };
 
 } // namespace desk::qt

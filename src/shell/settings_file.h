@@ -13,7 +13,7 @@ inline constexpr const char* settings_file_name = "marlo_rs232.ini";
 
 /// The settings kept between runs, in 14 records: the port number, the ten previous files, and the programmer's three
 /// values.
-struct kept_settings {
+struct stored_settings {
     exchange& link;
     workbench_frame& edid;
     shared_fields& fields;

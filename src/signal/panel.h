@@ -52,8 +52,8 @@ private:
     /// Disables the button, turns it red, and sends its command.
     void press(button& member, std::string_view letters, int argument);
     /// Queries the number of channels, which the audio source may have changed.
-    void follow_up_lpcm();
-    void go_dark();
+    void query_lpcm();
+    void clear_lamps();
 
     exchange& exchange_;
     status_frame& status_;

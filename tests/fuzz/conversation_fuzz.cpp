@@ -160,9 +160,9 @@ private:
 };
 
 /// Failures that a line and an operator can cause.
-const std::set<failure> told = {failure::invalid_procedure_call, failure::overflow,
-                                failure::subscript_out_of_range, failure::invalid_property_value,
-                                failure::index_out_of_bounds,    failure::key_not_unique};
+const std::set<failure> expected = {failure::invalid_procedure_call, failure::overflow,
+                                    failure::subscript_out_of_range, failure::invalid_property_value,
+                                    failure::index_out_of_bounds,    failure::key_not_unique};
 
 } // namespace
 
@@ -173,7 +173,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         try {
             talk.hold();
         } catch (const runtime_failure& f) {
-            fuzz::demand(told.contains(f.code()), "a failure is one of those told");
+            fuzz::demand(expected.contains(f.code()), "a failure is one of those expected");
             throw;
         }
     });

@@ -37,7 +37,7 @@ private:
 };
 
 /// Splits a text at separators.
-inline std::vector<std::string> parted(std::string_view text, char separator) {
+inline std::vector<std::string> split(std::string_view text, char separator) {
     std::vector<std::string> pieces;
     while (true) {
         const std::size_t end = std::min(text.find(separator), text.size());

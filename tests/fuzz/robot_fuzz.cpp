@@ -46,7 +46,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     directory.put("marlo_rs232.ini", test::usual_settings);
     directory.put("timing_pattern.ini", test::plain_catalogue(30, 45));
     robot::robot operator_at_desk(directory.path());
-    std::vector<std::string> lines = fuzz::parted(fuzz::text_of(data, size), '\n');
+    std::vector<std::string> lines = fuzz::split(fuzz::text_of(data, size), '\n');
     lines.resize(std::min(lines.size(), most_lines));
     for (const std::string& line : lines) {
         if (!is_harmless(line)) continue;

@@ -6,7 +6,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace desk;
     fuzz::edid_side d;
-    kept_settings settings{d.link, d.edid, d.fields};
+    stored_settings settings{d.link, d.edid, d.fields};
     if (!fuzz::ends_well([&] { settings.read(fuzz::text_of(data, size)); })) return 0;
     const std::string kept = settings.text();
     fuzz::demand(fuzz::ends_well([&] { settings.read(kept); }), "what was written can be read");

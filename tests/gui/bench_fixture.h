@@ -1,9 +1,9 @@
 #pragma once
 
-#include "dialog_hand.h"
-#include "hand.h"
+#include "dialog_driver.h"
 #include "operated_simulator.h"
 #include "qt/desk_program.h"
+#include "ui_driver.h"
 
 #include <QTemporaryDir>
 
@@ -36,7 +36,7 @@ protected:
     /// Starts the desk and expects its window.
     void start();
 
-    hand operator_hand() { return hand(program->main_window()); }
+    ui_driver driver() { return ui_driver(program->main_window()); }
     frm_main& desk() { return program->desk(); }
     QString com1() const { return directory.filePath("com1"); }
 

@@ -1,14 +1,14 @@
 // Puts the desk into a situation in which the test requests its end: ending_desk SITUATION FOLDER. Prints "there"
 // once it is in it; a line on standard input presses the main window's close button.
 
-#include "dialog_hand.h"
-#include "hand.h"
+#include "dialog_driver.h"
 #include "operated_simulator.h"
 #include "platform/end_request.h"
+#include "qt/appearance.h"
 #include "qt/desk_program.h"
 #include "qt/end_watch.h"
-#include "qt/look.h"
 #include "simulator_on_event_loop.h"
+#include "ui_driver.h"
 
 #include <QAbstractScrollArea>
 #include <QApplication>
@@ -42,19 +42,19 @@ namespace desk::gui {
 
 namespace {
 
-void tell_there() {
+void print_there() {
     std::puts("there");
     std::fflush(stdout);
 }
 
 /// Prints "there" once `holds` returns true, even inside the event loop of a box or a menu.
-void tell_there_when(std::function<bool()> holds) {
+void print_there_when(std::function<bool()> holds) {
     auto* const look = new QTimer(qApp);
     QObject::connect(look, &QTimer::timeout, look, [look, holds = std::move(holds)] {
         if (!holds()) return;
         look->stop();
         look->deleteLater();
-        tell_there();
+        print_there();
     });
     look->start(5);
 }
@@ -65,21 +65,21 @@ bool is_open() {
 }
 
 /// A line that nobody reads. Link the port to its name before the desk starts.
-class deaf_line {
+class unread_line {
 public:
-    explicit deaf_line(const std::filesystem::path& link) : master_(::posix_openpt(O_RDWR | O_NOCTTY)) {
+    explicit unread_line(const std::filesystem::path& link) : master_(::posix_openpt(O_RDWR | O_NOCTTY)) {
         ::grantpt(master_);
         ::unlockpt(master_);
         const char* const name = ::ptsname(master_);
         slave_ = ::open(name, O_RDWR | O_NOCTTY | O_NONBLOCK);
         std::filesystem::create_symlink(name, link);
     }
-    ~deaf_line() {
+    ~unread_line() {
         ::close(slave_);
         ::close(master_);
     }
-    deaf_line(const deaf_line&) = delete;
-    deaf_line& operator=(const deaf_line&) = delete;
+    unread_line(const unread_line&) = delete;
+    unread_line& operator=(const unread_line&) = delete;
 
     /// Fills its buffer, so that it accepts nothing more.
     void fill() const {
@@ -106,9 +106,9 @@ public:
 
     int run(const std::string& situation) {
         if (situation == "start_up") {
-            tell_there_when(is_open<QMessageBox>);
+            print_there_when(is_open<QMessageBox>);
         } else if (situation == "endless_drain") {
-            deaf_.emplace(folder_ / "com1");
+            unread_line_.emplace(folder_ / "com1");
         } else {
             generator_.emplace(simulator_on_event_loop(QString::fromStdString(folder_ / "com1")));
         }
@@ -122,7 +122,7 @@ public:
     void close() { program_.main_window().close(); }
 
 private:
-    hand at() { return hand(program_.main_window()); }
+    ui_driver at() { return ui_driver(program_.main_window()); }
 
     void enter(const std::string& situation) {
         static const std::map<std::string, void (ending_desk::*)()> ways = {
@@ -150,29 +150,29 @@ private:
         at().click("cmd_read");
     }
 
-    void tell_there_when_heard(const QByteArray& command) {
-        tell_there_when([this, command] { return generator_->has_printed("> " + command + "\n"); });
+    void print_there_when_heard(const QByteArray& command) {
+        print_there_when([this, command] { return generator_->has_printed("> " + command + "\n"); });
     }
 
     void rest() {
         read_edid();
-        tell_there();
+        print_there();
     }
 
     void exchange() {
         read_edid();
-        generator_->tell("silent");
+        generator_->command("silent");
         at().click("cmd_timing");
-        tell_there_when_heard("TIM001");
+        print_there_when_heard("TIM001");
         at().click("cmd_run");
     }
 
     void erase() {
         read_edid();
-        generator_->tell("erase 60000");
+        generator_->command("erase 60000");
         std::vector<seen_box> boxes;
         answer_next_box(boxes, QMessageBox::Yes);
-        tell_there_when_heard("ERS001");
+        print_there_when_heard("ERS001");
         at().click("cmd_erase");
     }
 
@@ -192,17 +192,17 @@ private:
     void automatic_run() {
         read_edid();
         open_edid();
-        generator_->tell("silent");
-        in_next_window("frm_diag", [this](const hand& h) {
+        generator_->command("silent");
+        in_next_window("frm_diag", [this](const ui_driver& ui) {
             generator_->traffic(); // of the earlier READ
-            tell_there_when([this] { return generator_->commands().contains("ESC001"); });
-            h.click("cmd_run");
+            print_there_when([this] { return generator_->commands().contains("ESC001"); });
+            ui.click("cmd_run");
         });
         at().click("cmd_w_auto");
     }
 
     void endless_drain() {
-        deaf_->fill();
+        unread_line_->fill();
         at().click("cmd_timing");
         // no events run during that wait
         auto* const beat = new QTimer(qApp);
@@ -214,7 +214,7 @@ private:
                 before = beats_;
                 std::this_thread::sleep_for(std::chrono::milliseconds(500));
             }
-            tell_there();
+            print_there();
         });
         watcher_.detach();
         at().click("cmd_run");
@@ -222,27 +222,27 @@ private:
 
     void modal_window() {
         read_edid();
-        in_next_window("frm_diag", [](const hand&) { tell_there(); });
+        in_next_window("frm_diag", [](const ui_driver&) { print_there(); });
         at().click("cmd_sum_read");
     }
 
     void report() {
         read_edid();
         at().click("cmd_read_translate");
-        in_next_window("frm_report", [](const hand&) { tell_there(); });
+        in_next_window("frm_report", [](const ui_driver&) { print_there(); });
         at().click("cmd_edid_report");
     }
 
     void message_box() {
         read_edid();
         at().click("cmd_disconn");
-        tell_there_when(is_open<QMessageBox>);
+        print_there_when(is_open<QMessageBox>);
         at().click("cmd_about");
     }
 
     void file_dialog() {
         read_edid();
-        tell_there_when(is_open<QFileDialog>);
+        print_there_when(is_open<QFileDialog>);
         at().click("cmd_load");
     }
 
@@ -257,14 +257,14 @@ private:
             auto* const files = dialog->findChild<QListView*>("listView");
             emit files->customContextMenuRequested(QPoint(5, 5));
         });
-        tell_there_when(is_menu_open);
+        print_there_when(is_menu_open);
         at().click("cmd_load");
     }
 
     void menu_of_a_text() {
         read_edid();
         QWidget& text = *at().find<QAbstractScrollArea>("txt_read").viewport();
-        tell_there_when(is_menu_open);
+        print_there_when(is_menu_open);
         QContextMenuEvent asked(QContextMenuEvent::Mouse, QPoint(9, 9), text.mapToGlobal(QPoint(9, 9)));
         QApplication::sendEvent(&text, &asked);
     }
@@ -272,7 +272,7 @@ private:
     void open_list() {
         read_edid();
         at().find<QComboBox>("cbo_com").showPopup();
-        tell_there_when([] { return QApplication::activePopupWidget() != nullptr; });
+        print_there_when([] { return QApplication::activePopupWidget() != nullptr; });
     }
 
     void held_slider() {
@@ -281,18 +281,18 @@ private:
         at().click_row("lstv_pattern", 13);
         at().click("cmd_download");
         QTest::mousePress(&at().find("hsr_color_setting_0"), Qt::LeftButton, Qt::NoModifier, QPoint(40, 5));
-        tell_there();
+        print_there();
     }
 
     void failure_box() {
         read_edid();
-        tell_there_when(is_open<QMessageBox>);
+        print_there_when(is_open<QMessageBox>);
         program_.gate().run([] { throw runtime_failure(failure::overflow, "on purpose"); });
     }
 
     std::filesystem::path folder_;
     std::optional<operated_simulator> generator_;
-    std::optional<deaf_line> deaf_;
+    std::optional<unread_line> unread_line_;
     qt::desk_program program_;
     std::atomic<int> beats_ = 0;
     std::thread watcher_;
@@ -303,7 +303,7 @@ int run(int argument_count, char** arguments) {
     QApplication application(argument_count, arguments);
     qt::end_watch watch(request);
     QApplication::setQuitOnLastWindowClosed(false);
-    qt::set_look(application);
+    qt::set_appearance(application);
     if (argument_count != 3) return 2;
     ending_desk desk(arguments[2], watch);
     QSocketNotifier typed(STDIN_FILENO, QSocketNotifier::Read);

@@ -65,7 +65,7 @@ TEST_F(unopened_port, is_reported_before_the_window_appears_and_the_desk_continu
     ASSERT_EQ(boxes.size(), 1U);
     EXPECT_EQ(boxes[0].text, "RS232 can not work on COM 1: !");
     EXPECT_FALSE(desk().exchange.rs232_connected);
-    EXPECT_EQ(operator_hand().find("cmd_disconn").palette().color(QPalette::Button), QColor(255, 0, 0));
+    EXPECT_EQ(driver().find("cmd_disconn").palette().color(QPalette::Button), QColor(255, 0, 0));
 }
 
 class failure_while_running : public bench {};
@@ -77,7 +77,7 @@ TEST_F(failure_while_running, ends_the_program_and_rewrites_nothing) {
     remove_file("marlo_rs232.ini");
     std::vector<seen_box> boxes;
     answer_next_box(boxes, QMessageBox::Ok);
-    operator_hand().click("cmd_timing");
+    driver().click("cmd_timing");
     ASSERT_EQ(boxes.size(), 1U);
     EXPECT_TRUE(boxes[0].text.startsWith("Run-time error '11':\n\nDivision by zero\n\n"));
     EXPECT_TRUE(program->gate().over());
@@ -88,17 +88,17 @@ TEST_F(failure_while_running, ends_the_program_and_rewrites_nothing) {
 TEST_F(failure_while_running, in_a_nested_event_also_ends_the_suspended_procedures) {
     plug_generator();
     start();
-    const hand h = operator_hand();
-    generator->tell("silent");
-    h.click("cmd_timing");
+    const ui_driver ui = driver();
+    generator->command("silent");
+    ui.click("cmd_timing");
     bool came_back = false;
     std::vector<seen_box> boxes;
     answer_next_box(boxes, QMessageBox::Ok);
-    h.when(heard("TIM001"), [&] {
+    ui.when(heard("TIM001"), [&] {
         program->gate().run([] { throw runtime_failure(failure::overflow, "a nested event"); });
         came_back = true;
     });
-    h.click("cmd_run");
+    ui.click("cmd_run");
     EXPECT_TRUE(came_back);
     ASSERT_EQ(boxes.size(), 1U);
     EXPECT_EQ(boxes[0].text, "Run-time error '6':\n\nOverflow\n\na nested event.\n\nThe program ends now.");
@@ -129,8 +129,8 @@ protected:
 };
 
 TEST_F(box_of_a_failure, says_where_the_work_is_saved_and_how_to_go_on) {
-    operator_hand().click("cmd_edid");
-    operator_hand().click("cmd_read");
+    driver().click("cmd_edid");
+    driver().click("cmd_read");
     fail([this](const QMessageBox& box) {
         const QStringList parts = box.text().split("\n\n");
         ASSERT_EQ(parts.size(), 6) << qPrintable(box.text());

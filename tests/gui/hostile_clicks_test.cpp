@@ -2,8 +2,8 @@
 // exchange. Only the topmost control reacts, and only to the left button.
 
 #include "every_view.h"
-#include "holding_hand.h"
 #include "model_watch.h"
+#include "raw_input.h"
 
 #include "controls/controls.h"
 #include "controls/list_view.h"
@@ -25,11 +25,12 @@ namespace desk::gui {
 
 namespace {
 
-enum class deed { wheel, wheel_with_ctrl, left, right, middle, double_left };
-constexpr deed deeds[] = {deed::wheel, deed::wheel_with_ctrl, deed::left, deed::right, deed::middle, deed::double_left};
+enum class mouse_action { wheel, wheel_with_ctrl, left, right, middle, double_left };
+constexpr mouse_action deeds[] = {mouse_action::wheel, mouse_action::wheel_with_ctrl, mouse_action::left,
+                                  mouse_action::right, mouse_action::middle,          mouse_action::double_left};
 
-bool is_left(deed d) { return d == deed::left || d == deed::double_left; }
-bool is_wheel(deed d) { return d == deed::wheel || d == deed::wheel_with_ctrl; }
+bool is_left(mouse_action d) { return d == mouse_action::left || d == mouse_action::double_left; }
+bool is_wheel(mouse_action d) { return d == mouse_action::wheel || d == mouse_action::wheel_with_ctrl; }
 
 class hostile_clicks : public view_bench, public ::testing::WithParamInterface<view> {
 protected:
@@ -50,7 +51,7 @@ protected:
     };
     /// Where to click a control: a wide check box reacts only on its mark and text.
     spot spot_of(const control& c) {
-        QWidget& w = operator_hand().find(widget_name(c));
+        QWidget& w = driver().find(widget_name(c));
         const QPoint at(8, w.height() / 2);
         int left = 8 * 15;
         int top = c.height / 2;
@@ -61,21 +62,22 @@ protected:
         return {w.mapTo(&program->main_window(), at), on_top_at(form(), left, top)};
     }
 
-    void do_at(deed d, QPoint at) {
+    void do_at(mouse_action d, QPoint at) {
         QWindow* const w = program->main_window().windowHandle();
         switch (d) {
-        case deed::left:
+        case mouse_action::left:
             return QTest::mouseClick(w, Qt::LeftButton, {}, at);
-        case deed::right:
+        case mouse_action::right:
             return QTest::mouseClick(w, Qt::RightButton, {}, at);
-        case deed::middle:
+        case mouse_action::middle:
             return QTest::mouseClick(w, Qt::MiddleButton, {}, at);
-        case deed::double_left:
+        case mouse_action::double_left:
             return QTest::mouseDClick(w, Qt::LeftButton, {}, at);
         default:
             for (const int turn : {120, -120}) {
                 QWheelEvent e(at, program->main_window().mapToGlobal(QPointF(at)), {}, {0, turn}, Qt::NoButton,
-                              d == deed::wheel ? Qt::NoModifier : Qt::ControlModifier, Qt::NoScrollPhase, false);
+                              d == mouse_action::wheel ? Qt::NoModifier : Qt::ControlModifier, Qt::NoScrollPhase,
+                              false);
                 QSpontaneKeyEvent::setSpontaneous(&e);
                 qApp->notify(w, &e);
             }
@@ -94,17 +96,17 @@ protected:
 
     /// Minimum number of events for the left button: a button and a list count both clicks of a double click, other
     /// controls one.
-    static int least_events(const control& c, deed d) {
-        if (c.kind() == control_kind::button) return d == deed::double_left ? 2 : 1;
+    static int least_events(const control& c, mouse_action d) {
+        if (c.kind() == control_kind::button) return d == mouse_action::double_left ? 2 : 1;
         const auto* const l = dynamic_cast<const list_view*>(&c);
         return l != nullptr && l->on_click && l->row_count() > 0 ? 1 : 0;
     }
-    static int most_events(const control& c, deed d) {
-        const int once = c.kind() == control_kind::list_view && d == deed::double_left ? 2 : 1;
-        return d == deed::double_left || is_wheel(d) ? 2 * once : once;
+    static int most_events(const control& c, mouse_action d) {
+        const int once = c.kind() == control_kind::list_view && d == mouse_action::double_left ? 2 : 1;
+        return d == mouse_action::double_left || is_wheel(d) ? 2 * once : once;
     }
 
-    static std::string focused() { return holding_hand::focused(); }
+    static std::string focused() { return raw_input::focused(); }
 
     static bool turns_with_wheel(const control& c, const std::string& focused) {
         return c.kind() == control_kind::slider && widget_name(c).toStdString() == focused;
@@ -117,14 +119,14 @@ protected:
         const control* const top = s.on_top;
         const bool live = !dead && top != nullptr && top->usable();
         const std::string top_name = top == nullptr ? "" : top->full_name();
-        for (const deed d : deeds) {
-            SCOPED_TRACE(aim.full_name() + " under the hand, on top " + top_name + ", deed " +
+        for (const mouse_action d : deeds) {
+            SCOPED_TRACE(aim.full_name() + " under the mouse, on top " + top_name + ", action " +
                          std::to_string(static_cast<int>(d)));
             const std::string focus_before = focused();
             do_at(d, s.pixel);
             close_lists();
             std::map<std::string, int> events = events_->take();
-            sight_of_model now = see(form());
+            model_snapshot now = snapshot_of(form());
             std::set<std::string> changed = changes(seen_, now);
             seen_ = std::move(now);
             if (live && (is_left(d) || (is_wheel(d) && turns_with_wheel(*top, focus_before)))) {
@@ -154,7 +156,7 @@ protected:
     void try_all(const char* when) {
         SCOPED_TRACE(when);
         events_.emplace(form());
-        seen_ = see(form());
+        seen_ = snapshot_of(form());
         std::vector<control*> out_of_reach;
         for (control* c : shown_controls()) {
             try_spot(*c, false);
@@ -164,10 +166,10 @@ protected:
         events_.reset();
     }
 
-    void try_dead(const char* when, const std::vector<control*>& all) {
+    void try_disabled(const char* when, const std::vector<control*>& all) {
         SCOPED_TRACE(when);
         events_.emplace(form());
-        seen_ = see(form());
+        seen_ = snapshot_of(form());
         for (const control* c : all)
             try_spot(*c, true);
         press_by_program(all);
@@ -191,55 +193,55 @@ protected:
     void press_by_program(const std::vector<control*>& all) {
         const std::string focus_before = focused();
         for (const control* c : all)
-            if (auto* const b = qobject_cast<QAbstractButton*>(&operator_hand().find(widget_name(*c)))) b->click();
+            if (auto* const b = qobject_cast<QAbstractButton*>(&driver().find(widget_name(*c)))) b->click();
         EXPECT_EQ(events_->take(), (std::map<std::string, int>()));
-        EXPECT_EQ(changes(seen_, see(form())), std::set<std::string>());
+        EXPECT_EQ(changes(seen_, snapshot_of(form())), std::set<std::string>());
         EXPECT_EQ(focused(), focus_before);
     }
 
     void TearDown() override { EXPECT_EQ(generator->commands(), QStringList()); }
 
     std::optional<event_watch> events_;
-    sight_of_model seen_;
+    model_snapshot seen_;
 };
 
-TEST_P(hostile_clicks, work_what_lies_on_top_and_nothing_else) {
+TEST_P(hostile_clicks, reach_only_the_topmost_control) {
     try_all("at rest");
 
     // the command that About sends
-    const hand h = operator_hand();
-    generator->tell("delay 200");
+    const ui_driver ui = driver();
+    generator->command("delay 200");
     bool tried = false;
-    h.when(heard("VER001"), [&] {
+    ui.when(heard("VER001"), [&] {
         generator->commands();
         EXPECT_FALSE(desk().about.cmd_about.enabled);
         try_all("during an exchange");
         EXPECT_EQ(generator->commands(), QStringList());
         tried = true;
     });
-    h.click("cmd_about");
+    ui.click("cmd_about");
     EXPECT_TRUE(tried);
 
-    ASSERT_TRUE(h.is_shown("fra_about"));
+    ASSERT_TRUE(ui.is_shown("fra_about"));
     generator->commands();
     try_all("under About");
 }
 
-TEST_P(hostile_clicks, work_nothing_behind_a_box_and_nothing_disabled) {
-    const hand h = operator_hand();
-    h.click("cmd_disconn");
+TEST_P(hostile_clicks, reach_nothing_behind_a_box_and_nothing_disabled) {
+    const ui_driver ui = driver();
+    ui.click("cmd_disconn");
     bool stays = false;
-    h.when([] { return qobject_cast<QMessageBox*>(QApplication::activeModalWidget()) != nullptr; },
-           [&] {
-               QWidget& box = *QApplication::activeModalWidget();
-               ASSERT_TRUE(wait_until([&] { return QGuiApplication::focusWindow() == box.windowHandle(); }, 5000));
-               try_dead("behind a box", shown_controls());
-               stays = box.isVisible();
-               box.close();
-           });
-    h.click("cmd_refresh");
+    ui.when([] { return qobject_cast<QMessageBox*>(QApplication::activeModalWidget()) != nullptr; },
+            [&] {
+                QWidget& box = *QApplication::activeModalWidget();
+                ASSERT_TRUE(wait_until([&] { return QGuiApplication::focusWindow() == box.windowHandle(); }, 5000));
+                try_disabled("behind a box", shown_controls());
+                stays = box.isVisible();
+                box.close();
+            });
+    ui.click("cmd_refresh");
     EXPECT_TRUE(stays);
-    h.click("cmd_conn");
+    ui.click("cmd_conn");
 
     std::vector<control*> disabled;
     for (control* c : shown_controls())
@@ -247,14 +249,14 @@ TEST_P(hostile_clicks, work_nothing_behind_a_box_and_nothing_disabled) {
     // it takes the focus, so that a control that grabs it is noticed
     program->main_window().activateWindow();
     ASSERT_TRUE(wait_until([] { return !focused().empty(); }, 5000));
-    h.find("cmd_about").setFocus();
+    ui.find("cmd_about").setFocus();
     program->gate().run([&] {
         for (control* c : disabled)
             c->enabled = false;
     });
     ASSERT_EQ(focused(), "cmd_about");
     generator->commands();
-    try_dead("disabled", disabled);
+    try_disabled("disabled", disabled);
 }
 
 INSTANTIATE_TEST_SUITE_P(views, hostile_clicks, ::testing::ValuesIn(every_view()), name_of_view);

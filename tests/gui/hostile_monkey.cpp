@@ -2,12 +2,12 @@
 // exchanges, boxes and menus, while the generator answers late, wrongly or not at all. At the end nothing is stuck,
 // and a Refresh shows the generator's state.
 
-#include "hand.h"
-#include "holding_hand.h"
 #include "operated_simulator.h"
+#include "qt/appearance.h"
 #include "qt/desk_program.h"
-#include "qt/look.h"
+#include "raw_input.h"
 #include "simulator_on_event_loop.h"
+#include "ui_driver.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -74,9 +74,9 @@ bool takes_minutes(const QWidget* w) {
     return w != nullptr && (w->objectName() == "cmd_erase" || w->objectName() == "cmd_reset");
 }
 
-class wild_hands {
+class random_input {
 public:
-    wild_hands(dice& d, QString folder) : dice_(d), folder_(std::move(folder)) {}
+    random_input(dice& d, QString folder) : dice_(d), folder_(std::move(folder)) {}
 
     void act() {
         QWidget* const top = window_on_top();
@@ -88,9 +88,9 @@ public:
             work_mouse(*top);
     }
 
-    void let_go() {
+    void release_all() {
         for (const Qt::Key key : std::exchange(down_, {}))
-            holding_hand::release(key);
+            raw_input::release(key);
         QWidget* const top = window_on_top();
         if (top == nullptr || top->windowHandle() == nullptr) return;
         const QPointer<QWindow> w = top->windowHandle();
@@ -118,16 +118,16 @@ private:
         const Qt::KeyboardModifiers held = dice_.one_of(modifiers);
         if (!down_.empty() && dice_.below(3) != 0) {
             const Qt::Key key = *std::next(down_.begin(), dice_.below(static_cast<int>(down_.size())));
-            if (dice_.below(2) == 0) return holding_hand::repeat(key, 1 + dice_.below(5), held);
+            if (dice_.below(2) == 0) return raw_input::repeat(key, 1 + dice_.below(5), held);
             down_.erase(key);
             // sometimes another program gets the release
-            if (dice_.below(10) != 0) holding_hand::release(key, held);
+            if (dice_.below(10) != 0) raw_input::release(key, held);
             return;
         }
         const Qt::Key key = dice_.one_of(keys);
         if (takes_minutes(QApplication::focusWidget()) && key != Qt::Key_Tab) return;
         down_.insert(key);
-        holding_hand::press(key, held);
+        raw_input::press(key, held);
     }
 
     void work_mouse(QWidget& top) {
@@ -183,22 +183,22 @@ private:
 
 class bench {
 public:
-    bench(int events, unsigned seed) : dice_(seed), hands_(dice_, folder_.path()), left_(events), seed_(seed) {
+    bench(int events, unsigned seed) : dice_(seed), input_(dice_, folder_.path()), left_(events), seed_(seed) {
         next_.setSingleShot(true);
         // during everything: exchanges, boxes, and its own actions
-        QObject::connect(&next_, &QTimer::timeout, &next_, [this] { go_on(); });
+        QObject::connect(&next_, &QTimer::timeout, &next_, [this] { act(); });
     }
 
     void run() {
         const QByteArray edid = generator().sink(1);
         put("a.hex", edid.toHex(' '));
         put("b.bin", edid);
-        generator().tell(QString("faults 15 seed %1 drop repeat garble delay short long").arg(seed_));
+        generator().command(QString("faults 15 seed %1 drop repeat garble delay short long").arg(seed_));
         while (left_ > 0 || !program_)
             run_program();
-        generator().tell("faults off");
+        generator().command("faults off");
         clear_quit();
-        look_at_end();
+        check_at_end();
     }
 
     void report(int events) const {
@@ -249,16 +249,16 @@ private:
         program_.reset();
     }
 
-    void go_on() {
+    void act() {
         next_.start(1 + dice_.below(3));
         if (program_->gate().over()) {
             // a run-time failure waits in its box
             if (auto* const box = qobject_cast<QDialog*>(QApplication::activeModalWidget())) box->reject();
             return;
         }
-        if (left_-- > 0) return hands_.act();
+        if (left_-- > 0) return input_.act();
         // closes open windows one by one until the desk is idle
-        hands_.let_go();
+        input_.release_all();
         QWidget* const top = window_on_top();
         if (top == nullptr || top->objectName() == "frm_main") return QApplication::exit();
         if (auto* const dialog = qobject_cast<QDialog*>(top))
@@ -270,35 +270,35 @@ private:
     }
 
     static void close_window(QWidget& top) {
-        for (const char* way_out : {"cmd_ok", "cmd_exit"}) {
-            auto* const b = top.findChild<QWidget*>(way_out);
-            if (b != nullptr && b->isVisible() && b->isEnabled()) return hand(top).click(way_out);
+        for (const char* closing_button : {"cmd_ok", "cmd_exit"}) {
+            auto* const b = top.findChild<QWidget*>(closing_button);
+            if (b != nullptr && b->isVisible() && b->isEnabled()) return ui_driver(top).click(closing_button);
         }
     }
 
-    void look_at_end() {
-        const hand h(program_->main_window());
+    void check_at_end() {
+        const ui_driver h(program_->main_window());
         // a key released over another program counts as down for a while
-        const auto list_opens = [&h] { return h.click("cbo_com"), QApplication::activePopupWidget() != nullptr; };
+        const auto list_opens = [&ui] { return ui.click("cbo_com"), QApplication::activePopupWidget() != nullptr; };
         if (!wait_until(list_opens, 10000)) throw std::runtime_error("the window takes no click");
-        holding_hand::tap(Qt::Key_Home);
-        holding_hand::tap(Qt::Key_Return);
-        h.click("cmd_timing");
-        mark(h, "lstv_timing", program_->desk().catalogue.lstv_timing, 5);
-        h.click("cmd_run");
-        h.click("cmd_pattern");
-        mark(h, "lstv_pattern", program_->desk().catalogue.lstv_pattern, 7);
-        h.click("cmd_run");
-        h.click("cmd_refresh");
-        const auto hdcp = h.text("lab_hdcp") == "ON" ? "on" : "off";
-        generator().tell("state");
+        raw_input::tap(Qt::Key_Home);
+        raw_input::tap(Qt::Key_Return);
+        ui.click("cmd_timing");
+        mark(ui, "lstv_timing", program_->desk().catalogue.lstv_timing, 5);
+        ui.click("cmd_run");
+        ui.click("cmd_pattern");
+        mark(ui, "lstv_pattern", program_->desk().catalogue.lstv_pattern, 7);
+        ui.click("cmd_run");
+        ui.click("cmd_refresh");
+        const auto hdcp = ui.text("lab_hdcp") == "ON" ? "on" : "off";
+        generator().command("state");
         static const std::vector<QString> outputs = {"PC", "HD", "DVI", "HDMI"};
-        const auto output = std::find(outputs.begin(), outputs.end(), h.text("lab_out")) - outputs.begin() + 1;
+        const auto output = std::find(outputs.begin(), outputs.end(), ui.text("lab_out")) - outputs.begin() + 1;
         const QString shown = QString("timing %1, pattern %2, output %3 (%4), HDCP %5\n")
                                   .arg(program_->desk().catalogue.cur_timing)
                                   .arg(program_->desk().catalogue.cur_pattern)
                                   .arg(output)
-                                  .arg(h.text("lab_out"), hdcp);
+                                  .arg(ui.text("lab_out"), hdcp);
         if (program_->desk().catalogue.cur_timing != 5 || program_->desk().catalogue.cur_pattern != 7 ||
             !generator().has_printed(shown.toUtf8()))
             throw std::runtime_error("Refresh shows something else: " + shown.toStdString() +
@@ -307,17 +307,17 @@ private:
                                      (program_->desk().exchange.rs232_connected ? "" : ", closed"));
     }
 
-    static void mark(const hand& h, const QString& name, const list_view& list, int row) {
-        const auto marks = [&] { return h.click_row(name, row), list.selected() == row; };
+    static void mark(const ui_driver& ui, const QString& name, const list_view& list, int row) {
+        const auto marks = [&] { return ui.click_row(name, row), list.selected() == row; };
         if (!wait_until(marks, 5000)) throw std::runtime_error("a click marks no row of " + name.toStdString());
-        const auto& rows = h.find<QTreeWidget>(name);
+        const auto& rows = ui.find<QTreeWidget>(name);
         if (rows.indexOfTopLevelItem(rows.currentItem()) + 1 != row)
             throw std::runtime_error("another row is marked in " + name.toStdString());
     }
 
     QTemporaryDir folder_;
     dice dice_;
-    wild_hands hands_;
+    random_input input_;
     int left_;
     unsigned seed_;
     QTimer next_;
@@ -341,7 +341,7 @@ int main(int argument_count, char** arguments) {
     }
     QApplication application(argument_count, arguments);
     QApplication::setQuitOnLastWindowClosed(false);
-    desk::qt::set_look(application);
+    desk::qt::set_appearance(application);
     try {
         desk::gui::bench b(events, static_cast<unsigned>(seed));
         b.run();

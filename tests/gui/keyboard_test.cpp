@@ -25,7 +25,7 @@ protected:
 
     /// The tab stops, from the port list once around.
     QStringList walk(Qt::Key key = Qt::Key_Tab) {
-        operator_hand().find("cbo_com").setFocus();
+        driver().find("cbo_com").setFocus();
         QStringList order;
         do {
             order << QApplication::focusWidget()->objectName();
@@ -87,14 +87,14 @@ const std::vector<view> views = {
 TEST_F(keyboard, reaches_every_control_of_a_view_in_reading_order) {
     start();
     for (const view& v : views) {
-        operator_hand().click(v.button);
+        driver().click(v.button);
         EXPECT_EQ(walk_view(), line(v.order)) << v.button;
     }
 }
 
 TEST_F(keyboard, walks_backwards_in_the_same_order) {
     start();
-    operator_hand().click("cmd_fav_timing");
+    driver().click("cmd_fav_timing");
     QStringList order = walk();
     const QStringList back = walk(Qt::Key_Backtab);
     order.append(order.takeFirst());
@@ -104,12 +104,12 @@ TEST_F(keyboard, walks_backwards_in_the_same_order) {
 
 TEST_F(keyboard, reaches_the_color_values_and_the_custom_string) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_pattern");
-    h.click_row("lstv_pattern", 13);
-    h.click("cmd_download");
+    const ui_driver ui = driver();
+    ui.click("cmd_pattern");
+    ui.click_row("lstv_pattern", 13);
+    ui.click("cmd_download");
     // releasing a key over the list would clear the values
-    h.find("cmd_download").setFocus();
+    ui.find("cmd_download").setFocus();
     QStringList order;
     for (int i = 0; i < 9; ++i) {
         press(Qt::Key_Tab);
@@ -117,29 +117,29 @@ TEST_F(keyboard, reaches_the_color_values_and_the_custom_string) {
     }
     EXPECT_EQ(line(order), "cmd_run hsr_color_setting_0 txt_color_setting_0 hsr_color_setting_1 txt_color_setting_1 "
                            "hsr_color_setting_2 txt_color_setting_2 hsr_color_setting_3 txt_color_setting_3");
-    h.click_row("lstv_pattern", 41);
+    ui.click_row("lstv_pattern", 41);
     EXPECT_EQ(walk_view(), "lstv_pattern cmd_download cmd_run txt_motion_str cmd_upload");
 }
 
 TEST_F(keyboard, skips_controls_covered_by_the_translation) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_edid");
-    h.click("cmd_read");
-    h.click("cmd_read_translate");
+    const ui_driver ui = driver();
+    ui.click("cmd_edid");
+    ui.click("cmd_read");
+    ui.click("cmd_read_translate");
     EXPECT_EQ(walk_view(), "cmd_edid_report cmd_edid_back tree_edid txt_edid");
 }
 
 TEST_F(keyboard, continues_at_the_same_place_after_a_frame_closes) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_setup");
-    h.click("cmd_about");
-    h.find("cbo_com").setFocus();
+    const ui_driver ui = driver();
+    ui.click("cmd_setup");
+    ui.click("cmd_about");
+    ui.find("cbo_com").setFocus();
     while (QApplication::focusWidget()->objectName() != "cmd_about_ok")
         press(Qt::Key_Tab);
     press(Qt::Key_Space);
-    ASSERT_FALSE(h.is_shown("fra_about"));
+    ASSERT_FALSE(ui.is_shown("fra_about"));
     EXPECT_EQ(focused(), "cmd_about");
     press(Qt::Key_Tab);
     EXPECT_EQ(focused(), "cmd_timing");
@@ -147,27 +147,27 @@ TEST_F(keyboard, continues_at_the_same_place_after_a_frame_closes) {
 
 TEST_F(keyboard, cycles_through_option_buttons_with_the_arrow_keys) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_edid");
-    h.find("opt_edid_src_1").setFocus();
+    const ui_driver ui = driver();
+    ui.click("cmd_edid");
+    ui.find("opt_edid_src_1").setFocus();
     press(Qt::Key_Right);
-    EXPECT_TRUE(h.find("opt_edid_src_2").hasFocus());
+    EXPECT_TRUE(ui.find("opt_edid_src_2").hasFocus());
     EXPECT_TRUE(desk().workbench.opt_edid_src[1].value);
     EXPECT_EQ(desk().shared_fields.edid_src, 2);
     press(Qt::Key_Up);
     press(Qt::Key_Up);
-    EXPECT_TRUE(h.find("opt_edid_src_3").hasFocus());
+    EXPECT_TRUE(ui.find("opt_edid_src_3").hasFocus());
     EXPECT_EQ(desk().shared_fields.edid_src, 3);
     press(Qt::Key_Down);
     EXPECT_EQ(desk().shared_fields.edid_src, 1);
     press(Qt::Key_Tab);
-    EXPECT_TRUE(h.find("txt_write").hasFocus());
+    EXPECT_TRUE(ui.find("txt_write").hasFocus());
 }
 
 TEST_F(keyboard, ticks_the_rows_of_a_list) {
     start();
-    operator_hand().click("cmd_fav_timing");
-    operator_hand().find("lstv_timing").setFocus();
+    driver().click("cmd_fav_timing");
+    driver().find("lstv_timing").setFocus();
     press(Qt::Key_Down);
     press(Qt::Key_Space);
     press(Qt::Key_Down);
@@ -184,48 +184,48 @@ TEST_F(keyboard, opens_a_previous_file) {
     put_file("marlo_rs232.ini", "1\r\n\"" + directory.filePath("display.bin").toLocal8Bit() + "\"\r\n" +
                                     QByteArray("\"\"\r\n").repeated(9) + "0\r\n0\r\n0\r\n");
     start();
-    const hand h = operator_hand();
-    h.click("cmd_edid");
-    h.find("cmd_pre_f").setFocus();
+    const ui_driver ui = driver();
+    ui.click("cmd_edid");
+    ui.find("cmd_pre_f").setFocus();
     press(Qt::Key_Space);
-    ASSERT_TRUE(h.is_shown("fra_pre_f"));
+    ASSERT_TRUE(ui.is_shown("fra_pre_f"));
     EXPECT_EQ(walk().count("lab_pre_f_0"), 1);
     EXPECT_EQ(walk().count("lab_pre_f_1"), 0);
-    h.find("lab_pre_f_0").setFocus();
+    ui.find("lab_pre_f_0").setFocus();
     press(Qt::Key_Return);
-    EXPECT_FALSE(h.is_shown("fra_pre_f"));
-    EXPECT_TRUE(h.text("txt_write").startsWith("00 FF FF FF FF FF FF 00"));
+    EXPECT_FALSE(ui.is_shown("fra_pre_f"));
+    EXPECT_TRUE(ui.text("txt_write").startsWith("00 FF FF FF FF FF FF 00"));
 }
 
 TEST_F(keyboard, walks_the_tree_and_closes_the_report_with_escape) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_edid");
-    h.click("cmd_read");
-    h.click("cmd_read_translate");
-    h.find("tree_edid").setFocus();
+    const ui_driver ui = driver();
+    ui.click("cmd_edid");
+    ui.click("cmd_read");
+    ui.click("cmd_read_translate");
+    ui.find("tree_edid").setFocus();
     press(Qt::Key_Down);
     press(Qt::Key_Up);
-    EXPECT_TRUE(h.text("txt_edid").contains("Block 0 is VESA Basic Block")) << qPrintable(h.text("txt_edid"));
+    EXPECT_TRUE(ui.text("txt_edid").contains("Block 0 is VESA Basic Block")) << qPrintable(ui.text("txt_edid"));
     std::string first;
-    in_next_window("frm_report", [&](const hand& report) {
+    in_next_window("frm_report", [&](const ui_driver& report) {
         EXPECT_TRUE(has_the_keys(report.find("frm_report")));
         first = focused();
         report.press_key("txt_report", Qt::Key_Escape);
         EXPECT_FALSE(report.is_shown("frm_report"));
     });
-    h.find("cmd_edid_report").setFocus();
+    ui.find("cmd_edid_report").setFocus();
     press(Qt::Key_Return);
     EXPECT_EQ(first, "txt_report");
 }
 
 TEST_F(keyboard, works_a_window_with_a_single_exit) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_edid");
-    h.click("cmd_read");
+    const ui_driver ui = driver();
+    ui.click("cmd_edid");
+    ui.click("cmd_read");
     QStringList order;
-    in_next_window("frm_diag", [&](const hand& diag) {
+    in_next_window("frm_diag", [&](const ui_driver& diag) {
         EXPECT_TRUE(has_the_keys(diag.find("frm_diag")));
         for (int i = 0; i < 5; ++i) {
             order << QApplication::focusWidget()->objectName();
@@ -234,21 +234,21 @@ TEST_F(keyboard, works_a_window_with_a_single_exit) {
         press(Qt::Key_Return);
         EXPECT_FALSE(diag.is_shown("frm_diag")) << "the keys are on EXIT";
     });
-    h.press_key("cmd_sum_read", Qt::Key_Return);
-    in_next_window("frm_diag", [&](const hand& diag) {
+    ui.press_key("cmd_sum_read", Qt::Key_Return);
+    in_next_window("frm_diag", [&](const ui_driver& diag) {
         diag.press_key("chk_4digits", Qt::Key_Return);
         EXPECT_TRUE(diag.is_shown("frm_diag")) << "Enter presses no EXIT from afar";
         diag.press_key("chk_4digits", Qt::Key_Escape);
         EXPECT_FALSE(diag.is_shown("frm_diag"));
     });
-    h.press_key("cmd_sum_read", Qt::Key_Return);
+    ui.press_key("cmd_sum_read", Qt::Key_Return);
     EXPECT_EQ(line(order), "cbo_eeprom opt_unused_0 chk_4digits cmd_checksum cmd_ok");
 }
 
 TEST_F(keyboard, has_unique_mnemonics_in_each_view) {
     start();
     for (const view& v : views) {
-        operator_hand().click(v.button);
+        driver().click(v.button);
         QStringList seen;
         for (const auto* b : program->main_window().findChildren<QAbstractButton*>()) {
             const QString key = QKeySequence::mnemonic(b->text()).toString();
@@ -262,18 +262,18 @@ TEST_F(keyboard, has_unique_mnemonics_in_each_view) {
 
 TEST_F(keyboard, shows_an_ampersand_as_text) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_edid");
+    const ui_driver ui = driver();
+    ui.click("cmd_edid");
     desk().workbench.cmd_load.caption = "R&D";
     desk().workbench.opt_edid_src[0].caption = "R&D";
     desk().workbench.fra_edid.caption = "R&D";
-    h.click("lab_read"); // any event updates the window
+    ui.click("lab_read"); // any event updates the window
     for (const char* name : {"cmd_load", "opt_edid_src_1"}) {
-        EXPECT_EQ(h.find<QAbstractButton>(name).text(), "R&&D");
-        EXPECT_EQ(h.find<QAbstractButton>(name).accessibleName(), "R&D");
-        EXPECT_TRUE(QKeySequence::mnemonic(h.find<QAbstractButton>(name).text()).isEmpty());
+        EXPECT_EQ(ui.find<QAbstractButton>(name).text(), "R&&D");
+        EXPECT_EQ(ui.find<QAbstractButton>(name).accessibleName(), "R&D");
+        EXPECT_TRUE(QKeySequence::mnemonic(ui.find<QAbstractButton>(name).text()).isEmpty());
     }
-    EXPECT_EQ(h.find<QGroupBox>("fra_edid").title(), "R&&D");
+    EXPECT_EQ(ui.find<QGroupBox>("fra_edid").title(), "R&&D");
 }
 
 } // namespace

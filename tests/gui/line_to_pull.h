@@ -19,9 +19,9 @@ namespace desk::gui {
 struct pull_moment {
     enum class after {
         never,
-        heard, ///< after this many bytes from the desk, before any answer to the last
-        done,  ///< after this many bytes from the desk and their answers: when the next byte arrives
-        said   ///< after this many bytes to the desk
+        received, ///< after this many bytes from the desk, before any answer to the last
+        answered, ///< after this many bytes from the desk and their answers: when the next byte arrives
+        sent      ///< after this many bytes to the desk
     };
     after what = after::never;
     std::size_t bytes = 0;
@@ -48,9 +48,9 @@ public:
 
 private:
     void serve();
-    void hear(std::uint8_t byte);
-    void say(const answer& parts);
-    void say(const bytes& data);
+    void receive(std::uint8_t byte);
+    void send(const answer& parts);
+    void send(const bytes& data);
     bool is_now(pull_moment::after what, std::size_t count) const;
     void hang_up();
     void end_thread();
@@ -61,8 +61,8 @@ private:
     command_stream stream_;
     std::string last_command_;
     pull_moment moment_;
-    std::size_t heard_ = 0;
-    std::size_t said_ = 0;
+    std::size_t received_ = 0;
+    std::size_t sent_ = 0;
     std::atomic<bool> pulled_ = false;
     std::atomic<bool> ending_ = false;
     terminal_pace pace_;

@@ -49,14 +49,14 @@ bool lies_at(const control& c, int left, int top) {
 
 } // namespace
 
-sight_of_model see(const window& w) {
-    sight_of_model all;
+model_snapshot snapshot_of(const window& w) {
+    model_snapshot all;
     for (const control* c : w.controls())
         if (c->kind() != control_kind::timer) all[c->full_name()] = line_of(*c);
     return all;
 }
 
-std::set<std::string> changes(const sight_of_model& before, const sight_of_model& after) {
+std::set<std::string> changes(const model_snapshot& before, const model_snapshot& after) {
     std::set<std::string> changed;
     for (const auto& [name, line] : after)
         if (before.at(name) != line) changed.insert(name);

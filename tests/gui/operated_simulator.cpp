@@ -40,14 +40,14 @@ operated_simulator::~operated_simulator() { program_->end(); }
 
 void operated_simulator::kill() { program_->kill(); }
 
-void operated_simulator::tell(const QString& line) {
+void operated_simulator::command(const QString& line) {
     const qsizetype before = replies().size();
     program_->type(line.toUtf8());
     wait_for([&] { return replies().size() > before; });
 }
 
 QByteArray operated_simulator::sink(int number) {
-    tell("sink " + QString::number(number));
+    command("sink " + QString::number(number));
     return QByteArray::fromHex(replies().constLast());
 }
 

@@ -26,7 +26,7 @@ public:
     /// Kills it, as if the cable were pulled.
     void kill();
     /// Sends a console line; returns when it has taken effect.
-    void tell(const QString& line);
+    void command(const QString& line);
     /// The 256 bytes of sink `number`; empty if there is none.
     QByteArray sink(int number);
 

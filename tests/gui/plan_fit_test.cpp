@@ -1,6 +1,6 @@
 // How large a plan is drawn in the available room.
 
-#include "qt/look.h"
+#include "qt/appearance.h"
 #include "qt/plan_fit.h"
 
 #include <gtest/gtest.h>

@@ -146,14 +146,14 @@ TEST_F(ended_desk, ends_in_order_when_its_terminal_hangs_up) {
     expect_end_in_order(SIGHUP);
 }
 
-TEST_F(ended_desk, takes_several_requests_as_one) {
+TEST_F(ended_desk, treats_several_requests_as_one) {
     enter("exchange");
     for (const int signal : {SIGTERM, SIGHUP, SIGTERM, SIGINT})
         send(signal);
     expect_end_in_order();
 }
 
-TEST_F(ended_desk, ends_in_order_though_nobody_reads_what_it_reports) {
+TEST_F(ended_desk, ends_in_order_with_standard_error_unread) {
     enter("rest");
     desk_.closeReadChannel(QProcess::StandardError);
     send(SIGTERM);
@@ -161,14 +161,14 @@ TEST_F(ended_desk, ends_in_order_though_nobody_reads_what_it_reports) {
     EXPECT_TRUE(are_settings_written());
 }
 
-TEST_F(ended_desk, leaves_a_port_that_never_sends) {
+TEST_F(ended_desk, ends_although_a_port_never_sends) {
     enter("endless_drain");
     send(SIGTERM);
     EXPECT_EQ(status(), 0);
     EXPECT_TRUE(are_settings_written());
 }
 
-TEST_F(ended_desk, leaves_the_box_of_a_failure_with_the_failures_status) {
+TEST_F(ended_desk, ends_during_the_box_of_a_failure_with_its_status) {
     enter("failure_box");
     send(SIGTERM);
     EXPECT_EQ(status(), 1);
@@ -176,7 +176,7 @@ TEST_F(ended_desk, leaves_the_box_of_a_failure_with_the_failures_status) {
     EXPECT_TRUE(rescued().startsWith("00 FF"));
 }
 
-TEST_F(ended_desk, leaves_the_box_of_a_port_before_its_window_has_appeared) {
+TEST_F(ended_desk, ends_during_the_box_of_a_port_before_its_window_appears) {
     QFile no_terminal(folder_.filePath("com1"));
     ASSERT_TRUE(no_terminal.open(QFile::WriteOnly));
     enter("start_up");
@@ -228,7 +228,7 @@ protected:
     const QByteArray without_a_port = "0\r\n" + QByteArray("\"\"\r\n").repeated(10) + "0\r\n0\r\n0\r\n";
 };
 
-TEST_F(ended_program, ends_in_order_from_its_first_moments_on) {
+TEST_F(ended_program, ends_in_order_even_during_start_up) {
     write_settings_without_a_port();
     start_program(".");
     wait_until_it_handles_signals();
@@ -238,7 +238,7 @@ TEST_F(ended_program, ends_in_order_from_its_first_moments_on) {
     EXPECT_EQ(settings(), without_a_port);
 }
 
-TEST_F(ended_program, outlives_its_terminal_where_hang_ups_are_ignored) {
+TEST_F(ended_program, outlives_its_terminal_if_hang_ups_are_ignored) {
     write_settings_without_a_port();
     start_program(".", "trap '' HUP; ");
     wait_until_it_handles_signals();
@@ -248,13 +248,13 @@ TEST_F(ended_program, outlives_its_terminal_where_hang_ups_are_ignored) {
     EXPECT_EQ(status(patience_ms), 0);
 }
 
-TEST_F(ended_program, leaves_the_box_that_tells_why_it_cannot_start) {
+TEST_F(ended_program, ends_during_the_box_of_a_failed_start) {
     QDir(folder_.path()).mkpath("installed/share/velotrace-desk");
     set_environment({{"XDG_DATA_HOME", "/dev/null/data"}});
     start_program("installed/bin");
-    QByteArray told;
-    const auto is_told = [&] { return (told += desk_.readAllStandardError()).contains("velotrace: "); };
-    ASSERT_TRUE(QTest::qWaitFor(is_told, patience_ms));
+    QByteArray output;
+    const auto is_reported = [&] { return (output += desk_.readAllStandardError()).contains("velotrace: "); };
+    ASSERT_TRUE(QTest::qWaitFor(is_reported, patience_ms));
     send(SIGTERM);
     EXPECT_EQ(status(), 1);
 }

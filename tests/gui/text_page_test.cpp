@@ -1,7 +1,7 @@
 // EDID texts, short and long: scrolling, selecting and copying.
 
 #include "bench_fixture.h"
-#include "qt/look.h"
+#include "qt/appearance.h"
 #include "qt/text_page.h"
 
 #include <QApplication>
@@ -25,15 +25,15 @@ protected:
     edid_text() {
         plug_generator();
         start();
-        operator_hand().click("cmd_edid");
+        driver().click("cmd_edid");
     }
 
-    qt::text_page& page() { return operator_hand().find<qt::text_page>("txt_write"); }
+    qt::text_page& page() { return driver().find<qt::text_page>("txt_write"); }
 
     /// Shows a text; any event updates the window.
     void show(const std::string& text) {
         desk().workbench.txt_write.text = text;
-        operator_hand().click("lab_edid_src");
+        driver().click("lab_edid_src");
     }
     void show_lines(int count) {
         std::string text;
@@ -44,7 +44,7 @@ protected:
     void open(const QString& name) {
         std::vector<seen_dialog> dialogs;
         answer_next_file_dialog(dialogs, QDir::toNativeSeparators(directory.filePath(name)));
-        operator_hand().click("cmd_load");
+        driver().click("cmd_load");
     }
     void open_megabytes(int count) {
         put_file("long.bin", QByteArray(count * 1024 * 1024, '\x10'));
@@ -242,10 +242,10 @@ TEST_F(edid_text, keeps_its_place_while_it_grows_and_shows_a_new_text_from_the_t
     press(Qt::Key_Down, Qt::ShiftModifier);
     page().verticalScrollBar()->setValue(40);
     desk().workbench.txt_write.text += "one more\r\n";
-    operator_hand().click("lab_edid_src");
+    driver().click("lab_edid_src");
     EXPECT_EQ(page().verticalScrollBar()->value(), 40);
     EXPECT_EQ(selected(), "line 1\n");
-    EXPECT_TRUE(operator_hand().text("txt_write").endsWith("\none more\n"));
+    EXPECT_TRUE(driver().text("txt_write").endsWith("\none more\n"));
     show_lines(90);
     EXPECT_EQ(page().verticalScrollBar()->value(), 0);
     EXPECT_EQ(selected(), "");
@@ -259,7 +259,7 @@ TEST_F(edid_text, is_never_drawn_from_a_deleted_text) {
     desk().workbench.txt_write.text = "short";
     page().viewport()->grab();
     EXPECT_EQ(selected(), "");
-    EXPECT_EQ(operator_hand().text("txt_write"), "short");
+    EXPECT_EQ(driver().text("txt_write"), "short");
 }
 
 TEST_F(edid_text, does_not_zoom) {

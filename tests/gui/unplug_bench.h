@@ -20,9 +20,9 @@ public:
     unplug_bench();
 
     using bench::program;
-    hand at() { return operator_hand(); }
+    ui_driver at() { return driver(); }
     /// The texts of boxes since the last call.
-    QStringList told();
+    QStringList box_texts();
 
     /// Chooses a row of a catalogue list in its view.
     void choose_row(const QString& view, const QString& list, int row);
@@ -48,7 +48,7 @@ private:
     void TestBody() override {}
 
     QTimer watch_;
-    QStringList said_;
+    QStringList box_texts_;
 };
 
 /// One of the desk's transfers: how the operator prepares and starts it.

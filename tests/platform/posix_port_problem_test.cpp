@@ -29,7 +29,7 @@ TEST(port_problem, sends_nobody_into_a_group_that_does_not_help) {
 }
 
 TEST(port_problem, names_who_holds_the_port_where_the_system_tells) {
-    EXPECT_EQ(problem_of_holder("/dev/none", process_found{.id = 1234, .name = "velotrace", .user = "alice"}),
+    EXPECT_EQ(problem_of_holder("/dev/none", process_info{.id = 1234, .name = "velotrace", .user = "alice"}),
               "/dev/none is in use by velotrace (process 1234, user alice): close the port there");
     EXPECT_EQ(problem_of_holder("/dev/none", std::nullopt),
               "/dev/none is in use by another program: close the port there");
@@ -39,7 +39,7 @@ TEST(port_problem, names_who_holds_the_port_where_the_system_tells) {
 }
 
 TEST(port_problem, names_who_works_at_the_terminal) {
-    EXPECT_EQ(problem_of_terminal("/dev/none", process_found{.id = 12, .name = "bash", .user = "bob"}),
+    EXPECT_EQ(problem_of_terminal("/dev/none", process_info{.id = 12, .name = "bash", .user = "bob"}),
               "/dev/none is a terminal that bash (process 12, user bob) works at: choose another port");
     EXPECT_EQ(problem_of_terminal("/dev/none", std::nullopt),
               "/dev/none is the terminal that the desk was started from: choose another port");

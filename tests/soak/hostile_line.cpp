@@ -4,9 +4,9 @@
 #include "generator/command_stream.h"
 #include "generator/pseudo_terminal.h"
 #include "generator/simulated_generator.h"
-#include "hand.h"
+#include "qt/appearance.h"
 #include "qt/desk_program.h"
-#include "qt/look.h"
+#include "ui_driver.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -179,7 +179,7 @@ public:
     }
     watchdog(const watchdog&) = delete;
     watchdog& operator=(const watchdog&) = delete;
-    void see(const std::string& what) {
+    void snapshot_of(const std::string& what) {
         const std::lock_guard lock(mutex_);
         last_ = what;
         last_seen_ = std::chrono::steady_clock::now();
@@ -204,9 +204,9 @@ private:
 };
 
 /// Random input to whatever is on the screen.
-class wild_hand {
+class random_input {
 public:
-    wild_hand(dice& d, watchdog& dog, QString folder) : dice_(d), dog_(dog), folder_(std::move(folder)) {}
+    random_input(dice& d, watchdog& dog, QString folder) : dice_(d), dog_(dog), folder_(std::move(folder)) {}
 
     void move() {
         QWidget* const top = top_window();
@@ -299,14 +299,14 @@ private:
 
 class bench {
 public:
-    explicit bench(std::uint64_t seed) : dice_(seed), hand_(dice_, dog_, folder_.path()) {
+    explicit bench(std::uint64_t seed) : dice_(seed), ui_(dice_, dog_, folder_.path()) {
         fill_folder();
         line_.emplace(std::filesystem::path(folder_.filePath("com1").toStdString()), seed + 1);
         moves_.setTimerType(Qt::PreciseTimer);
         // input comes during everything: exchanges, boxes, drags
         QObject::connect(&moves_, &QTimer::timeout, &moves_, [this] {
             moves_.start(dice_.below(40));
-            hand_.move();
+            ui_.move();
         });
         moves_.setSingleShot(true);
         end_.setSingleShot(true);
@@ -321,11 +321,11 @@ public:
         while (time.elapsed() < seconds * 1000LL)
             run_program(seconds * 1000LL - time.elapsed());
         line_->calm_down();
-        look_at_end();
+        check_at_end();
     }
 
     void report() {
-        std::cout << hand_.moves() << " moves, " << starts_ << " starts, " << failures_ << " run-time failures";
+        std::cout << ui_.moves() << " moves, " << starts_ << " starts, " << failures_ << " run-time failures";
         for (const auto& [what, count] : line_->weather())
             std::cout << ", " << count << " x " << what;
         std::cout << std::endl;
@@ -376,13 +376,13 @@ private:
         program_.reset();
     }
 
-    void look_at_end() {
+    void check_at_end() {
         QTimer::singleShot(0, qApp, [] { QApplication::quit(); });
         QApplication::exec();
         fill_folder();
         program_ = std::make_unique<qt::desk_program>(std::filesystem::path(folder_.path().toStdString()));
         if (!program_->start()) throw std::runtime_error("the desk does not start in good weather");
-        gui::hand at(program_->main_window());
+        gui::ui_driver at(program_->main_window());
         if (!QTest::qWaitForWindowExposed(&program_->main_window())) throw std::runtime_error("no window is shown");
         at.click("cmd_timing");
         for (int tries = 0; tries < 20 && program_->desk().catalogue.cur_timing != 5; ++tries) {
@@ -396,7 +396,7 @@ private:
     dice dice_;
     watchdog dog_;
     QTemporaryDir folder_;
-    wild_hand hand_;
+    random_input ui_;
     std::optional<hostile_line> line_;
     std::unique_ptr<qt::desk_program> program_;
     QTimer moves_;
@@ -417,7 +417,7 @@ int main(int argument_count, char** arguments) {
     }
     QApplication application(argument_count, arguments);
     QApplication::setQuitOnLastWindowClosed(false);
-    qt::set_look(application);
+    qt::set_appearance(application);
     try {
         bench b(static_cast<std::uint64_t>(seed));
         b.run(seconds);

@@ -1,11 +1,11 @@
 // Thousands of exchanges on the real clock, from the real window over a pseudo terminal to the simulator: memory and
 // descriptors stay constant after the first tenth.
 
-#include "hand.h"
 #include "operated_simulator.h"
+#include "qt/appearance.h"
 #include "qt/desk_program.h"
-#include "qt/look.h"
 #include "soak/process_resources.h"
+#include "ui_driver.h"
 
 #include <QApplication>
 #include <QFile>
@@ -19,7 +19,7 @@
 namespace {
 
 using namespace desk;
-using desk::gui::hand;
+using desk::gui::ui_driver;
 using desk::test::stays_flat;
 
 constexpr int rows = 60;
@@ -51,7 +51,7 @@ public:
     }
 
 private:
-    hand at() { return hand(program_->main_window()); }
+    ui_driver at() { return ui_driver(program_->main_window()); }
 
     QTemporaryDir folder_;
     std::unique_ptr<gui::operated_simulator> generator_;
@@ -76,7 +76,7 @@ int main(int argument_count, char** arguments) {
     }
     QApplication application(argument_count, arguments);
     QApplication::setQuitOnLastWindowClosed(false);
-    qt::set_look(application);
+    qt::set_appearance(application);
     try {
         return run(count);
     } catch (const std::exception& e) {

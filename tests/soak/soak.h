@@ -47,10 +47,10 @@ public:
 private:
     std::string some_action();
     /// Queues the steps of an operator's task, as far as the faults allow.
-    void take_some_road();
+    void start_some_task();
     /// Presses a random enabled button that talks to the generator.
     std::string some_exchange();
-    void some_weather();
+    void some_disturbance();
     std::string some_faults();
     std::string some_port();
     std::string some_sink();
@@ -62,11 +62,11 @@ private:
     void expect(const std::string& line, const std::string& answer);
 
     std::string say(const std::string& line);
-    void look_after(const std::string& answer);
-    void look_at_failure(const std::string& answer);
-    void look_at_rules();
-    void look_at_clock();
-    void look_around();
+    void check_after(const std::string& answer);
+    void check_failure(const std::string& answer);
+    void check_rules();
+    void check_clock();
+    void check_recovery();
     void remember_transcript();
     void remember_control(const std::string& said);
     void problem(const std::string& what);
@@ -82,7 +82,7 @@ private:
     robot::robot desk_;
     monkey operator_;
     soak_summary summary_;
-    std::deque<std::string> road_; // still to be sent
+    std::deque<std::string> task_; // still to be sent
     std::int64_t clock_ms_ = 0;
     std::string last_lines_; // before a problem, for diagnosis
 };

@@ -1,4 +1,4 @@
-#include "dialog_hand.h"
+#include "dialog_driver.h"
 
 #include <QApplication>
 #include <QDir>
@@ -51,10 +51,10 @@ void answer_next_file_dialog(std::vector<seen_dialog>& seen, const QString& path
     when_it_waits_in<QFileDialog>(answer, ms);
 }
 
-void in_next_window(const QString& name, std::function<void(const hand&)> work, int ms) {
+void in_next_window(const QString& name, std::function<void(const ui_driver&)> work, int ms) {
     const auto go_on = [name, work = std::move(work)](QWidget& window) {
         if (window.objectName() != name) return false;
-        work(hand(window));
+        work(ui_driver(window));
         return true;
     };
     when_it_waits_in<QWidget>(go_on, ms);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "hand.h"
+#include "ui_driver.h"
 
 #include <QPoint>
 #include <QString>
@@ -9,9 +9,9 @@ namespace desk::gui {
 
 /// Simulates held keys and mouse buttons. Keys go to the focused window, as from the window system; while a box is
 /// open, that is the box.
-class holding_hand {
+class raw_input {
 public:
-    explicit holding_hand(QWidget& w) : window_(w) {}
+    explicit raw_input(QWidget& w) : window_(w) {}
 
     static void press(Qt::Key key, Qt::KeyboardModifiers held = Qt::NoModifier);
     /// Sends auto-repeat of a key that stays down.

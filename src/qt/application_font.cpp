@@ -1,4 +1,4 @@
-#include "qt/steady_font.h"
+#include "qt/application_font.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -6,12 +6,12 @@
 
 namespace desk::qt {
 
-steady_font::steady_font(QApplication& application, const QFont& font) : QObject(&application), font_(font) {
+application_font::application_font(QApplication& application, const QFont& font) : QObject(&application), font_(font) {
     restore();
     application.installEventFilter(this);
 }
 
-bool steady_font::eventFilter(QObject* watched, QEvent* e) {
+bool application_font::eventFilter(QObject* watched, QEvent* e) {
     if (restoring_) return false;
     // a desktop can also set fonts for single widget classes; then only those widgets, or all at once, get the event
     const auto* const w = watched->isWidgetType() ? static_cast<QWidget*>(watched) : nullptr;
@@ -21,7 +21,7 @@ bool steady_font::eventFilter(QObject* watched, QEvent* e) {
     return false;
 }
 
-void steady_font::restore() {
+void application_font::restore() {
     restoring_ = true;
     QApplication::setFont(font_);
     restoring_ = false;

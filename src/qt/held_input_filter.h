@@ -18,9 +18,9 @@ namespace desk::qt {
 /// Keys and mouse buttons that are down while windows open and close. When a window, box or menu opens, the control
 /// under the mouse is released. The new window ignores input until everything that was down has been released.
 /// Auto-repeat only moves and types. Needs the application.
-class held_input : public QObject, public QAbstractNativeEventFilter {
+class held_input_filter : public QObject, public QAbstractNativeEventFilter {
 public:
-    held_input();
+    held_input_filter();
 
     bool eventFilter(QObject* watched, QEvent* e) override;
     /// Sees the X server's key events, since Qt drops a release over a window blocked by a box.
@@ -31,13 +31,13 @@ private:
     using x_time = std::uint32_t;
 
     static key_code code_of(const QKeyEvent& e);
-    bool take_window_event(QEvent& e);
-    bool take_key(QKeyEvent& e);
+    bool filter_window_event(QEvent& e);
+    bool filter_key(QKeyEvent& e);
     void release(key_code key);
     void forget_silent_keys();
-    bool take_mouse(const QMouseEvent& e);
+    bool filter_mouse(const QMouseEvent& e);
     void window_opens(const QWidget& w);
-    void let_go();
+    void release_pressed();
     bool waits();
 
     QElapsedTimer clock_;

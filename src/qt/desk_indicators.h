@@ -10,9 +10,9 @@ namespace desk::qt {
 
 /// Displays that are not controls: the progress bar, and in the main window the chosen color and the differences
 /// between two EDIDs.
-class desk_aids {
+class desk_indicators {
 public:
-    desk_aids(QWidget& window, const frm_main& desk);
+    desk_indicators(QWidget& window, const frm_main& desk);
 
     void follow();
     /// Adds a progress bar only.
@@ -21,7 +21,7 @@ public:
 private:
     const exchange& exchange_;
     work_bar& bar_;
-    retry_label& words_;
+    retry_label& retry_label_;
     color_patch& patch_;
     two_texts texts_;
 };

@@ -1,4 +1,4 @@
-#include "qt/held_input.h"
+#include "qt/held_input_filter.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -14,7 +14,7 @@ namespace desk::qt {
 namespace {
 
 /// Longer than the delay before auto-repeat. A key silent for this long is up; another program got its release.
-constexpr int patience_ms = 1200;
+constexpr int silence_limit_ms = 1200;
 
 bool is_modifier(int key) {
     switch (key) {
@@ -63,15 +63,15 @@ bool may_repeat(const QKeyEvent& e) {
 
 } // namespace
 
-held_input::held_input() {
+held_input_filter::held_input_filter() {
     clock_.start();
     QCoreApplication::instance()->installEventFilter(this);
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
 
-bool held_input::eventFilter(QObject* watched, QEvent* e) {
+bool held_input_filter::eventFilter(QObject* watched, QEvent* e) {
     // key and mouse events reach a window before its widgets
-    if (watched->isWindowType()) return take_window_event(*e);
+    if (watched->isWindowType()) return filter_window_event(*e);
     switch (e->type()) {
     case QEvent::ApplicationStateChange:
         // releases now go to another program
@@ -93,28 +93,28 @@ bool held_input::eventFilter(QObject* watched, QEvent* e) {
     return false;
 }
 
-bool held_input::take_window_event(QEvent& e) {
+bool held_input_filter::filter_window_event(QEvent& e) {
     switch (e.type()) {
     case QEvent::ShortcutOverride:
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
-        return take_key(static_cast<QKeyEvent&>(e));
+        return filter_key(static_cast<QKeyEvent&>(e));
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
     case QEvent::MouseButtonRelease:
     case QEvent::MouseMove:
-        return take_mouse(static_cast<QMouseEvent&>(e));
+        return filter_mouse(static_cast<QMouseEvent&>(e));
     default:
         return false;
     }
 }
 
-held_input::key_code held_input::code_of(const QKeyEvent& e) {
+held_input_filter::key_code held_input_filter::code_of(const QKeyEvent& e) {
     // Qt::Key differs if Shift was released first
     return e.nativeScanCode() != 0 ? e.nativeScanCode() : static_cast<key_code>(e.key());
 }
 
-bool held_input::take_key(QKeyEvent& e) {
+bool held_input_filter::filter_key(QKeyEvent& e) {
     if (is_modifier(e.key())) return false;
     const key_code key = code_of(e);
     const bool repeats =
@@ -136,12 +136,12 @@ bool held_input::take_key(QKeyEvent& e) {
     return true;
 }
 
-void held_input::release(key_code key) {
+void held_input_filter::release(key_code key) {
     down_.erase(key);
     held_.erase(key);
 }
 
-bool held_input::take_mouse(const QMouseEvent& e) {
+bool held_input_filter::filter_mouse(const QMouseEvent& e) {
     switch (e.type()) {
     case QEvent::MouseButtonPress:
         // pressed again: its release was missed
@@ -161,11 +161,11 @@ bool held_input::take_mouse(const QMouseEvent& e) {
     }
 }
 
-void held_input::window_opens(const QWidget& w) {
+void held_input_filter::window_opens(const QWidget& w) {
     if (!w.isWindow()) return;
-    if (w.windowType() == Qt::Popup) return let_go();
+    if (w.windowType() == Qt::Popup) return release_pressed();
     if (!w.isModal()) return;
-    let_go();
+    release_pressed();
     forget_silent_keys();
     for (const auto& [key, sign_of_life] : down_)
         held_.insert(key);
@@ -173,7 +173,7 @@ void held_input::window_opens(const QWidget& w) {
     opened_since_press_ = true;
 }
 
-void held_input::let_go() {
+void held_input_filter::release_pressed() {
     if (auto* const pressed = qobject_cast<QAbstractButton*>(QApplication::focusWidget())) pressed->setDown(false);
     if (QWidget* const grabber = QWidget::mouseGrabber()) grabber->releaseMouse();
     if (!under_mouse_) return;
@@ -189,19 +189,19 @@ void held_input::let_go() {
     }
 }
 
-void held_input::forget_silent_keys() {
+void held_input_filter::forget_silent_keys() {
     const qint64 now = clock_.elapsed();
-    std::erase_if(down_, [now](const auto& key) { return now - key.second > patience_ms; });
+    std::erase_if(down_, [now](const auto& key) { return now - key.second > silence_limit_ms; });
     std::erase_if(held_, [this](key_code key) { return down_.count(key) == 0; });
 }
 
-bool held_input::waits() {
+bool held_input_filter::waits() {
     held_buttons_ &= QGuiApplication::mouseButtons();
     forget_silent_keys();
     return !held_.empty() || held_buttons_ != Qt::NoButton;
 }
 
-bool held_input::nativeEventFilter(const QByteArray& system, void* message, qintptr* /*result*/) {
+bool held_input_filter::nativeEventFilter(const QByteArray& system, void* message, qintptr* /*result*/) {
     if (system != "xcb_generic_event_t") return false;
     // header of an X event
     struct {

@@ -1,4 +1,4 @@
-#include "qt/lost_display.h"
+#include "qt/display_loss.h"
 
 #include <QCoreApplication>
 #include <QSemaphore>
@@ -17,7 +17,7 @@ namespace {
 std::function<void()> save_now;
 std::atomic<bool> is_gone = false;
 QSemaphore saved;
-QtMessageHandler handler_before = nullptr;
+QtMessageHandler previous_handler = nullptr;
 
 /// Main thread only.
 void save_once() {
@@ -42,17 +42,17 @@ void save_from_any_thread() {
 }
 
 /// The Wayland platform gives no other sign before it calls _exit.
-void hear_message(QtMsgType type, const QMessageLogContext& context, const QString& message) {
-    handler_before(type, context, message);
+void handle_message(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    previous_handler(type, context, message);
     if (message.startsWith("The Wayland connection ") || message.startsWith("The X11 connection "))
         save_from_any_thread();
 }
 
 } // namespace
 
-lost_display::lost_display(std::function<void()> save) {
+display_loss::display_loss(std::function<void()> save) {
     save_now = std::move(save);
-    handler_before = qInstallMessageHandler(hear_message);
+    previous_handler = qInstallMessageHandler(handle_message);
     // the X11 platform calls exit
     static const int registered = std::atexit(save_once);
     static_cast<void>(registered);
@@ -60,12 +60,12 @@ lost_display::lost_display(std::function<void()> save) {
     QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, [] { save_once(); });
 }
 
-lost_display::~lost_display() {
+display_loss::~display_loss() {
     save_now = {};
-    qInstallMessageHandler(handler_before);
+    qInstallMessageHandler(previous_handler);
     saved.release();
 }
 
-bool lost_display::gone() { return is_gone; }
+bool display_loss::occurred() { return is_gone; }
 
 } // namespace desk::qt

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "hand.h"
+#include "ui_driver.h"
 
 #include <QString>
 #include <QStringList>
@@ -8,12 +8,12 @@
 namespace desk::gui {
 
 /// Whether a control over a text box covers any non-space character.
-bool covers_text(const hand& h, const QString& box, const QString& over);
+bool covers_text(const ui_driver& ui, const QString& box, const QString& over);
 
 /// Whether exactly one line of a label is drawn level with a control beside it or over it.
-bool has_title_beside(const hand& h, const QString& label, const QString& control);
+bool has_title_beside(const ui_driver& ui, const QString& label, const QString& control);
 
 /// The controls whose captions are too wide for them.
-QStringList cut_captions(const QWidget& window);
+QStringList clipped_captions(const QWidget& window);
 
 } // namespace desk::gui

@@ -15,7 +15,7 @@ class QApplication;
 namespace desk::qt {
 
 /// Sets style, colours and fonts of the whole program, the same on every system.
-void set_look(QApplication& application, scheme s = scheme::light);
+void set_appearance(QApplication& application, scheme s = scheme::light);
 /// Switches between light and dark, even with windows open.
 void set_scheme(scheme s);
 
@@ -30,7 +30,7 @@ inline constexpr int cell_height = 16;
 
 /// Converts a model colour: neutral colours come from the scheme, state colours stay exact.
 QColor ink_of(color c, const scheme_colors& s);
-QColor ground_of(color c, const scheme_colors& s);
+QColor background_of(color c, const scheme_colors& s);
 
 /// The contrast ratio of WCAG 2, from 1 to 21.
 double contrast(const QColor& a, const QColor& b);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "hand.h"
+#include "ui_driver.h"
 
 #include <QString>
 #include <QStringList>
@@ -33,6 +33,6 @@ struct seen_dialog {
 void answer_next_file_dialog(std::vector<seen_dialog>& seen, const QString& path, int filter = 1, int ms = 20000);
 
 /// Calls `work` in the desk's next modal window with this name.
-void in_next_window(const QString& name, std::function<void(const hand&)> work, int ms = 20000);
+void in_next_window(const QString& name, std::function<void(const ui_driver&)> work, int ms = 20000);
 
 } // namespace desk::gui

@@ -13,7 +13,7 @@ inline double median(std::vector<double> values) {
 }
 
 /// Prints a figure beside its bound.
-inline void tell(const char* what, double value, const char* unit, double bound) {
+inline void report(const char* what, double value, const char* unit, double bound) {
     std::printf("%-58s %9.2f %-3s (bound %g)%s\n", what, value, unit, bound, value <= bound ? "" : "  ABOVE");
     std::fflush(stdout);
 }

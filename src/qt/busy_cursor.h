@@ -4,12 +4,12 @@ namespace desk::qt {
 
 /// The mouse cursor while the desk waits for the generator: busy from the first wait within an event until that event
 /// ends. The windows stay usable, so the cursor stays an arrow.
-class busy_pointer {
+class busy_cursor {
 public:
-    busy_pointer() = default;
-    busy_pointer(const busy_pointer&) = delete;
-    busy_pointer& operator=(const busy_pointer&) = delete;
-    ~busy_pointer() { show(false); }
+    busy_cursor() = default;
+    busy_cursor(const busy_cursor&) = delete;
+    busy_cursor& operator=(const busy_cursor&) = delete;
+    ~busy_cursor() { show(false); }
 
     /// The current event waits for the generator.
     void wait();
@@ -17,15 +17,15 @@ public:
     void event_ends();
 
     /// Restores the normal cursor while a box or a window waits for the operator.
-    class usual {
+    class normal {
     public:
-        explicit usual(busy_pointer& pointer);
-        usual(const usual&) = delete;
-        usual& operator=(const usual&) = delete;
-        ~usual();
+        explicit normal(busy_cursor& cursor);
+        normal(const normal&) = delete;
+        normal& operator=(const normal&) = delete;
+        ~normal();
 
     private:
-        busy_pointer& pointer_;
+        busy_cursor& cursor_;
         int busy_before_;
     };
 

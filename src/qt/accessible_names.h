@@ -8,6 +8,6 @@ namespace desk::qt {
 
 /// The accessible name of a control that its caption and position do not explain, such as "Horizontal total in
 /// pixels". Empty if the caption is enough.
-QString plain_name(const control& c);
+QString accessible_name(const control& c);
 
 } // namespace desk::qt

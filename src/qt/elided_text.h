@@ -8,6 +8,6 @@ class QWidget;
 namespace desk::qt {
 
 /// The full text of what a widget shows at `at`, if it is elided there; else empty.
-QString cut_text_at(QWidget& w, QPoint at);
+QString elided_text_at(QWidget& w, QPoint at);
 
 } // namespace desk::qt

@@ -11,9 +11,9 @@ namespace desk::gui {
 
 /// Simulates the operator on a real window: points and clicks through the window system's own path, so anything
 /// hidden, disabled, covered or blocked by a modal window is out of reach.
-class hand {
+class ui_driver {
 public:
-    explicit hand(QWidget& w) : window_(w) {}
+    explicit ui_driver(QWidget& w) : window_(w) {}
 
     /// Finds a widget by its object name ("cmd_out_2"). Throws std::runtime_error if there is none.
     QWidget& find(const QString& name) const;

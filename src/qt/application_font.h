@@ -9,9 +9,9 @@ namespace desk::qt {
 
 /// Keeps the program's font when the desktop sets or changes its own after the start. Lives as long as the
 /// application.
-class steady_font : public QObject {
+class application_font : public QObject {
 public:
-    steady_font(QApplication& application, const QFont& font);
+    application_font(QApplication& application, const QFont& font);
 
     bool eventFilter(QObject* watched, QEvent* e) override;
 
