@@ -212,7 +212,7 @@ void measure_link() {
         for (int i = 0; i < 2; ++i)
             dead = std::max(dead, exchange_ms());
     });
-    report("dead link told after", dead, "ms", 1700);
+    report("dead link reported after", dead, "ms", 1700);
     report("processor use while waiting for an answer", waiting, "%", 5);
     report("processor use idle", processor_percent([] { rest(5000); }), "%", 1);
 }
@@ -279,7 +279,7 @@ void measure_signal() {
     const double handed_over = ms_since(start);
     const bool whole = generator.commands_up_to(expected.last()) == expected;
     report("slider dragged through 256 values, in the desk", handed_over, "ms", 1000);
-    report("the same, until the generator has heard the last", ms_since(start) / 1000, "s", 1.0);
+    report("the same, until the generator has received the last", ms_since(start) / 1000, "s", 1.0);
     std::printf("  %s\n",
                 whole ? "256 commands, none lost, all in order" : "the commands are NOT the 256 values in order");
 }

@@ -48,7 +48,7 @@ TEST(a_killed_desk, leaves_whole_files_at_random_moments) {
         if (desk.left_behind() > 0) ++left_behind;
     }
     std::cout << kills << " kills: " << in_the_middle << " before the end of the script, " << left_behind
-              << " between the making of a file and its renaming\n";
+              << " between the creation of a file and its renaming\n";
     EXPECT_GT(in_the_middle, 0U);
 }
 
@@ -108,7 +108,7 @@ TEST(a_killed_desk, leaves_nothing_that_the_next_one_does_not_remove) {
         std::string call;
         while (call != "rename") {
             call = robot.run_to_call();
-            ASSERT_NE(call, "") << "it ends before it renames a file";
+            ASSERT_NE(call, "") << "the program ends before it renames a file";
         }
     }
     ASSERT_EQ(desk.left_behind(), 1U);

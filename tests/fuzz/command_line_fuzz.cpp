@@ -18,11 +18,11 @@ void start_edid_report(const std::vector<std::string>& words) {
     try {
         wanted = batch::options_of(words);
     } catch (const batch::usage_error& e) {
-        fuzz::demand(*e.what() != '\0', "a bad command line is expected why");
+        fuzz::demand(*e.what() != '\0', "a bad command line is explained");
         return;
     }
     fuzz::demand(wanted.help || wanted.version || !wanted.inputs.empty(), "there is something to do");
-    fuzz::demand(wanted.jobs <= 1024, "the jobs are no more than expected");
+    fuzz::demand(wanted.jobs <= 1024, "at most as many jobs as allowed");
 }
 
 /// Names are not looked up here: a missing file is reported when it is read.
@@ -44,9 +44,9 @@ void find_files(std::vector<std::string> names) {
 void start_simulator(const std::vector<std::string>& words) {
     fuzz::ends_well([&] {
         const sim_options wanted = sim_options_of(words);
-        fuzz::demand(wanted.timings >= 1 && wanted.timings <= largest_catalogue, "the timings are as many as expected");
+        fuzz::demand(wanted.timings >= 1 && wanted.timings <= largest_catalogue, "the number of timings is in range");
         fuzz::demand(wanted.patterns >= 1 && wanted.patterns <= largest_catalogue,
-                     "the patterns are as many as expected");
+                     "the number of patterns is in range");
     });
 }
 

@@ -145,7 +145,7 @@ private:
         fuzz::demand(!desk_.exchange.download_mode, "no download is left running");
         fuzz::demand(desk_.exchange.rx_text.size() == static_cast<std::size_t>(desk_.exchange.rx_count),
                      "each byte is counted");
-        fuzz::demand(desk_.form.shown(), "the window stays on show");
+        fuzz::demand(desk_.form.shown(), "the window stays visible");
         for (const control* c : desk_.form.controls()) {
             if (c->kind() == control_kind::label) demand_text(static_cast<const label*>(c)->caption);
             if (c->kind() == control_kind::text_box) demand_text(static_cast<const text_box*>(c)->text);
@@ -173,7 +173,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         try {
             talk.hold();
         } catch (const runtime_failure& f) {
-            fuzz::demand(expected.contains(f.code()), "a failure is one of those expected");
+            fuzz::demand(expected.contains(f.code()), "only expected failures occur");
             throw;
         }
     });

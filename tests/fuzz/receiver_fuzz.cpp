@@ -74,17 +74,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::string heard;
     m.events.on_pump = [&] { heard = link.rx_text; };
     m.port.on_write = [&](const std::string& written) {
-        fuzz::demand(!is_answer(link, heard, cmd), "what is answered is not sent again");
-        fuzz::demand(written == cmd, "what is written is the command and nothing else");
-        fuzz::demand(m.port.waiting.empty(), "nothing that came before a command is taken for its answer");
+        fuzz::demand(!is_answer(link, heard, cmd), "an answered command is not sent again");
+        fuzz::demand(written == cmd, "only the command is written");
+        fuzz::demand(m.port.waiting.empty(), "earlier bytes do not count as the answer");
         let_arrive(m, input);
     };
 
     fuzz::demand(fuzz::ends_well([&] { link.tx_cmd(cmd); }), "an exchange of some thousand bytes ends");
     fuzz::demand(link.rx_text.size() == static_cast<std::size_t>(link.rx_count), "each byte is counted");
-    fuzz::demand(link.rx_done == is_answer(link, link.rx_text, cmd), "an answer is taken where it is one");
+    fuzz::demand(link.rx_done == is_answer(link, link.rx_text, cmd), "exactly the valid answers are accepted");
     const std::size_t tries = m.port.take_written().size();
-    fuzz::demand(tries == 2 || (tries == 1 && link.rx_done), "what is not answered is sent twice");
+    fuzz::demand(tries == 2 || (tries == 1 && link.rx_done), "an unanswered command is sent twice");
     fuzz::demand(!link.tim_rx.enabled, "nothing is received between exchanges");
     return 0;
 }

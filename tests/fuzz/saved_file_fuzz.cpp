@@ -18,7 +18,7 @@ template <class Read>
 std::string opened(std::string_view file, byte_step::append when, Read read) {
     fuzz::edid_side d;
     byte_step step(d.edid, d.texts, when);
-    fuzz::ends_well([&] { fuzz::demand(read(file, step), "what was saved is taken"); });
+    fuzz::ends_well([&] { fuzz::demand(read(file, step), "a saved file is accepted"); });
     return d.edid.txt_write.text;
 }
 

@@ -42,7 +42,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         }
         on_line.take_due(now);
         const auto next = on_line.next_due_ns();
-        fuzz::demand(!next || *next > now, "what is due has been taken");
+        fuzz::demand(!next || *next > now, "everything due has been taken");
         on_line.take_log();
     }
     const edid_sink& first = generator.state.sinks.front();

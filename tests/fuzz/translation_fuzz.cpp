@@ -15,7 +15,7 @@ void demand_expected(const std::optional<runtime_failure>& failed) {
                                                failure::subscript_out_of_range, failure::index_out_of_bounds,
                                                failure::key_not_unique};
     fuzz::demand(!failed || (expected.contains(failed->code()) && failed->sentence().size() > 1),
-                 "a failure is one of those expected, with a sentence");
+                 "only expected failures occur, with a sentence");
 }
 
 void demand_text(const std::string& text) { fuzz::demand(as_utf8(text) == text, "a text is UTF-8"); }

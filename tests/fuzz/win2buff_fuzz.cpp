@@ -14,7 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     (buff_type == buff::write ? view.txt_write : view.txt_read).text = text;
     const std::size_t pairs = bin_of(text).size();
     const bool fits = fuzz::ends_well([&] { d.texts.win2buff(buff_type, 1); });
-    fuzz::demand(fits == (pairs <= edid_size), "256 bytes fit into a buffer and no more");
+    fuzz::demand(fits == (pairs <= edid_size), "a buffer holds exactly 256 bytes");
     const edid_buffer& filled = d.buffers.of(buff_type);
     const auto behind = filled.begin() + static_cast<std::ptrdiff_t>(std::min(pairs, edid_size));
     const std::uint8_t rest = buff_type == buff::write && fits ? 0xFF : 0;

@@ -101,7 +101,7 @@ TEST_F(hostile_focus, waits_for_the_result_and_returns) {
     ui.when(heard("ERD001"), [&] { meanwhile = focused(); });
     focus("cmd_verify");
     raw_input::tap(Qt::Key_Return);
-    EXPECT_EQ(meanwhile, "frm_main") << "a key meanwhile works nothing";
+    EXPECT_EQ(meanwhile, "frm_main") << "keys have no effect meanwhile";
     EXPECT_EQ(focused(), "cmd_ok");
     raw_input::tap(Qt::Key_Return);
     EXPECT_FALSE(ui.is_shown("fra_compare"));

@@ -38,7 +38,7 @@ public:
         if (box == nullptr || e->type() != QEvent::Show) return false;
         texts << box->text();
         // a hundred nested boxes would never end
-        if (texts.size() > 5) throw std::runtime_error("box upon box");
+        if (texts.size() > 5) throw std::runtime_error("too many boxes");
         QTimer::singleShot(0, box, [this, box] {
             const auto has_the_keys = [box] { return QGuiApplication::focusWindow() == box->windowHandle(); };
             EXPECT_TRUE(wait_until(has_the_keys, 5000));

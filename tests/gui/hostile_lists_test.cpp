@@ -64,7 +64,7 @@ protected:
         for (const QTreeWidgetItem* item : tree("tree_edid").selectedItems())
             titles << item->text(0);
         if (tree("tree_edid").currentItem() == nullptr || !tree("tree_edid").currentItem()->isSelected())
-            titles << "the keys start elsewhere";
+            titles << "the current row differs";
         for (const QTreeWidgetItem* in = tree("tree_edid").currentItem(); in != nullptr; in = in->parent())
             if (in->parent() != nullptr && !in->parent()->isExpanded()) titles << "out of sight";
         return titles;

@@ -280,7 +280,7 @@ private:
         const ui_driver h(program_->main_window());
         // a key released over another program counts as down for a while
         const auto list_opens = [&ui] { return ui.click("cbo_com"), QApplication::activePopupWidget() != nullptr; };
-        if (!wait_until(list_opens, 10000)) throw std::runtime_error("the window takes no click");
+        if (!wait_until(list_opens, 10000)) throw std::runtime_error("the window ignores clicks");
         raw_input::tap(Qt::Key_Home);
         raw_input::tap(Qt::Key_Return);
         ui.click("cmd_timing");

@@ -232,12 +232,12 @@ TEST_F(keyboard, works_a_window_with_a_single_exit) {
             if (i < 4) press(Qt::Key_Tab);
         }
         press(Qt::Key_Return);
-        EXPECT_FALSE(diag.is_shown("frm_diag")) << "the keys are on EXIT";
+        EXPECT_FALSE(diag.is_shown("frm_diag")) << "EXIT is focused";
     });
     ui.press_key("cmd_sum_read", Qt::Key_Return);
     in_next_window("frm_diag", [&](const ui_driver& diag) {
         diag.press_key("chk_4digits", Qt::Key_Return);
-        EXPECT_TRUE(diag.is_shown("frm_diag")) << "Enter presses no EXIT from afar";
+        EXPECT_TRUE(diag.is_shown("frm_diag")) << "Enter does not press an unfocused EXIT";
         diag.press_key("chk_4digits", Qt::Key_Escape);
         EXPECT_FALSE(diag.is_shown("frm_diag"));
     });

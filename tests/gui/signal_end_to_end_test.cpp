@@ -191,7 +191,7 @@ TEST_F(signal_end_to_end, favorite_timings_are_sent_and_read_back_with_answers_a
     EXPECT_TRUE(checked_rows("lstv_timing").isEmpty());
     generator->command("think 100");
     ui.click("cmd_download");
-    EXPECT_EQ(generator->commands(), QStringList{"FT+999"}) << "one try does";
+    EXPECT_EQ(generator->commands(), QStringList{"FT+999"}) << "a single try is enough";
     EXPECT_EQ(checked_rows("lstv_timing"), (QList<int>{2, 79}));
 }
 
@@ -262,7 +262,7 @@ TEST_F(signal_end_to_end, the_autorun_list_is_sent_and_read_back_with_answers_af
     EXPECT_EQ(cell("lstv_auto", 32, 3), "0");
     generator->command("think 100");
     ui.click("cmd_download");
-    EXPECT_EQ(generator->commands(), QStringList{"ATS999"}) << "one try does";
+    EXPECT_EQ(generator->commands(), QStringList{"ATS999"}) << "a single try is enough";
     EXPECT_EQ(ui.find<QTreeWidget>("lstv_auto").topLevelItemCount(), 32);
     for (const int row : {3, 32}) {
         EXPECT_TRUE(cell("lstv_auto", row, 1).startsWith("[12]")) << row;

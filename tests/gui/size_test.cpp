@@ -442,7 +442,7 @@ TEST_F(window_size, gives_the_text_of_the_report_more_lines) {
         EXPECT_EQ(ui.find("cmd_exit").size(), exit_size);
         report.resize(first_size * 0.8);
         QCoreApplication::processEvents();
-        EXPECT_EQ(qt::plan_scale(&report), 12 / 16.0) << "smaller, it is drawn smaller";
+        EXPECT_EQ(qt::plan_scale(&report), 12 / 16.0) << "a smaller window is drawn smaller";
         seen = true;
         ui.click("cmd_exit");
     });

@@ -113,7 +113,7 @@ TEST_F(edid_text, of_4_megabytes_is_copied_whole) {
 
 TEST_F(edid_text, of_16_megabytes_takes_less_than_160_megabytes_to_open) {
 #if !defined(__linux__) || defined(__SANITIZE_ADDRESS__)
-    GTEST_SKIP() << "the system does not tell the largest memory, or the sanitizer takes more";
+    GTEST_SKIP() << "peak memory is unknown, or raised by the sanitizer";
 #else
     const auto status_mb = [](const QByteArray& entry) {
         QFile status("/proc/self/status");
@@ -125,7 +125,7 @@ TEST_F(edid_text, of_16_megabytes_takes_less_than_160_megabytes_to_open) {
     put_file("long.bin", QByteArray(4 * 1024 * 1024, '\x10'));
     QFile peak("/proc/self/clear_refs");
     if (!peak.open(QFile::WriteOnly | QFile::Unbuffered) || peak.write("5") != 1)
-        GTEST_SKIP() << "the largest memory so far can't be reset";
+        GTEST_SKIP() << "the peak memory can't be reset";
     const int before = status_mb("VmRSS:");
     open("long.bin");
     EXPECT_GT(desk().workbench.txt_write.text.get().size(), 16'000'000U);

@@ -38,7 +38,7 @@ TEST_P(a_pulled_cable, is_reported_and_recovered_from) {
     ASSERT_EQ(b.box_texts(), QStringList());
     b.cable.pull_at(p.moment);
     p.what.act(b);
-    EXPECT_TRUE(wait_until([&] { return b.cable.is_pulled(); }, 20000)) << "the moment comes";
+    EXPECT_TRUE(wait_until([&] { return b.cable.is_pulled(); }, 20000)) << "the moment is reached";
     p.expect(b);
     b.cable.pull();
     b.box_texts();

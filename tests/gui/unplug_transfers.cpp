@@ -307,7 +307,7 @@ void add_download(std::vector<pulled_transfer>& all) {
     const auto moved = [](unplug_bench& b) {
         EXPECT_EQ(b.at().find<QScrollBar>("hsr_color_setting_0").value(), 148) << "a large step";
         EXPECT_EQ(b.at().text("txt_color_setting_0"), "148");
-        EXPECT_EQ(b.box_texts(), nothing) << "no answer is awaited";
+        EXPECT_EQ(b.box_texts(), nothing) << "the desk does not wait for an answer";
     };
     conversation(all, {"colour", downloaded, move}).exchange("CRR", moved);
 

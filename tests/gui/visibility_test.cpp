@@ -172,16 +172,16 @@ TEST_F(visibility, the_focus_ring_appears_after_keyboard_use) {
     const auto* const ring = qApp->findChild<qt::focus_ring*>();
     ASSERT_NE(ring, nullptr);
     ui.click("cmd_timing");
-    EXPECT_EQ(ring->marked(), nullptr) << "the mouse shows where it is";
+    EXPECT_EQ(ring->marked(), nullptr) << "no ring after a mouse click";
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     EXPECT_EQ(ring->marked(), QApplication::focusWidget());
     ui.click("cmd_pattern");
     EXPECT_EQ(ring->marked(), nullptr);
     ui.click_row("lstv_pattern", 41);
     ui.click("txt_motion_str");
-    EXPECT_EQ(ring->marked(), &ui.find("txt_motion_str")) << "a box that takes text shows it always";
+    EXPECT_EQ(ring->marked(), &ui.find("txt_motion_str")) << "a text box always has the ring";
     ui.click("cmd_edid");
-    EXPECT_EQ(ring->marked(), nullptr) << "no ring stays around what has gone";
+    EXPECT_EQ(ring->marked(), nullptr) << "no ring around a hidden control";
 }
 
 TEST_F(visibility, a_box_shows_its_whole_text) {

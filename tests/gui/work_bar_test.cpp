@@ -112,7 +112,7 @@ TEST_F(progress_display, reports_a_retry) {
     watch();
     driver().click("cmd_run");
     EXPECT_TRUE(said);
-    EXPECT_FALSE(values.empty()) << "the bar waits too";
+    EXPECT_FALSE(values.empty()) << "the bar is delayed too";
     EXPECT_FALSE(words().isVisible());
     EXPECT_EQ(driver().text("lab_timing"), "Link Error");
 }

@@ -65,7 +65,7 @@ int main(int count, char** words) {
         show(seen, seed, std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
         good = good && seen.problems.empty();
         if (hash.value_or(seen.hash) != seen.hash) {
-            std::cout << "PROBLEM: the same seed went another way" << std::endl;
+            std::cout << "PROBLEM: the same seed gave another result" << std::endl;
             good = false;
         }
         hash = seen.hash;

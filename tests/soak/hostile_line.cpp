@@ -191,7 +191,7 @@ private:
             std::this_thread::sleep_for(milliseconds(200));
             const std::lock_guard lock(mutex_);
             if (std::chrono::steady_clock::now() - last_seen_ < watchdog_patience) continue;
-            std::cerr << "hostile_line: nothing moves after: " << last_ << std::endl;
+            std::cerr << "hostile_line: no progress after: " << last_ << std::endl;
             std::abort();
         }
     }
@@ -372,7 +372,7 @@ private:
         moves_.stop();
         end_.stop();
         if (program_->gate().failure()) ++failures_;
-        if (!program_->gate().over()) throw std::runtime_error("the program has left its loop and is not over");
+        if (!program_->gate().over()) throw std::runtime_error("the main loop ended before the program");
         program_.reset();
     }
 
@@ -381,7 +381,7 @@ private:
         QApplication::exec();
         fill_folder();
         program_ = std::make_unique<qt::desk_program>(std::filesystem::path(folder_.path().toStdString()));
-        if (!program_->start()) throw std::runtime_error("the desk does not start in good weather");
+        if (!program_->start()) throw std::runtime_error("the desk does not start without faults");
         gui::ui_driver at(program_->main_window());
         if (!QTest::qWaitForWindowExposed(&program_->main_window())) throw std::runtime_error("no window is shown");
         at.click("cmd_timing");
@@ -390,7 +390,7 @@ private:
             at.click_row("lstv_timing", 5);
             at.click("cmd_run");
         }
-        if (program_->desk().catalogue.cur_timing != 5) throw std::runtime_error("the link does not come back");
+        if (program_->desk().catalogue.cur_timing != 5) throw std::runtime_error("the link does not recover");
     }
 
     dice dice_;

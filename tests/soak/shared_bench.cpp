@@ -65,7 +65,7 @@ public:
         if (process_ == 0) run(who, words, input[0], log);
         ::close(input[0]);
         input_ = input[1];
-        if (process_ < 0) fail("no process can be had");
+        if (process_ < 0) fail("cannot start a process");
     }
     ~user_process() {
         if (!ended()) {
@@ -78,7 +78,7 @@ public:
     user_process& operator=(const user_process&) = delete;
 
     void type(const std::string& line) const {
-        if (::write(input_, line.data(), line.size()) < 0 && errno != EPIPE) fail("the pipe takes nothing");
+        if (::write(input_, line.data(), line.size()) < 0 && errno != EPIPE) fail("cannot write to the pipe");
     }
     void send(int signal) const { ::kill(process_, signal); }
 
@@ -318,7 +318,7 @@ private:
             for (int i = 0; i < 3; ++i)
                 records.read_byte();
         } catch (const std::exception& e) {
-            fail("the settings are half: " + std::string(e.what()) + "\n" + text);
+            fail("the settings are incomplete: " + std::string(e.what()) + "\n" + text);
         }
     }
 
@@ -360,7 +360,7 @@ int run(int actions, unsigned seed) {
         }
         bench.report();
     } catch (const std::exception&) {
-        std::cerr << "shared_bench: what is left: " << name << '\n';
+        std::cerr << "shared_bench: files left in: " << name << '\n';
         throw;
     }
     fs::remove_all(name);
@@ -377,7 +377,7 @@ int main(int argument_count, char** arguments) {
         return 2;
     }
     if (::geteuid() != 0) {
-        std::cout << "skipped: only root can be two users\n";
+        std::cout << "skipped: needs root to act as two users\n";
         return 77;
     }
     std::signal(SIGPIPE, SIG_IGN);

@@ -69,7 +69,7 @@ void soak::act(int actions) {
     summary_.virtual_ms += clock_ms_;
     summary_.answers = operator_.outcomes();
     for (const std::string& nonsense : operator_.nonsense())
-        problem("no answer of the robot: " + nonsense);
+        problem("not a valid answer: " + nonsense);
     remember_transcript();
 }
 
@@ -194,14 +194,14 @@ void soak::start() {
     if (below(4) == 0) {
         files_.spoil_start();
         const std::string answer = say("start");
-        if (!answer.starts_with("fatal ")) problem("it starts with a file that it can't read: " + answer);
+        if (!answer.starts_with("fatal ")) problem("starts although a file is unreadable: " + answer);
         check_failure(answer);
         files_.mend_start();
     }
     clock_ms_ = 0;
     ++summary_.fresh_starts;
     const std::string answer = say("start");
-    if (answer != "ok") problem("no fresh start: " + answer);
+    if (answer != "ok") problem("cannot restart: " + answer);
 }
 
 void soak::rescue() {
@@ -258,7 +258,7 @@ void soak::check_failure(const std::string& answer) {
     const std::string why = say("why");
     soak_summary::failure_seen& seen = summary_.failures[answer.substr(6)];
     if (seen.count++ == 0) seen.sentence = why.substr(3);
-    if (!is_told(answer)) problem("a failure that stands in no table: " + answer);
+    if (!is_told(answer)) problem("an unknown failure: " + answer);
     // an internal error has the words of a C++ exception
     if (why.size() < 8 || why.find("::") != std::string::npos) problem("a failure without a sentence: " + why);
 }
@@ -270,7 +270,7 @@ void soak::check_rules() {
 
 void soak::check_clock() {
     const std::int64_t now_ms = std::stoll(desk_.answer("clock").substr(3));
-    if (now_ms < clock_ms_) problem("the clock goes back");
+    if (now_ms < clock_ms_) problem("the clock went backwards");
     if (now_ms - clock_ms_ > longest_action_ms) problem("an action took " + std::to_string(now_ms - clock_ms_) + " ms");
     clock_ms_ = now_ms;
 }

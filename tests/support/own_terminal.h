@@ -21,7 +21,7 @@ class own_terminal {
 public:
     own_terminal() : master_(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
         if (master_ < 0 || ::grantpt(master_) != 0 || ::unlockpt(master_) != 0)
-            throw std::runtime_error("no pseudo terminal can be had");
+            throw std::runtime_error("cannot open a pseudo terminal");
         name_ = ::ptsname(master_);
         slave_ = ::open(name_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
     }
@@ -49,7 +49,7 @@ public:
 
     /// Writes from the other end, like a keyboard or a generator.
     void type(const std::string& text) const {
-        if (::write(master_, text.data(), text.size()) < 0) throw std::runtime_error("the terminal takes nothing");
+        if (::write(master_, text.data(), text.size()) < 0) throw std::runtime_error("cannot write to the terminal");
     }
     /// Waits until `count` typed bytes can be read from the terminal; false: timed out.
     bool has_waiting(int count) const {
@@ -86,7 +86,7 @@ public:
     template <class Work>
     explicit child_process(Work&& work) {
         int ready[2] = {-1, -1};
-        if (::pipe(ready) != 0) throw std::runtime_error("no pipe can be had");
+        if (::pipe(ready) != 0) throw std::runtime_error("cannot create a pipe");
         id_ = ::fork();
         if (id_ == 0) {
             ::prctl(PR_SET_PDEATHSIG, SIGKILL);

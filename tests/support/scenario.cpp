@@ -94,7 +94,7 @@ std::string with_window_texts(const std::string& text) {
     std::string all = text;
     for (std::size_t at = 0; (at = all.find(opening, at)) != std::string::npos;) {
         const std::size_t end = all.find('}', at);
-        if (end == std::string::npos) throw std::runtime_error("a window text without its end: " + text);
+        if (end == std::string::npos) throw std::runtime_error("unterminated window text: " + text);
         const std::size_t from = at + opening.size();
         all.replace(at, end + 1 - at, window_text_of(all.substr(from, end - from)));
     }
@@ -113,14 +113,14 @@ std::string take_word(std::string& text) {
 std::string bytes_of_json(const std::string& text) {
     if (text.starts_with("hex:")) {
         const auto bytes = robot::bytes_of_hex(std::string_view(text).substr(4));
-        if (!bytes) throw std::runtime_error("no hexadecimal digits: " + text);
+        if (!bytes) throw std::runtime_error("not hexadecimal digits: " + text);
         return *bytes;
     }
     const auto value = nlohmann::json::parse(text, nullptr, false);
-    if (!value.is_string()) throw std::runtime_error("no JSON string: " + text);
+    if (!value.is_string()) throw std::runtime_error("not a JSON string: " + text);
     std::string bytes;
     for (const char32_t c : characters_of(value.get<std::string>())) {
-        if (c > 0xFF) throw std::runtime_error("a character above 255 is no byte: " + text);
+        if (c > 0xFF) throw std::runtime_error("not a byte: a character above 255: " + text);
         bytes.push_back(static_cast<char>(c));
     }
     return bytes;
@@ -146,7 +146,7 @@ public:
             else
                 command(text);
         } catch (const std::exception& e) {
-            fail("a line that can be carried out", e.what());
+            fail("a valid line", e.what());
         }
     }
 
@@ -245,7 +245,7 @@ private:
             expected.push_back(take_word(names));
         for (const std::string& name : expected) {
             if (std::find(view_controls.begin(), view_controls.end(), name) == view_controls.end())
-                fail("the name of a control that views show and hide", name);
+                fail("a control that views show and hide", name);
         }
         for (const std::string& name : view_controls) {
             const bool wanted = std::find(expected.begin(), expected.end(), name) != expected.end();
@@ -264,7 +264,7 @@ private:
             if (answer != (wanted ? "ok 65280" : "ok 2147483663")) fail(member + (wanted ? " lit" : " dark"), answer);
             ++count;
         }
-        if (count == 0 || lit >= count) fail("a group that has this button", group);
+        if (count == 0 || lit >= count) fail("a group with this button", group);
     }
 
     int clock() { return number(robot_.answer("clock").substr(3)); }
@@ -323,7 +323,7 @@ int run_scenario_file(const std::filesystem::path& file) {
     const std::string catalogue = read_whole_file(file.parent_path() / "default_catalogue.ini");
     const std::vector<scenario> scenarios = scenarios_of(read_whole_file(file));
     int failed = scenarios.empty() ? 1 : 0;
-    if (scenarios.empty()) std::cout << file.filename() << " holds no scenario\n";
+    if (scenarios.empty()) std::cout << file.filename() << " contains no scenario\n";
     for (const scenario& s : scenarios) {
         const std::vector<std::string> failures = run_scenario(s, catalogue);
         if (failures.empty()) continue;
