@@ -94,8 +94,8 @@ protected:
         EXPECT_TRUE(wait_until([] { return !focused().empty(); }, 1000));
     }
 
-    /// Minimum number of events for the left button: a button and a list count both clicks of a double click, other
-    /// controls one.
+    /// Minimum number of events for the left button: a button counts both clicks of a double click, a list at least
+    /// one; other controls may raise none.
     static int least_events(const control& c, mouse_action d) {
         if (c.kind() == control_kind::button) return d == mouse_action::double_left ? 2 : 1;
         const auto* const l = dynamic_cast<const list_view*>(&c);

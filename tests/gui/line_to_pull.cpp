@@ -12,7 +12,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
-/// The stream's clock is frozen: no command times out, however slow the desk.
+/// A frozen clock for the stream: partial commands never expire, however slow the desk.
 constexpr double now_ms = 0;
 
 constexpr int receiver_turn_ms = 20;

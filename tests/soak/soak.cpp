@@ -84,7 +84,7 @@ std::string soak::some_action() {
 }
 
 void soak::start_some_task() {
-    static const std::vector<strings> roads = {
+    static const std::vector<strings> tasks = {
         {"click cmd_edid", "click cmd_read", "click cmd_read_translate", any_node, any_node, any_node, any_node,
          any_node, "click cmd_edid_report", "click frm_report.cmd_save", "click frm_report.cmd_exit"},
         {"click cmd_edid", "click cmd_load", "click cmd_write_translate", any_node, any_node, any_node, any_node,
@@ -101,8 +101,8 @@ void soak::start_some_task() {
         {"click cmd_pattern", "select lstv_pattern 13", "click cmd_download", "slide hsr_color_setting(3) 200",
          "key txt_color_setting(0) 13", "drag hsr_color_setting(1) 7"},
         {"click cmd_setup", "click cmd_download", "click cmd_reset", "click cmd_download"}};
-    const strings road = one_of(roads);
-    task_.assign(road.begin(), road.end());
+    const strings task = one_of(tasks);
+    task_.assign(task.begin(), task.end());
     say("file \"" + utf8_from_path(files_.path() / one_of(files_.names())) + "\"");
 }
 
