@@ -56,7 +56,7 @@ dev_t check_before_opening(const std::filesystem::path& device, const process_ta
     return status.st_rdev;
 }
 
-void expect_nobody_works_at(const opened_device& opened, const std::filesystem::path& device, dev_t checked,
+void expect_unused_terminal(const opened_device& opened, const std::filesystem::path& device, dev_t checked,
                             const process_table& processes) {
     if (::tcgetsid(opened.get()) >= 0) fail(problem_of_terminal(device, std::nullopt));
     struct stat status {};
@@ -89,7 +89,7 @@ public:
         const process_table processes;
         const dev_t checked = check_before_opening(device, processes);
         opened_device opened(device);
-        expect_nobody_works_at(opened, device, checked, processes);
+        expect_unused_terminal(opened, device, checked, processes);
         lock(opened, device, processes);
         if (::tcgetattr(opened.get(), &found_) != 0) cannot_be("used as a serial port", device);
         device_ = opened.release();

@@ -26,7 +26,7 @@ public:
 
 private:
     double read_number();
-    void skip_blanks();
+    void skip_spaces();
     void skip_separator();
     bool at_line_end_or_comma() const;
     bool at_end() const { return at_ == text_.size(); }

@@ -24,7 +24,7 @@ constexpr const char* access_list = "system.posix_acl_access";
 std::error_code last_error() { return {errno, std::generic_category()}; }
 std::error_code not_kept() { return std::make_error_code(std::errc::operation_not_permitted); }
 
-/// Closes itself.
+/// Owns its descriptor.
 class descriptor {
 public:
     explicit descriptor(int number) : number_(number) {}
@@ -41,7 +41,7 @@ private:
     int number_;
 };
 
-std::error_code what_is_wrong_with(const struct stat& status) {
+std::error_code problem_of(const struct stat& status) {
     if (S_ISREG(status.st_mode)) return {};
     return std::make_error_code(S_ISDIR(status.st_mode) ? std::errc::is_a_directory : std::errc::not_supported);
 }
@@ -52,7 +52,7 @@ class regular_file {
 public:
     regular_file(const std::filesystem::path& path, int mode) : file_(open(path, mode)) {
         // the name may lead elsewhere by now
-        if (!error_) error_ = ::fstat(file_.number(), &status_) == 0 ? what_is_wrong_with(status_) : last_error();
+        if (!error_) error_ = ::fstat(file_.number(), &status_) == 0 ? problem_of(status_) : last_error();
     }
     const std::error_code& error() const { return error_; }
     int number() const { return file_.number(); }
@@ -60,7 +60,7 @@ public:
 
 private:
     int open(const std::filesystem::path& path, int mode) {
-        error_ = ::stat(path.c_str(), &status_) == 0 ? what_is_wrong_with(status_) : last_error();
+        error_ = ::stat(path.c_str(), &status_) == 0 ? problem_of(status_) : last_error();
         if (error_) return -1;
         // a file server revokes its lease on a file on request
         const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(1);

@@ -34,7 +34,7 @@ std::errc condition_of(DWORD error) {
 
 std::error_code last_error() { return std::make_error_code(condition_of(GetLastError())); }
 
-/// Closes itself.
+/// Owns its handle.
 class open_handle {
 public:
     explicit open_handle(HANDLE handle) : handle_(handle) {}
