@@ -1,4 +1,4 @@
-# Contents of a Linux package. A program with ../share/velotrace-desk beside its folder considers itself installed.
+# What a Linux package holds. A program that finds ../share/velotrace-desk beside its folder takes itself for installed.
 include(GNUInstallDirs)
 
 install(TARGETS velotrace velotrace_sim desk_robot edid_report)
@@ -16,7 +16,7 @@ endforeach()
 install(FILES assets/velotrace.png DESTINATION ${icons}/256x256/apps)
 install(FILES assets/velotrace.svg DESTINATION ${icons}/scalable/apps)
 
-# the manual finds its pictures at the same relative path as here
+# the manual and its pictures stand to each other as they do here
 set(documents ${CMAKE_INSTALL_DATADIR}/doc/velotrace-desk)
 install(FILES packaging/linux/README.installed.md DESTINATION ${documents} RENAME README.md)
 install(FILES CHANGELOG.md DESTINATION ${documents})
