@@ -24,15 +24,15 @@ protected:
 
     /// Records the cursor over the next message box, and presses OK.
     void press_ok() {
-        auto* const look = new QTimer(qApp);
-        QObject::connect(look, &QTimer::timeout, look, [this, look] {
+        auto* const poll = new QTimer(qApp);
+        QObject::connect(poll, &QTimer::timeout, poll, [this, poll] {
             auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
             if (box == nullptr) return;
-            delete look;
+            delete poll;
             busy_over_box = is_busy();
             QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
         });
-        look->start(10);
+        poll->start(10);
     }
 
     std::optional<bool> busy_over_box;

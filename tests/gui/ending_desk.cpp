@@ -49,14 +49,14 @@ void print_there() {
 
 /// Prints "there" once `holds` returns true, even inside the event loop of a box or a menu.
 void print_there_when(std::function<bool()> holds) {
-    auto* const look = new QTimer(qApp);
-    QObject::connect(look, &QTimer::timeout, look, [look, holds = std::move(holds)] {
+    auto* const poll = new QTimer(qApp);
+    QObject::connect(poll, &QTimer::timeout, poll, [poll, holds = std::move(holds)] {
         if (!holds()) return;
-        look->stop();
-        look->deleteLater();
+        poll->stop();
+        poll->deleteLater();
         print_there();
     });
-    look->start(5);
+    poll->start(5);
 }
 
 template <class Window>

@@ -115,14 +115,14 @@ protected:
     /// Makes the program fail and calls `work` with its box before closing it.
     void fail(const std::function<void(QMessageBox&)>& work) {
         bool came = false;
-        std::function<void()> look = [&] {
+        std::function<void()> poll = [&] {
             auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            if (box == nullptr) return QTimer::singleShot(10, qApp, look);
+            if (box == nullptr) return QTimer::singleShot(10, qApp, poll);
             came = true;
             work(*box);
             box->button(QMessageBox::Ok)->click();
         };
-        QTimer::singleShot(10, qApp, look);
+        QTimer::singleShot(10, qApp, poll);
         program->gate().run([] { throw runtime_failure(failure::overflow, "a click"); });
         EXPECT_TRUE(came);
     }
@@ -152,11 +152,11 @@ TEST_F(box_of_a_failure, has_text_that_can_be_selected_and_copied) {
     fail([](QMessageBox& box) {
         QTest::keyClick(&box, Qt::Key_C, Qt::ControlModifier);
         EXPECT_EQ(QApplication::clipboard()->text(), box.text());
-        auto* const said = box.findChild<QLabel*>("qt_msgbox_label");
-        ASSERT_NE(said, nullptr);
-        EXPECT_TRUE(said->textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
-        EXPECT_TRUE(said->textInteractionFlags().testFlag(Qt::TextSelectableByKeyboard));
-        said->setSelection(0, 14);
+        auto* const label = box.findChild<QLabel*>("qt_msgbox_label");
+        ASSERT_NE(label, nullptr);
+        EXPECT_TRUE(label->textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
+        EXPECT_TRUE(label->textInteractionFlags().testFlag(Qt::TextSelectableByKeyboard));
+        label->setSelection(0, 14);
         QTest::keyClick(&box, Qt::Key_C, Qt::ControlModifier);
         EXPECT_EQ(QApplication::clipboard()->text(), "Run-time error");
     });

@@ -40,8 +40,8 @@ public:
         // a hundred nested boxes would never end
         if (texts.size() > 5) throw std::runtime_error("too many boxes");
         QTimer::singleShot(0, box, [this, box] {
-            const auto has_the_keys = [box] { return QGuiApplication::focusWindow() == box->windowHandle(); };
-            EXPECT_TRUE(wait_until(has_the_keys, 5000));
+            const auto gets_focus = [box] { return QGuiApplication::focusWindow() == box->windowHandle(); };
+            EXPECT_TRUE(wait_until(gets_focus, 5000));
             work_(*box);
             if (box->isVisible()) box->reject();
         });

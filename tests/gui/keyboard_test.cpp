@@ -45,7 +45,7 @@ protected:
     static std::string focused() { return QApplication::focusWidget()->objectName().toStdString(); }
 
     /// A new window gets the focus a little later.
-    static bool has_the_keys(const QWidget& w) {
+    static bool gets_focus(const QWidget& w) {
         return wait_until(
             [&] { return QApplication::focusWidget() != nullptr && QApplication::focusWidget()->window() == &w; },
             20000);
@@ -209,7 +209,7 @@ TEST_F(keyboard, walks_the_tree_and_closes_the_report_with_escape) {
     EXPECT_TRUE(ui.text("txt_edid").contains("Block 0 is VESA Basic Block")) << qPrintable(ui.text("txt_edid"));
     std::string first;
     in_next_window("frm_report", [&](const ui_driver& report) {
-        EXPECT_TRUE(has_the_keys(report.find("frm_report")));
+        EXPECT_TRUE(gets_focus(report.find("frm_report")));
         first = focused();
         report.press_key("txt_report", Qt::Key_Escape);
         EXPECT_FALSE(report.is_shown("frm_report"));
@@ -226,7 +226,7 @@ TEST_F(keyboard, works_a_window_with_a_single_exit) {
     ui.click("cmd_read");
     QStringList order;
     in_next_window("frm_diag", [&](const ui_driver& diag) {
-        EXPECT_TRUE(has_the_keys(diag.find("frm_diag")));
+        EXPECT_TRUE(gets_focus(diag.find("frm_diag")));
         for (int i = 0; i < 5; ++i) {
             order << QApplication::focusWidget()->objectName();
             if (i < 4) press(Qt::Key_Tab);

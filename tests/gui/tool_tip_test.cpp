@@ -74,9 +74,9 @@ TEST_F(tool_tip, says_why_the_port_is_closed_below_what_disconnect_does) {
 TEST_F(tool_tip, appears_over_a_disabled_control_too) {
     start();
     driver().click("cmd_edid");
-    QWidget& dead = driver().find("cmd_verify");
-    ASSERT_FALSE(dead.isEnabled());
-    EXPECT_TRUE(at(dead, {5, 5}).contains("Reads the sink and compares")) << qPrintable(QToolTip::text());
+    QWidget& disabled = driver().find("cmd_verify");
+    ASSERT_FALSE(disabled.isEnabled());
+    EXPECT_TRUE(at(disabled, {5, 5}).contains("Reads the sink and compares")) << qPrintable(QToolTip::text());
 }
 
 TEST_F(tool_tip, shows_the_full_path_of_an_elided_previous_file) {
@@ -152,8 +152,8 @@ TEST_F(tool_tip_of_disconnect, gives_device_reason_and_remedy) {
     std::vector<seen_box> boxes;
     answer_next_box(boxes, QMessageBox::Ok);
     start();
-    const QString said = driver().find("cmd_disconn").toolTip();
-    EXPECT_TRUE(said.contains(com1().toHtmlEscaped() + " is no serial port: choose another port.")) << qPrintable(said);
+    const QString tip = driver().find("cmd_disconn").toolTip();
+    EXPECT_TRUE(tip.contains(com1().toHtmlEscaped() + " is no serial port: choose another port.")) << qPrintable(tip);
 }
 
 } // namespace

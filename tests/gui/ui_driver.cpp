@@ -152,16 +152,16 @@ void ui_driver::save_picture(const QString& path) const {
 }
 
 void ui_driver::when(std::function<bool()> condition, std::function<void()> work) const {
-    auto* const look = new QTimer(&window_);
-    look->setTimerType(Qt::PreciseTimer);
-    QObject::connect(look, &QTimer::timeout, &window_,
-                     [look, condition = std::move(condition), work = std::move(work)] {
-                         if (!look->isActive() || !condition()) return;
-                         look->stop();
-                         look->deleteLater();
+    auto* const poll = new QTimer(&window_);
+    poll->setTimerType(Qt::PreciseTimer);
+    QObject::connect(poll, &QTimer::timeout, &window_,
+                     [poll, condition = std::move(condition), work = std::move(work)] {
+                         if (!poll->isActive() || !condition()) return;
+                         poll->stop();
+                         poll->deleteLater();
                          work();
                      });
-    look->start(1);
+    poll->start(1);
 }
 
 bool wait_until(const std::function<bool()>& done, int ms) { return QTest::qWaitFor(done, ms); }

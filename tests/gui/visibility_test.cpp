@@ -73,13 +73,13 @@ TEST_F(visibility, the_caption_is_beside_the_mark) {
 TEST_F(visibility, state_colours_are_exact) {
     start();
     EXPECT_NEAR(qt::contrast(Qt::black, Qt::white), 21, 0.001);
-    const std::pair<color, QColor> told[] = {{color_green, QColor(0, 255, 0)},
-                                             {color_red, QColor(255, 0, 0)},
-                                             {color_current_view, QColor(128, 255, 255)},
-                                             {color_blue, QColor(0, 0, 255)}};
+    const std::pair<color, QColor> exact[] = {{color_green, QColor(0, 255, 0)},
+                                              {color_red, QColor(255, 0, 0)},
+                                              {color_current_view, QColor(128, 255, 255)},
+                                              {color_blue, QColor(0, 0, 255)}};
     for (const qt::scheme s : {qt::scheme::light, qt::scheme::dark}) {
         qt::set_scheme(s);
-        for (const auto& [model, real] : told) {
+        for (const auto& [model, real] : exact) {
             EXPECT_EQ(qt::background_of(model, qt::colors_of(s)), real);
             EXPECT_EQ(qt::ink_of(model, qt::colors_of(s)), real);
             if (model == color_blue) continue;
@@ -194,9 +194,9 @@ TEST_F(visibility, a_box_shows_its_whole_text) {
         QTimer::singleShot(50, qApp, [&] {
             auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
             ASSERT_NE(box, nullptr);
-            const auto* const said = box->findChild<QLabel*>("qt_msgbox_label");
-            EXPECT_EQ(said->text(), text);
-            EXPECT_GE(said->height(), said->heightForWidth(said->width()));
+            const auto* const label = box->findChild<QLabel*>("qt_msgbox_label");
+            EXPECT_EQ(label->text(), text);
+            EXPECT_GE(label->height(), label->heightForWidth(label->width()));
             const QPixmap sign = box->iconPixmap();
             EXPECT_EQ(sign.width(), qRound(32 * box->devicePixelRatioF()));
             signs.push_back(sign.toImage().convertToFormat(QImage::Format_Grayscale8));

@@ -41,8 +41,8 @@ closing_button closing_button_of(const std::string& view) {
 
 /// The result of a key: the control then focused, and the one whose event it raises, by their full names.
 struct lead {
-    std::string keys_at;
-    std::string works;
+    std::string focused;
+    std::string raises;
 };
 
 /// The rules.
@@ -146,11 +146,11 @@ protected:
         EXPECT_EQ(list_opens, stop.kind() == control_kind::combo_box && key == Qt::Key_Space);
         if (list_opens) close_lists();
         std::map<std::string, int> heard_of = events.take();
-        if (hears_all_keys(stop) && expected.works != stop.full_name()) heard_of.erase(stop.full_name());
-        std::map<std::string, int> works;
-        if (!expected.works.empty()) works[expected.works] = 1;
-        EXPECT_EQ(heard_of, works);
-        const control* const at = form().find(expected.keys_at);
+        if (hears_all_keys(stop) && expected.raises != stop.full_name()) heard_of.erase(stop.full_name());
+        std::map<std::string, int> raises;
+        if (!expected.raises.empty()) raises[expected.raises] = 1;
+        EXPECT_EQ(heard_of, raises);
+        const control* const at = form().find(expected.focused);
         EXPECT_EQ(focused(), widget_name(*at).toStdString());
         // back to the start
         if (auto* const o = dynamic_cast<option_button*>(&stop)) o->choose();

@@ -23,22 +23,22 @@ protected:
     }
 
     qt::work_bar& bar() { return driver().find<qt::work_bar>("work_bar"); }
-    QLabel& words() { return driver().find<QLabel>("retry_label"); }
+    QLabel& retry_label() { return driver().find<QLabel>("retry_label"); }
     qt::color_patch& patch() { return driver().find<qt::color_patch>("color_patch"); }
 
     /// Samples the bar while the desk works.
     void watch() {
-        auto* const look = new QTimer(&program->main_window());
-        QObject::connect(look, &QTimer::timeout, look, [this] {
+        auto* const poll = new QTimer(&program->main_window());
+        QObject::connect(poll, &QTimer::timeout, poll, [this] {
             if (!bar().isVisible()) return;
             values.push_back(bar().value());
-            said |= words().isVisible() && words().text() == "No answer yet: trying again";
+            says_retry |= retry_label().isVisible() && retry_label().text() == "No answer yet: trying again";
         });
-        look->start(5);
+        poll->start(5);
     }
 
     std::vector<int> values;
-    bool said = false;
+    bool says_retry = false;
 };
 
 TEST_F(progress_display, grows_to_full_width_at_the_bottom_of_the_window_and_disappears) {
@@ -51,7 +51,7 @@ TEST_F(progress_display, grows_to_full_width_at_the_bottom_of_the_window_and_dis
     EXPECT_GT(values.back(), bar().maximum() * 9 / 10);
     EXPECT_EQ(bar().geometry().bottom(), program->main_window().height() - 1);
     EXPECT_EQ(bar().width(), program->main_window().width());
-    EXPECT_FALSE(said);
+    EXPECT_FALSE(says_retry);
     EXPECT_TRUE(wait_until([&] { return !bar().isVisible(); }, 5000));
 }
 
@@ -111,9 +111,9 @@ TEST_F(progress_display, reports_a_retry) {
     generator->command("silent");
     watch();
     driver().click("cmd_run");
-    EXPECT_TRUE(said);
+    EXPECT_TRUE(says_retry);
     EXPECT_FALSE(values.empty()) << "the bar is delayed too";
-    EXPECT_FALSE(words().isVisible());
+    EXPECT_FALSE(retry_label().isVisible());
     EXPECT_EQ(driver().text("lab_timing"), "Link Error");
 }
 
@@ -122,7 +122,7 @@ TEST_F(progress_display, says_nothing_about_a_quickly_answered_retry) {
     generator->command("drop 1");
     watch();
     driver().click("cmd_run");
-    EXPECT_FALSE(said);
+    EXPECT_FALSE(says_retry);
     EXPECT_EQ(generator->commands(), (QStringList{"TIM001", "TIM001"}));
 }
 
