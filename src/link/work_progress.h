@@ -25,7 +25,6 @@ private:
 class work {
 public:
     work(work_progress& progress, int steps);
-    /// `counted` counts the steps.
     work(work_progress& progress, int steps, const std::int16_t& counted);
     /// Work of unknown length.
     explicit work(work_progress& progress) : work(progress, 0) {}
@@ -33,7 +32,6 @@ public:
     work& operator=(const work&) = delete;
     ~work();
 
-    /// Completes one step.
     void step() { ++done_; }
 
 private:

@@ -12,7 +12,6 @@ public:
     virtual std::tm now() = 0;
 };
 
-/// The machine's clock.
 class local_calendar final : public calendar {
 public:
     std::tm now() override;

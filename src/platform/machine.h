@@ -12,7 +12,6 @@
 
 namespace desk {
 
-/// What the desk uses of its machine.
 struct machine {
     serial_port& port;
     event_pump& events;

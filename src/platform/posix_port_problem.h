@@ -25,7 +25,6 @@ std::string problem_of_use(const std::filesystem::path& device, const std::strin
 /// The path is not a device but, for example, a file.
 std::string problem_of_file(const std::filesystem::path& device);
 
-/// Another program has the device open.
 std::string problem_of_holder(const std::filesystem::path& device, const std::optional<process_info>& holder);
 
 /// The terminal is in use by `at_work`; without it, the desk was started from that terminal.
@@ -41,7 +40,6 @@ struct device_rights {
     bool listed = false;   ///< the group database lists the user, which takes effect at the next login
 };
 
-/// Permission was denied.
 std::string problem_of_rights(const device_rights& rights);
 
 } // namespace desk

@@ -8,7 +8,6 @@
 
 namespace desk {
 
-/// A process of any user.
 struct process_info {
     int id = 0;
     std::string name; ///< the program's name, without control characters

@@ -20,7 +20,6 @@ public:
     virtual std::size_t out_count() = 0;
     virtual void discard_input() = 0;
     virtual void discard_output() = 0;
-    /// All waiting bytes.
     virtual bytes read() = 0;
     virtual void write(const bytes& data) = 0;
 };

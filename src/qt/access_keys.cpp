@@ -23,8 +23,8 @@ namespace {
 enum class side { write, read };
 
 struct letters {
-    const char* all; ///< the first letter in the caption is used, or else the first of all; "*": the control's index in
-                     ///< its array
+    /// The first letter in the caption is used, else the first of all; "*": the control's index in its array.
+    const char* all;
     side belongs_to = side::write;
 };
 

@@ -36,7 +36,6 @@ public:
 
 private:
     const text_lines& lines() const;
-    /// Convert between text offsets and positions.
     int position_of(std::size_t offset) const;
     std::size_t offset_of(int position) const;
     text_lines::range part_at(std::size_t offset, QAccessible::TextBoundaryType kind) const;

@@ -131,7 +131,6 @@ protected:
     bool handle_event(QEvent* e) override {
         if (e->type() != QEvent::KeyPress) return false;
         const int key = static_cast<QKeyEvent*>(e)->key();
-        // Enter presses the focused button, as Space does
         if (key == Qt::Key_Return || key == Qt::Key_Enter) push_->click();
         return key == Qt::Key_Return || key == Qt::Key_Enter || is_arrow(key);
     }

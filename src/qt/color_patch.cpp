@@ -14,7 +14,6 @@ namespace {
 constexpr int distance = 20;
 constexpr int patch_height = 56;
 
-/// Where the control's widget is now.
 QRect place_of(const QWidget& frame, const control& c) {
     const auto* const w = frame.findChild<QWidget*>(QString::fromStdString(c.name) + "_" + QString::number(c.index),
                                                     Qt::FindDirectChildrenOnly);

@@ -13,7 +13,6 @@ class color_patch final : public QWidget {
     Q_OBJECT
 
 public:
-    /// `frame` is the widget that contains the sliders.
     color_patch(QWidget& frame, const desk_frame& desk, const color_settings& colors);
 
     void follow();

@@ -38,7 +38,6 @@ protected:
     virtual void follow_kind() = 0;
     /// Adapts fonts and sizes to a new scale, before the control is placed; also called once at first.
     virtual void follow_scale() {}
-    /// Scale of the plan that contains the control.
     double scale() const { return scale_; }
     /// Handles an event of the widget; returns true to consume it.
     virtual bool handle_event(QEvent* e) { return static_cast<void>(e), false; }

@@ -23,7 +23,6 @@ public:
     /// Runs an event of the desk; does nothing once the program is over.
     void run(const std::function<void()>& event) noexcept;
 
-    /// Marks the program as over.
     void finish() { over_ = true; }
 
     /// For waits in which no event delivers the request: whether the system has requested the end, and how to end in
@@ -43,7 +42,6 @@ public:
     bool over() const { return over_; }
     const std::optional<runtime_failure>& failure() const { return failure_; }
 
-    /// Follows the events through this gate.
     busy_cursor cursor;
 
     /// Throws program_over if the program is over. Call it before returning to a procedure of the desk.

@@ -203,7 +203,6 @@ bool held_input_filter::waits() {
 
 bool held_input_filter::nativeEventFilter(const QByteArray& system, void* message, qintptr* /*result*/) {
     if (system != "xcb_generic_event_t") return false;
-    // header of an X event
     struct {
         std::uint8_t type;
         std::uint8_t detail;

@@ -8,7 +8,6 @@ namespace desk::qt {
 /// message boxes, file dialogs, menus, tooltips and widgets without a window.
 double plan_scale(const QWidget* w);
 
-/// Sets the scale of everything in `window`.
 void set_plan_scale(QWidget& window, double scale);
 
 } // namespace desk::qt

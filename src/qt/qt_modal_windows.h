@@ -17,7 +17,6 @@ public:
     explicit qt_modal_windows(event_gate& gate) : gate_(gate) {}
     void show(window& w) override;
 
-    /// Updates the open windows.
     void follow();
 
     /// nullptr if none is open.

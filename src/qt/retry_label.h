@@ -9,7 +9,6 @@ class retry_label final : public QLabel {
     Q_OBJECT
 
 public:
-    /// `frame` is the widget of the status frame.
     explicit retry_label(QWidget& frame);
 
     void follow(const QString& reason);

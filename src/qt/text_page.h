@@ -70,7 +70,6 @@ protected:
 private:
     enum class unit { character, word, line };
 
-    /// Selects without scrolling.
     void set_selection(std::size_t anchor, std::size_t cursor);
     int visible_lines() const;
     /// Line pitch: a little less than the font's, so that more lines fit and none touch.

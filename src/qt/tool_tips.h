@@ -15,7 +15,6 @@ class tool_tips final : public QObject {
 public:
     tool_tips(const control& model, QWidget& w);
 
-    /// Updates the tooltip from the model.
     void follow();
 
 protected:

@@ -30,7 +30,6 @@ public:
     /// Updates every changed control.
     void follow();
 
-    /// Focuses the first tab stop.
     void focus_first();
 
 signals:
@@ -48,7 +47,6 @@ protected:
 private:
     void build_all();
     void build(control& c);
-    /// Scales the plan to the window.
     void fit_plan();
     void set_scale(double scale);
     /// Gives the extra room to the control that grows, and moves the others along.

@@ -18,7 +18,6 @@ constexpr int linger_ms = 250;
 constexpr int whole = 10'000;
 constexpr int bar_height = 3;
 constexpr int step_ms = 40;
-/// Steps of the indeterminate piece across the window.
 constexpr int steps_across = 40;
 
 } // namespace

@@ -24,7 +24,6 @@ constexpr const char* access_list = "system.posix_acl_access";
 std::error_code last_error() { return {errno, std::generic_category()}; }
 std::error_code not_kept() { return std::make_error_code(std::errc::operation_not_permitted); }
 
-/// Owns its descriptor.
 class descriptor {
 public:
     explicit descriptor(int number) : number_(number) {}

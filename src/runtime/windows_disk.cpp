@@ -34,7 +34,6 @@ std::errc condition_of(DWORD error) {
 
 std::error_code last_error() { return std::make_error_code(condition_of(GetLastError())); }
 
-/// Owns its handle.
 class open_handle {
 public:
     explicit open_handle(HANDLE handle) : handle_(handle) {}
@@ -121,7 +120,6 @@ std::error_code write_and_cut(HANDLE file, std::string_view bytes, LONGLONG leng
     return cut(file, length);
 }
 
-/// The access list of a file.
 std::vector<char> access_list_of(const std::filesystem::path& path) {
     DWORD size = 0;
     GetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);

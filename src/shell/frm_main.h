@@ -100,7 +100,6 @@ public:
 
     /// Hides everything that a view may show.
     void view_reset();
-    /// Lights the button of the current view.
     void view_paint();
     /// The first action of every view button.
     void change_view(int view_mode);

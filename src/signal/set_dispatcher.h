@@ -19,7 +19,6 @@ private:
     /// Sends the flag of each row of a list, up to the first failed exchange. Returns whether any row sent was
     /// checked.
     bool send_flags(const list_view& list, int count, std::string_view letters_on, std::string_view letters_off);
-    /// Selects a row and checks it.
     static void check_default(list_view& list, int row);
     void upload_autorun();
 

@@ -5,7 +5,6 @@
 
 namespace desk {
 
-/// Red, green and blue, 0 to 255.
 using rgb_color = std::array<std::uint8_t, 3>;
 
 /// Converts the three channels of the color settings: red, green and blue stay as they are; Cr, Y and Cb

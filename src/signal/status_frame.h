@@ -22,7 +22,6 @@ struct status_frame {
     label lab_hdcp_lab;
     label lab_hdcp;
 
-    /// Clears the four value labels.
     void empty() {
         for (label* value : {&lab_timing, &lab_pattern, &lab_out, &lab_hdcp})
             value->caption = "";

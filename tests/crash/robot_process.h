@@ -21,7 +21,6 @@ public:
 
     /// Kills it, like a power switch; returns when it is gone.
     void kill();
-    /// Waits for its own end.
     void wait();
 
     /// Runs it up to its next system call that changes files, and returns the call's name; empty: it has ended.

@@ -20,7 +20,6 @@ public:
     /// From 0 to below `limit`, which is at most 256.
     int below(int limit) { return byte() % limit; }
     bool yes() { return below(2) == 1; }
-    /// Up to `count` bytes.
     std::string_view text(std::size_t count) {
         const std::string_view front = rest_.substr(0, count);
         rest_.remove_prefix(front.size());

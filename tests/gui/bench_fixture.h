@@ -29,7 +29,6 @@ protected:
     void plug_generator();
     /// A generator that shares this thread's event loop, where the system supports that.
     static std::unique_ptr<simulator_program> simulator_for(const QString& link);
-    /// True once the generator has received this command.
     std::function<bool()> heard(const QByteArray& command) const {
         return [this, command] { return generator->has_printed("> " + command + "\n"); };
     }

@@ -94,7 +94,6 @@ std::vector<QRect> places_of_text(QWidget& w) {
     return {};
 }
 
-/// Whether nothing covers the place.
 bool is_seen(const QWidget& window, const QWidget& w, const QRect& place) {
     for (const QPoint at :
          {place.topLeft(), place.topRight(), place.bottomLeft(), place.bottomRight(), place.center()}) {

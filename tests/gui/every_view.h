@@ -18,7 +18,6 @@ struct view {
 };
 inline void PrintTo(const view& v, std::ostream* out) { *out << v.name; }
 const std::vector<view>& every_view();
-/// A name for the test's parameter.
 std::string name_of_view(const ::testing::TestParamInfo<view>& info);
 
 /// A desk with a generator and one previous file.

@@ -84,7 +84,6 @@ protected:
         }
     }
 
-    /// Closes lists of combo boxes and context menus.
     void close_lists() {
         while (QWidget* const popup = QApplication::activePopupWidget())
             popup->close();

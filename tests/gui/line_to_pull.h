@@ -40,7 +40,6 @@ public:
     void plug();
     /// Marks the start of a transfer, and the moment in it to pull the cable.
     void pull_at(pull_moment moment);
-    /// Pulls the cable now.
     void pull();
     bool is_pulled() const { return pulled_; }
 

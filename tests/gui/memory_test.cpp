@@ -19,7 +19,6 @@ protected:
         qputenv("HOME", home.path().toLocal8Bit());
     }
 
-    /// Restarts the program in the same folder.
     void start_again() {
         program.reset();
         program = std::make_unique<qt::desk_program>(std::filesystem::path(directory.path().toStdString()));

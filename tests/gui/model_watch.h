@@ -13,7 +13,6 @@ namespace desk::gui {
 /// The visible state of a window's controls: one line of properties for each full name.
 using model_snapshot = std::map<std::string, std::string>;
 model_snapshot snapshot_of(const window& w);
-/// The controls that differ.
 std::set<std::string> changes(const model_snapshot& before, const model_snapshot& after);
 
 /// While it lives, replaces every event procedure of a window's controls by a counter. Changes of focus, mouse moves

@@ -30,7 +30,6 @@ public:
     /// The 256 bytes of sink `number`; empty if there is none.
     QByteArray sink(int number);
 
-    /// Whether it has printed this since it started.
     bool has_printed(const QByteArray& text) const { return program_->printed().contains(text); }
 
     /// The traffic since the last call, as printed ("> TIM007", "< TIM007").

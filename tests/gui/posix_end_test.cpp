@@ -54,7 +54,6 @@ protected:
         desk_.setProcessEnvironment(all);
     }
 
-    /// Brings a desk into a situation.
     void enter(const QString& situation) {
         desk_.start(ENDING_DESK, {situation, folder_.path()});
         while (!printed_.contains("there\n")) {

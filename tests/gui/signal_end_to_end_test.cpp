@@ -39,7 +39,6 @@ protected:
     }
     static QString member(const QString& group, int index) { return group + "_" + QString::number(index); }
 
-    /// The rows with checked boxes on the screen.
     QList<int> checked_rows(const QString& list) {
         QList<int> rows;
         const auto& tree = driver().find<QTreeWidget>(list);

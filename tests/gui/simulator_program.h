@@ -8,7 +8,6 @@
 
 namespace desk::gui {
 
-/// The running program of the simulated generator.
 class simulator_program {
 public:
     virtual ~simulator_program() = default;

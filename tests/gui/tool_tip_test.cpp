@@ -21,7 +21,6 @@ protected:
     tool_tip() { plug_generator(); }
 
     QString of(const QString& name) { return driver().find(name).toolTip(); }
-    /// The tooltip at this point.
     static QString at(QWidget& w, QPoint place) {
         QToolTip::hideText();
         QHelpEvent rests(QEvent::ToolTip, place, w.mapToGlobal(place));

@@ -34,7 +34,6 @@ QByteArray sink_1() {
     return {reinterpret_cast<const char*>(edid.data()), static_cast<qsizetype>(edid.size())};
 }
 
-/// The first sink's EDID with every speaker.
 QByteArray with_all_speakers() {
     QByteArray edid = sink_1();
     const qsizetype block = edid.indexOf(QByteArray::fromHex("83010000"), 128);

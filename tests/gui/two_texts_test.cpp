@@ -57,7 +57,6 @@ protected:
             edid[at] = static_cast<char>(edid.at(at) + 1);
         return edid;
     }
-    /// The highlighted texts.
     static QStringList marked(const qt::text_page& page) {
         QStringList texts;
         for (const text_lines::range& m : page.marks())

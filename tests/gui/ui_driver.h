@@ -29,9 +29,7 @@ public:
     void double_click_row(const QString& list, int row) const;
     /// Presses the mouse on one row and releases it on another.
     void drag_rows(const QString& list, int from, int to) const;
-    /// Turns the wheel down by one notch.
     void turn_wheel(const QString& name) const;
-    /// Clicks the check box of a row.
     void click_check(const QString& list, int row) const;
     /// Clicks the tree node at the end of this path of titles, and expands nodes on the way.
     void click_node(const QString& tree, const QStringList& titles) const;

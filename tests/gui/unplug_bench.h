@@ -32,9 +32,7 @@ public:
     void run_automatically();
 
     void expect_resting(const QString& button);
-    /// The colour of a button on the screen.
     QColor color_of(const QString& button);
-    /// The lit button of a group, or -1.
     int lit(const QString& group, int count);
 
     line_to_pull cable{directory.filePath("com1").toStdString()};
@@ -69,7 +67,6 @@ struct pulled_transfer {
     friend std::ostream& operator<<(std::ostream& out, const pulled_transfer& p) { return out << p.name; }
 };
 
-/// All combinations.
 std::vector<pulled_transfer> all_pulled_transfers();
 
 } // namespace desk::gui

@@ -37,7 +37,6 @@ public:
         return *this;
     }
 
-    /// Raw bytes to the desk.
     conversation& raw_from_generator(const expectation& expect) {
         add("reading_not_begun", {after::sent, sent_}, expect);
         for (const std::size_t part : {1, 128, 255})
@@ -45,7 +44,6 @@ public:
         return *this;
     }
 
-    /// Raw bytes from the desk.
     conversation& raw_from_desk(std::size_t size, const expectation& expect) {
         add("writing_not_begun", {after::answered, received_}, expect);
         for (const std::size_t part : {std::size_t{1}, size / 2, size - 1})

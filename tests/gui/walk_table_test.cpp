@@ -45,7 +45,6 @@ struct lead {
     std::string raises;
 };
 
-/// The rules.
 lead lead_of(const control& stop, Qt::Key key, const closing_button& out, const std::string& next_in_group) {
     const std::string name = stop.full_name();
     const bool enter = key == Qt::Key_Return;

@@ -10,7 +10,6 @@
 
 namespace desk::test {
 
-/// This process's use of the machine.
 struct process_resources {
     std::size_t memory_kib = 0; ///< resident, without file-backed pages
     std::size_t descriptors = 0;

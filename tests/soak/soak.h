@@ -14,7 +14,6 @@
 
 namespace desk::test {
 
-/// Results of a soak.
 struct soak_summary {
     struct failure_seen {
         int count = 0;

@@ -126,7 +126,6 @@ void tell_caption(const control& c, Tell tell) {
     if (const auto* shown = dynamic_cast<const Control*>(&c)) tell(".caption", shown->caption);
 }
 
-/// The visible properties of a window's controls.
 inline looks looks_of(const window& form) {
     looks all{{"form.caption", form.caption}};
     for (const control* c : form.controls()) {
@@ -179,7 +178,6 @@ protected:
 
     std::string path(const std::string& name) const { return utf8_from_path(directory / name); }
 
-    /// Presses OPEN and chooses this file.
     void open(const std::string& name) {
         m.files.choices = {file_choice{path(name), 1}};
         view.cmd_load.on_click();

@@ -186,7 +186,6 @@ public:
     std::tm now() override { return moment; }
 };
 
-/// A machine with only scripted parts.
 struct fake_machine {
     scripted_port port;
     scripted_events events;

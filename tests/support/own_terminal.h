@@ -60,7 +60,6 @@ public:
         }
         return waiting == count;
     }
-    /// What was written to the terminal.
     std::string shown() const {
         std::string all(4096, 0);
         pollfd ready{master_, POLLIN, 0};
@@ -68,7 +67,6 @@ public:
         all.resize(got > 0 ? static_cast<std::size_t>(got) : 0);
         return all;
     }
-    /// Pulls the cable.
     void hang_up() {
         ::close(master_);
         master_ = -1;
@@ -110,7 +108,6 @@ public:
     /// False: it ended during `work`.
     bool works() const { return works_; }
 
-    /// Ends it with this signal.
     void end(int signal) {
         ::kill(id_, signal);
         wait();

@@ -126,7 +126,6 @@ std::string bytes_of_json(const std::string& text) {
     return bytes;
 }
 
-/// Runs one scenario.
 class run {
 public:
     explicit run(std::string_view default_catalogue) {

@@ -11,7 +11,6 @@
 
 namespace desk::test {
 
-/// The result of a shell command.
 struct shell_run {
     int status = -1; ///< -1: killed by a signal
     std::string out;

@@ -47,7 +47,6 @@ int lit(const std::array<button, Count>& group) {
     return found;
 }
 
-/// The checked rows of a list.
 inline std::vector<int> checked_rows(const list_view& list) {
     std::vector<int> rows;
     for (int i = 1; i <= list.row_count(); ++i) {
@@ -80,7 +79,6 @@ protected:
 
     void enter(int view) { link.view_mode = static_cast<std::int16_t>(view); }
 
-    /// The captions of the four status labels.
     strings labels() const {
         return {status.lab_timing.caption, status.lab_pattern.caption, status.lab_out.caption, status.lab_hdcp.caption};
     }

@@ -16,7 +16,7 @@
 
 namespace desk::test {
 
-/// The translation panel and the report without the rest of the desk: cheap enough to create one for each click.
+/// The translation panel and the report without the rest of the desk: cheap to have a fresh one for each click.
 struct translation_desk {
     edid_buffers buffers;
     shared_fields fields;
@@ -28,7 +28,7 @@ struct translation_desk {
     translation_tree tree{workbench, view, buffers, tables, dispatch};
     report_builder report{buffers, tables, serial, fields};
 
-    /// TRANS of the READ side. Returns the failure that ends the program, if any.
+    /// TRANS of the READ side. Gives the failure that ends the program.
     std::optional<runtime_failure> translate(const edid_buffer& edid) {
         buffers.read_buff = edid;
         return failure_in([this] { tree.cmd_read_translate_click(); });

@@ -27,7 +27,7 @@
 
 namespace desk {
 
-/// For gtest's messages.
+/// For the messages of gtest.
 inline void PrintTo(const descriptor_row& row, std::ostream* out) {
     *out << '(' << static_cast<int>(row.position) << ", " << std::hex << static_cast<int>(row.kind) << std::dec << ')';
 }
@@ -39,13 +39,13 @@ namespace test {
 
 using byte_list = std::vector<std::uint8_t>;
 
-/// Consecutive bytes from an address.
+/// Bytes that lie one behind the other from an address on.
 struct bytes_at {
     std::size_t address;
     std::vector<int> bytes;
 };
 
-/// An EDID of zeros, or a copy of another one, with these bytes in it.
+/// An EDID of zeros, or another one, with these bytes in it.
 inline edid_buffer edid_of(std::initializer_list<bytes_at> places, edid_buffer edid = {}) {
     for (const bytes_at& place : places)
         for (std::size_t i = 0; i < place.bytes.size(); ++i)
@@ -53,7 +53,7 @@ inline edid_buffer edid_of(std::initializer_list<bytes_at> places, edid_buffer e
     return edid;
 }
 
-/// The byte values of a text.
+/// The codes of a text's bytes.
 inline std::vector<int> codes_of(std::string_view text) {
     std::vector<int> codes;
     for (const char c : text)
@@ -61,7 +61,7 @@ inline std::vector<int> codes_of(std::string_view text) {
     return codes;
 }
 
-/// A text descriptor, padded with a line feed and spaces.
+/// A monitor descriptor with a text, filled up with a line feed and blanks.
 inline std::vector<int> text_descriptor(int tag, const std::string& text) {
     std::vector<int> bytes = {0, 0, 0, tag, 0};
     for (const int code : codes_of((text + "\n            ").substr(0, 13)))
@@ -83,7 +83,7 @@ inline const std::vector<int> full_hd = {0x02, 0x3A, 0x80, 0x18, 0x71, 0x38, 0x2
 /// 640 x 480 at 25.17 MHz on 320 x 240 mm.
 inline const std::vector<int> vga = {0xD5, 0x09, 0x80, 0xA0, 0x20, 0xE0, 0x2D, 0x10, 0x10,
                                      0x60, 0xA2, 0x00, 0x40, 0xF0, 0x10, 0x00, 0x00, 0x18};
-/// The lines of these two timings.
+/// The lines of these two.
 inline const std::string full_hd_lines = "Pixel Clock(MHz) = 148.500\r\n"
                                          "H/V Active = 1920 / 1080\r\n"
                                          "H/V Blanking = 280 / 45\r\n"
@@ -105,7 +105,7 @@ inline const std::string vga_lines = "Pixel Clock(MHz) = 25.170\r\n"
                                      "Sync Type = Digital Seperate\r\n"
                                      "H/V Sync Polarity = Negative/Negative";
 
-/// A basic block with a timing, a name, range limits and a serial number, followed by a manufacturer's block.
+/// A basic block with a timing, a name, range limits and a serial number; behind it a manufacturer's block.
 inline edid_buffer usual_edid() {
     return edid_of({{0, {0x00, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0x00}},
                     {54, full_hd},
@@ -120,7 +120,7 @@ inline edid_buffer cea_edid(int d, std::initializer_list<bytes_at> places = {}) 
     return edid_of(places, edid_of({{128, {0x02, 0x03, d, 0xF1}}}, usual_edid()));
 }
 
-/// Joins lines with CR LF.
+/// Lines, each with its end.
 inline std::string lines(std::initializer_list<std::string_view> all) {
     std::string text;
     for (const std::string_view line : all)
@@ -128,7 +128,8 @@ inline std::string lines(std::initializer_list<std::string_view> all) {
     return text;
 }
 
-/// The report's lines on size, gamma, features, colours and established timings, for bytes of zero.
+/// What is told of size, gamma and features, of the colours and of the established timings in the report, where their
+/// bytes are all zero.
 inline const std::string basic_lines_of_zeros = lines({
                                                     "--- Basic Display Parameters ---",
                                                     "Max Horizontal Size(cm) = 0",
@@ -174,7 +175,7 @@ inline std::string list_of(const edid_buffer& edid, std::size_t block) {
     return text.str();
 }
 
-/// The text after a label in its first line.
+/// What stands in a line behind its label; of more than one such line, in the first.
 inline std::string behind(std::string_view label, std::string_view text) {
     const std::string all = "\r\n" + std::string(text) + "\r\n";
     const std::size_t at = all.find("\r\n" + std::string(label));
@@ -185,21 +186,21 @@ inline std::string behind(std::string_view label, std::string_view text) {
 
 using decoding = std::function<void(std::string&)>;
 
-/// The text that a decoder appends.
+/// What a decoder appends.
 inline std::string text_of(const decoding& decode) {
     std::string text;
     EXPECT_EQ(failure_of([&] { decode(text); }), std::nullopt);
     return text;
 }
 
-/// The text that a failing decoder has appended.
+/// What a decoder has appended when it fails.
 inline std::string text_till(failure expected, const decoding& decode) {
     std::string text;
     EXPECT_EQ(failure_of([&] { decode(text); }), expected);
     return text;
 }
 
-/// A decoder keeps the existing text, even if it fails.
+/// What stood in the text before a decoder stays in front, whether it ends well or not.
 inline void expect_appends(const decoding& decode) {
     std::string alone;
     std::string behind_others = "before\r\n";
@@ -218,12 +219,12 @@ protected:
         hide_all();
     }
 
-    /// Presses TRANS on the READ side.
+    /// The operator presses TRANS on the READ side.
     void translate(const edid_buffer& edid) {
         buffers.read_buff = edid;
         workbench.cmd_read_translate.on_click();
     }
-    /// The number of the node with this key, or 0.
+    /// The number of the node with a key; 0: there is none.
     int number_of(std::string_view key) const {
         const auto& nodes = view.tree_edid.nodes();
         const auto node = std::find_if(nodes.begin(), nodes.end(), [&](const tree_node& n) { return n.key == key; });
@@ -236,7 +237,7 @@ protected:
         return view.txt_edid.text;
     }
 
-    /// The numbers of the visible boxes, and of the checked ones.
+    /// The numbers of the boxes that are on show, and of those that are ticked.
     std::vector<int> visible_boxes() const {
         return boxes_that([](const check_box& box) { return box.visible.get(); });
     }
@@ -244,7 +245,7 @@ protected:
         return boxes_that([](const check_box& box) { return box.value.get() == 1; });
     }
 
-    /// The names of the visible pictures: "fl", "lfe".
+    /// The names of the pictures on show: "fl", "lfe".
     std::vector<std::string> visible_pictures() {
         std::vector<std::string> names;
         for (const auto& [name, shown] : all_pictures())
