@@ -277,7 +277,7 @@ private:
     }
 
     void check_at_end() {
-        const ui_driver h(program_->main_window());
+        const ui_driver ui(program_->main_window());
         // a key released over another program counts as down for a while
         const auto list_opens = [&ui] { return ui.click("cbo_com"), QApplication::activePopupWidget() != nullptr; };
         if (!wait_until(list_opens, 10000)) throw std::runtime_error("the window ignores clicks");
