@@ -179,7 +179,7 @@ public:
     }
     watchdog(const watchdog&) = delete;
     watchdog& operator=(const watchdog&) = delete;
-    void snapshot_of(const std::string& what) {
+    void note_progress(const std::string& what) {
         const std::lock_guard lock(mutex_);
         last_ = what;
         last_seen_ = std::chrono::steady_clock::now();
@@ -215,7 +215,7 @@ public:
         if (auto* const dialog = qobject_cast<QFileDialog*>(top)) return choose_file(*dialog);
         QWidget* const target = some_widget(*top);
         if (target == nullptr) return;
-        dog_.see(target->objectName().toStdString() + " in " + top->objectName().toStdString());
+        dog_.note_progress(target->objectName().toStdString() + " in " + top->objectName().toStdString());
         work(*target);
     }
 
@@ -242,7 +242,7 @@ private:
     }
 
     void choose_file(QFileDialog& dialog) {
-        dog_.see("the file dialog");
+        dog_.note_progress("the file dialog");
         static const std::vector<QString> names = {"a.hex", "b.bin", "c.ddc", "marlo_rs232.ini", "missing.hex", "x"};
         if (dice_.below(3) == 0) return dialog.reject();
         dialog.findChild<QLineEdit*>("fileNameEdit")->setText(folder_ + "/" + dice_.one_of(names));
@@ -299,14 +299,14 @@ private:
 
 class bench {
 public:
-    explicit bench(std::uint64_t seed) : dice_(seed), ui_(dice_, dog_, folder_.path()) {
+    explicit bench(std::uint64_t seed) : dice_(seed), input_(dice_, dog_, folder_.path()) {
         fill_folder();
         line_.emplace(std::filesystem::path(folder_.filePath("com1").toStdString()), seed + 1);
         moves_.setTimerType(Qt::PreciseTimer);
         // input comes during everything: exchanges, boxes, drags
         QObject::connect(&moves_, &QTimer::timeout, &moves_, [this] {
             moves_.start(dice_.below(40));
-            ui_.move();
+            input_.move();
         });
         moves_.setSingleShot(true);
         end_.setSingleShot(true);
@@ -325,7 +325,7 @@ public:
     }
 
     void report() {
-        std::cout << ui_.moves() << " moves, " << starts_ << " starts, " << failures_ << " run-time failures";
+        std::cout << input_.moves() << " moves, " << starts_ << " starts, " << failures_ << " run-time failures";
         for (const auto& [what, count] : line_->weather())
             std::cout << ", " << count << " x " << what;
         std::cout << std::endl;
@@ -396,7 +396,7 @@ private:
     dice dice_;
     watchdog dog_;
     QTemporaryDir folder_;
-    random_input ui_;
+    random_input input_;
     std::optional<hostile_line> line_;
     std::unique_ptr<qt::desk_program> program_;
     QTimer moves_;
