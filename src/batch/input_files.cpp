@@ -17,7 +17,7 @@ namespace {
 namespace fs = std::filesystem;
 
 /// 0 for names that can refer to the same file.
-int compare_names(std::string_view a, std::string_view b) { return alike_name(a).compare(alike_name(b)); }
+int compare_names(std::string_view a, std::string_view b) { return folded_name(a).compare(folded_name(b)); }
 
 void add_folder(input_files& found, const std::string& name) {
     std::error_code error;

@@ -4,8 +4,8 @@
 
 namespace desk::qt {
 
-/// A clock that advances in steps of 5 ms, fed with nanoseconds of one that never goes back. A timer that is started
-/// can shift the steps that follow into its own phase, so that its tick falls together with a step.
+/// A clock in steps of 5 ms, driven by a monotonic time in nanoseconds. Starting a timer can shift the following
+/// steps into the timer's phase, so that its ticks coincide with steps.
 class stepped_clock {
 public:
     static constexpr std::int64_t step_ms = 5;
@@ -13,11 +13,11 @@ public:
 
     std::int64_t clock_ms(std::int64_t now_ns) const { return steps(now_ns) * step_ms; }
 
-    /// How long the present step still lasts.
+    /// Time left in the current step.
     std::int64_t rest_ns(std::int64_t now_ns) const { return step_ns - (now_ns - begin_of_step(now_ns)); }
 
-    /// The next steps come 5, 10, 15, ... ms from now on: the present step lasts longer than the others, and no step
-    /// is ever shorter. A step is made longer once only, so that the clock advances however often this is called.
+    /// Makes the next steps fall 5, 10, 15, ... ms from now: the current step is longer than the others, never
+    /// shorter. It is lengthened only once, so the clock advances however often this is called.
     void share_phase(std::int64_t now_ns) {
         if (now_ns < phase_ns_ + step_ns && lengthened_) return;
         const std::int64_t present = steps(now_ns);
@@ -30,9 +30,9 @@ private:
     std::int64_t steps(std::int64_t now_ns) const { return steps_before_phase_ + (now_ns - phase_ns_) / step_ns; }
     std::int64_t begin_of_step(std::int64_t now_ns) const { return now_ns - (now_ns - phase_ns_) % step_ns; }
 
-    std::int64_t phase_ns_ = 0;           // a moment at which a step begins, or goes on with its whole length
-    std::int64_t steps_before_phase_ = 0; // how many were over at that moment
-    bool lengthened_ = false;             // the step at that moment had begun before it
+    std::int64_t phase_ns_ = 0;           // start of a step, or the moment a step was lengthened
+    std::int64_t steps_before_phase_ = 0; // steps completed by then
+    bool lengthened_ = false;             // the step at that moment had begun earlier
 };
 
 } // namespace desk::qt

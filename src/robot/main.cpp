@@ -44,7 +44,7 @@ int main(int argument_count, char** arguments) {
 
     desk::robot::robot robot(directory);
     // scripts and answers hold control characters, and are the same bytes on every system
-    desk::pass_standard_streams_as_bytes();
+    desk::set_binary_standard_streams();
     std::string line;
     while (!robot.finished() && std::getline(std::cin, line)) {
         const std::string answer = robot.answer(line);

@@ -7,7 +7,7 @@
 
 namespace desk {
 
-/// An element of an array of the desk. Throws failure::subscript_out_of_range for a subscript that it doesn't have.
+/// An element of an array. Throws failure::subscript_out_of_range for an invalid subscript.
 template <class Array>
 auto& element(Array& array, std::integral auto subscript) {
     if (subscript < 0 || static_cast<std::size_t>(subscript) >= array.size()) {

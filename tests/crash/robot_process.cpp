@@ -24,7 +24,7 @@ bool is_saved_file(pid_t thread, std::uint64_t descriptor) {
     return descriptor > STDERR_FILENO && std::filesystem::is_regular_file(link);
 }
 
-/// The name of a call that changes files; empty for any other.
+/// The name of a system call that changes files; empty for any other.
 std::string changing_call(pid_t thread, const __ptrace_syscall_info& info) {
     const auto flags = static_cast<int>(info.entry.args[2]);
     switch (info.entry.nr) {
@@ -82,7 +82,7 @@ void robot_process::start(bool traced) const {
     const int answers = ::open(desk_.answer_file().c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
     ::dup2(script, STDIN_FILENO);
     ::dup2(answers, STDOUT_FILENO);
-    // the search for leaks is another that wants to trace it
+    // the leak search would also want to trace it
     const char* const options = std::getenv("ASAN_OPTIONS");
     ::setenv("ASAN_OPTIONS", (std::string(options == nullptr ? "" : options) + ":detect_leaks=0").c_str(), 1);
     if (traced) ::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
@@ -97,7 +97,7 @@ void robot_process::kill() {
 }
 
 void robot_process::wait() {
-    // what is traced is gone only when the end of each of its threads has been heard of
+    // a traced process is gone once each of its threads has been reaped
     int status = 0;
     while (::waitpid(-1, &status, __WALL) != child_ || WIFSTOPPED(status)) {
     }
