@@ -1,22 +1,25 @@
 #pragma once
 
-#include <cstdint>
+#include <chrono>
 #include <string_view>
 
 namespace desk {
 
-/// Ends suspended procedures when the program is over: thrown by the pump alone, caught at the faces' event boundary
-/// alone. It is no run-time failure, so that no armed handler takes it.
+/// Ends suspended procedures when the program is over: only the pump throws it, and only the event boundary of an
+/// adapter catches it. It is not a run-time failure, so that no armed handler takes it.
 struct program_over {};
+
+/// The clock of the desk advances in steps of this length. A try of an exchange is counted in rounds of the clock: with
+/// finer steps it would be over before 768 characters have arrived.
+inline constexpr std::chrono::milliseconds clock_step{5};
 
 /// The clock and the pending events, on the one thread of the desk.
 class event_pump {
 public:
     virtual ~event_pump() = default;
 
-    /// Milliseconds of a clock that advances in steps of 5. A try of an exchange is counted in rounds of this clock:
-    /// with finer steps it would be over before 768 characters have come in.
-    virtual std::int64_t clock_ms() = 0;
+    /// A multiple of `clock_step`.
+    virtual std::chrono::milliseconds clock_time() = 0;
 
     /// Lets pending events run once. Throws program_over when the program has ended meanwhile.
     virtual void pump() = 0;

@@ -7,17 +7,20 @@
 #include <QPalette>
 
 #include <algorithm>
+#include <chrono>
 
 namespace desk::qt {
 
 namespace {
 
-constexpr int patience_ms = 100;
+using std::chrono::milliseconds;
+
+constexpr milliseconds patience(100);
 /// The end of the work is seen too.
-constexpr int last_sight_ms = 250;
+constexpr milliseconds last_sight(250);
 constexpr int whole = 10'000;
 constexpr int bar_height = 3;
-constexpr int step_ms = 40;
+constexpr milliseconds step_time(40);
 /// The wandering piece crosses the window in this many steps.
 constexpr int steps_across = 40;
 
@@ -30,7 +33,7 @@ work_bar::work_bar(QWidget& window, const exchange& link) : QProgressBar(&window
     setRange(0, whole);
     setAttribute(Qt::WA_TransparentForMouseEvents);
     goes_.setSingleShot(true);
-    goes_.setInterval(last_sight_ms);
+    goes_.setInterval(last_sight);
     connect(&goes_, &QTimer::timeout, this, &QWidget::hide);
     hide();
     window.installEventFilter(this);
@@ -41,7 +44,7 @@ void work_bar::follow() {
         again_.invalidate();
     else if (!again_.isValid())
         again_.start();
-    const bool tries_again = again_.isValid() && again_.elapsed() >= patience_ms;
+    const bool tries_again = again_.isValid() && milliseconds(again_.elapsed()) >= patience;
     const bool busy = exchange_.progress.at_work() || tries_again;
     if (!busy) {
         if (busy_.isValid() && isVisible()) goes_.start();
@@ -52,7 +55,7 @@ void work_bar::follow() {
     if (!busy_.isValid()) busy_.start();
     words_ = tries_again ? "No answer yet: trying again" : "";
     // less shows only if the bar is there already
-    if (busy_.elapsed() < patience_ms && !tries_again && !isVisible()) return;
+    if (milliseconds(busy_.elapsed()) < patience && !tries_again && !isVisible()) return;
     goes_.stop();
     measured_ = !tries_again && !exchange_.progress.has_no_measure();
     if (measured_) {
@@ -60,7 +63,7 @@ void work_bar::follow() {
         setValue(static_cast<int>(exchange_.progress.fraction() * whole));
     } else {
         if (!wanders_.isValid()) wanders_.start();
-        const int step = static_cast<int>(wanders_.elapsed() / step_ms);
+        const int step = static_cast<int>(milliseconds(wanders_.elapsed()) / step_time);
         if (step != drawn_step_) update();
         drawn_step_ = step;
     }

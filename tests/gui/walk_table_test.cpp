@@ -4,7 +4,7 @@
 #include "holding_hand.h"
 #include "model_watch.h"
 
-#include "controls/controls.h"
+#include "controls/kinds.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -50,32 +50,15 @@ lead lead_of(const control& stop, Qt::Key key, const way_out& out, const std::st
     const std::string name = stop.full_name();
     const bool enter = key == Qt::Key_Return;
     const bool space = key == Qt::Key_Space;
-    switch (stop.kind()) {
-    case control_kind::button:
-        // pressed by Enter and Space; arrows go nowhere
-        if (enter || space) return {name, name};
-        break;
-    case control_kind::check_box:
-        if (space) return {name, name};
-        break;
-    case control_kind::option_button:
-        if (is_arrow(key)) return {next_in_group, next_in_group};
-        if (space) return {name, name};
-        break;
-    case control_kind::label:
-        if (key == Qt::Key_Up || key == Qt::Key_Down) return {next_in_group, ""};
-        if (enter || space) return {name, name};
-        break;
-    case control_kind::slider:
-        if (is_arrow(key)) return {name, name};
-        break;
-    case control_kind::tree_view:
-        // from its first node, which lies open: nowhere, to its first child, back, and there again
-        if (is_arrow(key)) return {name, key == Qt::Key_Up ? "" : name};
-        break;
-    default:
-        break;
-    }
+    const bool up_or_down = key == Qt::Key_Up || key == Qt::Key_Down;
+    // Enter and Space press a button; arrows go nowhere
+    if (is<button, label>(stop) && (enter || space)) return {name, name};
+    if (is<check_box, option_button>(stop) && space) return {name, name};
+    if (is<option_button>(stop) && is_arrow(key)) return {next_in_group, next_in_group};
+    if (is<label>(stop) && up_or_down) return {next_in_group, ""};
+    if (is<slider>(stop) && is_arrow(key)) return {name, name};
+    // from the first node, which is expanded: nowhere, to its first child, back, and there again
+    if (is<tree_view>(stop) && is_arrow(key)) return {name, key == Qt::Key_Up ? "" : name};
     if (key == Qt::Key_Escape && !out.by_escape.empty()) return {out.by_escape, out.by_escape};
     if (enter && !out.by_enter.empty()) return {out.by_enter, out.by_enter};
     return {name, ""};
@@ -83,8 +66,8 @@ lead lead_of(const control& stop, Qt::Key key, const way_out& out, const std::st
 
 /// Raised beside what the key leads to: a list hears of every key, a line of text of every character.
 bool hears_all_keys(const control& c) {
-    const auto* const t = dynamic_cast<const text_box*>(&c);
-    return c.kind() == control_kind::list_view || (t != nullptr && !t->multi_line);
+    const auto* const t = as<text_box>(&c);
+    return is<list_view>(c) || (t != nullptr && !t->multi_line);
 }
 
 class walk_table : public view_bench, public ::testing::WithParamInterface<view> {
@@ -113,8 +96,8 @@ protected:
     std::string next_in_group(const control& c, Qt::Key key) {
         std::vector<std::string> group;
         for (const control* other : form().controls()) {
-            if (other->kind() != c.kind() || other->parent != c.parent || !other->usable()) continue;
-            const auto* const l = dynamic_cast<const label*>(other);
+            if (!same_kind(*other, c) || other->parent != c.parent || !other->usable()) continue;
+            const auto* const l = as<label>(other);
             if (l == nullptr || (l->on_click && !l->caption.get().empty())) group.push_back(other->full_name());
         }
         if (group.empty()) return c.full_name();
@@ -143,7 +126,7 @@ protected:
         events.take();
         holding_hand::tap(key);
         const bool list_opens = QApplication::activePopupWidget() != nullptr;
-        EXPECT_EQ(list_opens, stop.kind() == control_kind::combo_box && key == Qt::Key_Space);
+        EXPECT_EQ(list_opens, is<combo_box>(stop) && key == Qt::Key_Space);
         if (list_opens) close_lists();
         std::map<std::string, int> heard_of = events.take();
         if (hears_all_keys(stop) && expected.works != stop.full_name()) heard_of.erase(stop.full_name());
@@ -153,7 +136,7 @@ protected:
         const control* const at = form().find(expected.keys_at);
         EXPECT_EQ(focused(), widget_name(*at).toStdString());
         // back to where it was
-        if (auto* const o = dynamic_cast<option_button*>(&stop)) o->choose();
+        if (auto* const o = as<option_button>(&stop)) o->choose();
     }
 
     void TearDown() override { EXPECT_EQ(generator->commands(), QStringList()); }

@@ -1,6 +1,7 @@
 // The real window: every control has a widget at its place, with its name and its caption.
 
 #include "bench_fixture.h"
+#include "controls/kinds.h"
 #include "qt/drawing.h"
 #include "qt/look.h"
 #include "qt/qt_dialogs.h"
@@ -36,7 +37,7 @@ TEST_F(real_window, has_a_widget_at_the_place_of_every_control) {
     const hand h = operator_hand();
     int seen = 0;
     for (const control* c : desk().form.controls()) {
-        if (c->kind() == control_kind::timer || c->kind() == control_kind::line) continue;
+        if (is<timer, line>(*c)) continue;
         QString name = QString::fromStdString(c->name);
         if (c->index >= 0) name += "_" + QString::number(c->index);
         const QWidget& w = h.find(name);

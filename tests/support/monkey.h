@@ -1,6 +1,6 @@
 #pragma once
 
-#include "robot/robot.h"
+#include "support/robot_at_hand.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -17,7 +17,7 @@ namespace desk::test {
 class monkey {
 public:
     /// It chooses among these files of the directory when it is asked for one.
-    monkey(robot::robot& desk, std::filesystem::path directory, std::vector<std::string> files, std::uint64_t seed)
+    monkey(robot_at_hand& desk, std::filesystem::path directory, std::vector<std::string> files, std::uint64_t seed)
         : desk_(desk), directory_(std::move(directory)), files_(std::move(files)), random_(seed) {}
 
     /// So many actions of the operator. A program that has ended is started anew.
@@ -57,7 +57,7 @@ private:
         return choices[static_cast<std::size_t>(below(static_cast<int>(choices.size())))];
     }
 
-    robot::robot& desk_;
+    robot_at_hand& desk_;
     std::filesystem::path directory_;
     std::vector<std::string> files_;
     std::mt19937_64 random_;
