@@ -36,7 +36,6 @@ private:
 
     const saving_desk& desk_;
     pid_t child_ = -1;
-    pid_t stopped_ = -1; // the thread of it that waits in a call
 };
 
 } // namespace desk::test
