@@ -4,7 +4,7 @@
 
 namespace desk {
 
-/// A colour as 0x00BBGGRR; `color_button_face` stands for the face's own button colour.
+/// A colour as 0x00BBGGRR; `color_button_face` is the button colour of the adapter.
 using color = std::uint32_t;
 
 inline constexpr color color_button_face = 0x8000000F;

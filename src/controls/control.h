@@ -5,69 +5,67 @@
 
 #include <functional>
 #include <string>
-#include <string_view>
+#include <variant>
 
 namespace desk {
 
-class frame;
 class window;
+class frame;
+class button;
+class label;
+class text_box;
+class combo_box;
+class check_box;
+class option_button;
+class slider;
+class picture;
+class line;
+class list_view;
+class tree_view;
+class timer;
+
+/// A control as its own class. `controls/kinds.h` takes it apart.
+using any_control = std::variant<window*, frame*, button*, label*, text_box*, combo_box*, check_box*, option_button*,
+                                 slider*, picture*, line*, list_view*, tree_view*, timer*>;
 
 /// What an event calls. Empty: nothing listens.
 using event = std::function<void()>;
 
-enum class control_kind {
-    window,
-    frame,
-    button,
-    label,
-    text_box,
-    combo_box,
-    check_box,
-    option_button,
-    slider,
-    picture,
-    line,
-    list_view,
-    tree_view,
-    timer,
-};
-
-std::string_view kind_name(control_kind kind);
-
-/// How a control writes its text.
+/// The font of a control.
 enum class text_font {
-    sans,       ///< the desk's one font
-    small,      ///< the same for what comes second
-    fixed,      ///< fixed pitch, one character a cell of 8 x 16 pixels
+    sans,       ///< the usual one
+    small,      ///< the same, for secondary text
+    fixed,      ///< fixed pitch, cells of 8 x 16 pixels
     large_bold, ///< for a mark that is read at arm's length
 };
 
-/// A control of a window, as a plain model: what the procedures of the desk read and write. A face draws it.
-/// Places are in twips (15 to a pixel), from the corner of the frame or window that it lies in.
+/// A control of a window as a plain model, which the procedures of the desk read and write and an adapter draws.
+/// Positions are in twips (15 per pixel), relative to the frame or window that contains it.
 class control {
 public:
-    explicit control(control_kind kind) : kind_(kind) {}
+    /// `self` is `this` of the derived class.
+    explicit control(any_control self) : self_(self) {}
     control(const control&) = delete;
     control& operator=(const control&) = delete;
     virtual ~control() = default;
 
-    control_kind kind() const { return kind_; }
+    any_control self() const { return self_; }
 
-    /// The control's name in the code, with its index where it is part of an array: "cmd_out(2)".
+    /// The name in the code, with the index in a control array: "cmd_out(2)".
     std::string full_name() const;
 
-    /// Visible, and every frame around it too.
+    /// Whether it and every frame around it are visible.
     bool shown() const;
-    /// Visible and enabled, and every frame around it too.
+    /// Whether it and every frame around it are visible and enabled.
     bool usable() const;
 
-    /// Gives it the focus, if it is on show and enabled; raises GotFocus where it had it not.
+    /// Gives it the focus if it is usable; raises GotFocus if it did not have the focus.
     void set_focus();
     bool has_focus() const;
 
     std::string name;        ///< without the index
-    int index = -1;          ///< place in its control array; -1: no array
-    frame* parent = nullptr; ///< the frame it lies in; none: the window itself
+    int index = -1;          ///< in its control array; -1: no array
+    frame* parent = nullptr; ///< the frame that contains it; none: the window itself
     window* owner = nullptr; ///< the window it belongs to
 
     property<bool> visible{*this, true};
@@ -78,14 +76,14 @@ public:
     property<int> height{*this, 0};
     property<color> back_color{*this, color_button_face};
     property<color> fore_color{*this, color_black};
-    property<std::string> tool_tip{*this, ""}; ///< shown while the pointer rests on it, also where it is disabled
+    property<std::string> tool_tip{*this, ""}; ///< shown even if it is disabled
 
     event on_got_focus;
 
 private:
     friend class window;
     friend void mark_changed(control& owner);
-    control_kind kind_;
+    any_control self_;
     bool changed_ = false;
 };
 

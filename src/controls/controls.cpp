@@ -1,44 +1,10 @@
 #include "controls/controls.h"
 
-#include "controls/window.h"
+#include "controls/kinds.h"
 #include "runtime/failure.h"
 #include "runtime/windows_1252.h"
 
 namespace desk {
-
-std::string_view kind_name(control_kind kind) {
-    switch (kind) {
-    case control_kind::window:
-        return "window";
-    case control_kind::frame:
-        return "frame";
-    case control_kind::button:
-        return "button";
-    case control_kind::label:
-        return "label";
-    case control_kind::text_box:
-        return "text_box";
-    case control_kind::combo_box:
-        return "combo_box";
-    case control_kind::check_box:
-        return "check_box";
-    case control_kind::option_button:
-        return "option_button";
-    case control_kind::slider:
-        return "slider";
-    case control_kind::picture:
-        return "picture";
-    case control_kind::line:
-        return "line";
-    case control_kind::list_view:
-        return "list_view";
-    case control_kind::tree_view:
-        return "tree_view";
-    case control_kind::timer:
-        return "timer";
-    }
-    return "";
-}
 
 std::string control::full_name() const { return index < 0 ? name : name + "(" + std::to_string(index) + ")"; }
 
@@ -98,9 +64,8 @@ void check_box::set_value(int new_value) {
 void option_button::choose() {
     if (owner != nullptr) {
         for (control* c : owner->controls()) {
-            if (c->kind() == control_kind::option_button && c->parent == parent)
-                static_cast<option_button*>(c)->value =
-                    false; // NOLINT(cppcoreguidelines-pro-type-static-cast-downcast)
+            if (auto* const other = as<option_button>(c); other != nullptr && other->parent == parent)
+                other->value = false;
         }
     }
     value = true;

@@ -1,5 +1,7 @@
 #include "controls/layout.h"
 
+#include "controls/kinds.h"
+
 #include <cstdlib>
 
 namespace desk {
@@ -16,18 +18,10 @@ void set_caption(control& c, std::string caption) {
     const std::size_t mark = caption.find('&');
     const char mnemonic = mark == std::string::npos ? '\0' : caption.at(mark + 1);
     if (mnemonic != 0) caption.erase(mark, 1);
-    if (auto* b = dynamic_cast<button*>(&c)) {
-        b->caption = caption;
-        b->mnemonic = mnemonic;
-    } else if (auto* l = dynamic_cast<label*>(&c)) {
-        l->caption = caption;
-    } else if (auto* f = dynamic_cast<frame*>(&c)) {
-        f->caption = caption;
-    } else if (auto* k = dynamic_cast<check_box*>(&c)) {
-        k->caption = caption;
-    } else if (auto* o = dynamic_cast<option_button*>(&c)) {
-        o->caption = caption;
-    }
+    visit(c, [&](auto& self) {
+        if constexpr (requires { self.mnemonic; }) self.mnemonic = mnemonic;
+        if constexpr (requires { self.caption; }) self.caption = caption;
+    });
 }
 
 void set_flags(control& c, unsigned flags) {
@@ -37,24 +31,27 @@ void set_flags(control& c, unsigned flags) {
                                                         : text_font::sans;
     if ((flags & hidden) != 0) c.visible = false;
     if ((flags & disabled) != 0) c.enabled = false;
-    if (auto* f = dynamic_cast<frame*>(&c)) {
-        f->role = (flags & view_frame) != 0      ? frame_kind::view
-                  : (flags & overlay_frame) != 0 ? frame_kind::overlay
-                  : (flags & page_frame) != 0    ? frame_kind::page
-                                                 : frame_kind::group;
-    }
-    if (auto* b = dynamic_cast<button*>(&c)) b->in_column = (flags & in_column) != 0;
-    if (auto* l = dynamic_cast<label*>(&c)) {
-        l->in_middle = (flags & in_middle) != 0;
-        l->font = font;
-    }
-    if (auto* t = dynamic_cast<text_box*>(&c)) {
-        t->font = font;
-        t->locked = (flags & locked) != 0;
-        t->multi_line = (flags & multi_line) != 0;
-        t->on_grid = (flags & on_grid) != 0;
-        t->any_length = (flags & any_length) != 0;
-    }
+    visit(c, overloaded{
+                 [&](frame& f) {
+                     f.role = (flags & view_frame) != 0      ? frame_kind::view
+                              : (flags & overlay_frame) != 0 ? frame_kind::overlay
+                              : (flags & page_frame) != 0    ? frame_kind::page
+                                                             : frame_kind::group;
+                 },
+                 [&](button& b) { b.in_column = (flags & in_column) != 0; },
+                 [&](label& l) {
+                     l.in_middle = (flags & in_middle) != 0;
+                     l.font = font;
+                 },
+                 [&](text_box& t) {
+                     t.font = font;
+                     t.locked = (flags & locked) != 0;
+                     t.multi_line = (flags & multi_line) != 0;
+                     t.on_grid = (flags & on_grid) != 0;
+                     t.any_length = (flags & any_length) != 0;
+                 },
+                 [](const control&) {},
+             });
 }
 
 } // namespace

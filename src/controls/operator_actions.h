@@ -8,13 +8,13 @@
 
 namespace desk {
 
-/// What the operator does to a control, as every face hands it to the model: first what the control itself does, then
-/// its event. None of them looks whether the control can be used now.
+/// The actions of the operator, which every adapter passes to the model: first the control's own reaction, then its
+/// event. None of them checks whether the control is usable.
 
 void click(button& b);
 void click(label& l);
 void click(check_box& c);     ///< changes the value first
-void click(option_button& o); ///< is selected first; its Click comes all the same where it was selected already
+void click(option_button& o); ///< selects it first; raises Click even if it was selected
 void choose_item(combo_box& c, int list_index);
 void choose_row(list_view& l, int row);
 void double_click(list_view& l);

@@ -10,7 +10,7 @@ namespace desk {
 class control;
 void mark_changed(control& owner);
 
-/// A property of a control. Assigning another value marks the control as changed, for its face to follow.
+/// A property of a control. Assigning a different value marks the control as changed, for its adapter to follow.
 template <class Value>
 class property {
 public:
@@ -21,7 +21,7 @@ public:
 
     property& operator=(Value value) {
         if (value_ == value) return *this;
-        // the old value gives its memory back
+        // frees the memory of the old value
         std::swap(value_, value);
         ++replacements_;
         mark_changed(owner_);
@@ -32,7 +32,7 @@ public:
         return *this;
     }
     property& operator=(property&&) = delete;
-    /// Appends in place: a text that grows byte by byte is not copied each time.
+    /// Appends in place, so that a text that grows byte by byte is not copied each time.
     property& operator+=(std::string_view more) requires std::is_same_v<Value, std::string> {
         if (more.empty()) return *this;
         value_ += more;
@@ -40,9 +40,9 @@ public:
         return *this;
     }
 
-    operator const Value&() const { return value_; } // NOLINT(google-explicit-constructor): it stands for its value
+    operator const Value&() const { return value_; } // NOLINT(google-explicit-constructor): used as its value
     const Value& get() const { return value_; }
-    /// Counts the assignments of another value: since the same count, a text has only grown at its end.
+    /// The number of assignments of a different value: while it stays the same, a text only grows at its end.
     int replacements() const { return replacements_; }
 
     friend bool operator==(const property& a, const Value& b) { return a.value_ == b; }

@@ -12,10 +12,10 @@ std::size_t characters_in(std::string_view text) {
     return text.size() - static_cast<std::size_t>(std::count_if(text.begin(), text.end(), continues_character));
 }
 
-enum class sort { blank, word, other };
+enum class sort { space, word, other };
 
 sort sort_of(char c) {
-    if (c == ' ' || c == '\t' || c == '\r' || c == '\n') return sort::blank;
+    if (c == ' ' || c == '\t' || c == '\r' || c == '\n') return sort::space;
     const bool ascii_letter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
     const bool beyond_ascii = static_cast<unsigned char>(c) >= 0x80;
     return ascii_letter || beyond_ascii || (c >= '0' && c <= '9') || c == '_' ? sort::word : sort::other;
@@ -25,7 +25,7 @@ sort sort_of(char c) {
 
 void text_lines::replace(std::string_view text) {
     text_ = {};
-    begins_ = std::vector<std::size_t>{0}; // gives the memory back
+    begins_ = std::vector<std::size_t>{0}; // frees the memory
     longest_ = 0;
     plain_ = true;
     grow(text);
@@ -33,7 +33,7 @@ void text_lines::replace(std::string_view text) {
 
 void text_lines::grow(std::string_view text) {
     std::size_t at = text_.size();
-    // the LF of a CR that came before it
+    // the LF of a CR at the end of the text so far
     if (at > 0 && at < text.size() && text[at - 1] == '\r' && text[at] == '\n') begins_.back() = ++at;
     text_ = text;
     while (at < text.size()) {
@@ -113,11 +113,11 @@ std::size_t text_lines::next_word(std::size_t offset) const {
     if (offset >= text_.size()) return text_.size();
     const sort first = sort_of(text_[offset]);
     const std::size_t end = from(offset, [&](sort s) { return s == first; });
-    return from(end, [](sort s) { return s == sort::blank; });
+    return from(end, [](sort s) { return s == sort::space; });
 }
 
 std::size_t text_lines::previous_word(std::size_t offset) const {
-    while (offset > 0 && sort_of(text_[offset - 1]) == sort::blank)
+    while (offset > 0 && sort_of(text_[offset - 1]) == sort::space)
         --offset;
     if (offset == 0) return 0;
     const sort last = sort_of(text_[offset - 1]);

@@ -16,16 +16,16 @@ struct tree_node {
     bool bold = false;
 };
 
-/// A tree view. Nodes are numbered from 1 in order of adding.
+/// A tree view. Nodes are numbered from 1 in the order in which they are added.
 class tree_view : public control {
 public:
-    tree_view() : control(control_kind::tree_view) { back_color = color_white; }
+    tree_view() : control(this) { back_color = color_white; }
 
     void clear();
-    /// Counts the clearings, since nodes that are built anew can look like those before.
+    /// The number of clearings: rebuilt nodes can look like those before.
     int clearings() const { return clearings_; }
-    /// Adds a node as the last child of `parent` (0: as a root). Throws failure::index_out_of_bounds where there is
-    /// no such parent and failure::key_not_unique for a key that is there already.
+    /// Adds a node as the last child of `parent` (0: as a root). Throws failure::index_out_of_bounds if there is no
+    /// such parent and failure::key_not_unique if another node has the key.
     void add(int parent, std::string key, std::string title);
     int node_count() const { return static_cast<int>(nodes_.size()); }
     /// Throws failure::index_out_of_bounds.
@@ -34,7 +34,7 @@ public:
     void set_bold(int number, bool bold);
     const std::vector<tree_node>& nodes() const { return nodes_; }
 
-    std::function<void(int)> on_node_click; ///< with the node's number
+    std::function<void(int)> on_node_click; ///< with the number of the node
 
 private:
     tree_node& node_at(int number);

@@ -1,6 +1,6 @@
 #include "controls/window.h"
 
-#include "controls/controls.h"
+#include "controls/kinds.h"
 
 #include <algorithm>
 #include <utility>
@@ -16,7 +16,7 @@ void mark_changed(control& owner) {
 void window::add(control& c) {
     c.owner = this;
     controls_.push_back(&c);
-    if (c.kind() == control_kind::timer) timers_.push_back(dynamic_cast<timer*>(&c));
+    if (auto* const t = as<timer>(&c)) timers_.push_back(t);
     mark_changed(c);
 }
 
@@ -32,7 +32,7 @@ void window::raise(const control& c) {
 }
 
 bool window::lies_over(const control& c, const control& other) const {
-    // what lies in a frame is as high as the frame beside what is not in it
+    // against controls outside its frame, a control is as high as the frame
     const auto way_to = [](const control* to) {
         std::vector<const control*> way;
         for (; to != nullptr; to = to->parent)

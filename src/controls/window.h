@@ -10,11 +10,11 @@ namespace desk {
 
 class timer;
 
-/// A window as a model: its controls in the order they lie over each other, the last one on top unless another has been
-/// raised. It collects which of them have changed until its face has followed.
+/// A window as a model: its controls in stacking order, the last one on top unless another is raised. It records which
+/// of them have changed, for the adapter to follow.
 class window : public control {
 public:
-    window() : control(control_kind::window) {
+    window() : control(this) {
         owner = this;
         back_color = color_window;
         visible = false; // until it is opened
@@ -22,33 +22,32 @@ public:
 
     property<std::string> caption{*this, ""};
 
-    /// Takes a control into the window. It must outlive the window's use.
+    /// Adds a control, which must outlive the use of the window.
     void add(control& c);
     const std::vector<control*>& controls() const { return controls_; }
-    /// Puts a control over all that lies beside it.
+    /// Puts a control on top of its siblings.
     void raise(const control& c);
     bool lies_over(const control& c, const control& other) const;
     const std::vector<timer*>& timers() const { return timers_; }
-    /// By its full name ("cmd_out(2)"); none: nullptr.
+    /// Finds a control by its full name ("cmd_out(2)"); nullptr if there is none.
     control* find(const std::string& full_name) const;
 
-    /// The controls that have changed since the last call, each once.
+    /// The controls that have changed since the last call, without duplicates.
     std::vector<control*> take_changed();
 
-    /// The control that grows where the operator enlarges the window, which then draws nothing larger; none: everything
-    /// is drawn larger.
+    /// The control that grows when the operator enlarges the window, at unchanged scale; none: everything is scaled.
     const control* takes_extra_room = nullptr;
 
     control* focused = nullptr; ///< the control with the focus; none at first
 
-    /// A control that can't be used any more loses the focus; one that was only disabled gets it back when it can be
-    /// used again, unless another has taken it. Raises nothing. Called when control goes back to the operator.
+    /// Takes the focus from a control that is no longer usable; one that was only disabled gets it back once it is
+    /// usable again, unless another has taken it. Raises no event. Called when control returns to the operator.
     void settle_focus();
 
     event on_load;
     event on_unload;
-    event on_close;                        ///< the title bar of a modal window closes it; empty: it has no such way out
-    std::function<void(int)> on_key_press; ///< a key that reaches the window itself
+    event on_close;                        ///< closing by the title bar of a modal window; empty: not possible
+    std::function<void(int)> on_key_press; ///< for keys that reach the window itself
 
 private:
     friend void mark_changed(control& owner);

@@ -2,17 +2,18 @@
 
 #include "runtime/bytes.h"
 
+#include <chrono>
 #include <vector>
 
 namespace desk {
 
-/// One stretch of an answer: first the pause in milliseconds, then the bytes.
+/// One part of an answer: a pause, then the bytes.
 struct answer_part {
-    double pause_ms = 0;
+    std::chrono::milliseconds pause{0};
     bytes data;
 };
 
-/// What the generator sends on one command, part after part. An empty answer is silence.
+/// What the generator sends in reply to one command, part after part. An empty answer is silence.
 using answer = std::vector<answer_part>;
 
 } // namespace desk

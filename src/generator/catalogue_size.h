@@ -2,7 +2,7 @@
 
 namespace desk {
 
-/// The numbers of timings and patterns in the catalogue that comes with the desk.
+/// The numbers of timings and patterns in the catalogue of the desk.
 inline constexpr int shipped_timing_count = 79;
 inline constexpr int shipped_pattern_count = 64;
 

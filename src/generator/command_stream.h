@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -8,46 +9,47 @@
 
 namespace desk {
 
-/// One whole thing from the desk: a command of six characters or a raw block.
+/// A whole item from the desk: a command of six characters or a raw block.
 struct stream_item {
     bool raw = false;
     std::string data;
-    double complete_ms = 0; // when its last byte arrived
+    std::chrono::nanoseconds complete_at{0}; // when its last byte arrived
 };
 
-/// Cuts the bytes from the desk into whole items. What stays incomplete over a silence of more than `silence_ms` is
-/// forgotten, so that half a command does not shift all later ones; an abandoned raw block likewise, and the stream
-/// is back to commands then.
+/// Cuts the bytes from the desk into whole items. What is incomplete after more than `silence` is discarded, so that
+/// half a command does not shift all later ones. After an abandoned raw block the stream expects commands again.
 class command_stream {
 public:
+    using time = std::chrono::nanoseconds;
+
     static constexpr std::size_t command_size = 6;
-    static constexpr double silence_ms = 300;
+    static constexpr std::chrono::milliseconds silence{300};
 
-    /// Takes bytes that arrived at `now_ms`. Times never go back.
-    void receive(std::string_view bytes, double now_ms);
+    /// Takes bytes that arrived now. Times never go back.
+    void receive(std::string_view bytes, time now);
 
-    /// The next whole item, or none. Pull until none is left; after a command that is followed by a raw block call
-    /// `expect_raw` before the next pull.
+    /// The next whole item, or none. Call it until none is left; after a command with a raw block call `expect_raw`
+    /// first.
     std::optional<stream_item> next();
 
-    /// The next `count` bytes are one raw block. The desk sends it once it has the answer to its command, so silence
-    /// counts from `since_ms`, when that answer has arrived.
-    void expect_raw(std::size_t count, double since_ms);
+    /// The next `count` bytes are one raw block. The desk sends it once it has received the answer to the command, so
+    /// silence counts from then.
+    void expect_raw(std::size_t count, time answered_at);
 
     bool raw_expected() const { return raw_count_ > 0; }
 
-    /// Drops what is incomplete and any raw block expected.
+    /// Discards what is incomplete, and expects commands.
     void forget();
 
 private:
     void drop(std::size_t count);
-    void drop_what_was_left_behind();
+    void drop_abandoned();
     std::size_t item_size() const { return raw_expected() ? raw_count_ : command_size; }
 
     std::string pending_;
-    std::vector<double> arrived_ms_; // of each pending byte
+    std::vector<time> arrived_; // when each pending byte did
     std::size_t raw_count_ = 0;
-    double raw_since_ms_ = 0;
+    time raw_since_{0};
 };
 
 } // namespace desk

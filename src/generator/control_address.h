@@ -8,7 +8,7 @@
 
 namespace desk {
 
-/// The address of a Unix socket at this path; none if the path is too long for one.
+/// The address of a Unix socket at this path; none if the path is too long.
 inline std::optional<sockaddr_un> control_address(const std::filesystem::path& path) {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;

@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <cstring>
 #include <optional>
 #include <string_view>
@@ -19,7 +20,7 @@ namespace desk {
 
 namespace {
 
-constexpr int patience_ms = 10000;
+constexpr std::chrono::milliseconds patience(10'000);
 
 [[noreturn]] void fail(const std::string& why) { throw runtime_failure(failure::path_file_access_error, why); }
 
@@ -27,7 +28,7 @@ class connection {
 public:
     explicit connection(const std::filesystem::path& path) {
         const std::optional<sockaddr_un> address = control_address(path);
-        if (!address) fail(utf8_from_path(path) + " is too long a path for a socket");
+        if (!address) fail(utf8_from_path(path) + " is too long for the path of a socket");
         socket_ = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
         if (::connect(socket_, reinterpret_cast<const sockaddr*>(&*address), sizeof *address) == 0) return;
         const int reason = errno;
@@ -40,7 +41,7 @@ public:
 
     int descriptor() const { return socket_; }
 
-    /// False: the simulator has ended.
+    /// Returns false if the simulator has ended.
     bool send(std::string_view text) const {
         while (!text.empty()) {
             const ssize_t sent = ::send(socket_, text.data(), text.size(), MSG_NOSIGNAL);
@@ -53,7 +54,7 @@ public:
 
     void end_sending() const { ::shutdown(socket_, SHUT_WR); }
 
-    /// Prints what has come. False: nothing more will.
+    /// Prints what has arrived. Returns false once nothing more will.
     bool print() const {
         std::array<char, 4096> chunk{};
         const ssize_t got = ::recv(socket_, chunk.data(), chunk.size(), 0);
@@ -72,14 +73,14 @@ int send_one(const connection& simulator, const std::string& line) {
     simulator.end_sending();
     while (true) {
         pollfd answer{simulator.descriptor(), POLLIN, 0};
-        if (::poll(&answer, 1, patience_ms) == 0) fail("the simulator does not answer");
+        if (::poll(&answer, 1, static_cast<int>(patience.count())) == 0) fail("the simulator does not answer");
         if (!simulator.print()) return 0;
     }
 }
 
 int converse(const connection& simulator) {
     if (::isatty(STDIN_FILENO) != 0)
-        write_to_standard_error("Lines go to the simulator; \"help\" lists them, Ctrl+D ends.\n");
+        write_to_standard_error("Commands go to the simulator; \"help\" lists them, Ctrl+D ends.\n");
     bool typing = true;
     while (true) {
         std::array<pollfd, 2> polled{pollfd{simulator.descriptor(), POLLIN, 0},

@@ -31,7 +31,7 @@ constexpr int kind_of_socket = SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC;
 
 sockaddr_un address_of(const fs::path& path) {
     const std::optional<sockaddr_un> address = control_address(path);
-    if (!address) fail(path, "can't be made: its path is too long");
+    if (!address) fail(path, "can't be created: its path is too long");
     return *address;
 }
 
@@ -39,14 +39,14 @@ const sockaddr* plain(const sockaddr_un& address) { return reinterpret_cast<cons
 
 std::error_code bind_for_user_alone(int socket, const fs::path& path) {
     const sockaddr_un address = address_of(path);
-    // nobody else may connect, not for a moment
+    // no other user is able to connect, even for a moment
     const mode_t usual = ::umask(S_IXUSR | S_IRWXG | S_IRWXO);
     const int error = ::bind(socket, plain(address), sizeof address) == 0 ? 0 : errno;
     ::umask(usual);
     return {error == EADDRINUSE ? EEXIST : error, std::generic_category()};
 }
 
-/// The error of a connection to the socket, 0 if there is none.
+/// The error of connecting to the socket; 0: none.
 int connection_error(const fs::path& path) {
     const sockaddr_un address = address_of(path);
     const int attempt = ::socket(AF_UNIX, kind_of_socket, 0);
@@ -55,13 +55,13 @@ int connection_error(const fs::path& path) {
     return error;
 }
 
-/// `there` is what has the name of `path`.
+/// `there` is what currently has the name `path`.
 void expect_left_by_simulator(const fs::path& there, const fs::path& path) {
     struct stat status {};
     if (::lstat(there.c_str(), &status) != 0) return;
     if (!S_ISSOCK(status.st_mode) || status.st_uid != ::geteuid() || (status.st_mode & 0777) != (S_IRUSR | S_IWUSR))
-        fail(path, "can't be made: something else has this name");
-    if (connection_error(there) != ECONNREFUSED) fail(path, "can't be made: another simulator listens there");
+        fail(path, "can't be created: something else has this name");
+    if (connection_error(there) != ECONNREFUSED) fail(path, "can't be created: another simulator listens there");
 }
 
 } // namespace
@@ -101,7 +101,7 @@ bool control_socket::is_this(const fs::path& path) const {
 void control_socket::add_polled(std::vector<pollfd>& polled) const {
     polled.push_back({listener_, POLLIN, 0});
     for (const client& c : clients_) {
-        // whoever does not fetch the replies is not heard
+        // a program that does not read its replies is not read from
         if (!c.unsent.empty())
             polled.push_back({c.descriptor, POLLOUT, 0});
         else if (!c.ended)
@@ -143,7 +143,7 @@ void control_socket::accept_clients() {
     for (int c = ::accept4(listener_, nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC); c >= 0;
          c = ::accept4(listener_, nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC)) {
         if (clients_.size() == most_clients) {
-            // those that hang must not lock the others out
+            // programs that hang do not lock out others
             ::close(clients_.front().descriptor);
             clients_.pop_front();
         }

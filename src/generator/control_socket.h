@@ -14,26 +14,26 @@
 
 namespace desk {
 
-/// A Unix socket for the user alone that takes lines from several programs at once. Whoever sends a line gets the
-/// reply to it. Never waits for anybody.
+/// A Unix socket that only this user can connect to. It takes lines from several programs at once and returns to each
+/// the replies to its own. It never blocks.
 class control_socket {
 public:
-    /// Listens at `path`. A socket there that belongs to this user and that no program listens at any more is replaced.
-    /// Throws failure::path_file_access_error for anything else that has the name, and where the system refuses.
+    /// Listens at `path`. Replaces a socket of this user that no program listens at any more. Throws
+    /// failure::path_file_access_error if anything else has the name, or if the system refuses.
     explicit control_socket(std::filesystem::path path);
     /// Removes the socket if it still has the name.
     ~control_socket();
     control_socket(const control_socket&) = delete;
     control_socket& operator=(const control_socket&) = delete;
 
-    /// Appends what to wait for. `serve` takes these entries.
+    /// Appends the descriptors to wait for; then call `serve`.
     void add_polled(std::vector<pollfd>& polled) const;
 
-    /// Whether there is work without waiting.
+    /// Whether a line is ready.
     bool has_line() const;
 
-    /// Reads and writes what is possible at once, and carries out one line of each program: the pace of the caller's
-    /// own work is kept.
+    /// Reads and writes without blocking, and carries out at most one line of each program, so that the caller's own
+    /// work keeps its pace.
     void serve(const std::function<std::string(std::string_view line)>& reply_to);
 
 private:
@@ -54,7 +54,7 @@ private:
     int listener_ = -1;
     dev_t device_ = 0;
     ino_t inode_ = 0;
-    std::list<client> clients_; // the one that was heard last at the end
+    std::list<client> clients_; // the least recently served first
 };
 
 } // namespace desk

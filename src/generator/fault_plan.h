@@ -17,27 +17,27 @@ inline constexpr std::array all_faults = {fault::drop,    fault::repeat,   fault
                                           fault::shorten, fault::lengthen, fault::late,    fault::silent,
                                           fault::unplug,  fault::forget,   fault::miswrite};
 
-/// The word for a fault on a line and in the traffic: "drop", "short".
+/// The name of a fault in commands and in the traffic: "drop", "short".
 std::string_view fault_name(fault f);
 
-/// Decides for one answer after the other whether it goes wrong, and how. The same plan decides the same each time.
+/// Decides for each answer in turn whether it is faulty, and how. Equal plans make equal decisions.
 class fault_plan {
 public:
     struct decision {
         fault what = fault::none;
-        std::uint32_t size = 0; // how much of it, in whatever it is counted
+        std::uint32_t size = 0; // the extent of the fault, in units of its own
     };
 
-    /// Nothing goes wrong.
+    /// No faults.
     fault_plan() = default;
 
-    /// So many of 100 answers go wrong. A kind that is named twice comes twice as often as the others; none named: all.
-    /// Throws failure::invalid_procedure_call for a percentage that is none.
+    /// `percent` % of answers are faulty. A kind that is listed twice is twice as frequent; none listed: all.
+    /// Throws failure::invalid_procedure_call if `percent` is not 0 to 100.
     fault_plan(int percent, std::uint64_t seed, std::vector<fault> kinds);
 
     decision next();
 
-    /// Whether anything can go wrong at all.
+    /// Whether it never decides for a fault.
     bool idle() const { return percent_ == 0; }
 
     /// One line for the operator.
@@ -52,8 +52,8 @@ private:
     std::mt19937_64 random_;
 };
 
-/// The plan that words ask for: "off", or "RATE [seed N] [KIND...]". Throws failure::invalid_procedure_call where they
-/// can't be understood, with a reason for the operator.
+/// Parses a plan: "off", or "RATE [seed N] [KIND...]". Throws failure::invalid_procedure_call with a reason for the
+/// operator.
 fault_plan fault_plan_of(const std::vector<std::string_view>& words);
 
 } // namespace desk

@@ -10,7 +10,9 @@ namespace desk {
 
 namespace {
 
-// The desk gives a try 755 ms: a delayed answer mostly still counts, a late one meets the next try or the next command.
+using std::chrono::milliseconds;
+
+// The desk waits 755 ms per try: a delayed answer is usually in time, a late one meets the next try or command.
 constexpr std::uint32_t least_delay_ms = 50;
 constexpr std::uint32_t delay_span_ms = 650;
 constexpr std::uint32_t least_late_ms = 800;
@@ -34,7 +36,7 @@ void garble(answer& parts, std::uint32_t size) {
     const std::vector<std::uint8_t*> all = bytes_in(parts);
     std::mt19937 random(size);
     const std::size_t first = random() % all.size();
-    // in a row, as noise on a line comes: so no change can undo another
+    // in a row, like noise on a line, and so that no change undoes another
     const std::size_t end = std::min<std::size_t>(all.size(), first + 1 + size % most_garbled_bytes);
     for (std::size_t i = first; i < end; ++i)
         *all.at(i) ^= static_cast<std::uint8_t>(1 + random() % 255);
@@ -76,7 +78,9 @@ answer faulty_generator::raw_block(std::string_view command, const bytes& block)
                      });
 }
 
-std::optional<int> faulty_generator::take_absence_ms() { return std::exchange(absence_ms_, std::nullopt); }
+std::optional<std::chrono::milliseconds> faulty_generator::take_absence() {
+    return std::exchange(absence_, std::nullopt);
+}
 
 answer faulty_generator::carry_out(const std::function<answer()>& rightly,
                                    const std::function<void(std::uint32_t)>& wrongly) {
@@ -106,7 +110,7 @@ void faulty_generator::lie(const fault_plan::decision& d, const generator_state&
 }
 
 answer faulty_generator::spoil(answer parts, const fault_plan::decision& d) {
-    // a block that is taken in silence has no answer to spoil
+    // a block that is taken in silence has no answer
     if (d.what == fault::none || bytes_in(parts).empty()) return parts;
     note(d.what);
     switch (d.what) {
@@ -119,10 +123,10 @@ answer faulty_generator::spoil(answer parts, const fault_plan::decision& d) {
         garble(parts, d.size);
         return parts;
     case fault::delay:
-        parts.front().pause_ms += least_delay_ms + d.size % delay_span_ms;
+        parts.front().pause += milliseconds(least_delay_ms + d.size % delay_span_ms);
         return parts;
     case fault::late:
-        parts.front().pause_ms += least_late_ms + d.size % late_span_ms;
+        parts.front().pause += milliseconds(least_late_ms + d.size % late_span_ms);
         return parts;
     case fault::shorten:
         shorten(parts, d.size);
@@ -134,14 +138,14 @@ answer faulty_generator::spoil(answer parts, const fault_plan::decision& d) {
         silent_answers_ = d.size % most_silent_answers;
         return {};
     case fault::unplug:
-        absence_ms_ = static_cast<int>(least_absence_ms + d.size % absence_span_ms);
+        absence_ = milliseconds(least_absence_ms + d.size % absence_span_ms);
         return {};
     default:
         return {};
     }
 }
 
-/// Stores the next number instead, or the one before where there is no next.
+/// Stores the next number instead, or the previous one if there is no next.
 void faulty_generator::store_neighbour(std::string_view six) {
     const generator_state before = generator_.state;
     const int asked = static_cast<int>(val(six.substr(3)));
@@ -150,7 +154,7 @@ void faulty_generator::store_neighbour(std::string_view six) {
         std::string digits = std::to_string(number);
         if (number < 0 || digits.size() > 3) continue;
         digits.insert(0, 3 - digits.size(), '0');
-        // where a number is refused, its answer tells it, and what is remembered stays
+        // a refused number leaves the state as it is
         generator_.command(std::string(six.substr(0, 3)) + digits);
         if (generator_.state != before) return;
     }

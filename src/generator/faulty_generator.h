@@ -5,6 +5,7 @@
 #include "generator/simulated_generator.h"
 #include "runtime/bytes.h"
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -13,29 +14,29 @@
 
 namespace desk {
 
-/// The simulated generator, whose answers go wrong as a plan decides. What is not answered and changes nothing takes no
-/// turn of the plan.
+/// The simulated generator with faults by chance, as a plan decides. A command that has no answer and changes nothing
+/// does not advance the plan.
 class faulty_generator {
 public:
-    /// `generator` must live as long as this.
+    /// `generator` must outlive this.
     explicit faulty_generator(simulated_generator& generator) : generator_(generator) {}
 
-    /// From now on this plan decides.
+    /// From now on follows this plan.
     void follow(fault_plan plan);
     const fault_plan& plan() const { return plan_; }
 
-    /// As the generator's own, but with what the plan has decided.
+    /// As those of the generator, with the faults of the plan.
     answer command(std::string_view six);
     answer raw_block(std::string_view command, const bytes& block);
 
-    /// Where the last command or block has pulled the cable out: for how many milliseconds. Told once; only the owner
-    /// of the line can do it.
-    std::optional<int> take_absence_ms();
+    /// If the last command or block pulled the cable out: for how long. Reported once; the owner of the line carries it
+    /// out.
+    std::optional<std::chrono::milliseconds> take_absence();
 
-    /// What went wrong with the last command or block.
+    /// The fault of the last command or block.
     fault last() const { return last_; }
 
-    /// How often each kind went wrong so far.
+    /// The number of faults so far, by kind.
     const std::map<fault, int>& counts() const { return counts_; }
 
 private:
@@ -48,8 +49,8 @@ private:
 
     simulated_generator& generator_;
     fault_plan plan_;
-    std::uint32_t silent_answers_ = 0; // still to come
-    std::optional<int> absence_ms_;
+    std::uint32_t silent_answers_ = 0; // still to be dropped
+    std::optional<std::chrono::milliseconds> absence_;
     fault last_ = fault::none;
     std::map<fault, int> counts_;
 };

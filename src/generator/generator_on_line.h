@@ -1,58 +1,58 @@
 #pragma once
 
+#include "generator/cable.h"
 #include "generator/command_stream.h"
-#include "generator/misbehaviour.h"
+#include "generator/fault_injector.h"
 #include "generator/paced_line.h"
 #include "runtime/bytes.h"
 
-#include <cstdint>
+#include <chrono>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace desk {
 
-/// The generator with both directions of its line at the pace of 19200 baud: bytes in, bytes out. Times are
-/// nanoseconds of one clock that never goes back.
+/// The generator with both directions of its line at the pace of 19200 baud: bytes in, bytes out. Times are those of
+/// one clock that never goes back.
 class generator_on_line {
 public:
-    /// `generator` must live as long as this.
-    explicit generator_on_line(misbehaviour& generator) : generator_(generator) {}
+    using time = std::chrono::nanoseconds;
 
-    /// Bytes that the desk has just written: they reach the generator one after the other from `now_ns` on.
-    void receive(const bytes& data, std::int64_t now_ns);
+    /// Both must outlive this.
+    generator_on_line(fault_injector& generator, cable& cable) : generator_(generator), cable_(cable) {}
 
-    /// Whether the line keeps up with the desk: a desk that writes faster than the line has to wait.
-    bool ready_for_more(std::int64_t now_ns) const;
+    /// Takes bytes that the desk has just written: they reach the generator one after the other from `now` on.
+    void receive(const bytes& data, time now);
 
-    /// What must have reached the desk by now and was not taken yet. Call it whenever `next_due_ns` has come.
-    bytes take_due(std::int64_t now_ns);
+    /// Whether the line keeps up with the desk. If not, the desk has to wait.
+    bool ready_for_more(time now) const;
 
-    /// When a byte arrives at either end next or the cable comes back, or none where the line is idle.
-    std::optional<std::int64_t> next_due_ns() const;
+    /// The bytes that have reached the desk by now and are not yet taken. Call it when `next_due` has come.
+    bytes take_due(time now);
 
-    /// The traffic since the last call, a line each: "> TIM007" from the desk, "< TIM007" to it, once the last byte
-    /// has arrived. What is not all printable stands as "hex:" and hexadecimal digits. "! garble" is what chance does
-    /// to the answer that is to come.
+    /// When the next byte arrives at either end or the cable comes back; none if the line is idle.
+    std::optional<time> next_due() const;
+
+    /// The traffic since the last call, one line each: "> TIM007" from the desk, "< TIM007" to it, logged when the last
+    /// byte arrives. Data that is not all printable is written as "hex:" and hexadecimal digits. "! garble" is the
+    /// fault by chance of the answer to come.
     std::vector<std::string> take_log();
 
-    /// The cable is out: what was on the line is lost.
+    /// Discards what is on the line.
     void cut();
 
-    /// Whether chance has pulled the cable out and not put it back yet.
-    bool absent(std::int64_t now_ns) const { return absent_until_ns_ && now_ns < *absent_until_ns_; }
-
 private:
-    void hear(const bytes& data, std::int64_t now_ns);
-    void answer_item(const stream_item& item, std::int64_t now_ns);
-    void log_answers(std::int64_t now_ns);
+    void hear(const bytes& data, time now);
+    void answer_item(const stream_item& item, time now);
+    void log_answers(time now);
 
-    misbehaviour& generator_;
+    fault_injector& generator_;
+    cable& cable_;
     paced_line from_desk_;
     paced_line to_desk_;
     command_stream stream_;
     std::string last_command_; // the one that a raw block belongs to
-    std::optional<std::int64_t> absent_until_ns_;
     std::vector<std::string> log_;
 };
 

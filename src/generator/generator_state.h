@@ -3,6 +3,7 @@
 #include "runtime/bytes.h"
 
 #include <array>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -11,7 +12,7 @@
 
 namespace desk {
 
-/// One step of the autorun list. An interval of 0 seconds marks it as unused.
+/// One row of the autorun list. An interval of 0 seconds marks it as unused.
 struct autorun_row {
     int timing = 1;
     int pattern = 1;
@@ -19,7 +20,7 @@ struct autorun_row {
     bool operator==(const autorun_row&) const = default;
 };
 
-/// What hangs on one connector. Without an EDID (256 bytes) every access ends in a DDC error.
+/// The display on one connector. Without an EDID (256 bytes) every access ends in a DDC error.
 struct edid_sink {
     std::optional<bytes> edid;
     bool write_protected = false;
@@ -31,8 +32,8 @@ inline constexpr std::size_t sink_count = 3;
 inline constexpr std::size_t custom_string_size = 12;
 inline constexpr std::size_t sink_memory_size = 256;
 
-/// What a reset brings back to the power-on values that stand here. Rows count from 1; numbers are those of the
-/// commands named beside them.
+/// What a reset restores to these power-on values. Rows count from 1; numbers are those of the commands in the
+/// comments.
 struct generator_settings {
     int timing = 1;        // TIM
     int pattern = 1;       // PAT
@@ -50,8 +51,8 @@ struct generator_settings {
     int color_b = 128; // CRB: blue or Cb
     int color_y = 128; // CRY: grey
 
-    std::vector<bool> favorite_timings;  // FT+, FT-: one for each timing
-    std::vector<bool> favorite_patterns; // FP+, FP-: one for each pattern
+    std::vector<bool> favorite_timings;  // FT+, FT-: one per timing
+    std::vector<bool> favorite_patterns; // FP+, FP-: one per pattern
 
     std::array<autorun_row, autorun_row_count> autorun_rows;                                                 // ATS
     std::array<std::uint8_t, custom_string_size> custom_string{'V', 'E', 'L', 'O', 'T', 'R', 'A', 'C', 'E'}; // MOT
@@ -62,16 +63,18 @@ struct generator_settings {
     bool operator==(const generator_settings&) const = default;
 };
 
-/// All that the simulated generator remembers.
+/// The memory of the simulated generator.
 struct generator_state : generator_settings {
     std::array<edid_sink, sink_count> sinks;
     std::string version = "VER012"; // the answer to VER001
 
-    double think_ms = 1;    // before each answer
-    double reset_ms = 900;  // before the answer to RST001
-    double data_ms = 100;   // between the answer to ERD001 and the data
-    double write_ms = 20;   // before the result of an EDID write
-    double erase_ms = 3000; // before the result of an EDID erase; the desk takes less than 50 for part of the echo
+    using milliseconds = std::chrono::milliseconds;
+    milliseconds think_time{1};   // before each answer
+    milliseconds reset_time{900}; // before the answer to RST001
+    milliseconds data_time{100};  // between the answer to ERD001 and the data
+    milliseconds write_time{20};  // before the result of an EDID write
+    milliseconds erase_time{
+        3000}; // before the result of an EDID erase; below 50 ms the desk takes it for part of the echo
 
     bool operator==(const generator_state&) const = default;
 };

@@ -1,10 +1,12 @@
+#include "generator/cable.h"
 #include "generator/control_client.h"
 #include "generator/control_socket.h"
+#include "generator/fault_injector.h"
 #include "generator/generator_on_line.h"
-#include "generator/misbehaviour.h"
 #include "generator/pseudo_terminal.h"
 #include "generator/sim_options.h"
 #include "generator/simulated_generator.h"
+#include "generator/simulator_console.h"
 #include "generator/terminal_link.h"
 #include "generator/typed_lines.h"
 #include "platform/command_line.h"
@@ -17,7 +19,6 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
-#include <cstdint>
 #include <exception>
 #include <optional>
 #include <string>
@@ -34,14 +35,15 @@ namespace desk {
 
 namespace {
 
-std::int64_t now_ns() {
-    return std::chrono::duration_cast<std::chrono::nanoseconds>(std::chrono::steady_clock::now().time_since_epoch())
-        .count();
+using std::chrono::nanoseconds;
+
+nanoseconds now() {
+    return std::chrono::duration_cast<nanoseconds>(std::chrono::steady_clock::now().time_since_epoch());
 }
 
-/// A descriptor that becomes readable when the program shall end.
+/// A descriptor that becomes readable when the program is to end.
 int end_signals() {
-    // losing the reader of the output, or the right to read the keyboard, is no reason to end
+    // the program goes on without a reader of its output and without the right to read the keyboard
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGTTIN, SIG_IGN);
     std::signal(SIGTTOU, SIG_IGN);
@@ -51,13 +53,13 @@ int end_signals() {
     sigaddset(&ending, SIGTERM);
     struct sigaction hang_up {};
     ::sigaction(SIGHUP, nullptr, &hang_up);
-    // whoever starts it with hang-ups ignored wants it to outlive the terminal
+    // started with hang-ups ignored, it outlives the terminal
     if (hang_up.sa_handler != SIG_IGN) sigaddset(&ending, SIGHUP);
     sigprocmask(SIG_BLOCK, &ending, nullptr);
     return ::signalfd(-1, &ending, SFD_CLOEXEC);
 }
 
-/// Without the three standard descriptors the terminal would get one of their numbers.
+/// Opens missing standard descriptors, so that the terminal gets none of their numbers.
 void fill_standard_descriptors() {
     int descriptor = 0;
     while (descriptor >= 0 && descriptor <= STDERR_FILENO)
@@ -68,25 +70,25 @@ void fill_standard_descriptors() {
 class simulator {
 public:
     explicit simulator(const sim_options& options) : options_(options), generator_(options.timings, options.patterns) {
-        misbehaviour_.follow(options.faults);
+        faults_.follow(options.faults);
         if (!options.control.empty()) control_.emplace(options.control);
     }
 
-    /// Returns when a signal or the operator ends it.
+    /// Returns when a signal or the operator ends the program.
     void run() {
         const int signals = end_signals();
         plug();
-        while (!misbehaviour_.quit_asked()) {
+        while (!console_.quit_asked()) {
             serve_line();
             std::vector<pollfd> polled{
                 pollfd{signals, POLLIN, 0}, pollfd{input_, POLLIN, 0},
-                pollfd{terminal_ && line_.ready_for_more(now_ns()) ? terminal_->descriptor() : -1, POLLIN, 0},
+                pollfd{terminal_ && line_.ready_for_more(now()) ? terminal_->descriptor() : -1, POLLIN, 0},
                 pollfd{terminal_ ? terminal_->close_watch() : -1, POLLIN, 0}};
             if (control_) control_->add_polled(polled);
             wait(polled);
             if (polled[0].revents != 0) break;
             if (polled[3].revents != 0) terminal_->free_for_next_desk();
-            if (polled[2].revents != 0) line_.receive(terminal_->read(), now_ns());
+            if (polled[2].revents != 0) line_.receive(terminal_->read(), now());
             if (polled[1].revents != 0) read_input();
             if (control_) control_->serve([this](std::string_view line) { return reply_to(line); });
         }
@@ -95,7 +97,7 @@ public:
 
 private:
     void serve_line() {
-        const bytes due = line_.take_due(now_ns());
+        const bytes due = line_.take_due(now());
         if (terminal_) terminal_->write(due);
         show_traffic();
         follow_cable();
@@ -109,21 +111,21 @@ private:
     }
 
     void follow_cable() {
-        const bool was_absent = std::exchange(absent_, line_.absent(now_ns()));
-        if (absent_ && terminal_) unplug();
-        if (was_absent && !absent_ && !misbehaviour_.unplugged()) show(plug_problem());
+        const bool was_out = std::exchange(pulled_out_, cable_.pulled_out(now()));
+        if (pulled_out_ && terminal_) unplug();
+        if (was_out && !pulled_out_ && !cable_.unplugged()) show(plug_problem());
     }
 
     void wait(std::vector<pollfd>& polled) const {
         timespec timeout{};
-        std::optional<std::int64_t> due_ns = line_.next_due_ns();
-        if (control_ && control_->has_line()) due_ns = 0;
-        if (due_ns) {
-            const std::int64_t left_ns = std::max<std::int64_t>(0, *due_ns - now_ns());
-            timeout.tv_sec = left_ns / 1'000'000'000;
-            timeout.tv_nsec = left_ns % 1'000'000'000;
+        std::optional<nanoseconds> due = line_.next_due();
+        if (control_ && control_->has_line()) due = nanoseconds(0);
+        if (due) {
+            const nanoseconds left = std::max(nanoseconds(0), *due - now());
+            timeout.tv_sec = std::chrono::floor<std::chrono::seconds>(left).count();
+            timeout.tv_nsec = (left % std::chrono::seconds(1)).count();
         }
-        if (::ppoll(polled.data(), polled.size(), due_ns ? &timeout : nullptr, nullptr) >= 0) return;
+        if (::ppoll(polled.data(), polled.size(), due ? &timeout : nullptr, nullptr) >= 0) return;
         for (pollfd& one : polled)
             one.revents = 0;
     }
@@ -133,7 +135,7 @@ private:
         const ssize_t got = ::read(input_, chunk.data(), chunk.size());
         if (got < 0 && errno == EINTR) return;
         if (got <= 0) {
-            // the end of the input, or a keyboard that belongs to another program: the line goes on
+            // at the end of the input, or if the keyboard belongs to another program, the line goes on
             input_ = -1;
             typed_.end();
         } else {
@@ -149,19 +151,19 @@ private:
 
     std::string reply_to(std::string_view line) {
         if (line.size() > typed_lines::longest)
-            return "A line has " + std::to_string(typed_lines::longest) + " bytes at most.";
-        std::string reply = misbehaviour_.take_line(line);
-        // before the reply: whoever reads that it is off the line can take the link's name
-        if (misbehaviour_.unplugged()) {
+            return "A line has at most " + std::to_string(typed_lines::longest) + " bytes.";
+        std::string reply = console_.take_line(line);
+        // before the reply: its reader can then take the name of the link
+        if (cable_.unplugged()) {
             unplug();
-        } else if (!terminal_ && !absent_) {
+        } else if (!terminal_ && !pulled_out_) {
             const std::string problem = plug_problem();
             if (!problem.empty()) reply += (reply.empty() ? "" : "\n") + problem;
         }
         return reply;
     }
 
-    /// Plugs the generator in; empty if that works.
+    /// Plugs the generator in and returns why it failed; empty: it did not.
     std::string plug_problem() {
         try {
             plug();
@@ -190,11 +192,13 @@ private:
 
     sim_options options_;
     simulated_generator generator_;
-    misbehaviour misbehaviour_{generator_};
-    generator_on_line line_{misbehaviour_};
+    fault_injector faults_{generator_};
+    cable cable_;
+    simulator_console console_{generator_, faults_, cable_};
+    generator_on_line line_{faults_, cable_};
     std::optional<pseudo_terminal> terminal_;
-    std::optional<terminal_link> link_; // behind the terminal: goes before its name can be given to another
-    bool absent_ = false;               // the cable is out by chance
+    std::optional<terminal_link> link_; // after the terminal: is removed before another can get its name
+    bool pulled_out_ = false;           // the cable, at the last look
     std::optional<control_socket> control_;
     int input_ = STDIN_FILENO;
     typed_lines typed_;

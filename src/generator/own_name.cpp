@@ -26,10 +26,10 @@ std::error_code renamed(const fs::path& from, const fs::path& to, unsigned flags
 
 bool unsupported(const std::error_code& error) { return error.value() == EINVAL || error.value() == ENOSYS; }
 
-/// Renames to a name that nothing has.
+/// Renames; fails if the new name exists.
 std::error_code renamed_to_free_name(const fs::path& from, const fs::path& to) {
     std::error_code error = renamed(from, to, RENAME_NOREPLACE);
-    // some file systems only know the older way
+    // some file systems support only the older call
     if (!unsupported(error)) return error;
     if (::linkat(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), 0) != 0) return {errno, std::generic_category()};
     ::unlink(from.c_str());
@@ -40,7 +40,7 @@ void remove_ours(const fs::path& path, const is_ours& ours) {
     if (ours(path)) ::unlink(path.c_str());
 }
 
-/// False: what had the name has gone meanwhile.
+/// Returns false if nothing has the name any more.
 bool replaced(const fs::path& made, const fs::path& name, const expect_replaceable& check) {
     check(name);
     std::error_code error = renamed(made, name, RENAME_EXCHANGE);
@@ -53,7 +53,7 @@ bool replaced(const fs::path& made, const fs::path& name, const expect_replaceab
         throw runtime_failure(failure::path_file_access_error,
                               utf8_from_path(name) + " can't be replaced: " + error.message());
     }
-    // now `made` is what had the name at that very moment
+    // `made` now names what had the name at the moment of the exchange
     try {
         std::error_code gone;
         if (fs::exists(fs::symlink_status(made, gone))) check(made);
@@ -76,7 +76,8 @@ fs::path make_beside(const fs::path& name, const std::function<std::error_code(c
         if (!error) return beside;
         if (error != std::errc::file_exists) break;
     }
-    throw runtime_failure(failure::path_file_access_error, utf8_from_path(name) + " can't be made: " + error.message());
+    throw runtime_failure(failure::path_file_access_error,
+                          utf8_from_path(name) + " can't be created: " + error.message());
 }
 
 void take_name(const fs::path& made, const fs::path& name, const expect_replaceable& check, const is_ours& ours) {
@@ -86,12 +87,12 @@ void take_name(const fs::path& made, const fs::path& name, const expect_replacea
             if (!error) return;
             if (error != std::errc::file_exists) {
                 throw runtime_failure(failure::path_file_access_error,
-                                      utf8_from_path(name) + " can't be made: " + error.message());
+                                      utf8_from_path(name) + " can't be created: " + error.message());
             }
             if (replaced(made, name, check)) return;
         }
         throw runtime_failure(failure::path_file_access_error,
-                              utf8_from_path(name) + " is changed by other programs all the time");
+                              utf8_from_path(name) + " keeps being changed by other programs");
     } catch (...) {
         remove_ours(made, ours);
         throw;
@@ -103,13 +104,13 @@ void give_up_name(const fs::path& name, const is_ours& ours) noexcept {
         if (!ours(name)) return;
         const fs::path aside =
             make_beside(name, [&](const fs::path& beside) { return renamed_to_free_name(name, beside); });
-        // the name may have been given to something else since the first look
+        // something else may have taken the name since the check
         if (ours(aside))
             ::unlink(aside.c_str());
         else
             renamed_to_free_name(aside, name);
     } catch (const std::exception&) {
-        // it stays: nothing of anybody is lost
+        // the name stays: nobody loses anything
     }
 }
 

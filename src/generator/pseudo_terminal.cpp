@@ -18,11 +18,11 @@ namespace desk {
 
 namespace {
 
-/// Gives the descriptor on; -1 becomes a failure.
+/// Returns the descriptor; throws if it is -1.
 int checked(int result) {
     if (result >= 0) return result;
     throw runtime_failure(failure::path_file_access_error,
-                          "no pseudo terminal can be had: " + std::string(std::strerror(errno)));
+                          "no pseudo terminal is available: " + std::string(std::strerror(errno)));
 }
 
 void set_not_inherited(int descriptor) { checked(::fcntl(descriptor, F_SETFD, FD_CLOEXEC)); }

@@ -33,7 +33,7 @@ fault_plan faults_of(const std::string& argument) {
     return fault_plan_of({words.begin(), words.end()});
 }
 
-/// The words behind "--send".
+/// The words after "--send".
 sim_options sending_options(const std::vector<std::string>& arguments) {
     if (arguments.size() < 2 || arguments[1].empty()) not_understood("--send needs the path of a control socket");
     sim_options options;
@@ -67,11 +67,11 @@ sim_options sim_options_of(const std::vector<std::string>& arguments) {
             if (++i == arguments.size() || arguments[i].empty()) not_understood("--control needs a path");
             options.control = path_from_utf8(arguments[i]);
         } else if (word == "--send") {
-            not_understood("--send is the first word if it is there");
+            not_understood("--send has to be the first word");
         } else if (word.empty() || word.front() == '-') {
             not_understood("unknown option \"" + word + "\"");
         } else if (!options.link.empty()) {
-            not_understood("one LINK only, not \"" + word + "\" too");
+            not_understood("only one LINK, not \"" + word + "\" too");
         } else {
             options.link = path_from_utf8(word);
         }
@@ -85,24 +85,25 @@ std::string_view sim_help() {
            "       velotrace_sim --send PATH [LINE...]\n"
            "\n"
            "A simulated generator on a pseudo terminal. LINK becomes a symbolic link to the\n"
-           "terminal; a desk finds its port N as the link comN in its own directory. Without\n"
-           "LINK it is com1 there. Only the link of another simulator is replaced.\n"
+           "terminal; a desk opens its port N as the link comN in its own directory. LINK\n"
+           "defaults to com1 there. It replaces only the link of another simulator.\n"
            "\n"
            "  --timings N   number of timings in the generator's catalogue\n"
            "  --patterns N  number of patterns\n"
            "  --faults FAULTS\n"
-           "                answers go wrong by chance: \"20 seed 7 drop late\", as the line\n"
+           "                inject faults by chance: \"20 seed 7 drop late\", as the command\n"
            "                \"faults\" takes it\n"
            "  --quiet       do not show the traffic\n"
            "  --control PATH\n"
-           "                listen for lines on a Unix socket too, for this user alone\n"
+           "                also read commands from a Unix socket, for this user only\n"
            "  --send PATH LINE...\n"
-           "                send a line to the simulator that listens there and print its\n"
-           "                reply; without LINE those of standard input\n"
-           "  --help        this text\n"
-           "  --version     number, commit and date of this build\n"
+           "                send a command to the simulator at this socket and print its\n"
+           "                reply; without LINE, send the lines of standard input\n"
+           "  --help        show this text\n"
+           "  --version     show number, commit and date of this build\n"
            "\n"
-           "Lines on standard input make it misbehave; the line \"help\" lists them.\n";
+           "Commands on standard input control the generator and inject faults; \"help\" lists\n"
+           "them.\n";
 }
 
 } // namespace desk

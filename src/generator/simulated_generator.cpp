@@ -27,7 +27,7 @@ void check_count(int count, std::string_view of_what) {
 
 } // namespace
 
-/// A value that a command sets and its query tells. No value: there is no such command.
+/// A value that a command sets and its query reports. No value: there is no such command.
 struct simulated_generator::setting {
     int* value = nullptr;
     int lowest = 0;
@@ -71,7 +71,7 @@ answer simulated_generator::fixed_command(std::string_view six) {
     if (six == "VER001") return say(state.version);
     if (six == "RST001") {
         reset();
-        return {{state.reset_ms, bytes_of(six)}};
+        return {{state.reset_time, bytes_of(six)}};
     }
     if (six == "MOT001" || six == "EWR001") return say(six);
     if (six == "MOT999")
@@ -119,7 +119,7 @@ answer simulated_generator::set_or_tell(std::string_view letters, int argument) 
 }
 
 void simulated_generator::after_setting(std::string_view letters) {
-    // the built-in sine has two channels and no more
+    // the built-in sine has two channels only
     if (letters == "ASC" && state.audio_source == 3) state.lpcm = 1;
     // grey is a level on all three colours, or on Y alone with both colour differences at their zero
     if (letters == "CRY") {
@@ -156,7 +156,7 @@ answer simulated_generator::autorun_list() const {
 
 answer simulated_generator::edid_data() const {
     answer parts = say("ERD001");
-    if (chosen_sink().edid) parts.push_back({state.data_ms, *chosen_sink().edid});
+    if (chosen_sink().edid) parts.push_back({state.data_time, *chosen_sink().edid});
     return parts;
 }
 
@@ -165,7 +165,7 @@ answer simulated_generator::erase_edid() {
     const bool done = sink.edid && !sink.write_protected;
     if (done) sink.edid->assign(sink_memory_size, 0xFF);
     answer parts = say("ERS001");
-    parts.push_back({state.erase_ms, bytes_of(done ? "ERS002" : "ERS003")});
+    parts.push_back({state.erase_time, bytes_of(done ? "ERS002" : "ERS003")});
     return parts;
 }
 
@@ -173,7 +173,7 @@ answer simulated_generator::write_edid(const bytes& block) {
     edid_sink& sink = chosen_sink();
     const bool done = sink.edid && !sink.write_protected;
     if (done) sink.edid = block;
-    return {{state.write_ms, bytes_of(done ? "EWR002" : "EWR003")}};
+    return {{state.write_time, bytes_of(done ? "EWR002" : "EWR003")}};
 }
 
 std::size_t simulated_generator::raw_block_after(std::string_view command) {
@@ -197,6 +197,6 @@ const edid_sink& simulated_generator::chosen_sink() const {
     return state.sinks.at(static_cast<std::size_t>(state.chosen_sink) - 1);
 }
 
-answer simulated_generator::say(std::string_view text) const { return {{state.think_ms, bytes_of(text)}}; }
+answer simulated_generator::say(std::string_view text) const { return {{state.think_time, bytes_of(text)}}; }
 
 } // namespace desk

@@ -10,34 +10,33 @@
 
 namespace desk {
 
-/// The generator as the line shows it: takes whole commands, remembers, and gives answers. Knows no clock; pauses
-/// stand in the answers.
+/// The generator as seen from the line: carries out whole commands, keeps its state and returns the answers. It has no
+/// clock: pauses are part of the answers.
 class simulated_generator {
 public:
-    /// The argument that asks for a value and sets none.
+    /// The argument that queries a value instead of setting it.
     static constexpr int query = 999;
 
-    /// Starts with the power-on values and a sink on each connector. Throws as `set_catalogue_size`.
+    /// Starts with the power-on values and a sink on each connector. Throws like `set_catalogue_size`.
     simulated_generator(int timing_count, int pattern_count);
 
-    /// How many timings and patterns there are, 0 to 998 each; favorite flags of rows that stay are kept.
+    /// Sets the numbers of timings and patterns, 0 to 998 each; rows that remain keep their favorite flags.
     /// Throws failure::invalid_procedure_call for other numbers.
     void set_catalogue_size(int timing_count, int pattern_count);
     int timing_count() const { return static_cast<int>(state.favorite_timings.size()); }
     int pattern_count() const { return static_cast<int>(state.favorite_patterns.size()); }
 
-    /// Carries out one command of six characters and gives its answer; silence for what is no command. A value out of
-    /// range changes nothing and is answered with the value that stands.
+    /// Carries out one command of six characters and returns its answer; silence if it is not a command. A value out of
+    /// range changes nothing and is answered with the current value.
     answer command(std::string_view six);
 
-    /// The number of bytes of the raw block that the desk sends once `command` is answered: 0 where there is none.
+    /// The size in bytes of the raw block that the desk sends once `command` is answered; 0: none.
     static std::size_t raw_block_after(std::string_view command);
 
-    /// Takes the raw block that belongs to `command` and gives its answer. A block of the wrong size is passed over
-    /// in silence.
+    /// Takes the raw block that belongs to `command` and returns its answer. A block of the wrong size is ignored.
     answer raw_block(std::string_view command, const bytes& block);
 
-    /// Back to the power-on values. The sinks with their EDIDs, the version and the times stay.
+    /// Restores the power-on values. Sinks, version and times keep theirs.
     void reset();
 
     generator_state state;

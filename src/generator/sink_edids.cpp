@@ -55,7 +55,7 @@ bytes descriptor_of(const detailed_timing& t) {
             low(t.flags)};
 }
 
-/// Up to 13 characters, ended by a line feed and filled up with blanks.
+/// Up to 13 characters, terminated by a line feed and padded with spaces.
 bytes text_descriptor(std::uint8_t tag, std::string_view text) {
     bytes data{0, 0, 0, tag, 0};
     append(data, bytes_of(text));

@@ -57,13 +57,13 @@ std::string state_text(const generator_state& state) {
             std::to_string(state.color_b) + ", grey " + std::to_string(state.color_y) + "\n";
     text += "autorun " + on_or_off(state.autorun) + ", " + std::to_string(used) + " of " +
             std::to_string(state.autorun_rows.size()) + " rows in use\n";
-    text += "my favourite " + on_or_off(state.my_favorite) + ", " + count_of(state.favorite_timings) + " timings, " +
+    text += "my favorite " + on_or_off(state.my_favorite) + ", " + count_of(state.favorite_timings) + " timings, " +
             count_of(state.favorite_patterns) + " patterns\n";
     text += "custom string \"" + custom_text(state) + "\"\n";
     for (std::size_t i = 0; i < state.sinks.size(); ++i)
         text += sink_line(state, i);
-    text += "version " + state.version + ", thinks " + number_text(state.think_ms) + " ms, erases " +
-            number_text(state.erase_ms) + " ms";
+    text += "version " + state.version + ", thinks " + std::to_string(state.think_time.count()) + " ms, erases " +
+            std::to_string(state.erase_time.count()) + " ms";
     return text;
 }
 

@@ -6,7 +6,7 @@
 
 namespace desk {
 
-/// The state in a few lines for a person, without a line end at the end.
+/// A few lines for a person, without a final line end.
 std::string state_text(const generator_state& state);
 
 } // namespace desk

@@ -25,16 +25,16 @@ bool is_pseudo_terminal(const fs::path& target) {
            std::all_of(number.begin(), number.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
-/// `there` is what has the name of `link`.
+/// `there` is what currently has the name `link`.
 void expect_link_of_simulator(const fs::path& there, const fs::path& link) {
     std::error_code error;
     const fs::file_status status = fs::symlink_status(there, error);
     if (!fs::exists(status)) return;
-    if (!fs::is_symlink(status)) fail(link, "is there already and is no symbolic link");
-    // one step alone: a link to a link of the operator's own is his, wherever that leads
+    if (!fs::is_symlink(status)) fail(link, "already exists and is not a symbolic link");
+    // only one step: a link to another link belongs to the operator, wherever that leads
     const fs::path target = fs::read_symlink(there, error);
     if (!error && !is_pseudo_terminal(target))
-        fail(link, "leads to " + utf8_from_path(target) + " and is not replaced: name another LINK");
+        fail(link, "leads to " + utf8_from_path(target) + " and is not replaced: choose another LINK");
 }
 
 fs::path new_link_beside(const fs::path& link, const fs::path& terminal) {

@@ -4,13 +4,13 @@
 
 namespace desk {
 
-/// A symbolic link to a pseudo terminal, for as long as this lives. At the end it is removed only if it still leads to
-/// that terminal: another program may have taken the name over.
+/// A symbolic link to a pseudo terminal for the lifetime of this. At the end it is removed only if it still leads to
+/// that terminal: another program may have taken over the name.
 class terminal_link {
 public:
-    /// Makes `link` lead to `terminal`. Replaces only the link of another simulator, that is one that leads straight
-    /// into /dev/pts. Throws failure::path_file_access_error if anything else has the name, naming where a link leads:
-    /// somebody has set up hardware there, plugged in or not. Throws the same where the system refuses.
+    /// Makes `link` lead to `terminal`. Replaces only the link of another simulator, that is one that leads directly
+    /// into /dev/pts. Throws failure::path_file_access_error if anything else has the name: any other link belongs to
+    /// hardware, plugged in or not, and the reason says where it leads. Throws the same if the system refuses.
     terminal_link(const std::filesystem::path& link, std::filesystem::path terminal);
     ~terminal_link();
     terminal_link(const terminal_link&) = delete;

@@ -3,8 +3,10 @@
 namespace desk {
 
 void delay_sec(event_pump& events, float s) {
-    const std::int64_t start = events.clock_ms();
-    const auto elapsed = [&] { return static_cast<float>(static_cast<double>(events.clock_ms() - start) / 1000); };
+    const std::chrono::milliseconds start = events.clock_time();
+    const auto elapsed = [&] {
+        return static_cast<float>(std::chrono::duration<double>(events.clock_time() - start).count());
+    };
     if (elapsed() > s) return;
     do {
         events.pump_and_rest();

@@ -1,22 +1,25 @@
 #pragma once
 
-#include <cstdint>
+#include <chrono>
 #include <string_view>
 
 namespace desk {
 
-/// Ends suspended procedures when the program is over. Only the pump throws it, and only the adapters' event boundary
-/// catches it. It is not a run-time failure, so no armed handler catches it.
+/// Ends suspended procedures when the program is over: only the pump throws it, and only the event boundary of an
+/// adapter catches it. It is not a run-time failure, so that no armed handler takes it.
 struct program_over {};
 
-/// The clock and the pending events, on the desk's only thread.
+/// The clock of the desk advances in steps of this length. A try of an exchange is counted in rounds of the clock: with
+/// finer steps it would be over before 768 characters have arrived.
+inline constexpr std::chrono::milliseconds clock_step{5};
+
+/// The clock and the pending events, on the one thread of the desk.
 class event_pump {
 public:
     virtual ~event_pump() = default;
 
-    /// Milliseconds, in steps of 5. The rounds of an exchange are counted by this clock: with finer steps a try would
-    /// end before 768 characters have arrived.
-    virtual std::int64_t clock_ms() = 0;
+    /// A multiple of `clock_step`.
+    virtual std::chrono::milliseconds clock_time() = 0;
 
     /// Runs pending events once. Throws program_over if the program has ended meanwhile.
     virtual void pump() = 0;

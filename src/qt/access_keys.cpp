@@ -1,6 +1,6 @@
 #include "qt/access_keys.h"
 
-#include "controls/controls.h"
+#include "controls/kinds.h"
 #include "controls/operator_actions.h"
 #include "qt/control_table.h"
 #include "qt/reading_order.h"
@@ -104,10 +104,12 @@ const std::map<std::string, letters>& table() {
 const letters* letters_of(const control& c) { return entry_of(c, table()); }
 
 std::string caption_of(const control& c) {
-    if (const auto* const b = dynamic_cast<const button*>(&c)) return b->caption;
-    if (const auto* const k = dynamic_cast<const check_box*>(&c)) return k->caption;
-    if (const auto* const o = dynamic_cast<const option_button*>(&c)) return o->caption;
-    return {};
+    return visit(c, overloaded{
+                        [](const button& b) { return b.caption.get(); },
+                        [](const check_box& k) { return k.caption.get(); },
+                        [](const option_button& o) { return o.caption.get(); },
+                        [](const control&) { return std::string(); },
+                    });
 }
 
 char upper(char c) { return static_cast<char>(std::toupper(static_cast<unsigned char>(c))); }
@@ -130,7 +132,7 @@ char letter_of(const control& c, const letters& entry) {
 }
 
 char mnemonic_of(const control& c) {
-    const auto* const b = dynamic_cast<const button*>(&c);
+    const auto* const b = as<button>(&c);
     return b == nullptr ? '\0' : b->mnemonic;
 }
 
@@ -196,16 +198,13 @@ void access_keys::press(const QKeySequence& key) {
     gate_.run([&] {
         control* const c = target_of(key);
         if (c == nullptr) return;
-        if (only_takes_focus(*c))
-            c->set_focus();
-        else if (auto* const b = dynamic_cast<button*>(c))
-            click(*b);
-        else if (auto* const k = dynamic_cast<check_box*>(c))
-            click(*k);
-        else if (auto* const o = dynamic_cast<option_button*>(c))
-            click(*o);
-        else
-            c->set_focus();
+        if (only_takes_focus(*c)) return c->set_focus();
+        visit(*c, overloaded{
+                      [](button& b) { click(b); },
+                      [](check_box& k) { click(k); },
+                      [](option_button& o) { click(o); },
+                      [](control& other) { other.set_focus(); },
+                  });
     });
 }
 

@@ -1,5 +1,6 @@
 #include "qt/button_adapters.h"
 
+#include "controls/kinds.h"
 #include "controls/operator_actions.h"
 #include "qt/access_keys.h"
 #include "qt/appearance.h"
@@ -190,7 +191,7 @@ protected:
         const auto& pressed = *static_cast<QKeyEvent*>(e);
         if (!is_arrow(pressed.key())) return false;
         const bool on = pressed.key() == Qt::Key_Down || pressed.key() == Qt::Key_Right;
-        if (!pressed.isAutoRepeat()) act([&] { click(dynamic_cast<option_button&>(neighbour(model_, on))); });
+        if (!pressed.isAutoRepeat()) act([&] { click(*as<option_button>(&neighbour(model_, on))); });
         return true;
     }
 

@@ -1,5 +1,6 @@
 #include "qt/focus_guide.h"
 
+#include "controls/kinds.h"
 #include "qt/reading_order.h"
 
 #include <array>
@@ -33,7 +34,7 @@ focus_guide::focus_guide(window& w) : window_(w) {
     for (const step& s : steps) {
         const control* const shown = w.name == s.shown ? &w : w.find(s.shown);
         if (shown == nullptr) continue;
-        stages_.push_back({shown, w.find(s.next), dynamic_cast<button*>(w.find(s.closing_button)), nullptr, false});
+        stages_.push_back({shown, w.find(s.next), as<button>(w.find(s.closing_button)), nullptr, false});
     }
 }
 

@@ -9,8 +9,8 @@ namespace desk::qt {
 
 namespace {
 
-/// Ends a wait this long after the step, so that a coinciding tick is served first.
-constexpr std::int64_t tick_first_ns = 100'000;
+/// A tick that falls together with a step begins the time of a function call later than the step.
+constexpr std::chrono::microseconds tick_first(100);
 constexpr std::chrono::milliseconds patience(50);
 
 } // namespace
@@ -20,11 +20,9 @@ qt_events::qt_events(event_gate& gate) : gate_(gate) {
     next_step_.setTimerType(Qt::PreciseTimer);
 }
 
-std::int64_t qt_events::running_ns() const {
-    return std::chrono::duration_cast<std::chrono::nanoseconds>(std::chrono::steady_clock::now() - start_).count();
-}
+std::chrono::nanoseconds qt_events::running() const { return std::chrono::steady_clock::now() - start_; }
 
-std::int64_t qt_events::clock_ms() { return clock_.clock_ms(running_ns()); }
+std::chrono::milliseconds qt_events::clock_time() { return clock_.time(running()); }
 
 void qt_events::pump() {
     gate_.throw_if_over();
@@ -37,10 +35,9 @@ void qt_events::pump_and_rest() {
     gate_.throw_if_over();
     gate_.cursor.wait();
     if (gate_.follow) gate_.follow();
-    // at most a little over a millisecond after the step, since timers fire late, never early. A tick due at the same
-    // time comes first: after the step it would wait until the end of the next one.
-    const std::int64_t rest_ns = clock_.rest_ns(running_ns()) + tick_first_ns;
-    next_step_.start(static_cast<int>((rest_ns + 999'999) / 1'000'000));
+    // little more than a millisecond beyond the step at most: timers wake late, never early. A tick at the same moment
+    // is served first: behind the step it would have to wait for the end of the next one.
+    next_step_.start(std::chrono::ceil<std::chrono::milliseconds>(clock_.rest(running()) + tick_first));
     QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     gate_.throw_if_over();
 }

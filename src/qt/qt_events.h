@@ -15,16 +15,16 @@ class qt_events final : public event_pump {
 public:
     explicit qt_events(event_gate& gate);
 
-    std::int64_t clock_ms() override;
+    std::chrono::milliseconds clock_time() override;
     void pump() override;
     void pump_and_rest() override;
     void turn_without_progress(std::string_view waiting_for) override;
 
-    /// Call it just before a timer starts: its ticks then coincide with steps of the clock.
-    void share_phase() { clock_.share_phase(running_ns()); }
+    /// To be called just before a timer is started: its ticks fall together with steps of the clock.
+    void share_phase() { clock_.share_phase(running()); }
 
 private:
-    std::int64_t running_ns() const;
+    std::chrono::nanoseconds running() const;
 
     event_gate& gate_;
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();

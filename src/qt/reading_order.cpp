@@ -1,6 +1,6 @@
 #include "qt/reading_order.h"
 
-#include "controls/controls.h"
+#include "controls/kinds.h"
 
 #include <algorithm>
 #include <map>
@@ -42,45 +42,30 @@ bool lies_in(const control& c, const control& around) {
 
 bool is_selected_of_its_group(const option_button& o) {
     for (const control* c : o.owner->controls()) {
-        const auto* const other = dynamic_cast<const option_button*>(c);
+        const auto* const other = as<option_button>(c);
         if (other != nullptr && other->parent == o.parent && other->value && other->usable()) return other == &o;
     }
     return true;
 }
 
 bool takes_keys(const control& c) {
-    switch (c.kind()) {
-    case control_kind::button:
-    case control_kind::text_box:
-    case control_kind::combo_box:
-    case control_kind::check_box:
-    case control_kind::slider:
-    case control_kind::list_view:
-    case control_kind::tree_view:
-        return true;
-    case control_kind::option_button:
-        return is_selected_of_its_group(dynamic_cast<const option_button&>(c));
-    case control_kind::label: {
-        const auto& l = dynamic_cast<const label&>(c);
-        return l.on_click && !l.caption.get().empty();
-    }
-    default:
-        return false;
-    }
+    if (const auto* const o = as<option_button>(&c)) return is_selected_of_its_group(*o);
+    if (const auto* const l = as<label>(&c)) return l->on_click && !l->caption.get().empty();
+    return is<button, text_box, combo_box, check_box, slider, list_view, tree_view>(c);
 }
 
 /// Whether a frame covers all of it.
 bool is_covered(const control& c) {
     const std::vector<control*>& all = c.owner->controls();
     return std::any_of(all.begin(), all.end(), [&c](const control* f) {
-        return f->kind() == control_kind::frame && f->shown() && f != &c && !lies_in(c, *f) &&
-               lies_within(place_of(c), place_of(*f)) && c.owner->lies_over(*f, c);
+        return is<frame>(*f) && f->shown() && f != &c && !lies_in(c, *f) && lies_within(place_of(c), place_of(*f)) &&
+               c.owner->lies_over(*f, c);
     });
 }
 
 bool has_two_sides(const std::vector<control*>& in_a_frame) {
     return std::count_if(in_a_frame.begin(), in_a_frame.end(), [](const control* c) {
-               const auto* const page = dynamic_cast<const text_box*>(c);
+               const auto* const page = as<text_box>(c);
                return page != nullptr && page->any_length;
            }) > 1;
 }
@@ -89,7 +74,7 @@ class reader {
 public:
     explicit reader(const window& w) {
         for (control* c : w.controls())
-            if (c->shown() && (c->kind() == control_kind::frame || takes_keys(*c))) insert(c);
+            if (c->shown() && (is<frame>(*c) || takes_keys(*c))) insert(c);
         read(nullptr);
     }
 
@@ -103,7 +88,7 @@ private:
         for (control* f : frames_)
             if (f->parent == c->parent && lies_within(p, place_of(*f))) around = f;
         children_[around].push_back(c);
-        if (c->kind() == control_kind::frame) frames_.push_back(c);
+        if (is<frame>(*c)) frames_.push_back(c);
     }
 
     void read(const control* around) {
@@ -135,7 +120,7 @@ private:
     }
 
     void add_stop(control* c) {
-        if (c->kind() == control_kind::frame)
+        if (is<frame>(*c))
             read(c);
         else if (can_be_reached(*c))
             stops.push_back(c);
@@ -154,10 +139,9 @@ bool can_take_keys(const control& c) { return takes_keys(c) && can_be_reached(c)
 control& neighbour(control& c, bool next) {
     std::vector<control*> group;
     for (control* other : c.owner->controls()) {
-        if (other->kind() != c.kind() || other->parent != c.parent) continue;
-        // in a group of option buttons, only the selected one is a stop
-        if (c.kind() == control_kind::option_button ? can_be_reached(*other) : can_take_keys(*other))
-            group.push_back(other);
+        if (!same_kind(*other, c) || other->parent != c.parent) continue;
+        // of option buttons, the selected one alone is a stop
+        if (is<option_button>(c) ? can_be_reached(*other) : can_take_keys(*other)) group.push_back(other);
     }
     if (!next) std::reverse(group.begin(), group.end());
     const auto me = std::find(group.begin(), group.end(), &c);
@@ -169,8 +153,8 @@ std::vector<control*> tab_stops(const window& w) { return reader(w).stops; }
 
 control* stop_of(const std::vector<control*>& stops, const control* c) {
     const auto found = std::find_if(stops.begin(), stops.end(), [c](const control* stop) {
-        return stop == c || (c != nullptr && c->kind() == control_kind::option_button && stop->kind() == c->kind() &&
-                             stop->parent == c->parent);
+        return stop == c ||
+               (c != nullptr && is<option_button>(*c) && same_kind(*stop, *c) && stop->parent == c->parent);
     });
     return found == stops.end() ? nullptr : *found;
 }

@@ -1,6 +1,6 @@
 #include "qt/window_adapter.h"
 
-#include "controls/controls.h"
+#include "controls/kinds.h"
 #include "controls/operator_actions.h"
 #include "qt/appearance.h"
 #include "qt/button_adapters.h"
@@ -26,36 +26,22 @@ constexpr QSize smallest_window(120, 80);
 } // namespace
 
 std::unique_ptr<control_adapter> make_adapter(control& model, QWidget* parent, event_gate& gate) {
-    switch (model.kind()) {
-    case control_kind::frame:
-        return make_frame_adapter(dynamic_cast<frame&>(model), parent, gate);
-    case control_kind::button:
-        return make_button_adapter(dynamic_cast<button&>(model), parent, gate);
-    case control_kind::label:
-        return make_label_adapter(dynamic_cast<label&>(model), parent, gate);
-    case control_kind::text_box:
-        return make_text_box_adapter(dynamic_cast<text_box&>(model), parent, gate);
-    case control_kind::combo_box:
-        return make_combo_box_adapter(dynamic_cast<combo_box&>(model), parent, gate);
-    case control_kind::check_box:
-        return make_check_box_adapter(dynamic_cast<check_box&>(model), parent, gate);
-    case control_kind::option_button:
-        return make_option_button_adapter(dynamic_cast<option_button&>(model), parent, gate);
-    case control_kind::slider:
-        return make_slider_adapter(dynamic_cast<slider&>(model), parent, gate);
-    case control_kind::picture:
-        return make_picture_adapter(dynamic_cast<picture&>(model), parent, gate);
-    case control_kind::line:
-        return make_line_adapter(dynamic_cast<line&>(model), parent, gate);
-    case control_kind::list_view:
-        return make_list_view_adapter(dynamic_cast<list_view&>(model), parent, gate);
-    case control_kind::tree_view:
-        return make_tree_view_adapter(dynamic_cast<tree_view&>(model), parent, gate);
-    case control_kind::window:
-    case control_kind::timer:
-        break;
-    }
-    return nullptr;
+    return visit(model, overloaded{
+                            [&](frame& c) { return make_frame_adapter(c, parent, gate); },
+                            [&](button& c) { return make_button_adapter(c, parent, gate); },
+                            [&](label& c) { return make_label_adapter(c, parent, gate); },
+                            [&](text_box& c) { return make_text_box_adapter(c, parent, gate); },
+                            [&](combo_box& c) { return make_combo_box_adapter(c, parent, gate); },
+                            [&](check_box& c) { return make_check_box_adapter(c, parent, gate); },
+                            [&](option_button& c) { return make_option_button_adapter(c, parent, gate); },
+                            [&](slider& c) { return make_slider_adapter(c, parent, gate); },
+                            [&](picture& c) { return make_picture_adapter(c, parent, gate); },
+                            [&](line& c) { return make_line_adapter(c, parent, gate); },
+                            [&](list_view& c) { return make_list_view_adapter(c, parent, gate); },
+                            [&](tree_view& c) { return make_tree_view_adapter(c, parent, gate); },
+                            [](desk::window&) { return std::unique_ptr<control_adapter>(); },
+                            [](timer&) { return std::unique_ptr<control_adapter>(); },
+                        });
 }
 
 window_adapter::window_adapter(desk::window& model, event_gate& gate)
@@ -126,7 +112,7 @@ void window_adapter::share_extra_room(QSize extra) {
 }
 
 void window_adapter::build(control& c) {
-    if (auto* const t = dynamic_cast<timer*>(&c)) {
+    if (auto* const t = as<timer>(&c)) {
         auto ticks = std::make_unique<QTimer>();
         ticks->setTimerType(Qt::PreciseTimer);
         ticks->setInterval(t->interval);
@@ -148,7 +134,7 @@ void window_adapter::follow() {
         if (const auto adapter = adapters_.find(c); adapter != adapters_.end())
             adapter->second->follow();
         else if (const auto ticks = timers_.find(c); ticks != timers_.end())
-            follow_timer(dynamic_cast<const timer&>(*c), *ticks->second);
+            follow_timer(*as<timer>(c), *ticks->second);
     }
     guide_.follow();
     follow_focus();

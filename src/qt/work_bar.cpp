@@ -7,17 +7,20 @@
 #include <QPalette>
 
 #include <algorithm>
+#include <chrono>
 
 namespace desk::qt {
 
 namespace {
 
-constexpr int show_delay_ms = 100;
+using std::chrono::milliseconds;
+
+constexpr milliseconds show_delay(100);
 /// How long the finished bar stays visible.
-constexpr int linger_ms = 250;
+constexpr milliseconds linger(250);
 constexpr int whole = 10'000;
 constexpr int bar_height = 3;
-constexpr int step_ms = 40;
+constexpr milliseconds step_time(40);
 constexpr int steps_across = 40;
 
 } // namespace
@@ -29,7 +32,7 @@ work_bar::work_bar(QWidget& window, const exchange& link) : QProgressBar(&window
     setRange(0, whole);
     setAttribute(Qt::WA_TransparentForMouseEvents);
     hide_timer_.setSingleShot(true);
-    hide_timer_.setInterval(linger_ms);
+    hide_timer_.setInterval(linger);
     connect(&hide_timer_, &QTimer::timeout, this, &QWidget::hide);
     hide();
     window.installEventFilter(this);
@@ -40,7 +43,7 @@ void work_bar::follow() {
         retrying_.invalidate();
     else if (!retrying_.isValid())
         retrying_.start();
-    const bool retrying = retrying_.isValid() && retrying_.elapsed() >= show_delay_ms;
+    const bool retrying = retrying_.isValid() && milliseconds(retrying_.elapsed()) >= show_delay;
     const bool busy = exchange_.progress.at_work() || retrying;
     if (!busy) {
         if (busy_.isValid() && isVisible()) hide_timer_.start();
@@ -51,7 +54,7 @@ void work_bar::follow() {
     if (!busy_.isValid()) busy_.start();
     reason_ = retrying ? "No answer yet: trying again" : "";
     // shorter work shows only if the bar is visible already
-    if (busy_.elapsed() < show_delay_ms && !retrying && !isVisible()) return;
+    if (milliseconds(busy_.elapsed()) < show_delay && !retrying && !isVisible()) return;
     hide_timer_.stop();
     measured_ = !retrying && !exchange_.progress.has_no_measure();
     if (measured_) {
@@ -59,7 +62,7 @@ void work_bar::follow() {
         setValue(static_cast<int>(exchange_.progress.fraction() * whole));
     } else {
         if (!indeterminate_.isValid()) indeterminate_.start();
-        const int step = static_cast<int>(indeterminate_.elapsed() / step_ms);
+        const int step = static_cast<int>(milliseconds(indeterminate_.elapsed()) / step_time);
         if (step != drawn_step_) update();
         drawn_step_ = step;
     }

@@ -11,7 +11,7 @@ namespace desk::robot {
 
 using json = nlohmann::ordered_json;
 
-/// JSON on one line: no blanks outside strings but one behind each colon and comma; whole numbers as integers.
+/// JSON on one line: outside strings, one space after each colon and comma and no others; whole numbers as integers.
 std::string json_text(const json& value);
 
 inline std::string ok() { return "ok"; }

@@ -13,7 +13,7 @@ json counts_of(const faulty_generator& generator) {
     return counts;
 }
 
-/// What "RATE SEED [KIND...]" or "off" asks for; nothing for other words.
+/// Parses "RATE SEED [KIND...]" or "off"; none for anything else.
 std::optional<fault_plan> fault_plan_in(const std::vector<token>& tokens) {
     std::vector<std::string_view> asked;
     for (std::size_t i = 1; i < tokens.size(); ++i) {

@@ -1,5 +1,6 @@
 #include "robot/inspection.h"
 
+#include "controls/kinds.h"
 #include "runtime/windows_1252.h"
 
 #include <cmath>
@@ -32,65 +33,41 @@ getters getters_of(control& c) {
         {"focus", [&c] { return json(c.has_focus()); }},
     };
     const auto add = [&table](const getters& more) { table.insert(more.begin(), more.end()); };
-    switch (c.kind()) {
-    case control_kind::window:
-        add({{"caption", value_of(dynamic_cast<window&>(c).caption)}});
-        break;
-    case control_kind::frame:
-        add({{"caption", value_of(dynamic_cast<frame&>(c).caption)}});
-        break;
-    case control_kind::button:
-        add({{"caption", value_of(dynamic_cast<button&>(c).caption)}});
-        break;
-    case control_kind::label:
-        add({{"caption", value_of(dynamic_cast<label&>(c).caption)}});
-        break;
-    case control_kind::text_box: {
-        auto& t = dynamic_cast<text_box&>(c);
-        add({{"text", value_of(t.text)},
-             {"locked", value_of(t.locked)},
-             {"sel_start", [&t] { return json(t.sel_start()); }},
-             {"sel_length", [&t] { return json(t.sel_length()); }},
-             {"max_length", [&t] { return json(t.max_length); }}});
-        break;
-    }
-    case control_kind::combo_box: {
-        auto& b = dynamic_cast<combo_box&>(c);
-        add({{"text", [&b] { return json(b.text()); }},
-             {"list_index", [&b] { return json(b.list_index()); }},
-             {"list_count", [&b] { return json(b.list_count()); }}});
-        break;
-    }
-    case control_kind::check_box: {
-        auto& b = dynamic_cast<check_box&>(c);
-        add({{"caption", value_of(b.caption)}, {"value", value_of(b.value)}});
-        break;
-    }
-    case control_kind::option_button: {
-        auto& o = dynamic_cast<option_button&>(c);
-        add({{"caption", value_of(o.caption)}, {"value", value_of(o.value)}});
-        break;
-    }
-    case control_kind::slider:
-        add({{"value", [&c] { return json(dynamic_cast<slider&>(c).value()); }}});
-        break;
-    case control_kind::list_view: {
-        auto& l = dynamic_cast<list_view&>(c);
-        add({{"selected", [&l] { return json(l.selected()); }},
-             {"row_count", [&l] { return json(l.row_count()); }},
-             {"check_boxes", value_of(l.check_boxes)}});
-        break;
-    }
-    case control_kind::picture:
-    case control_kind::line:
-    case control_kind::tree_view:
-    case control_kind::timer:
-        break;
-    }
+    visit(c, overloaded{
+                 [&](text_box& t) {
+                     add({{"text", value_of(t.text)},
+                          {"locked", value_of(t.locked)},
+                          {"sel_start", [&t] { return json(t.sel_start()); }},
+                          {"sel_length", [&t] { return json(t.sel_length()); }},
+                          {"max_length", [&t] { return json(t.max_length); }}});
+                 },
+                 [&](combo_box& b) {
+                     add({{"text", [&b] { return json(b.text()); }},
+                          {"list_index", [&b] { return json(b.list_index()); }},
+                          {"list_count", [&b] { return json(b.list_count()); }}});
+                 },
+                 [&](check_box& b) {
+                     add({{"caption", value_of(b.caption)}, {"value", value_of(b.value)}});
+                 },
+                 [&](option_button& o) {
+                     add({{"caption", value_of(o.caption)}, {"value", value_of(o.value)}});
+                 },
+                 [&](slider& s) {
+                     add({{"value", [&s] { return json(s.value()); }}});
+                 },
+                 [&](list_view& l) {
+                     add({{"selected", [&l] { return json(l.selected()); }},
+                          {"row_count", [&l] { return json(l.row_count()); }},
+                          {"check_boxes", value_of(l.check_boxes)}});
+                 },
+                 [&](auto& other) {
+                     if constexpr (requires { other.caption; }) add({{"caption", value_of(other.caption)}});
+                 },
+             });
     return table;
 }
 
-/// A number that is whole is an integer.
+/// A whole number becomes an integer.
 json number_json(double value) {
     constexpr double exact = 9007199254740992;
     return value == std::floor(value) && std::fabs(value) <= exact ? json(static_cast<std::int64_t>(value))
@@ -131,7 +108,7 @@ json controls_of(const window& w) {
     json controls = json::array();
     for (const control* c : w.controls()) {
         controls.push_back({{"name", c->full_name()},
-                            {"kind", kind_name(c->kind())},
+                            {"kind", kind_name(*c)},
                             {"parent", c->parent == nullptr ? w.name : c->parent->full_name()}});
     }
     return controls;

@@ -6,12 +6,22 @@
 
 #include <filesystem>
 #include <iostream>
+#include <optional>
 #include <string>
 #include <string_view>
 
 namespace {
 
 constexpr std::string_view usage = "usage: desk_robot [DIRECTORY] < script\n";
+
+std::optional<std::string> next_line() {
+    std::string line;
+    return std::getline(std::cin, line) ? std::optional(line) : std::nullopt;
+}
+
+void give_answer(const std::string& answer) {
+    if (!answer.empty()) desk::write_to_standard_output(answer + "\n");
+}
 
 } // namespace
 
@@ -42,13 +52,8 @@ int main(int argument_count, char** arguments) {
             return 1;
         }
 
-    desk::robot::robot robot(directory);
-    // scripts and answers hold control characters, and are the same bytes on every system
+    // scripts and answers contain control characters, and are the same bytes on every system
     desk::set_binary_standard_streams();
-    std::string line;
-    while (!robot.finished() && std::getline(std::cin, line)) {
-        const std::string answer = robot.answer(line);
-        if (!answer.empty()) desk::write_to_standard_output(answer + "\n");
-    }
+    desk::robot::robot(directory, next_line, give_answer).serve_operator();
     return 0;
 }

@@ -14,14 +14,14 @@ void open_windows::show(window& w) {
     w.visible = true;
     windows_.push_back(&w);
     events_.follow_windows(windows_);
-    // an end of the program goes past here, and leaves the window to be looked at
+    // at a fatal end this throws, and the window stays for inspection
     let_operator_work([&w] { return !w.visible; });
     windows_.erase(std::find(windows_.begin(), windows_.end(), &w));
     events_.follow_windows(windows_);
 }
 
 window* open_windows::top() const {
-    // one that is closed already can still have what opened it suspended
+    // a window may be closed while the procedure that opened it is still suspended
     const auto open =
         std::find_if(windows_.rbegin(), windows_.rend(), [](const window* w) { return w->visible.get(); });
     return open == windows_.rend() ? main() : *open;

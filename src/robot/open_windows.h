@@ -9,32 +9,32 @@
 
 namespace desk::robot {
 
-/// The windows on the screen: the main window and the modal ones above it.
+/// The open windows: the main window and the modal ones above it.
 class open_windows final : public modal_windows {
 public:
     explicit open_windows(virtual_events& events) : events_(events) {}
 
-    /// Lets the operator go on until `closed`; the procedure that has opened the window stays suspended meanwhile.
+    /// Serves the operator until `closed`, while the procedure that opened the window is suspended.
     std::function<void(const std::function<bool()>& closed)> let_operator_work;
 
-    /// The program begins: its main window alone. None: it is over.
+    /// Starts a program with its main window. None: ends the program.
     void start(window* main_window);
 
     void show(window& w) override;
 
-    /// The window that the operator can reach.
+    /// The only window that the operator can use.
     window* top() const;
     bool modal_is_open() const { return top() != main(); }
-    /// Whether a procedure is suspended behind a window, open or closed just now.
+    /// Whether a procedure is suspended by a window that is open or has just been closed.
     bool suspends() const { return windows_.size() > 1; }
-    /// By its name; none that is open: nullptr.
+    /// Finds an open window by name; nullptr if there is none.
     window* find(const std::string& name) const;
 
 private:
     virtual_events& events_;
     window* main() const { return windows_.empty() ? nullptr : windows_.front(); }
 
-    std::vector<window*> windows_; // the main window, and those above it; also after a fatal end
+    std::vector<window*> windows_; // the main window first; kept after a fatal end
 };
 
 } // namespace desk::robot

@@ -1,5 +1,6 @@
 #include "robot/operator_commands.h"
 
+#include "controls/kinds.h"
 #include "controls/operator_actions.h"
 #include "robot/answers.h"
 #include "runtime/windows_1252.h"
@@ -14,34 +15,35 @@ constexpr const char* not_for_this_kind = "a control of this kind does not take 
 constexpr const char* nothing_listens = "nothing listens to that";
 constexpr const char* bad_tokens = "the command's words are off";
 
-/// The number at a place of the command; nothing where it is missing or no number.
+/// The number in the last token, at this place; none if it is missing or not a number.
 std::optional<int> number_at(tokens_in tokens, std::size_t place) {
     return tokens.size() == place + 1 ? number_of(tokens[place]) : std::nullopt;
 }
 
 std::string click_it(control& c, tokens_in tokens) {
     if (tokens.size() != 2) return refused(bad_tokens);
-    if (auto* b = dynamic_cast<button*>(&c)) {
-        if (!b->on_click) return refused(nothing_listens);
-        click(*b);
-    } else if (auto* k = dynamic_cast<check_box*>(&c)) {
-        click(*k);
-    } else if (auto* o = dynamic_cast<option_button*>(&c)) {
-        click(*o);
-    } else if (auto* l = dynamic_cast<label*>(&c)) {
-        click(*l);
-    } else if (auto* t = dynamic_cast<text_box*>(&c)) {
-        t->set_focus();
-    } else if (auto* rows = dynamic_cast<list_view*>(&c)) {
-        if (rows->selected() != 0) choose_row(*rows, rows->selected());
-    } else {
-        c.set_focus();
-    }
-    return ok();
+    return visit(c, overloaded{
+                        [](button& b) {
+                            if (!b.on_click) return refused(nothing_listens);
+                            click(b);
+                            return ok();
+                        },
+                        [](list_view& l) {
+                            if (l.selected() != 0) choose_row(l, l.selected());
+                            return ok();
+                        },
+                        [](auto& other) {
+                            if constexpr (requires { click(other); })
+                                click(other);
+                            else
+                                other.set_focus();
+                            return ok();
+                        },
+                    });
 }
 
 std::string double_click_it(control& c, tokens_in tokens) {
-    auto* l = dynamic_cast<list_view*>(&c);
+    auto* l = as<list_view>(&c);
     if (l == nullptr || tokens.size() != 2) return refused(not_for_this_kind);
     double_click(*l);
     return ok();
@@ -50,10 +52,10 @@ std::string double_click_it(control& c, tokens_in tokens) {
 std::string select_it(control& c, tokens_in tokens) {
     const auto n = number_at(tokens, 2);
     if (!n) return refused(bad_tokens);
-    if (auto* l = dynamic_cast<list_view*>(&c)) {
+    if (auto* l = as<list_view>(&c)) {
         if (*n < 1 || *n > l->row_count()) return refused("no such row");
         choose_row(*l, *n);
-    } else if (auto* b = dynamic_cast<combo_box*>(&c)) {
+    } else if (auto* b = as<combo_box>(&c)) {
         if (*n < 0 || *n >= b->list_count()) return refused("no such list index");
         choose_item(*b, *n);
     } else {
@@ -63,7 +65,7 @@ std::string select_it(control& c, tokens_in tokens) {
 }
 
 std::string check_it(control& c, tokens_in tokens) {
-    auto* l = dynamic_cast<list_view*>(&c);
+    auto* l = as<list_view>(&c);
     if (l == nullptr) return refused(not_for_this_kind);
     const auto n = tokens.size() == 4 ? number_of(tokens[2]) : std::nullopt;
     if (!n || (tokens[3].text != "on" && tokens[3].text != "off")) return refused(bad_tokens);
@@ -74,7 +76,7 @@ std::string check_it(control& c, tokens_in tokens) {
 }
 
 std::string type_it(control& c, tokens_in tokens) {
-    auto* t = dynamic_cast<text_box*>(&c);
+    auto* t = as<text_box>(&c);
     if (t == nullptr) return refused(not_for_this_kind);
     if (tokens.size() != 3 || !tokens[2].quoted) return refused(bad_tokens);
     if (t->locked) return refused("the box is locked");
@@ -85,7 +87,7 @@ std::string type_it(control& c, tokens_in tokens) {
 }
 
 std::string focus_it(control& c, tokens_in tokens) {
-    auto* t = dynamic_cast<text_box*>(&c);
+    auto* t = as<text_box>(&c);
     if (t == nullptr || tokens.size() != 2) return refused(not_for_this_kind);
     t->set_focus();
     return ok();
@@ -95,12 +97,12 @@ std::string press_key_in_it(control& c, tokens_in tokens) {
     const auto code = number_at(tokens, 2);
     if (!code) return refused(bad_tokens);
     c.set_focus();
-    if (auto* t = dynamic_cast<text_box*>(&c)) press_key(*t, *code);
+    if (auto* t = as<text_box>(&c)) press_key(*t, *code);
     return ok();
 }
 
 std::string key_up_in_it(control& c, tokens_in tokens) {
-    auto* l = dynamic_cast<list_view*>(&c);
+    auto* l = as<list_view>(&c);
     if (l == nullptr || tokens.size() != 2) return refused(not_for_this_kind);
     key_up(*l);
     return ok();
@@ -109,7 +111,7 @@ std::string key_up_in_it(control& c, tokens_in tokens) {
 template <class Move>
 std::string move_it(control& c, tokens_in tokens, const event slider::*listener, Move move) {
     const auto n = number_at(tokens, 2);
-    auto* s = dynamic_cast<slider*>(&c);
+    auto* s = as<slider>(&c);
     if (s == nullptr) return refused(not_for_this_kind);
     if (!n) return refused(bad_tokens);
     if (!(s->*listener)) return refused(nothing_listens);
@@ -120,7 +122,7 @@ std::string move_it(control& c, tokens_in tokens, const event slider::*listener,
 
 std::string hover_it(control& c, tokens_in tokens) {
     if (tokens.size() != 2) return refused(bad_tokens);
-    if (auto* l = dynamic_cast<label*>(&c)) hover(*l);
+    if (auto* l = as<label>(&c)) hover(*l);
     return ok();
 }
 

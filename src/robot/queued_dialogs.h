@@ -9,8 +9,8 @@
 
 namespace desk::robot {
 
-/// Message boxes answered from a queue: each box takes the first queued answer that it has a button for, and with none
-/// it is answered ok, or no, or cancel, the first of these that it has.
+/// Answers message boxes from a queue: each box takes the first queued answer that it has a button for; without one,
+/// the first of ok, no and cancel that it has.
 class queued_message_box final : public message_box {
 public:
     box_answer show(std::string_view text, box_icon icon, box_buttons buttons) override;
@@ -24,12 +24,12 @@ private:
     json shown_ = json::array();
 };
 
-/// File dialogs answered from a queue; with nothing queued a dialog is cancelled.
+/// Answers file dialogs from a queue; if it is empty, the dialog is cancelled.
 class queued_file_dialog final : public file_dialog {
 public:
     std::optional<file_choice> show(const file_dialog_setup& setup) override;
 
-    /// The result of the next dialog; no file name: Cancel. No filter index: as set up.
+    /// Queues the result of a dialog. No file name: Cancel. No filter index: that of the setup.
     void queue(std::optional<std::string> file_name, std::optional<int> filter_index);
     /// The dialogs shown since the last call.
     json take_shown();

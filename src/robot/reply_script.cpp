@@ -9,7 +9,7 @@ namespace desk::robot {
 answer scripted_answer::to(std::string_view command) const {
     answer result;
     for (const part& p : parts)
-        result.push_back({p.pause_ms, bytes_of(p.echo ? command : p.bytes)});
+        result.push_back({p.pause, bytes_of(p.echo ? command : p.bytes)});
     return result;
 }
 
@@ -21,19 +21,19 @@ std::optional<scripted_answer> scripted_answer_of(const std::vector<token>& toke
     scripted_answer result;
     if (from >= tokens.size()) return std::nullopt;
     if (tokens.size() == from + 1 && !tokens[from].quoted && tokens[from].text == "none") return result;
-    double pause = 0;
+    std::chrono::milliseconds pause{0};
     for (std::size_t i = from; i < tokens.size(); ++i) {
         const token& w = tokens[i];
         if (!w.quoted && w.text.starts_with('+')) {
             const auto ms = number_of({w.text.substr(1), false, 0});
             if (!ms || *ms < 0) return std::nullopt;
-            pause += *ms;
+            pause += std::chrono::milliseconds(*ms);
             continue;
         }
         scripted_answer::part p{pause, false, ""};
-        pause = 0;
+        pause = {};
         if (w.quoted) {
-            // a character above 255 has no byte
+            // a code above 255 is not a byte
             p.bytes.clear();
             for (const char32_t c : characters_of(w.text)) {
                 if (c > 0xFF) return std::nullopt;

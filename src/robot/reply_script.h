@@ -3,6 +3,7 @@
 #include "generator/answer.h"
 #include "robot/tokens.h"
 
+#include <chrono>
 #include <deque>
 #include <map>
 #include <optional>
@@ -11,10 +12,10 @@
 
 namespace desk::robot {
 
-/// An answer as it is scripted: parts, of which some stand for the command itself.
+/// A scripted answer: parts, some of which echo the command.
 struct scripted_answer {
     struct part {
-        double pause_ms = 0;
+        std::chrono::milliseconds pause{0};
         bool echo = false;
         std::string bytes;
     };
@@ -24,22 +25,22 @@ struct scripted_answer {
     bool has_echo() const;
 };
 
-/// The parts of an answer from words: a JSON string (code = byte), `echo`, `hex:0AFF`, `+MS`, or `none` alone.
-/// Nothing where a word is none of these.
+/// Parses an answer from the tokens at `from` on: JSON strings (code = byte), `echo`, `hex:0AFF` and `+MS`, or only
+/// `none`. None if a token is anything else.
 std::optional<scripted_answer> scripted_answer_of(const std::vector<token>& tokens, std::size_t from);
 
-/// The scripted answers to each command. Several answers to the same command are used in turn, and the last one is
-/// kept for all that follow, until a new one replaces it.
+/// The scripted answers to each command. Several answers to the same command are used in turn; the last one is repeated
+/// until a new one replaces it.
 class reply_script {
 public:
-    /// `command` is six characters, or a start with "*" for any rest.
+    /// `command` is six characters, or a prefix followed by "*".
     void add(const std::string& command, scripted_answer reply);
     void add_raw(scripted_answer reply) { raw_.add(std::move(reply)); }
     void clear(const std::string& command) { turns_.erase(command); }
     void clear_raw() { raw_ = {}; }
     void clear();
 
-    /// The answer whose turn it is: an exact command goes before a "*", a longer one before a shorter.
+    /// The next answer: that of the exact command, else that of the longest matching prefix.
     std::optional<scripted_answer> take(std::string_view command);
     std::optional<scripted_answer> take_raw() { return raw_.take(); }
 

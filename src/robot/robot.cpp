@@ -1,5 +1,6 @@
 #include "robot/robot.h"
 
+#include "controls/kinds.h"
 #include "controls/operator_actions.h"
 #include "edid/rescue.h"
 #include "robot/inspection.h"
@@ -16,12 +17,12 @@ constexpr const char* no_program = "no program";
 constexpr const char* bad_tokens = "the command's words are off";
 constexpr const char* not_on_show = "the control is not on show";
 
-/// How many commands can be nested, in one line or each in the middle of another: far more than an operator does, and
-/// few enough for the stack.
+/// The limit of nested commands, in one line or each inside another: far more than an operator needs, and few enough
+/// for the stack.
 constexpr std::size_t most_nested = 200;
 constexpr const char* nested_too_deep = "too many commands are nested";
 
-/// The number of `after` that a line of commands to be done later begins with.
+/// The number of leading `after` commands of a line.
 std::size_t nested_in(const std::vector<token>& tokens) {
     std::size_t count = 0;
     while (2 * count < tokens.size() && tokens[2 * count].text == "after")
@@ -29,10 +30,10 @@ std::size_t nested_in(const std::vector<token>& tokens) {
     return count;
 }
 
-/// The windows that can open above the main window; while they are not open they are not on show.
+/// The windows that can open above the main window.
 const std::set<std::string> modal_window_names = {"frm_diag", "frm_report"};
 
-/// Whether a command may be done later: what the operator does, and looking at a property.
+/// Whether `after` accepts a command: actions of the operator, and queries of a property.
 bool can_be_done_later(const std::string& name) {
     return operator_commands().contains(name) || name == "node" || name == "close" || name == "after" ||
            name == "later" || name == "get";
@@ -40,8 +41,10 @@ bool can_be_done_later(const std::string& name) {
 
 } // namespace
 
-robot::robot(std::filesystem::path program_directory)
-    : machine_{line_, events_, boxes_, files_, windows_, dates_, std::move(program_directory)} {
+robot::robot(std::filesystem::path program_directory, line_source next_line, answer_sink give_answer)
+    : next_line_(std::move(next_line))
+    , give_answer_(std::move(give_answer))
+    , machine_{line_, events_, boxes_, files_, windows_, dates_, std::move(program_directory)} {
     windows_.let_operator_work = [this](const auto& closed) { serve_until(closed); };
     add_life_commands();
     add_dialog_commands();
@@ -50,23 +53,23 @@ robot::robot(std::filesystem::path program_directory)
     add_generator_commands();
 }
 
-std::string robot::answer(std::string_view line) { return desk_side_.ask(std::string(line)); }
-
 void robot::serve_operator() {
-    while (const auto line = desk_side_.next())
-        desk_side_.give(answer_line(*line));
-    events_.abandon();
+    while (const auto line = next_line()) {
+        const std::string answer = answer_line(*line);
+        if (events_.abandoned()) return;
+        give_answer_(answer);
+    }
 }
 
 void robot::serve_until(const std::function<bool()>& closed) {
-    // what has opened the window is answered now; the command that closes it, when the suspended procedure has ended
+    // the command that opened the window is answered now; the one that closes it, once the suspended procedure returns
     if (!under_way_.empty() && under_way_.back() != nullptr) {
         *under_way_.back() = true;
         later_.push_back(ok());
     }
-    desk_side_.give(ok());
+    give_answer_(ok());
     while (true) {
-        const auto line = desk_side_.next();
+        const auto line = next_line();
         if (!line) events_.abandon();
         events_.throw_if_over();
         under_way_.push_back(nullptr);
@@ -74,7 +77,7 @@ void robot::serve_until(const std::function<bool()>& closed) {
         under_way_.pop_back();
         events_.throw_if_over();
         if (closed()) return;
-        desk_side_.give(answer);
+        give_answer_(answer);
     }
 }
 
@@ -84,7 +87,7 @@ std::string robot::answer_line(std::string_view line) {
     const auto tokens = tokens_of(line);
     if (!tokens) return refused("a quoted word is no JSON string");
     std::string answer = carry_out(*tokens, line);
-    if (running() && !windows_.suspends() && events_.clock_ms() < wait_goes_on_until_) {
+    if (running() && !windows_.suspends() && events_.clock_time() < wait_goes_on_until_) {
         answer = run([this] {
             wait_until(wait_goes_on_until_);
             return ok();
@@ -93,11 +96,11 @@ std::string robot::answer_line(std::string_view line) {
     return answer;
 }
 
-void robot::wait_until(std::int64_t clock_ms) {
+void robot::wait_until(std::chrono::milliseconds clock_time) {
     const window* const here = windows_.top();
-    events_.run_on(clock_ms - events_.clock_ms(), [here] { return here->visible.get(); });
-    // what was suspended behind a window that is closed goes on first, in the time of this wait
-    if (!here->visible) wait_goes_on_until_ = clock_ms;
+    events_.run_on(clock_time - events_.clock_time(), [here] { return here->visible.get(); });
+    // first the procedure that the closed window suspended continues, in the time of this wait
+    if (!here->visible) wait_goes_on_until_ = clock_time;
 }
 
 std::string robot::carry_out(tokens_in tokens, std::string_view line) {
@@ -134,13 +137,13 @@ void robot::add_life_commands() {
     operating_["wait"] = [this](tokens_in w) {
         const auto ms = w.size() == 2 ? number_of(w[1]) : std::nullopt;
         if (!ms || *ms < 0) return refused(bad_tokens);
-        wait_until(events_.clock_ms() + *ms);
+        wait_until(events_.clock_time() + std::chrono::milliseconds(*ms));
         return ok();
     };
     inspecting_["why"] = [this](tokens_in) {
         return events_.ended_by() ? ok(events_.ended_by()->sentence()) : refused("there was no fatal end");
     };
-    inspecting_["clock"] = [this](tokens_in) { return ok(events_.clock_ms()); };
+    inspecting_["clock"] = [this](tokens_in) { return ok(events_.clock_time().count()); };
     for (const auto& [name, unused] : operator_commands())
         operating_[name] = [this](tokens_in w) { return operate(w); };
     operating_["key"] = [this](tokens_in w) { return press_key(w); };
@@ -172,7 +175,7 @@ std::string robot::start(tokens_in tokens) {
     desk_ = std::make_unique<frm_main>(machine_);
     windows_.start(&desk_->form);
     later_ = json::array();
-    wait_goes_on_until_ = 0;
+    wait_goes_on_until_ = {};
     rescued_ = false;
     return run([this] {
         desk_->form.on_load();
@@ -218,7 +221,7 @@ std::string robot::reason_out_of_reach(const control& c) const {
 std::string robot::operate(tokens_in tokens) {
     if (tokens.size() < 2) return refused(bad_tokens);
     control* const c = find_control(tokens[1].text);
-    if (c == nullptr || c->kind() == control_kind::window) return refused("no such control");
+    if (c == nullptr || is<window>(*c)) return refused("no such control");
     const std::string reason = reason_out_of_reach(*c);
     if (!reason.empty()) return refused(reason);
     return operator_commands().at(tokens[0].text)(*c, tokens);
@@ -228,7 +231,7 @@ std::string robot::press_key(tokens_in tokens) {
     const auto code = tokens.size() == 3 ? number_of(tokens[2]) : std::nullopt;
     if (!code) return refused(bad_tokens);
     control* const c = find_control(tokens[1].text);
-    if (c == nullptr || c->kind() != control_kind::window) return operate(tokens);
+    if (c == nullptr || !is<window>(*c)) return operate(tokens);
     const std::string reason = reason_out_of_reach(*c);
     if (!reason.empty()) return refused(reason);
     if (c->owner->on_key_press) c->owner->on_key_press(*code);
@@ -242,7 +245,7 @@ std::string robot::after(tokens_in tokens, std::string_view line) {
     const std::string& name = tokens[2].text;
     if (!can_be_done_later(name)) return refused("this can't be done later");
     const std::string rest(line.substr(tokens[2].at));
-    events_.later(*ms, [this, name, rest] { run_later(name, rest); });
+    events_.later(std::chrono::milliseconds(*ms), [this, name, rest] { run_later(name, rest); });
     return ok();
 }
 
@@ -282,7 +285,7 @@ void robot::add_looking_commands() {
     };
     inspecting_["buffer"] = [this](tokens_in w) { return buffer(w); };
     inspecting_["items"] = [this](tokens_in w) {
-        auto* const box = w.size() == 2 ? dynamic_cast<combo_box*>(find_control(w[1].text)) : nullptr;
+        auto* const box = w.size() == 2 ? as<combo_box>(find_control(w[1].text)) : nullptr;
         return box != nullptr ? ok(box->items()) : refused("no such combo box");
     };
 }
@@ -343,7 +346,7 @@ void robot::add_list_commands() {
 }
 
 std::string robot::on_list(tokens_in tokens, const std::function<std::string(list_view&)>& look) {
-    auto* const list = tokens.size() >= 2 ? dynamic_cast<list_view*>(find_control(tokens[1].text)) : nullptr;
+    auto* const list = tokens.size() >= 2 ? as<list_view>(find_control(tokens[1].text)) : nullptr;
     return list != nullptr ? look(*list) : refused("no such list view");
 }
 

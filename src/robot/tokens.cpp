@@ -10,7 +10,7 @@ namespace desk::robot {
 
 namespace {
 
-/// The end of a quoted word that begins at `at`, behind its closing quote; npos without one.
+/// The position after the closing quote of the token at `at`; npos if there is none.
 std::size_t quoted_end(std::string_view line, std::size_t at) {
     for (std::size_t i = at + 1; i < line.size(); ++i) {
         if (line[i] == '\\')

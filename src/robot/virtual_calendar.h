@@ -7,15 +7,15 @@
 
 namespace desk::robot {
 
-/// A calendar that is at 1 January 2000, midnight, when the program starts, and goes with the virtual clock: every run
-/// gives the same report.
+/// A calendar that starts at midnight of 1 January 2000 with the program and follows the virtual clock, so that every
+/// run gives the same report.
 class virtual_calendar final : public calendar {
 public:
     explicit virtual_calendar(virtual_events& events) : events_(events) {}
 
     std::tm now() override {
         using namespace std::chrono;
-        const sys_seconds moment = sys_days(2000y / January / 1) + floor<seconds>(milliseconds(events_.clock_ms()));
+        const sys_seconds moment = sys_days(2000y / January / 1) + floor<seconds>(events_.clock_time());
         const sys_days day = floor<days>(moment);
         const year_month_day date(day);
         const hh_mm_ss clock(moment - day);

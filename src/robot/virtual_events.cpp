@@ -13,7 +13,7 @@ constexpr std::int64_t endless_turns = 1'000'000;
 } // namespace
 
 void virtual_events::start(std::vector<window*> windows) {
-    clock_ = 0;
+    clock_ = milliseconds(0);
     turns_without_progress_ = 0;
     windows_ = std::move(windows);
     timers_.clear();
@@ -21,10 +21,10 @@ void virtual_events::start(std::vector<window*> windows) {
     ended_by_.reset();
 }
 
-void virtual_events::later(std::int64_t delay_ms, std::function<void()> work) {
-    const std::int64_t due = clock_ + delay_ms;
+void virtual_events::later(milliseconds delay, std::function<void()> work) {
+    const milliseconds due = clock_ + delay;
     const auto behind = std::upper_bound(pending_.begin(), pending_.end(), due,
-                                         [](std::int64_t time, const pending& p) { return time < p.due; });
+                                         [](milliseconds time, const pending& p) { return time < p.due; });
     pending_.insert(behind, {due, std::move(work)});
 }
 
@@ -32,12 +32,12 @@ void virtual_events::pump() {
     throw_if_over();
     settle_focus();
     turns_without_progress_ = 0;
-    if (!run_due()) clock_ += step_ms;
+    if (!run_due()) clock_ += clock_step;
     throw_if_over();
 }
 
-void virtual_events::run_on(std::int64_t delay_ms, const std::function<bool()>& go_on) {
-    const std::int64_t end = clock_ + delay_ms;
+void virtual_events::run_on(milliseconds delay, const std::function<bool()>& go_on) {
+    const milliseconds end = clock_ + delay;
     while (clock_ < end && go_on())
         pump();
     if (go_on()) run_due();
@@ -66,7 +66,7 @@ void virtual_events::follow_timers() {
     for (window* w : windows_) {
         for (timer* t : w->timers()) {
             if (t->enabled)
-                timers_.try_emplace(t, clock_ + t->interval);
+                timers_.try_emplace(t, clock_ + milliseconds(t->interval));
             else
                 timers_.erase(t);
         }
@@ -79,7 +79,7 @@ std::function<void()> virtual_events::take_next_due() {
     const bool timer_is_due = tick != timers_.end() && tick->second <= clock_;
     const bool pending_is_due = !pending_.empty() && pending_.front().due <= clock_;
     if (timer_is_due && (!pending_is_due || tick->second <= pending_.front().due)) {
-        tick->second = clock_ + tick->first->interval;
+        tick->second = clock_ + milliseconds(tick->first->interval);
         return tick->first->on_timer;
     }
     if (!pending_is_due) return {};
@@ -96,7 +96,7 @@ void virtual_events::run_event(const std::function<void()>& work) {
     } catch (const program_over&) {
         // a suspended procedure has ended
     } catch (const std::exception& e) {
-        // a fault of the desk's own: told like any other failure, with what is known of it
+        // a defect of the desk: reported like a run-time failure
         if (!ended_by_) ended_by_ = runtime_failure(failure::invalid_procedure_call, e.what());
     }
 }

@@ -19,7 +19,7 @@ std::string log_text(const char* direction, std::string_view data) {
 
 void virtual_line::set_port(int number, port_state state) {
     states_.at(static_cast<std::size_t>(number)) = state;
-    back_at_ms_.at(static_cast<std::size_t>(number)) = 0;
+    back_at_.at(static_cast<std::size_t>(number)) = {};
     if (number == open_ && state == port_state::gone) lose_device();
 }
 
@@ -32,22 +32,22 @@ void virtual_line::lose_device() {
 }
 
 void virtual_line::pull_cable_by_chance() {
-    const std::optional<int> ms = faulty.take_absence_ms();
-    if (!ms) return;
-    back_at_ms_.at(static_cast<std::size_t>(open_)) = events_.clock_ms() + *ms;
+    const std::optional<std::chrono::milliseconds> absence = faulty.take_absence();
+    if (!absence) return;
+    back_at_.at(static_cast<std::size_t>(open_)) = events_.clock_time() + *absence;
     lose_device();
 }
 
 void virtual_line::say(const answer& parts) {
-    if (alive()) from_generator_.send(parts, now_ns());
+    if (alive()) from_generator_.send(parts, now());
 }
 
 void virtual_line::unplug() {
     let_arrive();
     close();
     from_generator_ = {};
-    to_generator_free_ns_ = 0;
-    back_at_ms_.fill(0);
+    to_generator_free_at_ = {};
+    back_at_.fill({});
 }
 
 void virtual_line::open(int number) {
@@ -55,10 +55,10 @@ void virtual_line::open(int number) {
     const bool there = number >= 1 && number <= 8;
     if (!there || states_.at(static_cast<std::size_t>(number)) == port_state::missing ||
         states_.at(static_cast<std::size_t>(number)) == port_state::gone ||
-        events_.clock_ms() < back_at_ms_.at(static_cast<std::size_t>(number)))
+        events_.clock_time() < back_at_.at(static_cast<std::size_t>(number)))
         throw runtime_failure(failure::path_file_access_error, "COM" + std::to_string(number) + " can't be opened");
     open_ = number;
-    // what is still on its way to another port never comes in here
+    // bytes on their way to another port do not arrive at this one
     if (number != cable_in_) from_generator_.clear();
     cable_in_ = number;
 }
@@ -78,7 +78,7 @@ std::size_t virtual_line::in_count() {
     return waiting_.size();
 }
 
-// what the port takes has left it at once, since the clock stands still while the desk waits for that
+// the port drains at once, since the clock does not advance while the desk waits for that
 std::size_t virtual_line::out_count() { return alive() && state() == port_state::stuck ? unsent_ : 0; }
 
 void virtual_line::discard_input() {
@@ -96,21 +96,20 @@ bytes virtual_line::read() {
 void virtual_line::write(const bytes& data) {
     if (open_ == 0) return;
     let_arrive();
-    // what is written to a device that has vanished is lost, yet it was written
+    // a write to a device that is gone is lost, but logged
     log_write(data);
     if (!alive()) return;
     if (state() == port_state::stuck) {
         unsent_ += data.size();
         return;
     }
-    to_generator_free_ns_ =
-        std::max(to_generator_free_ns_, now_ns()) + static_cast<std::int64_t>(data.size()) * paced_line::byte_ns;
-    deliver(data, to_generator_free_ns_);
+    to_generator_free_at_ = std::max(to_generator_free_at_, now()) + data.size() * paced_line::byte_time;
+    deliver(data, to_generator_free_at_);
     pull_cable_by_chance();
 }
 
-void virtual_line::deliver(const bytes& data, std::int64_t at_ns) {
-    // the desk writes a command as six bytes in one go, a raw block as one write of 12 bytes or as single bytes
+void virtual_line::deliver(const bytes& data, paced_line::time at) {
+    // the desk writes a command as six bytes at once, and a raw block as 12 bytes at once or as single bytes
     if (data.size() == 6) {
         const std::string command = string_of(data);
         const answer reply = answer_to(command);
@@ -119,13 +118,13 @@ void virtual_line::deliver(const bytes& data, std::int64_t at_ns) {
         const bool answered =
             std::any_of(reply.begin(), reply.end(), [](const answer_part& p) { return !p.data.empty(); });
         if (answered && simulated_generator::raw_block_after(command) > 0) raw_command_ = command;
-        from_generator_.send(reply, at_ns);
+        from_generator_.send(reply, at);
         return;
     }
     if (raw_command_.empty()) return;
     raw_block_.insert(raw_block_.end(), data.begin(), data.end());
     if (raw_block_.size() < simulated_generator::raw_block_after(raw_command_)) return;
-    from_generator_.send(answer_to_raw(raw_block_), at_ns);
+    from_generator_.send(answer_to_raw(raw_block_), at);
     raw_command_.clear();
     raw_block_.clear();
 }
@@ -141,9 +140,9 @@ answer virtual_line::answer_to_raw(const bytes& block) {
 }
 
 void virtual_line::let_arrive() {
-    const bytes arrived = from_generator_.take_until(now_ns());
+    const bytes arrived = from_generator_.take_until(now());
     if (alive()) waiting_.insert(waiting_.end(), arrived.begin(), arrived.end());
-    for (const bytes& part : from_generator_.take_finished_parts(now_ns())) {
+    for (const bytes& part : from_generator_.take_finished_parts(now())) {
         if (!alive() || part.empty()) continue;
         if (!joined_.empty()) log_.push_back(log_text("> ", joined_));
         joined_.clear();

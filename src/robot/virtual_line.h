@@ -9,12 +9,13 @@
 #include "robot/reply_script.h"
 
 #include <array>
+#include <chrono>
 #include <string>
 #include <vector>
 
 namespace desk::robot {
 
-/// The cable with a scripted generator at its other end, and the eight ports it can be plugged into.
+/// The cable to a scripted generator, and the eight ports that it can be plugged into.
 class virtual_line final : public serial_port {
 public:
     enum class port_state { ok, missing, gone, stuck };
@@ -23,18 +24,18 @@ public:
 
     reply_script script;
     simulated_generator simulated{shipped_timing_count, shipped_pattern_count};
-    faulty_generator faulty{simulated}; ///< what answers for it
+    faulty_generator faulty{simulated}; ///< answers for `simulated`, with faults by chance
     bool simulated_answers = false;
 
     void set_port(int number, port_state state);
 
-    /// The generator sends without being asked.
+    /// The generator sends without a command.
     void say(const answer& parts);
 
-    /// The traffic since the last call: "> " and one write of the desk, "< " and one part of an answer.
+    /// The traffic since the last call: "> " and one write of the desk, or "< " and one part of an answer.
     std::vector<std::string> take_log();
 
-    /// The program is over: nothing is on the line any more.
+    /// Clears the line at the end of a program.
     void unplug();
 
     void open(int number) override;
@@ -47,32 +48,32 @@ public:
     void write(const bytes& data) override;
 
 private:
-    std::int64_t now_ns() { return events_.clock_ms() * 1'000'000; }
+    paced_line::time now() { return events_.clock_time(); }
     port_state state() const { return states_.at(static_cast<std::size_t>(open_)); }
     bool alive() const { return open_ != 0 && !vanished_; }
     void let_arrive();
     void lose_device();
     void pull_cable_by_chance();
     void log_write(const bytes& data);
-    void deliver(const bytes& data, std::int64_t at_ns);
+    void deliver(const bytes& data, paced_line::time at);
     answer answer_to(const std::string& command);
     answer answer_to_raw(const bytes& block);
 
     event_pump& events_;
     std::array<port_state, 9> states_{};
-    std::array<std::int64_t, 9> back_at_ms_{}; // of ports whose cable chance has pulled out
-    int open_ = 0;                             // number of the open port; 0: none
-    int cable_in_ = 0;                         // number of the port opened last
-    bool vanished_ = false;                    // the device of the open port has gone meanwhile
+    std::array<std::chrono::milliseconds, 9> back_at_{}; // of ports whose cable is pulled out by chance
+    int open_ = 0;                                       // the open port; 0: none
+    int cable_in_ = 0;                                   // the port opened last
+    bool vanished_ = false;                              // the device of the open port is gone
     paced_line from_generator_;
-    std::int64_t to_generator_free_ns_ = 0;
+    paced_line::time to_generator_free_at_{0};
     bytes waiting_;
     std::size_t unsent_ = 0;
-    std::string raw_command_; // the answered command that a raw block is to follow; empty: none
+    std::string raw_command_; // the answered command whose raw block is expected; empty: none
     bytes raw_block_;
 
     std::vector<std::string> log_;
-    std::string joined_; // single bytes written in a row
+    std::string joined_; // consecutive single-byte writes
 };
 
 } // namespace desk::robot

@@ -1,6 +1,6 @@
 #include "controls/controls.h"
 
-#include "controls/window.h"
+#include "controls/kinds.h"
 #include "support/expect_failure.h"
 
 #include <gtest/gtest.h>
@@ -14,14 +14,26 @@ namespace {
 
 using test::failure_of;
 
-TEST(kind_name, is_another_for_each_kind) {
+TEST(kind_of_control, is_its_class) {
+    list_view l;
+    control& c = l;
+    EXPECT_EQ(kind_name(c), "list_view");
+    EXPECT_EQ(as<list_view>(&c), &l);
+    EXPECT_EQ(as<tree_view>(&c), nullptr);
+    EXPECT_EQ(as<list_view>(static_cast<control*>(nullptr)), nullptr);
+    EXPECT_TRUE((is<button, list_view>(c)));
+    EXPECT_FALSE(is<button>(c));
+    EXPECT_TRUE(same_kind(c, list_view()));
+    EXPECT_FALSE(same_kind(c, tree_view()));
+}
+
+TEST(kind_of_control, has_its_own_name) {
     std::set<std::string_view> names;
-    for (int kind = 0; kind <= static_cast<int>(control_kind::timer); ++kind)
-        names.insert(kind_name(static_cast<control_kind>(kind)));
+    const auto add = [&](const auto&... controls) { (names.insert(kind_name(controls)), ...); };
+    add(window(), frame(), button(), label(), text_box(), combo_box(), check_box(), option_button(), slider(),
+        picture(), line(), list_view(), tree_view(), timer());
     EXPECT_EQ(names.size(), 14U);
     EXPECT_EQ(names.count(""), 0U);
-    EXPECT_EQ(kind_name(control_kind::text_box), "text_box");
-    EXPECT_EQ(kind_name(control_kind::list_view), "list_view");
 }
 
 TEST(control, starts_visible_and_enabled) {

@@ -19,13 +19,13 @@ namespace desk::test {
 namespace {
 
 /// Whether a descriptor is one of the desk's files: not its answers, and no pipe of the sanitizers.
-bool is_saved_file(pid_t thread, std::uint64_t descriptor) {
-    const std::string link = "/proc/" + std::to_string(thread) + "/fd/" + std::to_string(descriptor);
+bool is_saved_file(pid_t process, std::uint64_t descriptor) {
+    const std::string link = "/proc/" + std::to_string(process) + "/fd/" + std::to_string(descriptor);
     return descriptor > STDERR_FILENO && std::filesystem::is_regular_file(link);
 }
 
-/// The name of a system call that changes files; empty for any other.
-std::string changing_call(pid_t thread, const __ptrace_syscall_info& info) {
+/// The name of a call that changes files; empty for any other.
+std::string changing_call(pid_t process, const __ptrace_syscall_info& info) {
     const auto flags = static_cast<int>(info.entry.args[2]);
     switch (info.entry.nr) {
     case SYS_openat:
@@ -33,7 +33,7 @@ std::string changing_call(pid_t thread, const __ptrace_syscall_info& info) {
         return (flags & O_TRUNC) != 0 ? "cut" : "";
     case SYS_write:
     case SYS_writev:
-        return is_saved_file(thread, info.entry.args[0]) ? "write" : "";
+        return is_saved_file(process, info.entry.args[0]) ? "write" : "";
     case SYS_fsync:
     case SYS_fdatasync:
         return "flush";
@@ -73,8 +73,7 @@ robot_process::robot_process(const saving_desk& desk, bool traced) : desk_(desk)
     int status = 0;
     ::waitpid(child_, &status, 0);
     if (!WIFSTOPPED(status)) throw std::runtime_error("desk_robot can't be traced");
-    ::ptrace(PTRACE_SETOPTIONS, child_, nullptr, PTRACE_O_TRACESYSGOOD | PTRACE_O_TRACECLONE | PTRACE_O_EXITKILL);
-    stopped_ = child_;
+    ::ptrace(PTRACE_SETOPTIONS, child_, nullptr, PTRACE_O_TRACESYSGOOD | PTRACE_O_EXITKILL);
 }
 
 void robot_process::start(bool traced) const {
@@ -97,23 +96,20 @@ void robot_process::kill() {
 }
 
 void robot_process::wait() {
-    // a traced process is gone once each of its threads has been reaped
     int status = 0;
-    while (::waitpid(-1, &status, __WALL) != child_ || WIFSTOPPED(status)) {
-    }
+    do
+        ::waitpid(child_, &status, 0);
+    while (WIFSTOPPED(status));
     child_ = -1;
 }
 
 std::string robot_process::run_to_call() {
     int signal = 0;
     while (true) {
-        if (stopped_ >= 0) ::ptrace(PTRACE_SYSCALL, stopped_, nullptr, signal);
+        ::ptrace(PTRACE_SYSCALL, child_, nullptr, signal);
         int status = 0;
-        stopped_ = ::waitpid(-1, &status, __WALL);
+        ::waitpid(child_, &status, 0);
         if (!WIFSTOPPED(status)) {
-            const bool all = stopped_ == child_; // or one of its threads alone
-            stopped_ = -1;
-            if (!all) continue;
             child_ = -1;
             return "";
         }
@@ -124,9 +120,9 @@ std::string robot_process::run_to_call() {
         }
         signal = 0;
         __ptrace_syscall_info info{};
-        ::ptrace(PTRACE_GET_SYSCALL_INFO, stopped_, sizeof info, &info);
+        ::ptrace(PTRACE_GET_SYSCALL_INFO, child_, sizeof info, &info);
         if (info.op != PTRACE_SYSCALL_INFO_ENTRY) continue;
-        if (const std::string name = changing_call(stopped_, info); !name.empty()) return name;
+        if (const std::string name = changing_call(child_, info); !name.empty()) return name;
     }
 }
 

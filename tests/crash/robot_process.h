@@ -34,7 +34,6 @@ private:
 
     const saving_desk& desk_;
     pid_t child_ = -1;
-    pid_t stopped_ = -1; // its thread that is stopped at a call
 };
 
 } // namespace desk::test

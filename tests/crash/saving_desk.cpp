@@ -1,7 +1,7 @@
 #include "crash/saving_desk.h"
 
 #include "generator/sink_edids.h"
-#include "robot/robot.h"
+#include "support/robot_at_hand.h"
 
 #include <algorithm>
 #include <fstream>
@@ -23,7 +23,7 @@ saving_desk::saving_desk(int rounds) {
         add_round(i % 2 == 0 ? "one.bin" : "two.bin");
 
     begin_again();
-    robot::robot robot(folder());
+    robot_at_hand robot(folder());
     files_after_.push_back(saved_files());
     std::ofstream file(script_file());
     for (const std::string& line : script_) {

@@ -1,6 +1,7 @@
 // The whole desk on a line: the operator acts at random, even during an exchange, and the generator answers
 // correctly, late, in pieces, with other bytes, or not at all.
 
+#include "controls/kinds.h"
 #include "controls/operator_actions.h"
 #include "desk_under_fuzz.h"
 #include "fuzz_input.h"
@@ -87,28 +88,16 @@ private:
         if (w.controls().empty()) return;
         control& c = *w.controls().at(input_.byte() % w.controls().size());
         if (!c.usable() || modal_ != (&w == &desk_.form ? nullptr : &w)) return;
-        switch (c.kind()) {
-        case control_kind::button:
-            return click(static_cast<button&>(c));
-        case control_kind::check_box:
-            return click(static_cast<check_box&>(c));
-        case control_kind::option_button:
-            return click(static_cast<option_button&>(c));
-        case control_kind::label:
-            return click(static_cast<label&>(c));
-        case control_kind::combo_box:
-            return choose(static_cast<combo_box&>(c));
-        case control_kind::slider:
-            return move_slider(static_cast<slider&>(c), input_.byte());
-        case control_kind::text_box:
-            return type(static_cast<text_box&>(c));
-        case control_kind::list_view:
-            return work_on(static_cast<list_view&>(c));
-        case control_kind::tree_view:
-            return click_some_node(static_cast<tree_view&>(c));
-        default:
-            return;
-        }
+        visit(c, overloaded{
+                     [&](combo_box& b) { choose(b); },
+                     [&](slider& s) { move_slider(s, input_.byte()); },
+                     [&](text_box& t) { type(t); },
+                     [&](list_view& l) { work_on(l); },
+                     [&](tree_view& t) { click_some_node(t); },
+                     [](auto& other) {
+                         if constexpr (requires { click(other); }) click(other);
+                     },
+                 });
     }
     void choose(combo_box& c) {
         if (c.list_count() > 0) choose_item(c, input_.below(c.list_count()));
@@ -136,7 +125,7 @@ private:
         // and closes it if allowed
         if (w.on_close)
             w.on_close();
-        else if (auto* const ok = dynamic_cast<button*>(w.find("cmd_ok")); ok != nullptr && w.visible)
+        else if (auto* const ok = as<button>(w.find("cmd_ok")); ok != nullptr && w.visible)
             click(*ok);
         modal_ = below;
     }
@@ -147,8 +136,8 @@ private:
                      "each byte is counted");
         fuzz::demand(desk_.form.shown(), "the window stays visible");
         for (const control* c : desk_.form.controls()) {
-            if (c->kind() == control_kind::label) demand_text(static_cast<const label*>(c)->caption);
-            if (c->kind() == control_kind::text_box) demand_text(static_cast<const text_box*>(c)->text);
+            if (const auto* const l = as<label>(c)) demand_text(l->caption);
+            if (const auto* const t = as<text_box>(c)) demand_text(t->text);
         }
     }
     static void demand_text(const std::string& text) { fuzz::demand(as_utf8(text) == text, "a text is UTF-8"); }

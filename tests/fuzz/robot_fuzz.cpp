@@ -2,8 +2,8 @@
 
 #include "desk_under_fuzz.h"
 #include "fuzz_input.h"
-#include "robot/robot.h"
 #include "support/desk_files.h"
+#include "support/robot_at_hand.h"
 #include "support/temporary_directory.h"
 
 #include <nlohmann/json.hpp>
@@ -45,7 +45,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     // a line may end the program, which writes its settings
     directory.put("marlo_rs232.ini", test::usual_settings);
     directory.put("timing_pattern.ini", test::plain_catalogue(30, 45));
-    robot::robot operator_at_desk(directory.path());
+    test::robot_at_hand operator_at_desk(directory.path());
     std::vector<std::string> lines = fuzz::split(fuzz::text_of(data, size), '\n');
     lines.resize(std::min(lines.size(), most_lines));
     for (const std::string& line : lines) {

@@ -214,21 +214,21 @@ protected:
 TEST_F(simulator_control, takes_the_words_of_the_command_line_as_one_line) {
     const auto ended =
         beside_simulator("\"$simulator\" --send \"$control\" sink 1 none; \"$simulator\" --send \"$control\" 'sink 1'");
-    EXPECT_EQ(ended.out, "Sink 1 is away.\nnone\n");
+    EXPECT_EQ(ended.out, "Sink 1 is removed.\nnone\n");
     EXPECT_EQ(ended.status, 0);
     EXPECT_FALSE(folder.has("control"));
 }
 
 TEST_F(simulator_control, takes_the_lines_of_standard_input) {
     const auto ended = beside_simulator("printf 'silent\\ndrop 2\\nspeak' | \"$simulator\" --send \"$control\"");
-    EXPECT_EQ(ended.out, "The generator answers nothing.\nThe next 2 answers are lost.\nThe generator answers.\n");
+    EXPECT_EQ(ended.out, "The generator answers nothing.\nThe next 2 answers are dropped.\nThe generator answers.\n");
     EXPECT_EQ(ended.err, "");
 }
 
 TEST_F(simulator_control, refuses_a_line_that_is_too_long) {
     const auto ended = beside_simulator("{ head -c 5000 /dev/zero | tr '\\0' x; echo; echo speak; } | \"$simulator\" "
                                         "--send \"$control\"");
-    EXPECT_EQ(ended.out, "A line has 4096 bytes at most.\nThe generator answers.\n");
+    EXPECT_EQ(ended.out, "A line has at most 4096 bytes.\nThe generator answers.\n");
 }
 
 TEST_F(simulator_control, ends_the_simulator) {

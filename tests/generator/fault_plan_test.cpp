@@ -83,13 +83,13 @@ TEST(fault_plan, names_each_kind_differently) {
 
 TEST(fault_plan, is_read_from_words) {
     EXPECT_EQ(fault_plan_of({"20", "seed", "7", "drop", "short"}).text(),
-              "20 of 100 answers go wrong, seed 7: drop short");
-    EXPECT_EQ(fault_plan_of({"100", "late"}).text(), "100 of 100 answers go wrong, seed 1: late");
+              "20 % of answers are faulty, seed 7: drop short");
+    EXPECT_EQ(fault_plan_of({"100", "late"}).text(), "100 % of answers are faulty, seed 1: late");
     EXPECT_EQ(fault_plan_of({"5", "seed", "18446744073709551615"}).text(),
-              "5 of 100 answers go wrong, seed 18446744073709551615: drop repeat garble delay short long late silent "
+              "5 % of answers are faulty, seed 18446744073709551615: drop repeat garble delay short long late silent "
               "unplug forget miswrite");
-    EXPECT_EQ(fault_plan_of({"off"}).text(), "Nothing goes wrong by chance.");
-    EXPECT_EQ(fault_plan_of({"0"}).text(), "Nothing goes wrong by chance.");
+    EXPECT_EQ(fault_plan_of({"off"}).text(), "No faults by chance.");
+    EXPECT_EQ(fault_plan_of({"0"}).text(), "No faults by chance.");
 }
 
 TEST(fault_plan, refuses_words_that_make_no_plan) {

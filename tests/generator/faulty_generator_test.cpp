@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstddef>
 #include <map>
 #include <optional>
@@ -12,6 +13,8 @@
 
 namespace desk {
 namespace {
+
+using namespace std::chrono_literals;
 
 using test::text_of;
 
@@ -57,18 +60,18 @@ TEST_F(faulty_generator_test, garbles_some_bytes_and_keeps_their_number) {
 TEST_F(faulty_generator_test, delays_answers_within_a_try) {
     always(fault::delay);
     for (int i = 0; i < 50; ++i) {
-        const double ms = line.command("TIM007").front().pause_ms - 1;
-        EXPECT_GE(ms, 50);
-        EXPECT_LT(ms, 700);
+        const std::chrono::milliseconds late = line.command("TIM007").front().pause - 1ms;
+        EXPECT_GE(late, 50ms);
+        EXPECT_LT(late, 700ms);
     }
 }
 
 TEST_F(faulty_generator_test, sends_late_answers_after_the_try) {
     always(fault::late);
     for (int i = 0; i < 50; ++i) {
-        const double ms = line.command("TIM007").front().pause_ms - 1;
-        EXPECT_GE(ms, 800);
-        EXPECT_LT(ms, 3000);
+        const std::chrono::milliseconds late = line.command("TIM007").front().pause - 1ms;
+        EXPECT_GE(late, 800ms);
+        EXPECT_LT(late, 3000ms);
     }
 }
 
@@ -129,11 +132,11 @@ TEST_F(faulty_generator_test, speaks_again_with_another_plan) {
 TEST_F(faulty_generator_test, tells_once_for_how_long_the_cable_is_out) {
     always(fault::unplug);
     EXPECT_EQ(tell("TIM007"), "");
-    const std::optional<int> ms = line.take_absence_ms();
-    ASSERT_TRUE(ms);
-    EXPECT_GE(*ms, 200);
-    EXPECT_LT(*ms, 5000);
-    EXPECT_FALSE(line.take_absence_ms());
+    const std::optional<std::chrono::milliseconds> absence = line.take_absence();
+    ASSERT_TRUE(absence);
+    EXPECT_GE(*absence, 200ms);
+    EXPECT_LT(*absence, 5000ms);
+    EXPECT_FALSE(line.take_absence());
 }
 
 TEST_F(faulty_generator_test, forgets_what_it_says_it_has_stored) {

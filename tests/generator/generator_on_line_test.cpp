@@ -2,164 +2,168 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <string>
 #include <vector>
 
 namespace desk {
 namespace {
 
-constexpr std::int64_t ms = 1'000'000;
-constexpr std::int64_t byte_ns = paced_line::byte_ns;
+using namespace std::chrono_literals;
+
+using time = generator_on_line::time;
+constexpr time byte_time = paced_line::byte_time;
 
 class generator_on_line_test : public testing::Test {
 protected:
-    void write(const std::string& text) { line.receive(bytes_of(text), now_ns); }
+    void write(const std::string& text) { line.receive(bytes_of(text), now); }
 
     /// All that reaches the desk while the time runs on.
-    std::string run(std::int64_t for_ns) {
-        const std::int64_t end_ns = now_ns + for_ns;
+    std::string run(time span) {
+        const time end = now + span;
         std::string heard;
-        while (const auto due_ns = line.next_due_ns()) {
-            if (*due_ns > end_ns) break;
-            now_ns = *due_ns;
-            heard += string_of(line.take_due(now_ns));
+        while (const auto due = line.next_due()) {
+            if (*due > end) break;
+            now = *due;
+            heard += string_of(line.take_due(now));
         }
-        now_ns = end_ns;
+        now = end;
         return heard;
     }
 
     simulated_generator generator{76, 48};
-    misbehaviour bent{generator};
-    generator_on_line line{bent};
-    std::int64_t now_ns = 1000 * ms;
+    fault_injector faults{generator};
+    desk::cable cable;
+    generator_on_line line{faults, cable};
+    time now = 1000ms;
 };
 
 using texts = std::vector<std::string>;
 
 TEST_F(generator_on_line_test, an_exchange_takes_twelve_bytes_and_the_thinking) {
     write("VER001");
-    EXPECT_EQ(run(ms + 12 * byte_ns - 1), "VER01");
-    EXPECT_EQ(run(1), "2");
-    EXPECT_EQ(line.next_due_ns(), std::nullopt);
+    EXPECT_EQ(run(1ms + 12 * byte_time - 1ns), "VER01");
+    EXPECT_EQ(run(1ns), "2");
+    EXPECT_EQ(line.next_due(), std::nullopt);
 }
 
 TEST_F(generator_on_line_test, the_pace_does_not_depend_on_the_caller) {
     write("VER001");
     // one late look brings all of it
-    EXPECT_EQ(string_of(line.take_due(now_ns + ms + 12 * byte_ns)), "VER012");
+    EXPECT_EQ(string_of(line.take_due(now + 1ms + 12 * byte_time)), "VER012");
 }
 
 TEST_F(generator_on_line_test, logs_what_has_arrived) {
     write("TIM007");
-    run(6 * byte_ns);
+    run(6 * byte_time);
     EXPECT_EQ(line.take_log(), texts{"> TIM007"});
-    run(ms + 6 * byte_ns);
+    run(1ms + 6 * byte_time);
     EXPECT_EQ(line.take_log(), texts{"< TIM007"});
     EXPECT_EQ(line.take_log(), texts{});
 }
 
 TEST_F(generator_on_line_test, logs_bytes_that_are_not_printable_in_hexadecimal) {
     write("MOT001");
-    run(100 * ms);
+    run(100ms);
     write(std::string("AB\0\0\0\0\0\0\0\0\0\n", 12));
-    run(100 * ms);
+    run(100ms);
     write("MOT999");
-    run(100 * ms);
+    run(100ms);
     EXPECT_EQ(line.take_log(), (texts{"> MOT001", "< MOT001", "> hex:41420000000000000000000A", "> MOT999",
                                       "< hex:4D4F5439393941420000000000000000000A"}));
 }
 
 TEST_F(generator_on_line_test, reads_an_edid_behind_a_pause) {
     write("ERD001");
-    EXPECT_EQ(run(101 * ms + 12 * byte_ns), "ERD001");
-    EXPECT_EQ(run(256 * byte_ns), string_of(generator.state.sinks[0].edid.value()));
+    EXPECT_EQ(run(101ms + 12 * byte_time), "ERD001");
+    EXPECT_EQ(run(256 * byte_time), string_of(generator.state.sinks[0].edid.value()));
 }
 
 TEST_F(generator_on_line_test, writes_an_edid) {
     write("EWR001");
-    EXPECT_EQ(run(10 * ms), "EWR001");
+    EXPECT_EQ(run(10ms), "EWR001");
     write(std::string(256, 'E'));
-    EXPECT_EQ(run(20 * ms + 262 * byte_ns - 1), "EWR00");
-    EXPECT_EQ(run(1), "2");
+    EXPECT_EQ(run(20ms + 262 * byte_time - 1ns), "EWR00");
+    EXPECT_EQ(run(1ns), "2");
     EXPECT_EQ(generator.state.sinks[0].edid, bytes(256, 'E'));
 }
 
 TEST_F(generator_on_line_test, hears_the_second_try_of_a_write_whose_answer_was_lost) {
-    bent.take_line("drop");
+    faults.drop(1);
     write("EWR001");
-    EXPECT_EQ(run(755 * ms), "");
+    EXPECT_EQ(run(755ms), "");
     write("EWR001");
-    EXPECT_EQ(run(10 * ms), "EWR001");
+    EXPECT_EQ(run(10ms), "EWR001");
     write(std::string(256, 'E'));
-    EXPECT_EQ(run(200 * ms), "EWR002");
+    EXPECT_EQ(run(200ms), "EWR002");
 }
 
 TEST_F(generator_on_line_test, takes_the_block_of_a_late_answer) {
-    bent.take_line("delay 600");
+    faults.delay(1, 600ms);
     write("MOT001");
-    EXPECT_EQ(run(620 * ms), "MOT001");
+    EXPECT_EQ(run(620ms), "MOT001");
     write("NEW STRING  ");
-    EXPECT_EQ(run(100 * ms), "");
+    EXPECT_EQ(run(100ms), "");
     write("MOT999");
-    EXPECT_EQ(run(100 * ms), "MOT999NEW STRING  ");
+    EXPECT_EQ(run(100ms), "MOT999NEW STRING  ");
 }
 
 TEST_F(generator_on_line_test, answers_commands_that_are_not_awaited) {
     write("CRR001CRR002");
     write("CRR003");
-    EXPECT_EQ(run(100 * ms), "CRR001CRR002CRR003");
+    EXPECT_EQ(run(100ms), "CRR001CRR002CRR003");
     EXPECT_EQ(generator.state.color_r, 3);
 }
 
 TEST_F(generator_on_line_test, forgets_half_a_command) {
     write("TIM");
-    run(400 * ms);
+    run(400ms);
     write("PAT005");
-    EXPECT_EQ(run(100 * ms), "PAT005");
+    EXPECT_EQ(run(100ms), "PAT005");
 }
 
 TEST_F(generator_on_line_test, a_cut_loses_what_is_on_the_line) {
     write("TIM007PAT");
-    run(7 * byte_ns);
+    run(7 * byte_time);
     line.cut();
-    EXPECT_EQ(line.next_due_ns(), std::nullopt);
+    EXPECT_EQ(line.next_due(), std::nullopt);
     write("OUT002");
-    EXPECT_EQ(run(100 * ms), "OUT002");
+    EXPECT_EQ(run(100ms), "OUT002");
 }
 
 TEST_F(generator_on_line_test, logs_what_chance_does) {
-    bent.take_line("faults 100 drop");
+    faults.follow(fault_plan_of({"100", "drop"}));
     write("TIM007");
-    EXPECT_EQ(run(100 * ms), "");
+    EXPECT_EQ(run(100ms), "");
     EXPECT_EQ(line.take_log(), (texts{"> TIM007", "! drop"}));
 }
 
 TEST_F(generator_on_line_test, is_absent_while_the_cable_is_out_by_chance) {
-    bent.take_line("faults 100 unplug");
+    faults.follow(fault_plan_of({"100", "unplug"}));
     write("TIM007PAT005");
-    EXPECT_FALSE(line.absent(now_ns));
-    EXPECT_EQ(run(100 * ms), "");
-    EXPECT_TRUE(line.absent(now_ns));
+    EXPECT_FALSE(cable.pulled_out(now));
+    EXPECT_EQ(run(100ms), "");
+    EXPECT_TRUE(cable.pulled_out(now));
     EXPECT_EQ(line.take_log(), (texts{"> TIM007", "! unplug"})) << "the rest was still on the line";
-    bent.take_line("faults off");
+    faults.follow({});
     write("OUT002");
     // it is out for 200 to 5000 ms
-    EXPECT_EQ(run(99 * ms), "");
-    EXPECT_TRUE(line.absent(now_ns));
-    EXPECT_TRUE(line.next_due_ns()) << "somebody has to put it back";
-    EXPECT_EQ(run(5000 * ms), "");
-    EXPECT_FALSE(line.absent(now_ns));
-    EXPECT_FALSE(line.next_due_ns());
+    EXPECT_EQ(run(99ms), "");
+    EXPECT_TRUE(cable.pulled_out(now));
+    EXPECT_TRUE(line.next_due()) << "somebody has to put it back";
+    EXPECT_EQ(run(5000ms), "");
+    EXPECT_FALSE(cable.pulled_out(now));
+    EXPECT_FALSE(line.next_due());
     write("OUT003");
-    EXPECT_EQ(run(100 * ms), "OUT003");
+    EXPECT_EQ(run(100ms), "OUT003");
 }
 
 TEST_F(generator_on_line_test, makes_a_desk_wait_that_writes_too_fast) {
-    EXPECT_TRUE(line.ready_for_more(now_ns));
+    EXPECT_TRUE(line.ready_for_more(now));
     write(std::string(600, 'x'));
-    EXPECT_FALSE(line.ready_for_more(now_ns));
-    run(100 * byte_ns);
-    EXPECT_TRUE(line.ready_for_more(now_ns));
+    EXPECT_FALSE(line.ready_for_more(now));
+    run(100 * byte_time);
+    EXPECT_TRUE(line.ready_for_more(now));
 }
 
 } // namespace

@@ -76,13 +76,13 @@ TEST_F(simulator_program, takes_its_terminal_away_and_brings_another) {
 
 TEST_F(simulator_program, says_why_it_can_not_be_plugged_in_and_goes_on) {
     // somebody else's file takes the link's name while it is off the line
-    const std::string off_the_line = "grep -q 'off the line' " + in_folder("out");
-    const std::string typist = "(printf 'unplug\\n'; i=0; until " + off_the_line +
+    const std::string unplugged = "grep -q 'cable is unplugged' " + in_folder("out");
+    const std::string typist = "(printf 'unplug\\n'; i=0; until " + unplugged +
                                " || [ $i -gt 20000 ]; do i=$((i+1)); done; printf 'mine' >" + in_folder("com1") +
                                "; printf 'plug\\nquit\\n')";
     const auto ended = test::run_in_shell(typist + " | timeout 60 \"" VELOTRACE_SIM "\" " + in_folder("com1"), folder);
     EXPECT_EQ(ended.status, 0);
-    EXPECT_NE(ended.out.find("com1 is there already and is no symbolic link.\nGood-bye.\n"), std::string::npos)
+    EXPECT_NE(ended.out.find("com1 already exists and is not a symbolic link.\nGood-bye.\n"), std::string::npos)
         << ended.out;
     EXPECT_EQ(folder.content("com1"), "mine");
 }
@@ -91,7 +91,7 @@ TEST_F(simulator_program, leaves_a_link_of_the_operator_and_names_where_it_leads
     std::filesystem::create_symlink("/dev/serial/by-id/adapter", folder / "com1");
     const auto ended = run("quit\n", in_folder("com1"));
     EXPECT_EQ(ended.status, 1);
-    EXPECT_NE(ended.err.find("com1 leads to /dev/serial/by-id/adapter and is not replaced: name another LINK."),
+    EXPECT_NE(ended.err.find("com1 leads to /dev/serial/by-id/adapter and is not replaced: choose another LINK."),
               std::string::npos)
         << ended.err;
     EXPECT_EQ(std::filesystem::read_symlink(folder / "com1"), "/dev/serial/by-id/adapter");
@@ -103,7 +103,7 @@ TEST_F(simulator_program, leaves_a_link_that_the_operator_has_put_there_meanwhil
                                in_folder("com1") + "; printf 'unplug\nplug\nquit\n')";
     const auto ended = test::run_in_shell(typist + " | timeout 60 \"" VELOTRACE_SIM "\" " + in_folder("com1"), folder);
     EXPECT_EQ(ended.status, 0);
-    EXPECT_NE(ended.out.find("com1 leads to /dev/ttyS90 and is not replaced: name another LINK.\nGood-bye.\n"),
+    EXPECT_NE(ended.out.find("com1 leads to /dev/ttyS90 and is not replaced: choose another LINK.\nGood-bye.\n"),
               std::string::npos)
         << ended.out;
     EXPECT_EQ(std::filesystem::read_symlink(folder / "com1"), "/dev/ttyS90");

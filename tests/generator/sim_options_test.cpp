@@ -24,7 +24,7 @@ TEST(sim_options, has_defaults) {
 
 TEST(sim_options, reads_what_shall_go_wrong_by_chance) {
     const sim_options options = sim_options_of({"--faults", " 20 seed 7  drop late ", "com1"});
-    EXPECT_EQ(options.faults.text(), "20 of 100 answers go wrong, seed 7: drop late");
+    EXPECT_EQ(options.faults.text(), "20 % of answers are faulty, seed 7: drop late");
     EXPECT_EQ(options.link, "com1");
     for (const words& line : {words{"--faults"}, words{"--faults", ""}, words{"--faults", "x"},
                               words{"--faults", "20 lies"}, words{"--faults", "--quiet"}})

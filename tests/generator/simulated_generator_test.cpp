@@ -4,11 +4,14 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <numeric>
 #include <string>
 
 namespace desk {
 namespace {
+
+using namespace std::chrono_literals;
 
 class simulated_generator_test : public testing::Test {
 protected:
@@ -62,9 +65,9 @@ TEST_F(simulated_generator_test, echoes_and_remembers_what_is_set) {
 TEST_F(simulated_generator_test, thinks_before_it_answers) {
     const answer parts = generator.command("TIM007");
     ASSERT_EQ(parts.size(), 1U);
-    EXPECT_DOUBLE_EQ(parts[0].pause_ms, 1);
-    generator.state.think_ms = 25;
-    EXPECT_DOUBLE_EQ(generator.command("TIM999").at(0).pause_ms, 25);
+    EXPECT_EQ(parts[0].pause, 1ms);
+    generator.state.think_time = 25ms;
+    EXPECT_EQ(generator.command("TIM999").at(0).pause, 25ms);
 }
 
 TEST_F(simulated_generator_test, refuses_a_value_out_of_range_with_the_present_one) {
@@ -169,7 +172,7 @@ TEST_F(simulated_generator_test, sends_the_edid_a_pause_behind_the_answer) {
         const answer parts = generator.command("ERD001");
         ASSERT_EQ(parts.size(), 2U);
         EXPECT_EQ(string_of(parts[0].data), "ERD001");
-        EXPECT_DOUBLE_EQ(parts[1].pause_ms, 100);
+        EXPECT_EQ(parts[1].pause, 100ms);
         EXPECT_EQ(parts[1].data, sink(static_cast<std::size_t>(number)).edid);
         EXPECT_EQ(parts[1].data.size(), 256U);
     }
@@ -188,7 +191,7 @@ TEST_F(simulated_generator_test, writes_the_chosen_sink) {
     std::iota(block.begin(), block.end(), std::uint8_t{0});
     const answer parts = generator.raw_block("EWR001", block);
     EXPECT_EQ(text_of(parts), "EWR002");
-    EXPECT_DOUBLE_EQ(parts.at(0).pause_ms, 20);
+    EXPECT_EQ(parts.at(0).pause, 20ms);
     EXPECT_EQ(sink(2).edid, block);
     EXPECT_NE(sink(1).edid, block);
 }
@@ -210,12 +213,12 @@ TEST_F(simulated_generator_test, erases_the_chosen_sink) {
     ASSERT_EQ(parts.size(), 2U);
     EXPECT_EQ(string_of(parts[0].data), "ERS001");
     EXPECT_EQ(string_of(parts[1].data), "ERS002");
-    EXPECT_DOUBLE_EQ(parts[1].pause_ms, 3000);
+    EXPECT_EQ(parts[1].pause, 3000ms);
     EXPECT_EQ(sink(1).edid, bytes(256, 0xFF));
 }
 
 TEST_F(simulated_generator_test, reports_a_ddc_error_on_erase) {
-    generator.state.erase_ms = 50;
+    generator.state.erase_time = 50ms;
     const bytes before = sink(1).edid.value();
     sink(1).write_protected = true;
     EXPECT_EQ(tell("ERS001"), "ERS001ERS003");
@@ -223,7 +226,7 @@ TEST_F(simulated_generator_test, reports_a_ddc_error_on_erase) {
     sink(1).edid.reset();
     const answer parts = generator.command("ERS001");
     EXPECT_EQ(text_of(parts), "ERS001ERS003");
-    EXPECT_DOUBLE_EQ(parts.at(1).pause_ms, 50);
+    EXPECT_EQ(parts.at(1).pause, 50ms);
 }
 
 TEST_F(simulated_generator_test, reset_brings_the_power_on_values_back) {
@@ -232,11 +235,11 @@ TEST_F(simulated_generator_test, reset_brings_the_power_on_values_back) {
     generator.raw_block("MOT001", bytes(12, 'x'));
     sink(1).edid = bytes(256, 7);
     generator.state.version = "VER034";
-    generator.state.think_ms = 3;
+    generator.state.think_time = 3ms;
 
     const answer parts = generator.command("RST001");
     EXPECT_EQ(text_of(parts), "RST001");
-    EXPECT_DOUBLE_EQ(parts.at(0).pause_ms, 900);
+    EXPECT_EQ(parts.at(0).pause, 900ms);
     EXPECT_EQ(tell("TIM999"), "TIM001");
     EXPECT_EQ(tell("CRR999"), "CRR128");
     EXPECT_EQ(tell("FAV999"), "FAV000");
@@ -248,7 +251,7 @@ TEST_F(simulated_generator_test, reset_brings_the_power_on_values_back) {
 
     EXPECT_EQ(sink(1).edid, bytes(256, 7));
     EXPECT_EQ(tell("VER001"), "VER034");
-    EXPECT_DOUBLE_EQ(generator.state.think_ms, 3);
+    EXPECT_EQ(generator.state.think_time, 3ms);
 }
 
 TEST_F(simulated_generator_test, follows_the_size_of_the_catalogue) {

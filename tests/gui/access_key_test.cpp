@@ -1,6 +1,7 @@
 // Every button of every view has a working key of its own.
 
 #include "bench_fixture.h"
+#include "controls/kinds.h"
 #include "qt/access_keys.h"
 #include "qt/reading_order.h"
 
@@ -24,7 +25,7 @@ protected:
         for (const control* c : w.controls()) {
             if (!qt::can_be_reached(*c)) continue;
             const QString key = qt::access_key(*c).toString();
-            const bool is_button = c->kind() == control_kind::button || c->kind() == control_kind::option_button;
+            const bool is_button = is<button, option_button>(*c);
             if (is_button && key.isEmpty()) ADD_FAILURE() << c->full_name() << " has none";
             if (key.isEmpty()) continue;
             const auto [other, is_new] = seen.emplace(key, c);
@@ -40,8 +41,7 @@ protected:
     void show_edid_with_everything_enabled() {
         driver().click("cmd_edid");
         for (control* c : desk().form.controls())
-            if (c->parent == &desk().workbench.fra_edid && c->kind() == control_kind::button)
-                c->enabled = c->visible = true;
+            if (c->parent == &desk().workbench.fra_edid && is<button>(*c)) c->enabled = c->visible = true;
         driver().click("lab_edid_src"); // any event updates the window
     }
 };

@@ -1,6 +1,7 @@
 // Whether every caption is legible: its colour against its background, as drawn, in both schemes.
 
 #include "bench_fixture.h"
+#include "controls/kinds.h"
 #include "dialog_driver.h"
 #include "qt/appearance.h"
 #include "qt/text_label.h"
@@ -185,7 +186,7 @@ protected:
             before[c] = {c->back_color, c->enabled};
         const auto buttons = [&](auto change) {
             for (control* c : form.controls())
-                if (c->kind() == control_kind::button) change(*c);
+                if (is<button>(*c)) change(*c);
         };
         for (const color lamp : {color_green, color_red, color_current_view}) {
             buttons([lamp](control& c) { c.back_color = lamp; });
@@ -193,7 +194,7 @@ protected:
             expect_readable(real, when);
         }
         for (control* c : form.controls())
-            if (c->kind() != control_kind::frame) c->enabled = false;
+            if (!is<frame>(*c)) c->enabled = false;
         follow();
         expect_readable(real, when);
         buttons([](control& c) { c.back_color = color_button_face; });

@@ -5,7 +5,7 @@
 #include "model_watch.h"
 #include "raw_input.h"
 
-#include "controls/controls.h"
+#include "controls/kinds.h"
 #include "controls/list_view.h"
 
 #include <QAbstractButton>
@@ -40,7 +40,7 @@ protected:
     std::vector<control*> shown_controls() {
         std::vector<control*> all;
         for (control* c : form().controls())
-            if (c->shown() && c->kind() != control_kind::line && c->kind() != control_kind::timer) all.push_back(c);
+            if (c->shown() && !is<line, timer>(*c)) all.push_back(c);
         EXPECT_GT(all.size(), 20U);
         return all;
     }
@@ -93,22 +93,21 @@ protected:
         EXPECT_TRUE(wait_until([] { return !focused().empty(); }, 1000));
     }
 
-    /// Minimum number of events for the left button: a button counts both clicks of a double click, a list at least
-    /// one; other controls may raise none.
+    /// Minimum number of events for the left button: buttons and lists count every click.
     static int least_events(const control& c, mouse_action d) {
-        if (c.kind() == control_kind::button) return d == mouse_action::double_left ? 2 : 1;
-        const auto* const l = dynamic_cast<const list_view*>(&c);
+        if (is<button>(c)) return d == mouse_action::double_left ? 2 : 1;
+        const auto* const l = as<list_view>(&c);
         return l != nullptr && l->on_click && l->row_count() > 0 ? 1 : 0;
     }
     static int most_events(const control& c, mouse_action d) {
-        const int once = c.kind() == control_kind::list_view && d == mouse_action::double_left ? 2 : 1;
+        const int once = is<list_view>(c) && d == mouse_action::double_left ? 2 : 1;
         return d == mouse_action::double_left || is_wheel(d) ? 2 * once : once;
     }
 
     static std::string focused() { return raw_input::focused(); }
 
     static bool turns_with_wheel(const control& c, const std::string& focused) {
-        return c.kind() == control_kind::slider && widget_name(c).toStdString() == focused;
+        return is<slider>(c) && widget_name(c).toStdString() == focused;
     }
 
     /// Tries every action at one spot. Only the topmost control may react and change, if it is enabled; with `dead`,
@@ -134,11 +133,11 @@ protected:
                 EXPECT_GE(of_top, least_events(*top, d));
                 EXPECT_LE(of_top, most_events(*top, d));
                 changed.erase(top_name);
-                if (top->kind() == control_kind::option_button) forget_group(*top, changed);
+                if (is<option_button>(*top)) forget_group(*top, changed);
             }
             EXPECT_EQ(events, (std::map<std::string, int>()));
             EXPECT_EQ(changed, std::set<std::string>());
-            const bool may_take_keys = live && !is_wheel(d) && top->kind() != control_kind::frame;
+            const bool may_take_keys = live && !is_wheel(d) && !is<frame>(*top);
             const bool took_keys = may_take_keys && focused() == widget_name(*top).toStdString();
             EXPECT_TRUE(took_keys || focused() == focus_before) << focused() << " instead of " << focus_before;
         }
@@ -147,7 +146,7 @@ protected:
     /// Choosing an option unselects its neighbours.
     void forget_group(const control& option, std::set<std::string>& changed) {
         for (const control* c : form().controls())
-            if (c->kind() == option.kind() && c->parent == option.parent) changed.erase(c->full_name());
+            if (same_kind(*c, option) && c->parent == option.parent) changed.erase(c->full_name());
     }
 
     /// Tries every control by mouse, and every unusable control through the accessibility interface. Events are
@@ -244,7 +243,7 @@ TEST_P(hostile_clicks, reach_nothing_behind_a_box_and_nothing_disabled) {
 
     std::vector<control*> disabled;
     for (control* c : shown_controls())
-        if (c->kind() != control_kind::frame && c != &desk().about.cmd_about) disabled.push_back(c);
+        if (!is<frame>(*c) && c != &desk().about.cmd_about) disabled.push_back(c);
     // it takes the focus, so that a control that grabs it is noticed
     program->main_window().activateWindow();
     ASSERT_TRUE(wait_until([] { return !focused().empty(); }, 5000));

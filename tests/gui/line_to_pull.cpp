@@ -106,7 +106,7 @@ void line_to_pull::let_the_desk_read() const {
 
 void line_to_pull::send(const answer& parts) {
     for (const answer_part& part : parts) {
-        std::this_thread::sleep_for(std::chrono::duration<double, std::milli>(part.pause_ms));
+        std::this_thread::sleep_for(part.pause);
         if (!pulled_) send(part.data);
     }
 }

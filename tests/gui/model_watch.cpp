@@ -1,6 +1,6 @@
 #include "model_watch.h"
 
-#include "controls/controls.h"
+#include "controls/kinds.h"
 #include "controls/list_view.h"
 #include "controls/tree_view.h"
 
@@ -26,16 +26,16 @@ std::string line_of(const control& c) {
     std::ostringstream out;
     out << c.visible.get() << c.enabled.get() << ' ' << c.left.get() << ' ' << c.top.get() << ' ' << c.width.get()
         << ' ' << c.height.get() << ' ' << c.back_color.get() << ' ' << c.fore_color.get() << ' ';
-    if (const auto* const f = dynamic_cast<const frame*>(&c)) out << f->caption.get();
-    if (const auto* const b = dynamic_cast<const button*>(&c)) out << b->caption.get();
-    if (const auto* const l = dynamic_cast<const label*>(&c)) out << l->caption.get();
-    if (const auto* const t = dynamic_cast<const text_box*>(&c)) out << t->text.get();
-    if (const auto* const o = dynamic_cast<const combo_box*>(&c)) out << o->list_index();
-    if (const auto* const k = dynamic_cast<const check_box*>(&c)) out << k->value.get();
-    if (const auto* const o = dynamic_cast<const option_button*>(&c)) out << o->value.get();
-    if (const auto* const s = dynamic_cast<const slider*>(&c)) out << s->value();
-    if (const auto* const l = dynamic_cast<const list_view*>(&c)) write_list(out, *l);
-    if (const auto* const t = dynamic_cast<const tree_view*>(&c)) write_tree(out, *t);
+    if (const auto* const f = as<frame>(&c)) out << f->caption.get();
+    if (const auto* const b = as<button>(&c)) out << b->caption.get();
+    if (const auto* const l = as<label>(&c)) out << l->caption.get();
+    if (const auto* const t = as<text_box>(&c)) out << t->text.get();
+    if (const auto* const o = as<combo_box>(&c)) out << o->list_index();
+    if (const auto* const k = as<check_box>(&c)) out << k->value.get();
+    if (const auto* const o = as<option_button>(&c)) out << o->value.get();
+    if (const auto* const s = as<slider>(&c)) out << s->value();
+    if (const auto* const l = as<list_view>(&c)) write_list(out, *l);
+    if (const auto* const t = as<tree_view>(&c)) write_tree(out, *t);
     return out.str();
 }
 
@@ -52,7 +52,7 @@ bool lies_at(const control& c, int left, int top) {
 model_snapshot snapshot_of(const window& w) {
     model_snapshot all;
     for (const control* c : w.controls())
-        if (c->kind() != control_kind::timer) all[c->full_name()] = line_of(*c);
+        if (!is<timer>(*c)) all[c->full_name()] = line_of(*c);
     return all;
 }
 
@@ -83,21 +83,21 @@ event_watch::~event_watch() {
 void event_watch::watch(control& c) {
     const auto count = [this, name = c.full_name()] { ++seen_[name]; };
     const auto count_with_number = [count](int) { count(); };
-    if (auto* const b = dynamic_cast<button*>(&c)) replace(b->on_click, count);
-    if (auto* const l = dynamic_cast<label*>(&c)) {
+    if (auto* const b = as<button>(&c)) replace(b->on_click, count);
+    if (auto* const l = as<label>(&c)) {
         replace(l->on_click, count);
         replace(l->on_mouse_move, [] {});
     }
-    if (auto* const o = dynamic_cast<combo_box*>(&c)) replace(o->on_click, count);
-    if (auto* const k = dynamic_cast<check_box*>(&c)) replace(k->on_click, count);
-    if (auto* const o = dynamic_cast<option_button*>(&c)) replace(o->on_click, count);
-    if (auto* const t = dynamic_cast<text_box*>(&c)) replace(t->on_key_press, count_with_number);
-    if (auto* const t = dynamic_cast<tree_view*>(&c)) replace(t->on_node_click, count_with_number);
-    if (auto* const s = dynamic_cast<slider*>(&c)) {
+    if (auto* const o = as<combo_box>(&c)) replace(o->on_click, count);
+    if (auto* const k = as<check_box>(&c)) replace(k->on_click, count);
+    if (auto* const o = as<option_button>(&c)) replace(o->on_click, count);
+    if (auto* const t = as<text_box>(&c)) replace(t->on_key_press, count_with_number);
+    if (auto* const t = as<tree_view>(&c)) replace(t->on_node_click, count_with_number);
+    if (auto* const s = as<slider>(&c)) {
         replace(s->on_change, count);
         replace(s->on_scroll, count);
     }
-    if (auto* const l = dynamic_cast<list_view*>(&c)) {
+    if (auto* const l = as<list_view>(&c)) {
         replace(l->on_click, count);
         replace(l->on_double_click, count);
         replace(l->on_key_up, count);
@@ -109,7 +109,7 @@ std::map<std::string, int> event_watch::take() { return std::exchange(seen_, {})
 const control* on_top_at(const window& w, int left, int top) {
     const control* on_top = nullptr;
     for (const control* c : w.controls()) {
-        if (c->kind() == control_kind::timer || c->kind() == control_kind::line || !c->shown()) continue;
+        if (is<timer, line>(*c) || !c->shown()) continue;
         bool in_sight = lies_at(*c, left, top);
         // a frame clips its children
         for (const control* around = c->parent; around != nullptr; around = around->parent)

@@ -1,10 +1,13 @@
 #include "simulator_on_event_loop.h"
 #include "terminal_pace.h"
 
+#include "generator/cable.h"
+#include "generator/fault_injector.h"
 #include "generator/generator_on_line.h"
-#include "generator/misbehaviour.h"
 #include "generator/pseudo_terminal.h"
 #include "generator/simulated_generator.h"
+#include "generator/simulator_console.h"
+#include "platform/event_pump.h"
 
 #include <QSocketNotifier>
 #include <QTimer>
@@ -22,11 +25,11 @@ namespace {
 /// two turns. A delayed desk sends the rest of a block later than any real one.
 class clock_of_events {
 public:
-    std::int64_t now_ns() {
-        const auto now = std::chrono::steady_clock::now();
-        passed_ += std::min<std::chrono::nanoseconds>(now - last_, std::chrono::milliseconds(10));
-        last_ = now;
-        return passed_.count();
+    std::chrono::nanoseconds now() {
+        const auto turn = std::chrono::steady_clock::now();
+        passed_ += std::min<std::chrono::nanoseconds>(turn - last_, 2 * clock_step);
+        last_ = turn;
+        return passed_;
     }
 
 private:
@@ -40,7 +43,7 @@ public:
         turns_.setTimerType(Qt::PreciseTimer);
         QObject::connect(&turns_, &QTimer::timeout, &turns_, [this] { serve(); });
         QObject::connect(&heard_, &QSocketNotifier::activated, &turns_, [this] {
-            line_.receive(terminal_->read(), clock_.now_ns());
+            line_.receive(terminal_->read(), clock_.now());
             serve();
         });
         QObject::connect(&closed_, &QSocketNotifier::activated, &turns_, [this] { terminal_->free_for_next_desk(); });
@@ -59,7 +62,7 @@ public:
     void kill() override { hang_up(); }
 
     void type(const QByteArray& line) override {
-        const std::string reply = misbehaviour_.take_line(line.toStdString());
+        const std::string reply = console_.take_line(line.toStdString());
         if (!reply.empty()) printed_ += QByteArray::fromStdString(reply) + "\n";
     }
 
@@ -68,7 +71,7 @@ public:
 private:
     void serve() {
         if (!terminal_) return;
-        const std::int64_t now = clock_.now_ns();
+        const std::chrono::nanoseconds now = clock_.now();
         terminal_->write(line_.take_due(now));
         for (const std::string& entry : line_.take_log())
             printed_ += QByteArray::fromStdString(entry) + "\n";
@@ -88,8 +91,10 @@ private:
 
     std::filesystem::path link_;
     simulated_generator generator_{79, 64};
-    misbehaviour misbehaviour_{generator_};
-    generator_on_line line_{misbehaviour_};
+    fault_injector faults_{generator_};
+    cable cable_;
+    simulator_console console_{generator_, faults_, cable_};
+    generator_on_line line_{faults_, cable_};
     std::optional<pseudo_terminal> terminal_{std::in_place};
     QSocketNotifier heard_{terminal_->descriptor(), QSocketNotifier::Read};
     QSocketNotifier closed_{terminal_->close_watch(), QSocketNotifier::Read};

@@ -1,6 +1,7 @@
 // The window at every size: everything scales together, and nothing is lost.
 
 #include "bench_fixture.h"
+#include "controls/kinds.h"
 #include "generator/sink_edids.h"
 #include "qt/appearance.h"
 #include "qt/plan_area.h"
@@ -71,7 +72,7 @@ TEST_F(window_size, draws_every_control_in_proportion_to_the_plan) {
     start();
     at_every_scale([&] {
         for (const control* c : desk().form.controls()) {
-            if (c->kind() == control_kind::timer || c->kind() == control_kind::line) continue;
+            if (is<timer, line>(*c)) continue;
             int left = c->left;
             int top = c->top;
             for (const control* around = c->parent; around != nullptr; around = around->parent) {

@@ -16,8 +16,8 @@ const QColor green(0, 255, 0);
 } // namespace
 
 unplug_bench::unplug_bench() {
-    cable.generator.state.erase_ms = 100;
-    cable.generator.state.reset_ms = 50;
+    cable.generator.state.erase_time = std::chrono::milliseconds(100);
+    cable.generator.state.reset_time = std::chrono::milliseconds(50);
     QObject::connect(&watch_, &QTimer::timeout, &watch_, [this] {
         const auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
         if (box == nullptr) return;

@@ -4,7 +4,7 @@
 #include "model_watch.h"
 #include "raw_input.h"
 
-#include "controls/controls.h"
+#include "controls/kinds.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -49,32 +49,15 @@ lead lead_of(const control& stop, Qt::Key key, const closing_button& out, const 
     const std::string name = stop.full_name();
     const bool enter = key == Qt::Key_Return;
     const bool space = key == Qt::Key_Space;
-    switch (stop.kind()) {
-    case control_kind::button:
-        // pressed by Enter and Space; arrow keys do nothing
-        if (enter || space) return {name, name};
-        break;
-    case control_kind::check_box:
-        if (space) return {name, name};
-        break;
-    case control_kind::option_button:
-        if (is_arrow(key)) return {next_in_group, next_in_group};
-        if (space) return {name, name};
-        break;
-    case control_kind::label:
-        if (key == Qt::Key_Up || key == Qt::Key_Down) return {next_in_group, ""};
-        if (enter || space) return {name, name};
-        break;
-    case control_kind::slider:
-        if (is_arrow(key)) return {name, name};
-        break;
-    case control_kind::tree_view:
-        // from its first node, which is expanded: nowhere, to its first child, back, and there again
-        if (is_arrow(key)) return {name, key == Qt::Key_Up ? "" : name};
-        break;
-    default:
-        break;
-    }
+    const bool up_or_down = key == Qt::Key_Up || key == Qt::Key_Down;
+    // Enter and Space press a button; arrows go nowhere
+    if (is<button, label>(stop) && (enter || space)) return {name, name};
+    if (is<check_box, option_button>(stop) && space) return {name, name};
+    if (is<option_button>(stop) && is_arrow(key)) return {next_in_group, next_in_group};
+    if (is<label>(stop) && up_or_down) return {next_in_group, ""};
+    if (is<slider>(stop) && is_arrow(key)) return {name, name};
+    // from the first node, which is expanded: nowhere, to its first child, back, and there again
+    if (is<tree_view>(stop) && is_arrow(key)) return {name, key == Qt::Key_Up ? "" : name};
     if (key == Qt::Key_Escape && !out.by_escape.empty()) return {out.by_escape, out.by_escape};
     if (enter && !out.by_enter.empty()) return {out.by_enter, out.by_enter};
     return {name, ""};
@@ -82,8 +65,8 @@ lead lead_of(const control& stop, Qt::Key key, const closing_button& out, const 
 
 /// Raised besides the result: a list gets every key, a text line every character.
 bool hears_all_keys(const control& c) {
-    const auto* const t = dynamic_cast<const text_box*>(&c);
-    return c.kind() == control_kind::list_view || (t != nullptr && !t->multi_line);
+    const auto* const t = as<text_box>(&c);
+    return is<list_view>(c) || (t != nullptr && !t->multi_line);
 }
 
 class walk_table : public view_bench, public ::testing::WithParamInterface<view> {
@@ -112,8 +95,8 @@ protected:
     std::string next_in_group(const control& c, Qt::Key key) {
         std::vector<std::string> group;
         for (const control* other : form().controls()) {
-            if (other->kind() != c.kind() || other->parent != c.parent || !other->usable()) continue;
-            const auto* const l = dynamic_cast<const label*>(other);
+            if (!same_kind(*other, c) || other->parent != c.parent || !other->usable()) continue;
+            const auto* const l = as<label>(other);
             if (l == nullptr || (l->on_click && !l->caption.get().empty())) group.push_back(other->full_name());
         }
         if (group.empty()) return c.full_name();
@@ -142,7 +125,7 @@ protected:
         events.take();
         raw_input::tap(key);
         const bool list_opens = QApplication::activePopupWidget() != nullptr;
-        EXPECT_EQ(list_opens, stop.kind() == control_kind::combo_box && key == Qt::Key_Space);
+        EXPECT_EQ(list_opens, is<combo_box>(stop) && key == Qt::Key_Space);
         if (list_opens) close_lists();
         std::map<std::string, int> heard_of = events.take();
         if (hears_all_keys(stop) && expected.raises != stop.full_name()) heard_of.erase(stop.full_name());
@@ -151,8 +134,8 @@ protected:
         EXPECT_EQ(heard_of, raises);
         const control* const at = form().find(expected.focused);
         EXPECT_EQ(focused(), widget_name(*at).toStdString());
-        // back to the start
-        if (auto* const o = dynamic_cast<option_button*>(&stop)) o->choose();
+        // back to where it was
+        if (auto* const o = as<option_button>(&stop)) o->choose();
     }
 
     void TearDown() override { EXPECT_EQ(generator->commands(), QStringList()); }

@@ -1,6 +1,7 @@
 // The real window: every control has a widget in its place, with its name and caption.
 
 #include "bench_fixture.h"
+#include "controls/kinds.h"
 #include "qt/appearance.h"
 #include "qt/drawing.h"
 #include "qt/qt_dialogs.h"
@@ -36,7 +37,7 @@ TEST_F(real_window, has_a_widget_at_the_place_of_every_control) {
     const ui_driver ui = driver();
     int seen = 0;
     for (const control* c : desk().form.controls()) {
-        if (c->kind() == control_kind::timer || c->kind() == control_kind::line) continue;
+        if (is<timer, line>(*c)) continue;
         QString name = QString::fromStdString(c->name);
         if (c->index >= 0) name += "_" + QString::number(c->index);
         const QWidget& w = ui.find(name);

@@ -46,11 +46,11 @@ TEST(delay_sec, pumps_at_least_once_if_no_time_has_passed) {
 /// A clock that has moved each time it is read.
 class running_clock final : public event_pump {
 public:
-    std::int64_t clock_ms() override { return now += 10; }
+    std::chrono::milliseconds clock_time() override { return now += std::chrono::milliseconds(10); }
     void pump() override { ++pumps; }
     void pump_and_rest() override { ++pumps; }
     void turn_without_progress(std::string_view /*waiting_for*/) override {}
-    std::int64_t now = 0;
+    std::chrono::milliseconds now{0};
     int pumps = 0;
 };
 

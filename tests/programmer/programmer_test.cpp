@@ -1,5 +1,6 @@
 #include "programmer/programmer.h"
 
+#include "controls/kinds.h"
 #include "controls/operator_actions.h"
 #include "support/edid_fixture.h"
 #include "support/expect_failure.h"
@@ -38,7 +39,7 @@ protected:
     }
     template <class Control>
     Control& in_window(const std::string& name) {
-        auto* found = dynamic_cast<Control*>(shown->find(name));
+        auto* found = as<Control>(shown->find(name));
         if (found == nullptr) throw std::runtime_error("the window has no " + name);
         return *found;
     }

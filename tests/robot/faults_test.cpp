@@ -1,5 +1,5 @@
-#include "robot/robot.h"
 #include "support/desk_fixture.h"
+#include "support/robot_at_hand.h"
 
 #include <gtest/gtest.h>
 
@@ -21,7 +21,7 @@ protected:
     void expect(const std::string& line, const std::string& expected) { EXPECT_EQ(answer(line), expected) << line; }
 
     test::temporary_directory directory;
-    robot r{directory.path()};
+    test::robot_at_hand r{directory.path()};
 };
 
 TEST_F(faults_test, are_off_at_first) {
@@ -59,7 +59,7 @@ TEST_F(faults_test, are_the_same_for_the_same_seed) {
     std::string wires[3];
     const char* plans[] = {"faults 40 7", "faults 40 7", "faults 40 8"};
     for (int run = 0; run < 3; ++run) {
-        robot other(directory.path());
+        test::robot_at_hand other(directory.path());
         for (const char* line : {plans[run], "generator simulated", "start", "click cmd_fav_timing", "click cmd_run"})
             other.answer(line);
         for (int i = 0; i < 20; ++i)
@@ -117,7 +117,7 @@ TEST_F(faults_test, stay_through_the_end_of_the_program) {
 
 TEST(faults_of_the_robot, are_refused_where_they_are_none) {
     const test::temporary_directory directory;
-    robot r(directory.path());
+    test::robot_at_hand r(directory.path());
     for (const char* line : {"faults x 7", "faults 5", "faults 101 7", "faults -1 7", "faults 5 x", "faults 5 7 lies",
                              "faults off now", "faults \"off\"", "faults 5 7 \"drop\"", "faults 5 seed 7"})
         EXPECT_EQ(r.answer(line), "refused \"the command's words are off\"") << line;

@@ -1,7 +1,6 @@
 // A monkey at the desk: random clicks at random moments of random exchanges.
 
 #include "generator/sink_edids.h"
-#include "robot/robot.h"
 #include "support/desk_fixture.h"
 #include "support/monkey.h"
 
@@ -46,7 +45,7 @@ outcome let_monkey_act(std::uint64_t seed) {
     directory.put("timing_pattern.ini", test::plain_catalogue(45, 45));
     const std::vector<std::string> files = put_edid_files(directory);
     const std::filesystem::path named_plainly = path_from_utf8(directory.plain_name());
-    robot desk(named_plainly);
+    test::robot_at_hand desk(named_plainly);
     test::monkey at_the_desk(desk, named_plainly, files, seed);
     at_the_desk.act(actions);
     return {at_the_desk.transcript(), at_the_desk.outcomes(), at_the_desk.nonsense()};

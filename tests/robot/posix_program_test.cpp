@@ -1,5 +1,6 @@
 // desk_robot as its user calls it: command line, script, answers.
 
+#include "generator/sink_edids.h"
 #include "support/desk_files.h"
 #include "support/shell_run.h"
 #include "support/terminal.h"
@@ -16,7 +17,8 @@ class robot_program : public testing::Test {
 protected:
     test::shell_run run(const std::string& script, const std::string& arguments) {
         folder.put("script", script);
-        return test::run_in_shell("\"" DESK_ROBOT "\" " + arguments + " <\"" + (folder / "script").string() + "\"", folder);
+        return test::run_in_shell("\"" DESK_ROBOT "\" " + arguments + " <\"" + (folder / "script").string() + "\"",
+                                  folder);
     }
     std::string own_folder() const { return "\"" + folder.path().string() + "\""; }
 
@@ -32,6 +34,22 @@ TEST_F(robot_program, answers_each_line_of_its_script) {
 }
 
 TEST_F(robot_program, ends_where_it_is_told_to_quit) { EXPECT_EQ(run("quit\nclock\n", own_folder()).out, "ok\n"); }
+
+/// The click that opens a modal window is answered while its procedure is suspended, and the last command is not
+/// answered twice when the procedure is abandoned.
+TEST_F(robot_program, ends_inside_a_modal_window_at_the_end_of_its_input) {
+    folder.put("marlo_rs232.ini", test::usual_settings);
+    folder.put("timing_pattern.ini", test::plain_catalogue(3, 2));
+    folder.put("one.bin", string_of(first_sink_edid(1)));
+    const std::string open_window =
+        "start\nclick cmd_edid\nfile \"" + (folder / "one.bin").string() + "\"\nclick cmd_load\nclick cmd_sum_write\n";
+    const auto ended = run(open_window + "get frm_diag.shown\n", own_folder());
+    EXPECT_EQ(ended.out, "ok\nok\nok\nok\nok\nok true\n");
+    EXPECT_EQ(ended.status, 0);
+    const auto quit = run(open_window + "quit\nclock\n", own_folder());
+    EXPECT_EQ(quit.out, "ok\nok\nok\nok\nok\nok\n");
+    EXPECT_EQ(quit.status, 0);
+}
 
 TEST_F(robot_program, takes_its_own_folder_where_none_is_named) {
     // the first files stand beside the programs

@@ -18,7 +18,7 @@ std::string text_of(const std::optional<scripted_answer>& scripted, const std::s
     const answer a = scripted->to(command);
     std::string text;
     for (const answer_part& part : a) {
-        if (part.pause_ms > 0) text += "+" + std::to_string(static_cast<int>(part.pause_ms)) + " ";
+        if (part.pause.count() > 0) text += "+" + std::to_string(part.pause.count()) + " ";
         text += "[" + string_of(part.data) + "]";
     }
     return a.empty() ? "none" : text;

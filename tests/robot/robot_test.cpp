@@ -1,6 +1,5 @@
-#include "robot/robot.h"
-
 #include "support/desk_fixture.h"
+#include "support/robot_at_hand.h"
 
 #include <gtest/gtest.h>
 
@@ -33,7 +32,7 @@ protected:
     }
 
     test::temporary_directory directory;
-    robot r{directory.path()};
+    test::robot_at_hand r{directory.path()};
 };
 
 // ---- lines and words ----

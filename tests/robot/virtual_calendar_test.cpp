@@ -3,30 +3,34 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cstdint>
+#include <chrono>
 
 namespace desk::robot {
 namespace {
+
+using namespace std::chrono_literals;
+
+using std::chrono::milliseconds;
 
 class virtual_calendar_test : public testing::Test {
 protected:
     virtual_calendar_test() { events.start({}); }
     /// Day, hour, minute and second when the clock has run on so far.
-    std::array<int, 4> at(std::int64_t clock_ms) {
-        run_to(clock_ms);
+    std::array<int, 4> at(milliseconds clock_time) {
+        run_to(clock_time);
         const std::tm now = dates.now();
         return {now.tm_mday, now.tm_hour, now.tm_min, now.tm_sec};
     }
-    void run_to(std::int64_t clock_ms) { events.run_on(clock_ms - events.clock_ms()); }
+    void run_to(milliseconds clock_time) { events.run_on(clock_time - events.clock_time()); }
 
     virtual_events events;
     virtual_calendar dates{events};
 };
 
-constexpr std::int64_t second = 1000;
-constexpr std::int64_t minute = 60 * second;
-constexpr std::int64_t hour = 60 * minute;
-constexpr std::int64_t day = 24 * hour;
+constexpr auto second = 1s;
+constexpr auto minute = 1min;
+constexpr auto hour = 1h;
+constexpr auto day = 24h;
 
 TEST_F(virtual_calendar_test, starts_at_midnight_of_the_first_of_january_2000) {
     const std::tm now = dates.now();
@@ -41,17 +45,17 @@ TEST_F(virtual_calendar_test, starts_at_midnight_of_the_first_of_january_2000) {
 }
 
 TEST_F(virtual_calendar_test, goes_with_the_clock) {
-    EXPECT_EQ(at(0), (std::array{1, 0, 0, 0}));
-    EXPECT_EQ(at(second - 5), (std::array{1, 0, 0, 0})) << "a part of a second does not count";
+    EXPECT_EQ(at(0s), (std::array{1, 0, 0, 0}));
+    EXPECT_EQ(at(second - 5ms), (std::array{1, 0, 0, 0})) << "a part of a second does not count";
     EXPECT_EQ(at(second), (std::array{1, 0, 0, 1}));
-    EXPECT_EQ(at(minute - 5), (std::array{1, 0, 0, 59}));
+    EXPECT_EQ(at(minute - 5ms), (std::array{1, 0, 0, 59}));
     EXPECT_EQ(at(minute), (std::array{1, 0, 1, 0}));
     EXPECT_EQ(at(hour), (std::array{1, 1, 0, 0}));
     EXPECT_EQ(at(13 * hour + 2 * minute + 3 * second), (std::array{1, 13, 2, 3}));
 }
 
 TEST_F(virtual_calendar_test, goes_on_behind_midnight) {
-    EXPECT_EQ(at(day - 5), (std::array{1, 23, 59, 59}));
+    EXPECT_EQ(at(day - 5ms), (std::array{1, 23, 59, 59}));
     EXPECT_EQ(at(day), (std::array{2, 0, 0, 0}));
     const std::tm now = dates.now();
     EXPECT_EQ(now.tm_yday, 1);

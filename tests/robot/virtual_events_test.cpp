@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -12,90 +13,92 @@
 namespace desk::robot {
 namespace {
 
+using namespace std::chrono_literals;
+
 using strings = std::vector<std::string>;
 
 class virtual_clock : public testing::Test {
 protected:
     virtual_clock() { events.start({}); }
     std::function<void()> note(const std::string& what) {
-        return [this, what] { told.push_back(what + " at " + std::to_string(events.clock_ms())); };
+        return [this, what] { told.push_back(what + " at " + std::to_string(events.clock_time().count())); };
     }
     virtual_events events;
     strings told;
 };
 
 TEST_F(virtual_clock, starts_at_0_and_stands_still) {
-    EXPECT_EQ(events.clock_ms(), 0);
-    EXPECT_EQ(events.clock_ms(), 0);
+    EXPECT_EQ(events.clock_time(), 0ms);
+    EXPECT_EQ(events.clock_time(), 0ms);
 }
 
 TEST_F(virtual_clock, moves_by_5_with_each_pump_in_which_nothing_is_due) {
     events.pump();
-    EXPECT_EQ(events.clock_ms(), 5);
+    EXPECT_EQ(events.clock_time(), 5ms);
     events.pump_and_rest();
-    EXPECT_EQ(events.clock_ms(), 10);
+    EXPECT_EQ(events.clock_time(), 10ms);
 }
 
 TEST_F(virtual_clock, stands_still_in_a_pump_in_which_something_is_due) {
-    events.later(5, note("work"));
+    events.later(5ms, note("work"));
     events.pump();
     events.pump();
-    EXPECT_EQ(events.clock_ms(), 5);
+    EXPECT_EQ(events.clock_time(), 5ms);
     EXPECT_EQ(told, strings{"work at 5"});
     events.pump();
-    EXPECT_EQ(events.clock_ms(), 10);
+    EXPECT_EQ(events.clock_time(), 10ms);
 }
 
 TEST_F(virtual_clock, brings_what_is_to_be_done_when_it_is_due) {
-    events.later(20, note("work"));
-    events.run_on(15);
+    events.later(20ms, note("work"));
+    events.run_on(15ms);
     EXPECT_TRUE(told.empty());
-    events.run_on(5);
+    events.run_on(5ms);
     EXPECT_EQ(told, strings{"work at 20"});
 }
 
 TEST_F(virtual_clock, brings_it_in_order_of_time_then_of_entry) {
-    events.later(10, note("third"));
-    events.later(5, note("first"));
-    events.later(10, note("fourth"));
-    events.later(7, note("second"));
-    events.run_on(10);
+    events.later(10ms, note("third"));
+    events.later(5ms, note("first"));
+    events.later(10ms, note("fourth"));
+    events.later(7ms, note("second"));
+    events.run_on(10ms);
     EXPECT_EQ(told, (strings{"first at 5", "second at 10", "third at 10", "fourth at 10"}));
 }
 
 TEST_F(virtual_clock, brings_what_is_due_at_once_with_the_next_pump) {
-    events.later(0, note("work"));
+    events.later(0ms, note("work"));
     EXPECT_TRUE(told.empty());
     events.pump();
     EXPECT_EQ(told, strings{"work at 0"});
 }
 
 TEST_F(virtual_clock, runs_on_in_steps) {
-    events.run_on(7);
-    EXPECT_EQ(events.clock_ms(), 10);
-    events.run_on(0);
-    EXPECT_EQ(events.clock_ms(), 10);
-    events.run_on(150000);
-    EXPECT_EQ(events.clock_ms(), 150010);
+    events.run_on(7ms);
+    EXPECT_EQ(events.clock_time(), 10ms);
+    events.run_on(0ms);
+    EXPECT_EQ(events.clock_time(), 10ms);
+    events.run_on(150000ms);
+    EXPECT_EQ(events.clock_time(), 150010ms);
 }
 
 TEST_F(virtual_clock, lets_events_come_into_a_handler_that_pumps) {
-    events.later(5, [this] {
+    events.later(5ms, [this] {
         told.emplace_back("outer begins");
-        events.run_on(20);
+        events.run_on(20ms);
         told.emplace_back("outer ends");
     });
-    events.later(15, [this] { told.emplace_back("inner"); });
-    events.run_on(5);
+    events.later(15ms, [this] { told.emplace_back("inner"); });
+    events.run_on(5ms);
     EXPECT_EQ(told, (strings{"outer begins", "inner", "outer ends"}));
 }
 
 TEST_F(virtual_clock, forgets_all_at_a_start) {
-    events.later(5, note("work"));
+    events.later(5ms, note("work"));
     events.pump();
     events.start({});
-    EXPECT_EQ(events.clock_ms(), 0);
-    events.run_on(50);
+    EXPECT_EQ(events.clock_time(), 0ms);
+    events.run_on(50ms);
     EXPECT_TRUE(told.empty());
 }
 
@@ -112,25 +115,25 @@ protected:
 };
 
 TEST_F(timers, tick_while_they_are_enabled) {
-    events.run_on(50);
+    events.run_on(50ms);
     EXPECT_TRUE(told.empty());
     t.enabled = true;
-    events.run_on(45);
+    events.run_on(45ms);
     EXPECT_EQ(told, (strings{"tick at 70", "tick at 90"}));
     t.enabled = false;
-    events.run_on(100);
+    events.run_on(100ms);
     EXPECT_EQ(told.size(), 2U);
 }
 
 TEST_F(timers, count_anew_where_they_were_off) {
     t.enabled = true;
-    events.run_on(15);
+    events.run_on(15ms);
     t.enabled = false;
     events.pump();
     t.enabled = true;
-    events.run_on(15);
+    events.run_on(15ms);
     EXPECT_TRUE(told.empty());
-    events.run_on(5);
+    events.run_on(5ms);
     EXPECT_EQ(told.size(), 1U);
 }
 
@@ -138,12 +141,12 @@ TEST_F(timers, do_not_nest_where_their_handler_disables_them) {
     t.on_timer = [this] {
         told.emplace_back("begins");
         t.enabled = false;
-        events.run_on(100);
+        events.run_on(100ms);
         t.enabled = true;
         told.emplace_back("ends");
     };
     t.enabled = true;
-    events.run_on(20);
+    events.run_on(20ms);
     EXPECT_EQ(told, (strings{"begins", "ends"}));
 }
 
@@ -159,21 +162,21 @@ TEST_F(the_end, is_kept_where_an_event_fails) {
 }
 
 TEST_F(the_end, ends_the_procedure_that_was_suspended) {
-    events.later(5, [] { throw runtime_failure(failure::overflow, "inner"); });
+    events.later(5ms, [] { throw runtime_failure(failure::overflow, "inner"); });
     bool went_on = false;
     events.run_event([&] {
-        events.run_on(50);
+        events.run_on(50ms);
         went_on = true;
     });
     EXPECT_FALSE(went_on);
     EXPECT_EQ(events.ended_by()->code(), failure::overflow);
-    EXPECT_EQ(events.clock_ms(), 5);
+    EXPECT_EQ(events.clock_time(), 5ms);
 }
 
 TEST_F(the_end, keeps_later_events_from_running) {
-    events.later(5, [] { throw runtime_failure(failure::overflow, "inner"); });
-    events.later(5, note("work"));
-    events.run_event([&] { events.run_on(50); });
+    events.later(5ms, [] { throw runtime_failure(failure::overflow, "inner"); });
+    events.later(5ms, note("work"));
+    events.run_event([&] { events.run_on(50ms); });
     EXPECT_TRUE(told.empty());
     EXPECT_THROW(events.pump(), program_over);
 }
@@ -190,7 +193,7 @@ TEST_F(the_end, is_over_with_a_fresh_start) {
     events.start({});
     EXPECT_FALSE(events.ended_by());
     events.pump();
-    EXPECT_EQ(events.clock_ms(), 5);
+    EXPECT_EQ(events.clock_time(), 5ms);
 }
 
 TEST_F(the_end, comes_to_a_wait_without_progress_after_a_million_turns) {
@@ -203,7 +206,7 @@ TEST_F(the_end, comes_to_a_wait_without_progress_after_a_million_turns) {
     ASSERT_TRUE(events.ended_by());
     EXPECT_EQ(events.ended_by()->number(), 0);
     EXPECT_EQ(events.ended_by()->text(), "Does not return");
-    EXPECT_EQ(events.clock_ms(), 0);
+    EXPECT_EQ(events.clock_time(), 0ms);
 }
 
 TEST_F(the_end, is_put_off_by_a_pump_between_the_turns) {

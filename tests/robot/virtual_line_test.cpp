@@ -12,11 +12,14 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <string>
 #include <vector>
 
 namespace desk::robot {
 namespace {
+
+using namespace std::chrono_literals;
 
 using test::failure_of;
 using strings = std::vector<std::string>;
@@ -224,14 +227,14 @@ TEST_F(cable, is_not_touched_where_another_port_goes) {
 }
 
 TEST_F(cable, hears_a_generator_that_speaks_by_itself) {
-    line.say({{20, bytes_of("hello")}});
+    line.say({{20ms, bytes_of("hello")}});
     EXPECT_EQ(read_at(20), "");
     EXPECT_EQ(read_at(25), "hello");
 }
 
 TEST_F(cable, hears_nothing_while_it_is_closed) {
     line.close();
-    line.say({{0, bytes_of("hello")}});
+    line.say({{0ms, bytes_of("hello")}});
     line.open(1);
     EXPECT_EQ(read_at(100), "");
 }
@@ -270,7 +273,7 @@ TEST_F(cable, joins_single_bytes_until_a_longer_write_or_an_answer) {
     write("TIM007");
     write("d");
     EXPECT_EQ(line.take_log(), (strings{"> abc", "> TIM007", "> d"}));
-    line.say({{0, bytes_of("x")}});
+    line.say({{0ms, bytes_of("x")}});
     write("e");
     write("f");
     events.now = 10;
@@ -353,19 +356,19 @@ TEST_F(cable_in_use, carries_an_exchange) {
 }
 
 TEST_F(cable_in_use, is_silent_where_the_device_vanishes_in_the_middle_of_an_exchange) {
-    const std::int64_t start = events.clock_ms();
-    events.later(100, [&] { line.set_port(1, state::gone); });
+    const std::chrono::milliseconds start = events.clock_time();
+    events.later(100ms, [&] { line.set_port(1, state::gone); });
     link.tx_cmd("TIM007");
     EXPECT_FALSE(link.rx_done);
-    EXPECT_GE(events.clock_ms() - start, 2 * 151 * 5);
+    EXPECT_GE(events.clock_time() - start, 2 * 151 * clock_step);
     EXPECT_TRUE(link.rs232_connected) << "nobody has told the desk";
     EXPECT_EQ(json_text(boxes.take_shown()), "[]");
     EXPECT_EQ(line.take_log(), (strings{"> TIM007", "> TIM007"}));
 }
 
 TEST_F(cable_in_use, stays_silent_where_the_device_comes_back_in_the_middle_of_an_exchange) {
-    events.later(100, [&] { line.set_port(1, state::gone); });
-    events.later(200, [&] { line.set_port(1, state::ok); });
+    events.later(100ms, [&] { line.set_port(1, state::gone); });
+    events.later(200ms, [&] { line.set_port(1, state::ok); });
     link.tx_cmd("TIM007");
     EXPECT_FALSE(link.rx_done) << "it has to be opened anew";
     link.set_comm();
@@ -374,7 +377,7 @@ TEST_F(cable_in_use, stays_silent_where_the_device_comes_back_in_the_middle_of_a
 }
 
 TEST_F(cable_in_use, goes_on_where_it_is_opened_anew_in_the_middle_of_an_exchange) {
-    events.later(100, [&] {
+    events.later(100ms, [&] {
         line.set_port(1, state::gone);
         line.set_port(1, state::ok);
         link.set_comm();

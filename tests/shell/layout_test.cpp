@@ -1,6 +1,6 @@
 #include "controls/layout.h"
 
-#include "controls/list_view.h"
+#include "controls/kinds.h"
 #include "shell/frm_main.h"
 #include "support/desk_fixture.h"
 
@@ -19,229 +19,219 @@
 namespace desk {
 namespace {
 
-using kind = control_kind;
-
 constexpr int pixel = 15;             // twips
 constexpr int letter = 7 * pixel;     // a character of the one font, on the average
 constexpr int fixed_cell = 8 * pixel; // a character of the fixed font
 
 struct expected_control {
     const char* name;
-    control_kind kind;
+    std::string_view kind;
     const char* frame;             ///< empty: the window itself
     const char* caption = nullptr; ///< none: set later, or a kind without one
 };
 
 const expected_control all_controls[] = {
-    {"cmd_timing", kind::button, "", "Timing Select"},
-    {"cmd_pattern", kind::button, "", "Pattern Select"},
-    {"cmd_fav_timing", kind::button, "", "Favorite Timing"},
-    {"cmd_fav_pattern", kind::button, "", "Favorite Pattern"},
-    {"cmd_edid", kind::button, "", "EDID Read/Write"},
-    {"cmd_auto", kind::button, "", "Autorun Config"},
-    {"cmd_setup", kind::button, "", "Panel Control"},
-    {"lab_com", kind::label, "", "  RS232 Port"},
-    {"cbo_com", kind::combo_box, ""},
-    {"cmd_conn", kind::button, "", "Connect"},
-    {"cmd_disconn", kind::button, "", "Disconnect"},
-    {"cmd_about", kind::button, "", "About"},
-    {"line_rs232", kind::line, ""},
-    {"lab_desk", kind::label, ""},
-    {"img_logo", kind::picture, ""},
-    {"fra_status", kind::frame, "", "VELOTRACE OUT Status"},
-    {"cmd_refresh", kind::button, "fra_status", "Refresh"},
-    {"lab_timing_lab", kind::label, "fra_status", "Timing : "},
-    {"lab_timing", kind::label, "fra_status", ""},
-    {"lab_pattern_lab", kind::label, "fra_status", "Pattern :"},
-    {"lab_pattern", kind::label, "fra_status", ""},
-    {"lab_out_lab", kind::label, "fra_status", "Output Format :"},
-    {"lab_out", kind::label, "fra_status", ""},
-    {"lab_hdcp_lab", kind::label, "fra_status", "HDCP :"},
-    {"lab_hdcp", kind::label, "fra_status", ""},
-    {"lstv_timing", kind::list_view, ""},
-    {"lstv_timing_sub", kind::list_view, ""},
-    {"lstv_pattern", kind::list_view, ""},
-    {"cmd_run", kind::button, "", "SET"},
-    {"cmd_download", kind::button, "", "Download"},
-    {"fra_desk", kind::frame, ""},
-    {"lab_desk_note", kind::label, "fra_desk"},
-    {"fra_hori", kind::frame, "fra_desk", "Horizontal"},
-    {"lab_hori", kind::label, "fra_hori"},
-    {"txt_htotal_pix", kind::text_box, "fra_hori"},
-    {"txt_hactive_pix", kind::text_box, "fra_hori"},
-    {"txt_hdelay_pix", kind::text_box, "fra_hori"},
-    {"txt_hsw_pix", kind::text_box, "fra_hori"},
-    {"txt_htotal_us", kind::text_box, "fra_hori"},
-    {"txt_hactive_us", kind::text_box, "fra_hori"},
-    {"txt_hdelay_us", kind::text_box, "fra_hori"},
-    {"txt_hsw_us", kind::text_box, "fra_hori"},
-    {"txt_hpol", kind::text_box, "fra_hori"},
-    {"txt_hf", kind::text_box, "fra_hori"},
-    {"fra_vert", kind::frame, "fra_desk", "Vertical"},
-    {"lab_vert", kind::label, "fra_vert"},
-    {"txt_vtotal_line", kind::text_box, "fra_vert"},
-    {"txt_vactive_line", kind::text_box, "fra_vert"},
-    {"txt_vdelay_line", kind::text_box, "fra_vert"},
-    {"txt_vsw_line", kind::text_box, "fra_vert"},
-    {"txt_vtotal_ms", kind::text_box, "fra_vert"},
-    {"txt_vactive_ms", kind::text_box, "fra_vert"},
-    {"txt_vdelay_ms", kind::text_box, "fra_vert"},
-    {"txt_vsw_ms", kind::text_box, "fra_vert"},
-    {"txt_vpol", kind::text_box, "fra_vert"},
-    {"txt_vf", kind::text_box, "fra_vert"},
-    {"lab_pix_clock", kind::label, "fra_desk", "Pixel Clock:         MHz"},
-    {"txt_pix_f", kind::text_box, "fra_desk"},
-    {"hsr_color_setting(0)", kind::slider, "fra_desk"},
-    {"txt_color_setting(0)", kind::text_box, "fra_desk"},
-    {"lab_color_setting(0)", kind::label, "fra_desk"},
-    {"hsr_color_setting(1)", kind::slider, "fra_desk"},
-    {"txt_color_setting(1)", kind::text_box, "fra_desk"},
-    {"lab_color_setting(1)", kind::label, "fra_desk"},
-    {"hsr_color_setting(2)", kind::slider, "fra_desk"},
-    {"txt_color_setting(2)", kind::text_box, "fra_desk"},
-    {"lab_color_setting(2)", kind::label, "fra_desk"},
-    {"hsr_color_setting(3)", kind::slider, "fra_desk"},
-    {"txt_color_setting(3)", kind::text_box, "fra_desk"},
-    {"lab_color_setting(3)", kind::label, "fra_desk"},
-    {"lab_motion_str", kind::label, "fra_desk", "Custom String"},
-    {"txt_motion_str", kind::text_box, "fra_desk"},
-    {"cmd_upload", kind::button, "fra_desk", "Upload"},
-    {"cmd_check_all", kind::button, "fra_desk", "Check All"},
-    {"cmd_check_none", kind::button, "fra_desk", "Check None"},
-    {"fra_setup", kind::frame, "", "Panel Control"},
-    {"lab_setup", kind::label, "fra_setup"},
-    {"cmd_out(0)", kind::button, "fra_setup", "PC"},
-    {"cmd_out(1)", kind::button, "fra_setup", "HD"},
-    {"cmd_out(2)", kind::button, "fra_setup", "DVI"},
-    {"cmd_out(3)", kind::button, "fra_setup", "HDMI"},
-    {"cmd_hdcp(0)", kind::button, "fra_setup", "OFF"},
-    {"cmd_hdcp(1)", kind::button, "fra_setup", "ON"},
-    {"cmd_asc(0)", kind::button, "fra_setup", "EXT 7.1CH"},
-    {"cmd_asc(1)", kind::button, "fra_setup", "EXT OPT"},
-    {"cmd_asc(2)", kind::button, "fra_setup", "INT SINE"},
-    {"cmd_lpcm(0)", kind::button, "fra_setup", "2 CH"},
-    {"cmd_lpcm(1)", kind::button, "fra_setup", "5.1 CH"},
-    {"cmd_lpcm(2)", kind::button, "fra_setup", "7.1 CH"},
-    {"cmd_csc(0)", kind::button, "fra_setup", "RGB444"},
-    {"cmd_csc(1)", kind::button, "fra_setup", "YUV444"},
-    {"cmd_csc(2)", kind::button, "fra_setup", "YUV422"},
-    {"cmd_deep(0)", kind::button, "fra_setup", "8 BIT"},
-    {"cmd_deep(1)", kind::button, "fra_setup", "10 BIT"},
-    {"cmd_deep(2)", kind::button, "fra_setup", "12 BIT"},
-    {"cmd_auto_go(0)", kind::button, "fra_setup", "OFF"},
-    {"cmd_auto_go(1)", kind::button, "fra_setup", "ON"},
-    {"cmd_fav(0)", kind::button, "fra_setup", "OFF"},
-    {"cmd_fav(1)", kind::button, "fra_setup", "ON"},
-    {"cmd_reset", kind::button, "fra_setup", "Reset"},
-    {"fra_auto", kind::frame, "", "Autorun Config"},
-    {"lab_auto", kind::label, "fra_auto"},
-    {"lstv_auto", kind::list_view, "fra_auto"},
-    {"cbo_timing", kind::combo_box, "fra_auto"},
-    {"cbo_pattern", kind::combo_box, "fra_auto"},
-    {"cbo_interval", kind::combo_box, "fra_auto"},
-    {"cmd_replace", kind::button, "fra_auto", "Add / Replace"},
-    {"cmd_delete", kind::button, "fra_auto", "Delete"},
-    {"fra_edid", kind::frame, "", "EDID Read / Write"},
-    {"lab_read", kind::label, "fra_edid", "  READ"},
-    {"txt_read", kind::text_box, "fra_edid"},
-    {"lab_write", kind::label, "fra_edid", "WRITE"},
-    {"txt_write", kind::text_box, "fra_edid"},
-    {"cmd_read", kind::button, "fra_edid", "READ"},
-    {"cmd_compare", kind::button, "fra_edid", "COMP"},
-    {"cmd_clear_read", kind::button, "fra_edid", "CLEAR"},
-    {"cmd_save_read", kind::button, "fra_edid", "SAVE"},
-    {"cmd_read_translate", kind::button, "fra_edid", "TRANS"},
-    {"cmd_sum_read", kind::button, "fra_edid", "SUM"},
-    {"cmd_recover(0)", kind::button, "fra_edid", "R"},
-    {"cmd_recover(1)", kind::button, "fra_edid", "R"},
-    {"cmd_load", kind::button, "fra_edid", "OPEN"},
-    {"cmd_pre_f", kind::button, "fra_edid", "Pre-F"},
-    {"cmd_clear_file", kind::button, "fra_edid", "CLEAR"},
-    {"cmd_save_write", kind::button, "fra_edid", "SAVE"},
-    {"cmd_verify", kind::button, "fra_edid", "VERIFY"},
-    {"cmd_write", kind::button, "fra_edid", "WRITE"},
-    {"cmd_w_auto", kind::button, "fra_edid", "AUTO"},
-    {"cmd_erase", kind::button, "fra_edid", "ERASE"},
-    {"cmd_write_translate", kind::button, "fra_edid", "TRANS"},
-    {"cmd_sum_write", kind::button, "fra_edid", "SUM"},
-    {"lab_edid_src", kind::label, "fra_edid", "Source :"},
-    {"opt_edid_src(1)", kind::option_button, "fra_edid", "HDMI/DVI  OUT"},
-    {"opt_edid_src(2)", kind::option_button, "fra_edid", "HDMI/DVI  IN"},
-    {"opt_edid_src(3)", kind::option_button, "fra_edid", "VGA  OUT"},
-    {"lab_r_checksum", kind::label, "fra_edid", "Checksum"},
-    {"lab_read_checksum(0)", kind::label, "fra_edid", "BK0"},
-    {"lab_read_checksum(1)", kind::label, "fra_edid", "BK1"},
-    {"lab_w_checksum", kind::label, "fra_edid", "Checksum"},
-    {"lab_write_checksum(0)", kind::label, "fra_edid", "BK0"},
-    {"lab_write_checksum(1)", kind::label, "fra_edid", "BK1"},
-    {"fra_pre_f", kind::frame, "fra_edid", "Previuos Files"},
-    {"lab_pre_f(0)", kind::label, "fra_pre_f"},
-    {"lab_pre_f(1)", kind::label, "fra_pre_f"},
-    {"lab_pre_f(2)", kind::label, "fra_pre_f"},
-    {"lab_pre_f(3)", kind::label, "fra_pre_f"},
-    {"lab_pre_f(4)", kind::label, "fra_pre_f"},
-    {"lab_pre_f(5)", kind::label, "fra_pre_f"},
-    {"lab_pre_f(6)", kind::label, "fra_pre_f"},
-    {"lab_pre_f(7)", kind::label, "fra_pre_f"},
-    {"lab_pre_f(8)", kind::label, "fra_pre_f"},
-    {"lab_pre_f(9)", kind::label, "fra_pre_f"},
-    {"fra_compare", kind::frame, "fra_edid", "COMPARE"},
-    {"txt_msg", kind::text_box, "fra_compare"},
-    {"lab_pass", kind::label, "fra_compare"},
-    {"cmd_ok", kind::button, "fra_compare", "OK"},
-    {"fra_edid_edit", kind::frame, "fra_edid", "Translate [ Read ] EDID"},
-    {"tree_edid", kind::tree_view, "fra_edid_edit"},
-    {"txt_edid", kind::text_box, "fra_edid_edit"},
-    {"chk_established(0)", kind::check_box, "fra_edid_edit"},
-    {"chk_established(1)", kind::check_box, "fra_edid_edit"},
-    {"chk_established(2)", kind::check_box, "fra_edid_edit"},
-    {"chk_established(3)", kind::check_box, "fra_edid_edit"},
-    {"chk_established(4)", kind::check_box, "fra_edid_edit"},
-    {"chk_established(5)", kind::check_box, "fra_edid_edit"},
-    {"chk_established(6)", kind::check_box, "fra_edid_edit"},
-    {"chk_established(7)", kind::check_box, "fra_edid_edit"},
-    {"chk_established(8)", kind::check_box, "fra_edid_edit"},
-    {"chk_established(9)", kind::check_box, "fra_edid_edit"},
-    {"chk_established(10)", kind::check_box, "fra_edid_edit"},
-    {"chk_established(11)", kind::check_box, "fra_edid_edit"},
-    {"chk_established(12)", kind::check_box, "fra_edid_edit"},
-    {"chk_established(13)", kind::check_box, "fra_edid_edit"},
-    {"chk_established(14)", kind::check_box, "fra_edid_edit"},
-    {"chk_established(15)", kind::check_box, "fra_edid_edit"},
-    {"chk_established(16)", kind::check_box, "fra_edid_edit"},
-    {"pic_speaker_fl", kind::picture, "fra_edid_edit"},
-    {"pic_speaker_flc", kind::picture, "fra_edid_edit"},
-    {"pic_speaker_fc", kind::picture, "fra_edid_edit"},
-    {"pic_speaker_frc", kind::picture, "fra_edid_edit"},
-    {"pic_speaker_fr", kind::picture, "fra_edid_edit"},
-    {"pic_speaker_lfe", kind::picture, "fra_edid_edit"},
-    {"pic_speaker_rl", kind::picture, "fra_edid_edit"},
-    {"pic_speaker_rlc", kind::picture, "fra_edid_edit"},
-    {"pic_speaker_rc", kind::picture, "fra_edid_edit"},
-    {"pic_speaker_rrc", kind::picture, "fra_edid_edit"},
-    {"pic_speaker_rr", kind::picture, "fra_edid_edit"},
-    {"cmd_edid_report", kind::button, "fra_edid_edit", "Report"},
-    {"cmd_edid_back", kind::button, "fra_edid_edit", "Back to [EDID Read/Write]"},
-    {"fra_about", kind::frame, "", "Software / Firmware Versions"},
-    {"lab_about", kind::label, "fra_about"},
-    {"lab_ver", kind::label, "fra_about"},
-    {"cmd_about_ok", kind::button, "fra_about", "OK"},
-    {"tim_rx", kind::timer, ""},
+    {"cmd_timing", "button", "", "Timing Select"},
+    {"cmd_pattern", "button", "", "Pattern Select"},
+    {"cmd_fav_timing", "button", "", "Favorite Timing"},
+    {"cmd_fav_pattern", "button", "", "Favorite Pattern"},
+    {"cmd_edid", "button", "", "EDID Read/Write"},
+    {"cmd_auto", "button", "", "Autorun Config"},
+    {"cmd_setup", "button", "", "Panel Control"},
+    {"lab_com", "label", "", "  RS232 Port"},
+    {"cbo_com", "combo_box", ""},
+    {"cmd_conn", "button", "", "Connect"},
+    {"cmd_disconn", "button", "", "Disconnect"},
+    {"cmd_about", "button", "", "About"},
+    {"line_rs232", "line", ""},
+    {"lab_desk", "label", ""},
+    {"img_logo", "picture", ""},
+    {"fra_status", "frame", "", "VELOTRACE OUT Status"},
+    {"cmd_refresh", "button", "fra_status", "Refresh"},
+    {"lab_timing_lab", "label", "fra_status", "Timing : "},
+    {"lab_timing", "label", "fra_status", ""},
+    {"lab_pattern_lab", "label", "fra_status", "Pattern :"},
+    {"lab_pattern", "label", "fra_status", ""},
+    {"lab_out_lab", "label", "fra_status", "Output Format :"},
+    {"lab_out", "label", "fra_status", ""},
+    {"lab_hdcp_lab", "label", "fra_status", "HDCP :"},
+    {"lab_hdcp", "label", "fra_status", ""},
+    {"lstv_timing", "list_view", ""},
+    {"lstv_timing_sub", "list_view", ""},
+    {"lstv_pattern", "list_view", ""},
+    {"cmd_run", "button", "", "SET"},
+    {"cmd_download", "button", "", "Download"},
+    {"fra_desk", "frame", ""},
+    {"lab_desk_note", "label", "fra_desk"},
+    {"fra_hori", "frame", "fra_desk", "Horizontal"},
+    {"lab_hori", "label", "fra_hori"},
+    {"txt_htotal_pix", "text_box", "fra_hori"},
+    {"txt_hactive_pix", "text_box", "fra_hori"},
+    {"txt_hdelay_pix", "text_box", "fra_hori"},
+    {"txt_hsw_pix", "text_box", "fra_hori"},
+    {"txt_htotal_us", "text_box", "fra_hori"},
+    {"txt_hactive_us", "text_box", "fra_hori"},
+    {"txt_hdelay_us", "text_box", "fra_hori"},
+    {"txt_hsw_us", "text_box", "fra_hori"},
+    {"txt_hpol", "text_box", "fra_hori"},
+    {"txt_hf", "text_box", "fra_hori"},
+    {"fra_vert", "frame", "fra_desk", "Vertical"},
+    {"lab_vert", "label", "fra_vert"},
+    {"txt_vtotal_line", "text_box", "fra_vert"},
+    {"txt_vactive_line", "text_box", "fra_vert"},
+    {"txt_vdelay_line", "text_box", "fra_vert"},
+    {"txt_vsw_line", "text_box", "fra_vert"},
+    {"txt_vtotal_ms", "text_box", "fra_vert"},
+    {"txt_vactive_ms", "text_box", "fra_vert"},
+    {"txt_vdelay_ms", "text_box", "fra_vert"},
+    {"txt_vsw_ms", "text_box", "fra_vert"},
+    {"txt_vpol", "text_box", "fra_vert"},
+    {"txt_vf", "text_box", "fra_vert"},
+    {"lab_pix_clock", "label", "fra_desk", "Pixel Clock:         MHz"},
+    {"txt_pix_f", "text_box", "fra_desk"},
+    {"hsr_color_setting(0)", "slider", "fra_desk"},
+    {"txt_color_setting(0)", "text_box", "fra_desk"},
+    {"lab_color_setting(0)", "label", "fra_desk"},
+    {"hsr_color_setting(1)", "slider", "fra_desk"},
+    {"txt_color_setting(1)", "text_box", "fra_desk"},
+    {"lab_color_setting(1)", "label", "fra_desk"},
+    {"hsr_color_setting(2)", "slider", "fra_desk"},
+    {"txt_color_setting(2)", "text_box", "fra_desk"},
+    {"lab_color_setting(2)", "label", "fra_desk"},
+    {"hsr_color_setting(3)", "slider", "fra_desk"},
+    {"txt_color_setting(3)", "text_box", "fra_desk"},
+    {"lab_color_setting(3)", "label", "fra_desk"},
+    {"lab_motion_str", "label", "fra_desk", "Custom String"},
+    {"txt_motion_str", "text_box", "fra_desk"},
+    {"cmd_upload", "button", "fra_desk", "Upload"},
+    {"cmd_check_all", "button", "fra_desk", "Check All"},
+    {"cmd_check_none", "button", "fra_desk", "Check None"},
+    {"fra_setup", "frame", "", "Panel Control"},
+    {"lab_setup", "label", "fra_setup"},
+    {"cmd_out(0)", "button", "fra_setup", "PC"},
+    {"cmd_out(1)", "button", "fra_setup", "HD"},
+    {"cmd_out(2)", "button", "fra_setup", "DVI"},
+    {"cmd_out(3)", "button", "fra_setup", "HDMI"},
+    {"cmd_hdcp(0)", "button", "fra_setup", "OFF"},
+    {"cmd_hdcp(1)", "button", "fra_setup", "ON"},
+    {"cmd_asc(0)", "button", "fra_setup", "EXT 7.1CH"},
+    {"cmd_asc(1)", "button", "fra_setup", "EXT OPT"},
+    {"cmd_asc(2)", "button", "fra_setup", "INT SINE"},
+    {"cmd_lpcm(0)", "button", "fra_setup", "2 CH"},
+    {"cmd_lpcm(1)", "button", "fra_setup", "5.1 CH"},
+    {"cmd_lpcm(2)", "button", "fra_setup", "7.1 CH"},
+    {"cmd_csc(0)", "button", "fra_setup", "RGB444"},
+    {"cmd_csc(1)", "button", "fra_setup", "YUV444"},
+    {"cmd_csc(2)", "button", "fra_setup", "YUV422"},
+    {"cmd_deep(0)", "button", "fra_setup", "8 BIT"},
+    {"cmd_deep(1)", "button", "fra_setup", "10 BIT"},
+    {"cmd_deep(2)", "button", "fra_setup", "12 BIT"},
+    {"cmd_auto_go(0)", "button", "fra_setup", "OFF"},
+    {"cmd_auto_go(1)", "button", "fra_setup", "ON"},
+    {"cmd_fav(0)", "button", "fra_setup", "OFF"},
+    {"cmd_fav(1)", "button", "fra_setup", "ON"},
+    {"cmd_reset", "button", "fra_setup", "Reset"},
+    {"fra_auto", "frame", "", "Autorun Config"},
+    {"lab_auto", "label", "fra_auto"},
+    {"lstv_auto", "list_view", "fra_auto"},
+    {"cbo_timing", "combo_box", "fra_auto"},
+    {"cbo_pattern", "combo_box", "fra_auto"},
+    {"cbo_interval", "combo_box", "fra_auto"},
+    {"cmd_replace", "button", "fra_auto", "Add / Replace"},
+    {"cmd_delete", "button", "fra_auto", "Delete"},
+    {"fra_edid", "frame", "", "EDID Read / Write"},
+    {"lab_read", "label", "fra_edid", "  READ"},
+    {"txt_read", "text_box", "fra_edid"},
+    {"lab_write", "label", "fra_edid", "WRITE"},
+    {"txt_write", "text_box", "fra_edid"},
+    {"cmd_read", "button", "fra_edid", "READ"},
+    {"cmd_compare", "button", "fra_edid", "COMP"},
+    {"cmd_clear_read", "button", "fra_edid", "CLEAR"},
+    {"cmd_save_read", "button", "fra_edid", "SAVE"},
+    {"cmd_read_translate", "button", "fra_edid", "TRANS"},
+    {"cmd_sum_read", "button", "fra_edid", "SUM"},
+    {"cmd_recover(0)", "button", "fra_edid", "R"},
+    {"cmd_recover(1)", "button", "fra_edid", "R"},
+    {"cmd_load", "button", "fra_edid", "OPEN"},
+    {"cmd_pre_f", "button", "fra_edid", "Pre-F"},
+    {"cmd_clear_file", "button", "fra_edid", "CLEAR"},
+    {"cmd_save_write", "button", "fra_edid", "SAVE"},
+    {"cmd_verify", "button", "fra_edid", "VERIFY"},
+    {"cmd_write", "button", "fra_edid", "WRITE"},
+    {"cmd_w_auto", "button", "fra_edid", "AUTO"},
+    {"cmd_erase", "button", "fra_edid", "ERASE"},
+    {"cmd_write_translate", "button", "fra_edid", "TRANS"},
+    {"cmd_sum_write", "button", "fra_edid", "SUM"},
+    {"lab_edid_src", "label", "fra_edid", "Source :"},
+    {"opt_edid_src(1)", "option_button", "fra_edid", "HDMI/DVI  OUT"},
+    {"opt_edid_src(2)", "option_button", "fra_edid", "HDMI/DVI  IN"},
+    {"opt_edid_src(3)", "option_button", "fra_edid", "VGA  OUT"},
+    {"lab_r_checksum", "label", "fra_edid", "Checksum"},
+    {"lab_read_checksum(0)", "label", "fra_edid", "BK0"},
+    {"lab_read_checksum(1)", "label", "fra_edid", "BK1"},
+    {"lab_w_checksum", "label", "fra_edid", "Checksum"},
+    {"lab_write_checksum(0)", "label", "fra_edid", "BK0"},
+    {"lab_write_checksum(1)", "label", "fra_edid", "BK1"},
+    {"fra_pre_f", "frame", "fra_edid", "Previuos Files"},
+    {"lab_pre_f(0)", "label", "fra_pre_f"},
+    {"lab_pre_f(1)", "label", "fra_pre_f"},
+    {"lab_pre_f(2)", "label", "fra_pre_f"},
+    {"lab_pre_f(3)", "label", "fra_pre_f"},
+    {"lab_pre_f(4)", "label", "fra_pre_f"},
+    {"lab_pre_f(5)", "label", "fra_pre_f"},
+    {"lab_pre_f(6)", "label", "fra_pre_f"},
+    {"lab_pre_f(7)", "label", "fra_pre_f"},
+    {"lab_pre_f(8)", "label", "fra_pre_f"},
+    {"lab_pre_f(9)", "label", "fra_pre_f"},
+    {"fra_compare", "frame", "fra_edid", "COMPARE"},
+    {"txt_msg", "text_box", "fra_compare"},
+    {"lab_pass", "label", "fra_compare"},
+    {"cmd_ok", "button", "fra_compare", "OK"},
+    {"fra_edid_edit", "frame", "fra_edid", "Translate [ Read ] EDID"},
+    {"tree_edid", "tree_view", "fra_edid_edit"},
+    {"txt_edid", "text_box", "fra_edid_edit"},
+    {"chk_established(0)", "check_box", "fra_edid_edit"},
+    {"chk_established(1)", "check_box", "fra_edid_edit"},
+    {"chk_established(2)", "check_box", "fra_edid_edit"},
+    {"chk_established(3)", "check_box", "fra_edid_edit"},
+    {"chk_established(4)", "check_box", "fra_edid_edit"},
+    {"chk_established(5)", "check_box", "fra_edid_edit"},
+    {"chk_established(6)", "check_box", "fra_edid_edit"},
+    {"chk_established(7)", "check_box", "fra_edid_edit"},
+    {"chk_established(8)", "check_box", "fra_edid_edit"},
+    {"chk_established(9)", "check_box", "fra_edid_edit"},
+    {"chk_established(10)", "check_box", "fra_edid_edit"},
+    {"chk_established(11)", "check_box", "fra_edid_edit"},
+    {"chk_established(12)", "check_box", "fra_edid_edit"},
+    {"chk_established(13)", "check_box", "fra_edid_edit"},
+    {"chk_established(14)", "check_box", "fra_edid_edit"},
+    {"chk_established(15)", "check_box", "fra_edid_edit"},
+    {"chk_established(16)", "check_box", "fra_edid_edit"},
+    {"pic_speaker_fl", "picture", "fra_edid_edit"},
+    {"pic_speaker_flc", "picture", "fra_edid_edit"},
+    {"pic_speaker_fc", "picture", "fra_edid_edit"},
+    {"pic_speaker_frc", "picture", "fra_edid_edit"},
+    {"pic_speaker_fr", "picture", "fra_edid_edit"},
+    {"pic_speaker_lfe", "picture", "fra_edid_edit"},
+    {"pic_speaker_rl", "picture", "fra_edid_edit"},
+    {"pic_speaker_rlc", "picture", "fra_edid_edit"},
+    {"pic_speaker_rc", "picture", "fra_edid_edit"},
+    {"pic_speaker_rrc", "picture", "fra_edid_edit"},
+    {"pic_speaker_rr", "picture", "fra_edid_edit"},
+    {"cmd_edid_report", "button", "fra_edid_edit", "Report"},
+    {"cmd_edid_back", "button", "fra_edid_edit", "Back to [EDID Read/Write]"},
+    {"fra_about", "frame", "", "Software / Firmware Versions"},
+    {"lab_about", "label", "fra_about"},
+    {"lab_ver", "label", "fra_about"},
+    {"cmd_about_ok", "button", "fra_about", "OK"},
+    {"tim_rx", "timer", ""},
 };
 
 std::optional<std::string> caption_of(const control& c) {
-    switch (c.kind()) {
-    case control_kind::frame:
-        return dynamic_cast<const frame&>(c).caption.get();
-    case control_kind::button:
-        return dynamic_cast<const button&>(c).caption.get();
-    case control_kind::label:
-        return dynamic_cast<const label&>(c).caption.get();
-    case control_kind::option_button:
-        return dynamic_cast<const option_button&>(c).caption.get();
-    default:
+    return visit(c, [](const auto& self) -> std::optional<std::string> {
+        if constexpr (requires { self.caption; }) return self.caption.get();
         return std::nullopt;
-    }
+    });
 }
 
 /// A place in the window, in twips.
@@ -285,7 +275,7 @@ protected:
     std::vector<const control*> on_show() const {
         std::vector<const control*> shown;
         for (const control* c : desk.form.controls())
-            if (c->shown() && c->kind() != control_kind::timer) shown.push_back(c);
+            if (c->shown() && !is<timer>(*c)) shown.push_back(c);
         return shown;
     }
 };
@@ -297,7 +287,7 @@ TEST_F(main_window_layout, has_every_control_in_its_frame_with_its_kind_and_capt
             ADD_FAILURE() << "no control " << expected.name;
             continue;
         }
-        EXPECT_EQ(c->kind(), expected.kind) << expected.name;
+        EXPECT_EQ(kind_name(*c), expected.kind) << expected.name;
         EXPECT_EQ(c->parent == nullptr ? "" : c->parent->full_name(), expected.frame) << expected.name;
         EXPECT_EQ(caption_of(*c), expected.caption == nullptr ? caption_of(*c) : expected.caption) << expected.name;
     }
@@ -379,17 +369,17 @@ TEST_F(main_window_layout, has_the_frames_of_the_views_in_one_area_beside_the_bu
 TEST_F(main_window_layout, has_every_control_inside_its_frame_or_window) {
     const area whole{0, 0, desk.form.width, desk.form.height};
     for (const control* c : desk.form.controls()) {
-        if (c->kind() == control_kind::timer) continue;
+        if (is<timer>(*c)) continue;
         const area around = c->parent == nullptr ? whole : place_of(*c->parent);
         EXPECT_TRUE(around.holds(place_of(*c))) << c->full_name();
         EXPECT_GT(c->width, 0) << c->full_name();
-        EXPECT_TRUE(c->height > 0 || c->kind() == control_kind::line) << c->full_name();
+        EXPECT_TRUE(c->height > 0 || is<line>(*c)) << c->full_name();
     }
 }
 
 TEST_F(main_window_layout, has_buttons_as_wide_as_their_captions) {
     for (const control* c : desk.form.controls()) {
-        if (c->kind() != control_kind::button) continue;
+        if (!is<button>(*c)) continue;
         const std::string caption = *caption_of(*c);
         EXPECT_GE(c->width, static_cast<int>(caption.size()) * letter) << c->full_name() << " " << caption;
     }
@@ -405,8 +395,8 @@ TEST_F(main_window_layout, has_fonts_of_fixed_pitch_where_columns_count) {
 }
 
 TEST_F(main_window_layout, locks_the_text_boxes_that_only_show) {
-    for (const text_box* t : {&desk.workbench.txt_read, &desk.workbench.txt_write, &desk.workbench.txt_msg, &desk.translation_frame.txt_edid,
-                              &desk.desk_frame.txt_hf, &desk.desk_frame.txt_pix_f})
+    for (const text_box* t : {&desk.workbench.txt_read, &desk.workbench.txt_write, &desk.workbench.txt_msg,
+                              &desk.translation_frame.txt_edid, &desk.desk_frame.txt_hf, &desk.desk_frame.txt_pix_f})
         EXPECT_TRUE(t->locked) << t->name;
     for (const text_box* t : {&desk.desk_frame.txt_motion_str, &desk.desk_frame.txt_color_setting[0]})
         EXPECT_FALSE(t->locked) << t->name;
@@ -437,7 +427,7 @@ TEST_F(main_window_layout, has_the_boxes_in_the_gaps_of_their_titles) {
         for (std::size_t end = 0; (end = text.find("\r\n")) != std::string::npos; text.erase(0, end + 2))
             lines.push_back(text.substr(0, end));
         for (const control* box : around.owner->controls()) {
-            if (box->parent != &around || box->kind() != control_kind::text_box) continue;
+            if (box->parent != &around || !is<text_box>(*box)) continue;
             const int middle = box->top + box->height / 2 - titles.top;
             const int line = middle / titles.line_pitch;
             ASSERT_LT(static_cast<std::size_t>(line), lines.size()) << box->name;
@@ -549,10 +539,10 @@ protected:
         static const std::set<std::string> overlays = {"fra_about", "fra_pre_f", "fra_compare", "fra_edid_edit"};
         static const std::set<std::string> titles = {"lab_hori", "lab_vert", "lab_setup"};
         if (overlays.contains(upper.name) || lower.name == "lab_desk") return true;
-        if (titles.contains(lower.name)) return upper.kind() != control_kind::label;
+        if (titles.contains(lower.name)) return !is<label>(upper);
         if (upper.name == "txt_pix_f") return lower.name == "lab_pix_clock";
         if (upper.name == "chk_established" || upper.name.starts_with("pic_speaker_")) return lower.name == "txt_edid";
-        if (upper.name == "cmd_download" || upper.name == "cmd_run") return lower.kind() == control_kind::frame;
+        if (upper.name == "cmd_download" || upper.name == "cmd_run") return is<frame>(lower);
         return false;
     }
 };
@@ -583,7 +573,7 @@ TEST_P(in_each_state, download_and_set_cover_nothing_inside_a_frame) {
 TEST_P(in_each_state, no_two_mnemonics_clash) {
     std::set<int> seen;
     for (const control* c : on_show()) {
-        const auto* b = dynamic_cast<const button*>(c);
+        const auto* b = as<button>(c);
         if (b == nullptr || b->mnemonic == 0) continue;
         EXPECT_TRUE(seen.insert(std::tolower(b->mnemonic)).second) << b->mnemonic << " of " << b->full_name();
         EXPECT_NE(b->caption.get().find(b->mnemonic), std::string::npos) << b->full_name();

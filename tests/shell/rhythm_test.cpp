@@ -1,5 +1,6 @@
 // Even distances on the plan of the main window: what belongs together lines up, and nothing touches a frame.
 
+#include "controls/kinds.h"
 #include "support/desk_fixture.h"
 
 #include <algorithm>
@@ -43,7 +44,7 @@ TEST_F(plan, touches_no_frame) {
 
 TEST_F(plan, has_buttons_28_pixels_high) {
     for (const control* c : desk.form.controls()) {
-        if (c->kind() == control_kind::button) {
+        if (is<button>(*c)) {
             EXPECT_GE(c->height, 28 * pixel) << c->full_name();
         }
     }

@@ -1,9 +1,9 @@
 // Hundreds of thousands of exchanges on the virtual clock: memory and descriptors stay constant after the first
 // tenth.
 
-#include "robot/robot.h"
 #include "soak/process_resources.h"
 #include "support/desk_files.h"
+#include "support/robot_at_hand.h"
 #include "support/temporary_directory.h"
 
 #include <cstdlib>
@@ -47,7 +47,7 @@ private:
     }
 
     temporary_directory directory_;
-    robot::robot robot_;
+    robot_at_hand robot_;
     int count_ = 0;
 };
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "robot/robot.h"
 #include "soak/soak_files.h"
 #include "support/monkey.h"
+#include "support/robot_at_hand.h"
 
 #include <cstdint>
 #include <deque>
@@ -78,7 +78,7 @@ private:
 
     std::mt19937_64 random_;
     soak_files files_;
-    robot::robot desk_;
+    robot_at_hand desk_;
     monkey operator_;
     soak_summary summary_;
     std::deque<std::string> task_; // still to be sent

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/window.h"
+#include "controls/kinds.h"
 #include "edid/buffers.h"
 #include "edid/compare_recover.h"
 #include "edid/file_number_1.h"
@@ -123,7 +123,7 @@ using looks = std::map<std::string, std::string>;
 
 template <class Control, class Tell>
 void tell_caption(const control& c, Tell tell) {
-    if (const auto* shown = dynamic_cast<const Control*>(&c)) tell(".caption", shown->caption);
+    if (const auto* shown = as<Control>(&c)) tell(".caption", shown->caption);
 }
 
 inline looks looks_of(const window& form) {
@@ -139,10 +139,9 @@ inline looks looks_of(const window& form) {
         tell_caption<button>(*c, tell);
         tell_caption<check_box>(*c, tell);
         tell_caption<option_button>(*c, tell);
-        if (const auto* shown = dynamic_cast<const text_box*>(c)) tell(".text", shown->text);
-        if (const auto* shown = dynamic_cast<const check_box*>(c)) tell(".value", std::to_string(shown->value.get()));
-        if (const auto* shown = dynamic_cast<const option_button*>(c))
-            tell(".value", std::to_string(shown->value.get()));
+        if (const auto* shown = as<text_box>(c)) tell(".text", shown->text);
+        if (const auto* shown = as<check_box>(c)) tell(".value", std::to_string(shown->value.get()));
+        if (const auto* shown = as<option_button>(c)) tell(".value", std::to_string(shown->value.get()));
     }
     return all;
 }

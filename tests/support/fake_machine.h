@@ -5,6 +5,7 @@
 #include "runtime/failure.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -21,7 +22,7 @@ namespace desk::test {
 class scripted_events final : public event_pump {
 public:
     std::int64_t now = 0;
-    std::int64_t step = 5;
+    std::int64_t step = clock_step.count();
     int pumps = 0;
     int turns = 0;
     std::function<void()> on_pump;
@@ -31,7 +32,7 @@ public:
     /// Runs `work` when `ms` milliseconds have passed.
     void in(std::int64_t ms, std::function<void()> work) { pending_.push_back({now + ms, std::move(work)}); }
 
-    std::int64_t clock_ms() override { return now; }
+    std::chrono::milliseconds clock_time() override { return std::chrono::milliseconds(now); }
     void pump() override {
         ++pumps;
         if (on_pump) on_pump();

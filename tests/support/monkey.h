@@ -1,6 +1,6 @@
 #pragma once
 
-#include "robot/robot.h"
+#include "support/robot_at_hand.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -17,7 +17,7 @@ namespace desk::test {
 class monkey {
 public:
     /// File dialogs get one of `files` in `directory`.
-    monkey(robot::robot& desk, std::filesystem::path directory, std::vector<std::string> files, std::uint64_t seed)
+    monkey(robot_at_hand& desk, std::filesystem::path directory, std::vector<std::string> files, std::uint64_t seed)
         : desk_(desk), directory_(std::move(directory)), files_(std::move(files)), random_(seed) {}
 
     /// Performs `actions` actions. Restarts a program that has ended.
@@ -57,7 +57,7 @@ private:
         return choices[static_cast<std::size_t>(below(static_cast<int>(choices.size())))];
     }
 
-    robot::robot& desk_;
+    robot_at_hand& desk_;
     std::filesystem::path directory_;
     std::vector<std::string> files_;
     std::mt19937_64 random_;

@@ -1,7 +1,9 @@
 #include "support/scenario.h"
 
-#include "robot/robot.h"
+#include "robot/answers.h"
+#include "robot/tokens.h"
 #include "runtime/windows_1252.h"
+#include "support/robot_at_hand.h"
 #include "support/temporary_directory.h"
 #include "support/view_controls.h"
 
@@ -295,7 +297,7 @@ private:
     }
 
     temporary_directory directory_;
-    robot::robot robot_{path_from_utf8(directory_.plain_name())};
+    robot_at_hand robot_{path_from_utf8(directory_.plain_name())};
     const scenario_line* now_ = nullptr;
     int mark_ = 0;
 };
