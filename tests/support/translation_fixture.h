@@ -204,7 +204,7 @@ inline void expect_appends(const decoding& decode) {
     EXPECT_EQ(behind_others, "before\r\n" + alone);
 }
 
-/// The translation panel as it is when the desk starts.
+/// The translation panel with its tables and procedures.
 class translation_fixture : public testing::Test, protected translation_panel {
 protected:
     translation_fixture() {
