@@ -204,7 +204,7 @@ inline void expect_appends(const decoding& decode) {
     EXPECT_EQ(behind_others, "before\r\n" + alone);
 }
 
-/// The translation panel with its tables and procedures.
+/// The translation panel as it is when the desk starts.
 class translation_fixture : public testing::Test, protected translation_panel {
 protected:
     translation_fixture() {
