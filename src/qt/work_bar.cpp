@@ -12,7 +12,7 @@ namespace desk::qt {
 
 namespace {
 
-constexpr int patience_ms = 100;
+constexpr int shown_after_ms = 100;
 /// The end of the work is seen too.
 constexpr int last_sight_ms = 250;
 constexpr int whole = 10'000;
@@ -41,7 +41,7 @@ void work_bar::follow() {
         again_.invalidate();
     else if (!again_.isValid())
         again_.start();
-    const bool tries_again = again_.isValid() && again_.elapsed() >= patience_ms;
+    const bool tries_again = again_.isValid() && again_.elapsed() >= shown_after_ms;
     const bool busy = link_.progress.at_work() || tries_again;
     if (!busy) {
         if (busy_.isValid() && isVisible()) goes_.start();
@@ -52,7 +52,7 @@ void work_bar::follow() {
     if (!busy_.isValid()) busy_.start();
     words_ = tries_again ? "No answer yet: trying again" : "";
     // less shows only if the bar is there already
-    if (busy_.elapsed() < patience_ms && !tries_again && !isVisible()) return;
+    if (busy_.elapsed() < shown_after_ms && !tries_again && !isVisible()) return;
     goes_.stop();
     measured_ = !tries_again && !link_.progress.has_no_measure();
     if (measured_) {

@@ -12,7 +12,6 @@ using words_in = const std::vector<word>&;
 
 constexpr const char* not_for_this_kind = "a control of this kind does not take that";
 constexpr const char* nothing_listens = "nothing listens to that";
-constexpr const char* bad_words = "the command's words are off";
 
 /// The number at a place of the command; nothing where it is missing or no number.
 std::optional<int> number_at(words_in words, std::size_t place) {

@@ -4,6 +4,7 @@
 #include "edid/rescue.h"
 #include "robot/looking.h"
 #include "robot/operator_commands.h"
+#include "runtime/failure.h"
 
 #include <algorithm>
 #include <set>
@@ -13,7 +14,6 @@ namespace desk::robot {
 namespace {
 
 constexpr const char* no_program = "no program";
-constexpr const char* bad_words = "the command's words are off";
 constexpr const char* not_on_show = "the control is not on show";
 
 /// How many commands can be nested, in one line or each in the middle of another: far more than an operator does, and

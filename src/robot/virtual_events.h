@@ -2,14 +2,17 @@
 
 #include "controls/window.h"
 #include "platform/event_pump.h"
-#include "runtime/failure.h"
 
 #include <cstdint>
 #include <deque>
 #include <functional>
 #include <map>
-#include <optional>
+#include <memory>
 #include <vector>
+
+namespace desk {
+class runtime_failure;
+}
 
 namespace desk::robot {
 
@@ -50,7 +53,7 @@ public:
     /// As a face does behind each event and at each pump.
     void settle_focus();
 
-    const std::optional<runtime_failure>& ended_by() const { return ended_by_; }
+    const std::shared_ptr<const runtime_failure>& ended_by() const { return ended_by_; }
 
 private:
     struct pending {
@@ -67,7 +70,7 @@ private:
     std::vector<window*> windows_;
     std::map<timer*, std::int64_t> timers_; // the running ones, with the time of the next tick
     std::deque<pending> pending_;           // in order of time, then of entry
-    std::optional<runtime_failure> ended_by_;
+    std::shared_ptr<const runtime_failure> ended_by_;
     bool abandoned_ = false;
 };
 

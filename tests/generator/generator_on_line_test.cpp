@@ -1,5 +1,7 @@
 #include "generator/generator_on_line.h"
 
+#include "support/line_time.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -8,8 +10,8 @@
 namespace desk {
 namespace {
 
-constexpr std::int64_t ms = 1'000'000;
-constexpr std::int64_t byte_ns = paced_line::byte_ns;
+using test::byte_ns;
+using test::ms;
 
 class generator_on_line_test : public testing::Test {
 protected:

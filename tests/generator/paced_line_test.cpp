@@ -1,5 +1,7 @@
 #include "generator/paced_line.h"
 
+#include "support/line_time.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -8,8 +10,8 @@
 namespace desk {
 namespace {
 
-constexpr std::int64_t ms = 1'000'000;
-constexpr std::int64_t byte_ns = paced_line::byte_ns;
+using test::byte_ns;
+using test::ms;
 
 std::string taken(paced_line& line, std::int64_t now_ns) { return string_of(line.take_until(now_ns)); }
 
