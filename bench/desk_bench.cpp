@@ -149,11 +149,11 @@ int open_long_file(const char* megabytes, int argument_count, char** arguments) 
     if (!program.start()) return 1;
     desk::gui::hand(program.main_window()).click("cmd_edid");
     desk::frm_main& desk = program.desk();
-    desk.fields.edid_file_name = file.fileName().toStdString();
+    desk.shared_fields.edid_file_name = file.fileName().toStdString();
     const auto start = clock_type::now();
     program.gate().run([&] {
         try {
-            desk.opener.load_file();
+            desk.file_opener.load_file();
         } catch (const desk::runtime_failure&) {
             // it shows the text, and an EDID has 256 bytes
         }
@@ -182,7 +182,7 @@ void measure_link() {
     desk::gui::operated_simulator generator(directory.filePath("com1"));
     desk::qt::desk_program program(path_of(directory));
     if (!program.start()) return;
-    desk::exchange& link = program.desk().link;
+    desk::exchange& link = program.desk().exchange;
     const std::string query = desk::command::query(desk::mnemonic::timing);
     const auto exchange_ms = [&] {
         const auto start = clock_type::now();
@@ -218,7 +218,7 @@ void measure_link() {
     tell("processor use idle", processor_percent([] { rest(5000); }), "%", 1);
 }
 
-/// A bench with a catalogue of 60 timings, since that many rows are what the bound of the favourite walk is told for.
+/// A bench with a catalogue of 60 timings, since that many rows are what the bound of the favorite walk is told for.
 void measure_signal() {
     const QTemporaryDir directory;
     prepare(directory);
@@ -249,16 +249,16 @@ void measure_signal() {
     const auto told = [&](const char* what, double seconds, double bound, qsizetype commands) {
         tell(what, seconds, "s", bound);
         const qsizetype sent = generator.commands().size();
-        if (sent != commands || !desk.link.rx_done)
+        if (sent != commands || !desk.exchange.rx_done)
             std::printf("  %lld commands, not %lld, the last %s\n", static_cast<long long>(sent),
-                        static_cast<long long>(commands), desk.link.rx_done ? "answered" : "not answered");
+                        static_cast<long long>(commands), desk.exchange.rx_done ? "answered" : "not answered");
     };
 
     hand.click("cmd_fav_timing");
     hand.click_check("lstv_timing", 1);
-    told("favourite SET of 60 rows", seconds_of("cmd_fav_timing", "cmd_run"), 1.32, 60);
+    told("favorite SET of 60 rows", seconds_of("cmd_fav_timing", "cmd_run"), 1.32, 60);
     for (int row = 1; row <= desk::autorun_rows; ++row)
-        desk.autorun_view.lstv_auto.set_sub_item(row, 3, "600");
+        desk.autorun.lstv_auto.set_sub_item(row, 3, "600");
     told("autorun upload of 32 rows", seconds_of("cmd_auto", "cmd_run"), 2.75, 128);
     told("autorun download", seconds_of("cmd_auto", "cmd_download"), 0.6, 1);
 
@@ -288,9 +288,9 @@ void measure_signal() {
 /// TRANS of the READ side and a click on every node.
 void measure_translation(desk::qt::desk_program& program) {
     desk::frm_main& desk = program.desk();
-    const desk::tree_view& tree = desk.translation.tree_edid;
+    const desk::tree_view& tree = desk.translation_frame.tree_edid;
     const auto translate = [&] {
-        desk.edid.cmd_read_translate.on_click();
+        desk.workbench.cmd_read_translate.on_click();
         for (int node = 1; node <= tree.node_count(); ++node)
             tree.on_node_click(node);
     };
@@ -305,7 +305,7 @@ void measure_translation(desk::qt::desk_program& program) {
     std::vector<double> drawn;
     for (int i = 0; i < 20; ++i) {
         const auto start = clock_type::now();
-        program.gate().run([&] { desk.edid.cmd_read_translate.on_click(); });
+        program.gate().run([&] { desk.workbench.cmd_read_translate.on_click(); });
         for (int node = 1; node <= tree.node_count(); ++node) {
             program.gate().run([&] { tree.on_node_click(node); });
             QApplication::processEvents();
@@ -313,7 +313,7 @@ void measure_translation(desk::qt::desk_program& program) {
         drawn.push_back(ms_since(start) / tree.node_count());
     }
     tell("the same, drawn, for each node", median(drawn), "ms", 16);
-    desk.translation.cmd_edid_back.on_click();
+    desk.translation_frame.cmd_edid_back.on_click();
 }
 
 /// The window dragged larger and smaller, a new scale each time.
@@ -350,7 +350,7 @@ void measure_edid() {
     };
 
     tell("READ of 256 bytes, the pause of 100 ms included", median_seconds_of("cmd_read"), "s", 0.45);
-    if (!desk.fields.read_ok) std::printf("  the READ has FAILED\n");
+    if (!desk.shared_fields.read_ok) std::printf("  the READ has FAILED\n");
 
     measure_translation(program);
     measure_sizes(program);
@@ -359,21 +359,21 @@ void measure_edid() {
     const std::string hex_file = path_of(directory).string() + "/bench.hex";
     QFile file(QString::fromStdString(hex_file));
     if (!file.open(QFile::WriteOnly)) return;
-    file.write(desk.edid.txt_read.text.get().c_str());
+    file.write(desk.workbench.txt_read.text.get().c_str());
     file.close();
-    desk.fields.edid_file_name = hex_file;
+    desk.shared_fields.edid_file_name = hex_file;
     std::vector<double> openings;
     for (int i = 0; i < 200; ++i) {
         const auto start = clock_type::now();
-        desk.opener.load_file();
+        desk.file_opener.load_file();
         openings.push_back(ms_since(start));
     }
     tell("HEX file of 256 bytes opened in the core, median of 200", median(openings), "ms", 2);
-    if (desk.buffers.write_buff != desk.buffers.read_buff) std::printf("  the file was NOT read as it is\n");
+    if (desk.edid_buffers.write_buff != desk.edid_buffers.read_buff) std::printf("  the file was NOT read as it is\n");
 
-    desk.texts.enable_write_side(true);
+    desk.window_text.enable_write_side(true);
     tell("WRITE of 256 bytes, up to the generator's answer", median_seconds_of("cmd_write"), "s", 0.35);
-    if (desk.link.rx_text != "EWR002") std::printf("  the WRITE has FAILED\n");
+    if (desk.exchange.rx_text != "EWR002") std::printf("  the WRITE has FAILED\n");
 }
 
 } // namespace

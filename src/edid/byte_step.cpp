@@ -6,7 +6,7 @@
 namespace desk {
 
 void byte_step::take(std::uint8_t byte) {
-    if (const auto sum = rule_.compare(byte)) text_.show_write_checksum(*sum);
+    if (const auto sum = rule_.compare(byte)) window_text_.show_write_checksum(*sum);
     const std::size_t n = rule_.count();
     rule_.take(byte);
     line_ += canonical_piece(byte, n);
@@ -14,19 +14,19 @@ void byte_step::take(std::uint8_t byte) {
 }
 
 void byte_step::finish_line() {
-    view_.txt_write.text += line_;
+    workbench_.txt_write.text += line_;
     line_.clear();
 }
 
 void byte_step::start_again() {
-    view_.txt_write.text = "";
+    workbench_.txt_write.text = "";
     rule_ = {};
 }
 
 void byte_step::finish_one_block() {
     for (std::size_t i = edid_block_size; i < edid_size; ++i)
-        view_.txt_write.text += canonical_piece(0xFF, i);
-    label& shown = view_.lab_write_checksum[1];
+        workbench_.txt_write.text += canonical_piece(0xFF, i);
+    label& shown = workbench_.lab_write_checksum[1];
     shown.fore_color = color_black;
     shown.caption = "Checksum BK1= Empty block FF for DVI";
 }

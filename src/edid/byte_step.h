@@ -17,7 +17,8 @@ public:
         line_by_line, ///< a HEX file's bytes, when their line is finished
     };
 
-    byte_step(workbench_frame& view, window_text& text, append when) : view_(view), text_(text), when_(when) {}
+    byte_step(workbench_frame& view, window_text& text, append when)
+        : workbench_(view), window_text_(text), when_(when) {}
 
     void take(std::uint8_t byte) override;
     void finish_line() override;
@@ -25,8 +26,8 @@ public:
     void finish_one_block() override;
 
 private:
-    workbench_frame& view_;
-    window_text& text_;
+    workbench_frame& workbench_;
+    window_text& window_text_;
     append when_;
     checksum_rule rule_;
     std::string line_;

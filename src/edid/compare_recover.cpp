@@ -8,17 +8,17 @@ namespace desk {
 
 compare_recover::compare_recover(machine& m, window& form, workbench_frame& view, const edid_buffers& buffers,
                                  const window_text& text, result_frame& result)
-    : machine_(m), form_(form), view_(view), buffers_(buffers), text_(text), result_(result) {
-    view_.cmd_compare.on_click = [this] { cmd_compare_click(); };
-    for (std::size_t block = 0; block < view_.cmd_recover.size(); ++block)
-        view_.cmd_recover.at(block).on_click = [this, block] { cmd_recover_click(block); };
+    : machine_(m), form_(form), workbench_(view), buffers_(buffers), window_text_(text), result_(result) {
+    workbench_.cmd_compare.on_click = [this] { cmd_compare_click(); };
+    for (std::size_t block = 0; block < workbench_.cmd_recover.size(); ++block)
+        workbench_.cmd_recover.at(block).on_click = [this, block] { cmd_recover_click(block); };
 }
 
 void compare_recover::cmd_compare_click() {
-    view_.fra_compare.caption = "COMPARE";
-    view_.lab_pass.caption = "";
+    workbench_.fra_compare.caption = "COMPARE";
+    workbench_.lab_pass.caption = "";
     // it is the windows that must not be empty: a line that tells of a failed read is enough
-    if (view_.txt_write.text.get().empty() || view_.txt_read.text.get().empty()) {
+    if (workbench_.txt_write.text.get().empty() || workbench_.txt_read.text.get().empty()) {
         machine_.boxes.show("READ or WRITE data is empty!", box_icon::critical, box_buttons::ok);
         return;
     }
@@ -31,10 +31,10 @@ void compare_recover::cmd_compare_click() {
 }
 
 void compare_recover::cmd_recover_click(std::size_t block) {
-    view_.txt_write.text = trim(view_.txt_write.text.get());
+    workbench_.txt_write.text = trim(workbench_.txt_write.text.get());
     machine_.events.pump();
-    const std::string& text = view_.txt_write.text;
-    const std::uint8_t needed = element(text_.recover_sum, block);
+    const std::string& text = workbench_.txt_write.text;
+    const std::uint8_t needed = element(window_text_.recover_sum, block);
     const std::string mark = block == 0 ? "//7F" : "//FF";
     const std::size_t p = text.find(mark);
     // two digits and a blank stand before the mark
@@ -43,9 +43,9 @@ void compare_recover::cmd_recover_click(std::size_t block) {
                               "Repairing block " + std::to_string(block) + ": the WRITE window has no line " + mark);
     }
     const std::string before = text.substr(0, p - 3);
-    view_.txt_write.text = before + hex2(needed) + (block == 0 ? text.substr(p - 1) : " //FF\r\n");
-    element(view_.cmd_recover, block).visible = false;
-    label& shown = element(view_.lab_write_checksum, block);
+    workbench_.txt_write.text = before + hex2(needed) + (block == 0 ? text.substr(p - 1) : " //FF\r\n");
+    element(workbench_.cmd_recover, block).visible = false;
+    label& shown = element(workbench_.lab_write_checksum, block);
     shown.fore_color = color_black;
     shown.caption = checksum_caption(block, needed, " Modified.");
     form_.caption += " *";

@@ -26,9 +26,9 @@ public:
 private:
     machine& machine_;
     window& form_;
-    workbench_frame& view_;
+    workbench_frame& workbench_;
     const edid_buffers& buffers_;
-    const window_text& text_;
+    const window_text& window_text_;
     result_frame& result_;
 };
 

@@ -14,18 +14,18 @@ constexpr std::size_t longest_looked_at = 4096;
 
 class places final : public text_findings {
 public:
-    explicit places(std::string_view text) : text_(text) {}
+    explicit places(std::string_view text) : window_text_(text) {}
 
     void pair(std::string_view digits) override {
         ended_ = ended_ || found.size() == edid_size || digits.size() != 2 || hex_digit(digits[0]) < 0 ||
                  hex_digit(digits[1]) < 0;
-        if (!ended_) found.push_back(static_cast<std::size_t>(digits.data() - text_.data()));
+        if (!ended_) found.push_back(static_cast<std::size_t>(digits.data() - window_text_.data()));
     }
 
     std::vector<std::size_t> found;
 
 private:
-    std::string_view text_;
+    std::string_view window_text_;
     bool ended_ = false;
 };
 
@@ -35,13 +35,13 @@ void difference::look_at(const edid_buffers& buffers) {
     bytes_.clear();
     for (std::size_t i = 0; i < edid_size; ++i)
         if (buffers.write_buff.at(i) != buffers.read_buff.at(i)) bytes_.push_back(i);
-    write_ = state_of(view_.txt_write);
-    read_ = state_of(view_.txt_read);
+    write_ = state_of(workbench_.txt_write);
+    read_ = state_of(workbench_.txt_read);
 }
 
 const std::vector<std::size_t>& difference::bytes() const {
     static const std::vector<std::size_t> none;
-    return write_ == state_of(view_.txt_write) && read_ == state_of(view_.txt_read) ? bytes_ : none;
+    return write_ == state_of(workbench_.txt_write) && read_ == state_of(workbench_.txt_read) ? bytes_ : none;
 }
 
 std::vector<std::size_t> places_of_bytes(std::string_view window_text) {

@@ -12,7 +12,7 @@ namespace desk {
 /// At which bytes the two sides differed when they were last compared, as long as both texts stay as they were.
 class difference {
 public:
-    explicit difference(const workbench_frame& view) : view_(view) {}
+    explicit difference(const workbench_frame& view) : workbench_(view) {}
 
     /// The sides are compared.
     void look_at(const edid_buffers& buffers);
@@ -28,7 +28,7 @@ private:
     };
     static state state_of(const text_box& box) { return {box.text.replacements(), box.text.get().size()}; }
 
-    const workbench_frame& view_;
+    const workbench_frame& workbench_;
     std::vector<std::size_t> bytes_;
     state write_;
     state read_;

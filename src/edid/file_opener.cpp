@@ -12,10 +12,16 @@ namespace desk {
 
 file_opener::file_opener(machine& m, window& form, workbench_frame& view, shared_fields& fields, window_text& text,
                          previous_files& previous, file_number_1& number)
-    : machine_(m), form_(form), view_(view), fields_(fields), text_(text), previous_(previous), number_(number) {
-    view_.cmd_load.on_click = [this] { cmd_load_click(); };
-    for (std::size_t i = 0; i < view_.lab_pre_f.size(); ++i)
-        view_.lab_pre_f.at(i).on_click = [this, i] { lab_pre_f_click(i); };
+    : machine_(m)
+    , form_(form)
+    , workbench_(view)
+    , fields_(fields)
+    , window_text_(text)
+    , previous_(previous)
+    , number_(number) {
+    workbench_.cmd_load.on_click = [this] { cmd_load_click(); };
+    for (std::size_t i = 0; i < workbench_.lab_pre_f.size(); ++i)
+        workbench_.lab_pre_f.at(i).on_click = [this, i] { lab_pre_f_click(i); };
 }
 
 void file_opener::cmd_load_click() {
@@ -29,7 +35,7 @@ void file_opener::cmd_load_click() {
 
 void file_opener::choose_and_open() {
     prepare_dialog();
-    const auto choice = machine_.files.show(view_.dia_file);
+    const auto choice = machine_.files.show(workbench_.dia_file);
     if (!choice || choice->file_name.empty()) return;
     if (!file_exists(choice->file_name)) return show_box(choice->file_name + " dosen't exist !");
     fields_.edid_file_name = choice->file_name;
@@ -37,13 +43,13 @@ void file_opener::choose_and_open() {
 }
 
 void file_opener::prepare_dialog() {
-    file_dialog_setup& dia_file = view_.dia_file;
+    file_dialog_setup& dia_file = workbench_.dia_file;
     dia_file.kind = file_dialog_setup::dialog_kind::open;
     dia_file.title = "Open edid file";
     dia_file.file_name = "";
     dia_file.filter_index = 1;
     dia_file.filter = "hex / bin / ddc|*.hex;*.bin;*.ddc|*.hex|*.hex|*.bin|*.bin|*.ddc|*.ddc|*.*|*.*";
-    const std::string& newest = view_.lab_pre_f[0].caption;
+    const std::string& newest = workbench_.lab_pre_f[0].caption;
     if (!fields_.edid_file_name.empty())
         dia_file.init_dir = path_part(fields_.edid_file_name, 0);
     else if (!newest.empty() && file_exists(newest))
@@ -54,12 +60,12 @@ void file_opener::prepare_dialog() {
 void file_opener::open_present_name() {
     load_file();
     previous_.add_pre_f();
-    text_.enable_write_side(true);
+    window_text_.enable_write_side(true);
 }
 
 void file_opener::lab_pre_f_click(std::size_t index) {
-    view_.fra_pre_f.visible = false;
-    const std::string path = element(view_.lab_pre_f, index).caption;
+    workbench_.fra_pre_f.visible = false;
+    const std::string path = element(workbench_.lab_pre_f, index).caption;
     if (!path.empty() && file_exists(path)) {
         fields_.edid_file_name = path;
         return open_present_name();
@@ -68,7 +74,7 @@ void file_opener::lab_pre_f_click(std::size_t index) {
         show_box(path + " doesn't exist !");
         previous_.forget(index);
     }
-    if (!fields_.edid_file_name.empty()) text_.enable_write_side(true);
+    if (!fields_.edid_file_name.empty()) window_text_.enable_write_side(true);
 }
 
 void file_opener::load_file() {
@@ -86,9 +92,9 @@ void file_opener::load_file() {
                         file_ok = false;
                     }
                     if (file_ok) {
-                        text_.win2buff(buff::write, 1);
-                        view_.cmd_write_translate.enabled = true;
-                        view_.cmd_sum_write.enabled = true;
+                        window_text_.win2buff(buff::write, 1);
+                        workbench_.cmd_write_translate.enabled = true;
+                        workbench_.cmd_sum_write.enabled = true;
                     } else {
                         show_box("Data Error !");
                     }
@@ -98,11 +104,11 @@ void file_opener::load_file() {
 
 template <class Read>
 void file_opener::load(byte_step::append when, Read read) {
-    view_.txt_write.text = "";
+    workbench_.txt_write.text = "";
     fields_.write_text_file = fields_.edid_file_name;
     file_ok = true;
     const std::string file = number_.open_for_reading(fields_.edid_file_name);
-    byte_step step(view_, text_, when);
+    byte_step step(workbench_, window_text_, when);
     // what fails in here leaves the file open
     if (!read(file, step)) file_ok = false;
     number_.close();

@@ -42,9 +42,9 @@ private:
 
     machine& machine_;
     window& form_;
-    workbench_frame& view_;
+    workbench_frame& workbench_;
     shared_fields& fields_;
-    window_text& text_;
+    window_text& window_text_;
     previous_files& previous_;
     file_number_1& number_;
 };

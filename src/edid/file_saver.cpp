@@ -21,20 +21,20 @@ constexpr int hex_filter = 1;
 
 file_saver::file_saver(machine& m, window& form, workbench_frame& view, shared_fields& fields, previous_files& previous,
                        const file_number_1& number)
-    : machine_(m), form_(form), view_(view), fields_(fields), previous_(previous), number_(number) {
-    view_.cmd_save_write.on_click = [this] { cmd_save_write_click(); };
-    view_.cmd_save_read.on_click = [this] { cmd_save_read_click(); };
+    : machine_(m), form_(form), workbench_(view), fields_(fields), previous_(previous), number_(number) {
+    workbench_.cmd_save_write.on_click = [this] { cmd_save_write_click(); };
+    workbench_.cmd_save_read.on_click = [this] { cmd_save_read_click(); };
 }
 
 void file_saver::cmd_save_write_click() {
-    if (view_.txt_write.text.get().empty())
+    if (workbench_.txt_write.text.get().empty())
         machine_.boxes.show("WRITE window is empty", box_icon::critical, box_buttons::ok);
     else
         save_file(write_side);
 }
 
 void file_saver::cmd_save_read_click() {
-    if (view_.txt_read.text.get().empty())
+    if (workbench_.txt_read.text.get().empty())
         machine_.boxes.show("EDID of Read is empty", box_icon::critical, box_buttons::ok);
     else
         save_file(read_side);
@@ -50,12 +50,12 @@ void file_saver::save_file(int side) {
 }
 
 void file_saver::choose_and_save(int side) {
-    const auto choice = ask_where_to_save(machine_, view_.dia_file, [this] { prepare_dialog(); });
+    const auto choice = ask_where_to_save(machine_, workbench_.dia_file, [this] { prepare_dialog(); });
     if (!choice) return;
     const bool hex = choice->filter_index == hex_filter;
     const std::string name = with_ending(choice->file_name, hex ? ".hex" : ".bin");
     if (hex) choose_hex_type();
-    const std::string text = side == write_side ? view_.txt_write.text : view_.txt_read.text;
+    const std::string text = side == write_side ? workbench_.txt_write.text : workbench_.txt_read.text;
     if (side == write_side) {
         fields_.edid_file_name = name;
         form_.caption = title_with(name);
@@ -66,7 +66,7 @@ void file_saver::choose_and_save(int side) {
 }
 
 void file_saver::prepare_dialog() {
-    file_dialog_setup& dia_file = view_.dia_file;
+    file_dialog_setup& dia_file = workbench_.dia_file;
     dia_file.kind = file_dialog_setup::dialog_kind::save;
     dia_file.title = "Save EDID file";
     dia_file.filter_index = hex_filter;

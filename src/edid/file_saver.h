@@ -33,7 +33,7 @@ private:
 
     machine& machine_;
     window& form_;
-    workbench_frame& view_;
+    workbench_frame& workbench_;
     shared_fields& fields_;
     previous_files& previous_;
     const file_number_1& number_;

@@ -23,7 +23,7 @@ public:
     void lab_pre_f_mouse_move(std::size_t index);
 
 private:
-    workbench_frame& view_;
+    workbench_frame& workbench_;
     const shared_fields& fields_;
 };
 

@@ -24,7 +24,7 @@ public:
     difference differing; ///< what COMP or VERIFY has found last
 
 private:
-    workbench_frame& view_;
+    workbench_frame& workbench_;
 };
 
 } // namespace desk

@@ -39,13 +39,13 @@ std::string reading_words(std::uint8_t edid_src) {
 
 sink_transfers::sink_transfers(exchange& link, workbench_frame& view, shared_fields& fields, edid_buffers& buffers,
                                window_text& text, result_frame& result)
-    : link_(link), view_(view), fields_(fields), buffers_(buffers), text_(text), result_(result) {
-    view_.cmd_read.on_click = [this] { cmd_read_click(); };
-    view_.cmd_write.on_click = [this] { cmd_write_click(); };
-    view_.cmd_verify.on_click = [this] { cmd_verify_click(); };
-    view_.cmd_erase.on_click = [this] { cmd_erase_click(); };
-    for (std::size_t place = 0; place < view_.opt_edid_src.size(); ++place)
-        view_.opt_edid_src.at(place).on_click = [this, place] { opt_edid_src_click(place); };
+    : exchange_(link), workbench_(view), fields_(fields), buffers_(buffers), window_text_(text), result_(result) {
+    workbench_.cmd_read.on_click = [this] { cmd_read_click(); };
+    workbench_.cmd_write.on_click = [this] { cmd_write_click(); };
+    workbench_.cmd_verify.on_click = [this] { cmd_verify_click(); };
+    workbench_.cmd_erase.on_click = [this] { cmd_erase_click(); };
+    for (std::size_t place = 0; place < workbench_.opt_edid_src.size(); ++place)
+        workbench_.opt_edid_src.at(place).on_click = [this, place] { opt_edid_src_click(place); };
 }
 
 void sink_transfers::opt_edid_src_click(std::size_t place) { fields_.edid_src = static_cast<std::uint8_t>(place + 1); }
@@ -54,40 +54,40 @@ bool sink_transfers::command_to_sink(std::string_view cmd) {
     // the generator is told anew each time which sink is meant
     switch (fields_.edid_src) {
     case 1:
-        link_.tx_cmd(command::choose_hdmi_out);
+        exchange_.tx_cmd(command::choose_hdmi_out);
         break;
     case 2:
-        link_.tx_cmd(command::choose_hdmi_in);
+        exchange_.tx_cmd(command::choose_hdmi_in);
         break;
     case 3:
-        link_.tx_cmd(command::choose_vga_out);
+        exchange_.tx_cmd(command::choose_vga_out);
         break;
     default:
         break;
     }
-    if (link_.rx_done) link_.tx_cmd(cmd);
-    return link_.rx_done;
+    if (exchange_.rx_done) exchange_.tx_cmd(cmd);
+    return exchange_.rx_done;
 }
 
 void sink_transfers::read_sink() {
     fields_.read_ok = true;
     if (!command_to_sink(command::read_edid)) {
-        view_.txt_read.text += crlf + "Link Error !" + crlf;
+        workbench_.txt_read.text += crlf + "Link Error !" + crlf;
         fields_.read_ok = false;
         return;
     }
     // straight from the port: tim_rx takes no part
     edid_buffer received{};
-    work bytes_read(link_.progress, edid_size);
+    work bytes_read(exchange_.progress, edid_size);
     int t = 0;
     for (std::size_t n = 0; n < edid_size;) {
-        for (t = 0; link_.host().port.in_count() == 0 && t < read_limit; ++t)
-            delay_sec(link_.host().events, 0.001F);
+        for (t = 0; exchange_.host().port.in_count() == 0 && t < read_limit; ++t)
+            delay_sec(exchange_.host().events, 0.001F);
         if (t == read_limit) {
             fields_.read_ok = false;
             break;
         }
-        for (const std::uint8_t byte : link_.host().port.read()) {
+        for (const std::uint8_t byte : exchange_.host().port.read()) {
             if (n == edid_size) break;
             received.at(n++) = byte;
             bytes_read.step();
@@ -96,35 +96,35 @@ void sink_transfers::read_sink() {
     if (fields_.read_ok)
         buffers_.read_buff = received;
     else if (t == read_limit)
-        view_.txt_read.text += crlf + "Timeout ! Read fail !";
+        workbench_.txt_read.text += crlf + "Timeout ! Read fail !";
     else // another read has failed in the middle of this one
-        link_.host().boxes.show("Wrong response!", box_icon::critical, box_buttons::ok);
+        exchange_.host().boxes.show("Wrong response!", box_icon::critical, box_buttons::ok);
 }
 
 void sink_transfers::cmd_read_click() {
-    view_.cmd_read.back_color = color_red;
-    view_.cmd_read.enabled = false;
-    view_.cmd_read_translate.enabled = false;
-    view_.cmd_sum_read.enabled = false;
-    link_.host().events.pump();
+    workbench_.cmd_read.back_color = color_red;
+    workbench_.cmd_read.enabled = false;
+    workbench_.cmd_read_translate.enabled = false;
+    workbench_.cmd_sum_read.enabled = false;
+    exchange_.host().events.pump();
     fields_.read_ok = true;
-    view_.txt_read.text = reading_words(fields_.edid_src);
-    link_.download_mode = false;
+    workbench_.txt_read.text = reading_words(fields_.edid_src);
+    exchange_.download_mode = false;
     read_sink();
     if (fields_.read_ok) {
-        text_.buff2win(buff::read, 2);
-        end_work(view_.cmd_read);
-        view_.cmd_read_translate.enabled = true;
-        view_.cmd_sum_read.enabled = true;
+        window_text_.buff2win(buff::read, 2);
+        end_work(workbench_.cmd_read);
+        workbench_.cmd_read_translate.enabled = true;
+        workbench_.cmd_sum_read.enabled = true;
     } else {
-        end_work(view_.cmd_read);
+        end_work(workbench_.cmd_read);
     }
-    link_.host().events.pump();
+    exchange_.host().events.pump();
 }
 
 void sink_transfers::cmd_write_click() {
-    view_.cmd_write.enabled = false;
-    view_.cmd_write.back_color = color_red;
+    workbench_.cmd_write.enabled = false;
+    workbench_.cmd_write.back_color = color_red;
     const std::string first_line = "Writing WRITE data ..." + crlf;
     if (automatic())
         frm_diag.txt_auto_msg->text = first_line;
@@ -140,14 +140,14 @@ void sink_transfers::cmd_write_click() {
         }
         result_.tell("Link Error !");
         result_.show_pass(false);
-        end_work(view_.cmd_write);
+        end_work(workbench_.cmd_write);
         return;
     }
-    const work writing(link_.progress);
+    const work writing(exchange_.progress);
     send_write_buff();
     const int t = wait_for_answer(write_limit, 0.01F);
-    link_.tim_rx.enabled = false;
-    link_.host().events.pump();
+    exchange_.tim_rx.enabled = false;
+    exchange_.host().events.pump();
     if (automatic())
         tell_write_result_of_run(t);
     else
@@ -155,21 +155,21 @@ void sink_transfers::cmd_write_click() {
 }
 
 void sink_transfers::send_write_buff() {
-    link_.rx_count = 0;
-    link_.rx_text.clear();
-    link_.rx_done = false;
-    link_.drain_output();
-    link_.host().port.discard_input();
-    link_.tim_rx.enabled = true;
-    link_.host().events.pump();
+    exchange_.rx_count = 0;
+    exchange_.rx_text.clear();
+    exchange_.rx_done = false;
+    exchange_.drain_output();
+    exchange_.host().port.discard_input();
+    exchange_.tim_rx.enabled = true;
+    exchange_.host().events.pump();
     for (const std::uint8_t byte : buffers_.write_buff)
-        link_.tx_byte(byte);
+        exchange_.tx_byte(byte);
 }
 
 int sink_transfers::wait_for_answer(int rounds, float s) {
     int t = 0;
-    for (; !link_.rx_done && t < rounds; ++t)
-        delay_sec(link_.host().events, s);
+    for (; !exchange_.rx_done && t < rounds; ++t)
+        delay_sec(exchange_.host().events, s);
     return t;
 }
 
@@ -178,14 +178,14 @@ void sink_transfers::tell_write_result(int t) {
     if (t >= write_limit) {
         result_.tell("WRITE timeout error !" + crlf);
         result_.show_pass(false);
-    } else if (link_.rx_text == write_done) {
+    } else if (exchange_.rx_text == write_done) {
         result_.tell("EWR002 Write completely .");
         result_.show_pass(true);
-    } else if (link_.rx_text == write_failed) {
+    } else if (exchange_.rx_text == write_failed) {
         result_.tell("EWR003 DDC Error,Write Fail !");
         result_.show_pass(false);
     }
-    end_work(view_.cmd_write);
+    end_work(workbench_.cmd_write);
 }
 
 void sink_transfers::tell_write_result_of_run(int t) {
@@ -193,10 +193,10 @@ void sink_transfers::tell_write_result_of_run(int t) {
     if (t >= write_limit) {
         tell_run("WRITE timeout error !" + crlf);
         fields_.run_ok = false;
-    } else if (link_.rx_text == write_done) {
+    } else if (exchange_.rx_text == write_done) {
         tell_run("EWR002 Write completely ." + crlf);
         fields_.run_ok = true;
-    } else if (link_.rx_text == write_failed) {
+    } else if (exchange_.rx_text == write_failed) {
         tell_run("EWR003 DDC Error,Write Fail !" + crlf);
         fields_.run_ok = false;
     }
@@ -210,9 +210,9 @@ void sink_transfers::cmd_verify_click() {
 }
 
 void sink_transfers::verify() {
-    view_.cmd_verify.back_color = color_red;
-    view_.cmd_verify.enabled = false;
-    link_.host().events.pump();
+    workbench_.cmd_verify.back_color = color_red;
+    workbench_.cmd_verify.enabled = false;
+    exchange_.host().events.pump();
     result_.begin("VERIFY", "Reading sink's edid ..." + crlf);
     read_sink();
     if (fields_.read_ok) {
@@ -225,8 +225,8 @@ void sink_transfers::verify() {
         result_.tell("Read sink's edid fail !" + crlf);
         result_.show_pass(false);
     }
-    end_work(view_.cmd_verify);
-    link_.host().events.pump();
+    end_work(workbench_.cmd_verify);
+    exchange_.host().events.pump();
 }
 
 void sink_transfers::verify_in_run() {
@@ -247,33 +247,33 @@ void sink_transfers::verify_in_run() {
 void sink_transfers::tell_run(const std::string& text) { frm_diag.txt_auto_msg->text += text; }
 
 void sink_transfers::cmd_erase_click() {
-    if (link_.host().boxes.show("Are you sure to erase sink's EDID ?", box_icon::question, box_buttons::yes_no) !=
+    if (exchange_.host().boxes.show("Are you sure to erase sink's EDID ?", box_icon::question, box_buttons::yes_no) !=
         box_answer::yes)
         return;
-    view_.cmd_erase.back_color = color_red;
+    workbench_.cmd_erase.back_color = color_red;
     result_.begin("ERASE", "Erasing sink's edid ..." + crlf);
     if (!command_to_sink(command::erase_edid)) {
         result_.tell("Link Error !" + crlf);
-        view_.cmd_erase.back_color = color_button_face;
+        workbench_.cmd_erase.back_color = color_button_face;
         result_.show_pass(false);
         return;
     }
-    link_.rx_count = 0;
-    link_.rx_text.clear();
-    link_.rx_done = false;
-    link_.tim_rx.enabled = true;
-    link_.host().events.pump();
-    const work erasing(link_.progress);
+    exchange_.rx_count = 0;
+    exchange_.rx_text.clear();
+    exchange_.rx_done = false;
+    exchange_.tim_rx.enabled = true;
+    exchange_.host().events.pump();
+    const work erasing(exchange_.progress);
     wait_for_answer(erase_limit, 0.05F);
-    const bool erased = link_.rx_done && link_.rx_text == erase_done;
+    const bool erased = exchange_.rx_done && exchange_.rx_text == erase_done;
     if (erased)
         result_.tell("ERS002 ERASE complete.");
-    else if (link_.rx_done && link_.rx_text == erase_failed)
+    else if (exchange_.rx_done && exchange_.rx_text == erase_failed)
         result_.tell("ERS003 DDC Error,Erase fail !");
     else
         result_.tell("Timeout Error !");
     // The desk behaves so: tim_rx goes on ticking.
-    view_.cmd_erase.back_color = color_button_face;
+    workbench_.cmd_erase.back_color = color_button_face;
     result_.show_pass(erased);
 }
 

@@ -27,7 +27,7 @@ public:
     };
     automatic_run_window frm_diag;
 
-    work_progress& progress() { return link_.progress; }
+    work_progress& progress() { return exchange_.progress; }
 
     void cmd_read_click();
     void cmd_write_click();
@@ -49,11 +49,11 @@ private:
     void verify();
     void verify_in_run();
 
-    exchange& link_;
-    workbench_frame& view_;
+    exchange& exchange_;
+    workbench_frame& workbench_;
     shared_fields& fields_;
     edid_buffers& buffers_;
-    window_text& text_;
+    window_text& window_text_;
     result_frame& result_;
 };
 

@@ -32,13 +32,13 @@ private:
 } // namespace
 
 window_text::window_text(window& form, workbench_frame& view, edid_buffers& buffers, event_pump& events)
-    : form_(form), view_(view), buffers_(buffers), events_(events) {
-    view_.cmd_clear_read.on_click = [this] { cmd_clear_read_click(); };
-    view_.cmd_clear_file.on_click = [this] { cmd_clear_file_click(); };
+    : form_(form), workbench_(view), buffers_(buffers), events_(events) {
+    workbench_.cmd_clear_read.on_click = [this] { cmd_clear_read_click(); };
+    workbench_.cmd_clear_file.on_click = [this] { cmd_clear_file_click(); };
 }
 
 void window_text::win2buff(std::uint8_t buff_type, int /*win_type*/) {
-    const text_box& source = buff_type == buff::write ? view_.txt_write : view_.txt_read;
+    const text_box& source = buff_type == buff::write ? workbench_.txt_write : workbench_.txt_read;
     edid_buffer& target = buffers_.of(buff_type);
     into_buffer stored(target);
     while_doing([] { return "Taking the bytes out of a window's text"; },
@@ -49,12 +49,12 @@ void window_text::win2buff(std::uint8_t buff_type, int /*win_type*/) {
 
 void window_text::buff2win(std::uint8_t buff_type, int win_type) {
     const bool write_side = win_type == 1;
-    text_box& shown = write_side ? view_.txt_write : view_.txt_read;
+    text_box& shown = write_side ? workbench_.txt_write : workbench_.txt_read;
     shown.text = "";
     checksum_rule rule;
     for (const std::uint8_t byte : buffers_.of(buff_type)) {
         if (const auto sum = rule.compare(byte))
-            write_side ? show_write_checksum(*sum) : show_checksum(view_.lab_read_checksum, *sum);
+            write_side ? show_write_checksum(*sum) : show_checksum(workbench_.lab_read_checksum, *sum);
         shown.text += canonical_piece(byte, rule.count());
         rule.take(byte);
     }
@@ -67,35 +67,35 @@ void window_text::show_checksum(std::array<label, 2>& labels, const block_checks
 }
 
 void window_text::show_write_checksum(const block_checksum& sum) {
-    show_checksum(view_.lab_write_checksum, sum);
+    show_checksum(workbench_.lab_write_checksum, sum);
     if (!sum.correct) {
         // The desk behaves so: a block that needs 256 fails here, with its label already changed.
         while_doing(
             [&] { return "Keeping the checksum that block " + number_text(static_cast<int>(sum.block)) + " needs"; },
             [&] { element(recover_sum, sum.block) = to_byte(sum.needed); });
     }
-    element(view_.cmd_recover, sum.block).visible = !sum.correct;
+    element(workbench_.cmd_recover, sum.block).visible = !sum.correct;
 }
 
 void window_text::enable_write_side(bool on) {
-    view_.cmd_write.enabled = on;
-    view_.cmd_verify.enabled = on;
-    view_.cmd_w_auto.enabled = on;
+    workbench_.cmd_write.enabled = on;
+    workbench_.cmd_verify.enabled = on;
+    workbench_.cmd_w_auto.enabled = on;
     if (!on) {
-        view_.cmd_write_translate.enabled = false;
-        view_.cmd_sum_write.enabled = false;
+        workbench_.cmd_write_translate.enabled = false;
+        workbench_.cmd_sum_write.enabled = false;
     }
     events_.pump();
 }
 
 void window_text::cmd_clear_read_click() {
-    view_.txt_read.text = "";
-    view_.cmd_read_translate.enabled = false;
-    view_.cmd_sum_read.enabled = false;
+    workbench_.txt_read.text = "";
+    workbench_.cmd_read_translate.enabled = false;
+    workbench_.cmd_sum_read.enabled = false;
 }
 
 void window_text::cmd_clear_file_click() {
-    view_.txt_write.text = "";
+    workbench_.txt_write.text = "";
     form_.caption = title;
     enable_write_side(false);
 }

@@ -39,7 +39,7 @@ private:
     static void show_checksum(std::array<label, 2>& labels, const block_checksum& sum);
 
     window& form_;
-    workbench_frame& view_;
+    workbench_frame& workbench_;
     edid_buffers& buffers_;
     event_pump& events_;
 };

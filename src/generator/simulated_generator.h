@@ -20,7 +20,7 @@ public:
     /// Starts with the power-on values and a sink on each connector. Throws as `set_catalogue_size`.
     simulated_generator(int timing_count, int pattern_count);
 
-    /// How many timings and patterns there are, 0 to 998 each; favourite flags of rows that stay are kept.
+    /// How many timings and patterns there are, 0 to 998 each; favorite flags of rows that stay are kept.
     /// Throws failure::invalid_procedure_call for other numbers.
     void set_catalogue_size(int timing_count, int pattern_count);
     int timing_count() const { return static_cast<int>(state.favorite_timings.size()); }

@@ -146,9 +146,9 @@ void exchange::judge_answer() {
         if (rx_count >= count) rx_done = true;
     };
     if (download_mode && view_mode == view::favorite_timing)
-        return expect(to_integer(fav_timing_count * favourite_record));
+        return expect(to_integer(fav_timing_count * favorite_record));
     if (download_mode && view_mode == view::favorite_pattern)
-        return expect(to_integer(fav_pattern_count * favourite_record));
+        return expect(to_integer(fav_pattern_count * favorite_record));
     if (download_mode && view_mode == view::autorun_config) return expect(autorun_rows * autorun_record);
     if (download_mode && view_mode == view::pattern_select && selected_pattern() == motion_string_pattern)
         return expect(custom_string_answer);

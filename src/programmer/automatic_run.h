@@ -8,7 +8,7 @@
 
 namespace desk {
 
-/// The AUTO face of frm_diag: stamps a serial number into `write_buff`, writes the sink, verifies it and steps the
+/// The AUTO page of frm_diag: stamps a serial number into `write_buff`, writes the sink, verifies it and steps the
 /// number on, one unit after another. The text of the WRITE window does not follow.
 class automatic_run {
 public:

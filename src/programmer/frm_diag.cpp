@@ -12,7 +12,7 @@ namespace desk {
 
 frm_diag::frm_diag(shared_fields& fields, edid_buffers& buffers, window_text& text, serial_number& serial,
                    sink_transfers& transfers, event_pump& events)
-    : fields_(fields), buffers_(buffers), text_(text), run(fields, serial, transfers, events, cmd_ok) {
+    : fields_(fields), buffers_(buffers), window_text_(text), run(fields, serial, transfers, events, cmd_ok) {
     lay_out_controls();
     opt_hex_type[0].value = true;
     cbo_eeprom.on_click = [this] { cbo_eeprom_click(); };
@@ -26,22 +26,22 @@ frm_diag::frm_diag(shared_fields& fields, edid_buffers& buffers, window_text& te
 void frm_diag::load() {
     switch (fields_.diag_mode) {
     case diag::hex_style:
-        show_face(fra_save_hex, "OK");
+        show_page(fra_save_hex, "OK");
         break;
     case diag::automatic_run:
         run.load();
-        show_face(run.fra_auto, "CANCEL");
+        show_page(run.fra_auto, "CANCEL");
         run.cmd_run.visible = true;
         break;
     case diag::write_checksum:
         load_sum();
         fra_sum.caption = "[ WRITE ] Checksum of programmer";
-        show_face(fra_sum, "EXIT");
+        show_page(fra_sum, "EXIT");
         break;
     case diag::read_checksum:
         load_sum();
         fra_sum.caption = "[ READ ] Checksum of programmer";
-        show_face(fra_sum, "EXIT");
+        show_page(fra_sum, "EXIT");
         break;
     default:
         break;
@@ -62,8 +62,8 @@ void frm_diag::load_sum() {
                 });
 }
 
-void frm_diag::show_face(frame& face, const char* cmd_ok_caption) {
-    face.visible = true;
+void frm_diag::show_page(frame& page, const char* cmd_ok_caption) {
+    page.visible = true;
     cmd_ok.caption = cmd_ok_caption;
     cmd_ok.visible = true;
 }
@@ -93,7 +93,7 @@ void frm_diag::cmd_ok_click() {
     if (fields_.diag_mode == diag::hex_style)
         fields_.hex_type = opt_hex_type[0].value ? hex_style::simple : hex_style::c_language;
     // what the run has put into write_buff is dropped
-    if (fields_.diag_mode == diag::automatic_run) text_.win2buff(buff::write, 1);
+    if (fields_.diag_mode == diag::automatic_run) window_text_.win2buff(buff::write, 1);
     fields_.diag_mode = diag::none;
     form.visible = false;
 }

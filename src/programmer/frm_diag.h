@@ -11,12 +11,12 @@
 
 namespace desk {
 
-/// The programmer's window, with three faces that who opens it chooses by `diag_mode`: the sum of a memory image, the
+/// The programmer's window, with three pages that who opens it chooses by `diag_mode`: the sum of a memory image, the
 /// style of a HEX file that is being saved, and the automatic run. Each opening has a fresh one.
 class frm_diag {
     shared_fields& fields_; // first: the parts below are built on them
     edid_buffers& buffers_;
-    window_text& text_;
+    window_text& window_text_;
 
 public:
     frm_diag(shared_fields& fields, edid_buffers& buffers, window_text& text, serial_number& serial,
@@ -40,7 +40,7 @@ public:
 
     automatic_run run;
 
-    /// Shows the face of `diag_mode`. Throws failure::invalid_property_value or failure::subscript_out_of_range where
+    /// Shows the page of `diag_mode`. Throws failure::invalid_property_value or failure::subscript_out_of_range where
     /// the settings file holds a choice that is not there.
     void load();
 
@@ -53,7 +53,7 @@ public:
 private:
     void lay_out_controls();
     void load_sum();
-    void show_face(frame& face, const char* cmd_ok_caption);
+    void show_page(frame& page, const char* cmd_ok_caption);
     double sum_of_image() const;
 };
 

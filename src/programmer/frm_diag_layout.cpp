@@ -5,11 +5,11 @@ namespace desk {
 
 namespace {
 
-// the three faces lie over each other
-constexpr int face_left = 120;
-constexpr int face_top = 120;
-constexpr int face_width = 5280;
-constexpr int face_height = 4500;
+// the three pages lie over each other
+constexpr int page_left = 120;
+constexpr int page_top = 120;
+constexpr int page_width = 5280;
+constexpr int page_height = 4500;
 
 constexpr int row_height = 420;
 constexpr int inside = 240;
@@ -19,7 +19,7 @@ constexpr int inside = 240;
 void frm_diag::lay_out_controls() {
     form.name = "frm_diag";
     form.caption = "EDID";
-    form.width = face_left + face_width + 120;
+    form.width = page_left + page_width + 120;
     form.height = 5310;
 
     frame* const in_window = nullptr;
@@ -27,7 +27,7 @@ void frm_diag::lay_out_controls() {
 
     // clang-format off
     lay_out(form, {
-        {fra_sum, "fra_sum", in_window, face_left, face_top, face_width, face_height, "SUM", hidden | view_frame},
+        {fra_sum, "fra_sum", in_window, page_left, page_top, page_width, page_height, "SUM", hidden | view_frame},
         {lab_eeprom, "lab_eeprom", &fra_sum, inside, 600, 1440, row_height, "EEPROM Size", in_middle},
         {cbo_eeprom, "cbo_eeprom", &fra_sum, 1740, 600, 3300, row_height},
         {lab_unused, "lab_unused", &fra_sum, inside, 1140, 1440, row_height, "Unused Bytes", in_middle},
@@ -37,11 +37,11 @@ void frm_diag::lay_out_controls() {
         {cmd_checksum, "cmd_checksum", &fra_sum, inside, 2340, 1380, row_height, "CHECKSUM"},
         {lab_checksum, "lab_checksum", &fra_sum, 1740, 2250, 3300, 600, "", large_bold | in_middle},
 
-        {fra_save_hex, "fra_save_hex", in_window, face_left, face_top, face_width, face_height, "HEX Type", hidden | view_frame},
+        {fra_save_hex, "fra_save_hex", in_window, page_left, page_top, page_width, page_height, "HEX Type", hidden | view_frame},
         {opt_hex_type[0], "opt_hex_type(0)", &fra_save_hex, inside, 600, 4680, row_height, "save simple-type HEX"},
         {opt_hex_type[1], "opt_hex_type(1)", &fra_save_hex, inside, 1080, 4680, row_height, "save C-language-type HEX"},
 
-        {r.fra_auto, "fra_auto", in_window, face_left, face_top, face_width, face_height, "AUTO", hidden | view_frame},
+        {r.fra_auto, "fra_auto", in_window, page_left, page_top, page_width, page_height, "AUTO", hidden | view_frame},
         {r.lab_sn, "lab_sn", &r.fra_auto, inside, 540, 1020, row_height, "Serial No.", in_middle},
         {r.txt_sn, "txt_sn", &r.fra_auto, 1320, 540, 1740, row_height, "", fixed_pitch},
         {r.cmd_add, "cmd_add", &r.fra_auto, 3120, 540, 420, row_height, "+"},

@@ -31,10 +31,10 @@ private:
     void show_and_rest_write(std::int16_t diag_mode);
 
     machine& machine_;
-    workbench_frame& view_;
+    workbench_frame& workbench_;
     shared_fields& fields_;
     edid_buffers& buffers_;
-    window_text& text_;
+    window_text& window_text_;
     serial_number& serial_;
     sink_transfers& transfers_;
     std::shared_ptr<frm_diag> frm_diag_; // the last one opened, to be looked at when the program has ended in it

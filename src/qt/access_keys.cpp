@@ -168,12 +168,12 @@ int underlined_letter(const control& c, const std::string& caption) {
     return found == caption.end() ? -1 : static_cast<int>(found - caption.begin());
 }
 
-access_keys::access_keys(QWidget& face, desk::window& model, event_gate& gate) : model_(model), gate_(gate) {
+access_keys::access_keys(QWidget& adapter, desk::window& model, event_gate& gate) : model_(model), gate_(gate) {
     std::set<QKeySequence> known;
     for (const control* c : model.controls()) {
         for (const QKeySequence& key : possible_keys(*c)) {
             if (key.isEmpty() || !known.insert(key).second) continue;
-            auto* const shortcut = new QShortcut(key, &face);
+            auto* const shortcut = new QShortcut(key, &adapter);
             shortcut->setAutoRepeat(false);
             connect(shortcut, &QShortcut::activated, this, [this, key] { press(key); });
         }

@@ -24,7 +24,7 @@ int underlined_letter(const control& c, const std::string& caption);
 /// control gets the focus, and so do the buttons of the panel, whose rows a key walks along.
 class access_keys : public QObject {
 public:
-    access_keys(QWidget& face, desk::window& model, event_gate& gate);
+    access_keys(QWidget& adapter, desk::window& model, event_gate& gate);
 
     /// The control that a key works now; none: nullptr.
     control* meant_by(const QKeySequence& key) const;

@@ -24,18 +24,18 @@ QRect place_of(const QWidget& frame, const control& c) {
 } // namespace
 
 color_patch::color_patch(QWidget& frame, const desk_frame& desk, const color_settings& colors)
-    : QWidget(&frame), desk_(desk), colors_(colors) {
+    : QWidget(&frame), desk_frame_(desk), colors_(colors) {
     setObjectName("color_patch");
     hide();
 }
 
 void color_patch::follow() {
-    const slider& last = desk_.hsr_color_setting.back();
+    const slider& last = desk_frame_.hsr_color_setting.back();
     const bool shows = last.shown() && last.enabled && colors_.color_mode != 0;
     if (shows) {
         const double scale = plan_scale(this);
         const QRect bar = place_of(*parentWidget(), last);
-        const QRect box = place_of(*parentWidget(), desk_.txt_color_setting.back());
+        const QRect box = place_of(*parentWidget(), desk_frame_.txt_color_setting.back());
         const QRect place(QPoint(bar.left(), bar.bottom() + qRound(distance * scale)),
                           QSize(box.right() - bar.left() + 1, qRound(patch_height * scale)));
         if (geometry() != place) setGeometry(place);

@@ -26,7 +26,7 @@ protected:
 private:
     void tell();
 
-    const desk_frame& desk_;
+    const desk_frame& desk_frame_;
     const color_settings& colors_;
     QColor color_;
     int color_mode_ = 0;

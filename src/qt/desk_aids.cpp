@@ -15,12 +15,12 @@ Widget& widget_in(QWidget& window, const char* name) {
 } // namespace
 
 desk_aids::desk_aids(QWidget& window, const frm_main& desk)
-    : link_(desk.link)
-    , bar_(*new work_bar(window, desk.link))
-    , words_(*new waiting_words(widget_in(window, "fra_status")))
-    , patch_(*new color_patch(widget_in(window, "fra_desk"), desk.desk_area, desk.colors))
-    , texts_(widget_in<text_page>(window, "txt_write"), widget_in<text_page>(window, "txt_read"), desk.edid,
-             desk.result.differing) {}
+    : exchange_(desk.exchange)
+    , bar_(*new work_bar(window, desk.exchange))
+    , words_(*new retry_label(widget_in(window, "fra_status")))
+    , patch_(*new color_patch(widget_in(window, "fra_desk"), desk.desk_frame, desk.color_settings))
+    , texts_(widget_in<text_page>(window, "txt_write"), widget_in<text_page>(window, "txt_read"), desk.workbench,
+             desk.result_frame.differing) {}
 
 void desk_aids::follow() {
     bar_.follow();
@@ -31,7 +31,7 @@ void desk_aids::follow() {
 
 void desk_aids::follow_in(QWidget& modal_window) {
     auto* bar = modal_window.findChild<work_bar*>({}, Qt::FindDirectChildrenOnly);
-    if (bar == nullptr) bar = new work_bar(modal_window, link_); // it goes with its window
+    if (bar == nullptr) bar = new work_bar(modal_window, exchange_); // it goes with its window
     bar->follow();
 }
 

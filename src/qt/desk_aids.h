@@ -1,8 +1,8 @@
 #pragma once
 
 #include "qt/color_patch.h"
+#include "qt/retry_label.h"
 #include "qt/two_texts.h"
-#include "qt/waiting_words.h"
 #include "qt/work_bar.h"
 #include "shell/frm_main.h"
 
@@ -19,9 +19,9 @@ public:
     void follow_in(QWidget& modal_window);
 
 private:
-    const exchange& link_;
+    const exchange& exchange_;
     work_bar& bar_;
-    waiting_words& words_;
+    retry_label& words_;
     color_patch& patch_;
     two_texts texts_;
 };

@@ -21,11 +21,11 @@ desk_program::desk_program(std::filesystem::path program_directory)
     };
     gate_.timer_starts = [this] { events_.share_phase(); };
     gate_.leave = [this] { leave(); };
-    desk_.about_view.cmd_about.tool_tip = "VELOTRACE Desk " + std::string(build_version());
+    desk_.about.cmd_about.tool_tip = "VELOTRACE Desk " + std::string(build_version());
 }
 
 bool desk_program::start() {
-    window_ = std::make_unique<window_face>(desk_.form, gate_);
+    window_ = std::make_unique<window_adapter>(desk_.form, gate_);
     aids_.emplace(*window_, desk_);
     boxes_.parent = window_.get();
     files_.parent = window_.get();
@@ -75,7 +75,8 @@ void desk_program::save_all() {
 }
 
 std::string desk_program::rescue() {
-    std::string lines = rescue_window_texts(desk_.edid, desk_.fields, machine_.program_directory, user_data_directory);
+    std::string lines =
+        rescue_window_texts(desk_.workbench, desk_.shared_fields, machine_.program_directory, user_data_directory);
     std::istringstream each(lines);
     for (std::string line; std::getline(each, line);)
         write_to_standard_error("velotrace: " + line + "\n");

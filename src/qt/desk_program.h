@@ -10,7 +10,7 @@
 #include "qt/qt_dialogs.h"
 #include "qt/qt_events.h"
 #include "qt/qt_modal_windows.h"
-#include "qt/window_face.h"
+#include "qt/window_adapter.h"
 #include "shell/frm_main.h"
 
 #include <filesystem>
@@ -38,7 +38,7 @@ public:
     void end_in_order();
 
     frm_main& desk() { return desk_; }
-    window_face& main_window() { return *window_; }
+    window_adapter& main_window() { return *window_; }
     event_gate& gate() { return gate_; }
     /// 1 after a run-time failure.
     int exit_status() const { return gate_.failure() ? 1 : 0; }
@@ -59,7 +59,7 @@ private:
     std::unique_ptr<serial_port> port_;
     machine machine_;
     frm_main desk_{machine_};
-    std::unique_ptr<window_face> window_;
+    std::unique_ptr<window_adapter> window_;
     std::optional<desk_aids> aids_;
     std::optional<lost_display> lost_display_;
 };

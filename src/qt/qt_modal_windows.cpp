@@ -8,12 +8,12 @@ void qt_modal_windows::show(window& w) {
     gate_.throw_if_over();
     const busy_pointer::usual usual_pointer(gate_.pointer);
     w.visible = true;
-    window_face face(w, gate_, parent);
+    window_adapter adapter(w, gate_, parent);
     QEventLoop loop;
-    QObject::connect(&face, &window_face::hidden, &loop, &QEventLoop::quit);
-    open_.push_back(&face);
+    QObject::connect(&adapter, &window_adapter::hidden, &loop, &QEventLoop::quit);
+    open_.push_back(&adapter);
     if (gate_.follow) gate_.follow();
-    face.focus_first();
+    adapter.focus_first();
     // whatever else ends the loop, the window stands until it is closed
     while (w.visible && !gate_.over())
         loop.exec();
@@ -23,13 +23,13 @@ void qt_modal_windows::show(window& w) {
 
 void qt_modal_windows::follow() {
     // one that is closed by this leaves its place when its own loop has ended
-    for (window_face* face : std::vector(open_))
-        face->follow();
+    for (window_adapter* adapter : std::vector(open_))
+        adapter->follow();
 }
 
 void qt_modal_windows::hide_all() {
-    for (window_face* face : std::vector(open_))
-        face->hide();
+    for (window_adapter* adapter : std::vector(open_))
+        adapter->hide();
 }
 
 } // namespace desk::qt

@@ -2,7 +2,7 @@
 
 #include "platform/modal_windows.h"
 #include "qt/event_gate.h"
-#include "qt/window_face.h"
+#include "qt/window_adapter.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -30,7 +30,7 @@ public:
 
 private:
     event_gate& gate_;
-    std::vector<window_face*> open_;
+    std::vector<window_adapter*> open_;
 };
 
 } // namespace desk::qt

@@ -23,7 +23,7 @@ constexpr int steps_across = 40;
 
 } // namespace
 
-work_bar::work_bar(QWidget& window, const exchange& link) : QProgressBar(&window), window_(window), link_(link) {
+work_bar::work_bar(QWidget& window, const exchange& link) : QProgressBar(&window), window_(window), exchange_(link) {
     setObjectName("work_bar");
     setAccessibleName("Progress");
     setTextVisible(false);
@@ -37,12 +37,12 @@ work_bar::work_bar(QWidget& window, const exchange& link) : QProgressBar(&window
 }
 
 void work_bar::follow() {
-    if (link_.tries < 2)
+    if (exchange_.tries < 2)
         again_.invalidate();
     else if (!again_.isValid())
         again_.start();
     const bool tries_again = again_.isValid() && again_.elapsed() >= shown_after_ms;
-    const bool busy = link_.progress.at_work() || tries_again;
+    const bool busy = exchange_.progress.at_work() || tries_again;
     if (!busy) {
         if (busy_.isValid() && isVisible()) goes_.start();
         busy_.invalidate();
@@ -54,10 +54,10 @@ void work_bar::follow() {
     // less shows only if the bar is there already
     if (busy_.elapsed() < shown_after_ms && !tries_again && !isVisible()) return;
     goes_.stop();
-    measured_ = !tries_again && !link_.progress.has_no_measure();
+    measured_ = !tries_again && !exchange_.progress.has_no_measure();
     if (measured_) {
         wanders_.invalidate();
-        setValue(static_cast<int>(link_.progress.fraction() * whole));
+        setValue(static_cast<int>(exchange_.progress.fraction() * whole));
     } else {
         if (!wanders_.isValid()) wanders_.start();
         const int step = static_cast<int>(wanders_.elapsed() / step_ms);

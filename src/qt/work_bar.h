@@ -31,7 +31,7 @@ private:
     void come_up();
 
     QWidget& window_;
-    const exchange& link_;
+    const exchange& exchange_;
     QElapsedTimer busy_;    // since the work began
     QElapsedTimer again_;   // since a command was sent again
     QElapsedTimer wanders_; // since the piece began to wander

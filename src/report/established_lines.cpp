@@ -1,7 +1,7 @@
 #include "report/established_lines.h"
 
 #include "translate/decode/established.h"
-#include "translate/decode/pieces.h"
+#include "translate/decode/text_output.h"
 
 #include <array>
 #include <cstddef>

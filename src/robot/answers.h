@@ -20,7 +20,7 @@ inline std::string ok() { return "ok"; }
 std::string ok(const json& value);
 std::string refused(std::string_view reason);
 /// The reason for a command whose words make no sense.
-inline constexpr std::string_view bad_words = "the command's words are off";
+inline constexpr std::string_view bad_tokens = "the command's words are off";
 std::string fatal(const runtime_failure& failure);
 
 } // namespace desk::robot

@@ -8,18 +8,18 @@ namespace desk::robot {
 
 namespace {
 
-using words_in = const std::vector<word>&;
+using tokens_in = const std::vector<token>&;
 
 constexpr const char* not_for_this_kind = "a control of this kind does not take that";
 constexpr const char* nothing_listens = "nothing listens to that";
 
 /// The number at a place of the command; nothing where it is missing or no number.
-std::optional<int> number_at(words_in words, std::size_t place) {
-    return words.size() == place + 1 ? number_of(words[place]) : std::nullopt;
+std::optional<int> number_at(tokens_in tokens, std::size_t place) {
+    return tokens.size() == place + 1 ? number_of(tokens[place]) : std::nullopt;
 }
 
-std::string click_it(control& c, words_in words) {
-    if (words.size() != 2) return refused(bad_words);
+std::string click_it(control& c, tokens_in tokens) {
+    if (tokens.size() != 2) return refused(bad_tokens);
     if (auto* b = dynamic_cast<button*>(&c)) {
         if (!b->on_click) return refused(nothing_listens);
         click(*b);
@@ -39,16 +39,16 @@ std::string click_it(control& c, words_in words) {
     return ok();
 }
 
-std::string double_click_it(control& c, words_in words) {
+std::string double_click_it(control& c, tokens_in tokens) {
     auto* l = dynamic_cast<list_view*>(&c);
-    if (l == nullptr || words.size() != 2) return refused(not_for_this_kind);
+    if (l == nullptr || tokens.size() != 2) return refused(not_for_this_kind);
     double_click(*l);
     return ok();
 }
 
-std::string select_it(control& c, words_in words) {
-    const auto n = number_at(words, 2);
-    if (!n) return refused(bad_words);
+std::string select_it(control& c, tokens_in tokens) {
+    const auto n = number_at(tokens, 2);
+    if (!n) return refused(bad_tokens);
     if (auto* l = dynamic_cast<list_view*>(&c)) {
         if (*n < 1 || *n > l->row_count()) return refused("no such row");
         choose_row(*l, *n);
@@ -61,64 +61,64 @@ std::string select_it(control& c, words_in words) {
     return ok();
 }
 
-std::string check_it(control& c, words_in words) {
+std::string check_it(control& c, tokens_in tokens) {
     auto* l = dynamic_cast<list_view*>(&c);
     if (l == nullptr) return refused(not_for_this_kind);
-    const auto n = words.size() == 4 ? number_of(words[2]) : std::nullopt;
-    if (!n || (words[3].text != "on" && words[3].text != "off")) return refused(bad_words);
+    const auto n = tokens.size() == 4 ? number_of(tokens[2]) : std::nullopt;
+    if (!n || (tokens[3].text != "on" && tokens[3].text != "off")) return refused(bad_tokens);
     if (!l->check_boxes) return refused("the list shows no check boxes");
     if (*n < 1 || *n > l->row_count()) return refused("no such row");
-    set_check(*l, *n, words[3].text == "on");
+    set_check(*l, *n, tokens[3].text == "on");
     return ok();
 }
 
-std::string type_it(control& c, words_in words) {
+std::string type_it(control& c, tokens_in tokens) {
     auto* t = dynamic_cast<text_box*>(&c);
     if (t == nullptr) return refused(not_for_this_kind);
-    if (words.size() != 3 || !words[2].quoted) return refused(bad_words);
+    if (tokens.size() != 3 || !tokens[2].quoted) return refused(bad_tokens);
     if (t->locked) return refused("the box is locked");
-    if (t->max_length > 0 && character_count(words[2].text) > static_cast<std::size_t>(t->max_length))
+    if (t->max_length > 0 && character_count(tokens[2].text) > static_cast<std::size_t>(t->max_length))
         return refused("the box holds fewer characters");
-    type_text(*t, words[2].text);
+    type_text(*t, tokens[2].text);
     return ok();
 }
 
-std::string focus_it(control& c, words_in words) {
+std::string focus_it(control& c, tokens_in tokens) {
     auto* t = dynamic_cast<text_box*>(&c);
-    if (t == nullptr || words.size() != 2) return refused(not_for_this_kind);
+    if (t == nullptr || tokens.size() != 2) return refused(not_for_this_kind);
     t->set_focus();
     return ok();
 }
 
-std::string press_key_in_it(control& c, words_in words) {
-    const auto code = number_at(words, 2);
-    if (!code) return refused(bad_words);
+std::string press_key_in_it(control& c, tokens_in tokens) {
+    const auto code = number_at(tokens, 2);
+    if (!code) return refused(bad_tokens);
     c.set_focus();
     if (auto* t = dynamic_cast<text_box*>(&c)) press_key(*t, *code);
     return ok();
 }
 
-std::string key_up_in_it(control& c, words_in words) {
+std::string key_up_in_it(control& c, tokens_in tokens) {
     auto* l = dynamic_cast<list_view*>(&c);
-    if (l == nullptr || words.size() != 2) return refused(not_for_this_kind);
+    if (l == nullptr || tokens.size() != 2) return refused(not_for_this_kind);
     key_up(*l);
     return ok();
 }
 
 template <class Move>
-std::string move_it(control& c, words_in words, const event slider::*listener, Move move) {
-    const auto n = number_at(words, 2);
+std::string move_it(control& c, tokens_in tokens, const event slider::*listener, Move move) {
+    const auto n = number_at(tokens, 2);
     auto* s = dynamic_cast<slider*>(&c);
     if (s == nullptr) return refused(not_for_this_kind);
-    if (!n) return refused(bad_words);
+    if (!n) return refused(bad_tokens);
     if (!(s->*listener)) return refused(nothing_listens);
     if (*n < s->minimum || *n > s->maximum) return refused("outside the slider's range");
     move(*s, *n);
     return ok();
 }
 
-std::string hover_it(control& c, words_in words) {
-    if (words.size() != 2) return refused(bad_words);
+std::string hover_it(control& c, tokens_in tokens) {
+    if (tokens.size() != 2) return refused(bad_tokens);
     if (auto* l = dynamic_cast<label*>(&c)) hover(*l);
     return ok();
 }
@@ -135,8 +135,8 @@ const std::map<std::string, operator_command>& operator_commands() {
         {"focus", focus_it},
         {"key", press_key_in_it},
         {"keyup", key_up_in_it},
-        {"slide", [](control& c, words_in w) { return move_it(c, w, &slider::on_change, move_slider); }},
-        {"drag", [](control& c, words_in w) { return move_it(c, w, &slider::on_scroll, drag_slider); }},
+        {"slide", [](control& c, tokens_in w) { return move_it(c, w, &slider::on_change, move_slider); }},
+        {"drag", [](control& c, tokens_in w) { return move_it(c, w, &slider::on_scroll, drag_slider); }},
         {"hover", hover_it},
     };
     return table;

@@ -17,13 +17,13 @@ bool scripted_answer::has_echo() const {
     return std::any_of(parts.begin(), parts.end(), [](const part& p) { return p.echo; });
 }
 
-std::optional<scripted_answer> scripted_answer_of(const std::vector<word>& words, std::size_t from) {
+std::optional<scripted_answer> scripted_answer_of(const std::vector<token>& tokens, std::size_t from) {
     scripted_answer result;
-    if (from >= words.size()) return std::nullopt;
-    if (words.size() == from + 1 && !words[from].quoted && words[from].text == "none") return result;
+    if (from >= tokens.size()) return std::nullopt;
+    if (tokens.size() == from + 1 && !tokens[from].quoted && tokens[from].text == "none") return result;
     double pause = 0;
-    for (std::size_t i = from; i < words.size(); ++i) {
-        const word& w = words[i];
+    for (std::size_t i = from; i < tokens.size(); ++i) {
+        const token& w = tokens[i];
         if (!w.quoted && w.text.starts_with('+')) {
             const auto ms = number_of({w.text.substr(1), false, 0});
             if (!ms || *ms < 0) return std::nullopt;

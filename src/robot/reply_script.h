@@ -1,7 +1,7 @@
 #pragma once
 
 #include "generator/answer.h"
-#include "robot/words.h"
+#include "robot/tokens.h"
 
 #include <deque>
 #include <map>
@@ -26,7 +26,7 @@ struct scripted_answer {
 
 /// The parts of an answer from words: a JSON string (code = byte), `echo`, `hex:0AFF`, `+MS`, or `none` alone.
 /// Nothing where a word is none of these.
-std::optional<scripted_answer> scripted_answer_of(const std::vector<word>& words, std::size_t from);
+std::optional<scripted_answer> scripted_answer_of(const std::vector<token>& tokens, std::size_t from);
 
 /// The scripted answers to each command. Several answers to the same command are used in turn, and the last one is
 /// kept for all that follow, until a new one replaces it.

@@ -2,7 +2,7 @@
 
 #include "controls/operator_actions.h"
 #include "edid/rescue.h"
-#include "robot/looking.h"
+#include "robot/inspection.h"
 #include "robot/operator_commands.h"
 #include "runtime/failure.h"
 
@@ -22,9 +22,9 @@ constexpr std::size_t most_nested = 200;
 constexpr const char* nested_too_deep = "too many commands are nested";
 
 /// The number of `after` that a line of commands to be done later begins with.
-std::size_t nested_in(const std::vector<word>& words) {
+std::size_t nested_in(const std::vector<token>& tokens) {
     std::size_t count = 0;
-    while (2 * count < words.size() && words[2 * count].text == "after")
+    while (2 * count < tokens.size() && tokens[2 * count].text == "after")
         ++count;
     return count;
 }
@@ -81,9 +81,9 @@ void robot::serve_until(const std::function<bool()>& closed) {
 std::string robot::answer_line(std::string_view line) {
     const std::size_t first = line.find_first_not_of(" \t\r");
     if (first == std::string_view::npos || line.front() == '#') return "";
-    const auto words = words_of(line);
-    if (!words) return refused("a quoted word is no JSON string");
-    std::string answer = carry_out(*words, line);
+    const auto tokens = tokens_of(line);
+    if (!tokens) return refused("a quoted word is no JSON string");
+    std::string answer = carry_out(*tokens, line);
     if (running() && !windows_.suspends() && events_.clock_ms() < wait_goes_on_until_) {
         answer = run([this] {
             wait_until(wait_goes_on_until_);
@@ -100,14 +100,14 @@ void robot::wait_until(std::int64_t clock_ms) {
     if (!here->visible) wait_goes_on_until_ = clock_ms;
 }
 
-std::string robot::carry_out(words_in words, std::string_view line) {
-    const std::string& name = words.front().text;
-    if (name == "after") return running() ? after(words, line) : refused(no_program);
-    if (const auto found = anytime_.find(name); found != anytime_.end()) return found->second(words);
-    if (const auto found = looking_.find(name); found != looking_.end())
-        return desk_ ? found->second(words) : refused(no_program);
+std::string robot::carry_out(tokens_in tokens, std::string_view line) {
+    const std::string& name = tokens.front().text;
+    if (name == "after") return running() ? after(tokens, line) : refused(no_program);
+    if (const auto found = anytime_.find(name); found != anytime_.end()) return found->second(tokens);
+    if (const auto found = inspecting_.find(name); found != inspecting_.end())
+        return desk_ ? found->second(tokens) : refused(no_program);
     if (const auto found = operating_.find(name); found != operating_.end())
-        return running() ? run([&] { return found->second(words); }) : refused(no_program);
+        return running() ? run([&] { return found->second(tokens); }) : refused(no_program);
     return refused("no such command");
 }
 
@@ -119,34 +119,34 @@ std::string robot::run(const std::function<std::string()>& work) {
 }
 
 std::string robot::fatal_end() {
-    if (!rescued_) rescue_window_texts(desk_->edid, desk_->fields, machine_.program_directory);
+    if (!rescued_) rescue_window_texts(desk_->workbench, desk_->shared_fields, machine_.program_directory);
     rescued_ = true;
     return fatal(*events_.ended_by());
 }
 
 void robot::add_life_commands() {
-    anytime_["start"] = [this](words_in w) { return start(w); };
-    anytime_["quit"] = [this](words_in) {
+    anytime_["start"] = [this](tokens_in w) { return start(w); };
+    anytime_["quit"] = [this](tokens_in) {
         finished_ = true;
         return ok();
     };
-    operating_["stop"] = [this](words_in w) { return stop(w); };
-    operating_["wait"] = [this](words_in w) {
+    operating_["stop"] = [this](tokens_in w) { return stop(w); };
+    operating_["wait"] = [this](tokens_in w) {
         const auto ms = w.size() == 2 ? number_of(w[1]) : std::nullopt;
-        if (!ms || *ms < 0) return refused(bad_words);
+        if (!ms || *ms < 0) return refused(bad_tokens);
         wait_until(events_.clock_ms() + *ms);
         return ok();
     };
-    looking_["why"] = [this](words_in) {
+    inspecting_["why"] = [this](tokens_in) {
         return events_.ended_by() ? ok(events_.ended_by()->sentence()) : refused("there was no fatal end");
     };
-    looking_["clock"] = [this](words_in) { return ok(events_.clock_ms()); };
+    inspecting_["clock"] = [this](tokens_in) { return ok(events_.clock_ms()); };
     for (const auto& [name, unused] : operator_commands())
-        operating_[name] = [this](words_in w) { return operate(w); };
-    operating_["key"] = [this](words_in w) { return press_key(w); };
-    operating_["node"] = [this](words_in w) {
-        tree_view& tree = desk_->translation.tree_edid;
-        if (w.size() != 2) return refused(bad_words);
+        operating_[name] = [this](tokens_in w) { return operate(w); };
+    operating_["key"] = [this](tokens_in w) { return press_key(w); };
+    operating_["node"] = [this](tokens_in w) {
+        tree_view& tree = desk_->translation_frame.tree_edid;
+        if (w.size() != 2) return refused(bad_tokens);
         if (windows_.modal_is_open()) return refused(reason_out_of_reach(tree));
         for (int n = 1; n <= tree.node_count(); ++n) {
             if (tree.node(n).key != w[1].text) continue;
@@ -156,16 +156,16 @@ void robot::add_life_commands() {
         }
         return refused("no such node");
     };
-    operating_["close"] = [this](words_in w) { return close(w); };
-    looking_["later"] = [this](words_in) {
+    operating_["close"] = [this](tokens_in w) { return close(w); };
+    inspecting_["later"] = [this](tokens_in) {
         json answers = json::array();
         answers.swap(later_);
         return ok(answers);
     };
 }
 
-std::string robot::start(words_in words) {
-    if (words.size() != 1) return refused(bad_words);
+std::string robot::start(tokens_in tokens) {
+    if (tokens.size() != 1) return refused(bad_tokens);
     if (running()) return refused("the program runs");
     line_.unplug();
     windows_.start(nullptr);
@@ -177,14 +177,14 @@ std::string robot::start(words_in words) {
     return run([this] {
         desk_->form.on_load();
         desk_->form.visible = true;
-        const int rows = std::clamp<int>(desk_->link.fav_timing_count, 0, 998);
-        line_.simulated.set_catalogue_size(rows, std::clamp<int>(desk_->link.fav_pattern_count, 0, 998));
+        const int rows = std::clamp<int>(desk_->exchange.fav_timing_count, 0, 998);
+        line_.simulated.set_catalogue_size(rows, std::clamp<int>(desk_->exchange.fav_pattern_count, 0, 998));
         return ok();
     });
 }
 
-std::string robot::stop(words_in words) {
-    if (words.size() != 1) return refused(bad_words);
+std::string robot::stop(tokens_in tokens) {
+    if (tokens.size() != 1) return refused(bad_tokens);
     if (windows_.modal_is_open()) return refused("a modal window stands above");
     desk_->form.on_unload();
     line_.unplug();
@@ -193,9 +193,9 @@ std::string robot::stop(words_in words) {
     return ok();
 }
 
-std::string robot::close(words_in words) {
+std::string robot::close(tokens_in tokens) {
     window* const w = windows_.modal_is_open() ? windows_.top() : nullptr;
-    if (words.size() != 2 || w == nullptr || w->name != words[1].text) return refused("no such modal window is open");
+    if (tokens.size() != 2 || w == nullptr || w->name != tokens[1].text) return refused("no such modal window is open");
     if (!w->on_close) return refused("its title bar does not close it");
     w->on_close();
     return ok();
@@ -215,33 +215,33 @@ std::string robot::reason_out_of_reach(const control& c) const {
     return c.usable() ? "" : "the control is disabled";
 }
 
-std::string robot::operate(words_in words) {
-    if (words.size() < 2) return refused(bad_words);
-    control* const c = find_control(words[1].text);
+std::string robot::operate(tokens_in tokens) {
+    if (tokens.size() < 2) return refused(bad_tokens);
+    control* const c = find_control(tokens[1].text);
     if (c == nullptr || c->kind() == control_kind::window) return refused("no such control");
     const std::string reason = reason_out_of_reach(*c);
     if (!reason.empty()) return refused(reason);
-    return operator_commands().at(words[0].text)(*c, words);
+    return operator_commands().at(tokens[0].text)(*c, tokens);
 }
 
-std::string robot::press_key(words_in words) {
-    const auto code = words.size() == 3 ? number_of(words[2]) : std::nullopt;
-    if (!code) return refused(bad_words);
-    control* const c = find_control(words[1].text);
-    if (c == nullptr || c->kind() != control_kind::window) return operate(words);
+std::string robot::press_key(tokens_in tokens) {
+    const auto code = tokens.size() == 3 ? number_of(tokens[2]) : std::nullopt;
+    if (!code) return refused(bad_tokens);
+    control* const c = find_control(tokens[1].text);
+    if (c == nullptr || c->kind() != control_kind::window) return operate(tokens);
     const std::string reason = reason_out_of_reach(*c);
     if (!reason.empty()) return refused(reason);
     if (c->owner->on_key_press) c->owner->on_key_press(*code);
     return ok();
 }
 
-std::string robot::after(words_in words, std::string_view line) {
-    const auto ms = words.size() >= 3 ? number_of(words[1]) : std::nullopt;
-    if (!ms || *ms < 0) return refused(bad_words);
-    if (nested_in(words) > most_nested) return refused(nested_too_deep);
-    const std::string& name = words[2].text;
+std::string robot::after(tokens_in tokens, std::string_view line) {
+    const auto ms = tokens.size() >= 3 ? number_of(tokens[1]) : std::nullopt;
+    if (!ms || *ms < 0) return refused(bad_tokens);
+    if (nested_in(tokens) > most_nested) return refused(nested_too_deep);
+    const std::string& name = tokens[2].text;
     if (!can_be_done_later(name)) return refused("this can't be done later");
-    const std::string rest(line.substr(words[2].at));
+    const std::string rest(line.substr(tokens[2].at));
     events_.later(*ms, [this, name, rest] { run_later(name, rest); });
     return ok();
 }
@@ -264,34 +264,34 @@ void robot::run_later(const std::string& name, const std::string& line) {
 }
 
 std::string robot::do_later(const std::string& name, const std::string& line) {
-    const auto words = words_of(line);
-    if (name == "after") return after(*words, line);
-    return looking_.contains(name) ? looking_.at(name)(*words) : operating_.at(name)(*words);
+    const auto tokens = tokens_of(line);
+    if (name == "after") return after(*tokens, line);
+    return inspecting_.contains(name) ? inspecting_.at(name)(*tokens) : operating_.at(name)(*tokens);
 }
 
 void robot::add_looking_commands() {
-    looking_["get"] = [this](words_in w) { return get(w); };
-    looking_["tree"] = [this](words_in) { return ok(nodes_of(desk_->translation.tree_edid)); };
-    looking_["field"] = [this](words_in w) {
+    inspecting_["get"] = [this](tokens_in w) { return get(w); };
+    inspecting_["tree"] = [this](tokens_in) { return ok(nodes_of(desk_->translation_frame.tree_edid)); };
+    inspecting_["field"] = [this](tokens_in w) {
         const auto value = w.size() == 2 ? field_of(*desk_, w[1].text) : std::nullopt;
         return value ? ok(*value) : refused("no such field");
     };
-    looking_["controls"] = [this](words_in w) {
+    inspecting_["controls"] = [this](tokens_in w) {
         const window* const open = w.size() == 2 ? windows_.find(w[1].text) : nullptr;
         return open != nullptr ? ok(controls_of(*open)) : refused("no such window");
     };
-    looking_["buffer"] = [this](words_in w) { return buffer(w); };
-    looking_["items"] = [this](words_in w) {
+    inspecting_["buffer"] = [this](tokens_in w) { return buffer(w); };
+    inspecting_["items"] = [this](tokens_in w) {
         auto* const box = w.size() == 2 ? dynamic_cast<combo_box*>(find_control(w[1].text)) : nullptr;
         return box != nullptr ? ok(box->items()) : refused("no such combo box");
     };
 }
 
-std::string robot::get(words_in words) {
-    if (words.size() != 2) return refused(bad_words);
-    const std::string& path = words[1].text;
+std::string robot::get(tokens_in tokens) {
+    if (tokens.size() != 2) return refused(bad_tokens);
+    const std::string& path = tokens[1].text;
     const std::size_t point = path.rfind('.');
-    if (point == std::string::npos) return refused(bad_words);
+    if (point == std::string::npos) return refused(bad_tokens);
     const std::string name = path.substr(0, point);
     const std::string property = path.substr(point + 1);
     control* const c = find_control(name);
@@ -301,23 +301,23 @@ std::string robot::get(words_in words) {
     return value ? ok(*value) : refused("no such property");
 }
 
-std::string robot::buffer(words_in words) {
-    const std::map<std::string, edid_buffer*> buffers = {{"read", &desk_->buffers.read_buff},
-                                                         {"write", &desk_->buffers.write_buff},
-                                                         {"trans", &desk_->buffers.trans_buff}};
-    const auto found = words.size() == 2 || words.size() == 3 ? buffers.find(words[1].text) : buffers.end();
-    if (found == buffers.end()) return refused(bad_words);
+std::string robot::buffer(tokens_in tokens) {
+    const std::map<std::string, edid_buffer*> buffers = {{"read", &desk_->edid_buffers.read_buff},
+                                                         {"write", &desk_->edid_buffers.write_buff},
+                                                         {"trans", &desk_->edid_buffers.trans_buff}};
+    const auto found = tokens.size() == 2 || tokens.size() == 3 ? buffers.find(tokens[1].text) : buffers.end();
+    if (found == buffers.end()) return refused(bad_tokens);
     edid_buffer& held = *found->second;
-    if (words.size() == 3 && !running()) return refused(no_program);
-    if (words.size() == 2) return ok(hex_of_bytes({reinterpret_cast<const char*>(held.data()), held.size()}));
-    const auto bytes = words[2].quoted ? bytes_of_hex(words[2].text) : std::nullopt;
+    if (tokens.size() == 3 && !running()) return refused(no_program);
+    if (tokens.size() == 2) return ok(hex_of_bytes({reinterpret_cast<const char*>(held.data()), held.size()}));
+    const auto bytes = tokens[2].quoted ? bytes_of_hex(tokens[2].text) : std::nullopt;
     if (!bytes || bytes->size() != held.size()) return refused("a buffer holds 512 hexadecimal digits");
     std::copy(bytes->begin(), bytes->end(), held.begin());
     return ok();
 }
 
 void robot::add_list_commands() {
-    looking_["columns"] = [this](words_in w) {
+    inspecting_["columns"] = [this](tokens_in w) {
         return on_list(w, [](list_view& l) {
             json titles = json::array();
             for (const list_column& column : l.columns)
@@ -325,7 +325,7 @@ void robot::add_list_commands() {
             return ok(titles);
         });
     };
-    looking_["rows"] = [this](words_in w) {
+    inspecting_["rows"] = [this](tokens_in w) {
         return on_list(w, [](list_view& l) {
             json rows = json::array();
             for (int i = 1; i <= l.row_count(); ++i)
@@ -333,7 +333,7 @@ void robot::add_list_commands() {
             return ok(rows);
         });
     };
-    looking_["row"] = [this](words_in w) {
+    inspecting_["row"] = [this](tokens_in w) {
         return on_list(w, [&w](list_view& l) {
             const auto n = w.size() == 3 ? number_of(w[2]) : std::nullopt;
             if (!n || *n < 1 || *n > l.row_count()) return refused("no such row");
@@ -342,34 +342,34 @@ void robot::add_list_commands() {
     };
 }
 
-std::string robot::on_list(words_in words, const std::function<std::string(list_view&)>& look) {
-    auto* const list = words.size() >= 2 ? dynamic_cast<list_view*>(find_control(words[1].text)) : nullptr;
+std::string robot::on_list(tokens_in tokens, const std::function<std::string(list_view&)>& look) {
+    auto* const list = tokens.size() >= 2 ? dynamic_cast<list_view*>(find_control(tokens[1].text)) : nullptr;
     return list != nullptr ? look(*list) : refused("no such list view");
 }
 
 void robot::add_dialog_commands() {
-    anytime_["answer"] = [this](words_in w) {
+    anytime_["answer"] = [this](tokens_in w) {
         static const std::map<std::string, box_answer> answers = {
             {"yes", box_answer::yes}, {"no", box_answer::no}, {"cancel", box_answer::cancel}, {"ok", box_answer::ok}};
         const auto found = w.size() == 2 ? answers.find(w[1].text) : answers.end();
-        if (found == answers.end()) return refused(bad_words);
+        if (found == answers.end()) return refused(bad_tokens);
         boxes_.queue(found->second);
         return ok();
     };
-    anytime_["file"] = [this](words_in w) { return queue_file(w); };
-    anytime_["boxes"] = [this](words_in) { return ok(boxes_.take_shown()); };
-    anytime_["dialogs"] = [this](words_in) { return ok(files_.take_shown()); };
+    anytime_["file"] = [this](tokens_in w) { return queue_file(w); };
+    anytime_["boxes"] = [this](tokens_in) { return ok(boxes_.take_shown()); };
+    anytime_["dialogs"] = [this](tokens_in) { return ok(files_.take_shown()); };
 }
 
-std::string robot::queue_file(words_in words) {
-    if (words.size() == 2 && !words[1].quoted && words[1].text == "cancel") {
+std::string robot::queue_file(tokens_in tokens) {
+    if (tokens.size() == 2 && !tokens[1].quoted && tokens[1].text == "cancel") {
         files_.queue(std::nullopt, std::nullopt);
         return ok();
     }
-    const auto filter_index = words.size() == 3 ? number_of(words[2]) : std::nullopt;
-    if (words.size() < 2 || words.size() > 3 || !words[1].quoted || (words.size() == 3 && !filter_index))
-        return refused(bad_words);
-    files_.queue(words[1].text, filter_index);
+    const auto filter_index = tokens.size() == 3 ? number_of(tokens[2]) : std::nullopt;
+    if (tokens.size() < 2 || tokens.size() > 3 || !tokens[1].quoted || (tokens.size() == 3 && !filter_index))
+        return refused(bad_tokens);
+    files_.queue(tokens[1].text, filter_index);
     return ok();
 }
 

@@ -4,10 +4,10 @@
 #include "robot/open_windows.h"
 #include "robot/queued_dialogs.h"
 #include "robot/second_stack.h"
+#include "robot/tokens.h"
 #include "robot/virtual_calendar.h"
 #include "robot/virtual_events.h"
 #include "robot/virtual_line.h"
-#include "robot/words.h"
 #include "shell/frm_main.h"
 
 #include <filesystem>
@@ -33,8 +33,8 @@ public:
     bool finished() const { return finished_; }
 
 private:
-    using words_in = const std::vector<word>&;
-    using command = std::function<std::string(words_in)>;
+    using tokens_in = const std::vector<token>&;
+    using command = std::function<std::string(tokens_in)>;
 
     void add_life_commands();
     void add_dialog_commands();
@@ -45,23 +45,23 @@ private:
     void serve_operator();
     void serve_until(const std::function<bool()>& closed);
     std::string answer_line(std::string_view line);
-    std::string carry_out(words_in words, std::string_view line);
-    std::string start(words_in words);
-    std::string stop(words_in words);
-    std::string operate(words_in words);
-    std::string press_key(words_in words);
-    std::string after(words_in words, std::string_view line);
+    std::string carry_out(tokens_in tokens, std::string_view line);
+    std::string start(tokens_in tokens);
+    std::string stop(tokens_in tokens);
+    std::string operate(tokens_in tokens);
+    std::string press_key(tokens_in tokens);
+    std::string after(tokens_in tokens, std::string_view line);
     void wait_until(std::int64_t clock_ms);
-    std::string close(words_in words);
-    std::string buffer(words_in words);
+    std::string close(tokens_in tokens);
+    std::string buffer(tokens_in tokens);
     void run_later(const std::string& name, const std::string& line);
     std::string do_later(const std::string& name, const std::string& line);
-    std::string get(words_in words);
-    std::string on_list(words_in words, const std::function<std::string(list_view&)>& look);
-    std::string queue_file(words_in words);
-    std::string set_port(words_in words);
-    std::string reply(words_in words);
-    std::string sink(words_in words);
+    std::string get(tokens_in tokens);
+    std::string on_list(tokens_in tokens, const std::function<std::string(list_view&)>& look);
+    std::string queue_file(tokens_in tokens);
+    std::string set_port(tokens_in tokens);
+    std::string reply(tokens_in tokens);
+    std::string sink(tokens_in tokens);
 
     /// Runs what can end the program. The answer is that of `work`, or the fatal one.
     std::string run(const std::function<std::string()>& work);
@@ -85,9 +85,9 @@ private:
     bool rescued_ = false;                // the windows' texts have been looked after in a fatal end
     bool finished_ = false;
 
-    std::map<std::string, command> anytime_;   // whether a program runs or not
-    std::map<std::string, command> looking_;   // also after a fatal end
-    std::map<std::string, command> operating_; // while a program runs
+    std::map<std::string, command> anytime_;    // whether a program runs or not
+    std::map<std::string, command> inspecting_; // also after a fatal end
+    std::map<std::string, command> operating_;  // while a program runs
 
     second_stack desk_side_{[this] { serve_operator(); }}; // last: it uses all of the above
 };

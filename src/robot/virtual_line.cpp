@@ -1,6 +1,6 @@
 #include "robot/virtual_line.h"
 
-#include "robot/words.h"
+#include "robot/tokens.h"
 #include "runtime/failure.h"
 
 #include <algorithm>

@@ -5,7 +5,7 @@
 
 namespace desk {
 
-about::about(exchange& link) : link_(link) {
+about::about(exchange& link) : exchange_(link) {
     cmd_about.on_click = [this] { cmd_about_click(); };
     cmd_about_ok.on_click = [this] { cmd_about_ok_click(); };
 }
@@ -18,13 +18,13 @@ void about::cmd_about_click() {
     cmd_about.enabled = false;
     cmd_about_ok.enabled = false;
     fra_about.visible = true;
-    link_.host().events.pump();
+    exchange_.host().events.pump();
     lab_about.caption = "Application S/W is v1.3G\r\nLinking VELOTRACE ...";
-    link_.tx_cmd(command::firmware_version);
-    if (link_.rx_done) {
+    exchange_.tx_cmd(command::firmware_version);
+    if (exchange_.rx_done) {
         // the fourth character is passed over
-        const std::string major = text_from_bytes(character_of_answer(link_.rx_text, 5));
-        const std::string minor = text_from_bytes(last_of_answer(link_.rx_text, 1));
+        const std::string major = text_from_bytes(character_of_answer(exchange_.rx_text, 5));
+        const std::string minor = text_from_bytes(last_of_answer(exchange_.rx_text, 1));
         lab_about.caption += "\r\nHardware F/W is v" + major + "." + minor;
     } else {
         lab_about.caption += "\r\nLink Error !\r\nHardware F/W is unknown.";

@@ -20,7 +20,7 @@ public:
     void cmd_about_ok_click();
 
 private:
-    exchange& link_;
+    exchange& exchange_;
 };
 
 } // namespace desk

@@ -24,7 +24,7 @@
 #include "signal/color_settings.h"
 #include "signal/desk_frame.h"
 #include "signal/download.h"
-#include "signal/favourites.h"
+#include "signal/favorites.h"
 #include "signal/panel.h"
 #include "signal/refresh.h"
 #include "signal/set_dispatcher.h"
@@ -48,37 +48,41 @@ public:
 
     window form;
 
-    exchange link{machine_};
-    status_frame status;
-    desk_frame desk_area;
-    catalogue rows{link, desk_area, status};
-    favourites favourite_views{link, desk_area, rows};
-    autorun autorun_view{link, desk_area, rows};
-    set_dispatcher set{link, desk_area, status, rows, autorun_view};
-    panel switches{link, status};
-    color_settings colors{link, desk_area};
-    refresh status_refresh{link, status, rows, switches};
-    download view_download{link, desk_area, rows, switches, colors, autorun_view, status_refresh};
-    upload custom_string_upload{link, desk_area};
-    workbench_frame edid;
-    shared_fields fields;
-    edid_buffers buffers;
-    window_text texts{form, edid, buffers, machine_.events};
-    previous_files previous{edid, fields};
-    file_number_1 number_1;
-    file_opener opener{machine_, form, edid, fields, texts, previous, number_1};
-    file_saver saver{machine_, form, edid, fields, previous, number_1};
-    result_frame result{edid};
-    compare_recover comparison{machine_, form, edid, buffers, texts, result};
-    sink_transfers transfers{link, edid, fields, buffers, texts, result};
-    serial_number serial{buffers, fields};
-    programmer options{machine_, edid, fields, buffers, texts, serial, transfers, saver};
-    translation_frame translation;
-    translation_tables tables;
-    node_dispatch dispatch{translation, buffers, tables, serial, fields};
-    translation_tree tree{edid, translation, buffers, tables, dispatch};
-    report_opener report{machine_, translation, buffers, tables, serial, fields};
-    about about_view{link};
+    desk::exchange exchange{machine_};
+    desk::status_frame status_frame;
+    desk::desk_frame desk_frame;
+    desk::catalogue catalogue{exchange, desk_frame, status_frame};
+    desk::favorites favorites{exchange, desk_frame, catalogue};
+    desk::autorun autorun{exchange, desk_frame, catalogue};
+    desk::set_dispatcher set_dispatcher{exchange, desk_frame, status_frame, catalogue, autorun};
+    desk::panel panel{exchange, status_frame};
+    desk::color_settings color_settings{exchange, desk_frame};
+    desk::refresh refresh{exchange, status_frame, catalogue, panel};
+    desk::download download{exchange, desk_frame, catalogue, panel, color_settings, autorun, refresh};
+    desk::upload upload{exchange, desk_frame};
+    workbench_frame workbench;
+    desk::shared_fields shared_fields;
+    desk::edid_buffers edid_buffers;
+    desk::window_text window_text{form, workbench, edid_buffers, machine_.events};
+    desk::previous_files previous_files{workbench, shared_fields};
+    desk::file_number_1 file_number_1;
+    desk::file_opener file_opener{machine_, form, workbench, shared_fields, window_text, previous_files, file_number_1};
+    desk::file_saver file_saver{machine_, form, workbench, shared_fields, previous_files, file_number_1};
+    desk::result_frame result_frame{workbench};
+    desk::compare_recover compare_recover{machine_, form, workbench, edid_buffers, window_text, result_frame};
+    desk::sink_transfers sink_transfers{exchange, workbench, shared_fields, edid_buffers, window_text, result_frame};
+    desk::serial_number serial_number{edid_buffers, shared_fields};
+    desk::programmer programmer{machine_,    workbench,     shared_fields,  edid_buffers,
+                                window_text, serial_number, sink_transfers, file_saver};
+    desk::translation_frame translation_frame;
+    desk::translation_tables translation_tables;
+    desk::node_dispatch node_dispatch{translation_frame, edid_buffers, translation_tables, serial_number,
+                                      shared_fields};
+    desk::translation_tree translation_tree{workbench, translation_frame, edid_buffers, translation_tables,
+                                            node_dispatch};
+    desk::report_opener report_opener{machine_,           translation_frame, edid_buffers,
+                                      translation_tables, serial_number,     shared_fields};
+    desk::about about{exchange};
 
     picture img_logo;
     line line_rs232;

@@ -14,17 +14,17 @@ void frm_main::change_view(int view_mode) {
         logo_hidden = true;
     }
     view_reset();
-    link.view_mode = to_integer(view_mode);
+    exchange.view_mode = to_integer(view_mode);
     view_paint();
 }
 
 void frm_main::view_reset() {
-    desk_frame& d = desk_area;
+    auto& d = desk_frame;
     for (control* c : std::initializer_list<control*>{
-             &rows.lstv_timing, &rows.lstv_pattern, &d.fra_desk, &d.cmd_run, &d.cmd_download, &d.lab_desk_note,
-             &d.cmd_check_all, &d.cmd_check_none, &autorun_view.fra_auto, &switches.fra_setup, &edid.fra_edid,
-             &translation.fra_edid_edit, &d.fra_hori, &d.fra_vert, &d.lab_pix_clock, &d.txt_pix_f, &d.txt_motion_str,
-             &d.lab_motion_str, &d.cmd_upload})
+             &catalogue.lstv_timing, &catalogue.lstv_pattern, &d.fra_desk, &d.cmd_run, &d.cmd_download,
+             &d.lab_desk_note, &d.cmd_check_all, &d.cmd_check_none, &autorun.fra_auto, &panel.fra_setup,
+             &workbench.fra_edid, &translation_frame.fra_edid_edit, &d.fra_hori, &d.fra_vert, &d.lab_pix_clock,
+             &d.txt_pix_f, &d.txt_motion_str, &d.lab_motion_str, &d.cmd_upload})
         c->visible = false;
     for (std::size_t i = 0; i < d.hsr_color_setting.size(); ++i) {
         d.hsr_color_setting.at(i).visible = false;
@@ -36,33 +36,33 @@ void frm_main::view_reset() {
 
 void frm_main::view_paint() {
     const std::array<std::pair<int, button*>, 7> view_buttons = {{
-        {view::timing_select, &rows.cmd_timing},
-        {view::pattern_select, &rows.cmd_pattern},
-        {view::favorite_timing, &favourite_views.cmd_fav_timing},
-        {view::favorite_pattern, &favourite_views.cmd_fav_pattern},
+        {view::timing_select, &catalogue.cmd_timing},
+        {view::pattern_select, &catalogue.cmd_pattern},
+        {view::favorite_timing, &favorites.cmd_fav_timing},
+        {view::favorite_pattern, &favorites.cmd_fav_pattern},
         {view::edid_read_write, &cmd_edid},
-        {view::autorun_config, &autorun_view.cmd_auto},
+        {view::autorun_config, &autorun.cmd_auto},
         {view::panel_control, &cmd_setup},
     }};
     for (const auto& [view, view_button] : view_buttons)
         view_button->back_color = color_button_face;
     for (const auto& [view, view_button] : view_buttons) {
-        if (view == link.view_mode) view_button->back_color = color_current_view;
+        if (view == exchange.view_mode) view_button->back_color = color_current_view;
     }
 }
 
 void frm_main::cmd_edid_click() {
     change_view(view::edid_read_write);
-    edid.fra_edid.visible = true;
+    workbench.fra_edid.visible = true;
     machine_.events.pump();
 }
 
 void frm_main::cmd_setup_click() {
     change_view(view::panel_control);
-    desk_area.cmd_download.left = download_left_over_frame;
-    desk_area.cmd_download.top = download_top_over_frame;
-    switches.fra_setup.visible = true;
-    desk_area.cmd_download.visible = true;
+    desk_frame.cmd_download.left = download_left_over_frame;
+    desk_frame.cmd_download.top = download_top_over_frame;
+    panel.fra_setup.visible = true;
+    desk_frame.cmd_download.visible = true;
 }
 
 } // namespace desk

@@ -27,7 +27,8 @@ void choose_text(combo_box& list, const std::string& text) {
 
 } // namespace
 
-autorun::autorun(exchange& link, desk_frame& desk, catalogue& rows) : link_(link), desk_(desk), rows_(rows) {
+autorun::autorun(exchange& link, desk_frame& desk, catalogue& rows)
+    : exchange_(link), desk_frame_(desk), catalogue_(rows) {
     lstv_auto.columns = {{"No.", 660}, {"Timing", 2940}, {"Pattern", 3240}, {"Interval (sec)", 1500}};
     cmd_auto.on_click = [this] { cmd_auto_click(); };
     cmd_replace.on_click = [this] { cmd_replace_click(); };
@@ -51,22 +52,22 @@ void autorun::fill_rows() {
 }
 
 void autorun::cmd_auto_click() {
-    rows_.change_view(view::autorun_config);
+    catalogue_.change_view(view::autorun_config);
     lab_auto.caption = "Press [Download] to download VELOTRACE Autorun settings.\r\n"
                        "Press [Add/Replace], [Delete] to Edit your Autorun settings.\r\n"
                        "Press [SET] to upload Autorun settings to VELOTRACE.";
-    desk_.cmd_download.left = download_left_over_frame;
-    desk_.cmd_download.top = download_top_over_frame;
+    desk_frame_.cmd_download.left = download_left_over_frame;
+    desk_frame_.cmd_download.top = download_top_over_frame;
     fra_auto.visible = true;
-    desk_.cmd_run.visible = true;
-    desk_.cmd_download.visible = true;
-    rows_.cbo_timing.set_list_index(0);
-    rows_.cbo_pattern.set_list_index(0);
+    desk_frame_.cmd_run.visible = true;
+    desk_frame_.cmd_download.visible = true;
+    catalogue_.cbo_timing.set_list_index(0);
+    catalogue_.cbo_pattern.set_list_index(0);
     cbo_interval.set_list_index(0);
 }
 
 void autorun::cmd_replace_click() {
-    set_selected_row(rows_.cbo_timing.text(), rows_.cbo_pattern.text(), cbo_interval.text());
+    set_selected_row(catalogue_.cbo_timing.text(), catalogue_.cbo_pattern.text(), cbo_interval.text());
 }
 
 void autorun::cmd_delete_click() { set_selected_row("", "", autorun_unused); }
@@ -83,13 +84,13 @@ void autorun::set_selected_row(const std::string& timing, const std::string& pat
 void autorun::lstv_auto_dbl_click() {
     const int row = lstv_auto.selected();
     if (row == 0) return;
-    choose_text(rows_.cbo_timing, lstv_auto.sub_item(row, 1));
-    choose_text(rows_.cbo_pattern, lstv_auto.sub_item(row, 2));
+    choose_text(catalogue_.cbo_timing, lstv_auto.sub_item(row, 1));
+    choose_text(catalogue_.cbo_pattern, lstv_auto.sub_item(row, 2));
     choose_text(cbo_interval, trim(lstv_auto.sub_item(row, 3)));
 }
 
 void autorun::upload_autorun() {
-    work rows(link_.progress, autorun_rows);
+    work rows(exchange_.progress, autorun_rows);
     for (int i = 1; i <= autorun_rows; ++i) {
         if (!upload_row(i)) return;
         rows.step();
@@ -107,7 +108,7 @@ bool autorun::upload_row(int row) {
 }
 
 bool autorun::send(std::string_view letters, int argument) {
-    return link_.tx_cmd_or_box(command::set(letters, argument));
+    return exchange_.tx_cmd_or_box(command::set(letters, argument));
 }
 
 } // namespace desk

@@ -36,9 +36,9 @@ private:
     bool upload_row(int row);
     bool send(std::string_view letters, int argument);
 
-    exchange& link_;
-    desk_frame& desk_;
-    catalogue& rows_;
+    exchange& exchange_;
+    desk_frame& desk_frame_;
+    catalogue& catalogue_;
 };
 
 /// The interval of an unused row.

@@ -16,7 +16,7 @@ enum figure { hactive = 1, hdelay, hsw, hpol, vtotal, vactive, vdelay, vsw, vpol
 } // namespace
 
 catalogue::catalogue(exchange& link, desk_frame& desk, status_frame& status)
-    : link_(link), desk_(desk), status_(status) {
+    : exchange_(link), desk_frame_(desk), status_(status) {
     lstv_timing.columns = {{"Timings", 2400}};
     lstv_pattern.columns = {{"Patterns", 2400}};
     for (const char* title :
@@ -29,15 +29,16 @@ catalogue::catalogue(exchange& link, desk_frame& desk, status_frame& status)
     lstv_timing.on_key_up = [this] { lstv_timing_click(); };
     lstv_pattern.on_click = [this] { lstv_pattern_click(); };
     lstv_pattern.on_key_up = [this] { lstv_pattern_click(); };
-    desk_.cmd_check_all.on_click = [this] { cmd_check_all_click(); };
-    desk_.cmd_check_none.on_click = [this] { cmd_check_none_click(); };
-    link_.selected_pattern = [this] { return lstv_pattern.selected(); };
+    desk_frame_.cmd_check_all.on_click = [this] { cmd_check_all_click(); };
+    desk_frame_.cmd_check_none.on_click = [this] { cmd_check_none_click(); };
+    exchange_.selected_pattern = [this] { return lstv_pattern.selected(); };
 }
 
 void catalogue::load(std::string_view text) {
     list_reader values(text);
-    link_.fav_timing_count = while_doing([] { return "the number of timings"; }, [&] { return values.read_integer(); });
-    for (int i = 1; i <= link_.fav_timing_count; ++i) {
+    exchange_.fav_timing_count =
+        while_doing([] { return "the number of timings"; }, [&] { return values.read_integer(); });
+    for (int i = 1; i <= exchange_.fav_timing_count; ++i) {
         while_doing([&] { return "timing" + str(i); },
                     [&] {
                         const std::string name = as_utf8(values.read_string());
@@ -53,9 +54,9 @@ void catalogue::load(std::string_view text) {
                         lstv_timing_sub.set_sub_item(i, pix_f, number_text(values.read_single()));
                     });
     }
-    link_.fav_pattern_count =
+    exchange_.fav_pattern_count =
         while_doing([] { return "the number of patterns"; }, [&] { return values.read_integer(); });
-    for (int i = 1; i <= link_.fav_pattern_count; ++i) {
+    for (int i = 1; i <= exchange_.fav_pattern_count; ++i) {
         while_doing([&] { return "pattern" + str(i); },
                     [&] {
                         const std::string name = as_utf8(values.read_string());
@@ -67,7 +68,7 @@ void catalogue::load(std::string_view text) {
 
 void catalogue::show_timing_detail() {
     const int r = lstv_timing.selected();
-    desk_frame& d = desk_;
+    desk_frame& d = desk_frame_;
     d.fra_desk.caption = lstv_timing.text(r);
     d.txt_htotal_pix.text = lstv_timing_sub.text(r);
     d.txt_hactive_pix.text = lstv_timing_sub.sub_item(r, hactive);
@@ -111,31 +112,31 @@ void catalogue::show_pattern_extras() {
     const int r = lstv_pattern.selected();
     std::string note = "Select a pattern in pattern table.\r\n"
                        "Press [SET] to upload the selected pattern to VELOTRACE.";
-    desk_.cmd_download.visible = r == motion_string_pattern || r == color_setting_pattern;
+    desk_frame_.cmd_download.visible = r == motion_string_pattern || r == color_setting_pattern;
     show_motion_set(r == motion_string_pattern);
     show_color_set(r == color_setting_pattern);
     if (r == motion_string_pattern) note += "\r\nPress [Download] to get VELOTRACE's custom string";
     if (r == color_setting_pattern) note += "\r\nPress [Download] to get VELOTRACE's Color Settings.";
-    desk_.lab_desk_note.caption = note;
+    desk_frame_.lab_desk_note.caption = note;
 }
 
 void catalogue::show_motion_set(bool shown) {
-    desk_.txt_motion_str.visible = shown;
-    desk_.lab_motion_str.visible = shown;
-    desk_.cmd_upload.visible = shown;
+    desk_frame_.txt_motion_str.visible = shown;
+    desk_frame_.lab_motion_str.visible = shown;
+    desk_frame_.cmd_upload.visible = shown;
 }
 
 void catalogue::show_color_set(bool shown) {
-    for (std::size_t i = 0; i < desk_.hsr_color_setting.size(); ++i) {
-        desk_.hsr_color_setting.at(i).visible = shown;
-        desk_.lab_color_setting.at(i).visible = shown;
-        desk_.txt_color_setting.at(i).visible = shown;
+    for (std::size_t i = 0; i < desk_frame_.hsr_color_setting.size(); ++i) {
+        desk_frame_.hsr_color_setting.at(i).visible = shown;
+        desk_frame_.lab_color_setting.at(i).visible = shown;
+        desk_frame_.txt_color_setting.at(i).visible = shown;
         if (!shown) continue;
         // dead until a download has filled them
-        desk_.lab_color_setting.at(i).caption = "?";
-        desk_.txt_color_setting.at(i).text = "";
-        desk_.txt_color_setting.at(i).enabled = false;
-        desk_.hsr_color_setting.at(i).enabled = false;
+        desk_frame_.lab_color_setting.at(i).caption = "?";
+        desk_frame_.txt_color_setting.at(i).text = "";
+        desk_frame_.txt_color_setting.at(i).enabled = false;
+        desk_frame_.hsr_color_setting.at(i).enabled = false;
     }
 }
 
@@ -147,13 +148,13 @@ void catalogue::cmd_timing_click() {
     }
     show_timing_detail();
     lstv_timing.check_boxes = false;
-    desk_.lab_desk_note.caption = "Select a timing in timing table.\r\n"
-                                  "Press [SET] to upload the selected timing to VELOTRACE.";
-    desk_.lab_desk_note.visible = true;
-    desk_.fra_desk.visible = true;
-    desk_.cmd_run.visible = true;
+    desk_frame_.lab_desk_note.caption = "Select a timing in timing table.\r\n"
+                                        "Press [SET] to upload the selected timing to VELOTRACE.";
+    desk_frame_.lab_desk_note.visible = true;
+    desk_frame_.fra_desk.visible = true;
+    desk_frame_.cmd_run.visible = true;
     lstv_timing.visible = true;
-    link_.host().events.pump();
+    exchange_.host().events.pump();
     lstv_timing.set_focus();
 }
 
@@ -163,26 +164,26 @@ void catalogue::cmd_pattern_click() {
         lstv_pattern.select(cur_pattern);
         status_.lab_pattern.caption = lstv_pattern.text(cur_pattern);
     }
-    desk_.cmd_download.left = download_left_beside_list;
-    desk_.cmd_download.top = download_top_beside_list;
+    desk_frame_.cmd_download.left = download_left_beside_list;
+    desk_frame_.cmd_download.top = download_top_beside_list;
     show_pattern_extras();
-    desk_.fra_desk.caption = lstv_pattern.text(lstv_pattern.selected());
+    desk_frame_.fra_desk.caption = lstv_pattern.text(lstv_pattern.selected());
     lstv_pattern.check_boxes = false;
-    desk_.lab_desk_note.visible = true;
-    desk_.fra_desk.visible = true;
-    desk_.cmd_run.visible = true;
+    desk_frame_.lab_desk_note.visible = true;
+    desk_frame_.fra_desk.visible = true;
+    desk_frame_.cmd_run.visible = true;
     lstv_pattern.visible = true;
-    link_.host().events.pump();
+    exchange_.host().events.pump();
     lstv_pattern.set_focus();
 }
 
 void catalogue::lstv_timing_click() {
-    if (link_.view_mode == view::timing_select) show_timing_detail();
+    if (exchange_.view_mode == view::timing_select) show_timing_detail();
 }
 
 void catalogue::lstv_pattern_click() {
-    if (link_.view_mode != view::pattern_select) return;
-    desk_.fra_desk.caption = lstv_pattern.text(lstv_pattern.selected());
+    if (exchange_.view_mode != view::pattern_select) return;
+    desk_frame_.fra_desk.caption = lstv_pattern.text(lstv_pattern.selected());
     show_pattern_extras();
 }
 
@@ -191,11 +192,11 @@ void catalogue::cmd_check_all_click() { check_rows(true); }
 void catalogue::cmd_check_none_click() { check_rows(false); }
 
 void catalogue::check_rows(bool checked) {
-    if (link_.view_mode == view::favorite_timing) {
-        for (int i = 1; i <= link_.fav_timing_count; ++i)
+    if (exchange_.view_mode == view::favorite_timing) {
+        for (int i = 1; i <= exchange_.fav_timing_count; ++i)
             lstv_timing.set_checked(i, checked);
-    } else if (link_.view_mode == view::favorite_pattern) {
-        for (int i = 1; i <= link_.fav_pattern_count; ++i)
+    } else if (exchange_.view_mode == view::favorite_pattern) {
+        for (int i = 1; i <= exchange_.fav_pattern_count; ++i)
             lstv_pattern.set_checked(i, checked);
     }
 }

@@ -51,8 +51,8 @@ private:
     void show_color_set(bool shown);
     void check_rows(bool checked);
 
-    exchange& link_;
-    desk_frame& desk_;
+    exchange& exchange_;
+    desk_frame& desk_frame_;
     status_frame& status_;
 };
 

@@ -28,14 +28,14 @@ bool is_valid(const std::string& text) {
 
 } // namespace
 
-color_settings::color_settings(exchange& link, desk_frame& desk) : link_(link), desk_(desk) { wire_events(); }
+color_settings::color_settings(exchange& link, desk_frame& desk) : exchange_(link), desk_frame_(desk) { wire_events(); }
 
 void color_settings::wire_events() {
     for (int i = 0; i <= grey; ++i) {
-        slider& bar = element(desk_.hsr_color_setting, i);
+        slider& bar = element(desk_frame_.hsr_color_setting, i);
         bar.on_change = [this, i] { hsr_color_setting_change(i); };
         bar.on_scroll = [this, i] { hsr_color_setting_change(i); };
-        text_box& box = element(desk_.txt_color_setting, i);
+        text_box& box = element(desk_frame_.txt_color_setting, i);
         box.on_got_focus = [this, i] { txt_color_setting_got_focus(i); };
         box.on_key_press = [this, i](int key) { txt_color_setting_key_press(i, key); };
     }
@@ -43,12 +43,12 @@ void color_settings::wire_events() {
 
 void color_settings::hsr_color_setting_change(int index) {
     // moved by the program: nothing is sent
-    if (link_.download_mode || index > grey) return;
-    const int value = element(desk_.hsr_color_setting, index).value();
+    if (exchange_.download_mode || index > grey) return;
+    const int value = element(desk_frame_.hsr_color_setting, index).value();
     if (index == grey) show_grey(number_text(value));
-    element(desk_.txt_color_setting, index).text = number_text(value);
+    element(desk_frame_.txt_color_setting, index).text = number_text(value);
     choose(index, value);
-    link_.tx_str(command::set(element(letters_of, index), value));
+    exchange_.tx_str(command::set(element(letters_of, index), value));
 }
 
 void color_settings::choose(int index, int value) {
@@ -63,25 +63,27 @@ void color_settings::choose(int index, int value) {
 void color_settings::show_grey(const std::string& value) {
     // grey has both colour differences at their zero
     const std::string beside = color_mode == 1 ? value : number_text(zero_difference);
-    desk_.txt_color_setting.at(0).text = beside;
-    desk_.txt_color_setting.at(2).text = beside;
-    desk_.txt_color_setting.at(1).text = value;
+    desk_frame_.txt_color_setting.at(0).text = beside;
+    desk_frame_.txt_color_setting.at(2).text = beside;
+    desk_frame_.txt_color_setting.at(1).text = value;
 }
 
-void color_settings::txt_color_setting_got_focus(int index) { element(desk_.txt_color_setting, index).select_all(); }
+void color_settings::txt_color_setting_got_focus(int index) {
+    element(desk_frame_.txt_color_setting, index).select_all();
+}
 
 void color_settings::txt_color_setting_key_press(int index, int key) {
     if (key != enter) return;
-    text_box& box = element(desk_.txt_color_setting, index);
+    text_box& box = element(desk_frame_.txt_color_setting, index);
     std::string t = trim(box.text.get());
-    link_.host().events.pump();
+    exchange_.host().events.pump();
     if (is_valid(t)) {
-        link_.download_mode = true; // the slider that moves now must not send
-        element(desk_.hsr_color_setting, index).set_value(to_integer(val(t)));
+        exchange_.download_mode = true; // the slider that moves now must not send
+        element(desk_frame_.hsr_color_setting, index).set_value(to_integer(val(t)));
         if (index == grey) show_grey(t);
         choose(index, to_integer(val(t)));
-        link_.tx_str(std::string(element(letters_of, index)) + pad_left(t, "0", 3));
-        link_.download_mode = false;
+        exchange_.tx_str(std::string(element(letters_of, index)) + pad_left(t, "0", 3));
+        exchange_.download_mode = false;
     }
     box.select_all();
 }

@@ -30,8 +30,8 @@ private:
     /// What the grey control's value makes of the boxes of the three channels.
     void show_grey(const std::string& value);
 
-    exchange& link_;
-    desk_frame& desk_;
+    exchange& exchange_;
+    desk_frame& desk_frame_;
 };
 
 } // namespace desk

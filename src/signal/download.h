@@ -9,7 +9,7 @@
 
 namespace desk {
 
-/// Download reads back from the generator what the view edits: the custom string, the colour settings, the favourite
+/// Download reads back from the generator what the view edits: the custom string, the colour settings, the favorite
 /// flags, the autorun list or the whole panel. It stops at the first query that fails; what was filled stays.
 class download {
 public:
@@ -23,7 +23,7 @@ private:
     void read_custom_string();
     void read_color_settings();
     void set_color(std::size_t index, int value);
-    bool read_favourites(std::string_view query, int count, list_view& list);
+    bool read_favorites(std::string_view query, int count, list_view& list);
     bool read_autorun_list();
     /// Asks for an answer of many bytes.
     bool answered_in_full(std::string_view query, int bytes);
@@ -31,12 +31,12 @@ private:
     std::string_view record_of_answer(int number, int size) const;
     void read_panel();
 
-    exchange& link_;
-    desk_frame& desk_;
-    catalogue& rows_;
-    panel& switches_;
+    exchange& exchange_;
+    desk_frame& desk_frame_;
+    catalogue& catalogue_;
+    panel& panel_;
     color_settings& colors_;
-    autorun& steps_;
+    autorun& autorun_;
     refresh& status_;
 };
 

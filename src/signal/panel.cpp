@@ -19,7 +19,7 @@ void light(std::array<button, Count>& group, int index) {
 
 } // namespace
 
-panel::panel(exchange& link, status_frame& status) : link_(link), status_(status) { wire_events(); }
+panel::panel(exchange& link, status_frame& status) : exchange_(link), status_(status) { wire_events(); }
 
 void panel::wire_events() {
     const auto wire = [this](auto& group, void (panel::*click)(int)) {
@@ -49,14 +49,14 @@ void panel::paint_fav(int value) { light(cmd_fav, value); }
 void panel::press(button& member, std::string_view letters, int argument) {
     member.back_color = color_red;
     member.enabled = false;
-    link_.host().events.pump();
-    link_.tx_cmd(command::set(letters, argument));
+    exchange_.host().events.pump();
+    exchange_.tx_cmd(command::set(letters, argument));
 }
 
 void panel::cmd_out_click(int index) {
     button& member = element(cmd_out, index);
     press(member, mnemonic::output_format, index + 1);
-    if (link_.rx_done) {
+    if (exchange_.rx_done) {
         status_.lab_out.caption = member.caption;
         paint_out(index + 1);
     } else {
@@ -69,7 +69,7 @@ void panel::cmd_out_click(int index) {
 void panel::cmd_hdcp_click(int index) {
     button& member = element(cmd_hdcp, index);
     press(member, mnemonic::hdcp, index);
-    if (link_.rx_done) {
+    if (exchange_.rx_done) {
         status_.lab_hdcp.caption = member.caption;
         paint_hdcp(index);
     } else {
@@ -82,7 +82,7 @@ void panel::cmd_hdcp_click(int index) {
 void panel::cmd_asc_click(int index) {
     button& member = element(cmd_asc, index);
     press(member, mnemonic::audio_source, index + 1);
-    if (link_.rx_done) {
+    if (exchange_.rx_done) {
         paint_asc(index + 1);
         follow_up_lpcm();
     } else {
@@ -92,15 +92,15 @@ void panel::cmd_asc_click(int index) {
 }
 
 void panel::follow_up_lpcm() {
-    if (link_.tx_cmd_or_box(command::query(mnemonic::lpcm_channels)))
-        paint_lpcm(as_number(last_of_answer(link_.rx_text, 3)));
+    if (exchange_.tx_cmd_or_box(command::query(mnemonic::lpcm_channels)))
+        paint_lpcm(as_number(last_of_answer(exchange_.rx_text, 3)));
 }
 
 void panel::cmd_lpcm_click(int index) {
     button& member = element(cmd_lpcm, index);
     press(member, mnemonic::lpcm_channels, index + 1);
     // "PCM100" is the generator's refusal and no failure of the link: nothing is reported
-    const bool taken = link_.rx_done && link_.rx_text != "PCM100";
+    const bool taken = exchange_.rx_done && exchange_.rx_text != "PCM100";
     paint_lpcm(taken ? index + 1 : unlit);
     member.enabled = true;
 }
@@ -108,34 +108,34 @@ void panel::cmd_lpcm_click(int index) {
 void panel::cmd_csc_click(int index) {
     button& member = element(cmd_csc, index);
     press(member, mnemonic::color_space, index + 1);
-    paint_csc(link_.rx_done ? index + 1 : unlit);
+    paint_csc(exchange_.rx_done ? index + 1 : unlit);
     member.enabled = true;
 }
 
 void panel::cmd_deep_click(int index) {
     button& member = element(cmd_deep, index);
     press(member, mnemonic::deep_color, index + 1);
-    paint_deep(link_.rx_done ? index + 1 : unlit);
+    paint_deep(exchange_.rx_done ? index + 1 : unlit);
     member.enabled = true;
 }
 
 void panel::cmd_auto_go_click(int index) {
     button& member = element(cmd_auto_go, index);
     press(member, mnemonic::autorun, index);
-    paint_auto(link_.rx_done ? index : not_known);
+    paint_auto(exchange_.rx_done ? index : not_known);
     member.enabled = true;
 }
 
 void panel::cmd_fav_click(int index) {
     button& member = element(cmd_fav, index);
-    press(member, mnemonic::my_favourite, index);
-    paint_fav(link_.rx_done ? index : not_known);
+    press(member, mnemonic::my_favorite, index);
+    paint_fav(exchange_.rx_done ? index : not_known);
     member.enabled = true;
 }
 
 void panel::cmd_reset_click() {
-    begin_work(cmd_reset, link_.host().events);
-    if (link_.tx_cmd_or_box(command::reset)) go_dark();
+    begin_work(cmd_reset, exchange_.host().events);
+    if (exchange_.tx_cmd_or_box(command::reset)) go_dark();
     end_work(cmd_reset);
 }
 

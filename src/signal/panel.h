@@ -55,7 +55,7 @@ private:
     void follow_up_lpcm();
     void go_dark();
 
-    exchange& link_;
+    exchange& exchange_;
     status_frame& status_;
 };
 

@@ -19,10 +19,10 @@ private:
     bool read_output_format();
     void read_hdcp();
 
-    exchange& link_;
+    exchange& exchange_;
     status_frame& status_;
-    catalogue& rows_;
-    panel& switches_;
+    catalogue& catalogue_;
+    panel& panel_;
 };
 
 } // namespace desk

@@ -9,7 +9,7 @@ namespace desk {
 
 namespace {
 
-// the generator is never left without a favourite
+// the generator is never left without a favorite
 constexpr int first_default_timing = 1;
 constexpr int second_default_timing = 23;
 constexpr int default_pattern = 1;
@@ -17,24 +17,24 @@ constexpr int default_pattern = 1;
 } // namespace
 
 set_dispatcher::set_dispatcher(exchange& link, desk_frame& desk, status_frame& status, catalogue& rows, autorun& steps)
-    : link_(link), desk_(desk), status_(status), rows_(rows), steps_(steps) {
-    desk_.cmd_run.on_click = [this] { cmd_run_click(); };
+    : exchange_(link), desk_frame_(desk), status_(status), catalogue_(rows), autorun_(steps) {
+    desk_frame_.cmd_run.on_click = [this] { cmd_run_click(); };
 }
 
 void set_dispatcher::cmd_run_click() {
-    begin_work(desk_.cmd_run, link_.host().events);
-    switch (link_.view_mode) {
+    begin_work(desk_frame_.cmd_run, exchange_.host().events);
+    switch (exchange_.view_mode) {
     case view::timing_select:
-        set_row(rows_.lstv_timing, mnemonic::timing, status_.lab_timing, rows_.cur_timing);
+        set_row(catalogue_.lstv_timing, mnemonic::timing, status_.lab_timing, catalogue_.cur_timing);
         break;
     case view::pattern_select:
-        set_row(rows_.lstv_pattern, mnemonic::pattern, status_.lab_pattern, rows_.cur_pattern);
+        set_row(catalogue_.lstv_pattern, mnemonic::pattern, status_.lab_pattern, catalogue_.cur_pattern);
         break;
     case view::favorite_timing:
-        set_favourite_timings();
+        set_favorite_timings();
         break;
     case view::favorite_pattern:
-        set_favourite_patterns();
+        set_favorite_patterns();
         break;
     case view::autorun_config:
         upload_autorun();
@@ -42,17 +42,17 @@ void set_dispatcher::cmd_run_click() {
     default:
         break;
     }
-    end_work(desk_.cmd_run);
+    end_work(desk_frame_.cmd_run);
 }
 
 void set_dispatcher::set_row(list_view& list, std::string_view letters, label& shown, std::int16_t& current) {
     shown.caption = "";
-    link_.host().events.pump();
+    exchange_.host().events.pump();
     const int row = list.selected();
     const std::string cmd = command::set(letters, row);
-    link_.tx_cmd(cmd);
+    exchange_.tx_cmd(cmd);
     // stricter than the rest of the desk: the generator must echo all six characters
-    if (link_.rx_done && link_.rx_text == cmd) {
+    if (exchange_.rx_done && exchange_.rx_text == cmd) {
         shown.caption = list.text(row);
         current = to_integer(row);
     } else {
@@ -61,45 +61,45 @@ void set_dispatcher::set_row(list_view& list, std::string_view letters, label& s
     list.set_focus();
 }
 
-void set_dispatcher::set_favourite_timings() {
-    desk_.cmd_download.enabled = false;
-    const bool any_checked = send_flags(rows_.lstv_timing, link_.fav_timing_count, mnemonic::favourite_timing_on,
-                                        mnemonic::favourite_timing_off);
-    if (!any_checked && link_.rx_done) {
+void set_dispatcher::set_favorite_timings() {
+    desk_frame_.cmd_download.enabled = false;
+    const bool any_checked = send_flags(catalogue_.lstv_timing, exchange_.fav_timing_count,
+                                        mnemonic::favorite_timing_on, mnemonic::favorite_timing_off);
+    if (!any_checked && exchange_.rx_done) {
         // a catalogue without the second row ends the program here
         while_doing([] { return "Checking the favourite timings that the generator has when none is checked"; },
                     [this] {
-                        check_default(rows_.lstv_timing, first_default_timing);
-                        check_default(rows_.lstv_timing, second_default_timing);
+                        check_default(catalogue_.lstv_timing, first_default_timing);
+                        check_default(catalogue_.lstv_timing, second_default_timing);
                     });
         // what becomes of the second one is not looked at
-        if (link_.tx_cmd_or_box(command::set(mnemonic::favourite_timing_on, first_default_timing)))
-            link_.tx_cmd(command::set(mnemonic::favourite_timing_on, second_default_timing));
+        if (exchange_.tx_cmd_or_box(command::set(mnemonic::favorite_timing_on, first_default_timing)))
+            exchange_.tx_cmd(command::set(mnemonic::favorite_timing_on, second_default_timing));
     }
-    desk_.cmd_download.enabled = true;
+    desk_frame_.cmd_download.enabled = true;
 }
 
-void set_dispatcher::set_favourite_patterns() {
-    desk_.cmd_download.enabled = false;
-    const bool any_checked = send_flags(rows_.lstv_pattern, link_.fav_pattern_count, mnemonic::favourite_pattern_on,
-                                        mnemonic::favourite_pattern_off);
-    if (!any_checked && link_.rx_done) {
+void set_dispatcher::set_favorite_patterns() {
+    desk_frame_.cmd_download.enabled = false;
+    const bool any_checked = send_flags(catalogue_.lstv_pattern, exchange_.fav_pattern_count,
+                                        mnemonic::favorite_pattern_on, mnemonic::favorite_pattern_off);
+    if (!any_checked && exchange_.rx_done) {
         // one row alone, unlike the timings
         while_doing([] { return "Checking the favourite pattern that the generator has when none is checked"; },
-                    [this] { check_default(rows_.lstv_pattern, default_pattern); });
-        link_.tx_cmd_or_box(command::set(mnemonic::favourite_pattern_on, default_pattern));
+                    [this] { check_default(catalogue_.lstv_pattern, default_pattern); });
+        exchange_.tx_cmd_or_box(command::set(mnemonic::favorite_pattern_on, default_pattern));
     }
-    desk_.cmd_download.enabled = true;
+    desk_frame_.cmd_download.enabled = true;
 }
 
 bool set_dispatcher::send_flags(const list_view& list, int count, std::string_view letters_on,
                                 std::string_view letters_off) {
     bool any_checked = false;
-    work rows(link_.progress, count);
+    work rows(exchange_.progress, count);
     for (int i = 1; i <= count; ++i) {
         const bool checked = list.row(i).checked;
         any_checked = any_checked || checked;
-        if (!link_.tx_cmd_or_box(command::set(checked ? letters_on : letters_off, i))) break;
+        if (!exchange_.tx_cmd_or_box(command::set(checked ? letters_on : letters_off, i))) break;
         rows.step();
     }
     return any_checked;
@@ -111,9 +111,9 @@ void set_dispatcher::check_default(list_view& list, int row) {
 }
 
 void set_dispatcher::upload_autorun() {
-    desk_.cmd_download.enabled = false;
-    steps_.upload_autorun();
-    desk_.cmd_download.enabled = true;
+    desk_frame_.cmd_download.enabled = false;
+    autorun_.upload_autorun();
+    desk_frame_.cmd_download.enabled = true;
 }
 
 } // namespace desk

@@ -14,8 +14,8 @@ public:
 private:
     /// Sends the selected row of a list and shows what the generator made of it.
     void set_row(list_view& list, std::string_view letters, label& shown, std::int16_t& current);
-    void set_favourite_timings();
-    void set_favourite_patterns();
+    void set_favorite_timings();
+    void set_favorite_patterns();
     /// Sends the flag of each row of a list, up to the first exchange that fails. Tells whether any row sent was
     /// checked.
     bool send_flags(const list_view& list, int count, std::string_view letters_on, std::string_view letters_off);
@@ -23,11 +23,11 @@ private:
     static void check_default(list_view& list, int row);
     void upload_autorun();
 
-    exchange& link_;
-    desk_frame& desk_;
+    exchange& exchange_;
+    desk_frame& desk_frame_;
     status_frame& status_;
-    catalogue& rows_;
-    autorun& steps_;
+    catalogue& catalogue_;
+    autorun& autorun_;
 };
 
 } // namespace desk

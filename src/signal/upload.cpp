@@ -7,25 +7,25 @@
 
 namespace desk {
 
-upload::upload(exchange& link, desk_frame& desk) : link_(link), desk_(desk) {
-    desk_.cmd_upload.on_click = [this] { cmd_upload_click(); };
+upload::upload(exchange& link, desk_frame& desk) : exchange_(link), desk_frame_(desk) {
+    desk_frame_.cmd_upload.on_click = [this] { cmd_upload_click(); };
 }
 
 void upload::cmd_upload_click() {
-    begin_work(desk_.cmd_upload, link_.host().events);
-    link_.tx_cmd(command::upload_custom_string);
-    if (!link_.rx_done) {
+    begin_work(desk_frame_.cmd_upload, exchange_.host().events);
+    exchange_.tx_cmd(command::upload_custom_string);
+    if (!exchange_.rx_done) {
         // The desk behaves so: this box has no "!", and the button stays red and dead for the rest of the run.
-        link_.host().boxes.show("Link Error", box_icon::critical, box_buttons::ok);
+        exchange_.host().boxes.show("Link Error", box_icon::critical, box_buttons::ok);
         return;
     }
-    desk_.txt_motion_str.text = trim(desk_.txt_motion_str.text.get());
-    link_.drain_output();
-    link_.host().port.discard_input();
-    bytes block = bytes_of(bytes_from_text(desk_.txt_motion_str.text.get()));
+    desk_frame_.txt_motion_str.text = trim(desk_frame_.txt_motion_str.text.get());
+    exchange_.drain_output();
+    exchange_.host().port.discard_input();
+    bytes block = bytes_of(bytes_from_text(desk_frame_.txt_motion_str.text.get()));
     block.resize(custom_string_length); // 0 behind the text
-    link_.host().port.write(block);
-    end_work(desk_.cmd_upload);
+    exchange_.host().port.write(block);
+    end_work(desk_frame_.cmd_upload);
 }
 
 } // namespace desk

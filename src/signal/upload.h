@@ -13,8 +13,8 @@ public:
     void cmd_upload_click();
 
 private:
-    exchange& link_;
-    desk_frame& desk_;
+    exchange& exchange_;
+    desk_frame& desk_frame_;
 };
 
 } // namespace desk

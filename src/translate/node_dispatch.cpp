@@ -10,10 +10,10 @@
 #include "translate/decode/dtv.h"
 #include "translate/decode/established.h"
 #include "translate/decode/header.h"
-#include "translate/decode/pieces.h"
 #include "translate/decode/speaker.h"
 #include "translate/decode/standard.h"
 #include "translate/decode/tag.h"
+#include "translate/decode/text_output.h"
 #include "translate/decode/vendor.h"
 #include "translate/decode/video.h"
 #include "translate/decode/video_capability.h"
@@ -44,30 +44,30 @@ std::array<std::vector<picture*>, speaker_positions.size()> pictures_by_bit(tran
 
 node_dispatch::node_dispatch(translation_frame& view, const edid_buffers& buffers, translation_tables& tables,
                              serial_number& serial, const shared_fields& fields)
-    : view_(view)
+    : translation_(view)
     , trans_buff_(buffers.trans_buff)
     , tables_(tables)
     , serial_(serial)
     , fields_(fields)
     , block_0_(rows_of_block_0())
     , block_1_(rows_of_block_1()) {
-    view_.tree_edid.on_node_click = [this](int node) { node_click(node); };
+    translation_.tree_edid.on_node_click = [this](int node) { node_click(node); };
 }
 
 void node_dispatch::node_click(int node) {
-    for (check_box& box : view_.chk_established)
+    for (check_box& box : translation_.chk_established)
         box.visible = false;
     hide_speakers();
-    tree_view& tree = view_.tree_edid;
+    tree_view& tree = translation_.tree_edid;
     tree.set_bold(tree_sel_index, false);
     tree.set_bold(node, true);
-    view_.txt_edid.text = "";
+    translation_.txt_edid.text = "";
     show_node(tree.node(node).key);
     tree_sel_index = static_cast<std::int16_t>(node);
 }
 
 void node_dispatch::hide_speakers() {
-    for (const auto& pictures : pictures_by_bit(view_))
+    for (const auto& pictures : pictures_by_bit(translation_))
         for (picture* p : pictures)
             p->visible = false;
 }
@@ -105,7 +105,7 @@ std::vector<node_dispatch::node_row> node_dispatch::rows_of_block_0() {
         {"block0_limit", [this] { descriptor(kind::range_limits, 1, code::range_limits); }},
         {"block0_name1", [this] { descriptor(kind::monitor_name, 1, code::monitor_name); }},
         {"block0_name2", [this] { descriptor(kind::monitor_name, 2, code::monitor_name); }},
-        {"block0_std_timing", [this] { view_.txt_edid.text = "Additional Standard Timings 9 ~ 14"; }},
+        {"block0_std_timing", [this] { translation_.txt_edid.text = "Additional Standard Timings 9 ~ 14"; }},
         {"block0_std_t1", [this] { descriptor(kind::standard_timings, 1, code::standard_timings_9_to_11); }},
         {"block0_std_t2", [this] { descriptor(kind::standard_timings, 1, code::standard_timings_12_to_14); }},
         {"block0_detail1", [this] { detail(0, 1); }},
@@ -154,10 +154,10 @@ void node_dispatch::append(const decoder& decode) {
     try {
         decode(text);
     } catch (...) {
-        view_.txt_edid.text += text;
+        translation_.txt_edid.text += text;
         throw;
     }
-    view_.txt_edid.text += text;
+    translation_.txt_edid.text += text;
 }
 
 void node_dispatch::root_of_block_0(std::string_view title) {
@@ -184,13 +184,13 @@ void node_dispatch::vendor() {
 }
 
 void node_dispatch::established() {
-    for (check_box& box : view_.chk_established) {
+    for (check_box& box : translation_.chk_established) {
         box.value = 0;
         box.visible = true;
     }
     append(decode_established);
     for (std::size_t i = 0; i < established_timings.size(); ++i)
-        if (is_established(established_timings.at(i), trans_buff_)) view_.chk_established.at(i).value = 1;
+        if (is_established(established_timings.at(i), trans_buff_)) translation_.chk_established.at(i).value = 1;
 }
 
 void node_dispatch::standard(int first_number, int count, std::uint8_t address) {
@@ -206,14 +206,14 @@ void node_dispatch::detail(std::uint8_t block, int count) {
 }
 
 void node_dispatch::data_block_collection() {
-    if (!tables_.has_data_blocks()) view_.txt_edid.text = "There are no data blocks.";
+    if (!tables_.has_data_blocks()) translation_.txt_edid.text = "There are no data blocks.";
 }
 
 void node_dispatch::speakers() {
     append([this](std::string& text) {
         const std::uint8_t address = tables_.data_block_addr[data_block_kind::speaker];
         const std::uint8_t s = decode_speaker_block(text, trans_buff_, address);
-        const auto pictures = pictures_by_bit(view_);
+        const auto pictures = pictures_by_bit(translation_);
         for (std::size_t i = 0; i < pictures.size(); ++i)
             if (bit(s, static_cast<int>(i)))
                 for (picture* p : pictures.at(i))

@@ -53,7 +53,7 @@ private:
     void speakers();
     void unknown_data_block();
 
-    translation_frame& view_;
+    translation_frame& translation_;
     const edid_buffer& trans_buff_;
     translation_tables& tables_;
     serial_number& serial_;

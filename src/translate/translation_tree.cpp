@@ -54,27 +54,27 @@ constexpr std::array<std::pair<const char*, const char*>, 7> data_block_nodes = 
 
 translation_tree::translation_tree(workbench_frame& workbench, translation_frame& view, edid_buffers& buffers,
                                    translation_tables& tables, node_dispatch& dispatch)
-    : view_(view), tree_(view.tree_edid), buffers_(buffers), tables_(tables), dispatch_(dispatch) {
+    : translation_(view), tree_(view.tree_edid), buffers_(buffers), tables_(tables), dispatch_(dispatch) {
     workbench.cmd_read_translate.on_click = [this] { cmd_read_translate_click(); };
     workbench.cmd_write_translate.on_click = [this] { cmd_write_translate_click(); };
-    view_.cmd_edid_back.on_click = [this] { cmd_edid_back_click(); };
+    translation_.cmd_edid_back.on_click = [this] { cmd_edid_back_click(); };
 }
 
 void translation_tree::cmd_read_translate_click() {
-    view_.fra_edid_edit.visible = true;
+    translation_.fra_edid_edit.visible = true;
     translate_edid(buff::read);
 }
 
 void translation_tree::cmd_write_translate_click() {
-    view_.fra_edid_edit.visible = true;
+    translation_.fra_edid_edit.visible = true;
     translate_edid(buff::write);
 }
 
-void translation_tree::cmd_edid_back_click() { view_.fra_edid_edit.visible = false; }
+void translation_tree::cmd_edid_back_click() { translation_.fra_edid_edit.visible = false; }
 
 void translation_tree::translate_edid(std::uint8_t buff_type) {
     const bool write_side = buff_type == buff::write;
-    view_.fra_edid_edit.caption = write_side ? "Translate [ Write ] EDID" : "Translate [ Read ] EDID";
+    translation_.fra_edid_edit.caption = write_side ? "Translate [ Write ] EDID" : "Translate [ Read ] EDID";
     buffers_.trans_buff = write_side ? buffers_.write_buff : buffers_.read_buff;
     dispatch_.tree_sel_index = 1;
     tree_.clear();

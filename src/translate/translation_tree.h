@@ -37,7 +37,7 @@ private:
     void add_data_blocks(int data_block_parent);
     void add_detail_timings_of_block_1();
 
-    translation_frame& view_;
+    translation_frame& translation_;
     tree_view& tree_;
     edid_buffers& buffers_;
     translation_tables& tables_;

@@ -33,7 +33,7 @@ class conversation {
 public:
     explicit conversation(fuzz::fuzz_input& input) : input_(input) {
         m_.host.program_directory = program_directory();
-        m_.events.ticking = &desk_.link.tim_rx;
+        m_.events.ticking = &desk_.exchange.tim_rx;
         m_.port.on_write = [this](const std::string& written) { answer(written); };
         m_.boxes.on_show = [this] { m_.boxes.answers = {box_answer::yes}; };
         m_.windows.on_show = [this](window& w) { work_in(w); };
@@ -142,8 +142,8 @@ private:
     }
 
     void demand_rest() const {
-        fuzz::demand(!desk_.link.download_mode, "no download is left running");
-        fuzz::demand(desk_.link.rx_text.size() == static_cast<std::size_t>(desk_.link.rx_count),
+        fuzz::demand(!desk_.exchange.download_mode, "no download is left running");
+        fuzz::demand(desk_.exchange.rx_text.size() == static_cast<std::size_t>(desk_.exchange.rx_count),
                      "each byte is counted");
         fuzz::demand(desk_.form.shown(), "the window stays on show");
         for (const control* c : desk_.form.controls()) {

@@ -13,7 +13,7 @@ using namespace desk;
 constexpr int most_pieces = 40;
 constexpr std::array commands = {std::string_view("TIM001"),
                                  std::string_view("HDC999"),
-                                 command::query_favourite_timings,
+                                 command::query_favorite_timings,
                                  command::query_autorun_list,
                                  command::query_custom_string,
                                  command::read_edid,

@@ -17,12 +17,12 @@ constexpr int longest_wait = 20000;
 
 /// Lines that would write files anywhere or take long are left out.
 bool is_harmless(const std::string& line) {
-    const auto words = robot::words_of(line);
-    if (!words || words->empty()) return true;
-    const std::string& name = words->front().text;
+    const auto tokens = robot::tokens_of(line);
+    if (!tokens || tokens->empty()) return true;
+    const std::string& name = tokens->front().text;
     if (name == "file") return false;
-    if (name != "wait" || words->size() < 2) return true;
-    const auto time = robot::number_of(words->at(1));
+    if (name != "wait" || tokens->size() < 2) return true;
+    const auto time = robot::number_of(tokens->at(1));
     return !time || *time <= longest_wait;
 }
 

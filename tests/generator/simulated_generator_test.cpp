@@ -103,7 +103,7 @@ TEST_F(simulated_generator_test, is_silent_on_what_is_no_command) {
         EXPECT_TRUE(generator.command(command).empty()) << command;
 }
 
-TEST_F(simulated_generator_test, tells_a_favourite_record_for_each_row) {
+TEST_F(simulated_generator_test, tells_a_favorite_record_for_each_row) {
     EXPECT_EQ(tell("FT+007"), "FT+007");
     EXPECT_EQ(tell("FT+076"), "FT+076");
     EXPECT_EQ(tell("FT-007"), "FT-007");
@@ -120,7 +120,7 @@ TEST_F(simulated_generator_test, tells_a_favourite_record_for_each_row) {
     EXPECT_EQ(record(patterns, 47, 6), "FP-048");
 }
 
-TEST_F(simulated_generator_test, has_no_favourite_flag_outside_the_catalogue) {
+TEST_F(simulated_generator_test, has_no_favorite_flag_outside_the_catalogue) {
     EXPECT_EQ(tell("FT+077"), "FT+000");
     EXPECT_EQ(tell("FP-000"), "FP-000");
     EXPECT_EQ(tell("FT+999").find('+'), std::string::npos);

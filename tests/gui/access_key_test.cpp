@@ -40,7 +40,8 @@ protected:
     void show_edid_with_everything_enabled() {
         operator_hand().click("cmd_edid");
         for (control* c : desk().form.controls())
-            if (c->parent == &desk().edid.fra_edid && c->kind() == control_kind::button) c->enabled = c->visible = true;
+            if (c->parent == &desk().workbench.fra_edid && c->kind() == control_kind::button)
+                c->enabled = c->visible = true;
         operator_hand().click("lab_edid_src"); // any event brings the window up to date
     }
 };
@@ -53,9 +54,9 @@ TEST_F(access_key_of, every_button_is_its_own_in_every_view) {
         SCOPED_TRACE(view);
         operator_hand().click(view);
         expect_a_key_for_every_button(desk().form);
-        desk().about_view.fra_about.visible = true;
+        desk().about.fra_about.visible = true;
         expect_a_key_for_every_button(desk().form);
-        desk().about_view.fra_about.visible = false;
+        desk().about.fra_about.visible = false;
     }
 }
 
@@ -73,12 +74,12 @@ TEST_F(access_key_of, every_button_is_its_own_on_the_edid_view_with_all_that_can
     start();
     show_edid_with_everything_enabled();
     expect_a_key_for_every_button(desk().form);
-    desk().edid.fra_compare.visible = true;
+    desk().workbench.fra_compare.visible = true;
     expect_a_key_for_every_button(desk().form);
-    desk().about_view.fra_about.visible = true;
+    desk().about.fra_about.visible = true;
     expect_a_key_for_every_button(desk().form);
-    desk().about_view.fra_about.visible = false;
-    desk().translation.fra_edid_edit.visible = true;
+    desk().about.fra_about.visible = false;
+    desk().translation_frame.fra_edid_edit.visible = true;
     expect_a_key_for_every_button(desk().form);
 }
 
@@ -86,34 +87,34 @@ TEST_F(access_key_of, every_button_is_its_own_in_the_small_windows) {
     start();
     for (const std::int16_t face : {diag::hex_style, diag::automatic_run, diag::write_checksum}) {
         SCOPED_TRACE(face);
-        desk().fields.diag_mode = face;
-        frm_diag small(desk().fields, desk().buffers, desk().texts, desk().serial, desk().transfers,
-                       desk().link.host().events);
+        desk().shared_fields.diag_mode = face;
+        frm_diag small(desk().shared_fields, desk().edid_buffers, desk().window_text, desk().serial_number,
+                       desk().sink_transfers, desk().exchange.host().events);
         small.load();
         expect_a_key_for_every_button(small.form);
     }
-    desk().fields.diag_mode = diag::none;
-    desk().transfers.frm_diag = {};
+    desk().shared_fields.diag_mode = diag::none;
+    desk().sink_transfers.frm_diag = {};
 }
 
 TEST_F(access_key_of, a_view_button_shows_its_view) {
     start();
     press(Qt::Key_E);
-    EXPECT_EQ(desk().link.view_mode, 4);
+    EXPECT_EQ(desk().exchange.view_mode, 4);
     press(Qt::Key_A);
-    EXPECT_EQ(desk().link.view_mode, 5);
+    EXPECT_EQ(desk().exchange.view_mode, 5);
 }
 
 TEST_F(access_key_of, the_read_side_is_that_of_the_write_side_with_shift) {
     start();
     show_edid_with_everything_enabled();
-    desk().edid.txt_write.text = "00";
-    desk().edid.txt_read.text = "01";
+    desk().workbench.txt_write.text = "00";
+    desk().workbench.txt_read.text = "01";
     press(Qt::Key_L, Qt::AltModifier | Qt::ShiftModifier);
-    EXPECT_EQ(desk().edid.txt_read.text.get(), "");
-    EXPECT_EQ(desk().edid.txt_write.text.get(), "00");
+    EXPECT_EQ(desk().workbench.txt_read.text.get(), "");
+    EXPECT_EQ(desk().workbench.txt_write.text.get(), "00");
     press(Qt::Key_L);
-    EXPECT_EQ(desk().edid.txt_write.text.get(), "");
+    EXPECT_EQ(desk().workbench.txt_write.text.get(), "");
 }
 
 TEST_F(access_key_of, the_read_side_reads_the_sink) {
@@ -131,7 +132,7 @@ TEST_F(access_key_of, a_covered_button_does_nothing) {
     h.click("cmd_read");
     h.click("cmd_read_translate");
     generator->commands();
-    desk().edid.cmd_write.enabled = true;
+    desk().workbench.cmd_write.enabled = true;
     press(Qt::Key_W); // WRITE lies under the translation
     EXPECT_TRUE(generator->commands().isEmpty());
     press(Qt::Key_K);
@@ -143,7 +144,7 @@ TEST_F(access_key_of, a_disabled_button_does_nothing) {
     const hand h = operator_hand();
     h.click("cmd_timing");
     generator->commands();
-    desk().desk_area.cmd_run.enabled = false;
+    desk().desk_frame.cmd_run.enabled = false;
     press(Qt::Key_S);
     EXPECT_TRUE(generator->commands().isEmpty());
 }
@@ -230,8 +231,8 @@ TEST_F(access_key_of, a_small_window_belongs_to_it_alone) {
         EXPECT_FALSE(diag.is_shown("frm_diag"));
     });
     h.click("cmd_sum_read");
-    EXPECT_TRUE(desk().link.rs232_connected) << "Alt+C is Connect in the main window";
-    EXPECT_EQ(desk().link.view_mode, 4);
+    EXPECT_TRUE(desk().exchange.rs232_connected) << "Alt+C is Connect in the main window";
+    EXPECT_EQ(desk().exchange.view_mode, 4);
 }
 
 } // namespace

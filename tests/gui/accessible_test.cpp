@@ -57,7 +57,7 @@ protected:
         return QAccessible::queryAccessibleInterface(&operator_hand().find(name))->state();
     }
     void show_speakers() {
-        auto& t = desk().translation;
+        auto& t = desk().translation_frame;
         for (picture* p : {&t.pic_speaker_fl, &t.pic_speaker_flc, &t.pic_speaker_fc, &t.pic_speaker_frc,
                            &t.pic_speaker_fr, &t.pic_speaker_lfe, &t.pic_speaker_rl, &t.pic_speaker_rlc,
                            &t.pic_speaker_rc, &t.pic_speaker_rrc, &t.pic_speaker_rr})
@@ -126,7 +126,7 @@ TEST_F(screen_reader, is_told_states) {
     EXPECT_TRUE(state("txt_read").readOnly);
     EXPECT_TRUE(state("txt_htotal_pix").readOnly);
     EXPECT_FALSE(state("txt_motion_str").readOnly);
-    desk().translation.chk_established[3].value = 1;
+    desk().translation_frame.chk_established[3].value = 1;
     h.click("lab_read"); // any event brings the window up to date
     EXPECT_TRUE(state("chk_established_3").checked);
     EXPECT_FALSE(state("chk_established_4").checked);
@@ -136,7 +136,7 @@ TEST_F(screen_reader, reads_the_edid_text_and_selects_in_it) {
     start();
     const hand h = operator_hand();
     h.click("cmd_edid");
-    desk().edid.txt_read.text = "00 FF //7\r\n\r\n01 \xC3\xA9\r\n";
+    desk().workbench.txt_read.text = "00 FF //7\r\n\r\n01 \xC3\xA9\r\n";
     h.click("lab_read"); // any event brings the window up to date
     QAccessibleTextInterface* const text = QAccessible::queryAccessibleInterface(&h.find("txt_read"))->textInterface();
     ASSERT_NE(text, nullptr);
@@ -175,7 +175,7 @@ TEST_F(screen_reader, counts_alike_in_every_text) {
     const hand h = operator_hand();
     h.click("cmd_edid");
     for (const char* bytes : {"00 FF\r\n\r\n01\r\n", "00 FF\n\n01\n", "\r\n", ""}) {
-        desk().edid.txt_read.text = bytes;
+        desk().workbench.txt_read.text = bytes;
         h.click("lab_read");
         QAccessibleTextInterface* const text =
             QAccessible::queryAccessibleInterface(&h.find("txt_read"))->textInterface();

@@ -243,23 +243,23 @@ TEST_F(contrast, is_enough_in_the_workbench_and_its_overlays) {
     h.click("cmd_read");
     expect_readable_in_every_state(desk().form, program->main_window(), "in EDID Read/Write");
     for (const color mark : {color_red, color_green, color_dark_red, color_dark_green}) {
-        desk().edid.fra_compare.visible = true;
-        desk().edid.lab_pass.caption = "PASS";
-        desk().edid.lab_pass.fore_color = mark;
-        desk().edid.txt_msg.text = "Comparing ...";
-        desk().edid.lab_read_checksum[0].fore_color = mark;
+        desk().workbench.fra_compare.visible = true;
+        desk().workbench.lab_pass.caption = "PASS";
+        desk().workbench.lab_pass.fore_color = mark;
+        desk().workbench.txt_msg.text = "Comparing ...";
+        desk().workbench.lab_read_checksum[0].fore_color = mark;
         follow();
         expect_readable("with a result");
     }
-    desk().edid.fra_compare.visible = false;
-    desk().edid.fra_pre_f.visible = true;
-    desk().edid.lab_pre_f[0].caption = "/a/file.bin";
-    desk().edid.lab_pre_f[1].caption = "/another/file.bin";
-    desk().edid.lab_pre_f[1].back_color = color_blue;
-    desk().edid.lab_pre_f[1].fore_color = color_white;
+    desk().workbench.fra_compare.visible = false;
+    desk().workbench.fra_pre_f.visible = true;
+    desk().workbench.lab_pre_f[0].caption = "/a/file.bin";
+    desk().workbench.lab_pre_f[1].caption = "/another/file.bin";
+    desk().workbench.lab_pre_f[1].back_color = color_blue;
+    desk().workbench.lab_pre_f[1].fore_color = color_white;
     follow();
     expect_readable("with the previous files");
-    desk().edid.fra_pre_f.visible = false;
+    desk().workbench.fra_pre_f.visible = false;
     follow();
     h.click("cmd_read_translate");
     h.click_node("tree_edid", {"Block 0: VESA Basic Block", "Established Timings"});
@@ -280,7 +280,7 @@ TEST_F(contrast, is_enough_in_the_small_windows) {
             diag.click("cmd_ok");
         });
         if (QString(opens) == "cmd_w_auto") {
-            desk().edid.cmd_w_auto.enabled = true;
+            desk().workbench.cmd_w_auto.enabled = true;
             follow();
         }
         h.click(opens);

@@ -50,7 +50,7 @@ TEST_F(eyes, tell_the_lit_buttons_apart_without_colours) {
     operator_hand().click("cmd_setup");
     std::vector<QImage> seen;
     for (const color lamp : {color_button_face, color_current_view, color_green, color_red}) {
-        desk().switches.cmd_out[0].back_color = lamp;
+        desk().panel.cmd_out[0].back_color = lamp;
         follow();
         seen.push_back(marks("cmd_out_0"));
     }
@@ -83,7 +83,7 @@ TEST_F(eyes, see_the_colours_that_tell_a_state_as_they_are) {
             EXPECT_EQ(qt::ground_of(model, qt::colors_of(s)), real);
             EXPECT_EQ(qt::ink_of(model, qt::colors_of(s)), real);
             if (model == color_blue) continue;
-            desk().switches.cmd_out[0].back_color = model;
+            desk().panel.cmd_out[0].back_color = model;
             follow();
             operator_hand().click("cmd_setup");
             const QImage button = operator_hand().find("cmd_out_0").grab().toImage();
@@ -96,10 +96,10 @@ TEST_F(eyes, see_the_colours_that_tell_a_state_as_they_are) {
 TEST_F(eyes, read_a_coloured_mark_on_a_ground_of_its_own) {
     start();
     operator_hand().click("cmd_edid");
-    desk().edid.fra_compare.visible = true;
-    desk().edid.lab_pass.caption = "PASS";
+    desk().workbench.fra_compare.visible = true;
+    desk().workbench.lab_pass.caption = "PASS";
     const auto ground = [this](color fore) {
-        desk().edid.lab_pass.fore_color = fore;
+        desk().workbench.lab_pass.fore_color = fore;
         follow();
         const QWidget& w = operator_hand().find("lab_pass");
         const QPoint corner = w.mapTo(&program->main_window(), QPoint(0, 0));
@@ -219,13 +219,13 @@ TEST_F(eyes, find_the_row_that_the_program_selects) {
     h.find<QTreeWidget>("lstv_timing").scrollToTop();
     ASSERT_FALSE(is_seen("lstv_timing"));
     h.click("cmd_refresh");
-    EXPECT_EQ(desk().rows.lstv_timing.selected(), 50);
+    EXPECT_EQ(desk().catalogue.lstv_timing.selected(), 50);
     EXPECT_TRUE(is_seen("lstv_timing"));
 
     h.click_row("lstv_timing", 1);
     h.click("cmd_pattern");
     h.click("cmd_timing");
-    EXPECT_EQ(desk().rows.lstv_timing.selected(), 50);
+    EXPECT_EQ(desk().catalogue.lstv_timing.selected(), 50);
     EXPECT_TRUE(is_seen("lstv_timing"));
 }
 
@@ -233,12 +233,12 @@ TEST_F(eyes, find_a_row_in_a_list_that_was_out_of_sight) {
     start();
     const hand h = operator_hand();
     h.click("cmd_pattern");
-    h.click_row("lstv_pattern", desk().rows.lstv_pattern.row_count());
+    h.click_row("lstv_pattern", desk().catalogue.lstv_pattern.row_count());
     h.click("cmd_run");
     h.click_row("lstv_pattern", 1);
     h.click("cmd_setup");
     h.click("cmd_pattern");
-    EXPECT_EQ(desk().rows.lstv_pattern.selected(), desk().rows.lstv_pattern.row_count());
+    EXPECT_EQ(desk().catalogue.lstv_pattern.selected(), desk().catalogue.lstv_pattern.row_count());
     EXPECT_TRUE(is_seen("lstv_pattern"));
 }
 

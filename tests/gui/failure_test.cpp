@@ -65,7 +65,7 @@ TEST_F(unopened_port, is_told_before_the_window_appears_and_the_desk_goes_on) {
     start();
     ASSERT_EQ(boxes.size(), 1U);
     EXPECT_EQ(boxes[0].text, "RS232 can not work on COM 1: !");
-    EXPECT_FALSE(desk().link.rs232_connected);
+    EXPECT_FALSE(desk().exchange.rs232_connected);
     EXPECT_EQ(operator_hand().find("cmd_disconn").palette().color(QPalette::Button), QColor(255, 0, 0));
 }
 
@@ -104,7 +104,7 @@ TEST_F(failure_while_running, in_a_nested_event_ends_the_suspended_procedures_to
     ASSERT_EQ(boxes.size(), 1U);
     EXPECT_EQ(boxes[0].text, "Run-time error '6':\n\nOverflow\n\na nested event.\n\nThe program ends now.");
     EXPECT_TRUE(program->gate().over());
-    EXPECT_FALSE(desk().desk_area.cmd_run.enabled);
+    EXPECT_FALSE(desk().desk_frame.cmd_run.enabled);
 }
 
 class box_of_a_failure : public bench {

@@ -212,7 +212,7 @@ TEST_P(hostile_clicks, work_what_lies_on_top_and_nothing_else) {
     bool tried = false;
     h.when(heard("VER001"), [&] {
         generator->commands();
-        EXPECT_FALSE(desk().about_view.cmd_about.enabled);
+        EXPECT_FALSE(desk().about.cmd_about.enabled);
         try_all("during an exchange");
         EXPECT_EQ(generator->commands(), QStringList());
         tried = true;
@@ -243,7 +243,7 @@ TEST_P(hostile_clicks, work_nothing_behind_a_box_and_nothing_disabled) {
 
     std::vector<control*> disabled;
     for (control* c : shown_controls())
-        if (c->kind() != control_kind::frame && c != &desk().about_view.cmd_about) disabled.push_back(c);
+        if (c->kind() != control_kind::frame && c != &desk().about.cmd_about) disabled.push_back(c);
     // it keeps the keys, so that one that takes them is seen
     program->main_window().activateWindow();
     ASSERT_TRUE(wait_until([] { return !focused().empty(); }, 5000));

@@ -272,7 +272,7 @@ TEST_F(hostile_focus, tab_comes_to_no_covered_control) {
     }
 }
 
-TEST_F(hostile_focus, a_covered_button_takes_no_click_from_its_model_face) {
+TEST_F(hostile_focus, a_covered_button_takes_no_click_from_its_model_adapter) {
     const hand h = operator_hand();
     h.click("cmd_edid");
     h.click("cmd_read");
@@ -281,7 +281,7 @@ TEST_F(hostile_focus, a_covered_button_takes_no_click_from_its_model_face) {
     h.find<QAbstractButton>("cmd_read").click();
     h.find<QAbstractButton>("cmd_pre_f").click();
     EXPECT_EQ(generator->commands(), QStringList());
-    EXPECT_FALSE(desk().edid.fra_pre_f.visible);
+    EXPECT_FALSE(desk().workbench.fra_pre_f.visible);
 }
 
 TEST_F(hostile_focus, a_click_on_the_background_leaves_the_keys_where_they_are) {
@@ -297,7 +297,7 @@ TEST_F(hostile_focus, a_click_on_the_background_leaves_the_keys_where_they_are) 
         EXPECT_EQ(focused(), "txt_color_setting_1") << name;
     }
     holding_hand::tap(Qt::Key_5);
-    EXPECT_EQ(desk().desk_area.txt_color_setting[1].text.get(), "25");
+    EXPECT_EQ(desk().desk_frame.txt_color_setting[1].text.get(), "25");
 }
 
 TEST_F(hostile_focus, no_port_is_opened_by_a_key_that_was_not_meant_for_it) {
@@ -309,29 +309,29 @@ TEST_F(hostile_focus, no_port_is_opened_by_a_key_that_was_not_meant_for_it) {
     h.click("cmd_read_translate");
     for (int i = 0; i < 3; ++i)
         holding_hand::tap(Qt::Key_Down);
-    EXPECT_EQ(desk().link.com_port, 1);
+    EXPECT_EQ(desk().exchange.com_port, 1);
 
     // the focus that a program gives is not the operator's
     h.find("cbo_com").setFocus();
     for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_C, Qt::Key_End, Qt::Key_PageDown})
         holding_hand::tap(key);
-    EXPECT_EQ(desk().link.com_port, 1);
+    EXPECT_EQ(desk().exchange.com_port, 1);
     focus("cmd_conn");
     focus("cbo_com");
     for (const Qt::Key key : {Qt::Key_C, Qt::Key_End, Qt::Key_PageDown})
         holding_hand::tap(key);
-    EXPECT_EQ(desk().link.com_port, 1);
+    EXPECT_EQ(desk().exchange.com_port, 1);
     holding_hand::tap(Qt::Key_Down);
-    EXPECT_EQ(desk().link.com_port, 2);
+    EXPECT_EQ(desk().exchange.com_port, 2);
     holding_hand::press(Qt::Key_Down);
     holding_hand::repeat(Qt::Key_Down, 3);
     holding_hand::release(Qt::Key_Down);
-    EXPECT_EQ(desk().link.com_port, 3) << "one press, one port";
+    EXPECT_EQ(desk().exchange.com_port, 3) << "one press, one port";
     h.click("cbo_com");
     ASSERT_NE(QApplication::activePopupWidget(), nullptr);
     holding_hand::tap(Qt::Key_Home);
     holding_hand::tap(Qt::Key_Return);
-    EXPECT_EQ(desk().link.com_port, 1);
+    EXPECT_EQ(desk().exchange.com_port, 1);
 }
 
 } // namespace

@@ -121,7 +121,7 @@ TEST_P(pressed_slider, is_let_go_by_the_box_that_it_opens) {
     EXPECT_EQ(boxes.texts, QStringList{"RS232 is disconnected !"});
     EXPECT_FALSE(was_down);
     EXPECT_NE(bar.value(), before);
-    EXPECT_EQ(bar.value(), desk().desk_area.hsr_color_setting[0].value());
+    EXPECT_EQ(bar.value(), desk().desk_frame.hsr_color_setting[0].value());
     operator_hand().click("cmd_conn");
     generator->commands();
     const int now = bar.value();
@@ -348,7 +348,7 @@ TEST_F(hostile_hand, a_key_that_repeats_itself_presses_nothing) {
     focus("opt_edid_src_1");
     for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Down, Qt::Key_Space}) {
         holding_hand::repeat(key, 3);
-        EXPECT_TRUE(desk().edid.opt_edid_src[0].value) << key;
+        EXPECT_TRUE(desk().workbench.opt_edid_src[0].value) << key;
     }
     focus("cmd_read");
     generator->commands();
@@ -361,7 +361,7 @@ TEST_F(hostile_hand, a_key_that_repeats_itself_presses_nothing) {
     holding_hand::press(Qt::Key_Space);
     holding_hand::repeat(Qt::Key_Space, 4);
     holding_hand::release(Qt::Key_Space);
-    EXPECT_TRUE(desk().rows.lstv_timing.row(1).checked);
+    EXPECT_TRUE(desk().catalogue.lstv_timing.row(1).checked);
 }
 
 TEST_F(hostile_hand, text_is_typed_by_a_held_key) {
@@ -370,7 +370,7 @@ TEST_F(hostile_hand, text_is_typed_by_a_held_key) {
     holding_hand::press(Qt::Key_1);
     holding_hand::repeat(Qt::Key_1, 2);
     holding_hand::release(Qt::Key_1);
-    EXPECT_EQ(desk().desk_area.txt_color_setting[0].text.get(), "111");
+    EXPECT_EQ(desk().desk_frame.txt_color_setting[0].text.get(), "111");
     generator->commands();
     holding_hand::press(Qt::Key_Return);
     holding_hand::repeat(Qt::Key_Return, 5);

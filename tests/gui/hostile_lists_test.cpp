@@ -55,7 +55,7 @@ protected:
 
     QStringList bold_titles() {
         QStringList titles;
-        for (const tree_node& n : desk().translation.tree_edid.nodes())
+        for (const tree_node& n : desk().translation_frame.tree_edid.nodes())
             if (n.bold) titles << QString::fromStdString(n.title);
         return titles;
     }
@@ -78,7 +78,7 @@ protected:
 TEST_F(hostile_lists, the_marked_row_is_the_one_that_is_sent) {
     const hand h = operator_hand();
     h.click("cmd_timing");
-    const list_view& rows = desk().rows.lstv_timing;
+    const list_view& rows = desk().catalogue.lstv_timing;
     const auto click = [this](int row, Qt::KeyboardModifiers with, Qt::MouseButton button = Qt::LeftButton) {
         held().click_mouse("lstv_timing", in_row("lstv_timing", row), button, with);
     };
@@ -189,14 +189,14 @@ TEST_F(hostile_lists, the_wheel_works_only_what_has_the_focus) {
     EXPECT_EQ(bar.value(), before);
     EXPECT_EQ(holding_hand::focused(), "lstv_pattern");
     EXPECT_EQ(generator->commands(), QStringList());
-    EXPECT_EQ(desk().link.com_port, 1);
+    EXPECT_EQ(desk().exchange.com_port, 1);
 
     bar.setFocus(Qt::TabFocusReason);
     held().turn_wheel("hsr_color_setting_1", 1);
     EXPECT_GT(bar.value(), before);
     h.find("cbo_com").setFocus(Qt::TabFocusReason);
     held().turn_wheel("cbo_com", -3);
-    EXPECT_EQ(desk().link.com_port, 1) << "a port is never opened by the wheel";
+    EXPECT_EQ(desk().exchange.com_port, 1) << "a port is never opened by the wheel";
 }
 
 TEST_F(hostile_lists, no_text_changes_the_size_of_its_letters) {
@@ -248,13 +248,13 @@ TEST_F(hostile_lists, a_second_button_or_a_right_double_click_does_nothing) {
     const hand h = operator_hand();
     h.click("cmd_auto");
     h.click_row("lstv_auto", 2);
-    const int timing = desk().rows.cbo_timing.list_index();
+    const int timing = desk().catalogue.cbo_timing.list_index();
     const QPoint at = in_row("lstv_auto", 4);
     QTest::mouseDClick(program->main_window().windowHandle(), Qt::RightButton, Qt::NoModifier,
                        h.find("lstv_auto").mapTo(&program->main_window(), at));
-    EXPECT_EQ(desk().rows.cbo_timing.list_index(), timing);
+    EXPECT_EQ(desk().catalogue.cbo_timing.list_index(), timing);
     EXPECT_EQ(marked("lstv_auto"), 2);
-    EXPECT_EQ(desk().autorun_view.lstv_auto.selected(), 2);
+    EXPECT_EQ(desk().autorun.lstv_auto.selected(), 2);
     generator->commands();
     for (const Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton})
         held().click_mouse("cmd_run", {8, 8}, button);

@@ -284,10 +284,10 @@ private:
         holding_hand::tap(Qt::Key_Home);
         holding_hand::tap(Qt::Key_Return);
         h.click("cmd_timing");
-        mark(h, "lstv_timing", program_->desk().rows.lstv_timing, 5);
+        mark(h, "lstv_timing", program_->desk().catalogue.lstv_timing, 5);
         h.click("cmd_run");
         h.click("cmd_pattern");
-        mark(h, "lstv_pattern", program_->desk().rows.lstv_pattern, 7);
+        mark(h, "lstv_pattern", program_->desk().catalogue.lstv_pattern, 7);
         h.click("cmd_run");
         h.click("cmd_refresh");
         const auto hdcp = h.text("lab_hdcp") == "ON" ? "on" : "off";
@@ -295,16 +295,16 @@ private:
         static const std::vector<QString> outputs = {"PC", "HD", "DVI", "HDMI"};
         const auto output = std::find(outputs.begin(), outputs.end(), h.text("lab_out")) - outputs.begin() + 1;
         const QString shown = QString("timing %1, pattern %2, output %3 (%4), HDCP %5\n")
-                                  .arg(program_->desk().rows.cur_timing)
-                                  .arg(program_->desk().rows.cur_pattern)
+                                  .arg(program_->desk().catalogue.cur_timing)
+                                  .arg(program_->desk().catalogue.cur_pattern)
                                   .arg(output)
                                   .arg(h.text("lab_out"), hdcp);
-        if (program_->desk().rows.cur_timing != 5 || program_->desk().rows.cur_pattern != 7 ||
+        if (program_->desk().catalogue.cur_timing != 5 || program_->desk().catalogue.cur_pattern != 7 ||
             !generator().has_printed(shown.toUtf8()))
             throw std::runtime_error("Refresh shows something else: " + shown.toStdString() +
                                      "the last traffic: " + generator().traffic().mid(-12).join(", ").toStdString() +
-                                     ", COM" + std::to_string(program_->desk().link.com_port) +
-                                     (program_->desk().link.rs232_connected ? "" : ", closed"));
+                                     ", COM" + std::to_string(program_->desk().exchange.com_port) +
+                                     (program_->desk().exchange.rs232_connected ? "" : ", closed"));
     }
 
     static void mark(const hand& h, const QString& name, const list_view& list, int row) {

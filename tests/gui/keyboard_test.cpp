@@ -152,14 +152,14 @@ TEST_F(keyboard, goes_round_a_group_of_option_buttons_with_the_arrow_keys) {
     h.find("opt_edid_src_1").setFocus();
     press(Qt::Key_Right);
     EXPECT_TRUE(h.find("opt_edid_src_2").hasFocus());
-    EXPECT_TRUE(desk().edid.opt_edid_src[1].value);
-    EXPECT_EQ(desk().fields.edid_src, 2);
+    EXPECT_TRUE(desk().workbench.opt_edid_src[1].value);
+    EXPECT_EQ(desk().shared_fields.edid_src, 2);
     press(Qt::Key_Up);
     press(Qt::Key_Up);
     EXPECT_TRUE(h.find("opt_edid_src_3").hasFocus());
-    EXPECT_EQ(desk().fields.edid_src, 3);
+    EXPECT_EQ(desk().shared_fields.edid_src, 3);
     press(Qt::Key_Down);
-    EXPECT_EQ(desk().fields.edid_src, 1);
+    EXPECT_EQ(desk().shared_fields.edid_src, 1);
     press(Qt::Key_Tab);
     EXPECT_TRUE(h.find("txt_write").hasFocus());
 }
@@ -173,7 +173,7 @@ TEST_F(keyboard, ticks_the_rows_of_a_list) {
     press(Qt::Key_Down);
     press(Qt::Key_Down);
     press(Qt::Key_Space);
-    const list_view& rows = desk().rows.lstv_timing;
+    const list_view& rows = desk().catalogue.lstv_timing;
     for (int i = 1; i <= rows.row_count(); ++i)
         EXPECT_EQ(rows.row(i).checked, i == 2 || i == 4) << i;
 }
@@ -264,9 +264,9 @@ TEST_F(keyboard, takes_an_ampersand_for_itself) {
     start();
     const hand h = operator_hand();
     h.click("cmd_edid");
-    desk().edid.cmd_load.caption = "R&D";
-    desk().edid.opt_edid_src[0].caption = "R&D";
-    desk().edid.fra_edid.caption = "R&D";
+    desk().workbench.cmd_load.caption = "R&D";
+    desk().workbench.opt_edid_src[0].caption = "R&D";
+    desk().workbench.fra_edid.caption = "R&D";
     h.click("lab_read"); // any event brings the window up to date
     for (const char* name : {"cmd_load", "opt_edid_src_1"}) {
         EXPECT_EQ(h.find<QAbstractButton>(name).text(), "R&&D");

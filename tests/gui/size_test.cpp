@@ -55,7 +55,7 @@ protected:
         }
     }
     void show_text(const std::string& text) {
-        desk().edid.txt_read.text = text;
+        desk().workbench.txt_read.text = text;
         operator_hand().click("lab_edid_src");
     }
 };
@@ -140,8 +140,8 @@ TEST_F(window_size, keeps_the_pictures_of_the_speakers_off_the_text) {
 TEST_F(window_size, keeps_the_fixed_pitch_text_on_its_grid) {
     start();
     operator_hand().click("cmd_edid");
-    desk().translation.fra_edid_edit.visible = true;
-    desk().translation.txt_edid.text = "Established Timings\r\n\r\n  720x400 70Hz\r\nWWWW iiii";
+    desk().translation_frame.fra_edid_edit.visible = true;
+    desk().translation_frame.txt_edid.text = "Established Timings\r\n\r\n  720x400 70Hz\r\nWWWW iiii";
     operator_hand().click("lab_edid_src");
     auto& page = operator_hand().find<QTextEdit>("txt_edid");
     at_every_scale([&] {
@@ -193,7 +193,7 @@ TEST_F(window_size, is_worked_with_the_mouse_at_every_size) {
     for (const int steps : {12, 19, 32}) {
         show_at(steps);
         operator_hand().click_check("lstv_timing", 3);
-        EXPECT_EQ(desk().rows.lstv_timing.row(3).checked, steps != 19) << steps;
+        EXPECT_EQ(desk().catalogue.lstv_timing.row(3).checked, steps != 19) << steps;
     }
 }
 
@@ -201,14 +201,14 @@ TEST_F(window_size, leaves_margins_around_a_plan_of_another_shape) {
     start();
     resize({2000, 606});
     EXPECT_EQ(scale(), 1);
-    const control& about = desk().about_view.cmd_about;
+    const control& about = desk().about.cmd_about;
     const QPoint at_1(about.left / 15, about.top / 15);
     EXPECT_EQ(operator_hand().find("cmd_about").mapTo(&window(), QPoint()), at_1 + QPoint((2000 - 780) / 2, 0));
     resize({780, 1406});
     EXPECT_EQ(scale(), 1);
     EXPECT_EQ(operator_hand().find("cmd_about").mapTo(&window(), QPoint()), at_1 + QPoint(0, 400));
     operator_hand().click("cmd_timing");
-    EXPECT_EQ(desk().link.view_mode, 0);
+    EXPECT_EQ(desk().exchange.view_mode, 0);
 }
 
 TEST_F(window_size, fills_a_large_screen) {
@@ -245,7 +245,7 @@ TEST_F(window_size, has_scroll_bars_where_nothing_smaller_could_be_read) {
     resize({780, 606});
     EXPECT_EQ(scale(), 1);
     EXPECT_FALSE(area.scrolls());
-    const control& corner = desk().rows.cmd_timing;
+    const control& corner = desk().catalogue.cmd_timing;
     EXPECT_EQ(operator_hand().find("cmd_timing").mapTo(&window(), QPoint()), QPoint(corner.left / 15, corner.top / 15));
 }
 
@@ -285,8 +285,8 @@ TEST_F(window_size, puts_the_cursor_where_the_text_is_clicked) {
 TEST_F(window_size, keeps_the_place_in_the_analysis_and_its_selection) {
     start();
     operator_hand().click("cmd_edid");
-    desk().translation.fra_edid_edit.visible = true;
-    desk().translation.txt_edid.text = lines(200);
+    desk().translation_frame.fra_edid_edit.visible = true;
+    desk().translation_frame.txt_edid.text = lines(200);
     operator_hand().click("lab_edid_src");
     auto& page = operator_hand().find<QTextEdit>("txt_edid");
     QTextCursor word(page.document());
@@ -335,7 +335,7 @@ TEST_F(window_size, keeps_the_widths_of_columns) {
     operator_hand().click("cmd_auto");
     QHeaderView& header = *operator_hand().find<QTreeWidget>("lstv_auto").header();
     int width = header.sectionSize(0);
-    EXPECT_EQ(width, desk().autorun_view.lstv_auto.columns.front().width / 15);
+    EXPECT_EQ(width, desk().autorun.lstv_auto.columns.front().width / 15);
     show_at(24);
     EXPECT_NEAR(header.sectionSize(0), width * 1.5, 1);
     // the operator drags one
@@ -362,18 +362,18 @@ TEST_F(window_size, changes_in_the_middle_of_an_exchange) {
     operator_hand().click("cmd_timing");
     operator_hand().click_row("lstv_timing", 7);
     bool resized = false;
-    operator_hand().when([this] { return !desk().desk_area.cmd_run.enabled; },
+    operator_hand().when([this] { return !desk().desk_frame.cmd_run.enabled; },
                          [&] {
                              window().resize(1200, 900);
                              QCoreApplication::processEvents();
-                             EXPECT_FALSE(desk().desk_area.cmd_run.enabled.get());
+                             EXPECT_FALSE(desk().desk_frame.cmd_run.enabled.get());
                              EXPECT_EQ(scale(), 23 / 16.0);
                              resized = true;
                          });
     operator_hand().click("cmd_run");
     EXPECT_TRUE(resized);
     EXPECT_TRUE(operator_hand().text("lab_timing").contains("[07]"));
-    EXPECT_TRUE(desk().desk_area.cmd_run.enabled.get());
+    EXPECT_TRUE(desk().desk_frame.cmd_run.enabled.get());
 }
 
 TEST_F(window_size, changes_under_a_box) {

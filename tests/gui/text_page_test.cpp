@@ -32,7 +32,7 @@ protected:
 
     /// Shows a text; the window follows its models after any event.
     void show(const std::string& text) {
-        desk().edid.txt_write.text = text;
+        desk().workbench.txt_write.text = text;
         operator_hand().click("lab_edid_src");
     }
     void show_lines(int count) {
@@ -108,7 +108,7 @@ TEST_F(edid_text, of_4_megabytes_shows_its_last_line) {
 TEST_F(edid_text, of_4_megabytes_is_copied_whole) {
     open_megabytes(4);
     press(Qt::Key_A, Qt::ControlModifier);
-    EXPECT_EQ(copied(), qt::shown_text(desk().edid.txt_write.text.get()));
+    EXPECT_EQ(copied(), qt::shown_text(desk().workbench.txt_write.text.get()));
 }
 
 TEST_F(edid_text, of_16_megabytes_takes_less_than_160_megabytes_to_open) {
@@ -128,7 +128,7 @@ TEST_F(edid_text, of_16_megabytes_takes_less_than_160_megabytes_to_open) {
         GTEST_SKIP() << "the largest memory so far can't be reset";
     const int before = status_mb("VmRSS:");
     open("long.bin");
-    EXPECT_GT(desk().edid.txt_write.text.get().size(), 16'000'000U);
+    EXPECT_GT(desk().workbench.txt_write.text.get().size(), 16'000'000U);
     // 40 MB of the 200 MB are the program itself
     EXPECT_LT(status_mb("VmHWM:") - before, 160);
 #endif
@@ -241,7 +241,7 @@ TEST_F(edid_text, keeps_its_place_while_it_grows_and_shows_another_from_its_begi
     press(Qt::Key_Down);
     press(Qt::Key_Down, Qt::ShiftModifier);
     page().verticalScrollBar()->setValue(40);
-    desk().edid.txt_write.text += "one more\r\n";
+    desk().workbench.txt_write.text += "one more\r\n";
     operator_hand().click("lab_edid_src");
     EXPECT_EQ(page().verticalScrollBar()->value(), 40);
     EXPECT_EQ(selected(), "line 1\n");
@@ -256,7 +256,7 @@ TEST_F(edid_text, is_never_drawn_from_a_text_that_has_gone) {
     press(Qt::Key_A, Qt::ControlModifier);
     page().verticalScrollBar()->setValue(900);
     // before the window follows
-    desk().edid.txt_write.text = "short";
+    desk().workbench.txt_write.text = "short";
     page().viewport()->grab();
     EXPECT_EQ(selected(), "");
     EXPECT_EQ(operator_hand().text("txt_write"), "short");

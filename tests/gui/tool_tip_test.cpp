@@ -63,10 +63,10 @@ TEST_F(tool_tip, names_the_key_behind_it) {
 
 TEST_F(tool_tip, says_why_the_port_is_closed_below_what_disconnect_does) {
     start();
-    desk().link.cmd_disconn.tool_tip = "R&D can't be opened.";
+    desk().exchange.cmd_disconn.tool_tip = "R&D can't be opened.";
     operator_hand().click("lab_com");
     EXPECT_EQ(of("cmd_disconn"), "<qt><nobr>Closes the port (Alt+D)</nobr><br>R&amp;D can't be opened.</qt>");
-    desk().link.cmd_disconn.tool_tip = "";
+    desk().exchange.cmd_disconn.tool_tip = "";
     operator_hand().click("lab_com");
     EXPECT_EQ(of("cmd_disconn"), "<qt><nobr>Closes the port (Alt+D)</nobr></qt>");
 }
@@ -83,8 +83,8 @@ TEST_F(tool_tip, shows_the_whole_path_of_a_previous_file_that_is_cut) {
     start();
     operator_hand().click("cmd_edid");
     const std::string path = "/bench/" + std::string(200, 'x') + "/display.hex";
-    desk().edid.lab_pre_f[0].caption = path;
-    desk().edid.lab_pre_f[1].caption = "/bench/display.hex";
+    desk().workbench.lab_pre_f[0].caption = path;
+    desk().workbench.lab_pre_f[1].caption = "/bench/display.hex";
     operator_hand().click("cmd_pre_f");
     EXPECT_TRUE(at(operator_hand().find("lab_pre_f_0"), {5, 5}).startsWith("<qt>" + QString::fromStdString(path)));
     EXPECT_EQ(at(operator_hand().find("lab_pre_f_1"), {5, 5}), "<qt><nobr>Opens this file</nobr></qt>");
@@ -94,7 +94,7 @@ TEST_F(tool_tip, shows_the_whole_cell_of_a_list_that_is_cut) {
     start();
     operator_hand().click("cmd_auto");
     const std::string name = "[01] " + std::string(120, 'W');
-    desk().autorun_view.lstv_auto.set_sub_item(1, 1, name);
+    desk().autorun.lstv_auto.set_sub_item(1, 1, name);
     operator_hand().click("lab_com");
     auto& list = operator_hand().find<QTreeWidget>("lstv_auto");
     QTreeWidgetItem* const row = list.topLevelItem(0);
@@ -108,7 +108,7 @@ TEST_F(tool_tip, shows_markup_in_a_name_as_it_is_written) {
     start();
     operator_hand().click("cmd_auto");
     auto& combo = operator_hand().find<QComboBox>("cbo_timing");
-    desk().rows.cbo_timing.add_item("<b>" + std::string(120, 'W') + "</b>", 0);
+    desk().catalogue.cbo_timing.add_item("<b>" + std::string(120, 'W') + "</b>", 0);
     operator_hand().click("lab_com");
     combo.showPopup();
     QWidget& rows = *combo.view()->viewport();
@@ -125,8 +125,8 @@ TEST_F(tool_tip, shows_the_whole_choice_of_a_list_that_is_cut) {
     auto& combo = operator_hand().find<QComboBox>("cbo_timing");
     EXPECT_EQ(at(combo, {5, 5}), combo.toolTip());
     const std::string name = std::string(120, 'W');
-    desk().rows.cbo_timing.add_item(name, 0);
-    desk().rows.cbo_timing.set_list_index(0);
+    desk().catalogue.cbo_timing.add_item(name, 0);
+    desk().catalogue.cbo_timing.set_list_index(0);
     operator_hand().click("lab_com");
     EXPECT_TRUE(at(combo, {5, 5}).startsWith("<qt>" + QString::fromStdString(name)));
 }
@@ -134,10 +134,10 @@ TEST_F(tool_tip, shows_the_whole_choice_of_a_list_that_is_cut) {
 TEST_F(tool_tip, shows_a_value_that_is_too_long_for_its_box) {
     start();
     operator_hand().click("cmd_timing");
-    desk().desk_area.txt_htotal_pix.text = "1";
+    desk().desk_frame.txt_htotal_pix.text = "1";
     operator_hand().click("lab_com");
     EXPECT_EQ(qt::cut_text_at(operator_hand().find("txt_htotal_pix"), {2, 2}), "");
-    desk().desk_area.txt_htotal_pix.text = std::string(60, '8');
+    desk().desk_frame.txt_htotal_pix.text = std::string(60, '8');
     operator_hand().click("lab_com");
     EXPECT_EQ(qt::cut_text_at(operator_hand().find("txt_htotal_pix"), {2, 2}), QString(60, '8'));
 }

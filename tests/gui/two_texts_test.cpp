@@ -30,8 +30,8 @@ protected:
     static int line_of(const qt::text_page& page) { return page.verticalScrollBar()->value(); }
     void follow() { operator_hand().click("lab_edid_src"); }
     void show(const std::string& in_write, const std::string& in_read) {
-        desk().edid.txt_write.text = in_write;
-        desk().edid.txt_read.text = in_read;
+        desk().workbench.txt_write.text = in_write;
+        desk().workbench.txt_read.text = in_read;
         follow();
     }
     static std::string lines(int count) {

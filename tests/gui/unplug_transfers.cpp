@@ -199,7 +199,7 @@ void add_set(std::vector<pulled_transfer>& all) {
         .exchange("PAT", pattern)
         .behind_the_end(pattern);
 
-    const auto favourites = [](unplug_bench& b) {
+    const auto favorites = [](unplug_bench& b) {
         boxes(link_error, "cmd_run")(b);
         b.expect_resting("cmd_download");
     };
@@ -209,31 +209,31 @@ void add_set(std::vector<pulled_transfer>& all) {
             b.at().click_check(list, 2);
         };
     };
-    conversation(all, {"set_favourite_timings", checked("cmd_fav_timing", "lstv_timing"), click("cmd_run")})
-        .exchange("row_1", favourites)
+    conversation(all, {"set_favorite_timings", checked("cmd_fav_timing", "lstv_timing"), click("cmd_run")})
+        .exchange("row_1", favorites)
         .pass(38)
-        .exchange("row_40", favourites)
+        .exchange("row_40", favorites)
         .pass(38)
-        .exchange("row_79", favourites)
-        .behind_the_end(favourites);
-    conversation(all, {"set_favourite_patterns", checked("cmd_fav_pattern", "lstv_pattern"), click("cmd_run")})
-        .exchange("row_1", favourites)
+        .exchange("row_79", favorites)
+        .behind_the_end(favorites);
+    conversation(all, {"set_favorite_patterns", checked("cmd_fav_pattern", "lstv_pattern"), click("cmd_run")})
+        .exchange("row_1", favorites)
         .pass(62)
-        .exchange("row_64", favourites);
+        .exchange("row_64", favorites);
     const auto second_unexamined = boxes(nothing, "cmd_run");
-    conversation(all, {"set_no_favourite_timing", click("cmd_fav_timing"), click("cmd_run")})
+    conversation(all, {"set_no_favorite_timing", click("cmd_fav_timing"), click("cmd_run")})
         .pass(79)
-        .exchange("row_1", favourites)
+        .exchange("row_1", favorites)
         .exchange("row_23", second_unexamined);
-    conversation(all, {"set_no_favourite_pattern", click("cmd_fav_pattern"), click("cmd_run")})
+    conversation(all, {"set_no_favorite_pattern", click("cmd_fav_pattern"), click("cmd_run")})
         .pass(64)
-        .exchange("row_1", favourites);
+        .exchange("row_1", favorites);
     conversation(all, {"set_autorun", click("cmd_auto"), click("cmd_run")})
-        .exchange("first_ATN", favourites)
+        .exchange("first_ATN", favorites)
         .pass(64)
-        .exchange("ATT_of_row_17", favourites)
+        .exchange("ATT_of_row_17", favorites)
         .pass(61)
-        .exchange("last_ATI", favourites);
+        .exchange("last_ATI", favorites);
 }
 
 void add_panel(std::vector<pulled_transfer>& all) {
@@ -311,10 +311,10 @@ void add_download(std::vector<pulled_transfer>& all) {
     };
     conversation(all, {"colour", downloaded, move}).exchange("CRR", moved);
 
-    conversation(all, {"download_of_favourite_timings", click("cmd_fav_timing"), click("cmd_download")})
+    conversation(all, {"download_of_favorite_timings", click("cmd_fav_timing"), click("cmd_download")})
         .exchange("FT", failed, 79 * 6)
         .behind_the_end(failed);
-    conversation(all, {"download_of_favourite_patterns", click("cmd_fav_pattern"), click("cmd_download")})
+    conversation(all, {"download_of_favorite_patterns", click("cmd_fav_pattern"), click("cmd_download")})
         .exchange("FP", failed, 64 * 6)
         .behind_the_end(failed);
     const auto same_list = [failed](unplug_bench& b) {

@@ -95,21 +95,21 @@ TEST_F(real_window, presses_the_button_with_the_focus_on_enter) {
     const hand h = operator_hand();
     h.find("cmd_edid").setFocus();
     h.press_key("cmd_edid", Qt::Key_Return);
-    EXPECT_EQ(desk().link.view_mode, 4);
+    EXPECT_EQ(desk().exchange.view_mode, 4);
 }
 
 TEST_F(real_window, takes_mnemonics) {
     start();
     QTest::keyClick(&program->main_window(), Qt::Key_T, Qt::AltModifier);
-    EXPECT_TRUE(wait_until([&] { return desk().link.view_mode == 0; }, 5000));
+    EXPECT_TRUE(wait_until([&] { return desk().exchange.view_mode == 0; }, 5000));
 }
 
 TEST_F(real_window, stands_its_fixed_pitch_text_on_a_grid_of_8_by_16_pixels) {
     start();
     const hand h = operator_hand();
     h.click("cmd_edid");
-    desk().translation.fra_edid_edit.visible = true;
-    desk().translation.txt_edid.text = "Established Timings\r\n\r\n  720x400 70Hz\r\nWWWW iiii";
+    desk().translation_frame.fra_edid_edit.visible = true;
+    desk().translation_frame.txt_edid.text = "Established Timings\r\n\r\n  720x400 70Hz\r\nWWWW iiii";
     h.click("lab_edid_src"); // any event brings the window up to date
     auto& page = h.find<QTextEdit>("txt_edid");
     EXPECT_EQ(QFontInfo(page.font()).family(), "Liberation Mono");
@@ -128,7 +128,7 @@ TEST_F(real_window, lets_the_clock_share_the_phase_of_a_timer_that_starts) {
         ++starts;
         share_phase();
     };
-    const auto enable = [&](bool enabled) { program->gate().run([&] { desk().link.tim_rx.enabled = enabled; }); };
+    const auto enable = [&](bool enabled) { program->gate().run([&] { desk().exchange.tim_rx.enabled = enabled; }); };
     enable(true);
     EXPECT_EQ(starts, 1);
     enable(true);
@@ -145,14 +145,14 @@ TEST_F(real_window, follows_a_text_that_grows_and_one_that_is_replaced) {
     std::string text;
     for (int i = 0; i < 20; ++i) {
         text += "line " + std::to_string(i) + "\r\n";
-        desk().edid.txt_read.text = text;
+        desk().workbench.txt_read.text = text;
         h.click("lab_read");
         EXPECT_EQ(h.text("txt_read"), qt::shown_text(text));
     }
-    desk().edid.txt_read.text = "another";
+    desk().workbench.txt_read.text = "another";
     h.click("lab_read");
     EXPECT_EQ(h.text("txt_read"), "another");
-    desk().edid.txt_read.text = "";
+    desk().workbench.txt_read.text = "";
     h.click("lab_read");
     EXPECT_EQ(h.text("txt_read"), "");
 }

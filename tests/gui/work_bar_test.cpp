@@ -23,7 +23,7 @@ protected:
     }
 
     qt::work_bar& bar() { return operator_hand().find<qt::work_bar>("work_bar"); }
-    QLabel& words() { return operator_hand().find<QLabel>("waiting_words"); }
+    QLabel& words() { return operator_hand().find<QLabel>("retry_label"); }
     qt::color_patch& patch() { return operator_hand().find<qt::color_patch>("color_patch"); }
 
     /// Looks at the bar from time to time while the desk works.
@@ -72,7 +72,7 @@ TEST_F(work_on_show, follows_the_window_to_another_size) {
 
 TEST_F(work_on_show, is_seen_in_the_window_that_lies_over_the_desk_too) {
     const hand h = operator_hand();
-    desk().edid.cmd_w_auto.enabled = true;
+    desk().workbench.cmd_w_auto.enabled = true;
     h.click("cmd_edid");
     bool came = false;
     bool at_foot = false;

@@ -50,7 +50,7 @@ TEST_F(button_at_work, comes_to_rest_from_any_look) {
     EXPECT_EQ(pressed.back_color, 0x8000000FU);
 }
 
-TEST_F(button_at_work, is_told_to_its_face) {
+TEST_F(button_at_work, is_reported_to_its_adapter) {
     window form;
     form.add(pressed);
     form.take_changed();

@@ -16,10 +16,10 @@ using test::failure_of;
 TEST(commands, have_these_mnemonics) {
     EXPECT_EQ(mnemonic::timing, "TIM");
     EXPECT_EQ(mnemonic::pattern, "PAT");
-    EXPECT_EQ(mnemonic::favourite_timing_on, "FT+");
-    EXPECT_EQ(mnemonic::favourite_timing_off, "FT-");
-    EXPECT_EQ(mnemonic::favourite_pattern_on, "FP+");
-    EXPECT_EQ(mnemonic::favourite_pattern_off, "FP-");
+    EXPECT_EQ(mnemonic::favorite_timing_on, "FT+");
+    EXPECT_EQ(mnemonic::favorite_timing_off, "FT-");
+    EXPECT_EQ(mnemonic::favorite_pattern_on, "FP+");
+    EXPECT_EQ(mnemonic::favorite_pattern_off, "FP-");
     EXPECT_EQ(mnemonic::output_format, "OUT");
     EXPECT_EQ(mnemonic::hdcp, "HDC");
     EXPECT_EQ(mnemonic::audio_source, "ASC");
@@ -27,7 +27,7 @@ TEST(commands, have_these_mnemonics) {
     EXPECT_EQ(mnemonic::color_space, "CSC");
     EXPECT_EQ(mnemonic::deep_color, "DEE");
     EXPECT_EQ(mnemonic::autorun, "ATO");
-    EXPECT_EQ(mnemonic::my_favourite, "FAV");
+    EXPECT_EQ(mnemonic::my_favorite, "FAV");
     EXPECT_EQ(mnemonic::color_red, "CRR");
     EXPECT_EQ(mnemonic::color_green, "CRG");
     EXPECT_EQ(mnemonic::color_blue, "CRB");
@@ -41,8 +41,8 @@ TEST(commands, have_these_mnemonics) {
 TEST(commands, are_these_where_they_are_fixed) {
     EXPECT_EQ(command::reset, "RST001");
     EXPECT_EQ(command::firmware_version, "VER001");
-    EXPECT_EQ(command::query_favourite_timings, "FT+999");
-    EXPECT_EQ(command::query_favourite_patterns, "FP+999");
+    EXPECT_EQ(command::query_favorite_timings, "FT+999");
+    EXPECT_EQ(command::query_favorite_patterns, "FP+999");
     EXPECT_EQ(command::query_autorun_list, "ATS999");
     EXPECT_EQ(command::query_custom_string, "MOT999");
     EXPECT_EQ(command::upload_custom_string, "MOT001");
@@ -59,7 +59,7 @@ TEST(commands, have_an_argument_of_three_digits) {
     EXPECT_EQ(command::set(mnemonic::pattern, 41), "PAT041");
     EXPECT_EQ(command::set(mnemonic::autorun_interval, 600), "ATI600");
     EXPECT_EQ(command::set(mnemonic::hdcp, 0), "HDC000");
-    EXPECT_EQ(command::set(mnemonic::favourite_timing_off, 12), "FT-012");
+    EXPECT_EQ(command::set(mnemonic::favorite_timing_off, 12), "FT-012");
 }
 
 TEST(commands, have_no_argument_of_four_digits) {

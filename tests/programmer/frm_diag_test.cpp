@@ -36,7 +36,7 @@ protected:
         return *diag;
     }
     /// The names of the controls that are visible by themselves and lie in no frame.
-    strings visible_faces() const {
+    strings visible_pages() const {
         strings names;
         for (const control* c : diag->form.controls()) {
             if (c->parent == nullptr && c->visible) names.push_back(c->full_name());
@@ -78,7 +78,7 @@ TEST_F(frm_diag_test, has_its_captions) {
 }
 
 TEST_F(frm_diag_test, has_each_control_in_its_frame) {
-    const std::map<std::string, strings> faces = {
+    const std::map<std::string, strings> pages = {
         {"fra_sum",
          {"cmd_checksum", "chk_4digits", "opt_unused(0)", "opt_unused(1)", "lab_unused", "lab_eeprom", "cbo_eeprom",
           "lab_checksum"}},
@@ -88,7 +88,7 @@ TEST_F(frm_diag_test, has_each_control_in_its_frame) {
           "lab_pass", "lab_pass_sn"}},
     };
     std::size_t count = 5; // the three frames, cmd_ok and txt_test
-    for (const auto& [frame_name, names] : faces) {
+    for (const auto& [frame_name, names] : pages) {
         for (const std::string& name : names) {
             const control* c = made().form.find(name);
             ASSERT_NE(c, nullptr) << name;
@@ -102,7 +102,7 @@ TEST_F(frm_diag_test, has_each_control_in_its_frame) {
 
 TEST_F(frm_diag_test, shows_none_of_its_faces_before_it_is_loaded) {
     made();
-    EXPECT_EQ(visible_faces(), strings{});
+    EXPECT_EQ(visible_pages(), strings{});
     EXPECT_FALSE(diag->run.cmd_run.visible);
     EXPECT_FALSE(diag->form.visible);
     EXPECT_TRUE(diag->opt_hex_type[0].value);
@@ -122,17 +122,17 @@ TEST_F(frm_diag_test, lets_the_operator_type_the_number_and_no_message) {
 }
 
 TEST_F(frm_diag_test, shows_the_face_of_its_mode) {
-    struct face {
+    struct page {
         std::int16_t mode;
         const char* shown;
         const char* cmd_ok_caption;
         const char* fra_sum_caption;
     };
-    for (const face f : {face{1, "fra_save_hex", "OK", "SUM"}, face{2, "fra_auto", "CANCEL", "SUM"},
-                         face{5, "fra_sum", "EXIT", "[ WRITE ] Checksum of programmer"},
-                         face{6, "fra_sum", "EXIT", "[ READ ] Checksum of programmer"}}) {
+    for (const page f : {page{1, "fra_save_hex", "OK", "SUM"}, page{2, "fra_auto", "CANCEL", "SUM"},
+                         page{5, "fra_sum", "EXIT", "[ WRITE ] Checksum of programmer"},
+                         page{6, "fra_sum", "EXIT", "[ READ ] Checksum of programmer"}}) {
         opened(f.mode);
-        EXPECT_EQ(visible_faces(), (strings{f.shown, "cmd_ok"})) << f.mode;
+        EXPECT_EQ(visible_pages(), (strings{f.shown, "cmd_ok"})) << f.mode;
         EXPECT_EQ(diag->cmd_ok.caption, f.cmd_ok_caption);
         EXPECT_EQ(diag->fra_sum.caption, f.fra_sum_caption);
         EXPECT_EQ(diag->run.cmd_run.visible, f.mode == 2);
@@ -143,7 +143,7 @@ TEST_F(frm_diag_test, shows_the_face_of_its_mode) {
 TEST_F(frm_diag_test, shows_nothing_in_any_other_mode) {
     for (const std::int16_t mode : {std::int16_t{0}, diag::none, std::int16_t{4}, std::int16_t{7}}) {
         opened(mode);
-        EXPECT_EQ(visible_faces(), strings{}) << mode;
+        EXPECT_EQ(visible_pages(), strings{}) << mode;
         EXPECT_EQ(diag->cbo_eeprom.list_count(), 0);
     }
 }
@@ -220,7 +220,7 @@ TEST_F(sum, fails_for_kept_choices_that_are_not_there) {
     EXPECT_EQ(failure_of([&] { opened(5); }), failure::subscript_out_of_range);
     choose(0, 0, 2);
     EXPECT_EQ(failure_of([&] { opened(6); }), failure::invalid_property_value);
-    EXPECT_EQ(failure_of([&] { opened(1); }), std::nullopt) << "the other faces don't look at them";
+    EXPECT_EQ(failure_of([&] { opened(1); }), std::nullopt) << "the other pages don't look at them";
     EXPECT_EQ(failure_of([&] { opened(2); }), std::nullopt);
 }
 

@@ -14,9 +14,9 @@ namespace {
 
 class robot_program : public testing::Test {
 protected:
-    test::shell_run run(const std::string& script, const std::string& words) {
+    test::shell_run run(const std::string& script, const std::string& arguments) {
         folder.put("script", script);
-        return test::run_in_shell("\"" DESK_ROBOT "\" " + words + " <\"" + (folder / "script").string() + "\"", folder);
+        return test::run_in_shell("\"" DESK_ROBOT "\" " + arguments + " <\"" + (folder / "script").string() + "\"", folder);
     }
     std::string own_folder() const { return "\"" + folder.path().string() + "\""; }
 

@@ -9,7 +9,7 @@ namespace desk::robot {
 namespace {
 
 std::optional<scripted_answer> parsed(const std::string& parts) {
-    return scripted_answer_of(words_of(parts).value(), 0);
+    return scripted_answer_of(tokens_of(parts).value(), 0);
 }
 
 /// The answer to a command as one text: pauses as "+5 ", parts in brackets; "none" for silence.
@@ -45,8 +45,8 @@ TEST(parts_of_an_answer, may_be_none) {
 }
 
 TEST(parts_of_an_answer, are_nothing_else) {
-    for (const char* words : {"", "VER012", "+x", "+-5", "+", "hex:0", "hex:XY", "ECHO"})
-        EXPECT_FALSE(parsed(words)) << words;
+    for (const char* tokens : {"", "VER012", "+x", "+-5", "+", "hex:0", "hex:XY", "ECHO"})
+        EXPECT_FALSE(parsed(tokens)) << tokens;
 }
 
 class script : public testing::Test {

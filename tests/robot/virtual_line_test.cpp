@@ -5,8 +5,8 @@
 #include "link/exchange.h"
 #include "robot/open_windows.h"
 #include "robot/queued_dialogs.h"
+#include "robot/tokens.h"
 #include "robot/virtual_events.h"
-#include "robot/words.h"
 #include "support/expect_failure.h"
 #include "support/fake_machine.h"
 
@@ -31,7 +31,7 @@ protected:
         return string_of(line.read());
     }
     void reply(const std::string& command, const std::string& parts) {
-        line.script.add(command, scripted_answer_of(words_of(parts).value(), 0).value());
+        line.script.add(command, scripted_answer_of(tokens_of(parts).value(), 0).value());
     }
     test::scripted_events events;
     virtual_line line{events};
@@ -280,7 +280,7 @@ TEST_F(cable, joins_single_bytes_until_a_longer_write_or_an_answer) {
 
 TEST_F(cable, answers_the_raw_block_behind_an_answered_mot001) {
     reply("MOT001", "echo");
-    line.script.add_raw(scripted_answer_of(words_of("\"taken\"").value(), 0).value());
+    line.script.add_raw(scripted_answer_of(tokens_of("\"taken\"").value(), 0).value());
     write("MOT001");
     EXPECT_EQ(read_at(50), "MOT001");
     write(std::string("VELO\0\0\0\0\0\0\0\0", 12));
@@ -289,7 +289,7 @@ TEST_F(cable, answers_the_raw_block_behind_an_answered_mot001) {
 
 TEST_F(cable, answers_the_256_bytes_behind_an_answered_ewr001_when_they_are_complete) {
     reply("EWR001", "echo");
-    line.script.add_raw(scripted_answer_of(words_of("\"EWR002\"").value(), 0).value());
+    line.script.add_raw(scripted_answer_of(tokens_of("\"EWR002\"").value(), 0).value());
     write("EWR001");
     EXPECT_EQ(read_at(50), "EWR001");
     for (int i = 0; i < 255; ++i)
@@ -302,7 +302,7 @@ TEST_F(cable, answers_the_256_bytes_behind_an_answered_ewr001_when_they_are_comp
 }
 
 TEST_F(cable, answers_no_raw_block_behind_a_command_that_was_not_answered) {
-    line.script.add_raw(scripted_answer_of(words_of("\"taken\"").value(), 0).value());
+    line.script.add_raw(scripted_answer_of(tokens_of("\"taken\"").value(), 0).value());
     reply("MOT001", "none");
     write("MOT001");
     write(std::string(12, 'x'));
@@ -310,7 +310,7 @@ TEST_F(cable, answers_no_raw_block_behind_a_command_that_was_not_answered) {
 }
 
 TEST_F(cable, takes_a_pause_alone_for_no_answer) {
-    line.script.add_raw(scripted_answer_of(words_of("\"taken\"").value(), 0).value());
+    line.script.add_raw(scripted_answer_of(tokens_of("\"taken\"").value(), 0).value());
     reply("MOT001", "+10");
     write("MOT001");
     write(std::string(12, 'x'));
@@ -333,7 +333,7 @@ protected:
         events.start({&form});
         link.com_port = 1;
         link.set_comm();
-        line.script.add("TIM*", scripted_answer_of(words_of("+300 echo").value(), 0).value());
+        line.script.add("TIM*", scripted_answer_of(tokens_of("+300 echo").value(), 0).value());
     }
     virtual_events events;
     virtual_line line{events};

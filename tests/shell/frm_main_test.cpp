@@ -26,65 +26,65 @@ using strings = std::vector<std::string>;
 class main_window : public desk_fixture {};
 
 TEST_F(main_window, starts_with_these_fields) {
-    desk.link.view_mode = 3;
-    desk.link.download_mode = true;
+    desk.exchange.view_mode = 3;
+    desk.exchange.download_mode = true;
     desk.logo_hidden = true;
-    desk.rows.cur_timing = 1;
-    desk.rows.cur_pattern = 1;
-    desk.fields.edid_file_name = "x";
-    desk.fields.diag_mode = 1;
-    desk.fields.edid_src = 3;
+    desk.catalogue.cur_timing = 1;
+    desk.catalogue.cur_pattern = 1;
+    desk.shared_fields.edid_file_name = "x";
+    desk.shared_fields.diag_mode = 1;
+    desk.shared_fields.edid_src = 3;
     desk.form.on_load();
-    EXPECT_EQ(desk.link.view_mode, 254);
-    EXPECT_FALSE(desk.link.download_mode);
+    EXPECT_EQ(desk.exchange.view_mode, 254);
+    EXPECT_FALSE(desk.exchange.download_mode);
     EXPECT_FALSE(desk.logo_hidden);
-    EXPECT_EQ(desk.rows.cur_timing, 254);
-    EXPECT_EQ(desk.rows.cur_pattern, 254);
-    EXPECT_EQ(desk.fields.edid_file_name, "");
-    EXPECT_EQ(desk.fields.diag_mode, 3);
-    EXPECT_EQ(desk.fields.edid_src, 1);
+    EXPECT_EQ(desk.catalogue.cur_timing, 254);
+    EXPECT_EQ(desk.catalogue.cur_pattern, 254);
+    EXPECT_EQ(desk.shared_fields.edid_file_name, "");
+    EXPECT_EQ(desk.shared_fields.diag_mode, 3);
+    EXPECT_EQ(desk.shared_fields.edid_src, 1);
 }
 
 TEST_F(main_window, opens_the_stored_port_and_sends_nothing) {
     directory.put("marlo_rs232.ini", "7" + usual_settings.substr(1));
     desk.load();
     EXPECT_EQ(m.port.done, (strings{"open 7", "discard input", "discard output"}));
-    EXPECT_EQ(desk.link.cbo_com.list_index(), 6);
-    EXPECT_TRUE(desk.link.rs232_connected);
+    EXPECT_EQ(desk.exchange.cbo_com.list_index(), 6);
+    EXPECT_TRUE(desk.exchange.rs232_connected);
 }
 
 TEST_F(main_window, opens_no_port_for_number_0) {
     directory.put("marlo_rs232.ini", "0" + usual_settings.substr(1));
     desk.load();
     EXPECT_TRUE(m.port.done.empty());
-    EXPECT_EQ(desk.link.cbo_com.list_index(), -1);
-    EXPECT_FALSE(desk.link.rs232_connected);
+    EXPECT_EQ(desk.exchange.cbo_com.list_index(), -1);
+    EXPECT_FALSE(desk.exchange.rs232_connected);
     EXPECT_TRUE(m.boxes.all.empty());
 }
 
 TEST_F(main_window, starts_disconnected) {
-    desk.link.rs232_connected = true;
+    desk.exchange.rs232_connected = true;
     m.port.missing = {1};
     desk.load();
     EXPECT_EQ(m.port.done, strings{"open 1"}) << "nothing is open that could be closed";
-    EXPECT_FALSE(desk.link.rs232_connected);
+    EXPECT_FALSE(desk.exchange.rs232_connected);
 }
 
 TEST_F(main_window, fills_its_combo_boxes) {
     desk.load();
-    EXPECT_EQ(desk.link.cbo_com.items(),
+    EXPECT_EQ(desk.exchange.cbo_com.items(),
               (strings{"COM1:", "COM2:", "COM3:", "COM4:", "COM5:", "COM6:", "COM7:", "COM8:"}));
-    EXPECT_EQ(desk.autorun_view.cbo_interval.items(),
+    EXPECT_EQ(desk.autorun.cbo_interval.items(),
               (strings{"5",   "10",  "15",  "20",  "25",  "30",  "40",  "50",  "60",  "70",  "80",
                        "90",  "100", "110", "120", "150", "180", "210", "240", "270", "300", "330",
                        "360", "390", "420", "450", "480", "510", "540", "570", "600"}));
-    EXPECT_EQ(desk.rows.cbo_timing.list_count(), 30);
-    EXPECT_EQ(desk.rows.cbo_pattern.list_count(), 45);
+    EXPECT_EQ(desk.catalogue.cbo_timing.list_count(), 30);
+    EXPECT_EQ(desk.catalogue.cbo_pattern.list_count(), 45);
 }
 
 TEST_F(main_window, fills_the_autorun_rows) {
     desk.load();
-    const list_view& rows = desk.autorun_view.lstv_auto;
+    const list_view& rows = desk.autorun.lstv_auto;
     ASSERT_EQ(rows.row_count(), 32);
     for (int i = 1; i <= 32; ++i) {
         EXPECT_EQ(rows.text(i), std::to_string(i));
@@ -101,7 +101,7 @@ TEST_F(main_window, fills_the_autorun_rows) {
 TEST_F(main_window, sets_its_caption_and_version) {
     desk.load();
     EXPECT_EQ(desk.form.caption, "VELOTRACE ");
-    EXPECT_EQ(desk.about_view.lab_ver.caption, "v11");
+    EXPECT_EQ(desk.about.lab_ver.caption, "v11");
 }
 
 TEST_F(main_window, tells_of_the_port_before_it_reads_the_catalogue) {
@@ -114,7 +114,7 @@ TEST_F(main_window, tells_of_the_port_before_it_reads_the_catalogue) {
 
 TEST_F(main_window, closes_the_port_and_rewrites_the_settings) {
     desk.load();
-    desk.link.com_port = 4;
+    desk.exchange.com_port = 4;
     m.port.done.clear();
     desk.form.on_unload();
     EXPECT_EQ(m.port.done, strings{"close"});
@@ -123,7 +123,7 @@ TEST_F(main_window, closes_the_port_and_rewrites_the_settings) {
 
 TEST_F(main_window, closes_the_port_also_where_it_is_not_marked_open) {
     desk.load();
-    desk.link.cmd_disconn_click();
+    desk.exchange.cmd_disconn_click();
     m.port.done.clear();
     desk.unload();
     EXPECT_EQ(m.port.done, strings{"close"});
@@ -168,51 +168,50 @@ TEST_F(main_window, reads_files_that_begin_with_a_byte_order_mark) {
     for (const char* name : {"marlo_rs232.ini", "timing_pattern.ini"})
         directory.put(name, "\xEF\xBB\xBF" + directory.content(name));
     desk.load();
-    EXPECT_EQ(desk.link.com_port, 1);
-    EXPECT_EQ(desk.rows.lstv_timing.row_count(), 30);
+    EXPECT_EQ(desk.exchange.com_port, 1);
+    EXPECT_EQ(desk.catalogue.lstv_timing.row_count(), 30);
 }
 
 TEST_F(main_window, hides_the_previous_files_on_any_key) {
     desk.load();
     desk.cmd_edid.on_click();
     for (const int code : {13, 27, 65}) {
-        desk.edid.fra_pre_f.visible = true;
+        desk.workbench.fra_pre_f.visible = true;
         desk.form.on_key_press(code);
-        EXPECT_FALSE(desk.edid.fra_pre_f.visible) << code;
+        EXPECT_FALSE(desk.workbench.fra_pre_f.visible) << code;
     }
     desk.form.on_key_press(65);
-    EXPECT_FALSE(desk.edid.fra_pre_f.visible);
-    EXPECT_TRUE(desk.edid.fra_edid.visible);
+    EXPECT_FALSE(desk.workbench.fra_pre_f.visible);
+    EXPECT_TRUE(desk.workbench.fra_edid.visible);
 }
 
 TEST_F(main_window, hides_the_result_of_a_compare_on_ok) {
     desk.load();
     desk.cmd_edid.on_click();
-    desk.edid.fra_compare.visible = true;
-    desk.edid.cmd_ok.on_click();
-    EXPECT_FALSE(desk.edid.fra_compare.visible);
-    EXPECT_TRUE(desk.edid.fra_edid.visible);
+    desk.workbench.fra_compare.visible = true;
+    desk.workbench.cmd_ok.on_click();
+    EXPECT_FALSE(desk.workbench.fra_compare.visible);
+    EXPECT_TRUE(desk.workbench.fra_edid.visible);
 }
 
 TEST_F(main_window, returns_from_the_translation_to_the_edid_view) {
     desk.load();
     desk.cmd_edid.on_click();
-    desk.translation.fra_edid_edit.visible = true;
-    desk.translation.cmd_edid_back.on_click();
-    EXPECT_FALSE(desk.translation.fra_edid_edit.visible);
-    EXPECT_TRUE(desk.edid.fra_edid.visible);
-    EXPECT_EQ(desk.link.view_mode, 4);
+    desk.translation_frame.fra_edid_edit.visible = true;
+    desk.translation_frame.cmd_edid_back.on_click();
+    EXPECT_FALSE(desk.translation_frame.fra_edid_edit.visible);
+    EXPECT_TRUE(desk.workbench.fra_edid.visible);
+    EXPECT_EQ(desk.exchange.view_mode, 4);
 }
 
 TEST_F(main_window, takes_the_translation_away_with_any_view_button) {
     desk.load();
     desk.cmd_edid.on_click();
-    for (button* view :
-         {&desk.rows.cmd_timing, &desk.rows.cmd_pattern, &desk.favourite_views.cmd_fav_timing,
-          &desk.favourite_views.cmd_fav_pattern, &desk.cmd_edid, &desk.autorun_view.cmd_auto, &desk.cmd_setup}) {
-        desk.translation.fra_edid_edit.visible = true;
+    for (button* view : {&desk.catalogue.cmd_timing, &desk.catalogue.cmd_pattern, &desk.favorites.cmd_fav_timing,
+                         &desk.favorites.cmd_fav_pattern, &desk.cmd_edid, &desk.autorun.cmd_auto, &desk.cmd_setup}) {
+        desk.translation_frame.fra_edid_edit.visible = true;
         view->on_click();
-        EXPECT_FALSE(desk.translation.fra_edid_edit.visible) << view->name;
+        EXPECT_FALSE(desk.translation_frame.fra_edid_edit.visible) << view->name;
     }
 }
 
@@ -225,7 +224,7 @@ TEST_F(main_window, hides_all_of_a_view_and_pumps_events) {
     bool hidden_at_pump = false;
     m.events.on_pump = [&] {
         ++pumps;
-        hidden_at_pump = !desk.desk_area.fra_desk.visible && !desk.desk_area.txt_color_setting[3].visible;
+        hidden_at_pump = !desk.desk_frame.fra_desk.visible && !desk.desk_frame.txt_color_setting[3].visible;
     };
     desk.view_reset();
     EXPECT_EQ(pumps, 1);
@@ -239,21 +238,21 @@ TEST_F(main_window, hides_all_of_a_view_and_pumps_events) {
 }
 
 TEST_F(main_window, lights_the_button_of_the_present_view_alone) {
-    const std::vector<button*> view_buttons = {&desk.rows.cmd_timing,
-                                               &desk.rows.cmd_pattern,
-                                               &desk.favourite_views.cmd_fav_timing,
-                                               &desk.favourite_views.cmd_fav_pattern,
+    const std::vector<button*> view_buttons = {&desk.catalogue.cmd_timing,
+                                               &desk.catalogue.cmd_pattern,
+                                               &desk.favorites.cmd_fav_timing,
+                                               &desk.favorites.cmd_fav_pattern,
                                                &desk.cmd_edid,
-                                               &desk.autorun_view.cmd_auto,
+                                               &desk.autorun.cmd_auto,
                                                &desk.cmd_setup};
     for (int view = 0; view < 7; ++view) {
-        desk.link.view_mode = static_cast<std::int16_t>(view);
+        desk.exchange.view_mode = static_cast<std::int16_t>(view);
         desk.view_paint();
         for (int i = 0; i < 7; ++i)
             EXPECT_EQ(view_buttons.at(static_cast<std::size_t>(i))->back_color, i == view ? 0xFFFF80U : 0x8000000FU)
                 << view << " " << i;
     }
-    desk.link.view_mode = 254;
+    desk.exchange.view_mode = 254;
     desk.view_paint();
     for (const button* b : view_buttons)
         EXPECT_EQ(b->back_color, 0x8000000FU);
@@ -265,7 +264,7 @@ TEST_F(main_window, changes_the_view_in_this_order) {
     bool logo_at_pump = true;
     color color_at_pump = 0;
     m.events.on_pump = [&] {
-        view_at_pump = desk.link.view_mode;
+        view_at_pump = desk.exchange.view_mode;
         logo_at_pump = desk.img_logo.visible;
         color_at_pump = desk.cmd_setup.back_color;
     };
@@ -273,7 +272,7 @@ TEST_F(main_window, changes_the_view_in_this_order) {
     EXPECT_FALSE(logo_at_pump);
     EXPECT_EQ(view_at_pump, 254) << "the events run before the view is set";
     EXPECT_EQ(color_at_pump, 0x8000000FU);
-    EXPECT_EQ(desk.link.view_mode, 6);
+    EXPECT_EQ(desk.exchange.view_mode, 6);
     EXPECT_EQ(desk.cmd_setup.back_color, 0xFFFF80U);
 }
 

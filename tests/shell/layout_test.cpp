@@ -354,16 +354,16 @@ TEST_F(main_window_layout, moves_download_with_the_views) {
     desk.load();
     const auto expect_download = [this](button& view, int left, int top) {
         view.on_click();
-        EXPECT_EQ(desk.desk_area.cmd_download.left, left) << view.name;
-        EXPECT_EQ(desk.desk_area.cmd_download.top, top) << view.name;
-        EXPECT_EQ(desk.desk_area.cmd_download.parent, nullptr) << "it counts from the window";
+        EXPECT_EQ(desk.desk_frame.cmd_download.left, left) << view.name;
+        EXPECT_EQ(desk.desk_frame.cmd_download.top, top) << view.name;
+        EXPECT_EQ(desk.desk_frame.cmd_download.parent, nullptr) << "it counts from the window";
     };
     for (int round = 0; round < 2; ++round) {
-        expect_download(desk.autorun_view.cmd_auto, 2700, 2100);
-        expect_download(desk.rows.cmd_pattern, 5640, 2250);
+        expect_download(desk.autorun.cmd_auto, 2700, 2100);
+        expect_download(desk.catalogue.cmd_pattern, 5640, 2250);
         expect_download(desk.cmd_setup, 2700, 2100);
-        expect_download(desk.favourite_views.cmd_fav_timing, 5640, 2250);
-        expect_download(desk.favourite_views.cmd_fav_pattern, 5640, 2250);
+        expect_download(desk.favorites.cmd_fav_timing, 5640, 2250);
+        expect_download(desk.favorites.cmd_fav_pattern, 5640, 2250);
     }
 }
 
@@ -396,21 +396,21 @@ TEST_F(main_window_layout, has_buttons_as_wide_as_their_captions) {
 }
 
 TEST_F(main_window_layout, has_fonts_of_fixed_pitch_where_columns_count) {
-    EXPECT_EQ(desk.about_view.lab_about.font, text_font::fixed);
-    EXPECT_EQ(desk.edid.txt_read.font, text_font::fixed);
-    EXPECT_EQ(desk.edid.txt_write.font, text_font::fixed);
-    EXPECT_EQ(desk.translation.txt_edid.font, text_font::fixed);
-    EXPECT_EQ(desk.desk_area.lab_hori.font, text_font::fixed);
-    EXPECT_EQ(desk.desk_area.lab_vert.font, text_font::fixed);
+    EXPECT_EQ(desk.about.lab_about.font, text_font::fixed);
+    EXPECT_EQ(desk.workbench.txt_read.font, text_font::fixed);
+    EXPECT_EQ(desk.workbench.txt_write.font, text_font::fixed);
+    EXPECT_EQ(desk.translation_frame.txt_edid.font, text_font::fixed);
+    EXPECT_EQ(desk.desk_frame.lab_hori.font, text_font::fixed);
+    EXPECT_EQ(desk.desk_frame.lab_vert.font, text_font::fixed);
 }
 
 TEST_F(main_window_layout, locks_the_text_boxes_that_only_show) {
-    for (const text_box* t : {&desk.edid.txt_read, &desk.edid.txt_write, &desk.edid.txt_msg, &desk.translation.txt_edid,
-                              &desk.desk_area.txt_hf, &desk.desk_area.txt_pix_f})
+    for (const text_box* t : {&desk.workbench.txt_read, &desk.workbench.txt_write, &desk.workbench.txt_msg, &desk.translation_frame.txt_edid,
+                              &desk.desk_frame.txt_hf, &desk.desk_frame.txt_pix_f})
         EXPECT_TRUE(t->locked) << t->name;
-    for (const text_box* t : {&desk.desk_area.txt_motion_str, &desk.desk_area.txt_color_setting[0]})
+    for (const text_box* t : {&desk.desk_frame.txt_motion_str, &desk.desk_frame.txt_color_setting[0]})
         EXPECT_FALSE(t->locked) << t->name;
-    for (const text_box* t : {&desk.edid.txt_read, &desk.edid.txt_write, &desk.translation.txt_edid})
+    for (const text_box* t : {&desk.workbench.txt_read, &desk.workbench.txt_write, &desk.translation_frame.txt_edid})
         EXPECT_TRUE(t->multi_line) << t->name;
 }
 
@@ -423,9 +423,9 @@ TEST_F(main_window_layout, starts_with_the_buttons_dead_that_need_an_edid) {
 }
 
 TEST_F(main_window_layout, chooses_the_first_sink_at_first) {
-    EXPECT_TRUE(desk.edid.opt_edid_src[0].value);
-    EXPECT_FALSE(desk.edid.opt_edid_src[1].value);
-    EXPECT_FALSE(desk.edid.opt_edid_src[2].value);
+    EXPECT_TRUE(desk.workbench.opt_edid_src[0].value);
+    EXPECT_FALSE(desk.workbench.opt_edid_src[1].value);
+    EXPECT_FALSE(desk.workbench.opt_edid_src[2].value);
 }
 
 TEST_F(main_window_layout, has_the_boxes_in_the_gaps_of_their_titles) {
@@ -450,20 +450,20 @@ TEST_F(main_window_layout, has_the_boxes_in_the_gaps_of_their_titles) {
             }
         }
     };
-    expect_gaps(desk.desk_area.fra_hori, desk.desk_area.lab_hori);
-    expect_gaps(desk.desk_area.fra_vert, desk.desk_area.lab_vert);
+    expect_gaps(desk.desk_frame.fra_hori, desk.desk_frame.lab_hori);
+    expect_gaps(desk.desk_frame.fra_vert, desk.desk_frame.lab_vert);
 }
 
 TEST_F(main_window_layout, has_the_box_of_the_clock_in_its_gap) {
-    const label& title = desk.desk_area.lab_pix_clock;
-    const text_box& box = desk.desk_area.txt_pix_f;
+    const label& title = desk.desk_frame.lab_pix_clock;
+    const text_box& box = desk.desk_frame.txt_pix_f;
     EXPECT_GE(box.left, title.left + 12 * fixed_cell) << "behind \"Pixel Clock:\"";
     EXPECT_LE(box.left + box.width, title.left + 21 * fixed_cell) << "before \"MHz\"";
 }
 
 TEST_F(main_window_layout, has_the_rows_of_the_panel_beside_their_titles) {
     desk.load();
-    const label& titles = desk.switches.lab_setup;
+    const label& titles = desk.panel.lab_setup;
     ASSERT_GT(titles.line_pitch, 0);
     // the line of each title: three lines of a note, three empty ones, then a title on every second line
     const std::vector<std::pair<std::string, int>> rows = {
@@ -485,8 +485,8 @@ TEST_F(main_window_layout, has_the_rows_of_the_panel_beside_their_titles) {
 TEST_F(main_window_layout, has_download_between_the_note_and_the_rows_of_the_panel) {
     desk.load();
     desk.cmd_setup.on_click();
-    const area download = place_of(desk.desk_area.cmd_download);
-    const label& titles = desk.switches.lab_setup;
+    const area download = place_of(desk.desk_frame.cmd_download);
+    const label& titles = desk.panel.lab_setup;
     const int text_top = place_of(titles).top;
     EXPECT_GE(download.top, text_top + 3 * titles.line_pitch);
     EXPECT_LE(download.bottom, text_top + 6 * titles.line_pitch);
@@ -502,26 +502,26 @@ struct state {
 void PrintTo(const state& s, std::ostream* out) { *out << s.name; }
 
 void choose_pattern(frm_main& desk, int row) {
-    desk.rows.cmd_pattern.on_click();
-    desk.rows.lstv_pattern.select(row);
-    desk.rows.lstv_pattern.on_click();
+    desk.catalogue.cmd_pattern.on_click();
+    desk.catalogue.lstv_pattern.select(row);
+    desk.catalogue.lstv_pattern.on_click();
 }
 
 void show_in_edid_view(frm_main& desk, const std::string& start) {
     desk.cmd_edid.on_click();
-    desk.translation.fra_edid_edit.visible = start.starts_with("chk") || start.starts_with("pic");
+    desk.translation_frame.fra_edid_edit.visible = start.starts_with("chk") || start.starts_with("pic");
     for (control* c : desk.form.controls())
         if (c->name.starts_with(start)) c->visible = true;
 }
 
 const state states[] = {
     {"start", [](frm_main&) {}},
-    {"timing_select", [](frm_main& d) { d.rows.cmd_timing.on_click(); }},
+    {"timing_select", [](frm_main& d) { d.catalogue.cmd_timing.on_click(); }},
     {"pattern_select", [](frm_main& d) { choose_pattern(d, 1); }},
     {"color_setting", [](frm_main& d) { choose_pattern(d, 13); }},
     {"motion_string", [](frm_main& d) { choose_pattern(d, 41); }},
-    {"favorite_timing", [](frm_main& d) { d.favourite_views.cmd_fav_timing.on_click(); }},
-    {"favorite_pattern", [](frm_main& d) { d.favourite_views.cmd_fav_pattern.on_click(); }},
+    {"favorite_timing", [](frm_main& d) { d.favorites.cmd_fav_timing.on_click(); }},
+    {"favorite_pattern", [](frm_main& d) { d.favorites.cmd_fav_pattern.on_click(); }},
     {"edid", [](frm_main& d) { d.cmd_edid.on_click(); }},
     {"previous_files", [](frm_main& d) { show_in_edid_view(d, "fra_pre_f"); }},
     {"compare", [](frm_main& d) { show_in_edid_view(d, "fra_compare"); }},
@@ -529,12 +529,12 @@ const state states[] = {
     {"translation", [](frm_main& d) { show_in_edid_view(d, "fra_edid_edit"); }},
     {"established_timings", [](frm_main& d) { show_in_edid_view(d, "chk_established"); }},
     {"speakers", [](frm_main& d) { show_in_edid_view(d, "pic_speaker"); }},
-    {"autorun", [](frm_main& d) { d.autorun_view.cmd_auto.on_click(); }},
+    {"autorun", [](frm_main& d) { d.autorun.cmd_auto.on_click(); }},
     {"panel", [](frm_main& d) { d.cmd_setup.on_click(); }},
     {"about",
      [](frm_main& d) {
-         d.rows.cmd_timing.on_click();
-         d.about_view.fra_about.visible = true;
+         d.catalogue.cmd_timing.on_click();
+         d.about.fra_about.visible = true;
      }},
 };
 
@@ -570,7 +570,7 @@ TEST_P(in_each_state, nothing_overlaps_but_what_lies_over_others_on_purpose) {
 }
 
 TEST_P(in_each_state, download_and_set_cover_nothing_inside_a_frame) {
-    for (const button* over : {&desk.desk_area.cmd_download, &desk.desk_area.cmd_run}) {
+    for (const button* over : {&desk.desk_frame.cmd_download, &desk.desk_frame.cmd_run}) {
         if (!over->shown()) continue;
         for (const control* c : on_show()) {
             const bool overlay = c->name == "fra_about" || (c->parent != nullptr && c->parent->name == "fra_about");

@@ -32,7 +32,8 @@ TEST_F(plan, touches_no_frame) {
     for (const control* c : desk.form.controls()) {
         const frame* const around = c->parent;
         // a page covers what it lies in
-        if (around == nullptr || c == &desk.translation.fra_edid_edit || around == &desk.translation.fra_edid_edit)
+        if (around == nullptr || c == &desk.translation_frame.fra_edid_edit ||
+            around == &desk.translation_frame.fra_edid_edit)
             continue;
         for (const int distance :
              std::initializer_list<int>{c->left, c->top, around->width - right(*c), around->height - bottom(*c)})
@@ -61,7 +62,7 @@ TEST_F(plan, has_the_buttons_of_the_views_close_below_each_other) {
 }
 
 TEST_F(plan, has_the_lists_of_a_step_below_their_columns) {
-    const auto& list = desk.autorun_view.lstv_auto;
+    const auto& list = desk.autorun.lstv_auto;
     int edge = list.left;
     std::vector<int> edges;
     for (const list_column& column : list.columns)
@@ -77,7 +78,7 @@ TEST_F(plan, has_the_lists_of_a_step_below_their_columns) {
         EXPECT_GT(named(name).top, bottom(list)) << name;
         EXPECT_LE(named(name).top - bottom(list), 12 * twips_of_pixel) << name;
     }
-    EXPECT_LE(desk.autorun_view.fra_auto.height - bottom(named("cmd_replace")), 16 * twips_of_pixel)
+    EXPECT_LE(desk.autorun.fra_auto.height - bottom(named("cmd_replace")), 16 * twips_of_pixel)
         << "no height is left over";
 }
 
@@ -95,7 +96,7 @@ TEST_F(plan, has_what_is_side_by_side_on_one_line) {
         expect_one_middle({std::string("lab_write_checksum") + n, std::string("cmd_recover") + n,
                            std::string("lab_read_checksum") + n});
     desk.load();
-    desk.favourite_views.cmd_fav_timing.on_click();
+    desk.favorites.cmd_fav_timing.on_click();
     expect_one_middle({"cmd_run", "cmd_download"});
 }
 

@@ -272,7 +272,7 @@ TEST_F(color_download, takes_answers_with_any_letters) {
     EXPECT_EQ(values(), (strings{"1 1", "2 2", "3 3", "2 2"}));
 }
 
-struct favourite_kind {
+struct favorite_kind {
     const char* name;
     int view;
     std::int16_t exchange::*count;
@@ -281,11 +281,11 @@ struct favourite_kind {
     const char* query;
 };
 
-void PrintTo(const favourite_kind& kind, std::ostream* out) { *out << kind.name; }
+void PrintTo(const favorite_kind& kind, std::ostream* out) { *out << kind.name; }
 
-class favourite_download : public download_test, public testing::WithParamInterface<favourite_kind> {
+class favorite_download : public download_test, public testing::WithParamInterface<favorite_kind> {
 protected:
-    favourite_download() { link.*GetParam().count = 3; }
+    favorite_download() { link.*GetParam().count = 3; }
     void answer_with(const std::string& records) {
         answers[GetParam().query] = records;
         press_in(GetParam().view);
@@ -293,14 +293,14 @@ protected:
     list_view& list() { return rows.*GetParam().list; }
 };
 
-INSTANTIATE_TEST_SUITE_P(download, favourite_download,
-                         testing::Values(favourite_kind{"timings", 2, &exchange::fav_timing_count,
-                                                        &catalogue::lstv_timing, &catalogue::lstv_pattern, "FT+999"},
-                                         favourite_kind{"patterns", 3, &exchange::fav_pattern_count,
-                                                        &catalogue::lstv_pattern, &catalogue::lstv_timing, "FP+999"}),
+INSTANTIATE_TEST_SUITE_P(download, favorite_download,
+                         testing::Values(favorite_kind{"timings", 2, &exchange::fav_timing_count,
+                                                       &catalogue::lstv_timing, &catalogue::lstv_pattern, "FT+999"},
+                                         favorite_kind{"patterns", 3, &exchange::fav_pattern_count,
+                                                       &catalogue::lstv_pattern, &catalogue::lstv_timing, "FP+999"}),
                          [](const auto& kind) { return std::string(kind.param.name); });
 
-TEST_P(favourite_download, checks_and_unchecks_the_rows) {
+TEST_P(favorite_download, checks_and_unchecks_the_rows) {
     list().set_checked(2, true);
     answer_with("FT+001FT-002FT+003");
     EXPECT_EQ(m.port.take_written(), strings{GetParam().query});
@@ -310,14 +310,14 @@ TEST_P(favourite_download, checks_and_unchecks_the_rows) {
     EXPECT_EQ(look(), "face live");
 }
 
-TEST_P(favourite_download, takes_the_row_from_the_record_and_not_from_its_place) {
+TEST_P(favorite_download, takes_the_row_from_the_record_and_not_from_its_place) {
     for (const int row : {1, 2, 12, 20})
         list().set_checked(row, true);
     answer_with("FT+030FT-012FT-002");
     EXPECT_EQ(checked_rows(list()), (std::vector{1, 20, 30}));
 }
 
-TEST_P(favourite_download, unchecks_for_any_sign_but_plus) {
+TEST_P(favorite_download, unchecks_for_any_sign_but_plus) {
     for (const char* sign : {"-", " ", "x", "0", "*"}) {
         for (const int row : {1, 2, 3})
             list().set_checked(row, true);
@@ -326,28 +326,28 @@ TEST_P(favourite_download, unchecks_for_any_sign_but_plus) {
     }
 }
 
-TEST_P(favourite_download, ignores_the_letters_of_a_record) {
+TEST_P(favorite_download, ignores_the_letters_of_a_record) {
     answer_with("++-001xy+002  +003");
     EXPECT_EQ(checked_rows(list()), (std::vector{2, 3}));
 }
 
-TEST_P(favourite_download, lets_the_last_record_of_a_row_win) {
+TEST_P(favorite_download, lets_the_last_record_of_a_row_win) {
     answer_with("FT+005FT+006FT-005");
     EXPECT_EQ(checked_rows(list()), std::vector{6});
 }
 
-TEST_P(favourite_download, reads_as_many_records_as_there_are_rows) {
+TEST_P(favorite_download, reads_as_many_records_as_there_are_rows) {
     answer_with("FT-001FT-002FT-003FT+004");
     EXPECT_TRUE(checked_rows(list()).empty());
 }
 
-TEST_P(favourite_download, leaves_the_selection) {
+TEST_P(favorite_download, leaves_the_selection) {
     list().select(9);
     answer_with("FT+001FT-002FT-003");
     EXPECT_EQ(list().selected(), 9);
 }
 
-TEST_P(favourite_download, changes_nothing_where_a_character_is_missing) {
+TEST_P(favorite_download, changes_nothing_where_a_character_is_missing) {
     list().set_checked(2, true);
     answer_with("FT+001FT-002FT+00");
     EXPECT_EQ(m.port.take_written(), twice(GetParam().query));
@@ -356,7 +356,7 @@ TEST_P(favourite_download, changes_nothing_where_a_character_is_missing) {
     EXPECT_EQ(look(), "face live");
 }
 
-TEST_P(favourite_download, ends_the_program_for_a_row_that_the_list_does_not_have) {
+TEST_P(favorite_download, ends_the_program_for_a_row_that_the_list_does_not_have) {
     for (const char* row : {"000", "046", "0A2", "999", "xyz"}) {
         EXPECT_EQ(failure_of([&] { answer_with(std::string("FT+001FT+") + row + "FT+003"); }),
                   failure::index_out_of_bounds)
@@ -365,7 +365,7 @@ TEST_P(favourite_download, ends_the_program_for_a_row_that_the_list_does_not_hav
     }
 }
 
-TEST_P(favourite_download, is_the_one_query_also_with_the_two_special_patterns) {
+TEST_P(favorite_download, is_the_one_query_also_with_the_two_special_patterns) {
     for (const int row : {13, 41}) {
         rows.lstv_pattern.select(row);
         answer_with("FT+001FT-002FT-003");

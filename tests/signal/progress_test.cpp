@@ -36,7 +36,7 @@ protected:
     int tries = 0;
 };
 
-TEST_F(progress_of_work, counts_the_rows_of_favourites_that_are_sent) {
+TEST_F(progress_of_work, counts_the_rows_of_favorites_that_are_sent) {
     enter(2);
     rows.lstv_timing.set_checked(3, true);
     desk_area.cmd_run.on_click();

@@ -162,8 +162,8 @@ TEST_F(set_test, leaves_download_alive_in_the_select_views) {
     }
 }
 
-/// One of the two favourite walks.
-struct favourite_walk_kind {
+/// One of the two favorite walks.
+struct favorite_walk_kind {
     const char* name;
     int view;
     std::int16_t exchange::*count;
@@ -172,11 +172,11 @@ struct favourite_walk_kind {
     const char* off;
 };
 
-void PrintTo(const favourite_walk_kind& walk, std::ostream* out) { *out << walk.name; }
+void PrintTo(const favorite_walk_kind& walk, std::ostream* out) { *out << walk.name; }
 
-class favourite_walk : public set_test, public testing::WithParamInterface<favourite_walk_kind> {
+class favorite_walk : public set_test, public testing::WithParamInterface<favorite_walk_kind> {
 protected:
-    favourite_walk() {
+    favorite_walk() {
         link.fav_timing_count = 7;
         link.fav_pattern_count = 7;
         link.*GetParam().count = 3;
@@ -190,14 +190,14 @@ protected:
     static std::string off(int row) { return std::string(GetParam().off) + "00" + std::to_string(row); }
 };
 
-INSTANTIATE_TEST_SUITE_P(set, favourite_walk,
-                         testing::Values(favourite_walk_kind{"timings", 2, &exchange::fav_timing_count,
-                                                             &catalogue::lstv_timing, "FT+", "FT-"},
-                                         favourite_walk_kind{"patterns", 3, &exchange::fav_pattern_count,
-                                                             &catalogue::lstv_pattern, "FP+", "FP-"}),
+INSTANTIATE_TEST_SUITE_P(set, favorite_walk,
+                         testing::Values(favorite_walk_kind{"timings", 2, &exchange::fav_timing_count,
+                                                            &catalogue::lstv_timing, "FT+", "FT-"},
+                                         favorite_walk_kind{"patterns", 3, &exchange::fav_pattern_count,
+                                                            &catalogue::lstv_pattern, "FP+", "FP-"}),
                          [](const auto& walk) { return std::string(walk.param.name); });
 
-TEST_P(favourite_walk, sends_the_flag_of_each_row_in_order) {
+TEST_P(favorite_walk, sends_the_flag_of_each_row_in_order) {
     for (const int checked : {1, 2, 3}) {
         test::set_checks(list(), {checked});
         set();
@@ -210,13 +210,13 @@ TEST_P(favourite_walk, sends_the_flag_of_each_row_in_order) {
     EXPECT_TRUE(m.boxes.all.empty());
 }
 
-TEST_P(favourite_walk, sends_no_fallback_with_all_checked) {
+TEST_P(favorite_walk, sends_no_fallback_with_all_checked) {
     test::set_checks(list(), {1, 2, 3});
     set();
     EXPECT_EQ(m.port.take_written(), (strings{on(1), on(2), on(3)}));
 }
 
-TEST_P(favourite_walk, goes_through_the_whole_catalogue) {
+TEST_P(favorite_walk, goes_through_the_whole_catalogue) {
     link.fav_timing_count = 30;
     link.fav_pattern_count = 45;
     test::set_checks(list(), {28});
@@ -227,13 +227,13 @@ TEST_P(favourite_walk, goes_through_the_whole_catalogue) {
     EXPECT_EQ(sent.back(), GetParam().off + std::string("0") + std::to_string(link.*GetParam().count));
 }
 
-TEST_P(favourite_walk, takes_each_check_when_its_turn_comes) {
+TEST_P(favorite_walk, takes_each_check_when_its_turn_comes) {
     m.events.in(5, [this] { test::set_checks(list(), {3}); });
     set();
     EXPECT_EQ(m.port.take_written(), (strings{off(1), off(2), on(3)}));
 }
 
-TEST_P(favourite_walk, leaves_the_selection) {
+TEST_P(favorite_walk, leaves_the_selection) {
     list().select(9);
     test::set_checks(list(), {2});
     set();
@@ -241,7 +241,7 @@ TEST_P(favourite_walk, leaves_the_selection) {
     EXPECT_EQ(labels(), strings(4, ""));
 }
 
-TEST_P(favourite_walk, looks_at_no_digits_of_an_answer) {
+TEST_P(favorite_walk, looks_at_no_digits_of_an_answer) {
     test::set_checks(list(), {2});
     answers[off(1)] = std::string(GetParam().off) + "777";
     set();
@@ -249,7 +249,7 @@ TEST_P(favourite_walk, looks_at_no_digits_of_an_answer) {
     EXPECT_TRUE(m.boxes.all.empty());
 }
 
-TEST_P(favourite_walk, stops_with_one_box_and_no_fallback_at_its_first_failure) {
+TEST_P(favorite_walk, stops_with_one_box_and_no_fallback_at_its_first_failure) {
     unplugged = true;
     set();
     EXPECT_EQ(m.port.take_written(), (strings{off(1), off(1)}));
@@ -258,7 +258,7 @@ TEST_P(favourite_walk, stops_with_one_box_and_no_fallback_at_its_first_failure) 
     EXPECT_EQ(look(), "face live");
 }
 
-TEST_P(favourite_walk, stops_in_the_middle_too) {
+TEST_P(favorite_walk, stops_in_the_middle_too) {
     test::set_checks(list(), {3});
     answers[off(2)] = "";
     set();
@@ -267,7 +267,7 @@ TEST_P(favourite_walk, stops_in_the_middle_too) {
     EXPECT_EQ(checked_rows(list()), std::vector{3}) << "the checks stay as the operator set them";
 }
 
-TEST_P(favourite_walk, runs_no_fallback_where_the_last_row_fails) {
+TEST_P(favorite_walk, runs_no_fallback_where_the_last_row_fails) {
     answers[off(3)] = "";
     set();
     EXPECT_EQ(m.port.take_written(), (strings{off(1), off(2), off(3), off(3)}));
@@ -275,14 +275,14 @@ TEST_P(favourite_walk, runs_no_fallback_where_the_last_row_fails) {
     EXPECT_TRUE(checked_rows(list()).empty());
 }
 
-TEST_P(favourite_walk, tells_of_a_closed_port_twice_and_stops) {
+TEST_P(favorite_walk, tells_of_a_closed_port_twice_and_stops) {
     link.cmd_disconn_click();
     set();
     EXPECT_EQ(m.boxes.all, (boxes{test::box_disconnected, test::box_link_error}));
     EXPECT_EQ(look(), "face live");
 }
 
-TEST_P(favourite_walk, keeps_download_dead_from_before_its_first_row) {
+TEST_P(favorite_walk, keeps_download_dead_from_before_its_first_row) {
     test::set_checks(list(), {1});
     answers[off(2)] = "";
     film([this] { return look(); });
@@ -293,9 +293,9 @@ TEST_P(favourite_walk, keeps_download_dead_from_before_its_first_row) {
     EXPECT_EQ(look(), "face live");
 }
 
-class favourite_fallback : public set_test {
+class favorite_fallback : public set_test {
 protected:
-    favourite_fallback() {
+    favorite_fallback() {
         link.fav_timing_count = 2;
         link.fav_pattern_count = 2;
         rows.lstv_timing.select(9);
@@ -307,7 +307,7 @@ protected:
     }
 };
 
-TEST_F(favourite_fallback, checks_the_timings_1_and_23) {
+TEST_F(favorite_fallback, checks_the_timings_1_and_23) {
     set_in(2);
     EXPECT_EQ(m.port.take_written(), (strings{"FT-001", "FT-002", "FT+001", "FT+023"}));
     EXPECT_EQ(checked_rows(rows.lstv_timing), (std::vector{1, 23}));
@@ -317,7 +317,7 @@ TEST_F(favourite_fallback, checks_the_timings_1_and_23) {
     EXPECT_EQ(look(), "face live");
 }
 
-TEST_F(favourite_fallback, checks_the_pattern_1_alone) {
+TEST_F(favorite_fallback, checks_the_pattern_1_alone) {
     set_in(3);
     EXPECT_EQ(m.port.take_written(), (strings{"FP-001", "FP-002", "FP+001"}));
     EXPECT_EQ(checked_rows(rows.lstv_pattern), std::vector{1});
@@ -327,7 +327,7 @@ TEST_F(favourite_fallback, checks_the_pattern_1_alone) {
     EXPECT_EQ(look(), "face live");
 }
 
-TEST_F(favourite_fallback, checks_both_timings_before_it_sends) {
+TEST_F(favorite_fallback, checks_both_timings_before_it_sends) {
     std::vector<int> checked;
     m.port.on_write = [&, answer = m.port.on_write](const std::string& cmd) {
         if (cmd == "FT+001") checked = checked_rows(rows.lstv_timing);
@@ -337,7 +337,7 @@ TEST_F(favourite_fallback, checks_both_timings_before_it_sends) {
     EXPECT_EQ(checked, (std::vector{1, 23}));
 }
 
-TEST_F(favourite_fallback, sends_no_second_timing_where_the_first_fails) {
+TEST_F(favorite_fallback, sends_no_second_timing_where_the_first_fails) {
     answers["FT+001"] = "";
     set_in(2);
     EXPECT_EQ(m.port.take_written(), (strings{"FT-001", "FT-002", "FT+001", "FT+001"}));
@@ -346,7 +346,7 @@ TEST_F(favourite_fallback, sends_no_second_timing_where_the_first_fails) {
     EXPECT_EQ(look(), "face live");
 }
 
-TEST_F(favourite_fallback, does_not_look_at_what_becomes_of_the_second_timing) {
+TEST_F(favorite_fallback, does_not_look_at_what_becomes_of_the_second_timing) {
     answers["FT+023"] = "";
     set_in(2);
     EXPECT_EQ(m.port.take_written(), (strings{"FT-001", "FT-002", "FT+001", "FT+023", "FT+023"}));
@@ -354,7 +354,7 @@ TEST_F(favourite_fallback, does_not_look_at_what_becomes_of_the_second_timing) {
     EXPECT_EQ(look(), "face live");
 }
 
-TEST_F(favourite_fallback, tells_of_a_failed_pattern) {
+TEST_F(favorite_fallback, tells_of_a_failed_pattern) {
     answers["FP+001"] = "";
     set_in(3);
     EXPECT_EQ(m.port.take_written(), (strings{"FP-001", "FP-002", "FP+001", "FP+001"}));
@@ -363,7 +363,7 @@ TEST_F(favourite_fallback, tells_of_a_failed_pattern) {
     EXPECT_EQ(look(), "face live");
 }
 
-TEST_F(favourite_fallback, keeps_download_dead_to_its_end) {
+TEST_F(favorite_fallback, keeps_download_dead_to_its_end) {
     film([this] { return look(); });
     const std::string busy = "red dead, no download";
     answers["FP+001"] = "";

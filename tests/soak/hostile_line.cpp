@@ -385,12 +385,12 @@ private:
         gui::hand at(program_->main_window());
         if (!QTest::qWaitForWindowExposed(&program_->main_window())) throw std::runtime_error("no window is shown");
         at.click("cmd_timing");
-        for (int tries = 0; tries < 20 && program_->desk().rows.cur_timing != 5; ++tries) {
+        for (int tries = 0; tries < 20 && program_->desk().catalogue.cur_timing != 5; ++tries) {
             at.click("cmd_conn");
             at.click_row("lstv_timing", 5);
             at.click("cmd_run");
         }
-        if (program_->desk().rows.cur_timing != 5) throw std::runtime_error("the link does not come back");
+        if (program_->desk().catalogue.cur_timing != 5) throw std::runtime_error("the link does not come back");
     }
 
     dice dice_;

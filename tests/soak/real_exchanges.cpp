@@ -45,7 +45,7 @@ public:
         at().click_row("lstv_timing", row);
         at().click("cmd_run");
         // a machine that is busy elsewhere may leave one unanswered
-        unanswered_ = program_->desk().rows.cur_timing == row ? 0 : unanswered_ + 1;
+        unanswered_ = program_->desk().catalogue.cur_timing == row ? 0 : unanswered_ + 1;
         if (unanswered_ > most_in_a_row_unanswered)
             throw std::runtime_error("the generator does not answer: " + at().text("lab_timing").toStdString());
     }

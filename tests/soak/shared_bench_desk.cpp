@@ -74,9 +74,9 @@ private:
             gui::answer_next_file_dialog(dialogs_, some_file());
             return at().click("cmd_load");
         case 4:
-            return save("cmd_save_read", program_.desk().edid.txt_read);
+            return save("cmd_save_read", program_.desk().workbench.txt_read);
         default:
-            return save("cmd_save_write", program_.desk().edid.txt_write);
+            return save("cmd_save_write", program_.desk().workbench.txt_write);
         }
     }
 

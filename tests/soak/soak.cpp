@@ -2,7 +2,7 @@
 
 #include "generator/fault_plan.h"
 #include "robot/operator_commands.h"
-#include "robot/words.h"
+#include "robot/tokens.h"
 #include "runtime/failure.h"
 #include "runtime/files.h"
 #include "soak/desk_at_rest.h"

@@ -16,7 +16,7 @@ protected:
         directory.put("marlo_rs232.ini", usual_settings);
         directory.put("timing_pattern.ini", plain_catalogue(30, 45));
         m.host.program_directory = directory.path();
-        m.events.ticking = &desk.link.tim_rx;
+        m.events.ticking = &desk.exchange.tim_rx;
     }
 
     temporary_directory directory;

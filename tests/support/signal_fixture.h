@@ -2,7 +2,7 @@
 
 #include "controls/window.h"
 #include "signal/download.h"
-#include "signal/favourites.h"
+#include "signal/favorites.h"
 #include "signal/set_dispatcher.h"
 #include "signal/upload.h"
 #include "support/generator_fixture.h"
@@ -99,7 +99,7 @@ protected:
     desk_frame desk_area;
     status_frame status;
     catalogue rows{link, desk_area, status};
-    favourites favourite_views{link, desk_area, rows};
+    favorites favorite_views{link, desk_area, rows};
     autorun steps{link, desk_area, rows};
     set_dispatcher dispatcher{link, desk_area, status, rows, steps};
     panel switches{link, status};

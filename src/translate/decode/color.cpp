@@ -1,7 +1,7 @@
 #include "translate/decode/color.h"
 
 #include "runtime/numbers.h"
-#include "translate/decode/pieces.h"
+#include "translate/decode/text_output.h"
 
 #include <cmath>
 

@@ -1,7 +1,7 @@
 #include "translate/decode/colorimetry.h"
 
 #include "translate/decode/data_block.h"
-#include "translate/decode/pieces.h"
+#include "translate/decode/text_output.h"
 
 namespace desk {
 

@@ -2,9 +2,9 @@
 
 #include "runtime/numbers.h"
 #include "runtime/subscript.h"
-#include "translate/decode/pieces.h"
 #include "translate/decode/standard.h"
 #include "translate/decode/tag.h"
+#include "translate/decode/text_output.h"
 
 namespace desk {
 

@@ -2,8 +2,8 @@
 
 #include "runtime/failure.h"
 #include "runtime/numbers.h"
-#include "translate/decode/pieces.h"
 #include "translate/decode/placed_bytes.h"
+#include "translate/decode/text_output.h"
 
 #include <array>
 

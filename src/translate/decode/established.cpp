@@ -1,6 +1,6 @@
 #include "translate/decode/established.h"
 
-#include "translate/decode/pieces.h"
+#include "translate/decode/text_output.h"
 
 namespace desk {
 

@@ -1,6 +1,6 @@
 #include "translate/decode/header.h"
 
-#include "translate/decode/pieces.h"
+#include "translate/decode/text_output.h"
 
 #include <algorithm>
 

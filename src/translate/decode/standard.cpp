@@ -2,7 +2,7 @@
 
 #include "runtime/numbers.h"
 #include "runtime/subscript.h"
-#include "translate/decode/pieces.h"
+#include "translate/decode/text_output.h"
 
 #include <array>
 

@@ -1,7 +1,7 @@
 #include "translate/decode/tag.h"
 
 #include "runtime/subscript.h"
-#include "translate/decode/pieces.h"
+#include "translate/decode/text_output.h"
 
 namespace desk {
 

@@ -1,6 +1,6 @@
 #include "translate/decode/vendor.h"
 
-#include "translate/decode/pieces.h"
+#include "translate/decode/text_output.h"
 
 #include <array>
 

@@ -3,7 +3,7 @@
 #include "runtime/failure.h"
 #include "runtime/numbers.h"
 #include "translate/decode/data_block.h"
-#include "translate/decode/pieces.h"
+#include "translate/decode/text_output.h"
 
 namespace desk {
 

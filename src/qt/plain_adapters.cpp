@@ -1,4 +1,4 @@
-#include "qt/plain_faces.h"
+#include "qt/plain_adapters.h"
 
 #include "controls/operator_actions.h"
 #include "qt/decoration.h"
@@ -25,10 +25,10 @@ namespace desk::qt {
 
 namespace {
 
-class frame_face final : public control_face {
+class frame_adapter final : public control_adapter {
 public:
-    frame_face(frame& model, QWidget* parent, event_gate& gate)
-        : control_face(model, new QGroupBox(parent), gate), model_(model), box_(static_cast<QGroupBox*>(widget())) {
+    frame_adapter(frame& model, QWidget* parent, event_gate& gate)
+        : control_adapter(model, new QGroupBox(parent), gate), model_(model), box_(static_cast<QGroupBox*>(widget())) {
         box_->setProperty(desk_style::kind_of_frame, static_cast<int>(model.role));
         if (model.role == frame_kind::overlay) new overlay_shadow(*box_);
     }
@@ -54,10 +54,12 @@ private:
     QGroupBox* box_;
 };
 
-class label_face final : public control_face {
+class label_adapter final : public control_adapter {
 public:
-    label_face(label& model, QWidget* parent, event_gate& gate)
-        : control_face(model, new text_label(parent), gate), model_(model), text_(static_cast<text_label*>(widget())) {
+    label_adapter(label& model, QWidget* parent, event_gate& gate)
+        : control_adapter(model, new text_label(parent), gate)
+        , model_(model)
+        , text_(static_cast<text_label*>(widget())) {
         text_->set_in_middle(model.in_middle);
         text_->on_click = [this] { act([this] { click(model_); }); };
         text_->on_move = [this] { act([this] { hover(model_); }); };
@@ -92,10 +94,10 @@ private:
     text_label* text_;
 };
 
-class picture_face final : public control_face {
+class picture_adapter final : public control_adapter {
 public:
-    picture_face(picture& model, QWidget* parent, event_gate& gate)
-        : control_face(model, new QLabel(parent), gate), model_(model), label_(static_cast<QLabel*>(widget())) {
+    picture_adapter(picture& model, QWidget* parent, event_gate& gate)
+        : control_adapter(model, new QLabel(parent), gate), model_(model), label_(static_cast<QLabel*>(widget())) {
         label_->setScaledContents(true);
         set_accessible();
     }
@@ -148,9 +150,9 @@ private:
     bool is_fine_ = false;
 };
 
-class line_face final : public control_face {
+class line_adapter final : public control_adapter {
 public:
-    line_face(line& model, QWidget* parent, event_gate& gate) : control_face(model, new QFrame(parent), gate) {
+    line_adapter(line& model, QWidget* parent, event_gate& gate) : control_adapter(model, new QFrame(parent), gate) {
         auto* const ruled = static_cast<QFrame*>(widget());
         const bool across = model.width.get() >= model.height.get();
         ruled->setFrameShape(across ? QFrame::HLine : QFrame::VLine);
@@ -161,10 +163,12 @@ protected:
     void follow_kind() override {}
 };
 
-class combo_box_face final : public control_face {
+class combo_box_adapter final : public control_adapter {
 public:
-    combo_box_face(combo_box& model, QWidget* parent, event_gate& gate)
-        : control_face(model, new QComboBox(parent), gate), model_(model), combo_(static_cast<QComboBox*>(widget())) {
+    combo_box_adapter(combo_box& model, QWidget* parent, event_gate& gate)
+        : control_adapter(model, new QComboBox(parent), gate)
+        , model_(model)
+        , combo_(static_cast<QComboBox*>(widget())) {
         combo_->setMaxVisibleItems(20);
         set_accessible();
         // `activated` comes from the operator's choice alone
@@ -243,10 +247,10 @@ private:
     bool focused_by_operator_ = false;
 };
 
-class slider_face final : public control_face {
+class slider_adapter final : public control_adapter {
 public:
-    slider_face(slider& model, QWidget* parent, event_gate& gate)
-        : control_face(model, new QScrollBar(Qt::Horizontal, parent), gate)
+    slider_adapter(slider& model, QWidget* parent, event_gate& gate)
+        : control_adapter(model, new QScrollBar(Qt::Horizontal, parent), gate)
         , model_(model)
         , bar_(static_cast<QScrollBar*>(widget())) {
         bar_->setProperty(desk_style::slider, true);
@@ -294,28 +298,28 @@ private:
 
 } // namespace
 
-std::unique_ptr<control_face> make_frame_face(frame& model, QWidget* parent, event_gate& gate) {
-    return std::make_unique<frame_face>(model, parent, gate);
+std::unique_ptr<control_adapter> make_frame_adapter(frame& model, QWidget* parent, event_gate& gate) {
+    return std::make_unique<frame_adapter>(model, parent, gate);
 }
 
-std::unique_ptr<control_face> make_label_face(label& model, QWidget* parent, event_gate& gate) {
-    return std::make_unique<label_face>(model, parent, gate);
+std::unique_ptr<control_adapter> make_label_adapter(label& model, QWidget* parent, event_gate& gate) {
+    return std::make_unique<label_adapter>(model, parent, gate);
 }
 
-std::unique_ptr<control_face> make_picture_face(picture& model, QWidget* parent, event_gate& gate) {
-    return std::make_unique<picture_face>(model, parent, gate);
+std::unique_ptr<control_adapter> make_picture_adapter(picture& model, QWidget* parent, event_gate& gate) {
+    return std::make_unique<picture_adapter>(model, parent, gate);
 }
 
-std::unique_ptr<control_face> make_line_face(line& model, QWidget* parent, event_gate& gate) {
-    return std::make_unique<line_face>(model, parent, gate);
+std::unique_ptr<control_adapter> make_line_adapter(line& model, QWidget* parent, event_gate& gate) {
+    return std::make_unique<line_adapter>(model, parent, gate);
 }
 
-std::unique_ptr<control_face> make_combo_box_face(combo_box& model, QWidget* parent, event_gate& gate) {
-    return std::make_unique<combo_box_face>(model, parent, gate);
+std::unique_ptr<control_adapter> make_combo_box_adapter(combo_box& model, QWidget* parent, event_gate& gate) {
+    return std::make_unique<combo_box_adapter>(model, parent, gate);
 }
 
-std::unique_ptr<control_face> make_slider_face(slider& model, QWidget* parent, event_gate& gate) {
-    return std::make_unique<slider_face>(model, parent, gate);
+std::unique_ptr<control_adapter> make_slider_adapter(slider& model, QWidget* parent, event_gate& gate) {
+    return std::make_unique<slider_adapter>(model, parent, gate);
 }
 
 } // namespace desk::qt

@@ -1,16 +1,16 @@
-#include "qt/waiting_words.h"
+#include "qt/retry_label.h"
 
 namespace desk::qt {
 
-waiting_words::waiting_words(QWidget& frame) : QLabel(&frame) {
-    setObjectName("waiting_words");
+retry_label::retry_label(QWidget& frame) : QLabel(&frame) {
+    setObjectName("retry_label");
     setWordWrap(true);
     setAlignment(Qt::AlignBottom | Qt::AlignLeft);
     setAttribute(Qt::WA_TransparentForMouseEvents);
     hide();
 }
 
-void waiting_words::follow(const QString& words) {
+void retry_label::follow(const QString& words) {
     if (!words.isEmpty()) {
         const auto* const last = parentWidget()->findChild<QWidget*>("lab_hdcp");
         const auto* const refresh = parentWidget()->findChild<QWidget*>("cmd_refresh");

@@ -1,4 +1,4 @@
-#include "signal/favourites.h"
+#include "signal/favorites.h"
 
 #include "support/signal_fixture.h"
 
@@ -14,21 +14,21 @@ namespace {
 
 using test::strings;
 
-struct favourite_view {
+struct favorite_view {
     const char* name;
     int view_mode;
-    button favourites::*entry;
+    button favorites::*entry;
     list_view catalogue::*list;
     list_view catalogue::*other_list;
     const char* caption;
     const char* note;
 };
 
-void PrintTo(const favourite_view& view, std::ostream* out) { *out << view.name; }
+void PrintTo(const favorite_view& view, std::ostream* out) { *out << view.name; }
 
-class favourite_views_test : public test::signal_fixture, public testing::WithParamInterface<favourite_view> {
+class favorite_views_test : public test::signal_fixture, public testing::WithParamInterface<favorite_view> {
 protected:
-    favourite_views_test() {
+    favorite_views_test() {
         for (control* c : all_that_can_be_shown())
             c->visible = false;
         rows.change_view = [this](int view) {
@@ -51,33 +51,33 @@ protected:
         }
         return all;
     }
-    void press() { (favourite_views.*GetParam().entry).on_click(); }
+    void press() { (favorite_views.*GetParam().entry).on_click(); }
     list_view& list() { return rows.*GetParam().list; }
     list_view& other_list() { return rows.*GetParam().other_list; }
 
     std::vector<int> views;
 };
 
-INSTANTIATE_TEST_SUITE_P(
-    favourites, favourite_views_test,
-    testing::Values(favourite_view{"timing", 2, &favourites::cmd_fav_timing, &catalogue::lstv_timing,
-                                   &catalogue::lstv_pattern, "Favorite Timing",
-                                   "Press [Download] to download VELOTRACE favorite timings.\r\n"
-                                   "Check your favorite timings in timing table.\r\n"
-                                   "Press [SET] to upload favorite timings to VELOTRACE."},
-                    favourite_view{"pattern", 3, &favourites::cmd_fav_pattern, &catalogue::lstv_pattern,
-                                   &catalogue::lstv_timing, "Favorite Pattern",
-                                   "Press [Download] to download VELOTRACE favorite patterns.\r\n"
-                                   "Check your favorite patterns in pattern table.\r\n"
-                                   "Press [SET] to upload favorite patterns to VELOTRACE."}),
-    [](const auto& view) { return std::string(view.param.name); });
+INSTANTIATE_TEST_SUITE_P(favorites, favorite_views_test,
+                         testing::Values(favorite_view{"timing", 2, &favorites::cmd_fav_timing, &catalogue::lstv_timing,
+                                                       &catalogue::lstv_pattern, "Favorite Timing",
+                                                       "Press [Download] to download VELOTRACE favorite timings.\r\n"
+                                                       "Check your favorite timings in timing table.\r\n"
+                                                       "Press [SET] to upload favorite timings to VELOTRACE."},
+                                         favorite_view{"pattern", 3, &favorites::cmd_fav_pattern,
+                                                       &catalogue::lstv_pattern, &catalogue::lstv_timing,
+                                                       "Favorite Pattern",
+                                                       "Press [Download] to download VELOTRACE favorite patterns.\r\n"
+                                                       "Check your favorite patterns in pattern table.\r\n"
+                                                       "Press [SET] to upload favorite patterns to VELOTRACE."}),
+                         [](const auto& view) { return std::string(view.param.name); });
 
-TEST_P(favourite_views_test, change_the_view_once) {
+TEST_P(favorite_views_test, change_the_view_once) {
     press();
     EXPECT_EQ(views, std::vector{GetParam().view_mode});
 }
 
-TEST_P(favourite_views_test, change_the_view_before_they_show_anything) {
+TEST_P(favorite_views_test, change_the_view_before_they_show_anything) {
     std::size_t shown_before = 99;
     std::string caption_before = "?";
     desk_area.fra_desk.caption = "as before";
@@ -90,19 +90,19 @@ TEST_P(favourite_views_test, change_the_view_before_they_show_anything) {
     EXPECT_EQ(caption_before, "as before");
 }
 
-TEST_P(favourite_views_test, have_these_texts) {
+TEST_P(favorite_views_test, have_these_texts) {
     press();
     EXPECT_EQ(desk_area.fra_desk.caption, GetParam().caption);
     EXPECT_EQ(desk_area.lab_desk_note.caption, GetParam().note);
 }
 
-TEST_P(favourite_views_test, show_the_boxes_of_their_own_list_alone) {
+TEST_P(favorite_views_test, show_the_boxes_of_their_own_list_alone) {
     press();
     EXPECT_TRUE(list().check_boxes);
     EXPECT_FALSE(other_list().check_boxes);
 }
 
-TEST_P(favourite_views_test, show_these_controls_and_no_other) {
+TEST_P(favorite_views_test, show_these_controls_and_no_other) {
     press();
     std::vector<control*> expected;
     for (control* c : all_that_can_be_shown()) {
@@ -114,13 +114,13 @@ TEST_P(favourite_views_test, show_these_controls_and_no_other) {
     EXPECT_EQ(shown(), expected);
 }
 
-TEST_P(favourite_views_test, put_download_beside_the_list) {
+TEST_P(favorite_views_test, put_download_beside_the_list) {
     press();
     EXPECT_EQ(desk_area.cmd_download.left, 5640);
     EXPECT_EQ(desk_area.cmd_download.top, 2250);
 }
 
-TEST_P(favourite_views_test, pump_with_all_on_show_and_give_the_focus_behind_it) {
+TEST_P(favorite_views_test, pump_with_all_on_show_and_give_the_focus_behind_it) {
     film([this] {
         return desk_area.fra_desk.caption.get() + (shown().size() == 7 ? ", all shown" : ", not yet") +
                (list().has_focus() ? ", focus" : "");
@@ -130,14 +130,14 @@ TEST_P(favourite_views_test, pump_with_all_on_show_and_give_the_focus_behind_it)
     EXPECT_TRUE(list().has_focus());
 }
 
-TEST_P(favourite_views_test, send_nothing_and_leave_the_checks) {
+TEST_P(favorite_views_test, send_nothing_and_leave_the_checks) {
     list().set_checked(4, true);
     press();
     EXPECT_TRUE(m.port.take_written().empty());
     EXPECT_EQ(test::checked_rows(list()), std::vector{4});
 }
 
-TEST_P(favourite_views_test, find_their_checks_again_behind_the_select_views) {
+TEST_P(favorite_views_test, find_their_checks_again_behind_the_select_views) {
     press();
     list().set_checked(4, true);
     rows.cmd_timing_click();

@@ -1,4 +1,4 @@
-#include "qt/list_view_face.h"
+#include "qt/list_view_adapter.h"
 
 #include "controls/operator_actions.h"
 #include "qt/look.h"
@@ -102,10 +102,10 @@ private:
     std::optional<int> first_;
 };
 
-class list_view_face final : public control_face {
+class list_view_adapter final : public control_adapter {
 public:
-    list_view_face(list_view& model, QWidget* parent, event_gate& gate)
-        : control_face(model, new marked_rows(parent), gate)
+    list_view_adapter(list_view& model, QWidget* parent, event_gate& gate)
+        : control_adapter(model, new marked_rows(parent), gate)
         , model_(model)
         , tree_(static_cast<marked_rows*>(widget())) {
         tree_->setRootIsDecorated(false);
@@ -221,10 +221,10 @@ private:
     int selections_ = 0;            // as the model counted them when the row was scrolled to
 };
 
-class tree_view_face final : public control_face {
+class tree_view_adapter final : public control_adapter {
 public:
-    tree_view_face(tree_view& model, QWidget* parent, event_gate& gate)
-        : control_face(model, new marked_rows(parent), gate)
+    tree_view_adapter(tree_view& model, QWidget* parent, event_gate& gate)
+        : control_adapter(model, new marked_rows(parent), gate)
         , model_(model)
         , tree_(static_cast<marked_rows*>(widget())) {
         tree_->setHeaderHidden(true);
@@ -310,12 +310,12 @@ private:
 
 } // namespace
 
-std::unique_ptr<control_face> make_list_view_face(list_view& model, QWidget* parent, event_gate& gate) {
-    return std::make_unique<list_view_face>(model, parent, gate);
+std::unique_ptr<control_adapter> make_list_view_adapter(list_view& model, QWidget* parent, event_gate& gate) {
+    return std::make_unique<list_view_adapter>(model, parent, gate);
 }
 
-std::unique_ptr<control_face> make_tree_view_face(tree_view& model, QWidget* parent, event_gate& gate) {
-    return std::make_unique<tree_view_face>(model, parent, gate);
+std::unique_ptr<control_adapter> make_tree_view_adapter(tree_view& model, QWidget* parent, event_gate& gate) {
+    return std::make_unique<tree_view_adapter>(model, parent, gate);
 }
 
 } // namespace desk::qt

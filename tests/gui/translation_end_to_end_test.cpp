@@ -57,9 +57,9 @@ const QString how_to_go_on =
     "\n\nTo go on, start the program again and OPEN the file. If the same error comes back, the "
     "program edid_report prints what can be decoded of it.";
 
-class translation_road : public bench {
+class translation_end_to_end : public bench {
 protected:
-    translation_road() {
+    translation_end_to_end() {
         plug_generator();
         start();
         operator_hand().click("cmd_edid");
@@ -99,7 +99,7 @@ protected:
     std::vector<seen_box> boxes;
 };
 
-TEST_F(translation_road, opens_on_the_root_with_the_tree_of_the_sink) {
+TEST_F(translation_end_to_end, opens_on_the_root_with_the_tree_of_the_sink) {
     translate_read_side();
     EXPECT_EQ(operator_hand().text("fra_edid_edit"), "Translate [ Read ] EDID");
     EXPECT_EQ(text(), "Block 0 is VESA Basic Block\nHeader = 00 FF FF FF FF FF FF 00 ");
@@ -113,7 +113,7 @@ TEST_F(translation_road, opens_on_the_root_with_the_tree_of_the_sink) {
     EXPECT_FALSE(operator_hand().is_shown("fra_edid_edit"));
 }
 
-TEST_F(translation_road, each_node_shows_its_lines_and_is_the_one_in_bold) {
+TEST_F(translation_end_to_end, each_node_shows_its_lines_and_is_the_one_in_bold) {
     translate_read_side();
     click_node({block_0, descriptors, "Monitor Name1"});
     EXPECT_EQ(text(), "Monitor Name = HDMI DISPLAY");
@@ -125,7 +125,7 @@ TEST_F(translation_road, each_node_shows_its_lines_and_is_the_one_in_bold) {
     EXPECT_EQ(text(), "");
 }
 
-TEST_F(translation_road, the_keyboard_walks_along_the_nodes) {
+TEST_F(translation_end_to_end, the_keyboard_walks_along_the_nodes) {
     translate_read_side();
     click_node({block_0, "Binary List"});
     operator_hand().press_key("tree_edid", Qt::Key_Down);
@@ -133,7 +133,7 @@ TEST_F(translation_road, the_keyboard_walks_along_the_nodes) {
     EXPECT_TRUE(text().startsWith("--- Vendor/Product Identification ---\nManufacturer Name = VTD\n"));
 }
 
-TEST_F(translation_road, a_new_trans_begins_at_the_root_again) {
+TEST_F(translation_end_to_end, a_new_trans_begins_at_the_root_again) {
     translate_read_side();
     click_node({block_0, "Vendor/Product Id"});
     operator_hand().click("cmd_edid_back");
@@ -146,7 +146,7 @@ TEST_F(translation_road, a_new_trans_begins_at_the_root_again) {
     EXPECT_EQ(bold_titles(), QStringList{"Vendor/Product Id"});
 }
 
-TEST_F(translation_road, a_text_is_shown_from_its_beginning) {
+TEST_F(translation_end_to_end, a_text_is_shown_from_its_beginning) {
     QByteArray edid = sink_1();
     // a video data block of 31 entries up to offset 36, behind them nothing
     edid[130] = 36;
@@ -163,7 +163,7 @@ TEST_F(translation_road, a_text_is_shown_from_its_beginning) {
     EXPECT_EQ(text_box.verticalScrollBar()->value(), 0);
 }
 
-TEST_F(translation_road, the_boxes_of_the_established_timings_stand_where_the_text_leaves_room) {
+TEST_F(translation_end_to_end, the_boxes_of_the_established_timings_stand_where_the_text_leaves_room) {
     translate_read_side();
     EXPECT_FALSE(operator_hand().is_shown("chk_established_0"));
     click_node({block_0, "Established Timings"});
@@ -183,7 +183,7 @@ TEST_F(translation_road, the_boxes_of_the_established_timings_stand_where_the_te
     EXPECT_FALSE(operator_hand().find<QCheckBox>("chk_established_0").isChecked());
 }
 
-TEST_F(translation_road, the_pictures_of_the_speakers_stand_where_the_floor_plan_leaves_room) {
+TEST_F(translation_end_to_end, the_pictures_of_the_speakers_stand_where_the_floor_plan_leaves_room) {
     translate_file(with_all_speakers());
     click_node({block_1, data_blocks, "Speaker Allocation Data Block"});
     EXPECT_EQ(pictures_on_show(), all_pictures);
@@ -195,7 +195,7 @@ TEST_F(translation_road, the_pictures_of_the_speakers_stand_where_the_floor_plan
     EXPECT_EQ(pictures_on_show(), QStringList());
 }
 
-TEST_F(translation_road, a_name_may_hold_any_byte) {
+TEST_F(translation_end_to_end, a_name_may_hold_any_byte) {
     QByteArray edid = sink_1();
     const qsizetype name = edid.indexOf("HDMI DISPLAY");
     edid.replace(name, 12, QByteArray("\x00\x01\x0D\x1B\x7F\x80\x81\xA0\xFF\x0B\x0C.", 12));
@@ -211,7 +211,7 @@ TEST_F(translation_road, a_name_may_hold_any_byte) {
     operator_hand().click("cmd_edid_report");
 }
 
-TEST_F(translation_road, the_report_is_read_saved_and_closed) {
+TEST_F(translation_end_to_end, the_report_is_read_saved_and_closed) {
     translate_read_side();
     const QString path = directory.filePath("analysis.txt");
     QString report;
@@ -235,7 +235,7 @@ TEST_F(translation_road, the_report_is_read_saved_and_closed) {
     EXPECT_TRUE(operator_hand().find("cmd_edid_report").window()->isVisible());
 }
 
-TEST_F(translation_road, the_title_bar_closes_the_report) {
+TEST_F(translation_end_to_end, the_title_bar_closes_the_report) {
     translate_read_side();
     bool opened = false;
     in_next_window("frm_report", [&](const hand& h) {
@@ -248,7 +248,7 @@ TEST_F(translation_road, the_title_bar_closes_the_report) {
     EXPECT_TRUE(text().contains("Product Code = 2084"));
 }
 
-TEST_F(translation_road, a_report_on_a_bad_header_stays_at_parsing) {
+TEST_F(translation_end_to_end, a_report_on_a_bad_header_stays_at_parsing) {
     QByteArray edid = sink_1();
     edid[1] = '\xFE';
     translate_file(edid);
@@ -262,7 +262,7 @@ TEST_F(translation_road, a_report_on_a_bad_header_stays_at_parsing) {
     EXPECT_EQ(shown, "Parsing ...\n");
 }
 
-TEST_F(translation_road, what_can_not_be_decoded_ends_the_program_and_is_told) {
+TEST_F(translation_end_to_end, what_can_not_be_decoded_ends_the_program_and_is_told) {
     translate_file(wide_clock());
     answer_next_box(boxes, QMessageBox::Ok);
     click_node({block_0, descriptors, "Detail Timing1"});
@@ -275,7 +275,7 @@ TEST_F(translation_road, what_can_not_be_decoded_ends_the_program_and_is_told) {
     EXPECT_TRUE(file("rescued_write.hex").isEmpty());
 }
 
-TEST_F(translation_road, what_ends_the_program_takes_no_edid_along) {
+TEST_F(translation_end_to_end, what_ends_the_program_takes_no_edid_along) {
     put_file("sink.bin", wide_clock());
     answer_next_file_dialog(dialogs, directory.filePath("sink.bin"));
     operator_hand().click("cmd_load");
@@ -295,7 +295,7 @@ TEST_F(translation_road, what_ends_the_program_takes_no_edid_along) {
 }
 
 #ifndef _WIN32
-TEST_F(translation_road, what_ends_the_program_leaves_the_edid_in_the_users_own_folder_where_its_own_takes_none) {
+TEST_F(translation_end_to_end, what_ends_the_program_leaves_the_edid_in_the_users_own_folder_where_its_own_takes_none) {
     const QTemporaryDir home;
     const QByteArray before = qgetenv("XDG_DATA_HOME");
     qputenv("XDG_DATA_HOME", home.path().toUtf8());

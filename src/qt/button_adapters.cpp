@@ -1,4 +1,4 @@
-#include "qt/button_faces.h"
+#include "qt/button_adapters.h"
 
 #include "controls/operator_actions.h"
 #include "qt/access_keys.h"
@@ -110,10 +110,10 @@ bool is_arrow(int key) {
     return key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down;
 }
 
-class button_face final : public control_face {
+class button_adapter final : public control_adapter {
 public:
-    button_face(button& model, QWidget* parent, event_gate& gate)
-        : control_face(model, new lamp_button(parent), gate)
+    button_adapter(button& model, QWidget* parent, event_gate& gate)
+        : control_adapter(model, new lamp_button(parent), gate)
         , model_(model)
         , push_(static_cast<lamp_button*>(widget())) {
         push_->setAutoDefault(false);
@@ -141,10 +141,12 @@ private:
     lamp_button* push_;
 };
 
-class check_box_face final : public control_face {
+class check_box_adapter final : public control_adapter {
 public:
-    check_box_face(check_box& model, QWidget* parent, event_gate& gate)
-        : control_face(model, new QCheckBox(parent), gate), model_(model), check_(static_cast<QCheckBox*>(widget())) {
+    check_box_adapter(check_box& model, QWidget* parent, event_gate& gate)
+        : control_adapter(model, new QCheckBox(parent), gate)
+        , model_(model)
+        , check_(static_cast<QCheckBox*>(widget())) {
         connect(check_, &QCheckBox::clicked, this, [this] { act([this] { click(model_); }); });
     }
 
@@ -164,10 +166,10 @@ private:
     QCheckBox* check_;
 };
 
-class option_button_face final : public control_face {
+class option_button_adapter final : public control_adapter {
 public:
-    option_button_face(option_button& model, QWidget* parent, event_gate& gate)
-        : control_face(model, new QRadioButton(parent), gate)
+    option_button_adapter(option_button& model, QWidget* parent, event_gate& gate)
+        : control_adapter(model, new QRadioButton(parent), gate)
         , model_(model)
         , radio_(static_cast<QRadioButton*>(widget())) {
         connect(radio_, &QRadioButton::clicked, this, [this] { act([this] { click(model_); }); });
@@ -200,16 +202,16 @@ private:
 
 } // namespace
 
-std::unique_ptr<control_face> make_button_face(button& model, QWidget* parent, event_gate& gate) {
-    return std::make_unique<button_face>(model, parent, gate);
+std::unique_ptr<control_adapter> make_button_adapter(button& model, QWidget* parent, event_gate& gate) {
+    return std::make_unique<button_adapter>(model, parent, gate);
 }
 
-std::unique_ptr<control_face> make_check_box_face(check_box& model, QWidget* parent, event_gate& gate) {
-    return std::make_unique<check_box_face>(model, parent, gate);
+std::unique_ptr<control_adapter> make_check_box_adapter(check_box& model, QWidget* parent, event_gate& gate) {
+    return std::make_unique<check_box_adapter>(model, parent, gate);
 }
 
-std::unique_ptr<control_face> make_option_button_face(option_button& model, QWidget* parent, event_gate& gate) {
-    return std::make_unique<option_button_face>(model, parent, gate);
+std::unique_ptr<control_adapter> make_option_button_adapter(option_button& model, QWidget* parent, event_gate& gate) {
+    return std::make_unique<option_button_adapter>(model, parent, gate);
 }
 
 } // namespace desk::qt

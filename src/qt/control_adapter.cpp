@@ -1,4 +1,4 @@
-#include "qt/control_face.h"
+#include "qt/control_adapter.h"
 
 #include "controls/controls.h"
 #include "controls/window.h"
@@ -14,7 +14,7 @@
 
 namespace desk::qt {
 
-control_face::control_face(control& model, QWidget* w, event_gate& gate)
+control_adapter::control_adapter(control& model, QWidget* w, event_gate& gate)
     : model_(model), widget_(w), gate_(gate), tips_(model, *w) {
     QString name = QString::fromStdString(model.name);
     if (model.index >= 0) name += "_" + QString::number(model.index);
@@ -25,7 +25,7 @@ control_face::control_face(control& model, QWidget* w, event_gate& gate)
     widget_->installEventFilter(this);
 }
 
-void control_face::act(const std::function<void()>& deed) {
+void control_adapter::act(const std::function<void()>& deed) {
     gate_.run([&] {
         const QWidget* const modal = QApplication::activeModalWidget();
         const bool in_reach = modal == nullptr || modal == widget_->window();
@@ -36,7 +36,7 @@ void control_face::act(const std::function<void()>& deed) {
     });
 }
 
-QRect control_face::place() const {
+QRect control_adapter::place() const {
     int left = 0;
     int top = 0;
     for (const control* around = model_.parent; around != nullptr; around = around->parent) {
@@ -51,7 +51,7 @@ QRect control_face::place() const {
     return in_window.translated(-corner).marginsAdded(extra_);
 }
 
-void control_face::follow() {
+void control_adapter::follow() {
     following_ = true;
     if (const double now = plan_scale(widget_); scale_ != now) {
         scale_ = now;
@@ -65,13 +65,13 @@ void control_face::follow() {
     following_ = false;
 }
 
-bool control_face::eventFilter(QObject* watched, QEvent* e) {
+bool control_adapter::eventFilter(QObject* watched, QEvent* e) {
     if (watched == widget_ && e->type() == QEvent::FocusIn && !following_ && !model_.has_focus())
         gate_.run([this] { model_.set_focus(); });
     return take_event(e) || QObject::eventFilter(watched, e);
 }
 
-void control_face::set_accessible(const std::string& caption, const QString& state) {
+void control_adapter::set_accessible(const std::string& caption, const QString& state) {
     const QString shown = QString::fromStdString(caption).simplified();
     const QString& name = shown.isEmpty() ? plain_name_ : shown;
     QStringList more;

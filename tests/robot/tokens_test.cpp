@@ -1,4 +1,4 @@
-#include "robot/words.h"
+#include "robot/tokens.h"
 
 #include <gtest/gtest.h>
 
@@ -9,23 +9,23 @@ namespace desk::robot {
 namespace {
 
 std::vector<std::string> texts_of(std::string_view line) {
-    const std::vector<word> words = words_of(line).value();
+    const std::vector<token> tokens = tokens_of(line).value();
     std::vector<std::string> texts;
-    for (const word& w : words)
+    for (const token& w : tokens)
         texts.push_back((w.quoted ? "quoted " : "") + w.text);
     return texts;
 }
 
 using texts = std::vector<std::string>;
 
-TEST(words, are_parted_by_blanks) {
+TEST(tokens, are_parted_by_blanks) {
     EXPECT_EQ(texts_of("click cmd_about"), (texts{"click", "cmd_about"}));
     EXPECT_EQ(texts_of("  select   lstv_timing  7  "), (texts{"select", "lstv_timing", "7"}));
     EXPECT_EQ(texts_of(""), texts{});
     EXPECT_EQ(texts_of("click cmd_out(2)\r"), (texts{"click", "cmd_out(2)"}));
 }
 
-TEST(words, in_quotes_are_json_strings) {
+TEST(tokens, in_quotes_are_json_strings) {
     EXPECT_EQ(texts_of("type box \"two words\""), (texts{"type", "box", "quoted two words"}));
     EXPECT_EQ(texts_of("\"\""), texts{"quoted "});
     EXPECT_EQ(texts_of("x \"a\\\"b\\\\c\\r\\n\\u00e4\""), (texts{"x", "quoted a\"b\\c\r\nä"}));
@@ -33,17 +33,17 @@ TEST(words, in_quotes_are_json_strings) {
     EXPECT_EQ(texts_of("x \"ä€\""), (texts{"x", "quoted ä€"}));
 }
 
-TEST(words, know_where_they_begin) {
-    const auto words = words_of("after 5  click \"x y\" z").value();
-    ASSERT_EQ(words.size(), 5U);
-    EXPECT_EQ(words[2].at, 9U);
-    EXPECT_EQ(words[3].at, 15U);
-    EXPECT_EQ(words[4].at, 21U);
+TEST(tokens, know_where_they_begin) {
+    const auto tokens = tokens_of("after 5  click \"x y\" z").value();
+    ASSERT_EQ(tokens.size(), 5U);
+    EXPECT_EQ(tokens[2].at, 9U);
+    EXPECT_EQ(tokens[3].at, 15U);
+    EXPECT_EQ(tokens[4].at, 21U);
 }
 
-TEST(words, are_none_where_a_quoted_one_is_no_json_string) {
+TEST(tokens, are_none_where_a_quoted_one_is_no_json_string) {
     for (const char* line : {"x \"open", "x \"bad \\q\"", "x \"\\u12\"", "x \"\x01\"", "\"", "x \"a\\\""})
-        EXPECT_FALSE(words_of(line).has_value()) << line;
+        EXPECT_FALSE(tokens_of(line).has_value()) << line;
 }
 
 TEST(number_of, takes_whole_numbers_without_quotes) {

@@ -12,20 +12,20 @@ namespace desk::gui {
 
 namespace {
 
-class road : public bench {
+class end_to_end : public bench {
 protected:
-    road() { plug_generator(); }
+    end_to_end() { plug_generator(); }
 };
 
-TEST_F(road, the_port_of_the_settings_file_opens_at_the_start) {
+TEST_F(end_to_end, the_port_of_the_settings_file_opens_at_the_start) {
     start();
-    EXPECT_TRUE(desk().link.rs232_connected);
+    EXPECT_TRUE(desk().exchange.rs232_connected);
     EXPECT_EQ(back_of(operator_hand().find("cmd_conn")), green);
     EXPECT_TRUE(operator_hand().is_shown("img_logo"));
     EXPECT_EQ(operator_hand().find("frm_main").windowTitle(), "VELOTRACE ");
 }
 
-TEST_F(road, about_asks_for_the_firmware) {
+TEST_F(end_to_end, about_asks_for_the_firmware) {
     start();
     const hand h = operator_hand();
     h.click("cmd_about");
@@ -36,26 +36,26 @@ TEST_F(road, about_asks_for_the_firmware) {
     EXPECT_FALSE(h.is_shown("fra_about"));
 }
 
-TEST_F(road, a_timing_is_chosen_and_set) {
+TEST_F(end_to_end, a_timing_is_chosen_and_set) {
     start();
     const hand h = operator_hand();
     h.click("cmd_timing");
     EXPECT_FALSE(h.is_shown("img_logo"));
     h.click_row("lstv_timing", 23);
-    const QString name = QString::fromStdString(desk().rows.lstv_timing.text(23));
-    EXPECT_EQ(h.text("txt_htotal_pix"), QString::fromStdString(desk().rows.lstv_timing_sub.text(23)));
+    const QString name = QString::fromStdString(desk().catalogue.lstv_timing.text(23));
+    EXPECT_EQ(h.text("txt_htotal_pix"), QString::fromStdString(desk().catalogue.lstv_timing_sub.text(23)));
     generator->tell("delay 600");
     bool was_red = false;
     h.when(heard("TIM023"), [&] { was_red = back_of(h.find("cmd_run")) == red && !h.find("cmd_run").isEnabled(); });
     h.click("cmd_run");
     EXPECT_TRUE(was_red);
     EXPECT_EQ(h.text("lab_timing"), name);
-    EXPECT_EQ(desk().rows.cur_timing, 23);
+    EXPECT_EQ(desk().catalogue.cur_timing, 23);
     EXPECT_TRUE(h.find("cmd_run").isEnabled());
     EXPECT_TRUE(h.find("lstv_timing").hasFocus());
 }
 
-TEST_F(road, a_pattern_is_chosen_and_set_and_found_again) {
+TEST_F(end_to_end, a_pattern_is_chosen_and_set_and_found_again) {
     start();
     const hand h = operator_hand();
     h.click("cmd_pattern");
@@ -64,7 +64,7 @@ TEST_F(road, a_pattern_is_chosen_and_set_and_found_again) {
     EXPECT_TRUE(h.is_shown("cmd_download"));
     EXPECT_EQ(h.find("cmd_download").pos(), QPoint(5640 / 15, 2250 / 15));
     h.click("cmd_run");
-    EXPECT_EQ(desk().rows.cur_pattern, 41);
+    EXPECT_EQ(desk().catalogue.cur_pattern, 41);
     h.click_row("lstv_pattern", 2);
     EXPECT_FALSE(h.is_shown("txt_motion_str"));
     h.click("cmd_edid");
@@ -72,77 +72,77 @@ TEST_F(road, a_pattern_is_chosen_and_set_and_found_again) {
     EXPECT_EQ(h.find<QTreeWidget>("lstv_pattern").currentIndex().row(), 40);
 }
 
-TEST_F(road, the_keyboard_moves_along_the_timings) {
+TEST_F(end_to_end, the_keyboard_moves_along_the_timings) {
     start();
     const hand h = operator_hand();
     h.click("cmd_timing");
     h.press_key("lstv_timing", Qt::Key_Down);
-    EXPECT_EQ(desk().rows.lstv_timing.selected(), 2);
-    EXPECT_EQ(h.text("txt_htotal_pix"), QString::fromStdString(desk().rows.lstv_timing_sub.text(2)));
+    EXPECT_EQ(desk().catalogue.lstv_timing.selected(), 2);
+    EXPECT_EQ(h.text("txt_htotal_pix"), QString::fromStdString(desk().catalogue.lstv_timing_sub.text(2)));
     h.press_key("lstv_timing", Qt::Key_End);
-    EXPECT_EQ(desk().rows.lstv_timing.selected(), desk().rows.lstv_timing.row_count());
+    EXPECT_EQ(desk().catalogue.lstv_timing.selected(), desk().catalogue.lstv_timing.row_count());
 }
 
-TEST_F(road, the_figures_follow_a_row_that_the_mouse_was_dragged_to) {
+TEST_F(end_to_end, the_figures_follow_a_row_that_the_mouse_was_dragged_to) {
     start();
     const hand h = operator_hand();
     h.click("cmd_timing");
     h.drag_rows("lstv_timing", 3, 5);
-    EXPECT_EQ(desk().rows.lstv_timing.selected(), 5);
-    EXPECT_EQ(h.text("txt_htotal_pix"), QString::fromStdString(desk().rows.lstv_timing_sub.text(5)));
-    EXPECT_EQ(desk().desk_area.fra_desk.caption.get(), desk().rows.lstv_timing.text(5));
+    EXPECT_EQ(desk().catalogue.lstv_timing.selected(), 5);
+    EXPECT_EQ(h.text("txt_htotal_pix"), QString::fromStdString(desk().catalogue.lstv_timing_sub.text(5)));
+    EXPECT_EQ(desk().desk_frame.fra_desk.caption.get(), desk().catalogue.lstv_timing.text(5));
 }
 
-TEST_F(road, the_wheel_over_the_port_list_opens_no_other_port) {
+TEST_F(end_to_end, the_wheel_over_the_port_list_opens_no_other_port) {
     start();
     const hand h = operator_hand();
     h.turn_wheel("cbo_com");
-    EXPECT_EQ(desk().link.com_port, 1);
-    EXPECT_TRUE(desk().link.rs232_connected);
+    EXPECT_EQ(desk().exchange.com_port, 1);
+    EXPECT_TRUE(desk().exchange.rs232_connected);
 }
 
-TEST_F(road, the_focus_of_a_button_that_goes_falls_on_no_other_control) {
+TEST_F(end_to_end, the_focus_of_a_button_that_goes_falls_on_no_other_control) {
     start();
     const hand h = operator_hand();
     h.click("cmd_about");
     h.click("cmd_about_ok");
-    EXPECT_EQ(desk().form.focused, &desk().about_view.cmd_about) << "where it was before";
+    EXPECT_EQ(desk().form.focused, &desk().about.cmd_about) << "where it was before";
     EXPECT_FALSE(h.find("cbo_com").hasFocus());
 }
 
-TEST_F(road, a_button_that_was_disabled_for_its_exchange_has_the_focus_again) {
+TEST_F(end_to_end, a_button_that_was_disabled_for_its_exchange_has_the_focus_again) {
     start();
     const hand h = operator_hand();
     h.click("cmd_setup");
     h.click("cmd_deep_1");
-    EXPECT_EQ(desk().form.focused, &desk().switches.cmd_deep[1]);
+    EXPECT_EQ(desk().form.focused, &desk().panel.cmd_deep[1]);
     EXPECT_TRUE(h.find("cmd_deep_1").hasFocus());
 }
 
-TEST_F(road, favourites_are_checked_one_by_one_and_all_at_once) {
+TEST_F(end_to_end, favorites_are_checked_one_by_one_and_all_at_once) {
     start();
     const hand h = operator_hand();
     h.click("cmd_fav_timing");
     h.click_check("lstv_timing", 5);
-    EXPECT_TRUE(desk().rows.lstv_timing.row(5).checked);
+    EXPECT_TRUE(desk().catalogue.lstv_timing.row(5).checked);
     h.click("cmd_timing");
     h.click("cmd_fav_timing");
-    EXPECT_TRUE(desk().rows.lstv_timing.row(5).checked);
+    EXPECT_TRUE(desk().catalogue.lstv_timing.row(5).checked);
     h.click("cmd_check_all");
     EXPECT_EQ(h.find<QTreeWidget>("lstv_timing").topLevelItem(0)->checkState(0), Qt::Checked);
     h.click("cmd_check_none");
-    EXPECT_FALSE(desk().rows.lstv_timing.row(5).checked);
+    EXPECT_FALSE(desk().catalogue.lstv_timing.row(5).checked);
 }
 
-TEST_F(road, a_check_box_that_is_not_shown_takes_no_click) {
+TEST_F(end_to_end, a_check_box_that_is_not_shown_takes_no_click) {
     start();
     const hand h = operator_hand();
     h.click("cmd_timing");
     h.click_check("lstv_timing", 3);
-    EXPECT_FALSE(desk().rows.lstv_timing.row(3).checked);
+    EXPECT_FALSE(desk().catalogue.lstv_timing.row(3).checked);
 }
 
-TEST_F(road, a_second_set_is_impossible_while_the_first_runs) {
+TEST_F(end_to_end, a_second_set_is_impossible_while_the_first_runs) {
     start();
     const hand h = operator_hand();
     generator->tell("drop 2");
@@ -158,7 +158,7 @@ TEST_F(road, a_second_set_is_impossible_while_the_first_runs) {
     EXPECT_TRUE(h.find("cmd_run").isEnabled());
 }
 
-TEST_F(road, a_view_button_in_the_middle_of_an_exchange_takes_effect_at_once) {
+TEST_F(end_to_end, a_view_button_in_the_middle_of_an_exchange_takes_effect_at_once) {
     start();
     const hand h = operator_hand();
     generator->tell("delay 600");
@@ -166,15 +166,15 @@ TEST_F(road, a_view_button_in_the_middle_of_an_exchange_takes_effect_at_once) {
     int view = -1;
     h.when(heard("TIM001"), [&] {
         h.click("cmd_edid");
-        view = desk().link.view_mode;
+        view = desk().exchange.view_mode;
     });
     h.click("cmd_run");
     EXPECT_EQ(view, 4);
     EXPECT_TRUE(h.is_shown("fra_edid"));
-    EXPECT_EQ(desk().rows.cur_timing, 1);
+    EXPECT_EQ(desk().catalogue.cur_timing, 1);
 }
 
-TEST_F(road, with_the_generator_silent_the_same_clicks_end_in_link_error) {
+TEST_F(end_to_end, with_the_generator_silent_the_same_clicks_end_in_link_error) {
     start();
     const hand h = operator_hand();
     generator->tell("silent");
@@ -186,7 +186,7 @@ TEST_F(road, with_the_generator_silent_the_same_clicks_end_in_link_error) {
               "Application S/W is v1.3G\nLinking VELOTRACE ...\nLink Error !\nHardware F/W is unknown.");
 }
 
-TEST_F(road, a_cable_pulled_in_the_middle_of_an_exchange_leaves_the_desk_alive) {
+TEST_F(end_to_end, a_cable_pulled_in_the_middle_of_an_exchange_leaves_the_desk_alive) {
     start();
     const hand h = operator_hand();
     generator->tell("silent");
@@ -200,25 +200,25 @@ TEST_F(road, a_cable_pulled_in_the_middle_of_an_exchange_leaves_the_desk_alive) 
     h.click("cmd_conn");
     EXPECT_EQ(back_of(h.find("cmd_conn")), green);
     h.click("cmd_run");
-    EXPECT_EQ(desk().rows.cur_timing, 1);
+    EXPECT_EQ(desk().catalogue.cur_timing, 1);
     EXPECT_NE(h.text("lab_timing"), "Link Error");
 }
 
-TEST_F(road, a_port_chosen_from_the_list_is_opened_at_once) {
+TEST_F(end_to_end, a_port_chosen_from_the_list_is_opened_at_once) {
     start();
     const hand h = operator_hand();
     h.click("cmd_disconn");
     EXPECT_EQ(back_of(h.find("cmd_disconn")), red);
     const operated_simulator second(simulator_for(directory.filePath("com2")));
     h.choose("cbo_com", 1);
-    EXPECT_EQ(desk().link.com_port, 2);
-    EXPECT_TRUE(desk().link.rs232_connected);
+    EXPECT_EQ(desk().exchange.com_port, 2);
+    EXPECT_TRUE(desk().exchange.rs232_connected);
     h.click("cmd_timing");
     h.click("cmd_run");
-    EXPECT_EQ(desk().rows.cur_timing, 1);
+    EXPECT_EQ(desk().catalogue.cur_timing, 1);
 }
 
-TEST_F(road, a_command_while_disconnected_shows_its_box) {
+TEST_F(end_to_end, a_command_while_disconnected_shows_its_box) {
     start();
     const hand h = operator_hand();
     h.click("cmd_disconn");
@@ -230,7 +230,7 @@ TEST_F(road, a_command_while_disconnected_shows_its_box) {
     EXPECT_TRUE(h.text("lab_about").endsWith("Link Error !\nHardware F/W is unknown."));
 }
 
-TEST_F(road, closing_the_window_rewrites_the_settings) {
+TEST_F(end_to_end, closing_the_window_rewrites_the_settings) {
     put_file("marlo_rs232.ini", "1\n\"a.hex\"\n\"\"\n\"\"\n\"\"\n\"\"\n\"\"\n\"\"\n\"\"\n\"\"\n\"\"\n2\n1\n1\n");
     start();
     program->main_window().close();
@@ -242,7 +242,7 @@ TEST_F(road, closing_the_window_rewrites_the_settings) {
         "1\r\n\"a.hex\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n2\r\n1\r\n1\r\n");
 }
 
-TEST_F(road, closing_the_window_in_the_middle_of_an_exchange_ends_cleanly) {
+TEST_F(end_to_end, closing_the_window_in_the_middle_of_an_exchange_ends_cleanly) {
     start();
     const hand h = operator_hand();
     generator->tell("silent");
@@ -254,15 +254,15 @@ TEST_F(road, closing_the_window_in_the_middle_of_an_exchange_ends_cleanly) {
     EXPECT_EQ(program->exit_status(), 0);
     EXPECT_TRUE(file("marlo_rs232.ini").startsWith("1\r\n"));
     // the suspended procedure has ended where it waited
-    EXPECT_EQ(desk().status.lab_timing.caption.get(), "");
-    EXPECT_FALSE(desk().desk_area.cmd_run.enabled);
+    EXPECT_EQ(desk().status_frame.lab_timing.caption.get(), "");
+    EXPECT_FALSE(desk().desk_frame.cmd_run.enabled);
 }
 
-TEST_F(road, a_key_that_reaches_the_window_hides_the_previous_files) {
+TEST_F(end_to_end, a_key_that_reaches_the_window_hides_the_previous_files) {
     start();
     const hand h = operator_hand();
     h.click("cmd_edid");
-    desk().edid.fra_pre_f.visible = true;
+    desk().workbench.fra_pre_f.visible = true;
     h.click("lab_write"); // any event brings the window up to date
     EXPECT_TRUE(h.is_shown("fra_pre_f"));
     h.press_key("frm_main", Qt::Key_Shift);
@@ -271,16 +271,16 @@ TEST_F(road, a_key_that_reaches_the_window_hides_the_previous_files) {
     EXPECT_FALSE(h.is_shown("fra_pre_f"));
 }
 
-TEST_F(road, the_custom_string_holds_twelve_characters) {
+TEST_F(end_to_end, the_custom_string_holds_twelve_characters) {
     start();
     const hand h = operator_hand();
     h.click("cmd_pattern");
     h.click_row("lstv_pattern", 41);
     h.type("txt_motion_str", "ABCDEFGHIJKLMN");
-    EXPECT_EQ(desk().desk_area.txt_motion_str.text.get(), "ABCDEFGHIJKL");
+    EXPECT_EQ(desk().desk_frame.txt_motion_str.text.get(), "ABCDEFGHIJKL");
 }
 
-TEST_F(road, the_boxes_of_the_figures_take_no_typing) {
+TEST_F(end_to_end, the_boxes_of_the_figures_take_no_typing) {
     start();
     const hand h = operator_hand();
     h.click("cmd_timing");

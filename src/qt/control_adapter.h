@@ -17,9 +17,9 @@
 namespace desk::qt {
 
 /// The widget of one control: follows its model and turns the operator's hand into events of the model.
-class control_face : public QObject {
+class control_adapter : public QObject {
 public:
-    control_face(control& model, QWidget* w, event_gate& gate);
+    control_adapter(control& model, QWidget* w, event_gate& gate);
 
     /// Brings the widget up to date with its model.
     void follow();
@@ -65,6 +65,6 @@ private:
 };
 
 /// Builds the widget for a control of any kind that is seen; none for a timer.
-std::unique_ptr<control_face> make_face(control& model, QWidget* parent, event_gate& gate);
+std::unique_ptr<control_adapter> make_adapter(control& model, QWidget* parent, event_gate& gate);
 
 } // namespace desk::qt

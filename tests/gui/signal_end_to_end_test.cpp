@@ -1,4 +1,4 @@
-// The signal side through the real window: panel, favourites, autorun list, custom string and colour settings, to a
+// The signal side through the real window: panel, favorites, autorun list, custom string and colour settings, to a
 // generator on a pseudo terminal.
 
 #include "bench_fixture.h"
@@ -17,9 +17,9 @@ namespace desk::gui {
 
 namespace {
 
-class signal_road : public bench {
+class signal_end_to_end : public bench {
 protected:
-    signal_road() {
+    signal_end_to_end() {
         plug_generator();
         start();
     }
@@ -65,7 +65,7 @@ const panel_group panel_groups[] = {{"cmd_out", 4, "OUT", 1}, {"cmd_hdcp", 2, "H
                                     {"cmd_csc", 3, "CSC", 1}, {"cmd_deep", 3, "DEE", 1}, {"cmd_auto_go", 2, "ATO", 0},
                                     {"cmd_fav", 2, "FAV", 0}};
 
-TEST_F(signal_road, every_switch_of_the_panel_acts_at_once_and_lights_up) {
+TEST_F(signal_end_to_end, every_switch_of_the_panel_acts_at_once_and_lights_up) {
     const hand h = operator_hand();
     h.click("cmd_setup");
     for (const panel_group& group : panel_groups) {
@@ -80,7 +80,7 @@ TEST_F(signal_road, every_switch_of_the_panel_acts_at_once_and_lights_up) {
     EXPECT_EQ(h.text("lab_hdcp"), "ON");
 }
 
-TEST_F(signal_road, the_channels_follow_the_audio_source) {
+TEST_F(signal_end_to_end, the_channels_follow_the_audio_source) {
     const hand h = operator_hand();
     h.click("cmd_setup");
     h.click("cmd_asc_0");
@@ -97,7 +97,7 @@ TEST_F(signal_road, the_channels_follow_the_audio_source) {
     EXPECT_EQ(lit("cmd_lpcm", 3), -1);
 }
 
-TEST_F(signal_road, a_pressed_switch_is_red_and_dead_until_the_answer_comes) {
+TEST_F(signal_end_to_end, a_pressed_switch_is_red_and_dead_until_the_answer_comes) {
     const hand h = operator_hand();
     h.click("cmd_setup");
     generator->tell("delay 600");
@@ -113,7 +113,7 @@ TEST_F(signal_road, a_pressed_switch_is_red_and_dead_until_the_answer_comes) {
     EXPECT_TRUE(h.find("cmd_deep_1").isEnabled());
 }
 
-TEST_F(signal_road, another_switch_in_the_middle_of_an_exchange_comes_in_between) {
+TEST_F(signal_end_to_end, another_switch_in_the_middle_of_an_exchange_comes_in_between) {
     const hand h = operator_hand();
     h.click("cmd_setup");
     generator->tell("drop 1");
@@ -125,7 +125,7 @@ TEST_F(signal_road, another_switch_in_the_middle_of_an_exchange_comes_in_between
     EXPECT_EQ(lit("cmd_deep", 3), 1);
 }
 
-TEST_F(signal_road, reset_makes_the_panel_dark_and_download_lights_it_again) {
+TEST_F(signal_end_to_end, reset_makes_the_panel_dark_and_download_lights_it_again) {
     const hand h = operator_hand();
     h.click("cmd_setup");
     for (const char* press : {"cmd_out_2", "cmd_hdcp_1", "cmd_csc_1", "cmd_deep_2", "cmd_auto_go_1", "cmd_fav_1"})
@@ -146,7 +146,7 @@ TEST_F(signal_road, reset_makes_the_panel_dark_and_download_lights_it_again) {
     EXPECT_TRUE(h.text("lab_timing").startsWith("[01]"));
 }
 
-TEST_F(signal_road, refresh_tells_what_the_generator_outputs) {
+TEST_F(signal_end_to_end, refresh_tells_what_the_generator_outputs) {
     const hand h = operator_hand();
     h.click("cmd_timing");
     h.click_row("lstv_timing", 12);
@@ -157,11 +157,11 @@ TEST_F(signal_road, refresh_tells_what_the_generator_outputs) {
     EXPECT_TRUE(h.text("lab_pattern").startsWith("[01]"));
     EXPECT_EQ(h.find<QTreeWidget>("lstv_timing").currentIndex().row(), 11);
     // the figures are those of the row that was looked at, until the list's next event
-    EXPECT_EQ(h.text("txt_htotal_pix"), QString::fromStdString(desk().rows.lstv_timing_sub.text(3)));
+    EXPECT_EQ(h.text("txt_htotal_pix"), QString::fromStdString(desk().catalogue.lstv_timing_sub.text(3)));
     EXPECT_TRUE(h.find("cmd_refresh").isEnabled());
 }
 
-TEST_F(signal_road, a_dead_step_of_a_refresh_is_told_in_its_label_and_ends_it) {
+TEST_F(signal_end_to_end, a_dead_step_of_a_refresh_is_told_in_its_label_and_ends_it) {
     const hand h = operator_hand();
     generator->tell("refuse OUT999 none");
     h.click("cmd_refresh");
@@ -172,7 +172,7 @@ TEST_F(signal_road, a_dead_step_of_a_refresh_is_told_in_its_label_and_ends_it) {
     EXPECT_EQ(generator->commands(), (QStringList{"TIM999", "PAT999", "OUT999", "OUT999"}));
 }
 
-TEST_F(signal_road, favourite_timings_go_up_and_come_back_from_a_generator_that_thinks_for_100_ms) {
+TEST_F(signal_end_to_end, favorite_timings_go_up_and_come_back_from_a_generator_that_thinks_for_100_ms) {
     const hand h = operator_hand();
     h.click("cmd_fav_timing");
     h.click_check("lstv_timing", 2);
@@ -191,7 +191,7 @@ TEST_F(signal_road, favourite_timings_go_up_and_come_back_from_a_generator_that_
     EXPECT_EQ(checked_rows("lstv_timing"), (QList<int>{2, 79}));
 }
 
-TEST_F(signal_road, favourite_patterns_go_up_and_come_back_from_a_generator_that_thinks_for_100_ms) {
+TEST_F(signal_end_to_end, favorite_patterns_go_up_and_come_back_from_a_generator_that_thinks_for_100_ms) {
     const hand h = operator_hand();
     h.click("cmd_fav_pattern");
     h.click("cmd_check_all");
@@ -209,7 +209,7 @@ TEST_F(signal_road, favourite_patterns_go_up_and_come_back_from_a_generator_that
     EXPECT_FALSE(checked_rows("lstv_pattern").contains(5));
 }
 
-TEST_F(signal_road, no_favourite_timing_at_all_becomes_rows_1_and_23) {
+TEST_F(signal_end_to_end, no_favorite_timing_at_all_becomes_rows_1_and_23) {
     const hand h = operator_hand();
     h.click("cmd_fav_timing");
     h.click("cmd_run");
@@ -218,7 +218,7 @@ TEST_F(signal_road, no_favourite_timing_at_all_becomes_rows_1_and_23) {
     EXPECT_EQ(h.find<QTreeWidget>("lstv_timing").currentIndex().row(), 22);
 }
 
-TEST_F(signal_road, a_favourite_walk_that_fails_tells_it_once) {
+TEST_F(signal_end_to_end, a_favorite_walk_that_fails_tells_it_once) {
     const hand h = operator_hand();
     h.click("cmd_fav_timing");
     generator->tell("refuse FT-003 none");
@@ -232,7 +232,7 @@ TEST_F(signal_road, a_favourite_walk_that_fails_tells_it_once) {
     EXPECT_TRUE(h.find("cmd_run").isEnabled());
 }
 
-TEST_F(signal_road, the_autorun_list_goes_up_and_comes_back_from_a_generator_that_thinks_for_100_ms) {
+TEST_F(signal_end_to_end, the_autorun_list_goes_up_and_comes_back_from_a_generator_that_thinks_for_100_ms) {
     const hand h = operator_hand();
     h.click("cmd_auto");
     h.click_row("lstv_auto", 3);
@@ -268,7 +268,7 @@ TEST_F(signal_road, the_autorun_list_goes_up_and_comes_back_from_a_generator_tha
     EXPECT_EQ(cell("lstv_auto", 4, 3), "0");
 }
 
-TEST_F(signal_road, a_double_click_loads_a_step_into_the_editing_fields) {
+TEST_F(signal_end_to_end, a_double_click_loads_a_step_into_the_editing_fields) {
     const hand h = operator_hand();
     h.click("cmd_auto");
     h.choose("cbo_timing", 4);
@@ -283,7 +283,7 @@ TEST_F(signal_road, a_double_click_loads_a_step_into_the_editing_fields) {
     EXPECT_EQ(h.text("cbo_interval"), "15");
 }
 
-TEST_F(signal_road, a_short_answer_fails_the_whole_download) {
+TEST_F(signal_end_to_end, a_short_answer_fails_the_whole_download) {
     const hand h = operator_hand();
     h.click("cmd_auto");
     h.click("cmd_replace");
@@ -297,7 +297,7 @@ TEST_F(signal_road, a_short_answer_fails_the_whole_download) {
     EXPECT_EQ(cell("lstv_auto", 1, 3), "5");
 }
 
-TEST_F(signal_road, the_custom_string_goes_up_and_comes_back) {
+TEST_F(signal_end_to_end, the_custom_string_goes_up_and_comes_back) {
     const hand h = operator_hand();
     h.click("cmd_pattern");
     h.click_row("lstv_pattern", 41);
@@ -312,7 +312,7 @@ TEST_F(signal_road, the_custom_string_goes_up_and_comes_back) {
     EXPECT_EQ(h.text("txt_motion_str"), "HELLO");
 }
 
-TEST_F(signal_road, upload_that_fails_stays_red_and_dead) {
+TEST_F(signal_end_to_end, upload_that_fails_stays_red_and_dead) {
     const hand h = operator_hand();
     h.click("cmd_pattern");
     h.click_row("lstv_pattern", 41);
@@ -329,7 +329,7 @@ TEST_F(signal_road, upload_that_fails_stays_red_and_dead) {
     EXPECT_EQ(back_of(h.find("cmd_upload")), red);
 }
 
-TEST_F(signal_road, the_colour_settings_are_read_and_changed) {
+TEST_F(signal_end_to_end, the_colour_settings_are_read_and_changed) {
     const hand h = operator_hand();
     choose_color_pattern();
     EXPECT_FALSE(bar(0).isEnabled());
@@ -359,7 +359,7 @@ TEST_F(signal_road, the_colour_settings_are_read_and_changed) {
     EXPECT_EQ(generator->commands_up_to("CRY200"), QStringList{"CRY200"});
 }
 
-TEST_F(signal_road, a_value_that_is_none_is_marked_for_retyping_and_not_sent) {
+TEST_F(signal_end_to_end, a_value_that_is_none_is_marked_for_retyping_and_not_sent) {
     const hand h = operator_hand();
     choose_color_pattern();
     h.click("cmd_download");
@@ -375,7 +375,7 @@ TEST_F(signal_road, a_value_that_is_none_is_marked_for_retyping_and_not_sent) {
     EXPECT_EQ(generator->commands_up_to("CRR255"), QStringList{"CRR255"});
 }
 
-TEST_F(signal_road, a_click_into_a_colour_box_selects_its_text) {
+TEST_F(signal_end_to_end, a_click_into_a_colour_box_selects_its_text) {
     const hand h = operator_hand();
     choose_color_pattern();
     h.click("cmd_download");
@@ -385,7 +385,7 @@ TEST_F(signal_road, a_click_into_a_colour_box_selects_its_text) {
     EXPECT_EQ(h.find<QLineEdit>("txt_color_setting_0").selectedText(), "123");
 }
 
-TEST_F(signal_road, a_drag_streams_every_value_in_order_and_the_last_one_again_when_it_is_let_go) {
+TEST_F(signal_end_to_end, a_drag_streams_every_value_in_order_and_the_last_one_again_when_it_is_let_go) {
     const hand h = operator_hand();
     choose_color_pattern();
     h.click("cmd_download");
@@ -406,7 +406,7 @@ TEST_F(signal_road, a_drag_streams_every_value_in_order_and_the_last_one_again_w
     EXPECT_EQ(sent, expected);
 }
 
-TEST_F(signal_road, grey_in_colour_differences_has_both_of_them_at_128) {
+TEST_F(signal_end_to_end, grey_in_colour_differences_has_both_of_them_at_128) {
     const hand h = operator_hand();
     h.click("cmd_setup");
     h.click("cmd_csc_1");
@@ -424,7 +424,7 @@ TEST_F(signal_road, grey_in_colour_differences_has_both_of_them_at_128) {
     EXPECT_EQ(generator->commands_up_to("CRY200").last(1), QStringList{"CRY200"});
 }
 
-TEST_F(signal_road, a_generator_without_colour_values_leaves_the_controls_dead) {
+TEST_F(signal_end_to_end, a_generator_without_colour_values_leaves_the_controls_dead) {
     const hand h = operator_hand();
     generator->tell("refuse CRR999 CRR300");
     choose_color_pattern();

@@ -2,7 +2,7 @@
 
 #include "controls/window.h"
 #include "qt/access_keys.h"
-#include "qt/control_face.h"
+#include "qt/control_adapter.h"
 #include "qt/event_gate.h"
 #include "qt/focus_guide.h"
 #include "qt/plan_area.h"
@@ -18,14 +18,14 @@
 namespace desk::qt {
 
 /// The real window of a window model, with a widget for each control in it and the ticks of its timers.
-class window_face final : public QWidget {
+class window_adapter final : public QWidget {
     Q_OBJECT
 
 public:
     /// The main window.
-    window_face(desk::window& model, event_gate& gate);
+    window_adapter(desk::window& model, event_gate& gate);
     /// A modal window above `parent`, which its title bar closes only where the model listens to that.
-    window_face(desk::window& model, event_gate& gate, QWidget* parent);
+    window_adapter(desk::window& model, event_gate& gate, QWidget* parent);
 
     /// Brings every changed control up to date.
     void follow();
@@ -67,7 +67,7 @@ private:
     plan_area& area_;
     QSize extra_room_;
     const control* in_sight_ = nullptr; // the focus that was scrolled to
-    std::map<const control*, std::unique_ptr<control_face>> faces_;
+    std::map<const control*, std::unique_ptr<control_adapter>> adapters_;
     std::map<const control*, std::unique_ptr<QTimer>> timers_;
     focus_guide guide_;
     std::unique_ptr<access_keys> keys_;

@@ -26,9 +26,9 @@ int checksum_of(const QByteArray& block) {
 
 int byte_of(const QByteArray& edid, qsizetype at) { return static_cast<std::uint8_t>(edid.at(at)); }
 
-class edid_road : public bench {
+class edid_end_to_end : public bench {
 protected:
-    edid_road() {
+    edid_end_to_end() {
         plug_generator();
         start();
         operator_hand().click("cmd_edid");
@@ -72,7 +72,7 @@ protected:
     std::vector<seen_box> boxes;
 };
 
-TEST_F(edid_road, a_sink_is_read_saved_erased_written_back_and_verified) {
+TEST_F(edid_end_to_end, a_sink_is_read_saved_erased_written_back_and_verified) {
     const hand h = operator_hand();
     generator->tell("erase 200");
     h.click("cmd_read");
@@ -100,7 +100,7 @@ TEST_F(edid_road, a_sink_is_read_saved_erased_written_back_and_verified) {
     EXPECT_EQ(h.text("lab_pass"), "PASS");
 }
 
-TEST_F(edid_road, every_format_that_is_saved_is_read_again) {
+TEST_F(edid_end_to_end, every_format_that_is_saved_is_read_again) {
     const hand h = operator_hand();
     h.click("cmd_read");
     const QString text = h.text("txt_read");
@@ -122,7 +122,7 @@ TEST_F(edid_road, every_format_that_is_saved_is_read_again) {
     EXPECT_EQ(dialogs[3].filters.size(), 5);
 }
 
-TEST_F(edid_road, a_production_run_stamps_ten_units_one_after_another) {
+TEST_F(edid_end_to_end, a_production_run_stamps_ten_units_one_after_another) {
     open_first_edid();
     const hand h = operator_hand();
     constexpr int first_sn = 0x12345678;
@@ -150,12 +150,12 @@ TEST_F(edid_road, a_production_run_stamps_ten_units_one_after_another) {
         EXPECT_EQ(units[static_cast<std::size_t>(unit)], expected) << unit;
     }
     // what the run has stamped is gone from the buffer, and WRITE rests again
-    EXPECT_EQ(desk().buffers.write_buff[12], byte_of(first_edid(), 12));
+    EXPECT_EQ(desk().edid_buffers.write_buff[12], byte_of(first_edid(), 12));
     EXPECT_TRUE(h.find("cmd_write").isEnabled());
-    EXPECT_EQ(desk().fields.diag_mode, 3);
+    EXPECT_EQ(desk().shared_fields.diag_mode, 3);
 }
 
-TEST_F(edid_road, a_write_protected_sink_is_told) {
+TEST_F(edid_end_to_end, a_write_protected_sink_is_told) {
     open_first_edid();
     const hand h = operator_hand();
     generator->tell("protect 1 on");
@@ -165,7 +165,7 @@ TEST_F(edid_road, a_write_protected_sink_is_told) {
     EXPECT_TRUE(h.find("cmd_ok").isEnabled());
 }
 
-TEST_F(edid_road, a_sink_that_is_not_there_fails_the_read_in_the_read_window) {
+TEST_F(edid_end_to_end, a_sink_that_is_not_there_fails_the_read_in_the_read_window) {
     const hand h = operator_hand();
     generator->tell("sink 2 none");
     h.click("opt_edid_src_2");
@@ -175,7 +175,7 @@ TEST_F(edid_road, a_sink_that_is_not_there_fails_the_read_in_the_read_window) {
     EXPECT_FALSE(h.find("cmd_sum_read").isEnabled());
 }
 
-TEST_F(edid_road, a_cable_pulled_in_the_middle_of_the_data_leaves_the_desk_alive) {
+TEST_F(edid_end_to_end, a_cable_pulled_in_the_middle_of_the_data_leaves_the_desk_alive) {
     const hand h = operator_hand();
     h.when(heard("ESC001"), [&] { generator->tell("short 1 128"); });
     h.when([&] { return generator->has_printed("< hex:"); }, [&] { generator->kill(); });
@@ -188,7 +188,7 @@ TEST_F(edid_road, a_cable_pulled_in_the_middle_of_the_data_leaves_the_desk_alive
     EXPECT_TRUE(h.text("lab_read_checksum_0").endsWith(" Correct.")) << h.text("txt_read").toStdString();
 }
 
-TEST_F(edid_road, a_wrong_checksum_is_repaired_in_the_window_and_saved) {
+TEST_F(edid_end_to_end, a_wrong_checksum_is_repaired_in_the_window_and_saved) {
     const hand h = operator_hand();
     QByteArray edid = first_edid();
     const char right = edid.at(127);
@@ -205,7 +205,7 @@ TEST_F(edid_road, a_wrong_checksum_is_repaired_in_the_window_and_saved) {
     EXPECT_EQ(file("mended.bin"), first_edid());
 }
 
-TEST_F(edid_road, a_file_of_the_list_is_opened_again) {
+TEST_F(edid_end_to_end, a_file_of_the_list_is_opened_again) {
     const hand h = operator_hand();
     put_file("one.bin", first_edid());
     put_file("two.bin", QByteArray(256, '\x01'));
@@ -214,21 +214,21 @@ TEST_F(edid_road, a_file_of_the_list_is_opened_again) {
     h.click("cmd_pre_f");
     EXPECT_TRUE(h.is_shown("fra_pre_f"));
     QTest::mouseMove(&h.find("lab_pre_f_1"));
-    EXPECT_TRUE(wait_until([&] { return desk().edid.lab_pre_f[1].back_color == 0xFF0000U; }, 20000));
+    EXPECT_TRUE(wait_until([&] { return desk().workbench.lab_pre_f[1].back_color == 0xFF0000U; }, 20000));
     h.click("lab_pre_f_1");
     EXPECT_FALSE(h.is_shown("fra_pre_f"));
-    EXPECT_EQ(desk().edid.lab_pre_f[0].caption.get(), path_of("one.bin").toStdString());
+    EXPECT_EQ(desk().workbench.lab_pre_f[0].caption.get(), path_of("one.bin").toStdString());
     EXPECT_TRUE(h.text("txt_write").startsWith("00 FF FF"));
 }
 
-TEST_F(edid_road, a_file_that_is_not_there_is_told) {
+TEST_F(edid_end_to_end, a_file_that_is_not_there_is_told) {
     answer_next_box(boxes, QMessageBox::Ok);
     open("none.bin");
     ASSERT_EQ(boxes.size(), 1U);
     EXPECT_EQ(boxes[0].text, path_of("none.bin") + " dosen't exist !");
 }
 
-TEST_F(edid_road, the_dialog_gives_a_name_without_an_ending_that_of_its_filter) {
+TEST_F(edid_end_to_end, the_dialog_gives_a_name_without_an_ending_that_of_its_filter) {
     put_file("board.bin", first_edid());
     open("board.bin");
     save("cmd_save_write", "board", "opt_hex_type_0");
@@ -238,7 +238,7 @@ TEST_F(edid_road, the_dialog_gives_a_name_without_an_ending_that_of_its_filter) 
     EXPECT_EQ(file("copy.bin"), first_edid());
 }
 
-TEST_F(edid_road, enter_chooses_the_hex_style_and_escape_does_not) {
+TEST_F(edid_end_to_end, enter_chooses_the_hex_style_and_escape_does_not) {
     open_first_edid();
     answer_next_file_dialog(dialogs, path_of("board.hex"), 1);
     in_next_window("frm_diag", [this](const hand& h) {
@@ -252,7 +252,7 @@ TEST_F(edid_road, enter_chooses_the_hex_style_and_escape_does_not) {
     EXPECT_TRUE(file("board.hex").startsWith("00 FF FF"));
 }
 
-TEST_F(edid_road, escape_cancels_the_automatic_run_only_while_nothing_runs) {
+TEST_F(edid_end_to_end, escape_cancels_the_automatic_run_only_while_nothing_runs) {
     open_first_edid();
     in_next_window("frm_diag", [this](const hand& h) {
         h.when(heard("EWR001"), [&h] {
@@ -266,7 +266,7 @@ TEST_F(edid_road, escape_cancels_the_automatic_run_only_while_nothing_runs) {
     operator_hand().click("cmd_w_auto");
 }
 
-TEST_F(edid_road, a_file_of_a_megabyte_is_shown_and_refused_without_a_word) {
+TEST_F(edid_end_to_end, a_file_of_a_megabyte_is_shown_and_refused_without_a_word) {
     put_file("firmware.bin", QByteArray(1'000'000, 'x'));
     open("firmware.bin");
     EXPECT_TRUE(operator_hand().text("txt_write").endsWith("//F423F\n"));
@@ -274,24 +274,24 @@ TEST_F(edid_road, a_file_of_a_megabyte_is_shown_and_refused_without_a_word) {
     EXPECT_FALSE(operator_hand().find("cmd_write").isEnabled());
 }
 
-TEST_F(edid_road, a_long_path_shows_both_its_ends_in_the_list) {
+TEST_F(edid_end_to_end, a_long_path_shows_both_its_ends_in_the_list) {
     const hand h = operator_hand();
-    desk().edid.lab_pre_f[0].caption = "/home/" + std::string(200, 'm') + "/display.bin";
+    desk().workbench.lab_pre_f[0].caption = "/home/" + std::string(200, 'm') + "/display.bin";
     h.click("cmd_pre_f");
     const QImage shown = h.find("lab_pre_f_0").grab().toImage();
-    desk().edid.lab_pre_f[0].caption = "/home/" + std::string(200, 'm') + "/another.bin";
+    desk().workbench.lab_pre_f[0].caption = "/home/" + std::string(200, 'm') + "/another.bin";
     h.click("lab_edid_src");
     EXPECT_NE(h.find("lab_pre_f_0").grab().toImage(), shown);
 }
 
-TEST_F(edid_road, a_cancelled_dialog_changes_nothing) {
+TEST_F(edid_end_to_end, a_cancelled_dialog_changes_nothing) {
     answer_next_file_dialog(dialogs, "");
     operator_hand().click("cmd_load");
     EXPECT_EQ(dialogs.size(), 1U);
     EXPECT_EQ(desk().form.caption.get(), "VELOTRACE ");
 }
 
-class frm_diag_window : public edid_road {};
+class frm_diag_window : public edid_end_to_end {};
 
 TEST_F(frm_diag_window, sums_the_image_and_keeps_the_choices) {
     open_first_edid();
@@ -311,14 +311,14 @@ TEST_F(frm_diag_window, sums_the_image_and_keeps_the_choices) {
         EXPECT_EQ(d.text("lab_checksum"), "0x" + QString::number(plain + 768 * 255, 16).toUpper());
         d.click("cmd_ok");
     });
-    EXPECT_EQ(desk().fields.eeprom_size_index, 2);
+    EXPECT_EQ(desk().shared_fields.eeprom_size_index, 2);
     sum([&](const hand& d) {
         EXPECT_EQ(d.text("cbo_eeprom"), " 8 KBits(1024 Bytes)");
         EXPECT_EQ(d.text("lab_checksum"), "");
         d.click("chk_4digits");
         d.click("cmd_ok");
     });
-    EXPECT_EQ(desk().fields.checksum_4digits, 1);
+    EXPECT_EQ(desk().shared_fields.checksum_4digits, 1);
 }
 
 TEST_F(frm_diag_window, stands_above_the_main_window_and_its_title_bar_does_not_close_it) {
@@ -326,15 +326,15 @@ TEST_F(frm_diag_window, stands_above_the_main_window_and_its_title_bar_does_not_
     const hand h = operator_hand();
     in_next_window("frm_diag", [&](const hand& d) {
         h.click("cmd_timing");
-        EXPECT_EQ(desk().link.view_mode, 4);
+        EXPECT_EQ(desk().exchange.view_mode, 4);
         d.find("frm_diag").close();
         EXPECT_TRUE(d.is_shown("frm_diag"));
         d.click("cmd_ok");
     });
     h.click("cmd_sum_write");
-    EXPECT_EQ(desk().fields.diag_mode, 3);
+    EXPECT_EQ(desk().shared_fields.diag_mode, 3);
     h.click("cmd_timing");
-    EXPECT_EQ(desk().link.view_mode, 0);
+    EXPECT_EQ(desk().exchange.view_mode, 0);
 }
 
 TEST_F(frm_diag_window, stays_open_while_it_is_minimised) {
@@ -342,12 +342,12 @@ TEST_F(frm_diag_window, stays_open_while_it_is_minimised) {
     in_next_window("frm_diag", [&](const hand& d) {
         d.find("frm_diag").showMinimized();
         wait_until([] { return false; }, 50);
-        EXPECT_EQ(desk().fields.diag_mode, 2);
+        EXPECT_EQ(desk().shared_fields.diag_mode, 2);
         d.find("frm_diag").showNormal();
         d.click("cmd_ok");
     });
     operator_hand().click("cmd_w_auto");
-    EXPECT_EQ(desk().fields.diag_mode, 3);
+    EXPECT_EQ(desk().shared_fields.diag_mode, 3);
 }
 
 TEST_F(frm_diag_window, is_a_fresh_one_where_it_is_opened_again_before_the_first_has_come_back) {
@@ -365,10 +365,10 @@ TEST_F(frm_diag_window, is_a_fresh_one_where_it_is_opened_again_before_the_first
         });
         h.click("cmd_sum_read");
     });
-    desk().edid.cmd_sum_read.enabled = true;
+    desk().workbench.cmd_sum_read.enabled = true;
     h.click("cmd_sum_write");
     EXPECT_EQ(opened, 2);
-    EXPECT_EQ(desk().fields.diag_mode, 3);
+    EXPECT_EQ(desk().shared_fields.diag_mode, 3);
     EXPECT_TRUE(h.find("cmd_write").isEnabled());
 }
 

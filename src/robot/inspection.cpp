@@ -1,4 +1,4 @@
-#include "robot/looking.h"
+#include "robot/inspection.h"
 
 #include "runtime/windows_1252.h"
 
@@ -138,15 +138,15 @@ json controls_of(const window& w) {
 }
 
 std::optional<json> field_of(const frm_main& desk, const std::string& name) {
-    const exchange& link = desk.link;
-    const catalogue& rows = desk.rows;
-    const shared_fields& shared = desk.fields;
+    const exchange& link = desk.exchange;
+    const catalogue& rows = desk.catalogue;
+    const shared_fields& shared = desk.shared_fields;
     const getters table = {
         {"view_mode", [&] { return json(link.view_mode); }},
         {"logo_hidden", [&] { return json(desk.logo_hidden); }},
         {"cur_timing", [&] { return json(rows.cur_timing); }},
         {"cur_pattern", [&] { return json(rows.cur_pattern); }},
-        {"color_mode", [&] { return json(desk.colors.color_mode); }},
+        {"color_mode", [&] { return json(desk.color_settings.color_mode); }},
         {"com_port", [&] { return json(link.com_port); }},
         {"rs232_connected", [&] { return json(link.rs232_connected); }},
         {"download_mode", [&] { return json(link.download_mode); }},
@@ -159,21 +159,21 @@ std::optional<json> field_of(const frm_main& desk, const std::string& name) {
         {"edid_src", [&] { return json(shared.edid_src); }},
         {"read_ok", [&] { return json(shared.read_ok); }},
         {"run_ok", [&] { return json(shared.run_ok); }},
-        {"file_ok", [&] { return json(desk.opener.file_ok); }},
+        {"file_ok", [&] { return json(desk.file_opener.file_ok); }},
         {"diag_mode", [&] { return json(shared.diag_mode); }},
         {"hex_type", [&] { return json(shared.hex_type); }},
         {"eeprom_size_index", [&] { return json(shared.eeprom_size_index); }},
         {"unused_byte_index", [&] { return json(shared.unused_byte_index); }},
         {"checksum_4digits", [&] { return json(shared.checksum_4digits); }},
         {"sn_value", [&] { return number_json(shared.sn_value); }},
-        {"tree_sel_index", [&] { return json(desk.dispatch.tree_sel_index); }},
-        {"descriptor_map", [&] { return descriptor_map_of(desk.tables); }},
-        {"descriptor_start", [&] { return json(desk.tables.descriptor_start); }},
-        {"data_block_addr", [&] { return json(desk.tables.data_block_addr); }},
-        {"cea_dtd_offset", [&] { return json(desk.tables.cea_dtd_offset); }},
-        {"is_cea_block1", [&] { return json(desk.tables.is_cea_block1); }},
-        {"report_text", [&] { return json(desk.report.report_text()); }},
-        {"recover_sum", [&] { return json(desk.texts.recover_sum); }},
+        {"tree_sel_index", [&] { return json(desk.node_dispatch.tree_sel_index); }},
+        {"descriptor_map", [&] { return descriptor_map_of(desk.translation_tables); }},
+        {"descriptor_start", [&] { return json(desk.translation_tables.descriptor_start); }},
+        {"data_block_addr", [&] { return json(desk.translation_tables.data_block_addr); }},
+        {"cea_dtd_offset", [&] { return json(desk.translation_tables.cea_dtd_offset); }},
+        {"is_cea_block1", [&] { return json(desk.translation_tables.is_cea_block1); }},
+        {"report_text", [&] { return json(desk.report_opener.report_text()); }},
+        {"recover_sum", [&] { return json(desk.window_text.recover_sum); }},
     };
     return look_up(table, name);
 }

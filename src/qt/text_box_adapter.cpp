@@ -1,4 +1,4 @@
-#include "qt/text_box_face.h"
+#include "qt/text_box_adapter.h"
 
 #include "controls/operator_actions.h"
 #include "qt/look.h"
@@ -30,10 +30,10 @@ std::optional<int> character_code(const QKeyEvent& e) {
     return e.text().isEmpty() ? std::nullopt : std::optional(static_cast<int>(e.text().at(0).unicode()));
 }
 
-class line_box_face final : public control_face {
+class line_box_adapter final : public control_adapter {
 public:
-    line_box_face(text_box& model, QWidget* parent, event_gate& gate)
-        : control_face(model, new QLineEdit(parent), gate), model_(model), edit_(static_cast<QLineEdit*>(widget())) {
+    line_box_adapter(text_box& model, QWidget* parent, event_gate& gate)
+        : control_adapter(model, new QLineEdit(parent), gate), model_(model), edit_(static_cast<QLineEdit*>(widget())) {
         edit_->setDragEnabled(false);
         edit_->setAcceptDrops(false);
         if (model.max_length > 0) edit_->setMaxLength(model.max_length);
@@ -103,10 +103,10 @@ protected:
 /// A box of many lines. A plain one takes a text of any length in no time; one on the grid keeps its lines at the
 /// height of a cell, which the plain one can't.
 template <class Edit>
-class page_box_face final : public control_face {
+class page_box_adapter final : public control_adapter {
 public:
-    page_box_face(text_box& model, QWidget* parent, event_gate& gate)
-        : control_face(model, new page_box<Edit>(parent), gate), model_(model), edit_(static_cast<Edit*>(widget())) {
+    page_box_adapter(text_box& model, QWidget* parent, event_gate& gate)
+        : control_adapter(model, new page_box<Edit>(parent), gate), model_(model), edit_(static_cast<Edit*>(widget())) {
         edit_->setUndoRedoEnabled(false);
         edit_->setAcceptDrops(false);
         edit_->setTabChangesFocus(true);
@@ -179,10 +179,10 @@ private:
 };
 
 /// A locked box of many lines, for a text of any length.
-class text_page_face final : public control_face {
+class text_page_adapter final : public control_adapter {
 public:
-    text_page_face(text_box& model, QWidget* parent, event_gate& gate)
-        : control_face(model, new text_page(model, parent), gate), page_(static_cast<text_page*>(widget())) {
+    text_page_adapter(text_box& model, QWidget* parent, event_gate& gate)
+        : control_adapter(model, new text_page(model, parent), gate), page_(static_cast<text_page*>(widget())) {
         set_accessible();
     }
 
@@ -196,11 +196,11 @@ private:
 
 } // namespace
 
-std::unique_ptr<control_face> make_text_box_face(text_box& model, QWidget* parent, event_gate& gate) {
-    if (model.any_length) return std::make_unique<text_page_face>(model, parent, gate);
-    if (model.on_grid) return std::make_unique<page_box_face<QTextEdit>>(model, parent, gate);
-    if (model.multi_line) return std::make_unique<page_box_face<QPlainTextEdit>>(model, parent, gate);
-    return std::make_unique<line_box_face>(model, parent, gate);
+std::unique_ptr<control_adapter> make_text_box_adapter(text_box& model, QWidget* parent, event_gate& gate) {
+    if (model.any_length) return std::make_unique<text_page_adapter>(model, parent, gate);
+    if (model.on_grid) return std::make_unique<page_box_adapter<QTextEdit>>(model, parent, gate);
+    if (model.multi_line) return std::make_unique<page_box_adapter<QPlainTextEdit>>(model, parent, gate);
+    return std::make_unique<line_box_adapter>(model, parent, gate);
 }
 
 } // namespace desk::qt

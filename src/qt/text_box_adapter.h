@@ -1,11 +1,11 @@
 #pragma once
 
 #include "controls/controls.h"
-#include "qt/control_face.h"
+#include "qt/control_adapter.h"
 
 namespace desk::qt {
 
 /// A box of one line, or of many lines, where the fixed-pitch font stands on a grid of 8 x 16 pixels.
-std::unique_ptr<control_face> make_text_box_face(text_box& model, QWidget* parent, event_gate& gate);
+std::unique_ptr<control_adapter> make_text_box_adapter(text_box& model, QWidget* parent, event_gate& gate);
 
 } // namespace desk::qt

@@ -1,4 +1,4 @@
-#include "robot/words.h"
+#include "robot/tokens.h"
 
 #include "runtime/text.h"
 
@@ -23,8 +23,8 @@ std::size_t quoted_end(std::string_view line, std::size_t at) {
 
 } // namespace
 
-std::optional<std::vector<word>> words_of(std::string_view line) {
-    std::vector<word> words;
+std::optional<std::vector<token>> tokens_of(std::string_view line) {
+    std::vector<token> tokens;
     for (std::size_t at = line.find_first_not_of(" \t\r"); at != std::string_view::npos;) {
         std::size_t end = 0;
         if (line[at] == '"') {
@@ -32,17 +32,17 @@ std::optional<std::vector<word>> words_of(std::string_view line) {
             if (end == std::string_view::npos) return std::nullopt;
             const auto text = nlohmann::json::parse(line.substr(at, end - at), nullptr, false);
             if (!text.is_string()) return std::nullopt;
-            words.push_back({text.get<std::string>(), true, at});
+            tokens.push_back({text.get<std::string>(), true, at});
         } else {
             end = std::min(line.find_first_of(" \t\r", at), line.size());
-            words.push_back({std::string(line.substr(at, end - at)), false, at});
+            tokens.push_back({std::string(line.substr(at, end - at)), false, at});
         }
         at = line.find_first_not_of(" \t\r", end);
     }
-    return words;
+    return tokens;
 }
 
-std::optional<int> number_of(const word& w) {
+std::optional<int> number_of(const token& w) {
     int value = 0;
     const char* const end = w.text.data() + w.text.size();
     const auto result = std::from_chars(w.text.data(), end, value);

@@ -1,4 +1,4 @@
-#include "translate/decode/pieces.h"
+#include "translate/decode/text_output.h"
 
 #include <gtest/gtest.h>
 
