@@ -3,4 +3,5 @@
 # forgets an include of its own. Windows' headers define macros that other sources must not see.
 if(NOT DEFINED CMAKE_UNITY_BUILD AND NOT WIN32)
     set(CMAKE_UNITY_BUILD ON)
+    set(CMAKE_UNITY_BUILD_BATCH_SIZE 10)
 endif()
