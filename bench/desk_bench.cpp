@@ -6,6 +6,7 @@
 #include "qt/desk_program.h"
 #include "qt/look.h"
 #include "qt/plan_fit.h"
+#include "runtime/failure.h"
 #include "tell.h"
 
 #include <QApplication>

@@ -1,7 +1,7 @@
 # Hardening as Debian's own packages have it: a memory fault ends the program instead of serving an attacker. The flags
 # come after those of the user and of the packagers. Builds with sanitizers find more, and exclude FORTIFY.
 set(VELOTRACE_HARDENED OFF)
-if(UNIX AND NOT VELOTRACE_SANITIZE AND NOT VELOTRACE_FUZZ)
+if(UNIX AND NOT VELOTRACE_SANITIZE)
     set(VELOTRACE_HARDENED ON)
     add_compile_options(-fstack-protector-strong -fstack-clash-protection -D_GLIBCXX_ASSERTIONS)
     # a shared library has position-independent code of its own kind

@@ -1,10 +1,13 @@
 #pragma once
 
 #include "qt/busy_pointer.h"
-#include "runtime/failure.h"
 
 #include <functional>
-#include <optional>
+#include <memory>
+
+namespace desk {
+class runtime_failure;
+}
 
 namespace desk::qt {
 
@@ -41,7 +44,7 @@ public:
     std::function<void()> end_loops;
 
     bool over() const { return over_; }
-    const std::optional<runtime_failure>& failure() const { return failure_; }
+    const std::shared_ptr<const runtime_failure>& failure() const { return failure_; }
 
     /// Follows the events through this gate.
     busy_pointer pointer;
@@ -55,7 +58,7 @@ private:
     int depth_ = 0;
     bool over_ = false;
     bool left_ = false;
-    std::optional<runtime_failure> failure_;
+    std::shared_ptr<const runtime_failure> failure_;
 };
 
 } // namespace desk::qt

@@ -15,7 +15,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
-constexpr milliseconds patience(100);
+constexpr milliseconds shown_after(100);
 /// The end of the work is seen too.
 constexpr milliseconds last_sight(250);
 constexpr int whole = 10'000;
@@ -44,7 +44,7 @@ void work_bar::follow() {
         again_.invalidate();
     else if (!again_.isValid())
         again_.start();
-    const bool tries_again = again_.isValid() && milliseconds(again_.elapsed()) >= patience;
+    const bool tries_again = again_.isValid() && milliseconds(again_.elapsed()) >= shown_after;
     const bool busy = exchange_.progress.at_work() || tries_again;
     if (!busy) {
         if (busy_.isValid() && isVisible()) goes_.start();
@@ -55,7 +55,7 @@ void work_bar::follow() {
     if (!busy_.isValid()) busy_.start();
     words_ = tries_again ? "No answer yet: trying again" : "";
     // less shows only if the bar is there already
-    if (milliseconds(busy_.elapsed()) < patience && !tries_again && !isVisible()) return;
+    if (milliseconds(busy_.elapsed()) < shown_after && !tries_again && !isVisible()) return;
     goes_.stop();
     measured_ = !tries_again && !exchange_.progress.has_no_measure();
     if (measured_) {

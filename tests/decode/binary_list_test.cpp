@@ -60,7 +60,7 @@ TEST(binary_list, goes_on_counting_in_block_1) {
 }
 
 TEST(binary_list, stands_behind_what_was_there) {
-    for (const std::size_t block : {0, 1})
+    for (const std::size_t block : {0U, 1U})
         test::expect_appends([&](std::string& text) { print_binary_list(text, counted(), block); });
 }
 

@@ -193,8 +193,9 @@ TEST(unknown_descriptor, has_the_address_of_its_place) {
     const std::vector<std::pair<std::uint8_t, std::string>> places = {
         {57, "39"}, {75, "4B"}, {93, "5D"}, {111, "6F"}, {3, "03"}};
     for (const auto& [address, digits] : places)
-        EXPECT_EQ(test::behind("Tag address = 0x",
-                               text_of([&](std::string& text) { decode_descriptor(text, {}, address, 0xE3); })),
+        EXPECT_EQ(test::behind("Tag address = 0x", text_of([&, address = address](std::string& text) {
+                                   decode_descriptor(text, {}, address, 0xE3);
+                               })),
                   digits);
 }
 

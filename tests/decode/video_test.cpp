@@ -80,13 +80,14 @@ const char* const vic_texts[] = {
 };
 // clang-format on
 
-constexpr std::uint8_t header_at = 140;
+constexpr std::uint8_t video_header_at = 140;
 
 edid_buffer edid_with(const std::vector<int>& descriptors) {
-    return edid_of({{header_at, {0x40 + static_cast<int>(descriptors.size())}}, {header_at + 1, descriptors}});
+    return edid_of(
+        {{video_header_at, {0x40 + static_cast<int>(descriptors.size())}}, {video_header_at + 1, descriptors}});
 }
 std::string video_text(const std::vector<int>& descriptors) {
-    return text_of([&](std::string& text) { decode_video_block(text, edid_with(descriptors), header_at); });
+    return text_of([&](std::string& text) { decode_video_block(text, edid_with(descriptors), video_header_at); });
 }
 std::string padded(int vic) { return (vic < 10 ? " " : "") + std::to_string(vic); }
 
@@ -144,7 +145,7 @@ TEST(video, fails_for_a_code_of_three_digits_behind_the_lines_before_it) {
         for (const int native : {0, 128}) {
             EXPECT_EQ(text_till(failure::invalid_procedure_call,
                                 [&](std::string& text) {
-                                    decode_video_block(text, edid_with({99, vic + native, 1}), header_at);
+                                    decode_video_block(text, edid_with({99, vic + native, 1}), video_header_at);
                                 }),
                       "99 Reserved\r\n");
         }

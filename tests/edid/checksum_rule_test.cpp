@@ -46,7 +46,7 @@ TEST(checksum_rule, compares_the_last_byte_of_each_block_and_no_other) {
 
 TEST(checksum_rule, knows_the_right_byte_alone) {
     const std::string data = test::some_bytes(256);
-    for (const std::size_t block : {0, 1}) {
+    for (const std::size_t block : {0U, 1U}) {
         const checksum_rule rule = rule_behind(data.substr(0, 128 * block + 127));
         const int needed = test::needed_by(data, block);
         for (int byte = 0; byte < 256; ++byte) {
@@ -61,7 +61,7 @@ TEST(checksum_rule, knows_the_right_byte_alone) {
 
 TEST(checksum_rule, finds_no_byte_right_for_a_block_that_needs_256) {
     const std::string zeros(255, '\0');
-    for (const std::size_t last : {127, 255}) {
+    for (const std::size_t last : {127U, 255U}) {
         const checksum_rule rule = rule_behind(zeros.substr(0, last));
         for (int byte = 0; byte < 256; ++byte) {
             const auto sum = rule.compare(static_cast<std::uint8_t>(byte));
@@ -86,7 +86,7 @@ TEST(checksum_rule, agrees_with_a_plain_sum_for_bytes_at_random) {
     test::random_edids random(1);
     for (int i = 0; i < 300; ++i) {
         const std::string data = random.next();
-        for (const std::size_t block : {0, 1}) {
+        for (const std::size_t block : {0U, 1U}) {
             const std::size_t last = 128 * block + 127;
             const int needed = test::needed_by(data, block);
             const auto sum = rule_behind(data.substr(0, last)).compare(static_cast<std::uint8_t>(byte_at(data, last)));

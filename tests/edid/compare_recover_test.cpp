@@ -167,7 +167,7 @@ TEST_F(repair, marks_the_title_once_for_each_block) {
 
 TEST_F(repair, writes_two_digits_into_the_text_and_no_leading_zero_into_the_label) {
     std::string data = mended(mended(good_edid(), 0), 1);
-    for (const std::size_t block : {0, 1}) {
+    for (const std::size_t block : {0U, 1U}) {
         const std::size_t place = 128 * block + 50;
         data[place] = static_cast<char>(test::byte_at(data, place) + needed_by(data, block) - 0x0A);
         data[128 * block + 127] = '\x55';
@@ -179,7 +179,7 @@ TEST_F(repair, writes_two_digits_into_the_text_and_no_leading_zero_into_the_labe
 
 TEST_F(repair, pumps_with_the_text_trimmed_and_not_yet_repaired) {
     open_bytes("a.bin", wrong);
-    for (const std::size_t block : {0, 1}) {
+    for (const std::size_t block : {0U, 1U}) {
         const std::string text = view.txt_write.text;
         view.txt_write.text = "   " + text + "  ";
         frames.clear();
@@ -296,7 +296,7 @@ TEST_F(repair, reaches_a_file_that_is_then_right) {
         save(view.cmd_save_write, "b.bin", 2);
         ASSERT_EQ(directory.content("b.bin"), mended(mended(data, 0), 1));
         open("b.bin");
-        for (const std::size_t block : {0, 1}) {
+        for (const std::size_t block : {0U, 1U}) {
             ASSERT_EQ(view.lab_write_checksum.at(block).caption, checksum_text(mended(data, block), block));
             ASSERT_FALSE(view.cmd_recover.at(block).visible);
         }

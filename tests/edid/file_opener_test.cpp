@@ -254,14 +254,14 @@ TEST_F(opened_file, has_its_title_and_its_place_in_the_list_when_the_buttons_com
 
 TEST_F(opened_file, with_wrong_checksums_offers_their_repair) {
     open_bytes("a.bin", some_bytes(256));
-    for (const std::size_t block : {0, 1}) {
+    for (const std::size_t block : {0U, 1U}) {
         EXPECT_EQ(view.lab_write_checksum.at(block).caption, checksum_text(some_bytes(256), block));
         EXPECT_EQ(view.lab_write_checksum.at(block).fore_color, 192U);
         EXPECT_TRUE(view.cmd_recover.at(block).visible);
         EXPECT_EQ(texts.recover_sum.at(block), test::needed_by(some_bytes(256), block));
     }
     open_bytes("b.bin", good_edid());
-    for (const std::size_t block : {0, 1}) {
+    for (const std::size_t block : {0U, 1U}) {
         EXPECT_EQ(view.lab_write_checksum.at(block).fore_color, 0U);
         EXPECT_FALSE(view.cmd_recover.at(block).visible);
     }
@@ -351,7 +351,7 @@ INSTANTIATE_TEST_SUITE_P(open, any_length, testing::Values(format{"hex", window_
                          [](const auto& f) { return std::string(f.param.name); });
 
 TEST_P(any_length, up_to_256_fills_the_buffer_up_with_ff) {
-    for (const std::size_t length : {1, 20, 127, 128, 129, 255, 256}) {
+    for (const std::size_t length : {1U, 20U, 127U, 128U, 129U, 255U, 256U}) {
         open_data(some_bytes(length));
         EXPECT_EQ(view.txt_write.text.get(), window_text_of(some_bytes(length)));
         EXPECT_EQ(buffers.write_buff, buffer_of(some_bytes(length), 0xFF)) << length;
@@ -361,7 +361,7 @@ TEST_P(any_length, up_to_256_fills_the_buffer_up_with_ff) {
 }
 
 TEST_P(any_length, above_256_shows_all_and_ends_in_silence_with_256_stored) {
-    for (const std::size_t length : {257, 300}) {
+    for (const std::size_t length : {257U, 300U}) {
         const std::string data = good_edid() + some_bytes(length - 256);
         buffers.write_buff.fill(0x33);
         view.txt_write.text = "old";
@@ -456,7 +456,7 @@ TEST_F(ddc_capture, with_a_part_of_the_header_starts_its_sum_again) {
 }
 
 TEST_F(ddc_capture, under_256_bytes_ends_in_silence_and_leaves_the_number_open) {
-    for (const std::size_t length : {1, 128, 255}) {
+    for (const std::size_t length : {1U, 128U, 255U}) {
         view.txt_write.text = "old";
         opener.file_ok = false;
         fields.edid_file_name = "";
@@ -469,16 +469,16 @@ TEST_F(ddc_capture, under_256_bytes_ends_in_silence_and_leaves_the_number_open) 
     expect_number_1(true);
 }
 
-struct tired_of_looking {};
+struct given_up {};
 
 TEST_F(ddc_capture, without_a_header_does_not_return) {
     directory.put("a.ddc", std::string(300, '\x55'));
     m.events.on_turn = [this] {
         EXPECT_EQ(view.txt_write.text, "");
-        if (m.events.turns == 3) throw tired_of_looking();
+        if (m.events.turns == 3) throw given_up();
     };
     const int pumps = m.events.pumps;
-    EXPECT_THROW(open("a.ddc"), tired_of_looking);
+    EXPECT_THROW(open("a.ddc"), given_up);
     EXPECT_EQ(m.events.turns, 3);
     EXPECT_EQ(m.events.pumps, pumps);
 }

@@ -18,9 +18,9 @@ using test::mended;
 using test::needing_256;
 using test::some_bytes;
 using test::strings;
+using test::trans;
 using test::window_text_of;
 
-constexpr std::uint8_t trans = 0;
 constexpr std::uint8_t another = 255;
 
 class window_text_test : public test::edid_fixture {
@@ -39,7 +39,7 @@ protected:
 class taken_bytes : public window_text_test {};
 
 TEST_F(taken_bytes, of_the_write_window_are_filled_up_with_ff) {
-    for (const std::size_t length : {0, 1, 7, 8, 20, 127, 128, 129, 255, 256}) {
+    for (const std::size_t length : {0U, 1U, 7U, 8U, 20U, 127U, 128U, 129U, 255U, 256U}) {
         view.txt_write.text = window_text_of(some_bytes(length));
         buffers.write_buff.fill(0x33);
         remember();
@@ -51,7 +51,7 @@ TEST_F(taken_bytes, of_the_write_window_are_filled_up_with_ff) {
 
 TEST_F(taken_bytes, of_the_read_window_keep_the_old_ones_behind_them) {
     view.txt_write.text = window_text_of(good_edid());
-    for (const std::size_t length : {0, 1, 20, 128, 255, 256}) {
+    for (const std::size_t length : {0U, 1U, 20U, 128U, 255U, 256U}) {
         view.txt_read.text = window_text_of(some_bytes(length));
         for (const std::uint8_t buff_type : {buff::read, trans, another}) {
             buffers.of(buff_type).fill(0x33);
@@ -75,7 +75,7 @@ TEST_F(taken_bytes, come_from_the_same_window_for_any_win_type) {
 }
 
 TEST_F(taken_bytes, fail_at_the_257th_with_256_stored) {
-    for (const std::size_t length : {257, 300, 512}) {
+    for (const std::size_t length : {257U, 300U, 512U}) {
         const std::string data = some_bytes(length);
         view.txt_write.text = window_text_of(data);
         view.txt_read.text = window_text_of(data);
@@ -227,7 +227,7 @@ TEST_F(shown_buffer, on_the_write_side_offers_the_repair_of_a_wrong_block) {
 }
 
 TEST_F(shown_buffer, on_the_write_side_fails_at_a_block_that_needs_256) {
-    for (const std::size_t block : {0, 1}) {
+    for (const std::size_t block : {0U, 1U}) {
         const std::string data = needing_256(good_edid(), block);
         buffers.trans_buff = buffer_of(data);
         texts.recover_sum = {7, 8};
@@ -253,7 +253,7 @@ TEST_F(shown_buffer, on_the_write_side_is_the_same_for_random_bytes) {
         ASSERT_EQ(failure_of([&] { texts.buff2win(1, 1); }), fails ? std::optional(failure::overflow) : std::nullopt);
         if (fails) continue;
         ASSERT_EQ(view.txt_write.text.get(), window_text_of(data));
-        for (const std::size_t block : {0, 1}) {
+        for (const std::size_t block : {0U, 1U}) {
             const bool wrong = test::needed_by(data, block) != test::byte_at(data, 128 * block + 127);
             ASSERT_EQ(view.lab_write_checksum.at(block).caption, checksum_text(data, block));
             ASSERT_EQ(view.lab_write_checksum.at(block).fore_color, wrong ? 192U : 0U);

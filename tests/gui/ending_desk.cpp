@@ -8,6 +8,7 @@
 #include "qt/desk_program.h"
 #include "qt/end_watch.h"
 #include "qt/look.h"
+#include "runtime/failure.h"
 #include "simulator_on_event_loop.h"
 
 #include <QAbstractScrollArea>

@@ -1,6 +1,7 @@
 // How the program tells of what ends it, and of a port that it can't open.
 
 #include "bench_fixture.h"
+#include "runtime/failure.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -131,7 +132,7 @@ protected:
 TEST_F(box_of_a_failure, says_where_the_work_is_and_how_to_go_on) {
     operator_hand().click("cmd_edid");
     operator_hand().click("cmd_read");
-    fail([this](const QMessageBox& box) {
+    fail([](const QMessageBox& box) {
         const QStringList parts = box.text().split("\n\n");
         ASSERT_EQ(parts.size(), 6) << qPrintable(box.text());
         EXPECT_EQ(parts.mid(0, 4),

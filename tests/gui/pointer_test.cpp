@@ -1,6 +1,7 @@
 // The mouse pointer is busy while the generator is asked, and at no other time.
 
 #include "bench_fixture.h"
+#include "runtime/failure.h"
 
 #include <QApplication>
 #include <QCursor>

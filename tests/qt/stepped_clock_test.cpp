@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <chrono>
 #include <cstdint>
 #include <vector>
 
