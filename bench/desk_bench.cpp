@@ -1,13 +1,13 @@
-// Measures the desk in real time against the simulated generator on a pseudo terminal paced at 19200 baud.
+// Measures the desk in real time with the simulated generator on a pseudo terminal paced at 19200 baud.
 
-#include "hand.h"
 #include "link/commands.h"
 #include "operated_simulator.h"
+#include "qt/appearance.h"
 #include "qt/desk_program.h"
-#include "qt/look.h"
 #include "qt/plan_fit.h"
+#include "report.h"
 #include "runtime/failure.h"
-#include "tell.h"
+#include "ui_driver.h"
 
 #include <QApplication>
 #include <QEventLoop>
@@ -29,7 +29,7 @@
 namespace {
 
 using desk::bench::median;
-using desk::bench::tell;
+using desk::bench::report;
 using clock_type = std::chrono::steady_clock;
 
 double ms_since(clock_type::time_point start) {
@@ -47,7 +47,7 @@ double processor_ms() {
     return ms(used.ru_utime) + ms(used.ru_stime);
 }
 
-/// Per cent of a core that this process uses during `work`.
+/// CPU use of this process during `work`, in per cent of a core.
 double processor_percent(const std::function<void()>& work) {
     const double before = processor_ms();
     const auto start = clock_type::now();
@@ -55,7 +55,7 @@ double processor_percent(const std::function<void()>& work) {
     return 100 * (processor_ms() - before) / ms_since(start);
 }
 
-/// An entry of this process's status: "VmRSS:" or "VmHWM:".
+/// A value from this process's status: "VmRSS:" or "VmHWM:".
 double memory_mb(const char* entry) {
     QFile status("/proc/self/status");
     if (!status.open(QFile::ReadOnly)) return 0;
@@ -64,7 +64,7 @@ double memory_mb(const char* entry) {
     return 0;
 }
 
-/// The program's own loop, with nothing to do.
+/// Runs the event loop with nothing to do.
 void rest(int ms) {
     QEventLoop loop;
     QTimer::singleShot(ms, &loop, &QEventLoop::quit);
@@ -78,7 +78,7 @@ void prepare(const QTemporaryDir& directory) {
 
 std::filesystem::path path_of(const QTemporaryDir& directory) { return directory.path().toStdString(); }
 
-/// The desk's own start, as a process of its own: prints when its first paint was done, and what memory it holds.
+/// Starts the desk in a separate process: prints the time of its first complete paint, and its memory.
 int first_paint(std::int64_t started_ns, int argument_count, char** arguments) {
     class first_paint_watch final : public QObject {
     public:
@@ -92,7 +92,7 @@ int first_paint(std::int64_t started_ns, int argument_count, char** arguments) {
         }
     };
     QApplication application(argument_count, arguments);
-    desk::qt::set_look(application);
+    desk::qt::set_appearance(application);
     const QTemporaryDir directory;
     prepare(directory);
     QFile settings(directory.filePath("marlo_rs232.ini"));
@@ -102,11 +102,11 @@ int first_paint(std::int64_t started_ns, int argument_count, char** arguments) {
     desk::qt::desk_program program(path_of(directory));
     first_paint_watch watch;
     if (!program.start()) return 1;
-    // what fills the window is painted, not the window itself
+    // the contents are painted by the children, not by the window itself
     application.installEventFilter(&watch);
     while (!watch.painted)
         QApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    // the paint of the window and its children is one pass
+    // the window and its children are painted in one pass
     QApplication::processEvents();
     const double ms = static_cast<double>(now_ns() - started_ns) / 1e6;
     for (const char* view : {"cmd_timing", "cmd_pattern", "cmd_fav_timing", "cmd_edid", "cmd_auto", "cmd_setup"}) {
@@ -130,14 +130,14 @@ void measure_start(const char* self) {
         starts.push_back(words[0].toDouble());
         memory = std::max(memory, words[1].toDouble());
     }
-    tell("process start to first painted window, median of 15", median(starts), "ms", 100);
-    tell("resident memory after a walk through all views", memory, "MB", 50);
+    report("process start to first painted window, median of 15", median(starts), "ms", 100);
+    report("resident memory after a walk through all views", memory, "MB", 50);
 }
 
-/// Opens a BIN file in a process of its own: prints the milliseconds until its text is drawn, and the largest memory.
+/// Opens a BIN file in a separate process: prints the time until its text is drawn, and the peak memory.
 int open_long_file(const char* megabytes, int argument_count, char** arguments) {
     QApplication application(argument_count, arguments);
-    desk::qt::set_look(application);
+    desk::qt::set_appearance(application);
     const QTemporaryDir directory;
     prepare(directory);
     QFile file(directory.filePath("long.bin"));
@@ -147,7 +147,7 @@ int open_long_file(const char* megabytes, int argument_count, char** arguments) 
     const desk::gui::operated_simulator generator(directory.filePath("com1"));
     desk::qt::desk_program program(path_of(directory));
     if (!program.start()) return 1;
-    desk::gui::hand(program.main_window()).click("cmd_edid");
+    desk::gui::ui_driver(program.main_window()).click("cmd_edid");
     desk::frm_main& desk = program.desk();
     desk.shared_fields.edid_file_name = file.fileName().toStdString();
     const auto start = clock_type::now();
@@ -155,7 +155,7 @@ int open_long_file(const char* megabytes, int argument_count, char** arguments) 
         try {
             desk.file_opener.load_file();
         } catch (const desk::runtime_failure&) {
-            // it shows the text, and an EDID has 256 bytes
+            // it shows the text, though an EDID has 256 bytes
         }
     });
     program.main_window().grab();
@@ -171,8 +171,8 @@ void measure_long_files(const char* self) {
         const auto words = child.readAllStandardOutput().simplified().split(' ');
         if (words.size() != 2) continue;
         const std::string what = "BIN file of " + std::to_string(megabytes) + " MB opened";
-        tell(what.c_str(), words[0].toDouble() / 1000, "s", 0.5 * megabytes);
-        tell((what + ", largest memory").c_str(), words[1].toDouble(), "MB", 50 * megabytes);
+        report(what.c_str(), words[0].toDouble() / 1000, "s", 0.5 * megabytes);
+        report((what + ", largest memory").c_str(), words[1].toDouble(), "MB", 50 * megabytes);
     }
 }
 
@@ -201,24 +201,24 @@ void measure_link() {
     });
     const double used = processor_ms() - used_before;
     std::printf("%-58s %9d\n", "ordinary exchanges answered of 200", answered);
-    tell("ordinary exchange, median of 200", median(exchanges), "ms", 22);
-    tell("ordinary exchange, longest of 200", *std::max_element(exchanges.begin(), exchanges.end()), "ms", 40);
-    tell("processor use while exchanging", working, "%", 5);
-    tell("processor time of an exchange", used / 200, "ms", 1);
+    report("ordinary exchange, median of 200", median(exchanges), "ms", 22);
+    report("ordinary exchange, longest of 200", *std::max_element(exchanges.begin(), exchanges.end()), "ms", 40);
+    report("processor use while exchanging", working, "%", 5);
+    report("processor time of an exchange", used / 200, "ms", 1);
 
-    generator.tell("silent");
+    generator.command("silent");
     rest(50);
     double dead = 0;
     const double waiting = processor_percent([&] {
         for (int i = 0; i < 2; ++i)
             dead = std::max(dead, exchange_ms());
     });
-    tell("dead link told after", dead, "ms", 1700);
-    tell("processor use while waiting for an answer", waiting, "%", 5);
-    tell("processor use idle", processor_percent([] { rest(5000); }), "%", 1);
+    report("dead link reported after", dead, "ms", 1700);
+    report("processor use while waiting for an answer", waiting, "%", 5);
+    report("processor use idle", processor_percent([] { rest(5000); }), "%", 1);
 }
 
-/// A bench with a catalogue of 60 timings, since that many rows are what the bound of the favorite walk is told for.
+/// A bench with a catalogue of 60 timings, the number for which the favorite walk has a bound.
 void measure_signal() {
     const QTemporaryDir directory;
     prepare(directory);
@@ -237,40 +237,40 @@ void measure_signal() {
     desk::gui::operated_simulator generator(directory.filePath("com1"), {"--timings", "60", "--patterns", "45"});
     desk::qt::desk_program program(path_of(directory));
     if (!program.start()) return;
-    const desk::gui::hand hand(program.main_window());
+    const desk::gui::ui_driver driver(program.main_window());
     desk::frm_main& desk = program.desk();
     const auto seconds_of = [&](const char* view, const char* button) {
-        hand.click(view);
+        driver.click(view);
         generator.traffic();
         const auto start = clock_type::now();
-        hand.click(button);
+        driver.click(button);
         return ms_since(start) / 1000;
     };
     const auto told = [&](const char* what, double seconds, double bound, qsizetype commands) {
-        tell(what, seconds, "s", bound);
+        report(what, seconds, "s", bound);
         const qsizetype sent = generator.commands().size();
         if (sent != commands || !desk.exchange.rx_done)
             std::printf("  %lld commands, not %lld, the last %s\n", static_cast<long long>(sent),
                         static_cast<long long>(commands), desk.exchange.rx_done ? "answered" : "not answered");
     };
 
-    hand.click("cmd_fav_timing");
-    hand.click_check("lstv_timing", 1);
+    driver.click("cmd_fav_timing");
+    driver.click_check("lstv_timing", 1);
     told("favorite SET of 60 rows", seconds_of("cmd_fav_timing", "cmd_run"), 1.32, 60);
     for (int row = 1; row <= desk::autorun_rows; ++row)
         desk.autorun.lstv_auto.set_sub_item(row, 3, "600");
     told("autorun upload of 32 rows", seconds_of("cmd_auto", "cmd_run"), 2.75, 128);
     told("autorun download", seconds_of("cmd_auto", "cmd_download"), 0.6, 1);
 
-    hand.click("cmd_pattern");
-    hand.click_row("lstv_pattern", 13);
-    hand.click("cmd_download");
+    driver.click("cmd_pattern");
+    driver.click_row("lstv_pattern", 13);
+    driver.click("cmd_download");
     generator.traffic();
-    auto& bar = hand.find<QScrollBar>("hsr_color_setting_2");
+    auto& bar = driver.find<QScrollBar>("hsr_color_setting_2");
     bar.setSliderDown(true);
     QStringList expected;
     const auto start = clock_type::now();
-    // from where the download has put it once over all 256 values
+    // from the value set by the download, once over all 256 values
     const int first = bar.value();
     for (int i = 1; i <= 256; ++i) {
         const int value = (first + i) % 256;
@@ -279,8 +279,8 @@ void measure_signal() {
     }
     const double handed_over = ms_since(start);
     const bool whole = generator.commands_up_to(expected.last()) == expected;
-    tell("slider dragged through 256 values, in the desk", handed_over, "ms", 1000);
-    tell("the same, until the generator has heard the last", ms_since(start) / 1000, "s", 1.0);
+    report("slider dragged through 256 values, in the desk", handed_over, "ms", 1000);
+    report("the same, until the generator has received the last", ms_since(start) / 1000, "s", 1.0);
     std::printf("  %s\n",
                 whole ? "256 commands, none lost, all in order" : "the commands are NOT the 256 values in order");
 }
@@ -300,7 +300,7 @@ void measure_translation(desk::qt::desk_program& program) {
         translate();
         silent.push_back(ms_since(start));
     }
-    tell("TRANS and a click on each node, without drawing, median", median(silent), "ms", 20);
+    report("TRANS and a click on each node, without drawing, median", median(silent), "ms", 20);
     std::printf("  %d nodes\n", tree.node_count());
     std::vector<double> drawn;
     for (int i = 0; i < 20; ++i) {
@@ -312,11 +312,11 @@ void measure_translation(desk::qt::desk_program& program) {
         }
         drawn.push_back(ms_since(start) / tree.node_count());
     }
-    tell("the same, drawn, for each node", median(drawn), "ms", 16);
+    report("the same, drawn, for each node", median(drawn), "ms", 16);
     desk.translation_frame.cmd_edid_back.on_click();
 }
 
-/// The window dragged larger and smaller, a new scale each time.
+/// Resizes the window, with a new scale each time.
 void measure_sizes(desk::qt::desk_program& program) {
     std::vector<double> drawn;
     for (int i = 0; i < 40; ++i) {
@@ -326,8 +326,8 @@ void measure_sizes(desk::qt::desk_program& program) {
         QApplication::processEvents();
         drawn.push_back(ms_since(start));
     }
-    tell("the window drawn at another size, the longest of 40", *std::max_element(drawn.begin(), drawn.end()), "ms",
-         50);
+    report("the window drawn at another size, the longest of 40", *std::max_element(drawn.begin(), drawn.end()), "ms",
+           50);
 }
 
 void measure_edid() {
@@ -336,26 +336,26 @@ void measure_edid() {
     const desk::gui::operated_simulator generator(directory.filePath("com1"));
     desk::qt::desk_program program(path_of(directory));
     if (!program.start()) return;
-    const desk::gui::hand hand(program.main_window());
+    const desk::gui::ui_driver driver(program.main_window());
     desk::frm_main& desk = program.desk();
-    hand.click("cmd_edid");
+    driver.click("cmd_edid");
     const auto median_seconds_of = [&](const char* button) {
         std::vector<double> times;
         for (int i = 0; i < 9; ++i) {
             const auto start = clock_type::now();
-            hand.click(button);
+            driver.click(button);
             times.push_back(ms_since(start) / 1000);
         }
         return median(times);
     };
 
-    tell("READ of 256 bytes, the pause of 100 ms included", median_seconds_of("cmd_read"), "s", 0.45);
+    report("READ of 256 bytes, the pause of 100 ms included", median_seconds_of("cmd_read"), "s", 0.45);
     if (!desk.shared_fields.read_ok) std::printf("  the READ has FAILED\n");
 
     measure_translation(program);
     measure_sizes(program);
 
-    // the window's text is what a simple-type HEX file holds
+    // the window's text is in the simple HEX format
     const std::string hex_file = path_of(directory).string() + "/bench.hex";
     QFile file(QString::fromStdString(hex_file));
     if (!file.open(QFile::WriteOnly)) return;
@@ -368,11 +368,11 @@ void measure_edid() {
         desk.file_opener.load_file();
         openings.push_back(ms_since(start));
     }
-    tell("HEX file of 256 bytes opened in the core, median of 200", median(openings), "ms", 2);
+    report("HEX file of 256 bytes opened in the core, median of 200", median(openings), "ms", 2);
     if (desk.edid_buffers.write_buff != desk.edid_buffers.read_buff) std::printf("  the file was NOT read as it is\n");
 
     desk.window_text.enable_write_side(true);
-    tell("WRITE of 256 bytes, up to the generator's answer", median_seconds_of("cmd_write"), "s", 0.35);
+    report("WRITE of 256 bytes, up to the generator's answer", median_seconds_of("cmd_write"), "s", 0.35);
     if (desk.exchange.rx_text != "EWR002") std::printf("  the WRITE has FAILED\n");
 }
 
@@ -388,7 +388,7 @@ int main(int argument_count, char** arguments) {
     measure_long_files(arguments[0]);
     QApplication application(argument_count, arguments);
     QApplication::setQuitOnLastWindowClosed(false);
-    desk::qt::set_look(application);
+    desk::qt::set_appearance(application);
     measure_link();
     measure_signal();
     measure_edid();

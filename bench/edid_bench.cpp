@@ -1,8 +1,8 @@
-// Measures the translation and the report on one core, without windows: one report, and edid_report over many files.
+// Measures translation and report on one core, without windows: one report, and edid_report over many files.
 
+#include "report.h"
 #include "support/temporary_directory.h"
 #include "support/translation_desk.h"
-#include "tell.h"
 
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -19,14 +19,14 @@
 namespace {
 
 using desk::bench::median;
-using desk::bench::tell;
+using desk::bench::report;
 using clock_type = std::chrono::steady_clock;
 
 double us_since(clock_type::time_point start) {
     return std::chrono::duration<double, std::micro>(clock_type::now() - start).count();
 }
 
-/// Two full blocks: two names and two timings, every kind of data block, four timings more.
+/// Two full blocks: two names and two timings, every kind of data block, four more timings.
 desk::edid_buffer full_edid() {
     const std::string detail = "023A801871382D40582C450008222100001E";
     const std::string blocks = "4A9004031F1305840113022309070715075066030C001000B8834F0000E2007FE3050300";
@@ -57,11 +57,11 @@ void measure_report() {
         times.push_back(us_since(start));
     }
     std::printf("a report of %zu characters\n", d.report.report_text.size());
-    tell("report_build, median of 20000", median(times), "us", 25);
+    report("report_build, median of 20000", median(times), "us", 25);
 }
 
-/// Runs edid_report over a folder with one job, to a folder or, where that is empty, to standard output; gives its time
-/// in seconds and its largest memory in MB.
+/// Runs edid_report over a folder with one job, to a folder or, if that is empty, to standard output; returns its
+/// time in seconds and its peak memory in MB.
 std::pair<double, double> run_edid_report(const std::string& from, const std::string& to) {
     const auto start = clock_type::now();
     std::fflush(stdout);
@@ -95,7 +95,7 @@ void measure_batch(int count, double bound) {
     std::printf("edid_report -j 1 over %d files\n", count);
     for (const std::filesystem::path& to : {std::filesystem::path(), directory.path() / "reports"}) {
         const auto [seconds, mb] = run_edid_report(from.string(), to.string());
-        tell(to.empty() ? "  to standard output" : "  to a folder", seconds, "s", bound);
+        report(to.empty() ? "  to standard output" : "  to a folder", seconds, "s", bound);
         std::printf("%-58s %9.2f MB\n", "    its largest memory", mb);
     }
 }

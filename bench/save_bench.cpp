@@ -1,8 +1,8 @@
-// Measures what it costs to save the desk's files so that they outlive the loss of power.
+// Measures saving the desk's files so that they survive a power loss.
 
+#include "report.h"
 #include "runtime/files.h"
 #include "support/temporary_directory.h"
-#include "tell.h"
 
 #include <chrono>
 #include <cstdio>
@@ -28,10 +28,10 @@ double save_ms(const std::filesystem::path& file, std::size_t size, desk::outliv
 void measure(const char* what, std::size_t size) {
     const desk::test::temporary_directory directory;
     std::printf("%s of %zu bytes, replaced 200 times\n", what, size);
-    desk::bench::tell("  outlives a killed program, median",
-                      save_ms(directory / "f", size, desk::outlives::killed_program), "ms", 1);
-    desk::bench::tell("  outlives the loss of power, median",
-                      save_ms(directory / "f", size, desk::outlives::power_loss), "ms", 50);
+    desk::bench::report("  survives a killed program, median",
+                        save_ms(directory / "f", size, desk::outlives::killed_program), "ms", 1);
+    desk::bench::report("  survives a power loss, median", save_ms(directory / "f", size, desk::outlives::power_loss),
+                        "ms", 50);
 }
 
 } // namespace

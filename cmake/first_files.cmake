@@ -1,4 +1,4 @@
-# First copies of the settings file and the catalogue stand beside the programs; one that exists is never overwritten.
+# Copies the settings file and the catalogue beside the programs; never overwrites an existing one.
 file(MAKE_DIRECTORY ${program_directory})
 foreach(name marlo_rs232.ini timing_pattern.ini)
     if(NOT EXISTS ${program_directory}/${name})

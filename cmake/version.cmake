@@ -1,5 +1,5 @@
-# The library desk_version: what the programs say of their build. Its source is written again only when the commit
-# changes, and nothing else is compiled again then.
+# The library desk_version holds the version texts. Its source is rewritten, and it alone recompiled, only when the
+# commit changes.
 set(version_source ${CMAKE_BINARY_DIR}/version/version.cpp)
 add_custom_command(
     OUTPUT ${version_source}

@@ -1,4 +1,4 @@
-# What Windows shows of a program's file: icon, version and description. Nothing elsewhere.
+# Adds icon, version and description to a program file on Windows; does nothing elsewhere.
 function(show_on_windows program description)
     if(WIN32)
         configure_file(${PROJECT_SOURCE_DIR}/packaging/windows/program.rc.in ${program}.rc @ONLY)

@@ -1,6 +1,6 @@
-# cmake -DSOURCES=FOLDER -DNUMBER=1.3 -DOUTPUT=FILE -P write_version.cmake: writes the source that holds the version,
-# and beside it what git changes with the commit. The commit comes from git, else from cmake/commit.txt, which git fills
-# in when it makes an archive.
+# cmake -DSOURCES=FOLDER -DNUMBER=1.3 -DOUTPUT=FILE -P write_version.cmake: writes the version source, and beside it
+# the list of git files that change with the commit. The commit comes from git, else from cmake/commit.txt, which git
+# fills in when it creates an archive.
 set(commit "")
 set(watched "")
 find_program(GIT git)

@@ -22,7 +22,7 @@ std::string_view without_extension(std::string_view name) {
 }
 
 /// 0 for names that may lead to one file.
-int compare_names(std::string_view a, std::string_view b) { return alike_name(a).compare(alike_name(b)); }
+int compare_names(std::string_view a, std::string_view b) { return folded_name(a).compare(folded_name(b)); }
 
 void add_folder(input_files& found, const std::string& name) {
     std::error_code error;

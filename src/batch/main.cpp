@@ -21,12 +21,12 @@ public:
     void show(std::size_t done, std::size_t count) {
         if (!on_terminal_) return;
         shown_ = std::to_string(done) + " of " + std::to_string(count);
-        write_over_terminal_line(shown_);
+        overwrite_terminal_line(shown_);
     }
     void clear() {
         if (shown_.empty()) return;
-        write_over_terminal_line(std::string(shown_.size(), ' '));
-        write_over_terminal_line("");
+        overwrite_terminal_line(std::string(shown_.size(), ' '));
+        overwrite_terminal_line("");
         shown_.clear();
     }
 

@@ -5,11 +5,11 @@
 
 namespace desk {
 
-/// A button whose handler talks to the generator is dead and red meanwhile: the one thing that keeps a second press of
-/// it out, since every wait lets events run.
+/// Disables a button and turns it red while its handler talks to the generator. This alone prevents a second press,
+/// since every wait runs events.
 void begin_work(button& pressed, event_pump& events);
 
-/// The button rests again: the button face's colour, enabled.
+/// Enables the button and restores the button face's colour.
 void end_work(button& pressed);
 
 } // namespace desk

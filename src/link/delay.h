@@ -4,8 +4,8 @@
 
 namespace desk {
 
-/// Waits until more than `s` seconds have gone by, and lets pending events run meanwhile. With 0.001 a round lasts
-/// until the next step of the clock.
+/// Waits until more than `s` seconds have passed, and runs pending events meanwhile. With 0.001 a round lasts until
+/// the next clock step.
 void delay_sec(event_pump& events, float s);
 
 } // namespace desk

@@ -41,13 +41,13 @@ void exchange::set_comm() {
         machine_.report_silent_failure(f.sentence());
         cmd_disconn.tool_tip = f.sentence();
         machine_.boxes.show("RS232 can not work on COM" + str(com_port) + ": !", box_icon::none, box_buttons::ok);
-        show_disconnected_look();
+        show_disconnected();
         rs232_connected = false;
         machine_.events.pump();
     }
 }
 
-void exchange::show_disconnected_look() {
+void exchange::show_disconnected() {
     cmd_conn.back_color = color_button_face;
     cmd_disconn.back_color = color_red;
 }
@@ -61,7 +61,7 @@ void exchange::cmd_conn_click() { set_comm(); }
 
 void exchange::cmd_disconn_click() {
     if (!rs232_connected) return;
-    show_disconnected_look();
+    show_disconnected();
     machine_.port.close();
     rs232_connected = false;
 }
@@ -75,7 +75,7 @@ void exchange::tx_cmd(std::string_view cmd) {
     rx_done = false;
     if (!check_connected()) return;
     const int limit = cmd == command::reset ? wait_limit_reset : wait_limit;
-    const int outer_tries = tries; // of an exchange that this one comes in the middle of
+    const int outer_tries = tries; // of the exchange that this one interrupts
     for (int attempt = 0; attempt < most_tries && !rx_done; ++attempt) {
         tries = attempt + 1;
         rx_count = 0;
@@ -87,7 +87,7 @@ void exchange::tx_cmd(std::string_view cmd) {
         tim_rx.enabled = true;
         for (int round = 0; round <= limit && !rx_done; ++round)
             delay_sec(machine_.events, 0.001F);
-        // a wrong echo ends the wait at once, since the letters are looked at only here
+        // a wrong echo ends the wait at once, since the letters are compared only here
         if (!download_mode && std::string_view(rx_text).substr(0, 3) != cmd.substr(0, 3)) rx_done = false;
     }
     tries = outer_tries;
@@ -110,7 +110,7 @@ void exchange::tx_byte(std::uint8_t a_byte) {
 }
 
 void exchange::drain_output() {
-    // a port that never drains holds the desk here for ever
+    // a port that never drains blocks the desk for ever
     while (machine_.port.out_count() != 0)
         machine_.events.turn_without_progress("Waiting until the port has sent all it holds");
 }
@@ -134,14 +134,14 @@ void exchange::tim_rx_timer() {
                         rx_count = to_integer(rx_count + 1);
                         rx_text.push_back(static_cast<char>(a_byte));
                     }
-                    judge_answer();
+                    check_answer();
                 });
     tim_rx.enabled = true;
     machine_.events.pump();
 }
 
-void exchange::judge_answer() {
-    // the first row that fits decides alone, even where its count isn't reached yet; these take any bytes
+void exchange::check_answer() {
+    // the first matching row decides alone, even if its count is not reached yet; these accept any bytes
     const auto expect = [this](int count) {
         if (rx_count >= count) rx_done = true;
     };

@@ -4,7 +4,7 @@
 
 namespace desk::view {
 
-/// The values of view_mode: which view is on show, and by it what SET and Download do and how an answer is counted.
+/// The values of view_mode: the current view, which decides what SET and Download do and how an answer is counted.
 inline constexpr std::int16_t timing_select = 0;
 inline constexpr std::int16_t pattern_select = 1;
 inline constexpr std::int16_t favorite_timing = 2;

@@ -10,7 +10,7 @@ double work_progress::fraction() const {
     double part = 0;
     for (const work* w = innermost_; w != nullptr; w = w->outer_) {
         const int done = w->done();
-        // nothing of the step after the last one can be done
+        // after the last step there is nothing left to do
         part = w->steps_ == 0 ? 0 : done == w->steps_ ? 1 : (done + part) / w->steps_;
     }
     return part;

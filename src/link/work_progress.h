@@ -6,14 +6,14 @@ namespace desk {
 
 class work;
 
-/// How far the work is that the desk does now. Work inside of work, such as a Refresh that the operator asks for in the
-/// middle of a SET, divides the step of the outer one that it comes in: the whole never goes back.
+/// The progress of the desk's current work. Nested work, such as a Refresh during a SET, subdivides the current step
+/// of the outer work, so the total never decreases.
 class work_progress {
 public:
     bool at_work() const { return innermost_ != nullptr; }
-    /// Whether nobody knows how long the present step lasts.
+    /// Whether the length of the current step is unknown.
     bool has_no_measure() const;
-    /// The part of the outermost work that is done, from 0 to 1.
+    /// Progress of the outermost work, from 0 to 1.
     double fraction() const;
 
 private:
@@ -21,19 +21,17 @@ private:
     work* innermost_ = nullptr;
 };
 
-/// A piece of work with a known number of steps, as long as this lives.
+/// A piece of work with a known number of steps, for the life of this object.
 class work {
 public:
     work(work_progress& progress, int steps);
-    /// Another variable counts the steps.
     work(work_progress& progress, int steps, const std::int16_t& counted);
-    /// Nobody knows how long it takes.
+    /// Work of unknown length.
     explicit work(work_progress& progress) : work(progress, 0) {}
     work(const work&) = delete;
     work& operator=(const work&) = delete;
     ~work();
 
-    /// One more step is done.
     void step() { ++done_; }
 
 private:

@@ -6,23 +6,23 @@
 
 namespace desk {
 
-/// The words behind the program's name, in UTF-8.
+/// The arguments after the program's name, in UTF-8.
 std::vector<std::string> program_arguments(int argument_count, char** arguments);
 
-/// From now on standard input and standard output pass every byte as it is.
-void pass_standard_streams_as_bytes();
+/// Turns off all translation of standard input and output, for the rest of the run.
+void set_binary_standard_streams();
 
-/// Writes bytes to standard output: as they are into a file or a pipe, as `terminal_text` to a terminal. False: it
-/// takes no more.
+/// Writes bytes to standard output: unchanged to a file or pipe, as `terminal_text` to a terminal. Returns false on a
+/// write error.
 bool write_to_standard_output(std::string_view bytes);
 
-/// Writes text in UTF-8 to standard error, in the same way.
+/// Writes UTF-8 text to standard error, in the same way.
 void write_to_standard_error(std::string_view text);
 
-/// Writes text over the current line of the terminal that standard error is.
-void write_over_terminal_line(std::string_view text);
+/// Overwrites the current line of the terminal on standard error.
+void overwrite_terminal_line(std::string_view text);
 
-/// Whether somebody reads standard error on a terminal.
+/// Whether standard error is a terminal.
 bool standard_error_is_a_terminal();
 
 } // namespace desk

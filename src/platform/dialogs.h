@@ -10,7 +10,7 @@ enum class box_icon { none, critical, question, exclamation, information };
 enum class box_buttons { ok, yes_no, yes_no_cancel };
 enum class box_answer { ok, yes, no, cancel };
 
-/// The message box. It has no title of its own.
+/// The message box. It has no title.
 class message_box {
 public:
     virtual ~message_box() = default;
@@ -32,7 +32,7 @@ struct file_choice {
     int filter_index = 1;
 };
 
-/// The file dialog. Nothing is chosen where the operator cancels.
+/// The file dialog. Returns nothing if the operator cancels.
 class file_dialog {
 public:
     virtual ~file_dialog() = default;

@@ -2,9 +2,9 @@
 
 namespace desk {
 
-/// The system's request that the program end: on POSIX systems SIGTERM, SIGINT and SIGHUP, except those that were
-/// ignored when the program started. None of them ends the program while this exists, and neither does a closed
-/// standard error. On Windows the request comes through the windows, so this reports none. One per program.
+/// The system's request to end the program: SIGTERM, SIGINT or SIGHUP on POSIX systems, unless ignored at program
+/// start. While this exists, none of them ends the program, and neither does a closed standard error. On Windows the
+/// request arrives through the windows, so this reports none. One per program.
 class end_request {
 public:
     end_request();
@@ -12,10 +12,10 @@ public:
     end_request(const end_request&) = delete;
     end_request& operator=(const end_request&) = delete;
 
-    /// True once a request has come.
-    bool came() const;
+    /// True once a request has arrived.
+    bool received() const;
 
-    /// A file descriptor that becomes readable with the first request; -1 where there is none.
+    /// A file descriptor that becomes readable with the first request, or -1.
     int descriptor() const;
 };
 

@@ -5,8 +5,7 @@
 
 namespace desk {
 
-/// A file's name with all letters that may stand for each other written alike: names that give the same text can lead
-/// to the same file.
-std::string alike_name(std::string_view name);
+/// A file name with equivalent letters folded: names with equal results can refer to the same file.
+std::string folded_name(std::string_view name);
 
 } // namespace desk

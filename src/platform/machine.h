@@ -12,7 +12,6 @@
 
 namespace desk {
 
-/// What the desk asks of the machine it runs on.
 struct machine {
     serial_port& port;
     event_pump& events;
@@ -22,7 +21,7 @@ struct machine {
     calendar& dates;
     std::filesystem::path program_directory; ///< the program's own directory
 
-    /// Takes the sentence of a failure that ends its event silently. The desk on the screen writes it to standard
+    /// Receives the sentence of a failure that silently ends its event. The desk on the screen writes it to standard
     /// error.
     std::function<void(std::string_view sentence)> report_silent_failure = [](std::string_view) {};
 };

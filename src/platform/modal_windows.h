@@ -4,13 +4,13 @@
 
 namespace desk {
 
-/// Windows that stand above the others until they are closed.
+/// Windows that block the others until they are closed.
 class modal_windows {
 public:
     virtual ~modal_windows() = default;
 
-    /// Shows a window and returns when it is no longer visible. Meanwhile the operator reaches no window below it;
-    /// events go on. Throws program_over when the program has ended meanwhile.
+    /// Shows a window and returns when it is no longer visible. Meanwhile the windows below it are blocked, and
+    /// events run. Throws program_over if the program has ended meanwhile.
     virtual void show(window& w) = 0;
 };
 

@@ -23,7 +23,7 @@ std::vector<std::string> program_arguments(int argument_count, char** arguments)
     return words;
 }
 
-void pass_standard_streams_as_bytes() {}
+void set_binary_standard_streams() {}
 
 bool write_to_standard_output(std::string_view bytes) {
     return write(stdout, ::isatty(STDOUT_FILENO) != 0 ? terminal_text(bytes) : std::string(bytes)) &&
@@ -34,7 +34,7 @@ void write_to_standard_error(std::string_view text) {
     write(stderr, standard_error_is_a_terminal() ? terminal_text(text) : std::string(text));
 }
 
-void write_over_terminal_line(std::string_view text) { write(stderr, "\r" + terminal_text(text)); }
+void overwrite_terminal_line(std::string_view text) { write(stderr, "\r" + terminal_text(text)); }
 
 bool standard_error_is_a_terminal() { return ::isatty(STDERR_FILENO) != 0; }
 

@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::array<int, 3> ending_signals{SIGTERM, SIGINT, SIGHUP};
 
-// A signal handler reaches nothing else.
+// A signal handler has access to nothing else.
 std::atomic<bool> request_came = false;
 std::atomic<int> write_end = -1;
 static_assert(std::atomic<bool>::is_always_lock_free && std::atomic<int>::is_always_lock_free);
@@ -25,7 +25,7 @@ std::array<struct sigaction, ending_signals.size()> actions_before{};
 
 extern "C" void note_end_request(int /*number*/) {
     const int error_before = errno;
-    // later requests change nothing: a terminal that closes and a service manager send several
+    // later requests change nothing: a closing terminal or a service manager sends several
     if (!request_came.exchange(true)) {
         const char byte = 0;
         [[maybe_unused]] const ssize_t written = ::write(write_end, &byte, 1);
@@ -55,7 +55,7 @@ end_request::end_request() {
         sigemptyset(&action.sa_mask);
         ::sigaction(ending_signals.at(i), &action, nullptr);
     }
-    // a report to a pipe without a reader, or from the background, must not end or stop the program halfway
+    // writing to a pipe without a reader, or from the background, must not end or stop the program
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGTTOU, SIG_IGN);
 }
@@ -69,7 +69,7 @@ end_request::~end_request() {
     read_end = -1;
 }
 
-bool end_request::came() const { return request_came; }
+bool end_request::received() const { return request_came; }
 
 int end_request::descriptor() const { return read_end; }
 

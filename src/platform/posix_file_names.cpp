@@ -4,7 +4,7 @@
 
 namespace desk {
 
-// folders tell upper and lower case apart, but files are carried to systems that don't
-std::string alike_name(std::string_view name) { return lower_case(name); }
+// folders here are case-sensitive, but files are copied to systems whose folders are not
+std::string folded_name(std::string_view name) { return lower_case(name); }
 
 } // namespace desk

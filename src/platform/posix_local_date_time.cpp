@@ -9,7 +9,7 @@ namespace desk {
 
 namespace {
 
-/// The system's locale for dates and times, or the plain one where the system has none of that name.
+/// The system's locale for dates and times, or the C locale if it is not installed.
 class system_locale {
 public:
     system_locale() : locale_(newlocale(LC_TIME_MASK | LC_CTYPE_MASK, "", nullptr)) {

@@ -38,7 +38,7 @@ bool has_group(gid_t group) {
     return ::getegid() == group || std::find(groups.begin(), groups.end(), group) != groups.end();
 }
 
-/// Whether the machine's list of groups has this process's user in the group.
+/// Whether the group database lists this process's user in the group.
 bool is_listed_in_group(gid_t group) {
     const std::string user = user_name(::geteuid());
     std::array<char, 16384> memory{};
@@ -54,7 +54,7 @@ bool is_listed_in_group(gid_t group) {
 constexpr const char* another_port = ": choose another port";
 constexpr const char* close_it_there = ": close the port there";
 
-/// "com1 leads to /dev/serial/by-id/adapter, which is not there: plug it in, or ..."
+/// For example "com1 leads to /dev/serial/by-id/adapter, which is not there: plug it in, or ..."
 std::string problem_of_absence(const fs::path& device) {
     std::string text = plain(device);
     fs::path link = device;
@@ -100,18 +100,18 @@ std::string problem_of_opening(const fs::path& device, int error, const process_
 
 std::string problem_of_use(const fs::path& device, const std::string& what, int error) {
     std::string text = shown_name(device) + " can't be " + what + ": " + std::strerror(error);
-    // the system has names for serial ports that the machine does not have
+    // the system has names for serial ports that do not exist
     if (error == EIO || error == ENOTTY) text += another_port;
     return text;
 }
 
 std::string problem_of_file(const fs::path& device) { return shown_name(device) + " is no serial port" + another_port; }
 
-std::string problem_of_holder(const fs::path& device, const std::optional<process_found>& holder) {
+std::string problem_of_holder(const fs::path& device, const std::optional<process_info>& holder) {
     return shown_name(device) + " is in use by " + (holder ? holder->text() : "another program") + close_it_there;
 }
 
-std::string problem_of_terminal(const fs::path& device, const std::optional<process_found>& at_work) {
+std::string problem_of_terminal(const fs::path& device, const std::optional<process_info>& at_work) {
     if (!at_work) return shown_name(device) + " is the terminal that the desk was started from" + another_port;
     return shown_name(device) + " is a terminal that " + at_work->text() + " works at" + another_port;
 }

@@ -42,23 +42,23 @@ std::vector<int> ids_in(const fs::path& folder) {
     return ids;
 }
 
-/// Empty where the process has ended, also between opening and reading.
+/// Empty if the process has ended, even between opening and reading.
 std::string content_of(const fs::path& path) {
     const std::ifstream file(path);
     std::ostringstream content;
-    // does not throw where reading fails, as an iterator over the file would
+    // unlike an iterator over the file, this does not throw on a read error
     content << file.rdbuf();
     return content.str();
 }
 
-/// What a process's "stat" tells of its place at a terminal.
+/// Session and terminal from a process's "stat".
 struct place {
     int session = 0;
     unsigned terminal = 0; // 0: none
 };
 
 std::optional<place> place_in(const std::string& stat) {
-    // the name in parentheses may hold spaces and parentheses itself
+    // the name in parentheses may contain spaces and parentheses
     const std::size_t name_end = stat.rfind(')');
     if (name_end == std::string::npos) return std::nullopt;
     std::istringstream rest(stat.substr(name_end + 1));
@@ -71,7 +71,7 @@ std::optional<place> place_in(const std::string& stat) {
     return place{.session = session, .terminal = static_cast<unsigned>(terminal)};
 }
 
-/// A device number as "stat" writes it.
+/// A device number as written in "stat".
 unsigned number_in_stat(dev_t device) {
 #ifdef __linux__
     const unsigned major_number = major(device);
@@ -82,7 +82,7 @@ unsigned number_in_stat(dev_t device) {
 #endif
 }
 
-/// A file as /proc/locks writes it: "00:18:5".
+/// A file as written in /proc/locks: "00:18:5".
 std::string name_in_locks(dev_t file_system, ino_t file) {
 #ifdef __linux__
     std::array<char, 64> text{};
@@ -100,7 +100,7 @@ bool is_open_in(const fs::path& descriptors, dev_t device) {
     std::error_code error;
     for (fs::directory_iterator i(descriptors, error), end; !error && i != end; i.increment(error)) {
         std::error_code ignored;
-        // looking at a file of a dead network drive would never end
+        // stat of a file on a dead network drive never returns
         if (!fs::read_symlink(i->path(), ignored).native().starts_with("/dev/")) continue;
         struct stat status {};
         if (::stat(i->path().c_str(), &status) == 0 && S_ISCHR(status.st_mode) && status.st_rdev == device) return true;
@@ -110,9 +110,9 @@ bool is_open_in(const fs::path& descriptors, dev_t device) {
 
 } // namespace
 
-std::string process_found::text() const { return name + " (process " + std::to_string(id) + ", user " + user + ")"; }
+std::string process_info::text() const { return name + " (process " + std::to_string(id) + ", user " + user + ")"; }
 
-std::optional<process_found> process_table::at_terminal(dev_t terminal) const {
+std::optional<process_info> process_table::at_terminal(dev_t terminal) const {
     std::optional<int> found;
     for (const int id : ids_in(proc_)) {
         const std::optional<place> at = place_in(content_of(proc_ / std::to_string(id) / "stat"));
@@ -123,36 +123,36 @@ std::optional<process_found> process_table::at_terminal(dev_t terminal) const {
     return found ? process(*found) : std::nullopt;
 }
 
-std::optional<process_found> process_table::holder_of(const fs::path& device) const {
+std::optional<process_info> process_table::holder_of(const fs::path& device) const {
     struct stat status {};
     if (::stat(device.c_str(), &status) != 0) return std::nullopt;
-    if (std::optional<process_found> locker = locker_of(status.st_dev, status.st_ino)) return locker;
+    if (std::optional<process_info> locker = locker_of(status.st_dev, status.st_ino)) return locker;
     return opener_of(status.st_rdev);
 }
 
-std::optional<process_found> process_table::process(int id) const {
+std::optional<process_info> process_table::process(int id) const {
     const fs::path folder = proc_ / std::to_string(id);
     struct stat status {};
     std::string name = content_of(folder / "comm");
     if (name.ends_with('\n')) name.pop_back();
     if (name.empty() || ::stat(folder.c_str(), &status) != 0) return std::nullopt;
-    return process_found{.id = id, .name = without_control_characters(name), .user = user_name(status.st_uid)};
+    return process_info{.id = id, .name = without_control_characters(name), .user = user_name(status.st_uid)};
 }
 
-std::optional<process_found> process_table::locker_of(dev_t file_system, ino_t file) const {
+std::optional<process_info> process_table::locker_of(dev_t file_system, ino_t file) const {
     const std::string wanted = name_in_locks(file_system, file);
     std::istringstream lines(content_of(proc_ / "locks"));
     for (std::string line; std::getline(lines, line);) {
         std::istringstream text(line);
         const std::vector<std::string> words{std::istream_iterator<std::string>(text), {}};
-        // one that waits for the lock has "->" before its kind
+        // a waiting process has "->" before the lock type
         if (words.size() < 6 || words[1] != "FLOCK" || words[5] != wanted) continue;
         if (const std::optional<int> id = number_of(words[4])) return process(*id);
     }
     return std::nullopt;
 }
 
-std::optional<process_found> process_table::opener_of(dev_t device) const {
+std::optional<process_info> process_table::opener_of(dev_t device) const {
     for (const int id : ids_in(proc_)) {
         if (is_open_in(proc_ / std::to_string(id) / "fd", device)) return process(id);
     }

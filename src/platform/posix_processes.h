@@ -8,39 +8,38 @@
 
 namespace desk {
 
-/// A process of any user.
-struct process_found {
+struct process_info {
     int id = 0;
-    std::string name; ///< of its program; without control characters
+    std::string name; ///< the program's name, without control characters
     std::string user;
 
-    /// "bash (process 1234, user bob)"
+    /// For example "bash (process 1234, user bob)".
     std::string text() const;
 };
 
-/// The processes of the machine, as far as the system lets this user see them: on Linux from /proc, elsewhere none.
+/// The machine's processes, as far as this user can see them: on Linux from /proc, elsewhere none.
 class process_table {
 public:
     explicit process_table(std::filesystem::path proc = "/proc") : proc_(std::move(proc)) {}
 
-    /// A process whose controlling terminal has this device number: the shell rather than what runs in it.
-    std::optional<process_found> at_terminal(dev_t terminal) const;
+    /// A process with this controlling terminal: the shell rather than its children.
+    std::optional<process_info> at_terminal(dev_t terminal) const;
 
     /// The process that has locked this device, else one that has it open.
-    std::optional<process_found> holder_of(const std::filesystem::path& device) const;
+    std::optional<process_info> holder_of(const std::filesystem::path& device) const;
 
 private:
-    std::optional<process_found> process(int id) const;
-    std::optional<process_found> locker_of(dev_t file_system, ino_t file) const;
-    std::optional<process_found> opener_of(dev_t device) const;
+    std::optional<process_info> process(int id) const;
+    std::optional<process_info> locker_of(dev_t file_system, ino_t file) const;
+    std::optional<process_info> opener_of(dev_t device) const;
 
     std::filesystem::path proc_;
 };
 
-/// The name of a user, or "1001" if that number has none.
+/// The name of a user, or the number ("1001") if it has none.
 std::string user_name(uid_t user);
 
-/// The same text with "?" for each control character: it can be shown on a terminal.
+/// Replaces each control character by "?", so that a terminal can show the text.
 std::string without_control_characters(std::string text);
 
 } // namespace desk

@@ -38,8 +38,8 @@ user_folders folders_of_environment() {
     return {.data_home = environment("XDG_DATA_HOME"), .home = environment("HOME")};
 }
 
-/// Also a link that leads nowhere is something that stands there.
-bool stands(const fs::path& path) {
+/// Counts a dangling link too.
+bool exists_at(const fs::path& path) {
     std::error_code error;
     return fs::exists(fs::symlink_status(path, error));
 }
@@ -49,31 +49,31 @@ bool is_folder(const fs::path& path) {
     return fs::is_directory(path, error);
 }
 
-/// What root creates in a folder of a user belongs to that user: sudo can keep the user's HOME, and the next start is
-/// the user's own.
+/// Gives what root creates to the owner of the folder: sudo can keep the user's HOME, and the next start is the
+/// user's.
 void hand_over_to_user(const fs::path& created) {
     if (::geteuid() != 0) return;
     struct stat folder {};
     struct stat here {};
     const int opened = ::open(created.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
-    // somebody who replaces it by a link to another file of root's gets nothing
+    // an attacker who replaces it by a link to another file of root's gains nothing
     const bool is_own = opened >= 0 && ::fstat(opened, &here) == 0 && here.st_uid == 0 &&
                         (S_ISDIR(here.st_mode) || (S_ISREG(here.st_mode) && here.st_nlink == 1));
     if (is_own && ::stat(created.parent_path().c_str(), &folder) == 0 && folder.st_uid != 0 &&
         ::fchown(opened, folder.st_uid, folder.st_gid) != 0) {
-        // the file stays root's, which this start can use
+        // the file stays root's, which is enough for this run
     }
     if (opened >= 0) ::close(opened);
 }
 
-/// Missing folders are for the user alone, as the standard on such folders demands.
-void make_folder(const fs::path& folder) {
+/// Creates missing folders for the user alone, as the XDG standard demands.
+void create_folder(const fs::path& folder) {
     if (is_folder(folder)) return;
-    if (folder.has_parent_path() && folder.parent_path() != folder) make_folder(folder.parent_path());
+    if (folder.has_parent_path() && folder.parent_path() != folder) create_folder(folder.parent_path());
     const int made = ::mkdir(folder.c_str(), S_IRWXU);
     const int reason = errno;
     if (made == 0) return hand_over_to_user(folder);
-    // another program of this user's may have been quicker
+    // another program of this user may have been quicker
     if (is_folder(folder)) return;
     throw runtime_failure(failure::path_file_access_error,
                           "the folder " + utf8_from_path(folder) + " can't be made: " + std::strerror(reason));
@@ -82,9 +82,9 @@ void make_folder(const fs::path& folder) {
 } // namespace
 
 std::optional<fs::path> first_files_of(const fs::path& program_folder) {
-    // a portable program keeps its files, also where it was unpacked beside somebody's share/
+    // a portable program keeps its files, even if it was unpacked beside a share/ folder
     if (std::any_of(first_file_names.begin(), first_file_names.end(),
-                    [&](const char* name) { return stands(program_folder / name); }))
+                    [&](const char* name) { return exists_at(program_folder / name); }))
         return std::nullopt;
     fs::path first_files = program_folder.parent_path() / "share" / data_folder;
     if (!is_folder(first_files)) return std::nullopt;
@@ -92,7 +92,7 @@ std::optional<fs::path> first_files_of(const fs::path& program_folder) {
 }
 
 fs::path own_directory_of(const user_folders& user) {
-    // one that is not absolute does not count
+    // a relative path is ignored
     if (fs::path(user.data_home).is_absolute()) return fs::path(user.data_home) / data_folder;
     if (fs::path(user.home).is_absolute()) return fs::path(user.home) / ".local" / "share" / data_folder;
     throw runtime_failure(failure::path_file_access_error,
@@ -100,10 +100,10 @@ fs::path own_directory_of(const user_folders& user) {
 }
 
 void prepare_own_directory(const fs::path& own_directory, const fs::path& first_files) {
-    make_folder(own_directory);
+    create_folder(own_directory);
     for (const char* name : first_file_names) {
         const fs::path copy = own_directory / name;
-        if (stands(copy)) continue;
+        if (exists_at(copy)) continue;
         replace_whole_file(copy, read_whole_file(first_files / name));
         hand_over_to_user(copy);
     }
@@ -123,7 +123,7 @@ fs::path program_directory() {
 
 fs::path user_data_directory() {
     fs::path folder = own_directory_of(folders_of_environment());
-    make_folder(folder);
+    create_folder(folder);
     return folder;
 }
 

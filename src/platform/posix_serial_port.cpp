@@ -26,7 +26,7 @@ namespace {
     fail(problem_of_use(device, what, errno));
 }
 
-/// A device that is open, and nothing done to it yet.
+/// An open device, not yet configured.
 class opened_device {
 public:
     explicit opened_device(const std::filesystem::path& device)
@@ -47,8 +47,8 @@ private:
     int descriptor_;
 };
 
-/// Opening some devices does something already: that of a serial line raises DTR.
-dev_t checked_before_opening(const std::filesystem::path& device, const process_table& processes) {
+/// Checks the device before it is opened, since opening can have effects: a serial line raises DTR.
+dev_t check_before_opening(const std::filesystem::path& device, const process_table& processes) {
     struct stat status {};
     if (::stat(device.c_str(), &status) != 0) fail(problem_of_opening(device, errno));
     if (!S_ISCHR(status.st_mode)) fail(problem_of_file(device));
@@ -56,7 +56,7 @@ dev_t checked_before_opening(const std::filesystem::path& device, const process_
     return status.st_rdev;
 }
 
-void expect_nobody_works_at(const opened_device& opened, const std::filesystem::path& device, dev_t checked,
+void expect_unused_terminal(const opened_device& opened, const std::filesystem::path& device, dev_t checked,
                             const process_table& processes) {
     if (::tcgetsid(opened.get()) >= 0) fail(problem_of_terminal(device, std::nullopt));
     struct stat status {};
@@ -66,10 +66,10 @@ void expect_nobody_works_at(const opened_device& opened, const std::filesystem::
     if (const auto at_work = processes.at_terminal(status.st_rdev)) fail(problem_of_terminal(device, at_work));
 }
 
-/// The exclusive mode of the terminal does not hold against root; the lock does, between desks.
+/// TIOCEXCL does not stop root; the lock does, between desks.
 void lock(opened_device& opened, const std::filesystem::path& device, const process_table& processes) {
     if (::flock(opened.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) return;
-    // this desk must not count as one that has it open
+    // this desk must not be found as a holder
     opened.close();
     fail(problem_of_holder(device, processes.holder_of(device)));
 }
@@ -87,9 +87,9 @@ public:
             throw runtime_failure(failure::path_file_access_error, "there is no port " + std::to_string(number));
         const std::filesystem::path device = device_of(number);
         const process_table processes;
-        const dev_t checked = checked_before_opening(device, processes);
+        const dev_t checked = check_before_opening(device, processes);
         opened_device opened(device);
-        expect_nobody_works_at(opened, device, checked, processes);
+        expect_unused_terminal(opened, device, checked, processes);
         lock(opened, device, processes);
         if (::tcgetattr(opened.get(), &found_) != 0) cannot_be("used as a serial port", device);
         device_ = opened.release();
@@ -132,7 +132,7 @@ public:
         while (device_ >= 0) {
             const ssize_t got = ::read(device_, chunk.data(), chunk.size());
             if (got < 0 && errno == EINTR) continue;
-            // nothing waits, or the device is gone: both mean no more bytes
+            // no data, or the device is gone: both mean no more bytes
             if (got <= 0) break;
             data.insert(data.end(), chunk.begin(), chunk.begin() + got);
         }
@@ -166,11 +166,11 @@ private:
         // a pseudo terminal has no modem lines
         int lines = TIOCM_DTR | TIOCM_RTS;
         ::ioctl(device_, TIOCMBIS, &lines);
-        // what was sent while the port was closed is still there
+        // discard what arrived while the port was closed
         ::tcflush(device_, TCIOFLUSH);
     }
 
-    /// Hands the system as much as it takes. A device that is gone takes everything, to nowhere.
+    /// Writes as much as the system accepts. A vanished device accepts everything and drops it.
     void send_rest() {
         while (!rest_.empty()) {
             const ssize_t sent = device_ < 0 ? -1 : ::write(device_, rest_.data(), rest_.size());
@@ -188,7 +188,7 @@ private:
         rest_.clear();
         if (device_ < 0) return;
         ::tcflush(device_, TCIOFLUSH);
-        // a device that is gone takes neither
+        // both fail on a vanished device
         ::tcsetattr(device_, TCSANOW, &found_);
         ::ioctl(device_, TIOCNXCL);
         ::close(device_);
@@ -197,8 +197,8 @@ private:
 
     std::filesystem::path directory_;
     int device_ = -1;
-    termios found_{}; // the settings that the device had before
-    bytes rest_;      // written and not yet taken by the system
+    termios found_{}; // the device's previous settings
+    bytes rest_;      // not yet accepted by the system
 };
 
 } // namespace

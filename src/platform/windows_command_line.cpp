@@ -14,7 +14,7 @@ namespace desk {
 
 namespace {
 
-/// A console takes wide characters whatever code page it has.
+/// A console accepts wide characters in any code page.
 bool write_to_console(DWORD which, std::string_view text) {
     const int length = static_cast<int>(text.size());
     std::wstring wide(text.size(), L'\0');
@@ -37,14 +37,14 @@ std::vector<std::string> program_arguments(int /*argument_count*/, char** /*argu
     return words;
 }
 
-void pass_standard_streams_as_bytes() {
+void set_binary_standard_streams() {
     _setmode(_fileno(stdin), _O_BINARY);
     _setmode(_fileno(stdout), _O_BINARY);
 }
 
 bool write_to_standard_output(std::string_view bytes) {
     if (_isatty(_fileno(stdout)) != 0) return write_to_console(STD_OUTPUT_HANDLE, terminal_text(bytes));
-    // the line ends are the report's own
+    // the report has its own line ends
     _setmode(_fileno(stdout), _O_BINARY);
     return std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size() && std::fflush(stdout) == 0;
 }
@@ -58,7 +58,7 @@ void write_to_standard_error(std::string_view text) {
     std::fwrite(text.data(), 1, text.size(), stderr);
 }
 
-void write_over_terminal_line(std::string_view text) { write_to_console(STD_ERROR_HANDLE, "\r" + terminal_text(text)); }
+void overwrite_terminal_line(std::string_view text) { write_to_console(STD_ERROR_HANDLE, "\r" + terminal_text(text)); }
 
 bool standard_error_is_a_terminal() { return _isatty(_fileno(stderr)) != 0; }
 

@@ -6,7 +6,7 @@ end_request::end_request() = default;
 
 end_request::~end_request() = default;
 
-bool end_request::came() const { return false; }
+bool end_request::received() const { return false; }
 
 int end_request::descriptor() const { return -1; }
 

@@ -5,8 +5,8 @@
 
 namespace desk {
 
-std::string alike_name(std::string_view name) {
-    // letters of all alphabets, whatever language the machine speaks: its folders compare them in upper case
+std::string folded_name(std::string_view name) {
+    // letters of all alphabets, in any system language: Windows folders compare names in upper case
     std::wstring wide = path_from_utf8(name).wstring();
     const int length = static_cast<int>(wide.size());
     std::wstring upper(wide.size(), L'\0');

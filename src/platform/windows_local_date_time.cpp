@@ -21,7 +21,7 @@ SYSTEMTIME system_time_of(const std::tm& moment) {
 
 using wide_text = std::array<wchar_t, 128>;
 
-/// `length` counts the zero at the end; 0 after a failure.
+/// `length` includes the terminating zero; 0 is a failure.
 std::string utf8_of(const wide_text& text, int length) {
     if (length <= 1) return "";
     const int wanted = WideCharToMultiByte(CP_UTF8, 0, text.data(), length - 1, nullptr, 0, nullptr, nullptr);

@@ -10,14 +10,14 @@ namespace desk {
 namespace {
 
 [[noreturn]] void cannot(const std::string& what, const std::string& device) {
-    const DWORD error = GetLastError(); // before anything else can change it
+    const DWORD error = GetLastError(); // before another call changes it
     throw runtime_failure(failure::path_file_access_error,
                           device + " can't be " + what + ": Windows error " + std::to_string(error));
 }
 
 [[noreturn]] void cannot_open(const std::string& device) {
     const DWORD error = GetLastError();
-    // Windows gives a port to one program at a time, and denies the access to the next one
+    // Windows gives a port to one program at a time and denies access to others
     if (error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION)
         throw runtime_failure(failure::path_file_access_error,
                               device + " is in use by another program: close the port there");
@@ -80,7 +80,7 @@ public:
 private:
     bool is_open() const { return device_ != INVALID_HANDLE_VALUE; }
 
-    /// All zero where no port is open or the device is gone.
+    /// All zero if no port is open or the device is gone.
     COMSTAT status() const {
         COMSTAT state{};
         DWORD errors = 0;
@@ -107,7 +107,7 @@ private:
         line.fAbortOnError = FALSE;
         line.fDtrControl = DTR_CONTROL_ENABLE;
         line.fRtsControl = RTS_CONTROL_ENABLE;
-        // reads give what waits and never block; a write that can't drain gives up after two seconds
+        // reads return what is there and never block; a blocked write gives up after two seconds
         COMMTIMEOUTS limits{};
         limits.ReadIntervalTimeout = MAXDWORD;
         limits.WriteTotalTimeoutConstant = 2000;

@@ -12,7 +12,7 @@ namespace {
 
 constexpr double largest_sn = 4294967295;
 
-std::string without_blanks(double number) { return trim(str(number)); }
+std::string without_spaces(double number) { return trim(str(number)); }
 
 } // namespace
 
@@ -29,7 +29,7 @@ automatic_run::automatic_run(shared_fields& fields, serial_number& serial, sink_
 void automatic_run::load() {
     transfers_.frm_diag = {&txt_auto_msg, &cmd_ok_};
     serial_.get_sn(buff::write);
-    txt_sn.text = without_blanks(fields_.sn_value);
+    txt_sn.text = without_spaces(fields_.sn_value);
 }
 
 double automatic_run::typed_sn() const {
@@ -41,7 +41,7 @@ void automatic_run::cmd_add_click() {
     txt_auto_msg.text = "";
     const double x = typed_sn();
     if (x < largest_sn)
-        txt_sn.text = without_blanks(x + 1);
+        txt_sn.text = without_spaces(x + 1);
     else
         txt_auto_msg.text = "Max number of Serial Number is 4294967295";
 }
@@ -49,11 +49,11 @@ void automatic_run::cmd_add_click() {
 void automatic_run::cmd_sub_click() {
     txt_auto_msg.text = "";
     const double x = typed_sn();
-    // The desk behaves so: only 0 itself is the end, and a fraction or a negative number goes on down.
+    // The desk behaves so: only 0 itself is the limit; a fraction or a negative number keeps decreasing.
     if (x == 0)
         txt_auto_msg.text = "Min number of Serial Number is 0";
     else
-        txt_sn.text = without_blanks(x - 1);
+        txt_sn.text = without_spaces(x - 1);
 }
 
 void automatic_run::cmd_run_click() {
@@ -97,7 +97,7 @@ void automatic_run::show_result(bool pass) {
     lab_pass.fore_color = mark;
     lab_pass.caption = pass ? "PASS" : "FAIL";
     lab_pass_sn.fore_color = mark;
-    lab_pass_sn.caption = without_blanks(fields_.sn_value);
+    lab_pass_sn.caption = without_spaces(fields_.sn_value);
 }
 
 } // namespace desk

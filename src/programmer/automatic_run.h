@@ -8,8 +8,8 @@
 
 namespace desk {
 
-/// The AUTO page of frm_diag: stamps a serial number into `write_buff`, writes the sink, verifies it and steps the
-/// number on, one unit after another. The text of the WRITE window does not follow.
+/// The AUTO page of frm_diag: for each unit, puts a serial number into `write_buff`, writes the sink, verifies it and
+/// steps the number. The text of the WRITE window does not change.
 class automatic_run {
 public:
     automatic_run(shared_fields& fields, serial_number& serial, sink_transfers& transfers, event_pump& events,
@@ -28,7 +28,7 @@ public:
     label lab_pass;
     label lab_pass_sn;
 
-    /// Shows the number of `write_buff` and takes over what WRITE and VERIFY tell.
+    /// Shows the serial number in `write_buff` and receives the results of WRITE and VERIFY.
     void load();
 
     void cmd_add_click();

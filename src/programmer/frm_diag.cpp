@@ -92,7 +92,7 @@ void frm_diag::cmd_checksum_click() {
 void frm_diag::cmd_ok_click() {
     if (fields_.diag_mode == diag::hex_style)
         fields_.hex_type = opt_hex_type[0].value ? hex_style::simple : hex_style::c_language;
-    // what the run has put into write_buff is dropped
+    // discards the run's changes to write_buff
     if (fields_.diag_mode == diag::automatic_run) window_text_.win2buff(buff::write, 1);
     fields_.diag_mode = diag::none;
     form.visible = false;

@@ -11,10 +11,10 @@
 
 namespace desk {
 
-/// The programmer's window, with three pages that who opens it chooses by `diag_mode`: the sum of a memory image, the
-/// style of a HEX file that is being saved, and the automatic run. Each opening has a fresh one.
+/// The programmer's window, with three pages chosen by `diag_mode`: the sum of a memory image, the style of a HEX
+/// file to save, and the automatic run. Each opening creates a new one.
 class frm_diag {
-    shared_fields& fields_; // first: the parts below are built on them
+    shared_fields& fields_; // first: the parts below use them
     edid_buffers& buffers_;
     window_text& window_text_;
 
@@ -33,15 +33,15 @@ public:
     label lab_eeprom;
     combo_box cbo_eeprom;
     label lab_checksum;
-    text_box txt_test; ///< holds the list's text and takes no part in anything else
+    text_box txt_test; ///< holds the list's text; not used elsewhere
 
     frame fra_save_hex;
     std::array<option_button, 2> opt_hex_type;
 
     automatic_run run;
 
-    /// Shows the page of `diag_mode`. Throws failure::invalid_property_value or failure::subscript_out_of_range where
-    /// the settings file holds a choice that is not there.
+    /// Shows the page of `diag_mode`. Throws failure::invalid_property_value or failure::subscript_out_of_range if
+    /// the settings file holds an invalid choice.
     void load();
 
     void cbo_eeprom_click();

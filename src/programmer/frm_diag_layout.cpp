@@ -5,7 +5,7 @@ namespace desk {
 
 namespace {
 
-// the three pages lie over each other
+// the three pages share one place
 constexpr int page_left = 120;
 constexpr int page_top = 120;
 constexpr int page_width = 5280;

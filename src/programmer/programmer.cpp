@@ -19,21 +19,21 @@ programmer::programmer(machine& m, workbench_frame& view, shared_fields& fields,
     saver.choose_hex_type = [this] { show_frm_diag(diag::hex_style); };
 }
 
-void programmer::cmd_sum_write_click() { show_and_rest_write(diag::write_checksum); }
+void programmer::cmd_sum_write_click() { show_and_enable_write(diag::write_checksum); }
 
-// The desk behaves so: WRITE is enabled behind this side's sum too.
-void programmer::cmd_sum_read_click() { show_and_rest_write(diag::read_checksum); }
+// The desk behaves so: closing this side's sum enables WRITE too.
+void programmer::cmd_sum_read_click() { show_and_enable_write(diag::read_checksum); }
 
-void programmer::cmd_w_auto_click() { show_and_rest_write(diag::automatic_run); }
+void programmer::cmd_w_auto_click() { show_and_enable_write(diag::automatic_run); }
 
-void programmer::show_and_rest_write(std::int16_t diag_mode) {
+void programmer::show_and_enable_write(std::int16_t diag_mode) {
     show_frm_diag(diag_mode);
     end_work(workbench_.cmd_write);
 }
 
 void programmer::show_frm_diag(std::int16_t diag_mode) {
     fields_.diag_mode = diag_mode;
-    // one that is closed can be opened again before this procedure goes on: each opening holds its own
+    // a closed window can be opened again before this procedure continues, so each opening holds its own
     const auto opened =
         std::make_shared<frm_diag>(fields_, buffers_, window_text_, serial_, transfers_, machine_.events);
     frm_diag_ = opened;

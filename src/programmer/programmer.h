@@ -14,7 +14,7 @@
 
 namespace desk {
 
-/// Who opens frm_diag: SUM on both sides, AUTO, and a HEX file that is being saved.
+/// Opens frm_diag: SUM on both sides, AUTO, and saving a HEX file.
 class programmer {
 public:
     programmer(machine& m, workbench_frame& view, shared_fields& fields, edid_buffers& buffers, window_text& text,
@@ -28,7 +28,7 @@ public:
     void show_frm_diag(std::int16_t diag_mode);
 
 private:
-    void show_and_rest_write(std::int16_t diag_mode);
+    void show_and_enable_write(std::int16_t diag_mode);
 
     machine& machine_;
     workbench_frame& workbench_;
@@ -37,7 +37,7 @@ private:
     window_text& window_text_;
     serial_number& serial_;
     sink_transfers& transfers_;
-    std::shared_ptr<frm_diag> frm_diag_; // the last one opened, to be looked at when the program has ended in it
+    std::shared_ptr<frm_diag> frm_diag_; // the last one opened, for inspection after the program has ended inside it
 };
 
 } // namespace desk

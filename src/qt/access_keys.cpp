@@ -2,7 +2,7 @@
 
 #include "controls/kinds.h"
 #include "controls/operator_actions.h"
-#include "qt/by_control.h"
+#include "qt/control_table.h"
 #include "qt/reading_order.h"
 
 #include <QShortcut>
@@ -23,11 +23,12 @@ namespace {
 enum class side { write, read };
 
 struct letters {
-    const char* all; ///< the first one that the caption has counts, or the very first; "*": the place in the array
+    /// The first letter in the caption is used, else the first of all; "*": the control's index in its array.
+    const char* all;
     side belongs_to = side::write;
 };
 
-/// The view buttons and what is beside them have letters in the layout's table: A B C D E F N P R T V in every view.
+/// The view buttons and their neighbours use A B C D E F N P R T V in every view (see the layout table).
 const std::map<std::string, letters>& table() {
     static const std::map<std::string, letters> all = {
         {"cmd_about_ok", {"Q"}},
@@ -135,7 +136,7 @@ char mnemonic_of(const control& c) {
     return b == nullptr ? '\0' : b->mnemonic;
 }
 
-/// All keys that a control can have while its caption changes.
+/// Every key the control can have as its caption changes.
 std::vector<QKeySequence> possible_keys(const control& c) {
     const letters* const entry = letters_of(c);
     if (mnemonic_of(c) != 0 || entry == nullptr || std::string(entry->all) == "*") return {access_key(c)};
@@ -145,8 +146,8 @@ std::vector<QKeySequence> possible_keys(const control& c) {
     return keys;
 }
 
-/// A button of the panel acts at once. Its key walks along its row.
-bool only_gets_focus(const control& c) { return c.parent != nullptr && c.parent->name == "fra_setup"; }
+/// A panel button acts at once, so its key only moves the focus along its row.
+bool only_takes_focus(const control& c) { return c.parent != nullptr && c.parent->name == "fra_setup"; }
 
 } // namespace
 
@@ -157,7 +158,7 @@ QKeySequence access_key(const control& c) {
 }
 
 int underlined_letter(const control& c, const std::string& caption) {
-    if (only_gets_focus(c)) return -1;
+    if (only_takes_focus(c)) return -1;
     char letter = mnemonic_of(c);
     if (letter == 0) {
         const letters* const entry = letters_of(c);
@@ -182,22 +183,22 @@ access_keys::access_keys(QWidget& adapter, desk::window& model, event_gate& gate
     }
 }
 
-control* access_keys::meant_by(const QKeySequence& key) const {
-    std::vector<control*> meant;
+control* access_keys::target_of(const QKeySequence& key) const {
+    std::vector<control*> targets;
     for (control* c : model_.controls())
-        if (access_key(*c) == key && can_be_reached(*c)) meant.push_back(c);
-    if (meant.empty()) return nullptr;
-    // the next one of a row; else the one that lies on top
-    const auto focused = std::find(meant.begin(), meant.end(), model_.focused);
-    if (focused != meant.end()) return focused + 1 == meant.end() ? meant.front() : *(focused + 1);
-    return only_gets_focus(*meant.front()) ? meant.front() : meant.back();
+        if (access_key(*c) == key && can_be_reached(*c)) targets.push_back(c);
+    if (targets.empty()) return nullptr;
+    // the next one in the row, else the topmost
+    const auto focused = std::find(targets.begin(), targets.end(), model_.focused);
+    if (focused != targets.end()) return focused + 1 == targets.end() ? targets.front() : *(focused + 1);
+    return only_takes_focus(*targets.front()) ? targets.front() : targets.back();
 }
 
 void access_keys::press(const QKeySequence& key) {
     gate_.run([&] {
-        control* const c = meant_by(key);
+        control* const c = target_of(key);
         if (c == nullptr) return;
-        if (only_gets_focus(*c)) return c->set_focus();
+        if (only_takes_focus(*c)) return c->set_focus();
         visit(*c, overloaded{
                       [](button& b) { click(b); },
                       [](check_box& k) { click(k); },

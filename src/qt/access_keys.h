@@ -10,24 +10,24 @@ class QWidget;
 
 namespace desk::qt {
 
-// The keys that work a control from anywhere in its window. An underlined letter is pressed with Alt; the other keys
-// are in the tooltips. In the EDID view the READ side has the keys of the WRITE side with Shift.
+// Keys that work a control from anywhere in its window. An underlined letter is pressed with Alt; the tooltips name
+// the other keys. In the EDID view, the READ side has the keys of the WRITE side plus Shift.
 
-/// Empty: the control has none.
+/// Empty if the control has no key.
 QKeySequence access_key(const control& c);
 
-/// The position of the key's letter in a caption; -1: it has none, or not with Alt alone.
+/// Position of the key's letter in a caption, or -1 if it has none or needs more than Alt.
 int underlined_letter(const control& c, const std::string& caption);
 
-/// Works the controls of a window by their keys. Which control a key means is decided when it is pressed: the one on
-/// show that can be used and that nothing covers. A button, a check box or an option button is clicked, any other
-/// control gets the focus, and so do the buttons of the panel, whose rows a key walks along.
+/// Works the controls of a window by their keys. The target is chosen on each press: the visible, enabled control
+/// that nothing covers. A button, check box or option button is clicked; any other control, and each button of the
+/// panel, takes the focus.
 class access_keys : public QObject {
 public:
     access_keys(QWidget& adapter, desk::window& model, event_gate& gate);
 
-    /// The control that a key works now; none: nullptr.
-    control* meant_by(const QKeySequence& key) const;
+    /// The control that a key works now, or nullptr.
+    control* target_of(const QKeySequence& key) const;
 
 private:
     void press(const QKeySequence& key);

@@ -11,7 +11,7 @@ namespace desk::qt {
 
 namespace {
 
-/// A label as a screen reader has it: a text, a link where it can be clicked, and nothing where it says nothing.
+/// A label for screen readers: a link if it can be clicked, else a text; absent if empty.
 class accessible_label final : public QAccessibleWidget {
 public:
     explicit accessible_label(text_label& l) : QAccessibleWidget(&l), label_(l) {}

@@ -2,7 +2,7 @@
 
 namespace desk::qt {
 
-/// Lets labels and lines be told to screen readers as what they are, where the toolkit does not know it.
+/// Gives screen readers the roles of labels and lines that Qt does not know.
 void make_accessible();
 
 } // namespace desk::qt

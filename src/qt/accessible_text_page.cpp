@@ -1,6 +1,6 @@
 #include "qt/accessible_text_page.h"
 
-#include "qt/look.h"
+#include "qt/appearance.h"
 
 #include <algorithm>
 
@@ -37,7 +37,7 @@ std::size_t accessible_text_page::offset_of(int position) const {
     const text_lines& text = lines();
     auto left = static_cast<std::size_t>(std::max(0, position));
     if (text.is_plain()) {
-        // a line break is one unit for two bytes
+        // a line break counts as one unit but takes two bytes
         std::size_t line = 0;
         for (std::size_t beyond = text.count(); beyond - line > 1;) {
             const std::size_t middle = line + (beyond - line) / 2;
@@ -113,7 +113,7 @@ text_lines::range accessible_text_page::part_at(std::size_t offset, QAccessible:
     }
 }
 
-QString accessible_text_page::tell(text_lines::range part, int* start, int* end) const {
+QString accessible_text_page::part_text(text_lines::range part, int* start, int* end) const {
     *start = position_of(part.begin);
     QString told = shown_text(lines().text().substr(part.begin, part.end - part.begin));
     *end = *start + static_cast<int>(told.size());
@@ -123,8 +123,8 @@ QString accessible_text_page::tell(text_lines::range part, int* start, int* end)
 QString accessible_text_page::textBeforeOffset(int position, QAccessible::TextBoundaryType kind, int* start,
                                                int* end) const {
     const text_lines::range here = part_at(offset_of(position), kind);
-    if (here.begin == 0) return tell({0, 0}, start, end);
-    return tell(part_at(lines().previous_character(here.begin), kind), start, end);
+    if (here.begin == 0) return part_text({0, 0}, start, end);
+    return part_text(part_at(lines().previous_character(here.begin), kind), start, end);
 }
 
 QString accessible_text_page::textAfterOffset(int position, QAccessible::TextBoundaryType kind, int* start,
@@ -132,14 +132,14 @@ QString accessible_text_page::textAfterOffset(int position, QAccessible::TextBou
     const std::size_t offset = offset_of(position);
     const text_lines::range here = part_at(offset, kind);
     const std::size_t all = lines().text().size();
-    if (here.end >= all) return tell({all, all}, start, end);
+    if (here.end >= all) return part_text({all, all}, start, end);
     // an empty line holds no word
-    return tell(part_at(std::max(here.end, lines().next_character(offset)), kind), start, end);
+    return part_text(part_at(std::max(here.end, lines().next_character(offset)), kind), start, end);
 }
 
 QString accessible_text_page::textAtOffset(int position, QAccessible::TextBoundaryType kind, int* start,
                                            int* end) const {
-    return tell(part_at(offset_of(position), kind), start, end);
+    return part_text(part_at(offset_of(position), kind), start, end);
 }
 
 int accessible_text_page::characterCount() const { return position_of(lines().text().size()); }

@@ -7,8 +7,8 @@
 
 namespace desk::qt {
 
-/// Presents a text page to screen readers as a locked text with a cursor and a selection. A position counts UTF-16
-/// units of the text with single line breaks.
+/// Exposes a text page to screen readers as read-only text with a cursor and a selection. Positions count UTF-16
+/// units, with one unit for each line break.
 class accessible_text_page final : public QAccessibleWidget, public QAccessibleTextInterface {
 public:
     explicit accessible_text_page(text_page& p) : QAccessibleWidget(&p, QAccessible::EditableText), page_(p) {}
@@ -36,11 +36,10 @@ public:
 
 private:
     const text_lines& lines() const;
-    /// From an offset of the text to a position, and back.
     int position_of(std::size_t offset) const;
     std::size_t offset_of(int position) const;
     text_lines::range part_at(std::size_t offset, QAccessible::TextBoundaryType kind) const;
-    QString tell(text_lines::range part, int* start, int* end) const;
+    QString part_text(text_lines::range part, int* start, int* end) const;
 
     text_page& page_;
 };

@@ -3,7 +3,7 @@
 #include "controls/kinds.h"
 #include "controls/operator_actions.h"
 #include "qt/access_keys.h"
-#include "qt/look.h"
+#include "qt/appearance.h"
 #include "qt/metrics.h"
 #include "qt/reading_order.h"
 
@@ -22,7 +22,7 @@ namespace desk::qt {
 
 namespace {
 
-/// Shows a caption with the letter of its access key underlined; an ampersand of its own is shown as it is.
+/// Underlines the letter of the access key; ampersands in the caption are shown as they are.
 void set_caption(QAbstractButton& widget, const control& model, const std::string& caption) {
     const auto shown = [](const std::string& part) { return QString::fromStdString(part).replace("&", "&&"); };
     const int letter = underlined_letter(model, caption);
@@ -30,12 +30,12 @@ void set_caption(QAbstractButton& widget, const control& model, const std::strin
     const QString text = shown(caption.substr(0, at)) + (letter < 0 ? "" : "&") + shown(caption.substr(at));
     if (widget.text() == text) return;
     widget.setText(text);
-    // the window works it by its key
+    // the window handles the key itself
     widget.setShortcut({});
 }
 
-/// A lit button says so without its colour too: a bar at its left edge marks the current view, a disc what is on, two
-/// bars what is at work or cut off.
+/// A lit button is marked by shape as well as by colour: a bar at the left edge for the current view, a disc for on,
+/// two bars for busy or cut off.
 class lamp_button final : public QPushButton {
 public:
     using QPushButton::QPushButton;
@@ -45,13 +45,13 @@ public:
         lamp_ = c;
         QPalette lit;
         if (c != color_button_face) {
-            lit.setColor(QPalette::Button, ground_of(c, colors_of(lit)));
-            // also while it is at work, and disabled
+            lit.setColor(QPalette::Button, background_of(c, colors_of(lit)));
+            // also while busy and disabled
             lit.setColor(QPalette::ButtonText, on_lamp());
         }
         setPalette(lit);
     }
-    /// In a column captions begin at the same place.
+    /// Aligns the captions of a column at the left.
     void set_in_column(bool in_column) { in_column_ = in_column; }
 
 protected:
@@ -98,7 +98,7 @@ private:
     bool in_column_ = false;
 };
 
-/// The same in words.
+/// The lamp's state for screen readers.
 QString words_of(color lamp) {
     if (lamp == color_current_view) return "current view";
     if (lamp == color_green) return "green";
@@ -106,7 +106,7 @@ QString words_of(color lamp) {
     return {};
 }
 
-/// The toolkit would go to another control with them.
+/// Qt would move the focus with them.
 bool is_arrow(int key) {
     return key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down;
 }
@@ -129,10 +129,9 @@ protected:
         push_->light(model_.back_color);
     }
 
-    bool take_event(QEvent* e) override {
+    bool handle_event(QEvent* e) override {
         if (e->type() != QEvent::KeyPress) return false;
         const int key = static_cast<QKeyEvent*>(e)->key();
-        // Enter presses the button with the focus, as Space does
         if (key == Qt::Key_Return || key == Qt::Key_Enter) push_->click();
         return key == Qt::Key_Return || key == Qt::Key_Enter || is_arrow(key);
     }
@@ -158,7 +157,7 @@ protected:
         check_->setChecked(model_.value != 0);
     }
 
-    bool take_event(QEvent* e) override {
+    bool handle_event(QEvent* e) override {
         return e->type() == QEvent::KeyPress && is_arrow(static_cast<QKeyEvent*>(e)->key());
     }
 
@@ -180,14 +179,14 @@ protected:
     void follow_kind() override {
         set_caption(*radio_, model_, model_.caption);
         set_accessible(model_.caption);
-        // which one is selected is the model's business, which may have none
+        // the model decides which one is selected, and may have none
         radio_->setAutoExclusive(false);
         radio_->setChecked(model_.value);
         radio_->setAutoExclusive(true);
     }
 
-    bool take_event(QEvent* e) override {
-        // the arrow keys go round the group, and select as they go
+    bool handle_event(QEvent* e) override {
+        // the arrow keys wrap within the group and select
         if (e->type() != QEvent::KeyPress) return false;
         const auto& pressed = *static_cast<QKeyEvent*>(e);
         if (!is_arrow(pressed.key())) return false;

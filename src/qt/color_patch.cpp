@@ -10,11 +10,10 @@ namespace desk::qt {
 
 namespace {
 
-// in pixels of the plan
+// in plan pixels
 constexpr int distance = 20;
 constexpr int patch_height = 56;
 
-/// The widget of a control, where it lies now.
 QRect place_of(const QWidget& frame, const control& c) {
     const auto* const w = frame.findChild<QWidget*>(QString::fromStdString(c.name) + "_" + QString::number(c.index),
                                                     Qt::FindDirectChildrenOnly);
@@ -44,14 +43,14 @@ void color_patch::follow() {
         if (color_ != shown || color_mode_ != colors_.color_mode) {
             color_ = shown;
             color_mode_ = colors_.color_mode;
-            tell();
+            update_accessible_name();
             update();
         }
     }
     if (isVisibleTo(parentWidget()) != shows) setVisible(shows);
 }
 
-void color_patch::tell() {
+void color_patch::update_accessible_name() {
     const QString name = color_.name().toUpper();
     setAccessibleName("Chosen color " + name);
     setToolTip("<qt><nobr>The chosen color: " + name +

@@ -8,12 +8,11 @@
 
 namespace desk::qt {
 
-/// Shows the color that the color settings choose, under their sliders, as soon as a Download has filled them.
+/// Shows the color chosen by the sliders below them, once a Download has set them.
 class color_patch final : public QWidget {
     Q_OBJECT
 
 public:
-    /// `frame` is the widget that the sliders lie in.
     color_patch(QWidget& frame, const desk_frame& desk, const color_settings& colors);
 
     void follow();
@@ -24,7 +23,7 @@ protected:
     void paintEvent(QPaintEvent* e) override;
 
 private:
-    void tell();
+    void update_accessible_name();
 
     const desk_frame& desk_frame_;
     const color_settings& colors_;

@@ -2,8 +2,8 @@
 
 #include "controls/controls.h"
 #include "controls/window.h"
+#include "qt/accessible_names.h"
 #include "qt/help_lines.h"
-#include "qt/plain_names.h"
 #include "qt/plan_fit.h"
 #include "qt/plan_scale.h"
 #include "qt/reading_order.h"
@@ -19,20 +19,20 @@ control_adapter::control_adapter(control& model, QWidget* w, event_gate& gate)
     QString name = QString::fromStdString(model.name);
     if (model.index >= 0) name += "_" + QString::number(model.index);
     widget_->setObjectName(name);
-    plain_name_ = plain_name(model);
-    // the wheel over a control does not take the keys from another
+    accessible_name_ = accessible_name(model);
+    // the wheel does not move the focus to the control
     if (widget_->focusPolicy() == Qt::WheelFocus) widget_->setFocusPolicy(Qt::StrongFocus);
     widget_->installEventFilter(this);
 }
 
-void control_adapter::act(const std::function<void()>& deed) {
+void control_adapter::act(const std::function<void()>& action) {
     gate_.run([&] {
         const QWidget* const modal = QApplication::activeModalWidget();
         const bool in_reach = modal == nullptr || modal == widget_->window();
         if (in_reach && can_be_reached(model_))
-            deed();
+            action();
         else
-            follow(); // the widget can have moved by itself
+            follow(); // the widget may have moved by itself
     });
 }
 
@@ -68,14 +68,14 @@ void control_adapter::follow() {
 bool control_adapter::eventFilter(QObject* watched, QEvent* e) {
     if (watched == widget_ && e->type() == QEvent::FocusIn && !following_ && !model_.has_focus())
         gate_.run([this] { model_.set_focus(); });
-    return take_event(e) || QObject::eventFilter(watched, e);
+    return handle_event(e) || QObject::eventFilter(watched, e);
 }
 
 void control_adapter::set_accessible(const std::string& caption, const QString& state) {
     const QString shown = QString::fromStdString(caption).simplified();
-    const QString& name = shown.isEmpty() ? plain_name_ : shown;
+    const QString& name = shown.isEmpty() ? accessible_name_ : shown;
     QStringList more;
-    if (!shown.isEmpty() && !plain_name_.isEmpty()) more << plain_name_;
+    if (!shown.isEmpty() && !accessible_name_.isEmpty()) more << accessible_name_;
     if (!state.isEmpty()) more << state;
     if (more.isEmpty()) more << help_line(model_);
     const QString description = more.join(", ");

@@ -81,16 +81,16 @@ bool focus_ring::eventFilter(QObject* watched, QEvent* e) {
 
 void focus_ring::follow() {
     QWidget* const w = focused_;
-    // a list that drops down marks its own row
+    // a drop-down list marks its own row
     const bool drops_down = w != nullptr && w->window()->windowType() == Qt::Popup;
     if (w == nullptr || w->isWindow() || drops_down || !w->isVisible() || (!by_keyboard_ && !takes_text(w))) {
         if (ring_ != nullptr) ring_->hide();
         return;
     }
     const int width = scaled(metric::focus_ring, w);
-    // in the narrowest widget around it that does not cut the ring
+    // parent it to the innermost widget that does not clip the ring
     QWidget* around = w->parentWidget();
-    // a mark at the left edge would touch the ring
+    // leave a gap between the ring and a mark at the left edge
     const bool is_mark = qobject_cast<QCheckBox*>(w) != nullptr || qobject_cast<QRadioButton*>(w) != nullptr;
     QRect place = w->geometry().marginsAdded({is_mark ? 2 * width : width, width, width, width});
     while (!around->isWindow() && !around->rect().contains(place)) {

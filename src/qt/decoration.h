@@ -7,8 +7,8 @@ class QApplication;
 
 namespace desk::qt {
 
-/// Drawn beside a control and part of none: the mouse goes through it, and screen readers pass over it, as over every
-/// widget of the base class.
+/// Drawn around a control but not part of it: ignores the mouse and is hidden from screen readers, as every
+/// QFocusFrame is.
 class decoration : public QFocusFrame {
     Q_OBJECT
 
@@ -16,15 +16,14 @@ public:
     explicit decoration(QWidget* parent);
 };
 
-/// The one mark of the control with the focus: a ring around it. It is on show after the keyboard was used, around a
-/// box that takes text always.
+/// Draws a ring around the focused control, once the keyboard has been used; text boxes always have it.
 class focus_ring final : public QObject {
     Q_OBJECT
 
 public:
     explicit focus_ring(QApplication& application);
 
-    /// The control around which the ring is on show; none: nullptr.
+    /// The control with the visible ring, or nullptr.
     QWidget* marked() const;
 
 protected:
@@ -38,8 +37,7 @@ private:
     bool by_keyboard_ = false;
 };
 
-/// The soft shadow of a frame that lies over a view. What lies under it is not dimmed: it can be operated, and its
-/// colours show states.
+/// The soft shadow of a frame over a view. The view is not dimmed: it stays usable, and its colours show states.
 class overlay_shadow final : public decoration {
     Q_OBJECT
 

@@ -26,15 +26,15 @@ desk_program::desk_program(std::filesystem::path program_directory)
 
 bool desk_program::start() {
     window_ = std::make_unique<window_adapter>(desk_.form, gate_);
-    aids_.emplace(*window_, desk_);
+    indicators_.emplace(*window_, desk_);
     boxes_.parent = window_.get();
     files_.parent = window_.get();
     windows_.parent = window_.get();
     gate_.follow = [this] {
         window_->follow();
         windows_.follow();
-        aids_->follow();
-        if (QWidget* const modal = windows_.on_top()) aids_->follow_in(*modal);
+        indicators_->follow();
+        if (QWidget* const modal = windows_.on_top()) indicators_->follow_in(*modal);
     };
     gate_.end_loops = [this] { windows_.hide_all(); };
     gate_.run([this] {
@@ -46,9 +46,9 @@ bool desk_program::start() {
 
 void desk_program::end_on(end_watch& watch) {
     watch.end = [this] { end_in_order(); };
-    gate_.end_requested = [&watch] { return watch.requested() || lost_display::gone(); };
+    gate_.end_requested = [&watch] { return watch.requested() || display_loss::occurred(); };
     gate_.end_in_order = [this] { end_in_order(); };
-    lost_display_.emplace([this] {
+    display_loss_.emplace([this] {
         if (gate_.over()) return;
         save_all();
         gate_.finish();
@@ -57,7 +57,7 @@ void desk_program::end_on(end_watch& watch) {
 
 void desk_program::end_in_order() {
     if (gate_.over()) {
-        // the end is under way, and the box of a failure may hold it up
+        // the program is ending already, and a failure box may delay it
         gate_.end_waits();
         return;
     }
@@ -68,7 +68,7 @@ void desk_program::end_in_order() {
 }
 
 void desk_program::save_all() {
-    // before the end of start-up nothing has changed, and what was not read must not be written
+    // before start-up is complete, nothing has changed, and values not yet read must not be written
     if (!desk_.form.visible) return;
     rescue();
     desk_.form.on_unload();
@@ -92,7 +92,7 @@ void desk_program::leave() {
 void desk_program::show_failure(const runtime_failure& failure) {
     const std::string rescued = rescue();
     failure_box box(failure, rescued, window_.get());
-    // nobody is there to close it once the end was requested
+    // nobody can close it after the end was requested
     if (!gate_.end_requested || !gate_.end_requested()) box.exec();
 }
 

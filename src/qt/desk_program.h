@@ -2,11 +2,11 @@
 
 #include "platform/machine.h"
 #include "platform/native_serial_port.h"
-#include "qt/desk_aids.h"
+#include "qt/desk_indicators.h"
+#include "qt/display_loss.h"
 #include "qt/end_watch.h"
 #include "qt/event_gate.h"
-#include "qt/held_input.h"
-#include "qt/lost_display.h"
+#include "qt/held_input_filter.h"
 #include "qt/qt_dialogs.h"
 #include "qt/qt_events.h"
 #include "qt/qt_modal_windows.h"
@@ -20,21 +20,19 @@
 
 namespace desk::qt {
 
-/// The desk on the screen: the main window over the machine's own serial ports.
+/// The desk's main window, using the machine's serial ports.
 class desk_program {
 public:
     explicit desk_program(std::filesystem::path program_directory);
 
-    /// From now on ends the program in order at every request, and saves what it can when the display goes away.
-    /// `watch` outlives this.
+    /// From now on, ends the program in order at every request and saves what it can when the display is lost.
+    /// `watch` must outlive this.
     void end_on(end_watch& watch);
 
-    /// Start-up up to the shown window. False: the program is over, because start-up has failed and the failure has
-    /// been shown, or because its end was requested meanwhile.
+    /// Shows the main window. Returns false if start-up failed (the failure has been shown) or the end was requested.
     bool start();
 
-    /// Ends the program as its close button does, whatever it waits for; EDID texts that no file holds are rescued
-    /// first.
+    /// Ends the program as its close button does, even during a wait; rescues unsaved EDID texts first.
     void end_in_order();
 
     frm_main& desk() { return desk_; }
@@ -50,7 +48,7 @@ private:
     void save_all();
 
     event_gate gate_;
-    held_input held_;
+    held_input_filter held_;
     qt_events events_{gate_};
     qt_message_box boxes_{gate_};
     qt_file_dialog files_{gate_};
@@ -60,8 +58,8 @@ private:
     machine machine_;
     frm_main desk_{machine_};
     std::unique_ptr<window_adapter> window_;
-    std::optional<desk_aids> aids_;
-    std::optional<lost_display> lost_display_;
+    std::optional<desk_indicators> indicators_;
+    std::optional<display_loss> display_loss_;
 };
 
 } // namespace desk::qt

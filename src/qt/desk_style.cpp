@@ -46,7 +46,7 @@ void desk_style::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
     case PE_FrameGroupBox:
     case PE_FrameButtonBevel:
     case PE_FrameDefaultButton:
-    case PE_FrameFocusRect: // the ring around a control tells of the focus
+    case PE_FrameFocusRect: // the focus ring shows the focus
         return;
     case PE_IndicatorArrowDown:
     case PE_IndicatorArrowUp:
@@ -115,7 +115,7 @@ QRect desk_style::subElementRect(SubElement element, const QStyleOption* option,
     }
     case SE_CheckBoxClickRect:
     case SE_RadioButtonClickRect: {
-        // the whole height beside the mark and the text takes the click
+        // the whole height beside mark and text is clickable
         const bool check = element == SE_CheckBoxClickRect;
         const QRect text =
             QProxyStyle::subElementRect(check ? SE_CheckBoxContents : SE_RadioButtonContents, option, widget);
@@ -158,7 +158,7 @@ QSize desk_style::sizeFromContents(ContentsType type, const QStyleOption* option
         const bool drops_down = widget != nullptr && widget->window()->windowType() == Qt::Popup;
         const int row = scaled(drops_down ? metric::choice_row : metric::row, widget);
         size.setHeight(std::max(option->fontMetrics.height(), row));
-        // row_part() takes the inset from the room for the text
+        // row_part() subtracts the inset from the text
         size.rwidth() += scaled(metric::row_inset, widget);
         break;
     }
@@ -198,7 +198,7 @@ int desk_style::pixelMetric(PixelMetric metric, const QStyleOption* option, cons
     case PM_ButtonShiftVertical:
         return 0;
     case PM_FocusFrameHMargin:
-        // the room beside the text of a row is one more
+        // the text of a row has one more pixel of padding
         return scaled(metric::row_inset / 2, widget) - 1;
     case PM_HeaderMargin:
         return scaled(4, widget);
@@ -245,7 +245,7 @@ QPalette desk_style::standardPalette() const { return palette_of(scheme::light);
 
 void desk_style::polish(QWidget* widget) {
     QProxyStyle::polish(widget);
-    // rows show the pointer too
+    // rows show hover too
     if (auto* const view = qobject_cast<QAbstractItemView*>(widget)) view->viewport()->setAttribute(Qt::WA_Hover);
     if (auto* const label = qobject_cast<QLabel*>(widget); label != nullptr && label->objectName() == "qt_msgbox_label")
         label->setMinimumWidth(metric::box_text_width);

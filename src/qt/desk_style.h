@@ -4,16 +4,15 @@
 
 namespace desk::qt {
 
-/// How everything looks: flat, with hairlines for borders, in the colours of `scheme.h` and the sizes of `metrics.h`,
-/// at the scale of each window. The drawings are in `drawing.h`, by kind; what they leave out the toolkit's style
-/// draws.
+/// The style of the whole program: flat, with hairline borders, in the colours of `scheme.h` and the sizes of
+/// `metrics.h`, at each window's scale. `drawing.h` lists what it draws; Qt's style draws the rest.
 class desk_style final : public QProxyStyle {
     Q_OBJECT
 
 public:
     desk_style();
 
-    /// Properties of widgets: a scroll bar that is a slider, and the `frame_kind` of a group box.
+    /// Widget properties: whether a scroll bar is a slider, and the `frame_kind` of a group box.
     static constexpr const char* slider = "slider";
     static constexpr const char* kind_of_frame = "kind_of_frame";
 

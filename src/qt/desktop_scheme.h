@@ -9,8 +9,8 @@
 
 namespace desk::qt {
 
-/// Whether the desktop is light or dark, when the program starts and while it runs. To be made before `set_look`, which
-/// covers the colours that the desktop gives the toolkit.
+/// Whether the desktop is light or dark, at start and while the program runs. Create it before the call of
+/// `set_appearance`, which overrides Qt's palette.
 class desktop_scheme {
 public:
     explicit desktop_scheme(std::function<void(scheme)> changed);
@@ -22,8 +22,8 @@ private:
     std::unique_ptr<QObject> watch_;
 };
 
-/// Reads the desktop's own setting and follows it, as long as the object lives. `report` is called from the loop of
-/// events with every answer; nothing waits for one.
+/// Reads and watches the desktop's setting for the life of the object. Calls `report` from the event loop with each
+/// answer; never blocks.
 std::unique_ptr<QObject> watch_desktop(std::function<void(scheme)> report);
 
 } // namespace desk::qt

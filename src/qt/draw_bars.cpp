@@ -9,7 +9,7 @@ namespace desk::qt {
 
 namespace {
 
-/// A stretch of the bar, across or down.
+/// Part of the bar along its length.
 QRect stretch(const QStyleOptionSlider& bar, int from, int length) {
     const QRect& whole = bar.rect;
     if (bar.orientation == Qt::Horizontal) return {whole.left() + from, whole.top(), length, whole.height()};

@@ -25,7 +25,7 @@ void draw_button(const sketch& s) {
     QColor border = is_default ? s.colors.accent : s.outline();
     QColor fill = s.face();
     if (lit) {
-        // its colour is a state and stays as it is; the border shows where the pointer is
+        // the lamp's colour is a state and never changes; the border shows hover
         fill = lamp;
         border = s.hovered() || s.is(QStyle::State_Sunken) ? s.colors.text : lamp.darker(170);
     }
@@ -43,7 +43,7 @@ void draw_tool_button(const sketch& s) {
 }
 
 void draw_check_mark(const sketch& s) {
-    // boxes that are close together keep a gap between them
+    // keep a gap between boxes that are close together
     const bool crowded = s.option.rect.height() < metric::check_mark * s.scale + s.line;
     const QRectF square = square_in(s.option.rect, (metric::check_mark - (crowded ? 2 : 0)) * s.scale);
     const bool checked = s.is(QStyle::State_On);
@@ -51,7 +51,7 @@ void draw_check_mark(const sketch& s) {
     QColor border = s.hovered() ? s.colors.accent : s.enabled() ? s.colors.strong_border : s.colors.border;
     if (checked) fill = s.enabled() ? s.colors.accent : s.colors.disabled;
     if (checked) border = fill;
-    // on a selected row the box would melt into the ground
+    // on a selected row the box would not be visible
     if (s.is(QStyle::State_Selected)) border = s.colors.on_accent;
     s.box(square, fill, border, 3);
     if (!checked) return;
@@ -82,7 +82,7 @@ void draw_option_mark(const sketch& s) {
 }
 
 void draw_text_field(const sketch& s) {
-    // one that only shows looks like the read-outs
+    // a display-only box looks like the read-outs
     const bool shows = s.is(QStyle::State_ReadOnly);
     const QColor fill = shows ? s.colors.readout : s.enabled() ? s.colors.surface : s.colors.window;
     s.box(s.option.rect, fill, shows ? s.colors.border : s.outline(), metric::radius);

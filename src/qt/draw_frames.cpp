@@ -42,7 +42,7 @@ void draw_group(const sketch& s, const QStyleOptionGroupBox& group) {
     const frame_kind kind = kind_of(s.widget);
     switch (kind) {
     case frame_kind::page:
-        // it covers another one, whose border stays
+        // it covers the inside of another frame, whose border stays visible
         s.painter.fillRect(group.rect, s.colors.surface);
         break;
     case frame_kind::overlay:

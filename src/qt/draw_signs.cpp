@@ -9,7 +9,7 @@ namespace desk::qt {
 
 namespace {
 
-/// A sign in a square of 32 units; it differs from the others in its form, not in its colour alone.
+/// An icon in a square of 32 units; icons differ in shape, not only in colour.
 void draw_sign(QPainter& painter, QStyle::StandardPixmap sign) {
     painter.setRenderHint(QPainter::Antialiasing);
     QFont letter("Liberation Sans");

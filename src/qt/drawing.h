@@ -18,14 +18,14 @@ struct sketch {
     bool is(QStyle::StateFlag state) const { return (option.state & state) != 0; }
     bool enabled() const { return is(QStyle::State_Enabled); }
     bool hovered() const { return enabled() && is(QStyle::State_MouseOver); }
-    /// The text of what is drawn.
+    /// Text colour.
     QColor ink() const { return enabled() ? colors.text : colors.disabled; }
-    /// The border of what can be operated.
+    /// Border colour of an interactive element.
     QColor outline() const;
-    /// The ground of what can be pressed.
+    /// Fill colour of a pressable element.
     QColor face() const;
 
-    /// A box with round corners and a hairline inside its edge.
+    /// A rounded box with a hairline inside its edge.
     void box(const QRectF& place, const QColor& fill, const QColor& border, double radius) const;
     /// The arrow of lists, trees and scroll bars.
     void chevron(const QRectF& place, Qt::ArrowType points_to, const QColor& color) const;
@@ -35,14 +35,14 @@ struct sketch {
     const QWidget* widget;
     const scheme_colors& colors;
     double scale;
-    double line; ///< the width of a hairline
+    double line; ///< hairline width
 };
 
 // ---- buttons and boxes ----
 
 void draw_button(const sketch& s);
 void draw_tool_button(const sketch& s);
-/// In the middle of its place.
+/// Centred in its place.
 void draw_check_mark(const sketch& s);
 void draw_option_mark(const sketch& s);
 void draw_text_field(const sketch& s);
@@ -51,7 +51,7 @@ QRect combo_box_part(QStyle::SubControl part, const QStyleOptionComboBox& combo,
 
 // ---- sliders and scroll bars ----
 
-/// A scroll bar that is a control of its own is drawn as a slider with arrows.
+/// A scroll bar that is a control is drawn as a slider with arrows.
 bool is_slider(const QWidget* bar);
 void draw_scroll_bar(const sketch& s, const QStyleOptionSlider& bar);
 QRect scroll_bar_part(QStyle::SubControl part, const QStyleOptionSlider& bar, const QWidget* widget);
@@ -68,7 +68,7 @@ void draw_tool_tip(const sketch& s);
 // ---- lists ----
 
 void draw_row(const sketch& s);
-/// The check box of a row takes clicks in a square that is higher and wider than its mark.
+/// The check box of a row accepts clicks in a square larger than its mark.
 QRect row_part(QStyle::SubElement part, const QStyleOptionViewItem& row, const QWidget* widget);
 void draw_header_section(const sketch& s);
 void draw_branch(const sketch& s);

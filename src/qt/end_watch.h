@@ -8,18 +8,18 @@
 
 namespace desk::qt {
 
-/// Hears every request that the program end: the system's (end_request) and the session's (QEvent::Quit). Needs the
-/// application, and hears while events run.
+/// Receives requests to end the program from the system (end_request) and the session (QEvent::Quit). Needs the
+/// application and a running event loop.
 class end_watch : public QObject {
 public:
-    /// `request` outlives this.
+    /// `request` must outlive this.
     explicit end_watch(const end_request& request);
 
-    /// Called for every request. Until the program fills it in, the loops of events end.
+    /// Called for every request. Until it is set, a request ends the event loops.
     std::function<void()> end;
 
-    /// Whether the system has requested the end; true even while no events run.
-    bool requested() const { return request_.came(); }
+    /// Whether the system has requested the end; valid even while no events run.
+    bool requested() const { return request_.received(); }
 
     bool eventFilter(QObject* watched, QEvent* e) override;
 

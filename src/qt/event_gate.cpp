@@ -24,12 +24,12 @@ void close_dialogs() {
 void event_gate::run(const std::function<void()>& event) noexcept {
     if (over_) return;
     ++depth_;
-    pointer.event_begins();
+    cursor.event_begins();
     guarded([&] {
         event();
         if (!over_ && follow) follow();
     });
-    pointer.event_ends();
+    cursor.event_ends();
     --depth_;
     if (!over_) return;
     end_waits();
@@ -42,7 +42,7 @@ void event_gate::run(const std::function<void()>& event) noexcept {
 void event_gate::end_waits() {
     close_dialogs();
     if (end_loops) end_loops();
-    // the loops of drags too; after a failure not yet, since its box needs a loop of its own
+    // also ends the loops of drags; after a failure not yet, as the failure box needs a loop
     if (!failure_) QCoreApplication::exit();
 }
 
@@ -61,7 +61,7 @@ void event_gate::guarded(const std::function<void()>& work) {
     } catch (const program_over&) {
         over_ = true;
     } catch (const std::exception& e) {
-        // a fault of the desk's own: reported like any other failure, with what is known of it
+        // an internal error: reported like any other failure
         if (!failure_) failure_ = std::make_shared<runtime_failure>(desk::failure::invalid_procedure_call, e.what());
         over_ = true;
     }

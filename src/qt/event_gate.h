@@ -1,6 +1,6 @@
 #pragma once
 
-#include "qt/busy_pointer.h"
+#include "qt/busy_cursor.h"
 
 #include <functional>
 #include <memory>
@@ -11,45 +11,43 @@ class runtime_failure;
 
 namespace desk::qt {
 
-/// The one door through which events of the toolkit reach the desk. A run-time failure or the end of the program never
-/// crosses the toolkit's own frames: it is caught here and remembered, every suspended procedure ends at its pump, and
-/// the outermost event ends the program.
+/// The only path from Qt's events to the desk. Exceptions never cross Qt's frames: the gate catches and stores a
+/// run-time failure or the end of the program, every suspended procedure ends at its pump, and the outermost event
+/// ends the program.
 class event_gate {
 public:
-    /// Called after every event: brings the widgets up to date.
+    /// Called after every event: updates the widgets.
     std::function<void()> follow;
-    /// Called just before a timer of a window is started.
+    /// Called just before a window starts a timer.
     std::function<void()> timer_starts;
     /// Called once, by the outermost event, when the program is over.
     std::function<void()> leave;
 
-    /// Runs an event of the desk. Nothing happens once the program is over.
+    /// Runs an event of the desk; does nothing once the program is over.
     void run(const std::function<void()>& event) noexcept;
 
-    /// The program is to end.
     void finish() { over_ = true; }
 
-    /// Whether the system has requested the end, and what ends the program in order then: for a wait in which no event
-    /// brings the request.
+    /// For waits in which no event delivers the request: whether the system has requested the end, and how to end in
+    /// order.
     std::function<bool()> end_requested;
     std::function<void()> end_in_order;
 
-    /// Ends the program in order and throws program_over where the system has requested it.
+    /// If the system has requested the end, ends the program in order and throws program_over.
     void end_if_requested();
 
-    /// Ends the loops of events of boxes, dialogs, menus and modal windows.
+    /// Ends the event loops of boxes, dialogs, menus and modal windows.
     void end_waits();
 
-    /// Called by every event that ends when the program is over: the loops of modal windows end.
+    /// Called by each event that ends once the program is over: ends the loops of modal windows.
     std::function<void()> end_loops;
 
     bool over() const { return over_; }
     const std::shared_ptr<const runtime_failure>& failure() const { return failure_; }
 
-    /// Follows the events through this gate.
-    busy_pointer pointer;
+    busy_cursor cursor;
 
-    /// Throws program_over when the program is over: for whoever gives control back to a procedure of the desk.
+    /// Throws program_over if the program is over. Call it before returning to a procedure of the desk.
     void throw_if_over() const;
 
 private:

@@ -32,7 +32,7 @@ failure_box::failure_box(const runtime_failure& failure, const std::string& resc
     : QMessageBox(Critical, program_title, text_of(failure, rescued), Ok, parent) {
     setTextFormat(Qt::PlainText);
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    // else the text would have it
+    // else the text would have the focus
     setDefaultButton(Ok);
     button(Ok)->setFocus();
 }

@@ -13,7 +13,7 @@ namespace {
 struct step {
     const char* shown;
     const char* next;
-    const char* way_out;
+    const char* closing_button;
 };
 
 constexpr std::array steps = {
@@ -34,11 +34,11 @@ focus_guide::focus_guide(window& w) : window_(w) {
     for (const step& s : steps) {
         const control* const shown = w.name == s.shown ? &w : w.find(s.shown);
         if (shown == nullptr) continue;
-        stages_.push_back({shown, w.find(s.next), as<button>(w.find(s.way_out)), nullptr, false});
+        stages_.push_back({shown, w.find(s.next), as<button*>(w.find(s.closing_button)), nullptr, false});
     }
 }
 
-void focus_guide::let_go() {
+void focus_guide::drop_unusable_focus() {
     if (window_.focused != nullptr) last_ = window_.focused;
     window_.settle_focus();
 }
@@ -51,34 +51,35 @@ void focus_guide::follow() {
         if (!s.was_shown && s.shown->shown()) open(s);
     }
     if (window_.focused != nullptr && !can_be_reached(*window_.focused)) window_.focused = nullptr;
-    if (window_.focused != nullptr && window_.focused != has_till_then_) wanted_ = nullptr;
-    if (wanted_ != nullptr && can_take_keys(*wanted_)) std::exchange(wanted_, nullptr)->set_focus();
+    if (window_.focused != nullptr && window_.focused != interim_focus_) pending_focus_ = nullptr;
+    if (pending_focus_ != nullptr && can_take_keys(*pending_focus_))
+        std::exchange(pending_focus_, nullptr)->set_focus();
 }
 
 void focus_guide::open(stage& s) {
     s.was_shown = true;
     s.before = last_;
-    wanted_ = s.next;
-    has_till_then_ = last_;
+    pending_focus_ = s.next;
+    interim_focus_ = last_;
 }
 
 void focus_guide::close(stage& s) {
     s.was_shown = false;
-    wanted_ = s.before;
-    has_till_then_ = nullptr;
+    pending_focus_ = s.before;
+    interim_focus_ = nullptr;
 }
 
-button* focus_guide::way_out(bool by_enter) const {
+button* focus_guide::closing_button(bool by_enter) const {
     const stage* top = nullptr;
     for (const stage& s : stages_) {
-        if (!s.was_shown || s.way_out == nullptr) continue;
+        if (!s.was_shown || s.closing_button == nullptr) continue;
         if (top == nullptr || window_.lies_over(*s.shown, *top->shown)) top = &s;
     }
     if (top == nullptr) return nullptr;
-    const bool is_ok = top->way_out->caption.get() == "OK";
-    if (by_enter) return is_ok ? top->way_out : nullptr;
+    const bool is_ok = top->closing_button->caption.get() == "OK";
+    if (by_enter) return is_ok ? top->closing_button : nullptr;
     // the OK of a choice is an answer, which Escape does not give
-    return is_ok && top->way_out != top->next ? nullptr : top->way_out;
+    return is_ok && top->closing_button != top->next ? nullptr : top->closing_button;
 }
 
 } // namespace desk::qt

@@ -7,27 +7,27 @@
 
 namespace desk::qt {
 
-/// Hands the keys of a window to the control that the operator uses next when a view or a frame over it comes on show,
-/// and back to the one that had them when the frame goes. A control that can't be reached never keeps them.
+/// Moves the focus to the control used next when a view or a frame over it appears, and back when the frame goes. An
+/// unreachable control never keeps the focus.
 class focus_guide {
 public:
     explicit focus_guide(window& w);
 
-    /// Takes the keys from what can't be used any more. Called before the widgets follow their models.
-    void let_go();
-    /// Called when the widgets have followed.
+    /// Takes the focus from a control that is no longer usable. Called before the widgets are updated.
+    void drop_unusable_focus();
+    /// Called after the widgets are updated.
     void follow();
 
-    /// The button that closes the frame on top or the small window: with `by_enter` its OK, else what Escape presses.
-    /// None: nullptr.
-    button* way_out(bool by_enter) const;
+    /// The button that closes the topmost frame or small window: its OK if `by_enter`, else the one for Escape.
+    /// nullptr if there is none.
+    button* closing_button(bool by_enter) const;
 
 private:
     struct stage {
         const control* shown;
-        control* next;   ///< gets the keys
-        button* way_out; ///< none: nullptr
-        control* before; ///< had them
+        control* next;          ///< gets the focus
+        button* closing_button; ///< may be nullptr
+        control* before;        ///< had the focus
         bool was_shown;
     };
 
@@ -36,9 +36,9 @@ private:
 
     window& window_;
     std::vector<stage> stages_;
-    control* last_ = nullptr;                // the control that had the keys last
-    control* wanted_ = nullptr;              // gets them as soon as it can
-    const control* has_till_then_ = nullptr; // where another has them, the operator has taken them elsewhere
+    control* last_ = nullptr;                // had the focus last
+    control* pending_focus_ = nullptr;       // gets the focus as soon as it can
+    const control* interim_focus_ = nullptr; // if another control has the focus, the operator has moved it
 };
 
 } // namespace desk::qt

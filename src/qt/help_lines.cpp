@@ -1,6 +1,6 @@
 #include "qt/help_lines.h"
 
-#include "qt/by_control.h"
+#include "qt/control_table.h"
 
 #include <map>
 #include <string>

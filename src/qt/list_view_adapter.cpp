@@ -1,7 +1,7 @@
 #include "qt/list_view_adapter.h"
 
 #include "controls/operator_actions.h"
-#include "qt/look.h"
+#include "qt/appearance.h"
 
 #include <QHeaderView>
 #include <QItemSelectionModel>
@@ -20,7 +20,7 @@ namespace desk::qt {
 
 namespace {
 
-/// Hides the check boxes while the list does not show them; their state stays with the rows.
+/// Hides the check boxes while the list does not show them; the rows keep their state.
 class check_box_delegate final : public QStyledItemDelegate {
 public:
     check_box_delegate(const list_view& model, QObject* parent) : QStyledItemDelegate(parent), model_(model) {}
@@ -40,7 +40,7 @@ private:
     const list_view& model_;
 };
 
-/// Rows of which one is marked, whatever key is held while it is chosen. The left button alone works them.
+/// A list with one marked row, whichever modifiers are held. Only the left button works.
 class marked_rows final : public QTreeWidget {
 public:
     using QTreeWidget::QTreeWidget;
@@ -65,7 +65,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* e) override {
         if (e->button() != Qt::LeftButton || !std::exchange(pressed_, false)) return;
         QTreeWidget::mouseReleaseEvent(e);
-        // one that is let go because a window opens is no click
+        // a synthesized release, from a window that opens, is no click
         if (on_release && e->source() != Qt::MouseEventSynthesizedByApplication) on_release();
     }
     void mouseDoubleClickEvent(QMouseEvent* e) override {
@@ -78,18 +78,18 @@ private:
     bool pressed_ = false;
 };
 
-/// The rows of a list or a tree while the scale changes: the first one in sight stays there.
+/// Keeps the first visible row in place while the scale changes.
 class rows_at_scale {
 public:
     explicit rows_at_scale(QTreeWidget& tree) : tree_(tree) {}
 
-    /// The font is set here: with the plan's, rows would be lost from sight before anything is kept.
+    /// Sets the font here: with the plan's font, rows would scroll away before their position is saved.
     void set_scale(double scale) {
         first_ = tree_.verticalScrollBar()->value();
-        // in the smaller one the longest names are whole
+        // the small font shows the longest names in full
         tree_.setFont(font_of(text_font::small, scale));
     }
-    /// Once the rows have their new size.
+    /// Call once the rows have their new size.
     void lay_out() {
         if (!first_) return;
         tree_.doItemsLayout();
@@ -130,7 +130,7 @@ public:
             if (!following() && item != nullptr) act([&] { model_.select(row_of(item)); });
         });
         tree_->on_release = [this] {
-            // the row that the operator sees marked
+            // the row that looks marked to the operator
             if (QTreeWidgetItem* const marked = tree_->currentItem(); marked != nullptr && model_.selected() != 0)
                 act([this, marked] { choose_row(model_, row_of(marked)); });
         };
@@ -144,7 +144,7 @@ public:
 protected:
     void follow_scale() override {
         for (std::size_t i = 0; i < widths_.size(); ++i) {
-            // the last one takes what is left; it would not get narrower by itself
+            // the last column takes the rest; it would not shrink by itself
             const double width = i + 1 < widths_.size() ? widths_[i] : 0;
             tree_->setColumnWidth(static_cast<int>(i), qRound(width * scale() / twips_per_pixel));
         }
@@ -153,7 +153,7 @@ protected:
 
     void follow_kind() override {
         rows_.lay_out();
-        // a list that nobody sees is filled when it comes on show
+        // an invisible list is filled when it appears
         if (!model_.visible) return;
         const QSignalBlocker quiet(tree_);
         while (tree_->topLevelItemCount() > model_.row_count())
@@ -173,7 +173,7 @@ protected:
         }
     }
 
-    bool take_event(QEvent* e) override {
+    bool handle_event(QEvent* e) override {
         switch (e->type()) {
         case QEvent::FocusIn:
             was_pressed_here_ = false;
@@ -182,7 +182,7 @@ protected:
             was_pressed_here_ = true;
             break;
         case QEvent::KeyRelease:
-            // one that was pressed on a button is not meant for the list that has got the keys from it
+            // a key pressed on a button that then moved the focus here is not meant for the list
             if (was_pressed_here_ && !static_cast<QKeyEvent*>(e)->isAutoRepeat()) act([this] { key_up(model_); });
             break;
         default:
@@ -215,10 +215,10 @@ private:
     list_view& model_;
     marked_rows* tree_;
     rows_at_scale rows_{*tree_};
-    std::vector<double> widths_; // of the columns, in twips; the operator changes them
+    std::vector<double> widths_; // column widths in twips; the operator can change them
     bool checks_shown_ = false;
     bool was_pressed_here_ = false; // a key, since the list got the focus
-    int selections_ = 0;            // as the model counted them when the row was scrolled to
+    int selections_ = 0;            // the model's count when the row was scrolled into view
 };
 
 class tree_view_adapter final : public control_adapter {
@@ -230,7 +230,7 @@ public:
         tree_->setHeaderHidden(true);
         tree_->setUniformRowHeights(true);
         set_accessible();
-        // wherever the mark goes, and by whatever hand, is clicked
+        // any change of the mark counts as a click
         connect(tree_, &QTreeWidget::itemSelectionChanged, this, [this] {
             if (!following() && !tree_->selectedItems().isEmpty()) click_on(tree_->selectedItems().constFirst());
         });
@@ -244,7 +244,7 @@ public:
 
 protected:
     void follow_scale() override {
-        // the longest titles have room where they lie deepest, in bold too
+        // the longest titles fit at the deepest level, even in bold
         tree_->setIndentation(static_cast<int>(14 * scale()));
         rows_.set_scale(scale());
     }
@@ -255,12 +255,12 @@ protected:
         if (!shows_these_nodes()) build();
         for (int n = 1; n <= model_.node_count(); ++n) {
             QTreeWidgetItem* const item = items_.at(static_cast<std::size_t>(n - 1));
-            // its size is the tree's
+            // the size comes from the tree
             QFont font;
             font.setBold(model_.node(n).bold);
             if (item->font(0).bold() != font.bold()) item->setFont(0, font);
             if (item->isExpanded() != model_.node(n).expanded) item->setExpanded(model_.node(n).expanded);
-            // the one whose text is shown
+            // the node whose text is shown
             if (model_.node(n).bold && tree_->currentItem() != item) tree_->setCurrentItem(item);
         }
     }
@@ -274,12 +274,12 @@ private:
 
     void expand(QTreeWidgetItem* item, bool expanded) {
         act([&] { model_.set_expanded(node_of(item), expanded); });
-        // a mark that would be hidden goes to the branch
+        // a mark that would be hidden moves to the branch
         for (const QTreeWidgetItem* in = tree_->currentItem(); !expanded && in != nullptr; in = in->parent())
             if (in->parent() == item) tree_->setCurrentItem(item);
     }
 
-    // nodes are only added, and all taken away at once
+    // nodes are only added, or all removed at once
     bool shows_these_nodes() const {
         return clearings_ == model_.clearings() && items_.size() == model_.nodes().size();
     }
@@ -304,8 +304,8 @@ private:
     marked_rows* tree_;
     rows_at_scale rows_{*tree_};
     std::vector<QTreeWidgetItem*> items_;
-    int clearings_ = 0;                             // as the model counted them when the items were made
-    const QTreeWidgetItem* before_press_ = nullptr; // the marked one
+    int clearings_ = 0;                             // the model's count when the items were created
+    const QTreeWidgetItem* before_press_ = nullptr; // the marked item
 };
 
 } // namespace

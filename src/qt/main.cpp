@@ -1,10 +1,10 @@
 #include "platform/command_line.h"
 #include "platform/end_request.h"
 #include "platform/program_directory.h"
+#include "qt/appearance.h"
 #include "qt/desk_program.h"
 #include "qt/desktop_scheme.h"
 #include "qt/end_watch.h"
-#include "qt/look.h"
 #include "qt/qt_dialogs.h"
 #include "runtime/failure.h"
 
@@ -16,8 +16,8 @@
 
 namespace {
 
-/// Reported on the terminal too: whoever has set the machine up wrongly looks there.
-int cannot_start(const desk::runtime_failure& failure) {
+/// Also reported on the terminal, for the person who sets up the machine.
+int report_start_failure(const desk::runtime_failure& failure) {
     desk::write_to_standard_error("velotrace: " + failure.sentence() + "\n");
     QMessageBox box(QMessageBox::Critical, desk::qt::program_title, QString::fromStdString(failure.sentence()));
     box.setTextFormat(Qt::PlainText);
@@ -29,18 +29,18 @@ int cannot_start(const desk::runtime_failure& failure) {
 
 int main(int argument_count, char** arguments) {
     const desk::end_request request;
-    // the toolkit would take options of its own from the command line
+    // keep Qt from reading options from the command line
     int only_the_name = std::min(argument_count, 1);
     QApplication application(only_the_name, arguments);
     desk::qt::end_watch watch(request);
     QApplication::setQuitOnLastWindowClosed(false);
     const desk::qt::desktop_scheme desktop(desk::qt::set_scheme);
-    desk::qt::set_look(application, desktop.now());
+    desk::qt::set_appearance(application, desktop.now());
     std::filesystem::path own_directory;
     try {
         own_directory = desk::program_directory();
     } catch (const desk::runtime_failure& failure) {
-        return cannot_start(failure);
+        return report_start_failure(failure);
     }
     desk::qt::desk_program program(own_directory);
     program.end_on(watch);

@@ -1,9 +1,9 @@
 #include "qt/plain_adapters.h"
 
 #include "controls/operator_actions.h"
+#include "qt/appearance.h"
 #include "qt/decoration.h"
 #include "qt/desk_style.h"
-#include "qt/look.h"
 #include "qt/metrics.h"
 #include "qt/reading_order.h"
 #include "qt/text_label.h"
@@ -40,8 +40,8 @@ protected:
         set_accessible(model_.caption);
     }
 
-    bool take_event(QEvent* e) override {
-        // of the frames that come up within another, the one shown last lies on top
+    bool handle_event(QEvent* e) override {
+        // of several frames within another, the last shown is on top
         if (e->type() == QEvent::ShowToParent && model_.parent != nullptr) {
             box_->raise();
             model_.owner->raise(model_);
@@ -63,7 +63,7 @@ public:
         text_->set_in_middle(model.in_middle);
         text_->on_click = [this] { act([this] { click(model_); }); };
         text_->on_move = [this] { act([this] { hover(model_); }); };
-        // one that is clicked is reached with the keyboard too
+        // a clickable label is also reachable by keyboard
         if (model.on_click) text_->setFocusPolicy(Qt::TabFocus);
         text_->setMouseTracking(static_cast<bool>(model.on_mouse_move));
     }
@@ -74,8 +74,8 @@ protected:
         text_->set_line_pitch(model_.line_pitch * scale() / twips_per_pixel);
     }
 
-    bool take_event(QEvent* e) override {
-        // the arrow keys go round the labels of the frame
+    bool handle_event(QEvent* e) override {
+        // the arrow keys cycle through the labels of the frame
         if (e->type() != QEvent::KeyPress) return false;
         const int key = static_cast<QKeyEvent*>(e)->key();
         if (key != Qt::Key_Down && key != Qt::Key_Up) return false;
@@ -104,14 +104,14 @@ public:
 
 protected:
     void follow_kind() override {
-        // loaded when it is first seen; it fills its place at every size
+        // loaded when first visible; fills its place at every size
         const bool needs_fine = scale() * label_->devicePixelRatioF() > 1;
         if (!model_.visible || (is_loaded() && (is_fine_ || !needs_fine))) return;
         is_fine_ = needs_fine;
         load();
     }
 
-    bool take_event(QEvent* e) override {
+    bool handle_event(QEvent* e) override {
         if (e->type() == QEvent::PaletteChange && is_loaded()) load();
         return false;
     }
@@ -128,7 +128,7 @@ private:
         label_->setPixmap(dark && !has_dark ? on_plate(whole) : whole);
     }
 
-    /// A picture on a light ground, in the dark: its ground with round corners.
+    /// A picture with a light background, on a rounded plate for the dark scheme.
     static QPixmap on_plate(const QPixmap& picture) {
         QPixmap ground = picture;
         ground.setDevicePixelRatio(1);
@@ -171,7 +171,7 @@ public:
         , combo_(static_cast<QComboBox*>(widget())) {
         combo_->setMaxVisibleItems(20);
         set_accessible();
-        // `activated` comes from the operator's choice alone
+        // `activated` is emitted for user choices only
         connect(combo_, &QComboBox::activated, this,
                 [this](int index) { act([this, index] { choose_item(model_, index); }); });
     }
@@ -192,7 +192,7 @@ protected:
         combo_->setCurrentIndex(model_.list_index());
     }
 
-    bool take_event(QEvent* e) override {
+    bool handle_event(QEvent* e) override {
         switch (e->type()) {
         case QEvent::FocusIn:
             take_focus(static_cast<QFocusEvent*>(e)->reason());
@@ -201,7 +201,7 @@ protected:
             focused_by_operator_ = true;
             return false;
         case QEvent::KeyPress:
-            if (!chooses_unasked(*static_cast<QKeyEvent*>(e))) return false;
+            if (!chooses_while_closed(*static_cast<QKeyEvent*>(e))) return false;
             break;
         case QEvent::Wheel:
             // over the port list it would open one port after another
@@ -224,15 +224,15 @@ private:
             break;
         case Qt::ActiveWindowFocusReason:
         case Qt::PopupFocusReason:
-            break; // it had the focus before
+            break; // it had the focus already
         default:
             focused_by_operator_ = false;
         }
     }
 
-    /// Whether a key would choose from a closed list whose choice acts at once, as that of a port does. Only arrow keys
-    /// may, one choice a press, and only where the operator has put the focus.
-    bool chooses_unasked(const QKeyEvent& e) const {
+    /// Whether a key would choose from a closed list that acts at once, such as the port list. Only arrow keys are
+    /// allowed to, one choice for each press, and only if the operator has focused the list.
+    bool chooses_while_closed(const QKeyEvent& e) const {
         if (!model_.on_click || combo_->window()->isModal() || (e.modifiers() & Qt::AltModifier) != 0) return false;
         const int key = e.key();
         if (key == Qt::Key_Up || key == Qt::Key_Down) return e.isAutoRepeat() || !focused_by_operator_;
@@ -257,10 +257,10 @@ public:
         bar_->setRange(model.minimum, model.maximum);
         bar_->setPageStep(model.large_step);
         bar_->setFocusPolicy(Qt::StrongFocus);
-        // the keys go the way the arrows on it point
+        // the keys follow the direction of the arrows on the bar
         bar_->setInvertedControls(false);
         bar_->setContextMenuPolicy(Qt::PreventContextMenu);
-        // while it is dragged it scrolls; it has changed when it is let go
+        // a drag scrolls; the value changes on release
         bar_->setTracking(false);
         set_accessible();
         connect(bar_, &QScrollBar::sliderMoved, this,
@@ -276,11 +276,11 @@ protected:
         bar_->setValue(model_.value());
     }
 
-    bool take_event(QEvent* e) override {
+    bool handle_event(QEvent* e) override {
         switch (e->type()) {
         case QEvent::MouseButtonPress:
         case QEvent::MouseButtonDblClick:
-            // the middle one would take it where the pointer is
+            // the middle button would jump to the pointer
             return static_cast<QMouseEvent*>(e)->button() != Qt::LeftButton;
         case QEvent::Wheel:
             if (bar_->hasFocus()) return false;

@@ -22,7 +22,7 @@ void plan_area::keyPressEvent(QKeyEvent* e) {
         e->ignore();
 }
 
-void plan_area::bring_into_sight(QWidget& control) {
+void plan_area::ensure_visible(QWidget& control) {
     // what is clicked stays under the pointer
     if (scrolls() && QApplication::mouseButtons() == Qt::NoButton) ensureWidgetVisible(&control);
 }

@@ -4,8 +4,8 @@
 
 namespace desk::qt {
 
-/// Holds the plan of a window: in the middle of what is left over, or behind scroll bars where it doesn't fit. It takes
-/// no focus, and no keys while there is nothing to scroll.
+/// Contains the plan of a window: centred, or with scroll bars if it does not fit. Takes no focus, and no keys unless
+/// there is something to scroll.
 class plan_area final : public QScrollArea {
     Q_OBJECT
 
@@ -14,8 +14,8 @@ public:
 
     QWidget& plan() const { return *widget(); }
     bool scrolls() const;
-    /// Scrolls to a control that has got the focus.
-    void bring_into_sight(QWidget& control);
+    /// Scrolls to a newly focused control.
+    void ensure_visible(QWidget& control);
 
 protected:
     void keyPressEvent(QKeyEvent* e) override;

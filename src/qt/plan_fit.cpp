@@ -1,6 +1,6 @@
 #include "qt/plan_fit.h"
 
-#include "qt/look.h"
+#include "qt/appearance.h"
 
 #include <QtMath>
 
@@ -10,7 +10,7 @@ namespace desk::qt {
 
 namespace {
 
-/// The height of the smallest legible body text, in pixels of the screen.
+/// Smallest legible height of body text, in screen pixels.
 constexpr int legible_pixels = 9;
 
 bool fits(QSize plan, QSize room, int steps) {
@@ -34,7 +34,7 @@ double smallest_scale(double device_pixel_ratio) {
 double fitting_scale(QSize plan, QSize room, double device_pixel_ratio) {
     const auto across = static_cast<long long>(room.width()) * twips_per_pixel * scale_steps / plan.width();
     const auto down = static_cast<long long>(room.height()) * twips_per_pixel * scale_steps / plan.height();
-    // one more than the exact quotient: a part of a pixel is rounded away
+    // one above the exact quotient, since fractions of a pixel are dropped
     int steps = static_cast<int>(std::min(across, down)) + 1;
     if (!fits(plan, room, steps)) --steps;
     return std::max(double(steps) / scale_steps, smallest_scale(device_pixel_ratio));

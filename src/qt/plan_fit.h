@@ -6,27 +6,26 @@
 
 namespace desk::qt {
 
-/// Scales are whole sixteenths, so that a line of the fixed-pitch font, 16 pixels at 1:1, has a whole number of pixels.
+/// Scales are multiples of 1/16, so that a fixed-pitch line, 16 pixels at 1:1, has a whole number of pixels.
 inline constexpr int scale_steps = 16;
 
-/// Where an edge of the plan lies. Edges are rounded down, not sizes: what touches at 1:1 touches at every scale.
+/// Position of an edge of the plan in pixels. Edges are rounded down, not sizes: edges that touch at 1:1 touch at
+/// every scale.
 int edge(int twips, double scale);
 
-/// The size of a plan given in twips.
+/// Size in pixels of a plan in twips.
 QSize plan_pixels(QSize plan, double scale);
 
-/// The smallest scale at which the body text is legible on a screen.
+/// The smallest scale at which body text is legible.
 double smallest_scale(double device_pixel_ratio);
 
-/// The largest scale at which a plan in twips fits into `room`, but never one that is too small to be legible.
+/// The largest scale at which a plan in twips fits into `room`, but at least the smallest legible one.
 double fitting_scale(QSize plan, QSize room, double device_pixel_ratio);
 
-/// The same for a window that opens: with its frame it fits into what the screen has available, and it is not larger
-/// than `largest`.
+/// The scale at which a window opens: it fits the available screen with its frame, and does not exceed `largest`.
 double first_scale(QSize plan, QSize available, const QMargins& frame, double device_pixel_ratio, double largest = 1);
 
-/// Moves a frame as little as is needed to lie in the available area; the title bar of one that is too large stays in
-/// sight.
+/// Moves a frame as little as possible into the available area; the title bar of an oversized one stays visible.
 QRect moved_into(const QRect& available, QRect frame);
 
 } // namespace desk::qt

@@ -16,7 +16,7 @@ double plan_scale(const QWidget* w) {
     while (w != nullptr) {
         const QWidget* const window = w->window();
         if (const QVariant scale = window->property(property); scale.isValid()) return scale.toDouble();
-        // the list of a combo box is a window of its own
+        // a combo box's list is a separate window
         w = qobject_cast<const QComboBox*>(window->parentWidget());
     }
     return 1;

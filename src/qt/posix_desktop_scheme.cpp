@@ -1,4 +1,4 @@
-// The setting of the desktop, from its portal on the session's bus.
+// The desktop's setting, from its portal on the session bus.
 
 #include "qt/desktop_scheme.h"
 
@@ -23,7 +23,7 @@ constexpr const char* settings = "org.freedesktop.portal.Settings";
 constexpr const char* group_of_scheme = "org.freedesktop.appearance";
 constexpr const char* key_of_scheme = "color-scheme";
 
-/// The bus of the session if there is one. None is started.
+/// The session bus, if one is running. None is started.
 std::optional<QDBusConnection> session_bus() {
     const QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS");
     if (!address.isEmpty()) {
@@ -52,7 +52,7 @@ private:
     void ask() {
         std::optional<QDBusConnection> bus = session_bus();
         if (!bus || !bus->isConnected()) return;
-        // the slot is found by the names of its types
+        // Qt finds the slot by the names of its types
         qRegisterMetaType<QDBusVariant>("QDBusVariant");
         bus->connect(QString(), path, settings, "SettingChanged", this,
                      SLOT(setting_changed(QString, QString, QDBusVariant)));
@@ -66,7 +66,7 @@ private:
         });
     }
 
-    /// 1: dark, 2: light. 0, no wish, leaves what the toolkit has found; after another wish it is light.
+    /// 1: dark, 2: light. 0 is no preference: at start it leaves what Qt has found; a change to it is light.
     void take(QVariant value, bool is_change) {
         while (value.userType() == qMetaTypeId<QDBusVariant>())
             value = value.value<QDBusVariant>().variant();

@@ -45,43 +45,43 @@ QMessageBox::StandardButtons buttons_of(box_buttons buttons) {
     return QMessageBox::Ok;
 }
 
-/// The questions of the desk ask before something is lost: Enter and Escape lose nothing.
-void set_harmless_answers(QMessageBox& box, box_buttons buttons) {
+/// The desk asks before something is lost, so Enter and Escape are the harmless answers.
+void set_safe_defaults(QMessageBox& box, box_buttons buttons) {
     if (buttons == box_buttons::ok) return;
     box.setDefaultButton(QMessageBox::No);
     box.setEscapeButton(buttons == box_buttons::yes_no ? QMessageBox::No : QMessageBox::Cancel);
 }
 
-/// "hex files|*.hex;*.bin|all|*.*" as the toolkit's filters, in the same order.
+/// Converts "hex files|*.hex;*.bin|all|*.*" to Qt's filters, in the same order.
 QStringList name_filters(const std::string& filter) {
     const QStringList parts = text_of(filter).split('|');
     QStringList filters;
     for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
-        // "*.*" is every name, also one without a point
+        // "*.*" also matches names without a dot
         const QString patterns = QString(parts[i + 1]).replace("*.*", "*").replace(';', ' ');
         filters << (parts[i] == patterns ? patterns : parts[i] + " (" + patterns + ")");
     }
     return filters;
 }
 
-/// The ending that a filter of one pattern has: ".hex" of "*.hex"; empty where it has none.
+/// The extension of a filter with one pattern: ".hex" for "*.hex"; else empty.
 QString ending_of(const QString& filter) {
     static const QRegularExpression pattern(R"(\*(\.\w+)\)?$)");
     return pattern.match(filter).captured(1);
 }
 
-/// "v1.3" with ".hex" is "v1.3.hex": what follows the last point of a name can be part of it.
+/// "v1.3" with ".hex" gives "v1.3.hex": the part after the last dot may belong to the name.
 QString with_ending(const QString& path, const QString& ending) {
     return path.endsWith(ending, Qt::CaseInsensitive) ? path : path + ending;
 }
 
-/// The window that a box or a dialog opens above.
+/// The parent for a box or dialog.
 QWidget* window_on_top(QWidget* main_window) {
     QWidget* const modal = QApplication::activeModalWidget();
     return modal != nullptr ? modal : main_window;
 }
 
-/// In the toolkit's own dialog; the system's ones see to themselves.
+/// For Qt's own dialog only; native dialogs need no help.
 void show_whole_columns(QFileDialog& dialog) {
     auto* const files = dialog.findChild<QTreeView*>("treeView");
     if (files == nullptr) return;
@@ -98,10 +98,10 @@ void show_whole_columns(QFileDialog& dialog) {
 box_answer qt_message_box::show(std::string_view text, box_icon icon, box_buttons buttons) {
     gate_.throw_if_over();
     if (gate_.follow) gate_.follow();
-    const busy_pointer::usual usual_pointer(gate_.pointer);
+    const busy_cursor::normal normal_cursor(gate_.cursor);
     QMessageBox box(icon_of(icon), program_title, text_of(text), buttons_of(buttons), window_on_top(parent));
     box.setTextFormat(Qt::PlainText);
-    set_harmless_answers(box, buttons);
+    set_safe_defaults(box, buttons);
     const int pressed = box.exec();
     gate_.throw_if_over();
     switch (pressed) {
@@ -119,13 +119,13 @@ box_answer qt_message_box::show(std::string_view text, box_icon icon, box_button
 std::optional<file_choice> qt_file_dialog::show(const file_dialog_setup& setup) {
     gate_.throw_if_over();
     if (gate_.follow) gate_.follow();
-    const busy_pointer::usual usual_pointer(gate_.pointer);
+    const busy_cursor::normal normal_cursor(gate_.cursor);
     const bool saves = setup.kind == file_dialog_setup::dialog_kind::save;
-    // the toolkit would keep its dialog's folders and size from run to run
+    // keep Qt from saving the dialog's folders and size
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QProcess::nullDevice());
     QFileDialog dialog(window_on_top(parent), text_of(setup.title));
     dialog.setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-    // the desk itself tells of a file that is not there, and asks before it writes over one
+    // the desk itself reports missing files, and asks before it overwrites one
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setOption(QFileDialog::DontConfirmOverwrite);
     const QStringList filters = name_filters(setup.filter);

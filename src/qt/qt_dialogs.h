@@ -8,7 +8,7 @@
 
 namespace desk::qt {
 
-/// The toolkit's message boxes, over the desk's window.
+/// Qt message boxes over the desk's window.
 class qt_message_box final : public message_box {
 public:
     explicit qt_message_box(event_gate& gate) : gate_(gate) {}
@@ -20,7 +20,7 @@ private:
     event_gate& gate_;
 };
 
-/// The system's file dialogs where it has some, else the toolkit's.
+/// The system's file dialogs if there are any, else Qt's.
 class qt_file_dialog final : public file_dialog {
 public:
     explicit qt_file_dialog(event_gate& gate) : gate_(gate) {}
@@ -32,7 +32,7 @@ private:
     event_gate& gate_;
 };
 
-/// The name that boxes carry as their title, since they have none of their own.
+/// The title of boxes, which have none of their own.
 inline constexpr const char* program_title = "VELOTRACE";
 
 } // namespace desk::qt

@@ -9,7 +9,7 @@ namespace desk::qt {
 
 namespace {
 
-/// A tick that falls together with a step begins the time of a function call later than the step.
+/// Ends a wait this long after the step, so that a coinciding tick is served first.
 constexpr std::chrono::microseconds tick_first(100);
 constexpr std::chrono::milliseconds patience(50);
 
@@ -33,17 +33,17 @@ void qt_events::pump() {
 
 void qt_events::pump_and_rest() {
     gate_.throw_if_over();
-    gate_.pointer.wait();
+    gate_.cursor.wait();
     if (gate_.follow) gate_.follow();
-    // little more than a millisecond beyond the step at most: timers wake late, never early. A tick at the same moment
-    // is served first: behind the step it would have to wait for the end of the next one.
+    // at most a little over a millisecond after the step, since timers fire late, never early. A tick due at the same
+    // time comes first: after the step it would wait until the end of the next one.
     next_step_.start(std::chrono::ceil<std::chrono::milliseconds>(clock_.rest(running()) + tick_first));
     QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     gate_.throw_if_over();
 }
 
 void qt_events::turn_without_progress(std::string_view /*waiting_for*/) {
-    // a byte leaves the port in half a millisecond; what lasts longer need not be watched as closely
+    // a byte leaves the port in half a millisecond; longer waits need no close watch
     const auto now = std::chrono::steady_clock::now();
     if (now - last_turn_ > patience) first_turn_ = now;
     last_turn_ = now;
@@ -52,7 +52,7 @@ void qt_events::turn_without_progress(std::string_view /*waiting_for*/) {
         return;
     }
     gate_.end_if_requested();
-    gate_.pointer.wait();
+    gate_.cursor.wait();
     std::this_thread::sleep_for(std::chrono::milliseconds(1));
 }
 

@@ -10,7 +10,7 @@
 
 namespace desk::qt {
 
-/// The real clock, in steps of 5 ms, and the toolkit's pending events.
+/// The real clock, in steps of 5 ms, and Qt's pending events.
 class qt_events final : public event_pump {
 public:
     explicit qt_events(event_gate& gate);
@@ -20,7 +20,7 @@ public:
     void pump_and_rest() override;
     void turn_without_progress(std::string_view waiting_for) override;
 
-    /// To be called just before a timer is started: its ticks fall together with steps of the clock.
+    /// Call it just before a timer starts: its ticks then coincide with steps of the clock.
     void share_phase() { clock_.share_phase(running()); }
 
 private:
@@ -30,7 +30,7 @@ private:
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
     stepped_clock clock_;
     QTimer next_step_;
-    std::chrono::steady_clock::time_point first_turn_; // of the present wait without progress
+    std::chrono::steady_clock::time_point first_turn_; // of the current wait without progress
     std::chrono::steady_clock::time_point last_turn_;
 };
 

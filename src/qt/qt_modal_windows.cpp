@@ -6,7 +6,7 @@ namespace desk::qt {
 
 void qt_modal_windows::show(window& w) {
     gate_.throw_if_over();
-    const busy_pointer::usual usual_pointer(gate_.pointer);
+    const busy_cursor::normal normal_cursor(gate_.cursor);
     w.visible = true;
     window_adapter adapter(w, gate_, parent);
     QEventLoop loop;
@@ -14,7 +14,7 @@ void qt_modal_windows::show(window& w) {
     open_.push_back(&adapter);
     if (gate_.follow) gate_.follow();
     adapter.focus_first();
-    // whatever else ends the loop, the window stands until it is closed
+    // the window stays until it is closed, whatever else ends the loop
     while (w.visible && !gate_.over())
         loop.exec();
     open_.pop_back();
@@ -22,7 +22,7 @@ void qt_modal_windows::show(window& w) {
 }
 
 void qt_modal_windows::follow() {
-    // one that is closed by this leaves its place when its own loop has ended
+    // a window closed here is removed when its own loop ends
     for (window_adapter* adapter : std::vector(open_))
         adapter->follow();
 }

@@ -11,19 +11,18 @@
 
 namespace desk::qt {
 
-/// Modal windows on the screen, each in a loop of events of its own.
+/// Modal windows on the screen, each with its own event loop.
 class qt_modal_windows final : public modal_windows {
 public:
     explicit qt_modal_windows(event_gate& gate) : gate_(gate) {}
     void show(window& w) override;
 
-    /// Brings the open ones up to date.
     void follow();
 
-    /// None is open: nullptr.
+    /// nullptr if none is open.
     QWidget* on_top() const { return open_.empty() ? nullptr : open_.back(); }
 
-    /// The program is over: their loops end.
+    /// Ends their loops; the program is over.
     void hide_all();
 
     QPointer<QWidget> parent;

@@ -17,7 +17,7 @@ struct place {
     int bottom;
 };
 
-/// Where a control lies in its window.
+/// The control's place in its window.
 place place_of(const control& c) {
     place p{c.left, c.top, c.left + c.width, c.top + c.height};
     for (const control* around = c.parent; around != nullptr; around = around->parent) {
@@ -54,7 +54,7 @@ bool takes_keys(const control& c) {
     return is<button, text_box, combo_box, check_box, slider, list_view, tree_view>(c);
 }
 
-/// A frame lies over all of it.
+/// Whether a frame covers all of it.
 bool is_covered(const control& c) {
     const std::vector<control*>& all = c.owner->controls();
     return std::any_of(all.begin(), all.end(), [&c](const control* f) {
@@ -74,31 +74,31 @@ class reader {
 public:
     explicit reader(const window& w) {
         for (control* c : w.controls())
-            if (c->shown() && (is<frame>(*c) || takes_keys(*c))) sort_in(c);
+            if (c->shown() && (is<frame>(*c) || takes_keys(*c))) insert(c);
         read(nullptr);
     }
 
     std::vector<control*> stops;
 
 private:
-    void sort_in(control* c) {
+    void insert(control* c) {
         const place p = place_of(*c);
         control* around = c->parent;
-        // what lies over a frame beside it in the table is read as if it lay in it
+        // a control that overlaps a sibling frame is read as its child
         for (control* f : frames_)
             if (f->parent == c->parent && lies_within(p, place_of(*f))) around = f;
-        read_within_[around].push_back(c);
+        children_[around].push_back(c);
         if (is<frame>(*c)) frames_.push_back(c);
     }
 
     void read(const control* around) {
-        std::vector<control*>& here = read_within_[around];
+        std::vector<control*>& here = children_[around];
         if (has_two_sides(here)) {
             for (control* c : here)
-                take(c);
+                add_stop(c);
             return;
         }
-        // of two with one top the higher one begins the row
+        // of two with the same top, the taller one starts the row
         std::stable_sort(here.begin(), here.end(), [](const control* a, const control* b) {
             const place p = place_of(*a);
             const place q = place_of(*b);
@@ -115,11 +115,11 @@ private:
                 return std::tie(p.left, p.top) < std::tie(q.left, q.top);
             });
             for (; row != end; ++row)
-                take(*row);
+                add_stop(*row);
         }
     }
 
-    void take(control* c) {
+    void add_stop(control* c) {
         if (is<frame>(*c))
             read(c);
         else if (can_be_reached(*c))
@@ -127,7 +127,7 @@ private:
     }
 
     std::vector<control*> frames_;
-    std::map<const control*, std::vector<control*>> read_within_;
+    std::map<const control*, std::vector<control*>> children_;
 };
 
 } // namespace
@@ -140,7 +140,7 @@ control& neighbour(control& c, bool next) {
     std::vector<control*> group;
     for (control* other : c.owner->controls()) {
         if (!same_kind(*other, c) || other->parent != c.parent) continue;
-        // of option buttons, the selected one alone is a stop
+        // in a group of option buttons, only the selected one is a stop
         if (is<option_button>(c) ? can_be_reached(*other) : can_take_keys(*other)) group.push_back(other);
     }
     if (!next) std::reverse(group.begin(), group.end());

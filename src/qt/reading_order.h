@@ -6,21 +6,20 @@
 
 namespace desk::qt {
 
-/// The controls that the tab key stops at now, in the order they are read: row by row, what lies in or over a frame as
-/// one with the frame; a frame with two long texts beside each other in the order of the layout, one side after the
-/// other. A group of option buttons is one stop. What another frame covers is none.
+/// The current tab stops in reading order: row by row, with the contents of a frame, and what overlaps it, read
+/// together; a frame with two long texts side by side is read in layout order, one side after the other. A group of
+/// option buttons is one stop. Controls covered by another frame are skipped.
 std::vector<control*> tab_stops(const window& w);
 
-/// On show, enabled, and not covered by another frame.
+/// Visible, enabled, and not covered by another frame.
 bool can_be_reached(const control& c);
-/// Of those, one that keys work.
+/// Reachable, and works with keys.
 bool can_take_keys(const control& c);
 
-/// The control of the same kind in the same frame that the arrow keys go to from `c`; after the last one comes the
-/// first.
+/// The control of the same kind in the same frame to which the arrow keys move from `c`; wraps around.
 control& neighbour(control& c, bool next);
 
-/// The stop that a control belongs to: for an option button the one of its group, else itself; none: nullptr.
+/// The stop of a control: its group's for an option button, else itself. nullptr if there is none.
 control* stop_of(const std::vector<control*>& stops, const control* c);
 
 } // namespace desk::qt

@@ -10,15 +10,15 @@ retry_label::retry_label(QWidget& frame) : QLabel(&frame) {
     hide();
 }
 
-void retry_label::follow(const QString& words) {
-    if (!words.isEmpty()) {
+void retry_label::follow(const QString& reason) {
+    if (!reason.isEmpty()) {
         const auto* const last = parentWidget()->findChild<QWidget*>("lab_hdcp");
         const auto* const refresh = parentWidget()->findChild<QWidget*>("cmd_refresh");
         const QRect above(last->geometry().bottomLeft() + QPoint(0, 1), refresh->geometry().topRight() - QPoint(0, 4));
         if (geometry() != above) setGeometry(above);
-        if (text() != words) setText(words);
+        if (text() != reason) setText(reason);
     }
-    if (isVisibleTo(parentWidget()) == words.isEmpty()) setVisible(!words.isEmpty());
+    if (isVisibleTo(parentWidget()) == reason.isEmpty()) setVisible(!reason.isEmpty());
 }
 
 } // namespace desk::qt

@@ -4,15 +4,14 @@
 
 namespace desk::qt {
 
-/// Says in the status frame why the desk waits, in the free place above Refresh.
+/// Says in the status frame, above Refresh, why the desk waits.
 class retry_label final : public QLabel {
     Q_OBJECT
 
 public:
-    /// `frame` is the widget of the status frame.
     explicit retry_label(QWidget& frame);
 
-    void follow(const QString& words);
+    void follow(const QString& reason);
 };
 
 } // namespace desk::qt

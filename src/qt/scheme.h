@@ -6,11 +6,11 @@ class QPalette;
 
 namespace desk::qt {
 
-/// Of the desktop: dark text on light ground, or the other way round.
+/// The desktop's scheme: dark text on light, or light on dark.
 enum class scheme { light, dark };
 
-/// The neutral colours of the desk by what they are for. Everything that is drawn takes its colours from here; colours
-/// that show a state are the models' and the same in both schemes.
+/// The desk's neutral colours by use. All drawing takes its colours from here, except state colours, which the models
+/// hold and both schemes share.
 struct scheme_colors {
     QColor window;
     QColor surface; ///< frames, lists, text boxes
@@ -18,26 +18,26 @@ struct scheme_colors {
     QColor hover;
     QColor pressed;
     QColor border;
-    QColor strong_border; ///< of what can be operated, and of what lies above the rest
+    QColor strong_border; ///< of interactive and raised elements
     QColor text;
-    QColor secondary; ///< titles of columns and groups, signs
-    QColor disabled;  ///< text of what is disabled
-    QColor accent;    ///< the selection and the focus
+    QColor secondary; ///< titles of columns and groups, icons
+    QColor disabled;  ///< disabled text
+    QColor accent;    ///< selection and focus
     QColor on_accent;
-    QColor readout;    ///< a value that can't be edited
+    QColor readout;    ///< a read-only value
     QColor difference; ///< bytes that differ between two EDIDs
     QColor shadow;     ///< one layer of it
 };
 
 const scheme_colors& colors_of(scheme s);
-/// Of the scheme that a palette belongs to.
+/// The scheme that a palette belongs to.
 const scheme_colors& colors_of(const QPalette& p);
 scheme scheme_of(const QPalette& p);
 
-/// What the toolkit itself draws with.
+/// Qt's own palette.
 QPalette palette_of(scheme s);
 
-/// Text and marks on the colour of a lit button, in both schemes.
+/// Text and marks on a lit button, in both schemes.
 QColor on_lamp();
 
 } // namespace desk::qt

@@ -1,7 +1,7 @@
 #include "qt/text_box_adapter.h"
 
 #include "controls/operator_actions.h"
-#include "qt/look.h"
+#include "qt/appearance.h"
 #include "qt/metrics.h"
 #include "qt/text_page.h"
 
@@ -24,7 +24,7 @@ namespace desk::qt {
 
 namespace {
 
-/// The character code of a key, as KeyPress tells it; none for a key without a character.
+/// The character code for KeyPress; none for a key without a character.
 std::optional<int> character_code(const QKeyEvent& e) {
     if (e.key() == Qt::Key_Return || e.key() == Qt::Key_Enter) return 13;
     return e.text().isEmpty() ? std::nullopt : std::optional(static_cast<int>(e.text().at(0).unicode()));
@@ -54,13 +54,13 @@ protected:
         edit_->setSelection(model_.sel_start(), model_.sel_length());
     }
 
-    bool take_event(QEvent* e) override {
+    bool handle_event(QEvent* e) override {
         switch (e->type()) {
         case QEvent::FocusIn:
             focused_by_mouse_ = static_cast<QFocusEvent*>(e)->reason() == Qt::MouseFocusReason;
             break;
         case QEvent::MouseButtonRelease:
-            // the click that brought the focus has put the cursor, and taken the selection that GotFocus made
+            // the click that set the focus has placed the cursor and cleared the selection made by GotFocus
             if (focused_by_mouse_ && !edit_->hasSelectedText() && model_.sel_length() > 0)
                 edit_->setSelection(model_.sel_start(), model_.sel_length());
             focused_by_mouse_ = false;
@@ -68,7 +68,7 @@ protected:
         case QEvent::KeyPress:
             if (const auto code = character_code(*static_cast<QKeyEvent*>(e))) {
                 act([&] { press_key(model_, *code); });
-                // the box has had it: it does not reach the window too
+                // the box has handled it: the window does not see it
                 return *code == 13;
             }
             break;
@@ -85,7 +85,7 @@ private:
     bool focused_by_mouse_ = false;
 };
 
-/// A text whose letters keep their size: the toolkit's wheel with Ctrl would make those of one text larger or smaller.
+/// A text with fixed letter size: by default Ctrl and the wheel would zoom it.
 template <class Edit>
 class page_box final : public Edit {
 public:
@@ -100,8 +100,8 @@ protected:
     }
 };
 
-/// A box of many lines. A plain one takes a text of any length in no time; one on the grid keeps its lines at the
-/// height of a cell, which the plain one can't.
+/// A multi-line box. The plain kind takes a text of any length quickly; the grid kind keeps its lines at cell height,
+/// which the plain one can't.
 template <class Edit>
 class page_box_adapter final : public control_adapter {
 public:
@@ -144,7 +144,7 @@ protected:
         const QString text = shown_text(model_.text.get());
         if (shown_ == text) return;
         QTextCursor cursor(edit_->document());
-        // most texts grow at their end
+        // most texts grow at the end
         if (!shown_.isEmpty() && text.startsWith(shown_)) {
             cursor.movePosition(QTextCursor::End);
             cursor.insertText(text.mid(shown_.size()));
@@ -152,17 +152,17 @@ protected:
             cursor.select(QTextCursor::Document);
             cursor.setBlockFormat(lines_);
             cursor.insertText(text);
-            // another text is read from its beginning
+            // a different text starts at the top
             edit_->verticalScrollBar()->setValue(0);
         }
         shown_ = text;
     }
 
 private:
-    /// As the scroll bar counts: a plain one counts lines.
+    /// In units of the scroll bar: a plain box counts lines.
     double line_height() const { return lines_.hasProperty(QTextFormat::LineHeight) ? lines_.lineHeight() : 1; }
 
-    /// After another scale.
+    /// Call after a change of scale.
     void keep_in_sight() {
         if (!in_sight_) return;
         edit_->horizontalScrollBar()->setValue(qRound(in_sight_->x() * scale()));
@@ -173,12 +173,12 @@ private:
     text_box& model_;
     Edit* edit_;
     double drawn_at_ = 1;
-    std::optional<QPointF> in_sight_; // the first column and line, while the scale changes
+    std::optional<QPointF> in_sight_; // first visible column and line, while the scale changes
     QTextBlockFormat lines_;
-    QString shown_; // our own copy: the document's end differs from the text's
+    QString shown_; // our own copy: the document ends differently
 };
 
-/// A locked box of many lines, for a text of any length.
+/// A read-only multi-line box for a text of any length.
 class text_page_adapter final : public control_adapter {
 public:
     text_page_adapter(text_box& model, QWidget* parent, event_gate& gate)

@@ -5,7 +5,7 @@
 
 namespace desk::qt {
 
-/// A box of one line, or of many lines, where the fixed-pitch font stands on a grid of 8 x 16 pixels.
+/// Creates a single-line box, or a multi-line one with the fixed-pitch font on a grid of 8 x 16 pixels.
 std::unique_ptr<control_adapter> make_text_box_adapter(text_box& model, QWidget* parent, event_gate& gate);
 
 } // namespace desk::qt

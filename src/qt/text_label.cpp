@@ -1,6 +1,6 @@
 #include "qt/text_label.h"
 
-#include "qt/look.h"
+#include "qt/appearance.h"
 #include "qt/metrics.h"
 
 #include <QGroupBox>
@@ -27,9 +27,9 @@ void text_label::set_colors(color fore, color back) {
     update();
 }
 
-QColor text_label::ground() const {
+QColor text_label::background() const {
     const scheme_colors& colors = colors_of(palette());
-    if (back_ != color_button_face) return ground_of(back_, colors);
+    if (back_ != color_button_face) return background_of(back_, colors);
     for (const QWidget* w = parentWidget(); w != nullptr; w = w->parentWidget())
         if (qobject_cast<const QGroupBox*>(w) != nullptr) return colors.surface;
     return colors.window;
@@ -45,15 +45,15 @@ void text_label::paintEvent(QPaintEvent* /*e*/) {
     if (back_ != color_button_face) {
         const double line = hairline(this);
         painter.setPen(back_ == color_readout ? QPen(colors.border, line) : QPen(Qt::NoPen));
-        painter.setBrush(ground());
+        painter.setBrush(background());
         painter.drawRoundedRect(QRectF(place).adjusted(line / 2, line / 2, -line / 2, -line / 2), radius, radius);
         const int side = scaled(metric::text_inset, this);
         place.adjust(side, scaled(2, this), -side, -scaled(2, this));
     }
     const QFontMetrics metrics = painter.fontMetrics();
     const QColor ink = ink_of(fore_, colors);
-    if (!text_.isEmpty() && contrast(ink, ground()) < readable_contrast) {
-        // a colour of the models that can't be read here lies on a plate of its own
+    if (!text_.isEmpty() && contrast(ink, background()) < readable_contrast) {
+        // a model colour that is unreadable here gets a plate of its own
         const QColor plate = contrast(ink, on_lamp()) > contrast(ink, Qt::white) ? on_lamp() : QColor(Qt::white);
         const int side = scaled(metric::text_inset, this);
         QRect behind(0, 0, metrics.horizontalAdvance(text_) + 2 * side, metrics.height());
@@ -71,7 +71,7 @@ void text_label::draw_lines(QPainter& painter, const QRect& place) const {
     const QFontMetrics metrics = painter.fontMetrics();
     const Qt::Alignment place_of_text = Qt::AlignLeft | (in_middle_ ? Qt::AlignVCenter : Qt::AlignTop);
     const int at = static_cast<int>(place_of_text.toInt());
-    // one that has room for a single line shows both ends of a long one, as of a path
+    // a label with room for one line elides the middle, as for a path
     if (line_pitch_ == 0 && place.height() < 2 * metrics.height()) {
         painter.drawText(place, at | Qt::TextSingleLine, metrics.elidedText(text_, Qt::ElideMiddle, place.width()));
         return;

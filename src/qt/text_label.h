@@ -9,7 +9,7 @@
 
 namespace desk::qt {
 
-/// A label whose lines can stand at a pitch of their own, since boxes and buttons beside it stand at that pitch.
+/// A label with an optional line pitch, which matches the boxes and buttons beside it.
 class text_label final : public QWidget {
     Q_OBJECT
 
@@ -17,11 +17,11 @@ public:
     explicit text_label(QWidget* parent);
 
     void set_text(const QString& text);
-    /// Pixels from line to line; 0: as the font has it, and long lines are broken.
+    /// Pixels per line; 0: the font's own pitch, with word wrap.
     void set_line_pitch(double pitch) { line_pitch_ = pitch; }
-    /// Centred in the label's height, or at its top.
+    /// Centred vertically, or at the top.
     void set_in_middle(bool in_middle) { in_middle_ = in_middle; }
-    /// `color_button_face` behind: what lies under the label shows.
+    /// `color_button_face` as `back` is transparent.
     void set_colors(color fore, color back);
 
     const QString& text() const { return text_; }
@@ -37,8 +37,8 @@ protected:
     void keyPressEvent(QKeyEvent* e) override;
 
 private:
-    /// The colour on which the text is read.
-    QColor ground() const;
+    /// The colour behind the text.
+    QColor background() const;
     void draw_lines(QPainter& painter, const QRect& place) const;
 
     QString text_;

@@ -1,6 +1,6 @@
 #include "qt/text_on_clipboard.h"
 
-#include "qt/look.h"
+#include "qt/appearance.h"
 
 namespace desk::qt {
 

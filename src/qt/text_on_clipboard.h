@@ -7,7 +7,7 @@
 
 namespace desk::qt {
 
-/// A text that is converted for the receiver only when it is pasted.
+/// A text that is converted only when it is pasted.
 class text_on_clipboard final : public QMimeData {
     Q_OBJECT
 

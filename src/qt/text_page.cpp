@@ -1,6 +1,6 @@
 #include "qt/text_page.h"
 
-#include "qt/look.h"
+#include "qt/appearance.h"
 #include "qt/scheme.h"
 #include "qt/text_on_clipboard.h"
 
@@ -24,11 +24,11 @@ namespace desk::qt {
 namespace {
 
 constexpr int margin = 4;
-constexpr int columns_a_step = 3;
+constexpr int columns_per_step = 3;
 constexpr int edge_ms = 50;
 constexpr std::size_t longest_announced = 4096;
 
-/// What lies above the capital letters.
+/// The space above capital letters.
 int accent_room(const QFontMetrics& metrics) { return metrics.ascent() - metrics.capHeight(); }
 
 QString shown(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
@@ -46,11 +46,11 @@ text_page::text_page(const text_box& model, QWidget* parent) : QAbstractScrollAr
 }
 
 void text_page::set_scale(double scale) {
-    // the ranges wait for the new size, so that no line in sight is lost between the two
+    // the scroll ranges wait for the new size, so that the visible lines are not lost in between
     if (!kept_column_) kept_column_ = horizontalScrollBar()->value() / cell_;
     cell_ = cell_width * scale;
     setFont(font_of(model_.font, scale));
-    horizontalScrollBar()->setSingleStep(qRound(columns_a_step * cell_));
+    horizontalScrollBar()->setSingleStep(qRound(columns_per_step * cell_));
 }
 
 void text_page::catch_up() {
@@ -66,12 +66,12 @@ void text_page::catch_up() {
     replacements_ = model_.text.replacements();
     set_scroll_ranges();
     if (replaced) {
-        beyond_edge_.stop();
+        autoscroll_.stop();
         unit_ = unit::character;
         first_unit_ = {};
         anchor_ = cursor_ = 0;
         keeps_column_ = false;
-        // another text shows its beginning
+        // a different text starts at the top left
         verticalScrollBar()->setValue(0);
         horizontalScrollBar()->setValue(0);
     }
@@ -84,7 +84,7 @@ void text_page::catch_up() {
 }
 
 int text_page::line_height() const {
-    // a font has room for accents there
+    // a font reserves that space for accents
     const QFontMetrics metrics = fontMetrics();
     return metrics.lineSpacing() - accent_room(metrics);
 }
@@ -312,7 +312,7 @@ void text_page::mouseDoubleClickEvent(QMouseEvent* e) {
     since_double_click_.start();
     pointer_ = e->position().toPoint();
     unit_ = unit::word;
-    // the character under the pointer, also where its end is nearer
+    // the character under the pointer, even if its end is nearer
     first_unit_ = unit_at(offset_at(pointer_ - QPoint(qRound(cell_ / 2), 0)));
     select(first_unit_.begin, first_unit_.end);
 }
@@ -322,26 +322,26 @@ void text_page::mouseMoveEvent(QMouseEvent* e) {
     pointer_ = e->position().toPoint();
     extend_to(pointer_);
     if (viewport()->rect().contains(pointer_))
-        beyond_edge_.stop();
-    else if (!beyond_edge_.isActive())
-        beyond_edge_.start(edge_ms, this);
+        autoscroll_.stop();
+    else if (!autoscroll_.isActive())
+        autoscroll_.start(edge_ms, this);
 }
 
 void text_page::mouseReleaseEvent(QMouseEvent* e) {
     if (e->button() != Qt::LeftButton) return;
-    beyond_edge_.stop();
+    autoscroll_.stop();
     offer_selection();
 }
 
 void text_page::timerEvent(QTimerEvent* e) {
-    if (e->timerId() != beyond_edge_.timerId()) return QAbstractScrollArea::timerEvent(e);
+    if (e->timerId() != autoscroll_.timerId()) return QAbstractScrollArea::timerEvent(e);
     catch_up();
-    // the release is lost where another window takes the mouse
-    if ((QApplication::mouseButtons() & Qt::LeftButton) == 0) return beyond_edge_.stop();
-    scroll_beyond_edge();
+    // the release is lost if another window takes the mouse
+    if ((QApplication::mouseButtons() & Qt::LeftButton) == 0) return autoscroll_.stop();
+    autoscroll();
 }
 
-void text_page::scroll_beyond_edge() {
+void text_page::autoscroll() {
     const QRect sight = viewport()->rect();
     const auto scroll = [](QScrollBar& bar, int before, int behind, int step) {
         const int distance = before > 0 ? -before : std::max(0, behind);
@@ -379,7 +379,7 @@ bool text_page::move_cursor(const QKeyEvent& e) {
     const auto by_lines = [&](keys::StandardKey move, keys::StandardKey selecting, long long count) {
         const bool selects = e.matches(selecting);
         if (!selects && !e.matches(move)) return false;
-        // a page scrolls as far as the cursor moves
+        // a page key scrolls as far as the cursor moves
         if (std::abs(count) == page) verticalScrollBar()->setValue(verticalScrollBar()->value() + int(count));
         move_lines(count, selects);
         return true;

@@ -2,7 +2,7 @@
 
 #include "controls/controls.h"
 #include "controls/text_lines.h"
-#include "qt/look.h"
+#include "qt/appearance.h"
 
 #include <QAbstractScrollArea>
 #include <QBasicTimer>
@@ -15,35 +15,35 @@
 
 namespace desk::qt {
 
-/// Shows the text of a locked box in fixed pitch. It draws the visible lines straight from the model's text, so a long
-/// text takes little more memory than the model alone. The operator selects and copies with mouse and keyboard.
+/// Shows the text of a read-only box in fixed pitch. Draws the visible lines directly from the model's text, so a
+/// long text takes little extra memory. Supports selecting and copying by mouse and keyboard.
 class text_page : public QAbstractScrollArea {
     Q_OBJECT
 
 public:
     text_page(const text_box& model, QWidget* parent);
 
-    /// Draws the text larger or smaller; the same lines stay in sight.
+    /// Changes the text size; the same lines stay visible.
     void set_scale(double scale);
 
-    /// Reads what the model's text has gained, or all of another text. Every event calls it first, since the model can
-    /// change before its face follows.
+    /// Reads what was appended to the model's text, or all of a new text. Every event calls it first, since the model
+    /// can change before its widget is updated.
     void catch_up();
     const text_lines& lines() const { return lines_; }
 
-    /// Gives parts of the text, in their order, another ground.
+    /// Highlights parts of the text, given in order.
     void set_marks(std::vector<text_lines::range> marks);
     const std::vector<text_lines::range>& marks() const { return marks_; }
 
-    /// Offsets of the text: where the cursor is, and where the selection begins that ends there.
+    /// Text offsets: the cursor, and the other end of the selection.
     std::size_t cursor() const { return cursor_; }
     std::size_t anchor() const { return anchor_; }
     text_lines::range selection() const;
-    /// Selects what lies between two offsets and scrolls to the second.
+    /// Selects the text between two offsets and scrolls to the second.
     void select(std::size_t anchor, std::size_t cursor);
     void select_all();
     void copy();
-    /// An offset as screen readers count: in UTF-16 units of the shown text.
+    /// Converts an offset to UTF-16 units, as screen readers count.
     int position_of(std::size_t offset) const;
 
     /// The place of a character in the viewport, visible or not.
@@ -70,12 +70,11 @@ protected:
 private:
     enum class unit { character, word, line };
 
-    /// Selects without scrolling.
     void set_selection(std::size_t anchor, std::size_t cursor);
     int visible_lines() const;
-    /// From line to line: a little less than the font's own, so that more lines fit and none touches another.
+    /// Line pitch: a little less than the font's, so that more lines fit and none touch.
     int line_height() const;
-    /// Where a column begins, in pixels from the first one.
+    /// Start of a column in pixels, relative to the first one.
     int column_place(std::size_t column) const;
     void set_scroll_ranges();
     /// Extends the selection to a point by whole units.
@@ -86,22 +85,22 @@ private:
     void draw_marks(QPainter& painter, std::size_t line, const QRect& row) const;
     bool move_cursor(const QKeyEvent& e);
     void move_lines(long long count, bool selects);
-    void scroll_beyond_edge();
+    void autoscroll();
 
     const text_box& model_;
     text_lines lines_;
     std::vector<text_lines::range> marks_;
     double cell_ = cell_width;
-    std::optional<double> kept_column_; // the first one in sight, while the scale changes
+    std::optional<double> kept_column_; // first visible column, while the scale changes
     int replacements_ = -1;
     std::size_t anchor_ = 0;
     std::size_t cursor_ = 0;
-    std::size_t column_ = 0; // that moving up and down keeps to
+    std::size_t column_ = 0; // kept by moving up and down
     bool keeps_column_ = false;
     unit unit_ = unit::character;
-    text_lines::range first_unit_; // that the present selection by mouse began with
+    text_lines::range first_unit_; // where the current mouse selection began
     QPoint pointer_;
-    QBasicTimer beyond_edge_;
+    QBasicTimer autoscroll_;
     QElapsedTimer since_double_click_;
 };
 

@@ -1,7 +1,7 @@
 #include "qt/tool_tips.h"
 
 #include "qt/access_keys.h"
-#include "qt/cut_text.h"
+#include "qt/elided_text.h"
 #include "qt/help_lines.h"
 
 #include <QAbstractItemView>
@@ -15,7 +15,7 @@ namespace desk::qt {
 
 tool_tips::tool_tips(const control& model, QWidget& w) : model_(model), widget_(w) {
     w.installEventFilter(this);
-    // the opened list is a window of its own
+    // the open list is a separate window
     if (auto* const combo = qobject_cast<QComboBox*>(&w)) combo->view()->viewport()->installEventFilter(this);
 }
 
@@ -30,21 +30,21 @@ bool tool_tips::eventFilter(QObject* watched, QEvent* e) {
     if (e->type() != QEvent::ToolTip) return QObject::eventFilter(watched, e);
     auto* const under = static_cast<QWidget*>(watched);
     const auto& help = *static_cast<QHelpEvent*>(e);
-    const QString cut = cut_text_at(*under, help.pos());
+    const QString cut = elided_text_at(*under, help.pos());
     if (cut.isEmpty()) return false;
-    // a name from a file is no markup
+    // a name from a file is not markup
     const QString alone = "<qt>" + cut.toHtmlEscaped() + "</qt>";
     QToolTip::showText(help.globalPos(), under == &widget_ ? tool_tip_of(model_, cut) : alone, under);
     return true;
 }
 
-QString tool_tip_of(const control& c, const QString& cut_text) {
+QString tool_tip_of(const control& c, const QString& elided_text) {
     const QString keys = access_key(c).toString(QKeySequence::NativeText);
     QString help = help_line(c);
     if (!keys.isEmpty()) help = help.isEmpty() ? keys : help + " (" + keys + ")";
-    // rich text breaks lines, also short ones
+    // rich text wraps even short lines
     QStringList said;
-    if (!cut_text.isEmpty()) said << cut_text.toHtmlEscaped();
+    if (!elided_text.isEmpty()) said << elided_text.toHtmlEscaped();
     if (!help.isEmpty()) said << "<nobr>" + help.toHtmlEscaped() + "</nobr>";
     if (!c.tool_tip.get().empty()) said << QString::fromStdString(c.tool_tip).toHtmlEscaped();
     return said.isEmpty() ? QString() : "<qt>" + said.join("<br>") + "</qt>";

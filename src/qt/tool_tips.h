@@ -9,13 +9,12 @@ class QWidget;
 
 namespace desk::qt {
 
-/// The tooltip of a control: what it does and by which key, the reason that the model gives, and where its text is cut
-/// under the pointer, the whole text.
+/// The tooltip of a control: what it does, its key, the model's reason, and the full text of what is elided under the
+/// pointer.
 class tool_tips final : public QObject {
 public:
     tool_tips(const control& model, QWidget& w);
 
-    /// Brings the tooltip up to date with the model.
     void follow();
 
 protected:
@@ -27,7 +26,7 @@ private:
     QString shown_;
 };
 
-/// What the tooltip of a control says; rich text, empty where there is nothing to say.
-QString tool_tip_of(const control& c, const QString& cut_text = "");
+/// The tooltip as rich text; empty if there is nothing to say.
+QString tool_tip_of(const control& c, const QString& elided_text = "");
 
 } // namespace desk::qt

@@ -7,7 +7,7 @@ namespace desk::qt {
 
 namespace {
 
-/// "3 bytes differ, the first at 0x12"; empty where none does.
+/// For example "3 bytes differ, the first at 0x12"; empty if none differ.
 QString words_of(const std::vector<std::size_t>& bytes) {
     if (bytes.empty()) return {};
     const QString first = "0x" + QString::number(bytes.front(), 16).rightJustified(2, '0').toUpper();

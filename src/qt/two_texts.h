@@ -12,8 +12,8 @@
 
 namespace desk::qt {
 
-/// The READ and the WRITE text beside each other: they scroll together, line by line, and the bytes that a comparison
-/// has found different are marked in both.
+/// The READ and WRITE texts side by side: they scroll together, line by line, and both highlight the bytes in which a
+/// comparison found them different.
 class two_texts final : public QObject {
 public:
     two_texts(text_page& write, text_page& read, const workbench_frame& view, const difference& differing);
@@ -24,7 +24,7 @@ private:
     struct side {
         text_page& page;
         const text_box& model;
-        QString description; ///< as long as nothing is marked
+        QString description; ///< while nothing is highlighted
     };
     void scroll_along(const side& leader, const side& other);
     static void mark(const side& s, const std::vector<std::size_t>& bytes);

@@ -2,9 +2,9 @@
 
 #include "controls/kinds.h"
 #include "controls/operator_actions.h"
+#include "qt/appearance.h"
 #include "qt/button_adapters.h"
 #include "qt/list_view_adapter.h"
-#include "qt/look.h"
 #include "qt/plain_adapters.h"
 #include "qt/plan_fit.h"
 #include "qt/plan_scale.h"
@@ -20,7 +20,7 @@ namespace desk::qt {
 
 namespace {
 
-/// One that is still found on the screen.
+/// Small, but still easy to find on the screen.
 constexpr QSize smallest_window(120, 80);
 
 } // namespace
@@ -95,7 +95,7 @@ void window_adapter::fit_plan() {
 void window_adapter::set_scale(double scale) {
     set_plan_scale(*this, scale);
     area_.plan().setFont(font_of(text_font::sans, scale));
-    // all of them: this changes no model, and every model is as its adapter last saw it
+    // all of them: this changes no model, and every adapter is up to date
     for (const auto& [model, adapter] : adapters_)
         adapter->follow();
 }
@@ -106,7 +106,7 @@ void window_adapter::share_extra_room(QSize extra) {
         if (model == model_.takes_extra_room)
             adapter->set_extra_room({0, 0, extra.width(), extra.height()});
         else if (model->parent == nullptr)
-            // they stay at the right lower corner
+            // they stay at the lower right corner
             adapter->set_extra_room({-extra.width(), -extra.height(), extra.width(), extra.height()});
     }
 }
@@ -127,7 +127,7 @@ void window_adapter::build(control& c) {
 }
 
 void window_adapter::follow() {
-    guide_.let_go();
+    guide_.drop_unusable_focus();
     follow_focus();
     if (isVisible() != model_.visible) setVisible(model_.visible);
     for (control* c : model_.take_changed()) {
@@ -142,7 +142,7 @@ void window_adapter::follow() {
 }
 
 void window_adapter::focus_first() {
-    // through the model, since the window may not have the keys yet
+    // through the model, since the window may not have the focus yet
     const std::vector<control*> stops = tab_stops(model_);
     if (!stops.empty()) gate_.run([&] { stops.front()->set_focus(); });
 }
@@ -154,7 +154,7 @@ void window_adapter::follow_window() {
 
 void window_adapter::follow_focus() {
     if (model_.focused == nullptr) {
-        // else the toolkit would hand it to the next control, and its keys would work that one
+        // else Qt would focus the next control, and its keys would work that one
         if (focusWidget() != nullptr) setFocus();
         return;
     }
@@ -164,7 +164,7 @@ void window_adapter::follow_focus() {
         focused->second->widget()->setFocus();
     if (in_sight_ == model_.focused) return;
     in_sight_ = model_.focused;
-    if (focused != adapters_.end()) area_.bring_into_sight(*focused->second->widget());
+    if (focused != adapters_.end()) area_.ensure_visible(*focused->second->widget());
 }
 
 void window_adapter::follow_timer(const timer& model, QTimer& ticks) const {
@@ -179,7 +179,7 @@ void window_adapter::follow_timer(const timer& model, QTimer& ticks) const {
 
 void window_adapter::closeEvent(QCloseEvent* e) {
     if (isModal()) {
-        // the model decides whether it goes
+        // the model decides whether it closes
         e->ignore();
         if (model_.on_close) gate_.run(model_.on_close);
         return;
@@ -193,7 +193,7 @@ void window_adapter::closeEvent(QCloseEvent* e) {
 
 void window_adapter::hideEvent(QHideEvent* e) {
     QWidget::hideEvent(e);
-    // one that is minimised is not closed
+    // minimising is not closing
     if (!e->spontaneous()) emit hidden();
 }
 
@@ -205,7 +205,7 @@ void window_adapter::resizeEvent(QResizeEvent* /*e*/) {
 bool window_adapter::event(QEvent* e) {
     const bool taken = QWidget::event(e);
     if (e->type() == QEvent::ScreenChangeInternal) {
-        // texts are legible, and pictures fine enough, at another size
+        // text stays legible and pictures sharp at another size
         extra_room_ = {};
         fit_plan();
     }
@@ -219,24 +219,24 @@ bool window_adapter::focusNextPrevChild(bool next) {
     control* to = next ? stops.front() : stops.back();
     if (now != stops.end() && next && now + 1 != stops.end()) to = *(now + 1);
     if (now != stops.end() && !next && now != stops.begin()) to = *(now - 1);
-    walked_.assign(stops.begin(), std::find(stops.begin(), stops.end(), to) + 1);
+    visited_stops_.assign(stops.begin(), std::find(stops.begin(), stops.end(), to) + 1);
     adapters_.at(to)->widget()->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
     return true;
 }
 
 control* window_adapter::last_stop(const std::vector<control*>& stops) const {
     if (model_.focused != nullptr) return stop_of(stops, model_.focused);
-    // the one with the focus has gone or is at work: its place in the window is kept
-    const auto before = std::find_if(walked_.rbegin(), walked_.rend(), [&](const control* c) {
+    // the focused control has gone or is busy: its place in the tab order is kept
+    const auto before = std::find_if(visited_stops_.rbegin(), visited_stops_.rend(), [&](const control* c) {
         return std::find(stops.begin(), stops.end(), c) != stops.end();
     });
-    return before == walked_.rend() ? nullptr : *before;
+    return before == visited_stops_.rend() ? nullptr : *before;
 }
 
 bool window_adapter::closes_frame(int key) {
     const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
     if (!enter && key != Qt::Key_Escape) return false;
-    button* const b = guide_.way_out(enter);
+    button* const b = guide_.closing_button(enter);
     if (b == nullptr || !can_be_reached(*b)) return false;
     adapters_.at(b)->act([b] { click(*b); });
     return true;
@@ -244,7 +244,7 @@ bool window_adapter::closes_frame(int key) {
 
 void window_adapter::keyPressEvent(QKeyEvent* e) {
     if (closes_frame(e->key())) return;
-    // as its title bar closes it
+    // the same as the title bar's close button
     if (e->key() == Qt::Key_Escape && isModal() && model_.on_close) gate_.run(model_.on_close);
     // a key without a character is no KeyPress
     if (!e->text().isEmpty() && model_.on_key_press) gate_.run([&] { model_.on_key_press(e->text().at(0).unicode()); });

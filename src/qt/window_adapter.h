@@ -17,24 +17,23 @@
 
 namespace desk::qt {
 
-/// The real window of a window model, with a widget for each control in it and the ticks of its timers.
+/// The real window of a window model, with a widget for each control and a QTimer for each timer.
 class window_adapter final : public QWidget {
     Q_OBJECT
 
 public:
-    /// The main window.
+    /// Creates the main window.
     window_adapter(desk::window& model, event_gate& gate);
-    /// A modal window above `parent`, which its title bar closes only where the model listens to that.
+    /// Creates a modal window above `parent`. Its title bar closes it only if the model handles that.
     window_adapter(desk::window& model, event_gate& gate, QWidget* parent);
 
-    /// Brings every changed control up to date.
+    /// Updates every changed control.
     void follow();
 
-    /// Hands the focus to the first control that takes keys.
     void focus_first();
 
 signals:
-    /// A modal window is closed.
+    /// A modal window has been closed.
     void hidden();
 
 protected:
@@ -48,15 +47,14 @@ protected:
 private:
     void build_all();
     void build(control& c);
-    /// Draws the plan as large as the window has room for it.
     void fit_plan();
     void set_scale(double scale);
-    /// Gives the control that takes it what the plan leaves over, and moves the others along.
+    /// Gives the extra room to the control that grows, and moves the others along.
     void share_extra_room(QSize extra);
     void follow_window();
     void follow_focus();
     bool closes_frame(int key);
-    /// The stop of the tab key that it goes on from; none: nullptr.
+    /// The stop from which the tab key continues, or nullptr.
     control* last_stop(const std::vector<control*>& stops) const;
     void follow_timer(const timer& model, QTimer& ticks) const;
 
@@ -66,12 +64,12 @@ private:
     window_place place_;
     plan_area& area_;
     QSize extra_room_;
-    const control* in_sight_ = nullptr; // the focus that was scrolled to
+    const control* in_sight_ = nullptr; // the focused control last scrolled to
     std::map<const control*, std::unique_ptr<control_adapter>> adapters_;
     std::map<const control*, std::unique_ptr<QTimer>> timers_;
     focus_guide guide_;
     std::unique_ptr<access_keys> keys_;
-    std::vector<control*> walked_; // the stops up to the one that the tab key went to last
+    std::vector<control*> visited_stops_; // the stops up to the latest one that the tab key reached
 };
 
 } // namespace desk::qt

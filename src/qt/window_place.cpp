@@ -16,7 +16,7 @@ namespace desk::qt {
 
 namespace {
 
-/// What a window manager usually puts around a window.
+/// A typical window frame.
 constexpr QMargins usual_frame(2, 30, 2, 2);
 constexpr double largest_scale = std::numeric_limits<double>::infinity();
 
@@ -39,14 +39,14 @@ window_place::window_place(QWidget& window, QSize plan, const QWidget* above)
 }
 
 QMargins window_place::frame_margins() const {
-    if (!has_been_seen_ || window_.windowHandle() == nullptr) return assumed_frame_;
+    if (!has_been_shown_ || window_.windowHandle() == nullptr) return assumed_frame_;
     const QMargins frame = window_.windowHandle()->frameMargins();
     return frame.isNull() ? assumed_frame_ : frame;
 }
 
 QSize window_place::size_within(QSize room, double largest) const {
     const double ratio = window_.screen()->devicePixelRatio();
-    // on its way to pixels of the screen and back a size can lose one
+    // a size can lose one pixel on the way to screen pixels and back
     const int lost = ratio > std::floor(ratio) ? 1 : 0;
     const QMargins spare(0, 0, lost, lost);
     return plan_pixels(plan_, first_scale(plan_, room, spare, ratio, largest)).grownBy(spare).boundedTo(room);
@@ -59,9 +59,9 @@ QSize window_place::room_on_screen() const {
 bool window_place::eventFilter(QObject* watched, QEvent* e) {
     if (watched == &window_ && e->type() == QEvent::Show && !screen_changes_) on_first_show();
     if (watched == window_.windowHandle() && e->type() == QEvent::Expose && window_.windowHandle()->isExposed() &&
-        !has_been_seen_) {
-        has_been_seen_ = true;
-        // not while the window is being drawn
+        !has_been_shown_) {
+        has_been_shown_ = true;
+        // not while the window is being painted
         QMetaObject::invokeMethod(this, &window_place::correct_first_size, Qt::QueuedConnection);
     }
     return false;
@@ -82,7 +82,7 @@ void window_place::watch_screen() {
 }
 
 void window_place::correct_first_size() {
-    // a window manager or the operator has been quicker
+    // a window manager or the operator was quicker
     const QSize changed = window_.size() - first_size_;
     const bool is_first = std::abs(changed.width()) <= 1 && std::abs(changed.height()) <= 1;
     if (window_.isMaximized() || window_.isFullScreen() || !is_first) return;

@@ -9,15 +9,15 @@ class QWidget;
 
 namespace desk::qt {
 
-/// The size with which a window opens, and its place on the screen. Nothing of it is remembered from run to run.
+/// The size and place with which a window opens. Nothing is remembered between runs.
 class window_place final : public QObject {
     Q_OBJECT
 
 public:
-    /// `plan` in twips. A window above another one opens in its middle, at its scale if that fits.
+    /// `plan` in twips. A window above another one opens in its centre, at its scale if that fits.
     window_place(QWidget& window, QSize plan, const QWidget* above);
 
-    /// The scale of the window above which this one opens; 1 for the main window.
+    /// The scale of the window below; 1 for the main window.
     double usual_scale() const { return usual_scale_; }
 
 protected:
@@ -32,7 +32,7 @@ private:
     void on_first_show();
     void correct_first_size();
     void watch_screen();
-    /// After the screen has become smaller.
+    /// Called after the screen has become smaller.
     void fit_on_screen();
     void keep_in_sight();
 
@@ -41,7 +41,7 @@ private:
     double usual_scale_;
     QMargins assumed_frame_;
     QSize first_size_;
-    bool has_been_seen_ = false;
+    bool has_been_shown_ = false;
     QMetaObject::Connection screen_changes_;
 };
 

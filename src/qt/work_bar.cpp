@@ -15,13 +15,12 @@ namespace {
 
 using std::chrono::milliseconds;
 
-constexpr milliseconds shown_after(100);
-/// The end of the work is seen too.
-constexpr milliseconds last_sight(250);
+constexpr milliseconds show_delay(100);
+/// How long the finished bar stays visible.
+constexpr milliseconds linger(250);
 constexpr int whole = 10'000;
 constexpr int bar_height = 3;
 constexpr milliseconds step_time(40);
-/// The wandering piece crosses the window in this many steps.
 constexpr int steps_across = 40;
 
 } // namespace
@@ -32,60 +31,60 @@ work_bar::work_bar(QWidget& window, const exchange& link) : QProgressBar(&window
     setTextVisible(false);
     setRange(0, whole);
     setAttribute(Qt::WA_TransparentForMouseEvents);
-    goes_.setSingleShot(true);
-    goes_.setInterval(last_sight);
-    connect(&goes_, &QTimer::timeout, this, &QWidget::hide);
+    hide_timer_.setSingleShot(true);
+    hide_timer_.setInterval(linger);
+    connect(&hide_timer_, &QTimer::timeout, this, &QWidget::hide);
     hide();
     window.installEventFilter(this);
 }
 
 void work_bar::follow() {
     if (exchange_.tries < 2)
-        again_.invalidate();
-    else if (!again_.isValid())
-        again_.start();
-    const bool tries_again = again_.isValid() && milliseconds(again_.elapsed()) >= shown_after;
-    const bool busy = exchange_.progress.at_work() || tries_again;
+        retrying_.invalidate();
+    else if (!retrying_.isValid())
+        retrying_.start();
+    const bool retrying = retrying_.isValid() && milliseconds(retrying_.elapsed()) >= show_delay;
+    const bool busy = exchange_.progress.at_work() || retrying;
     if (!busy) {
-        if (busy_.isValid() && isVisible()) goes_.start();
+        if (busy_.isValid() && isVisible()) hide_timer_.start();
         busy_.invalidate();
-        words_.clear();
+        reason_.clear();
         return;
     }
     if (!busy_.isValid()) busy_.start();
-    words_ = tries_again ? "No answer yet: trying again" : "";
-    // less shows only if the bar is there already
-    if (milliseconds(busy_.elapsed()) < shown_after && !tries_again && !isVisible()) return;
-    goes_.stop();
-    measured_ = !tries_again && !exchange_.progress.has_no_measure();
+    reason_ = retrying ? "No answer yet: trying again" : "";
+    // shorter work shows only if the bar is visible already
+    if (milliseconds(busy_.elapsed()) < show_delay && !retrying && !isVisible()) return;
+    hide_timer_.stop();
+    measured_ = !retrying && !exchange_.progress.has_no_measure();
     if (measured_) {
-        wanders_.invalidate();
+        indeterminate_.invalidate();
         setValue(static_cast<int>(exchange_.progress.fraction() * whole));
     } else {
-        if (!wanders_.isValid()) wanders_.start();
-        const int step = static_cast<int>(milliseconds(wanders_.elapsed()) / step_time);
+        if (!indeterminate_.isValid()) indeterminate_.start();
+        const int step = static_cast<int>(milliseconds(indeterminate_.elapsed()) / step_time);
         if (step != drawn_step_) update();
         drawn_step_ = step;
     }
-    if (accessibleDescription() != words_) setAccessibleDescription(words_);
-    come_up();
+    if (accessibleDescription() != reason_) setAccessibleDescription(reason_);
+    show_on_top();
 }
 
-void work_bar::come_up() {
-    lie_at_foot();
+void work_bar::show_on_top() {
+    move_to_bottom();
     if (isVisible()) return;
     raise();
     show();
 }
 
-void work_bar::lie_at_foot() {
+void work_bar::move_to_bottom() {
     const int height = std::max(bar_height, qRound(bar_height * plan_scale(&window_)));
-    const QRect foot(0, window_.height() - height, window_.width(), height);
-    if (geometry() != foot) setGeometry(foot);
+    const QRect bottom(0, window_.height() - height, window_.width(), height);
+    if (geometry() != bottom) setGeometry(bottom);
 }
 
 bool work_bar::eventFilter(QObject* watched, QEvent* e) {
-    if (e->type() == QEvent::Resize && isVisible()) lie_at_foot();
+    if (e->type() == QEvent::Resize && isVisible()) move_to_bottom();
     return QProgressBar::eventFilter(watched, e);
 }
 

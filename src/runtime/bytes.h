@@ -7,7 +7,7 @@
 
 namespace desk {
 
-/// Raw bytes as they stand on the line or in a file.
+/// Raw bytes of the line or of a file.
 using bytes = std::vector<std::uint8_t>;
 
 inline bytes bytes_of(std::string_view text) { return {text.begin(), text.end()}; }

@@ -9,25 +9,25 @@
 
 namespace desk {
 
-/// What a written file outlives once the writing has returned. A killed program costs no time; the loss of power costs
-/// the time that the disk takes.
+/// What a written file survives once the call has returned. Surviving a killed program costs no time; surviving a
+/// power loss costs a disk flush.
 enum class outlives { killed_program, power_loss };
 
 /// Who can open a new file.
 enum class open_to {
-    others, ///< whom the system's defaults allow
+    others, ///< the system's default
     owner,  ///< nobody else
 };
 
-// What differs from system to system in reading and writing files: one .cpp each. Errors come back as conditions of
-// std::errc; std::errc::not_supported means that a name leads to something other than a regular file, which is then
-// not opened.
+// The system-dependent parts of reading and writing files: one .cpp for each system. Errors are returned as
+// conditions of std::errc; std::errc::not_supported means that a name leads to something other than a regular file,
+// which is then not opened.
 
-/// Reads the first bytes of a regular file, `most` of them at most.
+/// Reads the first bytes of a regular file, `most` at most.
 std::error_code read_file(const std::filesystem::path& path, std::size_t most, std::string& bytes);
 
-/// Whether an existing regular file can be written, and has no second name that would keep the old content if the file
-/// were replaced.
+/// Whether an existing regular file can be written, and whether it has no second name, which would keep the old
+/// content if the file were replaced.
 struct old_file_state {
     std::error_code error;
     bool has_one_name = true;
@@ -45,12 +45,12 @@ std::error_code write_new_file_like(const std::filesystem::path& old, const std:
 /// Atomically renames a file over another one in the same folder.
 std::error_code rename_over(const std::filesystem::path& from, const std::filesystem::path& to, outlives worst);
 
-/// Writes `bytes` over an existing regular file, which keeps its owner, group, access list and mode, and cuts it to
-/// their length. If it fails, the file holds the old bytes again.
+/// Overwrites an existing regular file with `bytes` and truncates it to their length; it keeps its owner, group,
+/// access list and mode. If it fails, the file holds the old bytes again.
 std::error_code write_in_place(const std::filesystem::path& path, std::string_view bytes, outlives worst);
 
-/// Keeps other programs out of a folder while they rename files there. Waits five seconds at most, and goes on without
-/// the lock where the file system has none.
+/// Keeps other programs out of a folder while they rename files there. Waits at most five seconds, and continues
+/// without the lock if the file system has none.
 class folder_lock {
 public:
     explicit folder_lock(const std::filesystem::path& folder);

@@ -38,8 +38,8 @@ constexpr std::string_view beside_start = "velotrace";
 constexpr std::string_view beside_end = ".new";
 constexpr std::size_t beside_digits = 8;
 
-/// A short name of its own in the same folder, so that no file of somebody else's is touched; no other thread and, as
-/// good as surely, no other program has the same.
+/// A short unique name in the same folder, so that nobody else's file is touched. No other thread has the same, and
+/// another program only by an unlikely chance.
 std::filesystem::path name_beside(const std::filesystem::path& path) {
     static std::atomic<std::uint32_t> next = std::random_device{}();
     std::string number = hex(next++);
@@ -64,8 +64,8 @@ bool is_left_behind(const std::filesystem::directory_entry& file) {
     return !error && std::filesystem::file_time_type::clock::now() - written > std::chrono::minutes(1);
 }
 
-/// Whether a file can't be replaced but may be open to writing: its folder is protected, the system holds it fast, or
-/// a new file can't have its owner, group, access list and mode.
+/// Whether a file can't be replaced but may be writable: its folder is protected, the system has it in use, or a new
+/// file can't get its owner, group, access list and mode.
 bool keeps_names(const std::error_code& error) {
     for (const std::errc kept : {std::errc::permission_denied, std::errc::operation_not_permitted,
                                  std::errc::read_only_file_system, std::errc::device_or_resource_busy}) {
@@ -74,7 +74,7 @@ bool keeps_names(const std::error_code& error) {
     return false;
 }
 
-/// Where a name leads, through links whose end need not exist.
+/// Resolves links whose target need not exist.
 std::filesystem::path end_of_links(std::filesystem::path path) {
     constexpr int most_links = 40;
     std::error_code error;
@@ -83,7 +83,7 @@ std::filesystem::path end_of_links(std::filesystem::path path) {
     return path;
 }
 
-/// Creates the file beside `target` and renames it over that.
+/// Creates the file beside `target` and renames it over `target`.
 std::error_code put_in_place_of(const std::filesystem::path& target, bool is_there, std::string_view bytes,
                                 outlives worst) {
     std::filesystem::path beside;
@@ -105,11 +105,11 @@ std::error_code replace(const std::filesystem::path& path, std::string_view byte
     const std::filesystem::file_status status = std::filesystem::status(path, error);
     if (!std::filesystem::status_known(status)) return error;
     const bool is_there = std::filesystem::exists(status);
-    // a file that is protected from writing is not replaced either
+    // a write-protected file is not replaced either
     const old_file_state old = is_there ? look_at_old_file(path) : old_file_state();
     if (old.error) return old.error;
     const std::filesystem::path target = end_of_links(path);
-    // the folder is looked through once for each file saved by hand, not for each of thousands
+    // the folder is scanned once for each file saved by hand, not for each of thousands
     if (worst == outlives::power_loss) remove_left_behind(target.parent_path());
     if (!old.has_one_name) return write_in_place(target, bytes, worst);
     error = put_in_place_of(target, is_there, bytes, worst);

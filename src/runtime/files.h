@@ -9,36 +9,36 @@
 
 namespace desk {
 
-/// A path from UTF-8 text, and back.
+/// Convert between paths and UTF-8 text.
 std::filesystem::path path_from_utf8(std::string_view text);
 std::string utf8_from_path(const std::filesystem::path& path);
 
-/// The length of the longest file that is read, in bytes.
+/// The longest file that is read, in bytes.
 inline constexpr std::size_t longest_file = std::size_t{16} * 1024 * 1024;
 
-/// Reads a regular file of at most `longest_file` bytes; links are followed. Throws failure::file_not_found where there
-/// is none, and failure::path_file_access_error for anything else that can't be read: a folder, a longer file, a device
+/// Reads a regular file of at most `longest_file` bytes; follows links. Throws failure::file_not_found if there is
+/// none, and failure::path_file_access_error for anything else that can't be read: a folder, a longer file, a device
 /// or a pipe, which are not opened.
 std::string read_whole_file(const std::filesystem::path& path);
 
-/// Reads the first bytes of a regular file, `most` of them at most. Throws the same.
+/// Reads the first bytes of a regular file, `most` at most. Throws the same.
 std::string read_start_of_file(const std::filesystem::path& path, std::size_t most);
 
-/// Replaces a regular file by `bytes`, or creates it. The new file is written beside the old one under another name and
-/// renamed over it, so that the name leads to the old or the new content at any moment, never to half of one. A link
-/// stays a link. The new file has the owner, group, access list and mode of the old one.
-/// The file is written over in place if the folder takes no new file, if the new file can't have what the old one has,
-/// or if the old one has more than one name; then a program killed in the middle leaves a mixture.
-/// Throws failure::path_file_access_error and leaves the old file; a device, a pipe or a folder is not opened.
+/// Replaces a regular file by `bytes`, or creates it. Writes the new file beside the old one and renames it over
+/// that, so the name leads to the complete old or new content at any moment. A link stays a link. The new file has
+/// the owner, group, access list and mode of the old one. Writes in place if the folder accepts no new file, if the
+/// new file can't get these attributes, or if the old file has more than one name; a program killed in the middle
+/// then leaves a mixture. Throws failure::path_file_access_error and leaves the old file; does not open a device, a
+/// pipe or a folder.
 void replace_whole_file(const std::filesystem::path& path, std::string_view bytes,
                         outlives worst = outlives::power_loss);
 
-/// Removes the files that killed programs have left in a folder before they could be renamed. replace_whole_file does
-/// so itself for what outlives the loss of power.
+/// Removes temporary files that killed programs have left in a folder. replace_whole_file does so itself for
+/// outlives::power_loss.
 void remove_left_behind(const std::filesystem::path& folder);
 
-/// Writes `bytes` over the first bytes of a file; a longer one keeps its tail, a missing one is created. The file is
-/// replaced whole, as above. Throws failure::path_file_access_error and leaves the old file.
+/// Overwrites the first bytes of a file; a longer file keeps its tail, a missing one is created. The file is replaced
+/// whole, as above. Throws failure::path_file_access_error and leaves the old file.
 void write_over_file(const std::filesystem::path& path, std::string_view bytes);
 
 } // namespace desk

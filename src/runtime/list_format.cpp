@@ -23,20 +23,20 @@ list_reader::list_reader(std::string_view text) : text_(text) {
 
 bool list_reader::at_line_end_or_comma() const { return text_[at_] == ',' || text_[at_] == '\r' || text_[at_] == '\n'; }
 
-void list_reader::skip_blanks() {
+void list_reader::skip_spaces() {
     while (!at_end() && (text_[at_] == ' ' || text_[at_] == '\t'))
         ++at_;
 }
 
 void list_reader::skip_separator() {
-    skip_blanks();
+    skip_spaces();
     if (at_end() || !at_line_end_or_comma()) return;
     const bool cr_lf = text_.substr(at_).starts_with("\r\n");
     at_ += cr_lf ? 2 : 1;
 }
 
 std::string list_reader::read_string() {
-    skip_blanks();
+    skip_spaces();
     if (at_end()) throw runtime_failure(failure::input_past_end_of_file, "a text is missing at the end of the file");
     std::string value;
     if (text_[at_] == '"') {
@@ -55,7 +55,7 @@ std::string list_reader::read_string() {
 }
 
 double list_reader::read_number() {
-    skip_blanks();
+    skip_spaces();
     if (at_end()) throw runtime_failure(failure::input_past_end_of_file, "a number is missing at the end of the file");
     const std::size_t start = at_;
     while (!at_end() && !at_line_end_or_comma() && text_[at_] != ' ' && text_[at_] != '\t')

@@ -24,7 +24,6 @@ constexpr const char* access_list = "system.posix_acl_access";
 std::error_code last_error() { return {errno, std::generic_category()}; }
 std::error_code not_kept() { return std::make_error_code(std::errc::operation_not_permitted); }
 
-/// A descriptor that closes itself.
 class descriptor {
 public:
     explicit descriptor(int number) : number_(number) {}
@@ -34,25 +33,25 @@ public:
         if (number_ >= 0) ::close(number_);
     }
     int number() const { return number_; }
-    /// Some file systems report only here that the disk is full.
+    /// Some file systems report a full disk only here.
     std::error_code close() { return ::close(std::exchange(number_, -1)) == 0 ? std::error_code() : last_error(); }
 
 private:
     int number_;
 };
 
-std::error_code what_is_wrong_with(const struct stat& status) {
+std::error_code problem_of(const struct stat& status) {
     if (S_ISREG(status.st_mode)) return {};
     return std::make_error_code(S_ISDIR(status.st_mode) ? std::errc::is_a_directory : std::errc::not_supported);
 }
 
-/// An existing regular file; anything else is not opened, since opening a pipe waits and opening a device can do
-/// anything.
+/// An existing regular file. Anything else is not opened, since opening a pipe blocks and opening a device can have
+/// effects.
 class regular_file {
 public:
     regular_file(const std::filesystem::path& path, int mode) : file_(open(path, mode)) {
-        // the name can lead somewhere else since it was looked at
-        if (!error_) error_ = ::fstat(file_.number(), &status_) == 0 ? what_is_wrong_with(status_) : last_error();
+        // the name may lead elsewhere by now
+        if (!error_) error_ = ::fstat(file_.number(), &status_) == 0 ? problem_of(status_) : last_error();
     }
     const std::error_code& error() const { return error_; }
     int number() const { return file_.number(); }
@@ -60,9 +59,9 @@ public:
 
 private:
     int open(const std::filesystem::path& path, int mode) {
-        error_ = ::stat(path.c_str(), &status_) == 0 ? what_is_wrong_with(status_) : last_error();
+        error_ = ::stat(path.c_str(), &status_) == 0 ? problem_of(status_) : last_error();
         if (error_) return -1;
-        // a file server gives up its lease on a file when somebody asks for it
+        // a file server revokes its lease on a file on request
         const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(1);
         while (true) {
             const int opened = ::open(path.c_str(), mode | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
@@ -78,7 +77,7 @@ private:
 };
 
 std::error_code flush(int file) {
-    // a file system that knows no flushing is no reason to refuse the file
+    // accept a file system without fsync
     return ::fsync(file) == 0 || errno == EINVAL ? std::error_code() : last_error();
 }
 
@@ -95,7 +94,7 @@ std::error_code write_all(int file, std::string_view bytes) {
     return {};
 }
 
-/// Appends what a file still holds, up to `most` bytes in all.
+/// Appends the rest of a file, up to `most` bytes in all.
 std::error_code read_up_to(int file, std::size_t most, std::string& bytes) {
     constexpr std::size_t piece = 65536;
     while (bytes.size() < most) {
@@ -117,15 +116,15 @@ std::error_code write_and_cut(int file, std::string_view bytes, outlives worst) 
     return flush(file, worst);
 }
 
-/// Keeps other desks away from a file or folder until it is closed. The wait has an end, since nobody can keep this
-/// desk from its work, and not every file system has locks.
+/// Locks out other desks until the file or folder is closed. The wait is limited, so that nobody can block this desk;
+/// not every file system has locks.
 void lock(int file, std::chrono::milliseconds longest_wait) {
     const auto end = std::chrono::steady_clock::now() + longest_wait;
     while (std::chrono::steady_clock::now() < end && ::flock(file, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
 }
 
-/// The raw access list of a file; empty where it has none.
+/// The raw access list of a file; empty if it has none.
 std::error_code read_access_list(int file, std::string& list) {
     const ssize_t size = ::fgetxattr(file, access_list, nullptr, 0);
     if (size < 0) return errno == ENODATA || errno == ENOTSUP ? std::error_code() : last_error();
@@ -144,8 +143,8 @@ bool same_owner(const struct stat& a, const struct stat& b) { return a.st_uid ==
 
 bool same_mode(const struct stat& a, const struct stat& b) { return ((a.st_mode ^ b.st_mode) & all_mode_bits) == 0; }
 
-/// Gives a new file, which only its owner can open, what an old one has. The mode comes last: up to then the file is
-/// open to nobody whom the old access list does not name.
+/// Copies the attributes of `old` to a new file that only its owner can open. The mode comes last: until then nobody
+/// outside the old access list can open the file.
 std::error_code make_like(const regular_file& old, int file) {
     struct stat now {};
     if (::fstat(file, &now) != 0) return last_error();
@@ -155,7 +154,7 @@ std::error_code make_like(const regular_file& old, int file) {
     if (const std::error_code error = read_access_list(old.number(), list)) return error;
     if (const std::error_code error = set_access_list(file, list)) return error;
     if (::fstat(file, &now) != 0) return last_error();
-    // a file system that gives every file the same mode refuses to change it
+    // a file system with one mode for all files refuses to change it
     if (!same_mode(now, wanted) && ::fchmod(file, wanted.st_mode & all_mode_bits) != 0) return not_kept();
     // some file systems accept all of this and do nothing
     if (::fstat(file, &now) != 0) return last_error();
@@ -202,7 +201,7 @@ std::error_code write_new_file_like(const std::filesystem::path& old, const std:
 std::error_code rename_over(const std::filesystem::path& from, const std::filesystem::path& to, outlives worst) {
     if (::rename(from.c_str(), to.c_str()) != 0) return last_error();
     if (worst == outlives::power_loss) {
-        // the new file has its name already: that the name is not on the disk yet is no failure
+        // the new file is renamed already: a rename not yet on disk is no failure
         const descriptor folder(
             ::open(to.has_parent_path() ? to.parent_path().c_str() : ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
         if (folder.number() >= 0) flush(folder.number());
@@ -218,7 +217,7 @@ std::error_code write_in_place(const std::filesystem::path& path, std::string_vi
     if (const std::error_code error = read_up_to(file.number(), bytes.size(), old)) return error;
     const std::error_code error = write_and_cut(file.number(), bytes, worst);
     if (!error) return {};
-    // a disk that is full still has the room that the old bytes had
+    // even a full disk has the space of the old bytes
     if (::lseek(file.number(), 0, SEEK_SET) == 0 && !write_all(file.number(), old) &&
         ::ftruncate(file.number(), file.status().st_size) == 0)
         flush(file.number(), worst);

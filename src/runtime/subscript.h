@@ -9,7 +9,7 @@ namespace desk {
 /// Throws failure::subscript_out_of_range.
 [[noreturn]] void fail_subscript(std::int64_t subscript, std::size_t size);
 
-/// An element of an array of the desk. Throws failure::subscript_out_of_range for a subscript that it doesn't have.
+/// An element of an array. Throws failure::subscript_out_of_range for an invalid subscript.
 template <class Array>
 auto& element(Array& array, std::integral auto subscript) {
     if (subscript < 0 || static_cast<std::size_t>(subscript) >= array.size())

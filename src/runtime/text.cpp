@@ -15,7 +15,7 @@ namespace {
 /// A finite number as decimal digits: 0.d1d2d3... x 10^point, with its sign.
 struct decimal_digits {
     bool negative = false;
-    std::string digits; // no zeros at the end; empty for zero
+    std::string digits; // no trailing zeros; empty for zero
     int point = 0;
 };
 
@@ -59,7 +59,7 @@ std::string number_text(double value, int significant) {
     return sign + d.digits.substr(0, whole) + "." + d.digits.substr(whole);
 }
 
-/// number_text with the leading blank in the place of the sign, and without the zero before the point.
+/// Replaces a plus by a leading space, and drops the zero before the decimal point.
 std::string as_str(std::string text) {
     const bool negative = text.starts_with('-');
     if (negative) text.erase(0, 1);
@@ -70,7 +70,7 @@ std::string as_str(std::string text) {
 std::string three_decimals(double value, bool keep_zero) {
     if (!std::isfinite(value)) return not_finite_text(value);
     const decimal_digits d = decimals_of(value, 15);
-    // digits in front of the point, three behind it, and the one that decides
+    // digits before the point, three after it, and the one that decides the rounding
     const int wanted = d.point + 3;
     std::string kept = wanted > 0 ? d.digits.substr(0, static_cast<std::size_t>(wanted)) : "";
     const bool up = wanted >= 0 && static_cast<std::size_t>(wanted) < d.digits.size() &&
@@ -94,7 +94,7 @@ std::string three_decimals(double value, bool keep_zero) {
     return (d.negative && !is_zero ? "-" : "") + whole + "." + fraction;
 }
 
-/// The length of the longest numeric start; 0 where there is none.
+/// Length of the longest numeric prefix; 0 if there is none.
 std::size_t numeric_start(std::string_view text) {
     std::size_t at = 0;
     const auto take_sign = [&] { at += at < text.size() && (text[at] == '-' || text[at] == '+') ? 1 : 0; };
@@ -118,15 +118,15 @@ std::size_t numeric_start(std::string_view text) {
     return take_digits() > 0 ? at : mantissa_end;
 }
 
-/// How many places the first digit that counts stands in front of the point, with the exponent taken in; 0 or less
-/// behind it. For an unsigned number.
+/// Places of the first significant digit before the decimal point, including the exponent; 0 or less after it. For an
+/// unsigned number.
 std::int64_t power_of_ten(std::string_view number) {
     const std::size_t exponent_at = std::min(number.find_first_of("Ee"), number.size());
     const std::string_view mantissa = number.substr(0, exponent_at);
     const std::size_t point = std::min(mantissa.find('.'), mantissa.size());
     const std::size_t first = std::min(mantissa.find_first_not_of("0."), mantissa.size());
     const std::int64_t places = static_cast<std::int64_t>(point) - static_cast<std::int64_t>(first) + (first > point);
-    // no text is long enough to outweigh an exponent beyond this
+    // no text is long enough to outweigh a larger exponent
     constexpr std::int64_t far = 1'000'000'000'000;
     std::int64_t exponent = 0;
     std::string_view digits = number.substr(std::min(exponent_at + 1, number.size()));

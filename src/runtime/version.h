@@ -5,8 +5,8 @@
 
 namespace desk {
 
-/// Number, commit and the commit's date, as "1.3 (commit 2e132642b9a7 of 2026-11-22)". A build without git that knows
-/// no commit says "1.3 (unknown commit)", with the date of the sources if that is known.
+/// Number, commit and commit date, such as "1.3 (commit 2e132642b9a7 of 2026-11-22)". Without git, "1.3 (unknown
+/// commit)", with the date of the sources if known.
 std::string_view build_version();
 
 /// The answer of `program` to --version, with a line end.

@@ -10,7 +10,7 @@ namespace desk {
 
 namespace {
 
-// the characters of 0x80 to 0x9F; all other bytes are their own code
+// the characters of 0x80 to 0x9F; every other byte is its own code point
 constexpr std::array<char32_t, 32> upper_controls = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
@@ -26,7 +26,7 @@ std::optional<std::uint8_t> byte_of(char32_t character) {
     return std::nullopt;
 }
 
-/// The characters of UTF-8 text; nothing where it is no UTF-8.
+/// The characters of UTF-8 text; nothing if it is not valid UTF-8.
 std::optional<std::vector<char32_t>> decode_utf8(std::string_view text) {
     std::vector<char32_t> characters;
     characters.reserve(text.size());
@@ -92,10 +92,10 @@ std::string text_from_bytes(std::string_view bytes) {
 }
 
 std::string bytes_from_text(std::string_view text) {
-    // most texts are; a long one would take five times its memory below
+    // the usual case; decoding a long text would take five times its memory
     if (std::all_of(text.begin(), text.end(), is_ascii)) return std::string(text);
     const auto characters = decode_utf8(text);
-    if (!characters) return std::string(text); // no UTF-8: these are bytes already
+    if (!characters) return std::string(text); // not UTF-8: these are bytes already
     std::string bytes;
     bytes.reserve(characters->size());
     for (const char32_t c : *characters)

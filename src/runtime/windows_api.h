@@ -1,6 +1,6 @@
 #pragma once
 
-// The Windows API without what it defines beyond need.
+// The Windows API without its unneeded parts.
 
 #ifndef NOMINMAX
 #define NOMINMAX

@@ -34,7 +34,6 @@ std::errc condition_of(DWORD error) {
 
 std::error_code last_error() { return std::make_error_code(condition_of(GetLastError())); }
 
-/// A handle that closes itself.
 class open_handle {
 public:
     explicit open_handle(HANDLE handle) : handle_(handle) {}
@@ -94,7 +93,7 @@ std::error_code write_all(HANDLE file, std::string_view bytes) {
     return {};
 }
 
-/// Appends what a file still holds, up to `most` bytes in all.
+/// Appends the rest of a file, up to `most` bytes in all.
 std::error_code read_up_to(HANDLE file, std::size_t most, std::string& bytes) {
     constexpr std::size_t piece = 65536;
     while (bytes.size() < most) {
@@ -121,7 +120,6 @@ std::error_code write_and_cut(HANDLE file, std::string_view bytes, LONGLONG leng
     return cut(file, length);
 }
 
-/// The access list of a file.
 std::vector<char> access_list_of(const std::filesystem::path& path) {
     DWORD size = 0;
     GetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
@@ -156,7 +154,7 @@ old_file_state look_at_old_file(const std::filesystem::path& path) {
     return {file.error(), !known || found.nNumberOfLinks <= 1};
 }
 
-// the folders of a user, and the folder for temporary files, are open to that user alone here
+// a user's folders, and the temporary folder, are private on Windows
 std::error_code write_new_file(const std::filesystem::path& path, std::string_view bytes, outlives worst,
                                open_to /*whom*/) {
     return create(path, bytes, worst, nullptr);
@@ -189,7 +187,7 @@ std::error_code write_in_place(const std::filesystem::path& path, std::string_vi
     std::error_code error = write_and_cut(file.get(), bytes, static_cast<LONGLONG>(bytes.size()));
     if (!error) error = flush(file.get(), worst);
     if (!error) return {};
-    // a disk that is full still has the room that the old bytes had
+    // even a full disk has the space of the old bytes
     if (!write_and_cut(file.get(), old, old_length.QuadPart)) flush(file.get(), worst);
     return error;
 }

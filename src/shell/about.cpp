@@ -22,7 +22,7 @@ void about::cmd_about_click() {
     lab_about.caption = "Application S/W is v1.3G\r\nLinking VELOTRACE ...";
     exchange_.tx_cmd(command::firmware_version);
     if (exchange_.rx_done) {
-        // the fourth character is passed over
+        // the fourth character is skipped
         const std::string major = text_from_bytes(character_of_answer(exchange_.rx_text, 5));
         const std::string minor = text_from_bytes(last_of_answer(exchange_.rx_text, 1));
         lab_about.caption += "\r\nHardware F/W is v" + major + "." + minor;

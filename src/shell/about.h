@@ -5,7 +5,7 @@
 
 namespace desk {
 
-/// The About frame: the versions of the desk and of the generator's firmware, which it asks for.
+/// The About frame: the version of the desk, and that of the generator's firmware, which it queries.
 class about {
 public:
     explicit about(exchange& link);

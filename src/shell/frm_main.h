@@ -39,9 +39,9 @@ namespace desk {
 
 inline constexpr const char* catalogue_file_name = "timing_pattern.ini";
 
-/// The main window: the parts of the desk put together, the seven views, start-up and shut-down.
+/// The main window: contains the parts of the desk; handles the seven views, start-up and shut-down.
 class frm_main {
-    machine& machine_; // first: the parts below are built on it
+    machine& machine_; // first: the parts below use it
 
 public:
     explicit frm_main(machine& m);
@@ -90,19 +90,18 @@ public:
     button cmd_edid;
     button cmd_setup;
 
-    bool logo_hidden = false; ///< the start picture has been taken away
+    bool logo_hidden = false; ///< the start picture is hidden
 
-    /// Start-up. No failure is caught here: a missing or malformed settings file, a port number outside 0 to 8 or a
-    /// missing catalogue ends the program.
+    /// Start-up. Catches no failure: a missing or malformed settings file, a port number outside 0 to 8 or a missing
+    /// catalogue ends the program.
     void load();
-    /// Shut-down: closes the port and rewrites the settings file. A step that fails is skipped.
+    /// Shut-down: closes the port and rewrites the settings file. Skips a step that fails.
     void unload();
 
-    /// Hides all that any view may have shown.
+    /// Hides everything that a view may show.
     void view_reset();
-    /// Lights the button of the present view.
     void view_paint();
-    /// What every view button does first.
+    /// The first action of every view button.
     void change_view(int view_mode);
 
     void cmd_edid_click();

@@ -6,7 +6,7 @@ namespace desk {
 
 namespace {
 
-// the column of view buttons, and the area that all views share
+// the column of view buttons, and the area shared by all views
 constexpr int column_left = 90;
 constexpr int column_width = 2340;
 constexpr int column_pitch = 480;
@@ -15,7 +15,7 @@ constexpr int area_top = 600;
 constexpr int area_width = 9090;
 constexpr int area_height = 8370;
 
-constexpr int gap = 90;     // between what lies beside each other in the window
+constexpr int gap = 90;     // between neighbours in the window
 constexpr int margin = 180; // inside the frames of views
 constexpr int bar_top = 60;
 constexpr int button_height = 420;
@@ -30,8 +30,8 @@ constexpr int desk_left = area_left + list_width + gap;
 constexpr int desk_width = area_width - list_width - gap;
 constexpr int desk_inside = desk_width - 2 * margin;
 
-// the boxes are in the gaps that the spaces of lab_hori and lab_vert leave, 120 twips a character; they are two lines
-// of these labels apart
+// the boxes fill the gaps left by the spaces in lab_hori and lab_vert, at 120 twips a character, two lines of these
+// labels apart
 constexpr int figures_pitch = 210;
 constexpr int figures_row = 2 * figures_pitch;
 constexpr int figures_height = 2850;
@@ -44,7 +44,7 @@ constexpr int figures_box_2_width = 960;
 constexpr int figures_box_top = 225;
 constexpr int figures_box_height = 360;
 
-// so do the buttons of the panel
+// the same for the buttons of the panel
 constexpr int panel_pitch = 270;
 constexpr int panel_row = 2 * panel_pitch;
 constexpr int panel_label_top = 540;
@@ -54,12 +54,12 @@ constexpr int panel_button_pitch = 1620;
 constexpr int panel_button_width = 1560;
 constexpr int panel_button_height = 450;
 
-// below the note, the buttons and what they act on
+// below the note: the buttons and what they act on
 constexpr int extras_top = 2640;
 constexpr int slider_pitch = 600;
 constexpr int slider_height = 330;
 
-// the steps of the editor are chosen below their columns
+// a step of the list is edited below its columns
 constexpr int step_top = 7170;
 constexpr int step_timing = 870;
 constexpr int step_pattern = 3810;
@@ -68,7 +68,7 @@ constexpr int step_interval = 7050;
 // the two sides of the workbench
 constexpr int write_left = margin;
 constexpr int read_left = 4650;
-// its caption begins with them; its letters stand above the text
+// the caption begins with two spaces, and its letters are aligned with the text below
 constexpr int two_spaces = 105;
 constexpr int side_width = 4260;
 constexpr int side_button = 1020;
@@ -307,14 +307,16 @@ void frm_main::lay_out_controls() {
     for (label* figures : {&d.lab_hori, &d.lab_vert})
         figures->line_pitch = figures_pitch;
     panel.lab_setup.line_pitch = panel_pitch;
-    for (label* readout : {&status_frame.lab_timing, &status_frame.lab_pattern, &status_frame.lab_out, &status_frame.lab_hdcp})
+    for (label* readout :
+         {&status_frame.lab_timing, &status_frame.lab_pattern, &status_frame.lab_out, &status_frame.lab_hdcp})
         readout->back_color = color_readout;
     img_logo.file = "start_picture";
     workbench.opt_edid_src[0].value = true;
-    for (picture* p : {&translation_frame.pic_speaker_fl, &translation_frame.pic_speaker_flc, &translation_frame.pic_speaker_fc,
-                       &translation_frame.pic_speaker_frc, &translation_frame.pic_speaker_fr, &translation_frame.pic_speaker_lfe,
-                       &translation_frame.pic_speaker_rl, &translation_frame.pic_speaker_rlc, &translation_frame.pic_speaker_rc,
-                       &translation_frame.pic_speaker_rrc, &translation_frame.pic_speaker_rr})
+    for (picture* p :
+         {&translation_frame.pic_speaker_fl, &translation_frame.pic_speaker_flc, &translation_frame.pic_speaker_fc,
+          &translation_frame.pic_speaker_frc, &translation_frame.pic_speaker_fr, &translation_frame.pic_speaker_lfe,
+          &translation_frame.pic_speaker_rl, &translation_frame.pic_speaker_rlc, &translation_frame.pic_speaker_rc,
+          &translation_frame.pic_speaker_rrc, &translation_frame.pic_speaker_rr})
         p->file = p->name.substr(4);
 }
 

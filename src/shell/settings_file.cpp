@@ -10,14 +10,14 @@ namespace desk {
 
 namespace {
 
-/// Nothing for a name that would be read back as another one.
+/// Nothing for a name that would be read back as a different one.
 std::optional<std::string> record_of(const std::string& name) {
     return as_utf8(name) == name ? list_record(name) : std::nullopt;
 }
 
 } // namespace
 
-void kept_settings::read(std::string_view text) {
+void stored_settings::read(std::string_view text) {
     list_reader records(text);
     link.com_port = records.read_integer();
     for (label& entry : edid.lab_pre_f)
@@ -27,7 +27,7 @@ void kept_settings::read(std::string_view text) {
     fields.checksum_4digits = records.read_byte();
 }
 
-std::string kept_settings::text() const {
+std::string stored_settings::text() const {
     std::string text = list_record(link.com_port);
     std::size_t left_out = 0;
     for (const label& entry : edid.lab_pre_f) {

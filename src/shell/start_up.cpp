@@ -23,7 +23,7 @@ void frm_main::load() {
 
     while_doing([] { return "Reading the settings file marlo_rs232.ini"; },
                 [this] {
-                    kept_settings{exchange, workbench, shared_fields}.read(
+                    stored_settings{exchange, workbench, shared_fields}.read(
                         read_whole_file(machine_.program_directory / settings_file_name));
                 });
     // raises Click, which opens the port; port 0 gives list index -1 and raises none
@@ -76,7 +76,7 @@ void frm_main::unload() {
     step([this] { machine_.port.close(); });
     step([this] {
         replace_whole_file(machine_.program_directory / settings_file_name,
-                           kept_settings{exchange, workbench, shared_fields}.text());
+                           stored_settings{exchange, workbench, shared_fields}.text());
     });
 }
 

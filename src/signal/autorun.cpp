@@ -8,15 +8,15 @@ namespace desk {
 
 namespace {
 
-/// A row's number as its name tells it in its second and third character. The lists' own order is not asked: the
-/// catalogue keeps the two equal.
+/// A row's number from the second and third characters of its name. The list's order is not consulted: the catalogue
+/// keeps the two equal.
 int number_in_name(const std::string& name) {
     // one byte a character
     const std::string characters = bytes_from_text(name);
     return to_integer(val(part_of_answer(characters, 2, 2)));
 }
 
-/// Chooses the item of this very text. Where there is none, the choice stays.
+/// Chooses the item with exactly this text; leaves the choice if there is none.
 void choose_text(combo_box& list, const std::string& text) {
     for (int i = 0; i < list.list_count(); ++i) {
         if (list.item(i) != text) continue;
@@ -74,7 +74,7 @@ void autorun::cmd_delete_click() { set_selected_row("", "", autorun_unused); }
 
 void autorun::set_selected_row(const std::string& timing, const std::string& pattern, const std::string& interval) {
     const int row = lstv_auto.selected();
-    // a press that comes in while a download has just emptied the list finds no row
+    // a press while a download has just emptied the list finds no row
     if (row == 0) return;
     lstv_auto.set_sub_item(row, 1, timing);
     lstv_auto.set_sub_item(row, 2, pattern);

@@ -5,7 +5,7 @@
 
 namespace desk {
 
-/// The list that the generator runs by itself: up to 32 steps of a timing, a pattern and a time to hold them.
+/// The generator's autorun list: up to 32 steps of a timing, a pattern and a duration.
 class autorun {
 public:
     autorun(exchange& link, desk_frame& desk, catalogue& rows);
@@ -18,12 +18,12 @@ public:
     button cmd_replace;
     button cmd_delete;
 
-    /// The intervals that can be chosen, in seconds.
+    /// Fills in the intervals on offer, in seconds.
     void fill_intervals();
-    /// The 32 rows as unused.
+    /// Fills in 32 unused rows.
     void fill_rows();
 
-    /// Sends all 32 rows, each with four exchanges, and stops with a box at the first that fails.
+    /// Sends all 32 rows, four exchanges each; stops with a box at the first failure.
     void upload_autorun();
 
     void cmd_auto_click();
@@ -44,7 +44,7 @@ private:
 /// The interval of an unused row.
 inline constexpr const char* autorun_unused = "0";
 
-/// Where Download stands over the frames of Autorun Config and Panel Control, in twips.
+/// Position of Download in the frames of Autorun Config and Panel Control, in twips.
 inline constexpr int download_left_over_frame = 2700;
 inline constexpr int download_top_over_frame = 2100;
 

@@ -132,7 +132,7 @@ void catalogue::show_color_set(bool shown) {
         desk_frame_.lab_color_setting.at(i).visible = shown;
         desk_frame_.txt_color_setting.at(i).visible = shown;
         if (!shown) continue;
-        // dead until a download has filled them
+        // disabled until a download has filled them
         desk_frame_.lab_color_setting.at(i).caption = "?";
         desk_frame_.txt_color_setting.at(i).text = "";
         desk_frame_.txt_color_setting.at(i).enabled = false;

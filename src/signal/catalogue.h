@@ -11,13 +11,13 @@
 
 namespace desk {
 
-/// The timings and patterns by row number. The list controls are the only store: names and figures are read back out
-/// of them. A row's number is its 1-based place in timing_pattern.ini, and the argument of the wire commands.
+/// The timings and patterns by row number. The list controls are the only store: names and figures are read back from
+/// them. A row's number is its 1-based place in timing_pattern.ini, and the argument of the wire commands.
 class catalogue {
 public:
     catalogue(exchange& link, desk_frame& desk, status_frame& status);
 
-    std::int16_t cur_timing = not_known;  ///< row that the generator is known to output
+    std::int16_t cur_timing = not_known;  ///< row known to be on the generator's output
     std::int16_t cur_pattern = not_known; ///< the same for the pattern
 
     list_view lstv_timing;
@@ -29,11 +29,11 @@ public:
     button cmd_timing;
     button cmd_pattern;
 
-    /// The common change of view: what was on show goes, the view's number is set, its button lights up.
+    /// The common part of a view change: hides the previous view, sets view_mode and lights the view's button.
     std::function<void(int)> change_view;
 
     /// Fills the lists from the text of timing_pattern.ini. Throws failure::input_past_end_of_file,
-    /// failure::type_mismatch or failure::overflow for a text that is short or holds a number that doesn't fit.
+    /// failure::type_mismatch or failure::overflow if the text is too short or a number is invalid.
     void load(std::string_view text);
 
     void show_timing_detail();
@@ -56,7 +56,7 @@ private:
     status_frame& status_;
 };
 
-/// Where Download stands in the views of the two lists, in twips.
+/// Position of Download in the views of the two lists, in twips.
 inline constexpr int download_left_beside_list = 5640;
 inline constexpr int download_top_beside_list = 2250;
 

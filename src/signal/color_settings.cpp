@@ -21,7 +21,7 @@ constexpr std::array letters_of = {mnemonic::color_red, mnemonic::color_green, m
 
 bool is_valid(const std::string& text) {
     if (text.empty() || !std::all_of(text.begin(), text.end(), is_digit)) return false;
-    // a number of any length can be typed
+    // the typed number can have any length
     const std::size_t first = std::min(text.find_first_not_of('0'), text.size());
     return text.size() - first <= 3 && val(text) <= 255;
 }
@@ -61,7 +61,7 @@ void color_settings::choose(int index, int value) {
 }
 
 void color_settings::show_grey(const std::string& value) {
-    // grey has both colour differences at their zero
+    // grey means zero for both colour differences
     const std::string beside = color_mode == 1 ? value : number_text(zero_difference);
     desk_frame_.txt_color_setting.at(0).text = beside;
     desk_frame_.txt_color_setting.at(2).text = beside;
@@ -78,7 +78,7 @@ void color_settings::txt_color_setting_key_press(int index, int key) {
     std::string t = trim(box.text.get());
     exchange_.host().events.pump();
     if (is_valid(t)) {
-        exchange_.download_mode = true; // the slider that moves now must not send
+        exchange_.download_mode = true; // the slider moved below must not send
         element(desk_frame_.hsr_color_setting, index).set_value(to_integer(val(t)));
         if (index == grey) show_grey(t);
         choose(index, to_integer(val(t)));

@@ -9,14 +9,14 @@
 
 namespace desk {
 
-/// The colour setting controls of the colour setting pattern: they stream values while the operator drags, without
-/// waiting for answers. Index 0 is red or Cr, 1 green or Y, 2 blue or Cb, 3 grey.
+/// The controls of the colour setting pattern: they send values during a drag, without waiting for answers. Index 0
+/// is red or Cr, 1 green or Y, 2 blue or Cb, 3 grey.
 class color_settings {
 public:
     color_settings(exchange& link, desk_frame& desk);
 
     std::uint8_t color_mode = 0; ///< 1: RGB; 2: luminance and colour differences; 0: no download yet
-    /// What was sent to the generator for the three channels, or read from it: the grey control moves no slider.
+    /// Last values of the three channels, sent or read: the grey control moves no slider.
     std::array<std::uint8_t, 3> channels{};
 
     void hsr_color_setting_change(int index); ///< also Scroll
@@ -25,9 +25,9 @@ public:
 
 private:
     void wire_events();
-    /// Takes note of what a control chooses.
+    /// Stores the value of a control.
     void choose(int index, int value);
-    /// What the grey control's value makes of the boxes of the three channels.
+    /// Shows in the three channel boxes what a grey value means.
     void show_grey(const std::string& value);
 
     exchange& exchange_;

@@ -7,8 +7,8 @@
 
 namespace desk {
 
-/// The work area of the views Timing Select, Pattern Select, Favorite Timing and Favorite Pattern, with the two buttons
-/// that send and read back what a view edits.
+/// The work area of Timing Select, Pattern Select, Favorite Timing and Favorite Pattern, and the two buttons that
+/// send and read back a view's values.
 struct desk_frame {
     desk_frame() { txt_motion_str.max_length = custom_string_length; }
 

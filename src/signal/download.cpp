@@ -62,7 +62,7 @@ void download::read_color_settings() {
     desk_frame_.lab_color_setting[3].caption = "Grey";
 
     if (!exchange_.tx_cmd_or_box(command::query(mnemonic::color_red))) return;
-    // the generator has no values to give: the controls stay dead, and nothing is told
+    // the generator has no values: the controls stay disabled, and nothing is reported
     if (last_of_answer(exchange_.rx_text, 3) == "300") return;
     set_color(0, as_number(last_of_answer(exchange_.rx_text, 3)));
     if (!exchange_.tx_cmd_or_box(command::query(mnemonic::color_green))) return;
@@ -88,7 +88,7 @@ bool download::read_favorites(std::string_view query, int count, list_view& list
     if (!answered_in_full(query, count * favorite_record)) return false;
     for (int i = 1; i <= count; ++i) {
         const std::string_view record = record_of_answer(i, favorite_record);
-        // the row's number comes from the record and not from its place
+        // the row's number comes from the record, not from its position
         const int row = as_number(part_of_answer(record, 4, 3));
         list.set_checked(row, character_of_answer(record, 3) == "+");
     }
@@ -125,7 +125,7 @@ bool download::read_autorun_list() {
 void download::read_panel() {
     work queries(exchange_.progress, 7);
     status_.cmd_refresh_click();
-    if (!exchange_.rx_done) return; // the labels tell
+    if (!exchange_.rx_done) return; // the labels show the failure
     queries.step();
     const auto last_three = [this] { return as_number(last_of_answer(exchange_.rx_text, 3)); };
     if (!exchange_.tx_cmd_or_box(command::query(mnemonic::audio_source))) return;

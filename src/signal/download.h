@@ -10,7 +10,7 @@
 namespace desk {
 
 /// Download reads back from the generator what the view edits: the custom string, the colour settings, the favorite
-/// flags, the autorun list or the whole panel. It stops at the first query that fails; what was filled stays.
+/// flags, the autorun list or the whole panel. It stops at the first failed query and keeps what it has read.
 class download {
 public:
     download(exchange& link, desk_frame& desk, catalogue& rows, panel& switches, color_settings& colors, autorun& steps,
@@ -25,7 +25,7 @@ private:
     void set_color(std::size_t index, int value);
     bool read_favorites(std::string_view query, int count, list_view& list);
     bool read_autorun_list();
-    /// Asks for an answer of many bytes.
+    /// Sends a query with a long answer.
     bool answered_in_full(std::string_view query, int bytes);
     /// The `number`th record of the answer, from 1; shorter or empty where the answer ends.
     std::string_view record_of_answer(int number, int size) const;

@@ -4,7 +4,7 @@
 
 namespace desk {
 
-/// The two favorite views. The flags are the check boxes of the catalogue's lists; no other copy exists.
+/// The two favorite views. The check boxes of the catalogue's lists are the only copy of the flags.
 class favorites {
 public:
     favorites(exchange& link, desk_frame& desk, catalogue& rows);

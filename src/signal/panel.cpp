@@ -84,14 +84,14 @@ void panel::cmd_asc_click(int index) {
     press(member, mnemonic::audio_source, index + 1);
     if (exchange_.rx_done) {
         paint_asc(index + 1);
-        follow_up_lpcm();
+        query_lpcm();
     } else {
         paint_asc(unlit);
     }
     member.enabled = true;
 }
 
-void panel::follow_up_lpcm() {
+void panel::query_lpcm() {
     if (exchange_.tx_cmd_or_box(command::query(mnemonic::lpcm_channels)))
         paint_lpcm(as_number(last_of_answer(exchange_.rx_text, 3)));
 }
@@ -99,7 +99,7 @@ void panel::follow_up_lpcm() {
 void panel::cmd_lpcm_click(int index) {
     button& member = element(cmd_lpcm, index);
     press(member, mnemonic::lpcm_channels, index + 1);
-    // "PCM100" is the generator's refusal and no failure of the link: nothing is reported
+    // "PCM100" is the generator's refusal, not a link failure: nothing is reported
     const bool taken = exchange_.rx_done && exchange_.rx_text != "PCM100";
     paint_lpcm(taken ? index + 1 : unlit);
     member.enabled = true;
@@ -135,11 +135,11 @@ void panel::cmd_fav_click(int index) {
 
 void panel::cmd_reset_click() {
     begin_work(cmd_reset, exchange_.host().events);
-    if (exchange_.tx_cmd_or_box(command::reset)) go_dark();
+    if (exchange_.tx_cmd_or_box(command::reset)) clear_lamps();
     end_work(cmd_reset);
 }
 
-void panel::go_dark() {
+void panel::clear_lamps() {
     paint_out(not_known);
     paint_hdcp(not_known);
     paint_asc(not_known);

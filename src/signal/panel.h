@@ -8,8 +8,8 @@
 
 namespace desk {
 
-/// The panel control view: the operator's row of hardware-like switches. A press acts on the generator at once, and the
-/// lit button of a group is what the generator last confirmed.
+/// The panel control view: rows of switches. A press acts on the generator at once; the lit button of a group is what
+/// the generator last confirmed.
 class panel {
 public:
     panel(exchange& link, status_frame& status);
@@ -26,8 +26,8 @@ public:
     std::array<button, 2> cmd_fav;
     button cmd_reset;
 
-    /// The painters only recolour. Those of three and four buttons light the button of index value - 1, those of two
-    /// the button of index value. Any other value, 254 and 999 among them, lights none.
+    /// These only recolour. Groups of three and four buttons light the button of index value - 1, groups of two the
+    /// button of index value. Any other value, such as 254 and 999, lights none.
     void paint_out(int value);
     void paint_asc(int value);
     void paint_lpcm(int value);
@@ -49,11 +49,11 @@ public:
 
 private:
     void wire_events();
-    /// Makes the button red and dead, and sends its command.
+    /// Disables the button, turns it red, and sends its command.
     void press(button& member, std::string_view letters, int argument);
-    /// Asks for the number of channels, which the audio source can have changed.
-    void follow_up_lpcm();
-    void go_dark();
+    /// Queries the number of channels, which the audio source may have changed.
+    void query_lpcm();
+    void clear_lamps();
 
     exchange& exchange_;
     status_frame& status_;

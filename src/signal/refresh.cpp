@@ -38,9 +38,9 @@ bool refresh::read_timing() {
         return false;
     }
     catalogue_.cur_timing = as_number(last_of_answer(exchange_.rx_text, 3));
-    // a row that the list doesn't have ends the program here
+    // a row missing from the list ends the program here
     status_.lab_timing.caption = catalogue_.lstv_timing.text(catalogue_.cur_timing);
-    // the figures of the row that was selected before stay on show until the list's next event
+    // the figures of the previously selected row stay until the list's next event
     if (exchange_.view_mode == view::timing_select) {
         catalogue_.lstv_timing.select(catalogue_.cur_timing);
         catalogue_.lstv_timing.set_focus();
@@ -68,7 +68,7 @@ bool refresh::read_pattern() {
 bool refresh::read_output_format() {
     exchange_.tx_cmd(command::query(mnemonic::output_format));
     if (!exchange_.rx_done) {
-        // the group on the panel stays as it was
+        // the panel's group does not change
         status_.lab_out.caption = link_error_label;
         return false;
     }

@@ -5,8 +5,8 @@
 
 namespace desk {
 
-/// Asks the generator what it outputs now. What stands in the four labels of the status frame is the report: it stops
-/// at its first failure and shows no box.
+/// Asks the generator what it outputs now and shows it in the four labels of the status frame. Stops at the first
+/// failure and shows no box.
 class refresh {
 public:
     refresh(exchange& link, status_frame& status, catalogue& rows, panel& switches);

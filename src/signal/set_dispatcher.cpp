@@ -9,7 +9,7 @@ namespace desk {
 
 namespace {
 
-// the generator is never left without a favorite
+// the generator always has a favorite
 constexpr int first_default_timing = 1;
 constexpr int second_default_timing = 23;
 constexpr int default_pattern = 1;
@@ -51,7 +51,7 @@ void set_dispatcher::set_row(list_view& list, std::string_view letters, label& s
     const int row = list.selected();
     const std::string cmd = command::set(letters, row);
     exchange_.tx_cmd(cmd);
-    // stricter than the rest of the desk: the generator must echo all six characters
+    // stricter than the rest of the desk: all six characters must be echoed
     if (exchange_.rx_done && exchange_.rx_text == cmd) {
         shown.caption = list.text(row);
         current = to_integer(row);
@@ -72,7 +72,7 @@ void set_dispatcher::set_favorite_timings() {
                         check_default(catalogue_.lstv_timing, first_default_timing);
                         check_default(catalogue_.lstv_timing, second_default_timing);
                     });
-        // what becomes of the second one is not looked at
+        // the result of the second command is ignored
         if (exchange_.tx_cmd_or_box(command::set(mnemonic::favorite_timing_on, first_default_timing)))
             exchange_.tx_cmd(command::set(mnemonic::favorite_timing_on, second_default_timing));
     }
@@ -84,7 +84,7 @@ void set_dispatcher::set_favorite_patterns() {
     const bool any_checked = send_flags(catalogue_.lstv_pattern, exchange_.fav_pattern_count,
                                         mnemonic::favorite_pattern_on, mnemonic::favorite_pattern_off);
     if (!any_checked && exchange_.rx_done) {
-        // one row alone, unlike the timings
+        // only one row, unlike the timings
         while_doing([] { return "Checking the favourite pattern that the generator has when none is checked"; },
                     [this] { check_default(catalogue_.lstv_pattern, default_pattern); });
         exchange_.tx_cmd_or_box(command::set(mnemonic::favorite_pattern_on, default_pattern));

@@ -6,10 +6,10 @@
 
 namespace desk {
 
-/// The row or value that stands for "not known".
+/// The row or value for "not known".
 inline constexpr std::int16_t not_known = 254;
 
-/// "VELOTRACE OUT Status": what the generator is known to output. Always on show.
+/// "VELOTRACE OUT Status": what the generator is known to output. Always visible.
 struct status_frame {
     frame fra_status;
     button cmd_refresh;
@@ -22,7 +22,6 @@ struct status_frame {
     label lab_hdcp_lab;
     label lab_hdcp;
 
-    /// Empties the four labels that hold the values.
     void empty() {
         for (label* value : {&lab_timing, &lab_pattern, &lab_out, &lab_hdcp})
             value->caption = "";

@@ -15,7 +15,7 @@ void upload::cmd_upload_click() {
     begin_work(desk_frame_.cmd_upload, exchange_.host().events);
     exchange_.tx_cmd(command::upload_custom_string);
     if (!exchange_.rx_done) {
-        // The desk behaves so: this box has no "!", and the button stays red and dead for the rest of the run.
+        // The desk behaves so: this box has no "!", and the button stays red and disabled for the rest of the run.
         exchange_.host().boxes.show("Link Error", box_icon::critical, box_buttons::ok);
         return;
     }
@@ -23,7 +23,7 @@ void upload::cmd_upload_click() {
     exchange_.drain_output();
     exchange_.host().port.discard_input();
     bytes block = bytes_of(bytes_from_text(desk_frame_.txt_motion_str.text.get()));
-    block.resize(custom_string_length); // 0 behind the text
+    block.resize(custom_string_length); // padded with zeros
     exchange_.host().port.write(block);
     end_work(desk_frame_.cmd_upload);
 }

@@ -5,7 +5,7 @@
 
 namespace desk {
 
-/// Upload sends the custom string: twelve raw bytes behind an answered command.
+/// Upload sends the custom string: twelve raw bytes after an answered command.
 class upload {
 public:
     upload(exchange& link, desk_frame& desk);

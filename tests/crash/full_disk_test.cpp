@@ -1,4 +1,4 @@
-// Saving onto a disk that gets full: the old file stays whole, and the operator goes on.
+// Saving on a full disk leaves the old file unchanged, and the operator can continue.
 
 #include "crash/saving_desk.h"
 #include "support/file_size_limit.h"

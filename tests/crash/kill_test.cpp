@@ -1,4 +1,4 @@
-// The desk killed in the middle of saving: each file is wholly the old or wholly the new one.
+// The desk is killed while saving: each file has its complete old or new content.
 
 #include "crash/robot_process.h"
 #include "crash/saving_desk.h"
@@ -17,7 +17,7 @@
 namespace desk::test {
 namespace {
 
-/// How often it is killed at random moments, and the seed of those; a thorough run sets both.
+/// Number of kills at random moments, and their seed; a thorough run sets both.
 unsigned from_environment(const char* name, unsigned otherwise) {
     const char* const text = std::getenv(name);
     return text == nullptr ? otherwise : static_cast<unsigned>(std::stoul(text));
@@ -48,7 +48,7 @@ TEST(a_killed_desk, leaves_whole_files_at_random_moments) {
         if (desk.left_behind() > 0) ++left_behind;
     }
     std::cout << kills << " kills: " << in_the_middle << " before the end of the script, " << left_behind
-              << " between the making of a file and its renaming\n";
+              << " between the creation of a file and its renaming\n";
     EXPECT_GT(in_the_middle, 0U);
 }
 
@@ -68,7 +68,7 @@ TEST(a_killed_desk, leaves_whole_files_before_each_call_that_changes_one) {
     EXPECT_GT(left_behind, 0U);
 }
 
-TEST(a_saved_file, is_on_the_disk_before_it_gets_its_name_and_its_name_behind_that) {
+TEST(a_saved_file, is_flushed_before_its_rename_and_the_name_after_it) {
     const saving_desk desk(1);
     desk.begin_again();
     robot_process robot(desk, true);
@@ -80,13 +80,13 @@ TEST(a_saved_file, is_on_the_disk_before_it_gets_its_name_and_its_name_behind_th
 }
 
 #ifdef __linux__
-TEST(a_saved_file, is_open_to_nobody_new_at_any_moment) {
+TEST(a_saved_file, is_never_open_to_anybody_new) {
     const saving_desk desk(1);
     desk.begin_again();
     constexpr auto owner_alone = std::filesystem::perms::owner_read | std::filesystem::perms::owner_write;
     for (const auto& file : std::filesystem::directory_iterator(desk.folder()))
         std::filesystem::permissions(file, owner_alone);
-    // whatever is created in this folder is open to everybody
+    // new files in this folder are open to everybody
     if (!set_access_list(desk.folder(), default_list_name,
                          {{access_entry::owner, 7}, {access_entry::group, 7}, {access_entry::others, 7}}))
         GTEST_SKIP() << "this file system has no access lists";
@@ -100,7 +100,7 @@ TEST(a_saved_file, is_open_to_nobody_new_at_any_moment) {
 }
 #endif
 
-TEST(a_killed_desk, leaves_nothing_behind_that_the_next_one_does_not_remove) {
+TEST(a_killed_desk, leaves_nothing_that_the_next_one_does_not_remove) {
     const saving_desk desk(1);
     desk.begin_again();
     {
@@ -108,7 +108,7 @@ TEST(a_killed_desk, leaves_nothing_behind_that_the_next_one_does_not_remove) {
         std::string call;
         while (call != "rename") {
             call = robot.run_to_call();
-            ASSERT_NE(call, "") << "it ends before it renames a file";
+            ASSERT_NE(call, "") << "the program ends before it renames a file";
         }
     }
     ASSERT_EQ(desk.left_behind(), 1U);

@@ -24,7 +24,7 @@ bool is_saved_file(pid_t process, std::uint64_t descriptor) {
     return descriptor > STDERR_FILENO && std::filesystem::is_regular_file(link);
 }
 
-/// The name of a call that changes files; empty for any other.
+/// The name of a system call that changes files; empty for any other.
 std::string changing_call(pid_t process, const __ptrace_syscall_info& info) {
     const auto flags = static_cast<int>(info.entry.args[2]);
     switch (info.entry.nr) {
@@ -81,7 +81,7 @@ void robot_process::start(bool traced) const {
     const int answers = ::open(desk_.answer_file().c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
     ::dup2(script, STDIN_FILENO);
     ::dup2(answers, STDOUT_FILENO);
-    // the search for leaks is another that wants to trace it
+    // the leak search would also want to trace it
     const char* const options = std::getenv("ASAN_OPTIONS");
     ::setenv("ASAN_OPTIONS", (std::string(options == nullptr ? "" : options) + ":detect_leaks=0").c_str(), 1);
     if (traced) ::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);

@@ -55,7 +55,7 @@ void saving_desk::add_round(const std::string& edid) {
 void saving_desk::begin_again() const {
     for (const auto& file : std::filesystem::directory_iterator(folder()))
         std::filesystem::remove_all(file);
-    // a desk that is killed early has not answered what one before it has
+    // remove the answers of the previous desk, in case this one is killed early
     std::filesystem::remove(answer_file());
     for (const char* name : {"marlo_rs232.ini", "timing_pattern.ini"})
         std::filesystem::copy_file(std::filesystem::path(FIRST_FILES) / name, directory_ / name);

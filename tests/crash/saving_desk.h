@@ -8,26 +8,26 @@
 
 namespace desk::test {
 
-/// A folder of the program, and a script in which an operator saves over and over: a HEX file, a report, and, by
-/// ending the program, the settings.
+/// The program's folder, and a script that saves over and over: a HEX file, a report, and, by ending the program, the
+/// settings.
 class saving_desk {
 public:
     explicit saving_desk(int rounds);
 
     const std::vector<std::string>& script() const { return script_; }
     std::filesystem::path folder() const { return directory_.path(); }
-    /// The script as a file, and the file for the answers to it.
+    /// The script file, and the file for its answers.
     std::filesystem::path script_file() const { return outside_ / "script"; }
     std::filesystem::path answer_file() const { return outside_ / "answers"; }
 
-    /// Puts the folder back to what it was before the first line.
+    /// Restores the folder to its state before the first line.
     void begin_again() const;
 
-    /// What is wrong with the files of a desk that was ended after it had answered `answered` lines; empty: each is
-    /// whole, as it stood before or behind the line that was going on.
+    /// What is wrong with the files of a desk killed after `answered` answers. Empty: each is complete, as it was
+    /// before or after the current line.
     std::string fault_after(std::size_t answered) const;
 
-    /// How many files were left behind before they got their names.
+    /// Number of leftover temporary files.
     std::size_t left_behind() const;
 
 private:
@@ -39,7 +39,7 @@ private:
     temporary_directory directory_;
     temporary_directory outside_;
     std::vector<std::string> script_;
-    std::vector<std::vector<std::string>> files_after_; // so many lines
+    std::vector<std::vector<std::string>> files_after_; // by number of lines
 };
 
 } // namespace desk::test

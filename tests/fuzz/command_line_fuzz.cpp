@@ -1,4 +1,4 @@
-// The words that edid_report and velotrace_sim are started with, each ended by a byte 0.
+// Arguments of edid_report and velotrace_sim, each terminated by a zero byte.
 
 #include "batch/input_files.h"
 #include "batch/options.h"
@@ -18,14 +18,14 @@ void start_edid_report(const std::vector<std::string>& words) {
     try {
         wanted = batch::options_of(words);
     } catch (const batch::usage_error& e) {
-        fuzz::demand(*e.what() != '\0', "a bad command line is told why");
+        fuzz::demand(*e.what() != '\0', "a bad command line is explained");
         return;
     }
     fuzz::demand(wanted.help || wanted.version || !wanted.inputs.empty(), "there is something to do");
-    fuzz::demand(wanted.jobs <= 1024, "the jobs are no more than told");
+    fuzz::demand(wanted.jobs <= 1024, "at most as many jobs as allowed");
 }
 
-/// Names are never looked up here: a file that is not there is told when it is read.
+/// Names are not looked up here: a missing file is reported when it is read.
 void find_files(std::vector<std::string> names) {
     for (std::string& name : names)
         name.insert(0, "no folder/");
@@ -44,15 +44,16 @@ void find_files(std::vector<std::string> names) {
 void start_simulator(const std::vector<std::string>& words) {
     fuzz::ends_well([&] {
         const sim_options wanted = sim_options_of(words);
-        fuzz::demand(wanted.timings >= 1 && wanted.timings <= largest_catalogue, "the timings are as many as told");
-        fuzz::demand(wanted.patterns >= 1 && wanted.patterns <= largest_catalogue, "the patterns are as many as told");
+        fuzz::demand(wanted.timings >= 1 && wanted.timings <= largest_catalogue, "the number of timings is in range");
+        fuzz::demand(wanted.patterns >= 1 && wanted.patterns <= largest_catalogue,
+                     "the number of patterns is in range");
     });
 }
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::vector<std::string> words = fuzz::parted(fuzz::text_of(data, size), '\0');
+    const std::vector<std::string> words = fuzz::split(fuzz::text_of(data, size), '\0');
     start_edid_report(words);
     find_files(words);
     start_simulator(words);

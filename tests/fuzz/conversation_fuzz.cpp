@@ -1,5 +1,5 @@
-// The whole desk on a line: the operator does anything he can, also in the middle of an exchange, and the generator
-// answers as it should, late, in pieces, with other bytes, or not at all.
+// The whole desk on a line: the operator acts at random, even during an exchange, and the generator answers
+// correctly, late, in pieces, with other bytes, or not at all.
 
 #include "controls/kinds.h"
 #include "controls/operator_actions.h"
@@ -18,7 +18,7 @@ using namespace desk;
 
 constexpr int most_pieces = 12;
 
-/// The files that the desk starts with; no input changes them.
+/// The desk's start-up files; no input changes them.
 const std::filesystem::path& program_directory() {
     static const test::temporary_directory directory;
     static const bool filled = [] {
@@ -50,7 +50,7 @@ public:
     }
 
 private:
-    /// What the generator does when the desk has written something.
+    /// The generator's reaction to what the desk writes.
     void answer(const std::string& written) {
         switch (input_.below(6)) {
         case 0:
@@ -60,7 +60,7 @@ private:
         case 2:
             return send(written.substr(0, 3) + std::string(input_.text(3)));
         case 3:
-            // as a sink's bytes come behind the answer
+            // like a sink's bytes, which follow the answer
             send(written);
             return m_.events.in(
                 60, [this, byte = input_.byte()] { m_.port.arrive(std::string(256, static_cast<char>(byte))); });
@@ -83,7 +83,7 @@ private:
         }
     }
 
-    /// One action on a control that the operator can use now.
+    /// Performs one action on an enabled control.
     void act(window& w) {
         if (w.controls().empty()) return;
         control& c = *w.controls().at(input_.byte() % w.controls().size());
@@ -122,7 +122,7 @@ private:
         modal_ = &w;
         for (int actions = input_.below(8); actions > 0 && w.visible; --actions)
             act(w);
-        // and closes it as he can
+        // and closes it if allowed
         if (w.on_close)
             w.on_close();
         else if (auto* const ok = as<button>(w.find("cmd_ok")); ok != nullptr && w.visible)
@@ -134,7 +134,7 @@ private:
         fuzz::demand(!desk_.exchange.download_mode, "no download is left running");
         fuzz::demand(desk_.exchange.rx_text.size() == static_cast<std::size_t>(desk_.exchange.rx_count),
                      "each byte is counted");
-        fuzz::demand(desk_.form.shown(), "the window stays on show");
+        fuzz::demand(desk_.form.shown(), "the window stays visible");
         for (const control* c : desk_.form.controls()) {
             if (const auto* const l = as<label>(c)) demand_text(l->caption);
             if (const auto* const t = as<text_box>(c)) demand_text(t->text);
@@ -145,13 +145,13 @@ private:
     fuzz::fuzz_input& input_;
     test::fake_machine m_;
     frm_main desk_{m_.host};
-    window* modal_ = nullptr; // the modal window that is open
+    window* modal_ = nullptr; // the open modal window
 };
 
-/// What a line and an operator can end the program with.
-const std::set<failure> told = {failure::invalid_procedure_call, failure::overflow,
-                                failure::subscript_out_of_range, failure::invalid_property_value,
-                                failure::index_out_of_bounds,    failure::key_not_unique};
+/// Failures that a line and an operator can cause.
+const std::set<failure> expected = {failure::invalid_procedure_call, failure::overflow,
+                                    failure::subscript_out_of_range, failure::invalid_property_value,
+                                    failure::index_out_of_bounds,    failure::key_not_unique};
 
 } // namespace
 
@@ -162,7 +162,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         try {
             talk.hold();
         } catch (const runtime_failure& f) {
-            fuzz::demand(told.contains(f.code()), "a failure is one of those told");
+            fuzz::demand(expected.contains(f.code()), "only expected failures occur");
             throw;
         }
     });

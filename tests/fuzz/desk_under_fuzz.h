@@ -12,7 +12,7 @@
 
 namespace desk::fuzz {
 
-/// The EDID side of a fresh desk on a machine without hardware or files. The whole desk would be ten times slower.
+/// The EDID side of a new desk on a machine without hardware or files. The whole desk would be ten times slower.
 struct edid_side {
     test::fake_machine m;
     window form;
@@ -30,14 +30,14 @@ inline std::string_view text_of(const std::uint8_t* data, std::size_t size) {
     return {reinterpret_cast<const char*>(data), size};
 }
 
-/// Ends the fuzzing where something that always holds does not.
+/// Aborts the fuzzing if an invariant is violated.
 inline void demand(bool holds, const char* what) {
     if (holds) return;
     std::fprintf(stderr, "this does not hold: %s\n", what);
     std::abort();
 }
 
-/// Runs `work`; true: it came to its end, false: a run-time failure. Anything else that is thrown ends the fuzzing.
+/// Runs `work`; true: it completed, false: a run-time failure. Any other exception ends the fuzzing.
 template <class Work>
 bool ends_well(Work work) {
     try {

@@ -1,4 +1,4 @@
-// The files that edid_report takes: any bytes under any extension, against what the desk itself makes of them.
+// Files for edid_report: any bytes with any extension, compared with the desk's own reading.
 
 #include "batch/edid_file.h"
 #include "desk_under_fuzz.h"
@@ -32,7 +32,7 @@ std::optional<batch::edid_file> read(const kind_of_file& what, std::string_view 
     return file;
 }
 
-/// The bytes that the desk's WRITE window shows of the file; nothing where the desk refuses it or fails.
+/// The file's bytes as shown in the desk's WRITE window; nothing if the desk refuses it or fails.
 std::optional<std::string> shown_by_desk(batch::file_kind kind, std::string_view content) {
     fuzz::edid_side d;
     const bool hex = kind == batch::file_kind::hex;

@@ -9,7 +9,7 @@
 
 namespace desk::fuzz {
 
-/// The bytes of an input, taken from the front. Behind their end all numbers are 0 and all texts empty.
+/// The bytes of an input, read from the front. After its end all numbers are 0 and all texts empty.
 class fuzz_input {
 public:
     fuzz_input(const std::uint8_t* data, std::size_t size) : rest_(reinterpret_cast<const char*>(data), size) {}
@@ -17,16 +17,15 @@ public:
     bool empty() const { return rest_.empty(); }
 
     std::uint8_t byte() { return empty() ? std::uint8_t{0} : static_cast<std::uint8_t>(text(1).front()); }
-    /// From 0 up to and without `limit`, which is at most 256.
+    /// From 0 to below `limit`, which is at most 256.
     int below(int limit) { return byte() % limit; }
     bool yes() { return below(2) == 1; }
-    /// Up to `count` bytes.
     std::string_view text(std::size_t count) {
         const std::string_view front = rest_.substr(0, count);
         rest_.remove_prefix(front.size());
         return front;
     }
-    /// A text with its length in front.
+    /// A text preceded by its length.
     std::string_view text() { return text(byte()); }
     /// The same, shorter than `limit`.
     std::string_view short_text(int limit) { return text(static_cast<std::size_t>(below(limit))); }
@@ -36,8 +35,8 @@ private:
     std::string_view rest_;
 };
 
-/// The pieces of a text between separators.
-inline std::vector<std::string> parted(std::string_view text, char separator) {
+/// Splits a text at separators.
+inline std::vector<std::string> split(std::string_view text, char separator) {
     std::vector<std::string> pieces;
     while (true) {
         const std::size_t end = std::min(text.find(separator), text.size());

@@ -8,8 +8,7 @@
 
 namespace desk::fuzz {
 
-/// Takes a file through a reader into the WRITE window, and from there into the buffer. `read` gives false for a file
-/// that is refused.
+/// Reads a file into the WRITE window, and from there into the buffer. `read` returns false for a refused file.
 template <class Read>
 void take_file(std::string_view file, byte_step::append when, Read read) {
     edid_side d;
@@ -18,7 +17,7 @@ void take_file(std::string_view file, byte_step::append when, Read read) {
     if (!ends_well([&] { taken = read(file, step); }) || !taken) return;
     const std::string bytes = bin_of(d.edid.txt_write.text.get());
     const bool fits = ends_well([&] { d.texts.win2buff(buff::write, 1); });
-    demand(fits == (bytes.size() <= edid_size), "256 bytes fit into a buffer and no more");
+    demand(fits == (bytes.size() <= edid_size), "a buffer holds exactly 256 bytes");
     const auto same = [](char shown, std::uint8_t held) { return static_cast<std::uint8_t>(shown) == held; };
     const std::size_t count = std::min(bytes.size(), edid_size);
     demand(std::equal(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(count), d.buffers.write_buff.begin(),

@@ -1,4 +1,4 @@
-// One exchange: bytes that arrive in any pieces at any times, whatever the desk takes for an answer meanwhile.
+// One exchange: bytes arrive in any pieces at any times, whatever answer the desk expects.
 
 #include "desk_under_fuzz.h"
 #include "fuzz_input.h"
@@ -19,7 +19,7 @@ constexpr std::array commands = {std::string_view("TIM001"),
                                  command::read_edid,
                                  command::reset};
 
-/// How many bytes a download in this view takes for its answer, whatever they are; 0: it is judged by its digits.
+/// Number of bytes of any value that a download in this view accepts as its answer; 0: the digits decide.
 int counted_answer(const exchange& link) {
     if (!link.download_mode) return 0;
     switch (link.view_mode) {
@@ -45,7 +45,7 @@ bool is_answer(const exchange& link, std::string_view text, std::string_view cmd
     return text.size() >= 6 && digit(3) && digit(4) && digit(5);
 }
 
-/// Pieces of bytes at their times from now on.
+/// Schedules pieces of bytes.
 void let_arrive(test::fake_machine& m, fuzz::fuzz_input& input) {
     std::int64_t at = 0;
     for (int piece = input.below(most_pieces); piece > 0; --piece) {
@@ -70,21 +70,21 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     link.fav_pattern_count = static_cast<std::int16_t>(input.byte());
     const int selected = input.below(45);
     link.selected_pattern = [selected] { return selected; };
-    m.port.arrive(input.short_text(8)); // what is left of an exchange before
+    m.port.arrive(input.short_text(8)); // leftovers of an earlier exchange
     std::string heard;
     m.events.on_pump = [&] { heard = link.rx_text; };
     m.port.on_write = [&](const std::string& written) {
-        fuzz::demand(!is_answer(link, heard, cmd), "what is answered is not sent again");
-        fuzz::demand(written == cmd, "what is written is the command and nothing else");
-        fuzz::demand(m.port.waiting.empty(), "nothing that came before a command is taken for its answer");
+        fuzz::demand(!is_answer(link, heard, cmd), "an answered command is not sent again");
+        fuzz::demand(written == cmd, "only the command is written");
+        fuzz::demand(m.port.waiting.empty(), "earlier bytes do not count as the answer");
         let_arrive(m, input);
     };
 
     fuzz::demand(fuzz::ends_well([&] { link.tx_cmd(cmd); }), "an exchange of some thousand bytes ends");
     fuzz::demand(link.rx_text.size() == static_cast<std::size_t>(link.rx_count), "each byte is counted");
-    fuzz::demand(link.rx_done == is_answer(link, link.rx_text, cmd), "an answer is taken where it is one");
+    fuzz::demand(link.rx_done == is_answer(link, link.rx_text, cmd), "exactly the valid answers are accepted");
     const std::size_t tries = m.port.take_written().size();
-    fuzz::demand(tries == 2 || (tries == 1 && link.rx_done), "what is not answered is sent twice");
+    fuzz::demand(tries == 2 || (tries == 1 && link.rx_done), "an unanswered command is sent twice");
     fuzz::demand(!link.tim_rx.enabled, "nothing is received between exchanges");
     return 0;
 }

@@ -1,5 +1,4 @@
-// Throws the fixed corpus at a target, without looking for more: for builds whose compiler has no libFuzzer, and for
-// counting what the corpus alone reaches.
+// Runs a target on the fixed corpus only: for compilers without libFuzzer, and to measure the corpus's coverage.
 
 #include <cstddef>
 #include <cstdint>

@@ -1,4 +1,4 @@
-// The robot's script: any lines, each with one line of answer.
+// The robot's script: any lines, each with a one-line answer.
 
 #include "desk_under_fuzz.h"
 #include "fuzz_input.h"
@@ -15,7 +15,7 @@ using namespace desk;
 constexpr std::size_t most_lines = 60;
 constexpr int longest_wait = 20000;
 
-/// Lines that would write files anywhere or take long are left out.
+/// Excludes lines that write files anywhere or take long.
 bool is_harmless(const std::string& line) {
     const auto tokens = robot::tokens_of(line);
     if (!tokens || tokens->empty()) return true;
@@ -46,7 +46,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     directory.put("marlo_rs232.ini", test::usual_settings);
     directory.put("timing_pattern.ini", test::plain_catalogue(30, 45));
     test::robot_at_hand operator_at_desk(directory.path());
-    std::vector<std::string> lines = fuzz::parted(fuzz::text_of(data, size), '\n');
+    std::vector<std::string> lines = fuzz::split(fuzz::text_of(data, size), '\n');
     lines.resize(std::min(lines.size(), most_lines));
     for (const std::string& line : lines) {
         if (!is_harmless(line)) continue;

@@ -1,4 +1,4 @@
-// What is saved is read as it was: any bytes, shown in a window, saved in each form and opened again.
+// Saved files read back unchanged: any bytes, shown in a window, saved in each form and reopened.
 
 #include "desk_under_fuzz.h"
 #include "edid/byte_step.h"
@@ -13,16 +13,16 @@ namespace {
 
 using namespace desk;
 
-/// Opens a file into the WRITE window of a fresh desk. Gives what the window shows.
+/// Opens a file in the WRITE window of a new desk and returns the window's text.
 template <class Read>
 std::string opened(std::string_view file, byte_step::append when, Read read) {
     fuzz::edid_side d;
     byte_step step(d.edid, d.texts, when);
-    fuzz::ends_well([&] { fuzz::demand(read(file, step), "what was saved is taken"); });
+    fuzz::ends_well([&] { fuzz::demand(read(file, step), "a saved file is accepted"); });
     return d.edid.txt_write.text;
 }
 
-/// A block whose other bytes sum up to a multiple of 256 can't be opened, whatever its checksum.
+/// A block whose other bytes sum to a multiple of 256 can't be opened, whatever its checksum.
 bool can_be_opened(const edid_buffer& edid) {
     const auto sum_of_block = [&](std::ptrdiff_t from) {
         return std::accumulate(edid.begin() + from, edid.begin() + from + 127, 0);

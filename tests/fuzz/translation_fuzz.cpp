@@ -9,13 +9,13 @@ namespace {
 
 using namespace desk;
 
-/// What the translation may end with; anything else is a defect.
-void demand_told(const std::optional<runtime_failure>& failed) {
+/// Allowed failures of the translation; any other is a defect.
+void demand_expected(const std::optional<runtime_failure>& failed) {
     static const std::set<failure> expected = {failure::invalid_procedure_call, failure::overflow,
                                                failure::subscript_out_of_range, failure::index_out_of_bounds,
                                                failure::key_not_unique};
     fuzz::demand(!failed || (expected.contains(failed->code()) && failed->sentence().size() > 1),
-                 "a failure is one of those told, with a sentence");
+                 "only expected failures occur, with a sentence");
 }
 
 void demand_text(const std::string& text) { fuzz::demand(as_utf8(text) == text, "a text is UTF-8"); }
@@ -23,7 +23,7 @@ void demand_text(const std::string& text) { fuzz::demand(as_utf8(text) == text, 
 void click_all_nodes(test::translation_desk& d) {
     const int count = d.view.tree_edid.node_count();
     for (int node = 1; node <= count; ++node) {
-        demand_told(d.click(node));
+        demand_expected(d.click(node));
         demand_text(d.text());
         fuzz::demand(d.view.tree_edid.node_count() == count, "a click does not change the tree");
     }
@@ -36,7 +36,7 @@ std::string report_of(test::translation_desk& d) {
     } catch (const runtime_failure& f) {
         failed = f;
     }
-    demand_told(failed);
+    demand_expected(failed);
     demand_text(d.report.report_text);
     return d.report.report_text;
 }
@@ -49,7 +49,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::copy_n(data, std::min(size, edid.size()), edid.begin());
     test::translation_desk d;
     const auto failed = d.translate(edid);
-    demand_told(failed);
+    demand_expected(failed);
     if (!failed) click_all_nodes(d);
     const std::string report = report_of(d);
     fuzz::demand(d.buffers.trans_buff == edid && d.buffers.read_buff == edid, "no byte of an EDID changes");

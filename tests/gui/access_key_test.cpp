@@ -1,4 +1,4 @@
-// Every button of every view is worked with a key of its own.
+// Every button of every view has a working key of its own.
 
 #include "bench_fixture.h"
 #include "controls/kinds.h"
@@ -19,7 +19,7 @@ class access_key_of : public bench {
 protected:
     access_key_of() { plug_generator(); }
 
-    /// The buttons that can be reached now have a key each, and none of them the same one but in a row of the panel.
+    /// Each button that can be reached has a key; only the buttons of a panel row share one.
     static void expect_a_key_for_every_button(const window& w) {
         std::map<QString, const control*> seen;
         for (const control* c : w.controls()) {
@@ -39,20 +39,20 @@ protected:
         QTest::keyClick(&program->main_window(), key, with);
     }
     void show_edid_with_everything_enabled() {
-        operator_hand().click("cmd_edid");
+        driver().click("cmd_edid");
         for (control* c : desk().form.controls())
             if (c->parent == &desk().workbench.fra_edid && is<button>(*c)) c->enabled = c->visible = true;
-        operator_hand().click("lab_edid_src"); // any event brings the window up to date
+        driver().click("lab_edid_src"); // any event updates the window
     }
 };
 
-TEST_F(access_key_of, every_button_is_its_own_in_every_view) {
+TEST_F(access_key_of, every_button_is_unique_in_every_view) {
     start();
     expect_a_key_for_every_button(desk().form);
     for (const char* view :
          {"cmd_timing", "cmd_pattern", "cmd_fav_timing", "cmd_fav_pattern", "cmd_edid", "cmd_auto", "cmd_setup"}) {
         SCOPED_TRACE(view);
-        operator_hand().click(view);
+        driver().click(view);
         expect_a_key_for_every_button(desk().form);
         desk().about.fra_about.visible = true;
         expect_a_key_for_every_button(desk().form);
@@ -60,17 +60,17 @@ TEST_F(access_key_of, every_button_is_its_own_in_every_view) {
     }
 }
 
-TEST_F(access_key_of, every_button_is_its_own_with_each_pattern_that_has_more_to_set) {
+TEST_F(access_key_of, every_button_is_unique_with_each_pattern_that_has_settings) {
     start();
-    operator_hand().click("cmd_pattern");
+    driver().click("cmd_pattern");
     for (const int row : {13, 41}) {
-        operator_hand().click_row("lstv_pattern", row);
-        if (row == 13) operator_hand().click("cmd_download");
+        driver().click_row("lstv_pattern", row);
+        if (row == 13) driver().click("cmd_download");
         expect_a_key_for_every_button(desk().form);
     }
 }
 
-TEST_F(access_key_of, every_button_is_its_own_on_the_edid_view_with_all_that_can_be_on_show) {
+TEST_F(access_key_of, every_button_is_unique_in_the_edid_view_with_everything_visible) {
     start();
     show_edid_with_everything_enabled();
     expect_a_key_for_every_button(desk().form);
@@ -83,7 +83,7 @@ TEST_F(access_key_of, every_button_is_its_own_on_the_edid_view_with_all_that_can
     expect_a_key_for_every_button(desk().form);
 }
 
-TEST_F(access_key_of, every_button_is_its_own_in_the_small_windows) {
+TEST_F(access_key_of, every_button_is_unique_in_the_small_windows) {
     start();
     for (const std::int16_t face : {diag::hex_style, diag::automatic_run, diag::write_checksum}) {
         SCOPED_TRACE(face);
@@ -105,7 +105,7 @@ TEST_F(access_key_of, a_view_button_shows_its_view) {
     EXPECT_EQ(desk().exchange.view_mode, 5);
 }
 
-TEST_F(access_key_of, the_read_side_is_that_of_the_write_side_with_shift) {
+TEST_F(access_key_of, the_read_side_is_shift_with_that_of_the_write_side) {
     start();
     show_edid_with_everything_enabled();
     desk().workbench.txt_write.text = "00";
@@ -119,46 +119,46 @@ TEST_F(access_key_of, the_read_side_is_that_of_the_write_side_with_shift) {
 
 TEST_F(access_key_of, the_read_side_reads_the_sink) {
     start();
-    operator_hand().click("cmd_edid");
+    driver().click("cmd_edid");
     press(Qt::Key_R, Qt::AltModifier | Qt::ShiftModifier);
-    EXPECT_TRUE(operator_hand().text("lab_read_checksum_0").endsWith(" Correct."));
+    EXPECT_TRUE(driver().text("lab_read_checksum_0").endsWith(" Correct."));
     EXPECT_FALSE(generator->commands().contains("TIM999")) << "Alt+R alone is Refresh";
 }
 
 TEST_F(access_key_of, a_covered_button_does_nothing) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_edid");
-    h.click("cmd_read");
-    h.click("cmd_read_translate");
+    const ui_driver ui = driver();
+    ui.click("cmd_edid");
+    ui.click("cmd_read");
+    ui.click("cmd_read_translate");
     generator->commands();
     desk().workbench.cmd_write.enabled = true;
-    press(Qt::Key_W); // WRITE lies under the translation
+    press(Qt::Key_W); // the translation covers WRITE
     EXPECT_TRUE(generator->commands().isEmpty());
     press(Qt::Key_K);
-    EXPECT_FALSE(h.is_shown("fra_edid_edit"));
+    EXPECT_FALSE(ui.is_shown("fra_edid_edit"));
 }
 
 TEST_F(access_key_of, a_disabled_button_does_nothing) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_timing");
+    const ui_driver ui = driver();
+    ui.click("cmd_timing");
     generator->commands();
     desk().desk_frame.cmd_run.enabled = false;
     press(Qt::Key_S);
     EXPECT_TRUE(generator->commands().isEmpty());
 }
 
-TEST_F(access_key_of, a_button_at_work_comes_too_late) {
+TEST_F(access_key_of, a_busy_button_does_nothing) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_timing");
+    const ui_driver ui = driver();
+    ui.click("cmd_timing");
     generator->commands();
-    generator->tell("delay 300");
+    generator->command("delay 300");
     bool pressed_again = false;
-    h.when(heard("TIM001"), [&] {
+    ui.when(heard("TIM001"), [&] {
         press(Qt::Key_S);
-        h.click("cmd_run");
+        ui.click("cmd_run");
         press(Qt::Key_S);
         pressed_again = true;
     });
@@ -167,19 +167,19 @@ TEST_F(access_key_of, a_button_at_work_comes_too_late) {
     EXPECT_EQ(generator->commands(), QStringList{"TIM001"});
 }
 
-TEST_F(access_key_of, a_key_that_repeats_itself_presses_once) {
+TEST_F(access_key_of, auto_repeat_presses_once) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_timing");
+    const ui_driver ui = driver();
+    ui.click("cmd_timing");
     generator->commands();
     for (int i = 0; i < 5; ++i)
         QTest::simulateEvent(&program->main_window(), true, Qt::Key_S, Qt::AltModifier, "s", i > 0);
     EXPECT_EQ(generator->commands(), QStringList{"TIM001"});
 }
 
-TEST_F(access_key_of, a_row_of_the_panel_walks_along_it_and_presses_nothing) {
+TEST_F(access_key_of, a_panel_row_moves_the_focus_and_presses_nothing) {
     start();
-    operator_hand().click("cmd_setup");
+    driver().click("cmd_setup");
     generator->commands();
     QStringList walked;
     for (int i = 0; i < 4; ++i) {
@@ -190,15 +190,15 @@ TEST_F(access_key_of, a_row_of_the_panel_walks_along_it_and_presses_nothing) {
     EXPECT_TRUE(generator->commands().isEmpty());
 }
 
-TEST_F(access_key_of, a_list_gives_it_the_focus) {
+TEST_F(access_key_of, a_list_focuses_it) {
     start();
-    operator_hand().click("cmd_timing");
-    operator_hand().find("cmd_run").setFocus();
+    driver().click("cmd_timing");
+    driver().find("cmd_run").setFocus();
     press(Qt::Key_I);
-    EXPECT_TRUE(operator_hand().find("lstv_timing").hasFocus());
+    EXPECT_TRUE(driver().find("lstv_timing").hasFocus());
 }
 
-TEST_F(access_key_of, a_letter_is_underlined_where_alt_alone_presses_it) {
+TEST_F(access_key_of, is_underlined_if_alt_alone_is_needed) {
     start();
     for (const auto* b : program->main_window().findChildren<QAbstractButton*>()) {
         const QKeySequence underlined = QKeySequence::mnemonic(b->text());
@@ -215,12 +215,12 @@ TEST_F(access_key_of, a_letter_is_underlined_where_alt_alone_presses_it) {
     }
 }
 
-TEST_F(access_key_of, a_small_window_belongs_to_it_alone) {
+TEST_F(access_key_of, a_small_window_works_only_in_that_window) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_edid");
-    h.click("cmd_read");
-    in_next_window("frm_diag", [&](const hand& diag) {
+    const ui_driver ui = driver();
+    ui.click("cmd_edid");
+    ui.click("cmd_read");
+    in_next_window("frm_diag", [&](const ui_driver& diag) {
         QWidget& window = diag.find("frm_diag");
         EXPECT_TRUE(wait_until([&] { return QApplication::activeWindow() == &window; }, 20000));
         QTest::keyClick(&window, Qt::Key_C, Qt::AltModifier);
@@ -230,7 +230,7 @@ TEST_F(access_key_of, a_small_window_belongs_to_it_alone) {
         QTest::keyClick(&window, Qt::Key_X, Qt::AltModifier);
         EXPECT_FALSE(diag.is_shown("frm_diag"));
     });
-    h.click("cmd_sum_read");
+    ui.click("cmd_sum_read");
     EXPECT_TRUE(desk().exchange.rs232_connected) << "Alt+C is Connect in the main window";
     EXPECT_EQ(desk().exchange.view_mode, 4);
 }

@@ -1,7 +1,7 @@
-// What a screen reader is told of every control.
+// What a screen reader gets for every control.
 
 #include "bench_fixture.h"
-#include "qt/look.h"
+#include "qt/appearance.h"
 
 #include <QAccessible>
 #include <QMessageBox>
@@ -20,28 +20,29 @@ const std::map<QString, QAccessible::Role> roles = {
     {"line", QAccessible::Separator},
 };
 
-/// Every control of a window has the role of its kind and a name. Gives how many there are.
-int look_at_all(const QWidget& window) {
+/// Expects the right role and a name for every control of a window. Returns their number.
+int check_all(const QWidget& window) {
     int seen = 0;
     for (QWidget* w : window.findChildren<QWidget*>()) {
         const auto kind = roles.find(w->objectName().section('_', 0, 0));
         if (kind == roles.end()) continue;
         ++seen;
-        const QAccessibleInterface* const told = QAccessible::queryAccessibleInterface(w);
+        const QAccessibleInterface* const accessible = QAccessible::queryAccessibleInterface(w);
         const std::string name = w->objectName().toStdString();
-        if (told == nullptr) {
-            ADD_FAILURE() << name << " is told nothing of";
+        if (accessible == nullptr) {
+            ADD_FAILURE() << name << " has no interface";
             continue;
         }
         if (name == "lab_desk" || name == "line_rs232") {
-            EXPECT_TRUE(told->role() == QAccessible::Whitespace || told->role() == QAccessible::Separator) << name;
+            EXPECT_TRUE(accessible->role() == QAccessible::Whitespace || accessible->role() == QAccessible::Separator)
+                << name;
             continue;
         }
         const bool opens_a_file = name.starts_with("lab_pre_f");
-        EXPECT_EQ(told->role(), opens_a_file ? QAccessible::Link : kind->second) << name;
-        EXPECT_FALSE(told->text(QAccessible::Name).isEmpty()) << name;
-        EXPECT_FALSE(told->text(QAccessible::Name).contains('_')) << name;
-        EXPECT_EQ(told->state().disabled, !w->isEnabled()) << name;
+        EXPECT_EQ(accessible->role(), opens_a_file ? QAccessible::Link : kind->second) << name;
+        EXPECT_FALSE(accessible->text(QAccessible::Name).isEmpty()) << name;
+        EXPECT_FALSE(accessible->text(QAccessible::Name).contains('_')) << name;
+        EXPECT_EQ(accessible->state().disabled, !w->isEnabled()) << name;
     }
     return seen;
 }
@@ -50,11 +51,11 @@ class screen_reader : public bench {
 protected:
     screen_reader() { plug_generator(); }
 
-    QString told(const QString& name, QAccessible::Text what) {
-        return QAccessible::queryAccessibleInterface(&operator_hand().find(name))->text(what);
+    QString accessible(const QString& name, QAccessible::Text what) {
+        return QAccessible::queryAccessibleInterface(&driver().find(name))->text(what);
     }
     QAccessible::State state(const QString& name) {
-        return QAccessible::queryAccessibleInterface(&operator_hand().find(name))->state();
+        return QAccessible::queryAccessibleInterface(&driver().find(name))->state();
     }
     void show_speakers() {
         auto& t = desk().translation_frame;
@@ -62,63 +63,64 @@ protected:
                            &t.pic_speaker_fr, &t.pic_speaker_lfe, &t.pic_speaker_rl, &t.pic_speaker_rlc,
                            &t.pic_speaker_rc, &t.pic_speaker_rrc, &t.pic_speaker_rr})
             p->visible = true;
-        operator_hand().click("lab_com"); // any event brings the window up to date
+        driver().click("lab_com"); // any event updates the window
     }
 };
 
-TEST_F(screen_reader, is_told_the_kind_and_the_name_of_every_control) {
+TEST_F(screen_reader, gets_role_and_name_of_every_control) {
     start();
     show_speakers();
-    EXPECT_GT(look_at_all(program->main_window()), 170);
+    EXPECT_GT(check_all(program->main_window()), 170);
 }
 
-TEST_F(screen_reader, is_told_of_the_windows_above_the_main_window_too) {
+TEST_F(screen_reader, gets_modal_windows_too) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_edid");
-    h.click("cmd_read");
+    const ui_driver ui = driver();
+    ui.click("cmd_edid");
+    ui.click("cmd_read");
     int seen = 0;
-    in_next_window("frm_diag", [&](const hand& diag) {
-        seen += look_at_all(diag.find("frm_diag"));
+    in_next_window("frm_diag", [&](const ui_driver& diag) {
+        seen += check_all(diag.find("frm_diag"));
         diag.click("cmd_ok");
     });
-    h.click("cmd_sum_read");
+    ui.click("cmd_sum_read");
     EXPECT_GT(seen, 25);
-    h.click("cmd_read_translate");
-    in_next_window("frm_report", [&](const hand& report) {
-        EXPECT_EQ(look_at_all(report.find("frm_report")), 3);
+    ui.click("cmd_read_translate");
+    in_next_window("frm_report", [&](const ui_driver& report) {
+        EXPECT_EQ(check_all(report.find("frm_report")), 3);
         report.click("cmd_exit");
     });
-    h.click("cmd_edid_report");
+    ui.click("cmd_edid_report");
 }
 
-TEST_F(screen_reader, is_told_what_captions_leave_open) {
+TEST_F(screen_reader, gets_what_captions_leave_out) {
     start();
-    EXPECT_EQ(told("cmd_hdcp_1", QAccessible::Name), "ON");
-    EXPECT_EQ(told("cmd_hdcp_1", QAccessible::Description), "HDCP");
-    EXPECT_EQ(told("txt_htotal_pix", QAccessible::Name), "Horizontal total in pixels");
-    EXPECT_EQ(told("txt_color_setting_2", QAccessible::Name), "Color value 3 as a number");
-    EXPECT_EQ(told("cmd_recover_0", QAccessible::Description), "Repair the checksum of block 0 on the WRITE side");
-    EXPECT_EQ(told("cmd_clear_read", QAccessible::Description), "READ side");
+    EXPECT_EQ(accessible("cmd_hdcp_1", QAccessible::Name), "ON");
+    EXPECT_EQ(accessible("cmd_hdcp_1", QAccessible::Description), "HDCP");
+    EXPECT_EQ(accessible("txt_htotal_pix", QAccessible::Name), "Horizontal total in pixels");
+    EXPECT_EQ(accessible("txt_color_setting_2", QAccessible::Name), "Color value 3 as a number");
+    EXPECT_EQ(accessible("cmd_recover_0", QAccessible::Description),
+              "Repair the checksum of block 0 on the WRITE side");
+    EXPECT_EQ(accessible("cmd_clear_read", QAccessible::Description), "READ side");
 }
 
-TEST_F(screen_reader, is_told_what_is_lit) {
+TEST_F(screen_reader, gets_lit_states) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_setup");
-    EXPECT_EQ(told("cmd_conn", QAccessible::Description), "green");
-    EXPECT_EQ(told("cmd_setup", QAccessible::Description), "current view");
-    EXPECT_EQ(told("cmd_timing", QAccessible::Description), "Shows the timings and their figures");
-    h.click("cmd_hdcp_1");
-    EXPECT_EQ(told("cmd_hdcp_1", QAccessible::Description), "HDCP, green");
-    h.click("cmd_disconn");
-    EXPECT_EQ(told("cmd_disconn", QAccessible::Description), "red");
+    const ui_driver ui = driver();
+    ui.click("cmd_setup");
+    EXPECT_EQ(accessible("cmd_conn", QAccessible::Description), "green");
+    EXPECT_EQ(accessible("cmd_setup", QAccessible::Description), "current view");
+    EXPECT_EQ(accessible("cmd_timing", QAccessible::Description), "Shows the timings and their figures");
+    ui.click("cmd_hdcp_1");
+    EXPECT_EQ(accessible("cmd_hdcp_1", QAccessible::Description), "HDCP, green");
+    ui.click("cmd_disconn");
+    EXPECT_EQ(accessible("cmd_disconn", QAccessible::Description), "red");
 }
 
-TEST_F(screen_reader, is_told_states) {
+TEST_F(screen_reader, gets_states) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_edid");
+    const ui_driver ui = driver();
+    ui.click("cmd_edid");
     EXPECT_TRUE(state("opt_edid_src_1").checked);
     EXPECT_FALSE(state("opt_edid_src_2").checked);
     EXPECT_TRUE(state("cmd_write").disabled);
@@ -127,21 +129,21 @@ TEST_F(screen_reader, is_told_states) {
     EXPECT_TRUE(state("txt_htotal_pix").readOnly);
     EXPECT_FALSE(state("txt_motion_str").readOnly);
     desk().translation_frame.chk_established[3].value = 1;
-    h.click("lab_read"); // any event brings the window up to date
+    ui.click("lab_read"); // any event updates the window
     EXPECT_TRUE(state("chk_established_3").checked);
     EXPECT_FALSE(state("chk_established_4").checked);
 }
 
 TEST_F(screen_reader, reads_the_edid_text_and_selects_in_it) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_edid");
+    const ui_driver ui = driver();
+    ui.click("cmd_edid");
     desk().workbench.txt_read.text = "00 FF //7\r\n\r\n01 \xC3\xA9\r\n";
-    h.click("lab_read"); // any event brings the window up to date
-    QAccessibleTextInterface* const text = QAccessible::queryAccessibleInterface(&h.find("txt_read"))->textInterface();
+    ui.click("lab_read"); // any event updates the window
+    QAccessibleTextInterface* const text = QAccessible::queryAccessibleInterface(&ui.find("txt_read"))->textInterface();
     ASSERT_NE(text, nullptr);
     const QString shown = QString::fromUtf8("00 FF //7\n\n01 \xC3\xA9\n");
-    EXPECT_EQ(told("txt_read", QAccessible::Value), shown);
+    EXPECT_EQ(accessible("txt_read", QAccessible::Value), shown);
     EXPECT_EQ(text->characterCount(), shown.size());
     EXPECT_EQ(text->text(3, 12), shown.mid(3, 9));
     EXPECT_EQ(text->text(0, 9999), shown);
@@ -172,13 +174,13 @@ TEST_F(screen_reader, reads_the_edid_text_and_selects_in_it) {
 
 TEST_F(screen_reader, counts_alike_in_every_text) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_edid");
+    const ui_driver ui = driver();
+    ui.click("cmd_edid");
     for (const char* bytes : {"00 FF\r\n\r\n01\r\n", "00 FF\n\n01\n", "\r\n", ""}) {
         desk().workbench.txt_read.text = bytes;
-        h.click("lab_read");
+        ui.click("lab_read");
         QAccessibleTextInterface* const text =
-            QAccessible::queryAccessibleInterface(&h.find("txt_read"))->textInterface();
+            QAccessible::queryAccessibleInterface(&ui.find("txt_read"))->textInterface();
         const QString shown = qt::shown_text(bytes);
         for (int position = 0; position <= shown.size(); ++position) {
             text->setCursorPosition(position);
@@ -191,13 +193,13 @@ TEST_F(screen_reader, counts_alike_in_every_text) {
 TEST_F(screen_reader, opens_a_previous_file) {
     put_file("marlo_rs232.ini", "1\r\n\"not there.bin\"\r\n" + QByteArray("\"\"\r\n").repeated(9) + "0\r\n0\r\n0\r\n");
     start();
-    const hand h = operator_hand();
-    h.click("cmd_edid");
-    h.click("cmd_pre_f");
+    const ui_driver ui = driver();
+    ui.click("cmd_edid");
+    ui.click("cmd_pre_f");
     std::vector<seen_box> boxes;
     answer_next_box(boxes, QMessageBox::Ok);
     QAccessibleActionInterface* const actions =
-        QAccessible::queryAccessibleInterface(&h.find("lab_pre_f_0"))->actionInterface();
+        QAccessible::queryAccessibleInterface(&ui.find("lab_pre_f_0"))->actionInterface();
     actions->doAction(QAccessibleActionInterface::pressAction());
     ASSERT_EQ(boxes.size(), 1U);
     EXPECT_EQ(boxes[0].text, "not there.bin doesn't exist !");

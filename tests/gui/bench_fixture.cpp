@@ -10,7 +10,7 @@
 namespace desk::gui {
 
 bench::bench() {
-    // a program that has ended before in this process leaves the toolkit refusing every further dialog
+    // after a program has ended in this process, Qt refuses every further dialog
     QTimer::singleShot(0, qApp, [] { QApplication::quit(); });
     QApplication::exec();
     for (const char* name : {"marlo_rs232.ini", "timing_pattern.ini"}) {

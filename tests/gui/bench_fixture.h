@@ -1,9 +1,9 @@
 #pragma once
 
-#include "dialog_hand.h"
-#include "hand.h"
+#include "dialog_driver.h"
 #include "operated_simulator.h"
 #include "qt/desk_program.h"
+#include "ui_driver.h"
 
 #include <QTemporaryDir>
 
@@ -15,28 +15,27 @@
 
 namespace desk::gui {
 
-/// A bench: a folder with first copies of the two files, the desk's real window, and a generator on a pseudo terminal
-/// behind COM1.
+/// A test bench: a folder with initial copies of the two ini files, the desk's real window, and a simulated generator
+/// on a pseudo terminal at COM1.
 class bench : public ::testing::Test {
 protected:
     bench();
 
-    /// Puts a file into the program's own directory, in the place of one that stands there.
+    /// Creates or replaces a file in the program's own directory.
     void put_file(const QString& name, const QByteArray& content) const;
     void remove_file(const QString& name) const;
     QByteArray file(const QString& name) const;
 
     void plug_generator();
-    /// A generator that keeps in step with this thread, where the system allows it.
+    /// A generator that shares this thread's event loop, where the system supports that.
     static std::unique_ptr<simulator_program> simulator_for(const QString& link);
-    /// Holds once the generator has heard this command.
     std::function<bool()> heard(const QByteArray& command) const {
         return [this, command] { return generator->has_printed("> " + command + "\n"); };
     }
-    /// Starts the desk; it must come up.
+    /// Starts the desk and expects its window.
     void start();
 
-    hand operator_hand() { return hand(program->main_window()); }
+    ui_driver driver() { return ui_driver(program->main_window()); }
     frm_main& desk() { return program->desk(); }
     QString com1() const { return directory.filePath("com1"); }
 

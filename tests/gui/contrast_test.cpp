@@ -1,9 +1,9 @@
-// Whether every caption can be read: its colour against its ground, as they are drawn, in both schemes.
+// Whether every caption is legible: its colour against its background, as drawn, in both schemes.
 
 #include "bench_fixture.h"
 #include "controls/kinds.h"
-#include "dialog_hand.h"
-#include "qt/look.h"
+#include "dialog_driver.h"
+#include "qt/appearance.h"
 #include "qt/text_label.h"
 #include "qt/text_page.h"
 
@@ -34,7 +34,7 @@ namespace desk::gui {
 
 namespace {
 
-/// So fine that the strokes of letters have their full colour.
+/// Enough magnification to give strokes of letters their full colour.
 constexpr int fineness = 4;
 
 struct caption {
@@ -42,7 +42,7 @@ struct caption {
     QRect place; // in its window
 };
 
-/// Where a widget has text; the marks beside it and its border are left out.
+/// Where a widget has text, without marks and borders.
 std::vector<QRect> places_of_text(QWidget& w) {
     if (auto* const button = qobject_cast<QAbstractButton*>(&w)) {
         if (button->text().isEmpty()) return {};
@@ -64,7 +64,7 @@ std::vector<QRect> places_of_text(QWidget& w) {
     if (auto* const label = qobject_cast<qt::text_label*>(&w)) {
         if (label->text().isEmpty()) return {};
         if (label->text().contains('\n') || w.height() <= 2 * w.fontMetrics().height()) {
-            // a single line may lie on a plate of its own: no more than that
+            // a single line may have a background plate, which is only as wide as the text
             const int width =
                 std::min(w.width() - 6, w.fontMetrics().horizontalAdvance(label->text().section('\n', 0, 0)));
             const int height = std::min(w.height(), w.fontMetrics().height()) - 6;
@@ -95,7 +95,6 @@ std::vector<QRect> places_of_text(QWidget& w) {
     return {};
 }
 
-/// Whether nothing lies over the place.
 bool is_seen(const QWidget& window, const QWidget& w, const QRect& place) {
     for (const QPoint at :
          {place.topLeft(), place.topRight(), place.bottomLeft(), place.bottomRight(), place.center()}) {
@@ -117,7 +116,7 @@ std::vector<caption> captions_on_show(QWidget& window) {
     return all;
 }
 
-/// The most frequent colour of a place, and the one with the most contrast to it.
+/// The most frequent colour of a place, and the one with the highest contrast to it.
 struct two_colors {
     QColor ground;
     QColor ink;
@@ -155,7 +154,7 @@ protected:
         program->gate().run([] {});
     }
 
-    /// Every caption of a window that can be seen, in both schemes.
+    /// Checks every visible caption of a window, in both schemes.
     void expect_readable(QWidget& window, const char* when) {
         for (const qt::scheme s : {qt::scheme::light, qt::scheme::dark}) {
             qt::set_scheme(s);
@@ -179,7 +178,7 @@ protected:
 
     void expect_readable(const char* when) { expect_readable(program->main_window(), when); }
 
-    /// As it is, with every button lit in each colour, and with everything disabled.
+    /// Checks the window as it is, with every button lit in each colour, and with everything disabled.
     void expect_readable_in_every_state(window& form, QWidget& real, const char* when) {
         expect_readable(real, when);
         std::map<control*, std::pair<color, bool>> before;
@@ -213,35 +212,35 @@ protected:
 
 TEST_F(contrast, is_enough_in_every_view) {
     start();
-    const hand h = operator_hand();
+    const ui_driver ui = driver();
     expect_readable_in_every_state(desk().form, program->main_window(), "at start");
-    h.click("cmd_timing");
-    h.click_row("lstv_timing", 7);
-    h.click("cmd_run");
+    ui.click("cmd_timing");
+    ui.click_row("lstv_timing", 7);
+    ui.click("cmd_run");
     expect_readable_in_every_state(desk().form, program->main_window(), "in Timing Select");
-    h.click("cmd_pattern");
-    h.click_row("lstv_pattern", 13);
-    h.click("cmd_download");
+    ui.click("cmd_pattern");
+    ui.click_row("lstv_pattern", 13);
+    ui.click("cmd_download");
     expect_readable_in_every_state(desk().form, program->main_window(), "with the color setting");
-    h.click_row("lstv_pattern", 41);
+    ui.click_row("lstv_pattern", 41);
     expect_readable_in_every_state(desk().form, program->main_window(), "with the motion string");
-    h.click("cmd_fav_timing");
+    ui.click("cmd_fav_timing");
     expect_readable_in_every_state(desk().form, program->main_window(), "in Favorite Timing");
-    h.click("cmd_fav_pattern");
+    ui.click("cmd_fav_pattern");
     expect_readable_in_every_state(desk().form, program->main_window(), "in Favorite Pattern");
-    h.click("cmd_auto");
+    ui.click("cmd_auto");
     expect_readable_in_every_state(desk().form, program->main_window(), "in Autorun Config");
-    h.click("cmd_setup");
-    h.click("cmd_download");
+    ui.click("cmd_setup");
+    ui.click("cmd_download");
     expect_readable_in_every_state(desk().form, program->main_window(), "in Panel Control");
     EXPECT_GT(looked_at_, 2000);
 }
 
 TEST_F(contrast, is_enough_in_the_workbench_and_its_overlays) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_edid");
-    h.click("cmd_read");
+    const ui_driver ui = driver();
+    ui.click("cmd_edid");
+    ui.click("cmd_read");
     expect_readable_in_every_state(desk().form, program->main_window(), "in EDID Read/Write");
     for (const color mark : {color_red, color_green, color_dark_red, color_dark_green}) {
         desk().workbench.fra_compare.visible = true;
@@ -262,20 +261,20 @@ TEST_F(contrast, is_enough_in_the_workbench_and_its_overlays) {
     expect_readable("with the previous files");
     desk().workbench.fra_pre_f.visible = false;
     follow();
-    h.click("cmd_read_translate");
-    h.click_node("tree_edid", {"Block 0: VESA Basic Block", "Established Timings"});
+    ui.click("cmd_read_translate");
+    ui.click_node("tree_edid", {"Block 0: VESA Basic Block", "Established Timings"});
     expect_readable_in_every_state(desk().form, program->main_window(), "in the translation");
-    h.click("cmd_about");
+    ui.click("cmd_about");
     expect_readable("with About");
 }
 
 TEST_F(contrast, is_enough_in_the_small_windows) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_edid");
-    h.click("cmd_read");
+    const ui_driver ui = driver();
+    ui.click("cmd_edid");
+    ui.click("cmd_read");
     for (const char* opens : {"cmd_sum_read", "cmd_w_auto"}) {
-        in_next_window("frm_diag", [&](const hand& diag) {
+        in_next_window("frm_diag", [&](const ui_driver& diag) {
             if (QString(opens) == "cmd_sum_read") diag.click("cmd_checksum");
             expect_readable(*QApplication::activeModalWidget(), opens);
             diag.click("cmd_ok");
@@ -284,38 +283,38 @@ TEST_F(contrast, is_enough_in_the_small_windows) {
             desk().workbench.cmd_w_auto.enabled = true;
             follow();
         }
-        h.click(opens);
+        ui.click(opens);
     }
-    h.click("cmd_read_translate");
-    in_next_window("frm_report", [&](const hand& report) {
+    ui.click("cmd_read_translate");
+    in_next_window("frm_report", [&](const ui_driver& report) {
         expect_readable(*QApplication::activeModalWidget(), "in the report");
         report.click("cmd_exit");
     });
-    h.click("cmd_edid_report");
+    ui.click("cmd_edid_report");
     EXPECT_GT(looked_at_, 30);
 }
 
 TEST_F(contrast, is_enough_in_boxes_and_dialogs) {
     start();
-    const hand h = operator_hand();
+    const ui_driver ui = driver();
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-    h.click("cmd_edid");
+    ui.click("cmd_edid");
     int seen = 0;
-    in_next_window("QFileDialog", [&](const hand&) {
+    in_next_window("QFileDialog", [&](const ui_driver&) {
         QWidget& dialog = *QApplication::activeModalWidget();
         expect_readable(dialog, "in the file dialog");
         ++seen;
         QTest::keyClick(&dialog, Qt::Key_Escape);
     });
-    h.click("cmd_load");
-    in_next_window("", [&](const hand&) {
+    ui.click("cmd_load");
+    in_next_window("", [&](const ui_driver&) {
         QWidget& box = *QApplication::activeModalWidget();
         expect_readable(box, "in a box");
         ++seen;
         QTest::keyClick(&box, Qt::Key_Escape);
     });
-    h.click("cmd_disconn");
-    h.click("cmd_refresh");
+    ui.click("cmd_disconn");
+    ui.click("cmd_refresh");
     EXPECT_EQ(seen, 2);
 }
 

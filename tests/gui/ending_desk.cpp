@@ -1,15 +1,15 @@
-// The desk brought into a situation in which its end is requested: ending_desk SITUATION FOLDER. Prints "there" once it
-// is in it; a line on standard input presses the close button of the main window.
+// Puts the desk into a situation in which the test requests its end: ending_desk SITUATION FOLDER. Prints "there"
+// once it is in it; a line on standard input presses the main window's close button.
 
-#include "dialog_hand.h"
-#include "hand.h"
+#include "dialog_driver.h"
 #include "operated_simulator.h"
 #include "platform/end_request.h"
+#include "qt/appearance.h"
 #include "qt/desk_program.h"
 #include "qt/end_watch.h"
-#include "qt/look.h"
 #include "runtime/failure.h"
 #include "simulator_on_event_loop.h"
+#include "ui_driver.h"
 
 #include <QAbstractScrollArea>
 #include <QApplication>
@@ -43,21 +43,21 @@ namespace desk::gui {
 
 namespace {
 
-void tell_there() {
+void print_there() {
     std::puts("there");
     std::fflush(stdout);
 }
 
-/// Tells it once `holds` does, also in a loop of events of a box or a menu.
-void tell_there_when(std::function<bool()> holds) {
-    auto* const look = new QTimer(qApp);
-    QObject::connect(look, &QTimer::timeout, look, [look, holds = std::move(holds)] {
+/// Prints "there" once `holds` returns true, even inside the event loop of a box or a menu.
+void print_there_when(std::function<bool()> holds) {
+    auto* const poll = new QTimer(qApp);
+    QObject::connect(poll, &QTimer::timeout, poll, [poll, holds = std::move(holds)] {
         if (!holds()) return;
-        look->stop();
-        look->deleteLater();
-        tell_there();
+        poll->stop();
+        poll->deleteLater();
+        print_there();
     });
-    look->start(5);
+    poll->start(5);
 }
 
 template <class Window>
@@ -65,27 +65,27 @@ bool is_open() {
     return qobject_cast<Window*>(QApplication::activeModalWidget()) != nullptr;
 }
 
-/// A line whose other end never reads. Its name must be behind the port before the desk starts.
-class deaf_line {
+/// A line that nobody reads. Link the port to its name before the desk starts.
+class unread_line {
 public:
-    explicit deaf_line(const std::filesystem::path& link) : master_(::posix_openpt(O_RDWR | O_NOCTTY)) {
+    explicit unread_line(const std::filesystem::path& link) : master_(::posix_openpt(O_RDWR | O_NOCTTY)) {
         ::grantpt(master_);
         ::unlockpt(master_);
         const char* const name = ::ptsname(master_);
         slave_ = ::open(name, O_RDWR | O_NOCTTY | O_NONBLOCK);
         std::filesystem::create_symlink(name, link);
     }
-    ~deaf_line() {
+    ~unread_line() {
         ::close(slave_);
         ::close(master_);
     }
-    deaf_line(const deaf_line&) = delete;
-    deaf_line& operator=(const deaf_line&) = delete;
+    unread_line(const unread_line&) = delete;
+    unread_line& operator=(const unread_line&) = delete;
 
-    /// From now on it takes nothing more.
+    /// Fills its buffer, so that it accepts nothing more.
     void fill() const {
         const std::array<char, 1024> some{};
-        // the system makes room once more when it carries the first bytes over
+        // the system frees some space when it moves the first bytes to the other end
         constexpr int full_for_sure = 20;
         for (int refused = 0; refused < full_for_sure;) {
             refused =
@@ -107,9 +107,9 @@ public:
 
     int run(const std::string& situation) {
         if (situation == "start_up") {
-            tell_there_when(is_open<QMessageBox>);
+            print_there_when(is_open<QMessageBox>);
         } else if (situation == "endless_drain") {
-            deaf_.emplace(folder_ / "com1");
+            unread_line_.emplace(folder_ / "com1");
         } else {
             generator_.emplace(simulator_on_event_loop(QString::fromStdString(folder_ / "com1")));
         }
@@ -123,7 +123,7 @@ public:
     void close() { program_.main_window().close(); }
 
 private:
-    hand at() { return hand(program_.main_window()); }
+    ui_driver at() { return ui_driver(program_.main_window()); }
 
     void enter(const std::string& situation) {
         static const std::map<std::string, void (ending_desk::*)()> ways = {
@@ -145,39 +145,39 @@ private:
         (this->*ways.at(situation))();
     }
 
-    /// The READ window has an EDID that no file holds.
+    /// Reads an EDID into the READ window, unsaved.
     void read_edid() {
         at().click("cmd_edid");
         at().click("cmd_read");
     }
 
-    void tell_there_when_heard(const QByteArray& command) {
-        tell_there_when([this, command] { return generator_->has_printed("> " + command + "\n"); });
+    void print_there_when_heard(const QByteArray& command) {
+        print_there_when([this, command] { return generator_->has_printed("> " + command + "\n"); });
     }
 
     void rest() {
         read_edid();
-        tell_there();
+        print_there();
     }
 
     void exchange() {
         read_edid();
-        generator_->tell("silent");
+        generator_->command("silent");
         at().click("cmd_timing");
-        tell_there_when_heard("TIM001");
+        print_there_when_heard("TIM001");
         at().click("cmd_run");
     }
 
     void erase() {
         read_edid();
-        generator_->tell("erase 60000");
+        generator_->command("erase 60000");
         std::vector<seen_box> boxes;
         answer_next_box(boxes, QMessageBox::Yes);
-        tell_there_when_heard("ERS001");
+        print_there_when_heard("ERS001");
         at().click("cmd_erase");
     }
 
-    /// Puts the same EDID into the WRITE window, from a file.
+    /// Opens the same EDID from a file in the WRITE window.
     void open_edid() {
         const QByteArray edid = generator_->sink(1);
         const QString path = QString::fromStdString(folder_ / "first.bin");
@@ -193,19 +193,19 @@ private:
     void automatic_run() {
         read_edid();
         open_edid();
-        generator_->tell("silent");
-        in_next_window("frm_diag", [this](const hand& h) {
-            generator_->traffic(); // that of the READ before
-            tell_there_when([this] { return generator_->commands().contains("ESC001"); });
-            h.click("cmd_run");
+        generator_->command("silent");
+        in_next_window("frm_diag", [this](const ui_driver& ui) {
+            generator_->traffic(); // of the earlier READ
+            print_there_when([this] { return generator_->commands().contains("ESC001"); });
+            ui.click("cmd_run");
         });
         at().click("cmd_w_auto");
     }
 
     void endless_drain() {
-        deaf_->fill();
+        unread_line_->fill();
         at().click("cmd_timing");
-        // no event runs in that wait
+        // no events run during that wait
         auto* const beat = new QTimer(qApp);
         QObject::connect(beat, &QTimer::timeout, beat, [this] { ++beats_; });
         beat->start(5);
@@ -215,7 +215,7 @@ private:
                 before = beats_;
                 std::this_thread::sleep_for(std::chrono::milliseconds(500));
             }
-            tell_there();
+            print_there();
         });
         watcher_.detach();
         at().click("cmd_run");
@@ -223,33 +223,33 @@ private:
 
     void modal_window() {
         read_edid();
-        in_next_window("frm_diag", [](const hand&) { tell_there(); });
+        in_next_window("frm_diag", [](const ui_driver&) { print_there(); });
         at().click("cmd_sum_read");
     }
 
     void report() {
         read_edid();
         at().click("cmd_read_translate");
-        in_next_window("frm_report", [](const hand&) { tell_there(); });
+        in_next_window("frm_report", [](const ui_driver&) { print_there(); });
         at().click("cmd_edid_report");
     }
 
     void message_box() {
         read_edid();
         at().click("cmd_disconn");
-        tell_there_when(is_open<QMessageBox>);
+        print_there_when(is_open<QMessageBox>);
         at().click("cmd_about");
     }
 
     void file_dialog() {
         read_edid();
-        tell_there_when(is_open<QFileDialog>);
+        print_there_when(is_open<QFileDialog>);
         at().click("cmd_load");
     }
 
     static bool is_menu_open() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()) != nullptr; }
 
-    /// The menu of the dialog's files runs a loop of events of its own.
+    /// The context menu of the dialog's files has its own event loop.
     void menu_of_the_file_dialog() {
         read_edid();
         QTimer::singleShot(500, qApp, [] {
@@ -258,14 +258,14 @@ private:
             auto* const files = dialog->findChild<QListView*>("listView");
             emit files->customContextMenuRequested(QPoint(5, 5));
         });
-        tell_there_when(is_menu_open);
+        print_there_when(is_menu_open);
         at().click("cmd_load");
     }
 
     void menu_of_a_text() {
         read_edid();
         QWidget& text = *at().find<QAbstractScrollArea>("txt_read").viewport();
-        tell_there_when(is_menu_open);
+        print_there_when(is_menu_open);
         QContextMenuEvent asked(QContextMenuEvent::Mouse, QPoint(9, 9), text.mapToGlobal(QPoint(9, 9)));
         QApplication::sendEvent(&text, &asked);
     }
@@ -273,7 +273,7 @@ private:
     void open_list() {
         read_edid();
         at().find<QComboBox>("cbo_com").showPopup();
-        tell_there_when([] { return QApplication::activePopupWidget() != nullptr; });
+        print_there_when([] { return QApplication::activePopupWidget() != nullptr; });
     }
 
     void held_slider() {
@@ -282,18 +282,18 @@ private:
         at().click_row("lstv_pattern", 13);
         at().click("cmd_download");
         QTest::mousePress(&at().find("hsr_color_setting_0"), Qt::LeftButton, Qt::NoModifier, QPoint(40, 5));
-        tell_there();
+        print_there();
     }
 
     void failure_box() {
         read_edid();
-        tell_there_when(is_open<QMessageBox>);
+        print_there_when(is_open<QMessageBox>);
         program_.gate().run([] { throw runtime_failure(failure::overflow, "on purpose"); });
     }
 
     std::filesystem::path folder_;
     std::optional<operated_simulator> generator_;
-    std::optional<deaf_line> deaf_;
+    std::optional<unread_line> unread_line_;
     qt::desk_program program_;
     std::atomic<int> beats_ = 0;
     std::thread watcher_;
@@ -304,7 +304,7 @@ int run(int argument_count, char** arguments) {
     QApplication application(argument_count, arguments);
     qt::end_watch watch(request);
     QApplication::setQuitOnLastWindowClosed(false);
-    qt::set_look(application);
+    qt::set_appearance(application);
     if (argument_count != 3) return 2;
     ending_desk desk(arguments[2], watch);
     QSocketNotifier typed(STDIN_FILENO, QSocketNotifier::Read);

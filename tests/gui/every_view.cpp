@@ -36,12 +36,12 @@ view_bench::view_bench() {
 }
 
 void view_bench::show(const view& v) {
-    const hand h = operator_hand();
+    const ui_driver ui = driver();
     for (const QString click : v.clicks) {
         if (click.startsWith("row "))
-            h.click_row("lstv_pattern", click.mid(4).toInt());
+            ui.click_row("lstv_pattern", click.mid(4).toInt());
         else
-            h.click(click);
+            ui.click(click);
     }
     generator->commands();
 }

@@ -1,4 +1,4 @@
-// How the program tells of what ends it, and of a port that it can't open.
+// How the program reports a fatal failure, and a port that cannot be opened.
 
 #include "bench_fixture.h"
 #include "runtime/failure.h"
@@ -19,7 +19,7 @@ namespace {
 
 class failing_start : public bench {
 protected:
-    /// Starts the desk, which must fail, and gives what its box says.
+    /// Starts the desk, expects a failure, and returns the text of its box.
     QString text_of_failure() {
         std::vector<seen_box> boxes;
         answer_next_box(boxes, QMessageBox::Ok);
@@ -55,9 +55,9 @@ TEST_F(failing_start, the_catalogue_is_missing) {
 
 class unopened_port : public bench {};
 
-TEST_F(unopened_port, is_told_before_the_window_appears_and_the_desk_goes_on) {
+TEST_F(unopened_port, is_reported_before_the_window_appears_and_the_desk_continues) {
 #ifndef _WIN32
-    // on Windows no file can have the name of a port; there a port without a device serves as well
+    // on Windows a file can't have a port's name, but a port without a device does as well
     put_file("com1", "no terminal");
 #endif
     std::vector<seen_box> boxes;
@@ -66,7 +66,7 @@ TEST_F(unopened_port, is_told_before_the_window_appears_and_the_desk_goes_on) {
     ASSERT_EQ(boxes.size(), 1U);
     EXPECT_EQ(boxes[0].text, "RS232 can not work on COM 1: !");
     EXPECT_FALSE(desk().exchange.rs232_connected);
-    EXPECT_EQ(operator_hand().find("cmd_disconn").palette().color(QPalette::Button), QColor(255, 0, 0));
+    EXPECT_EQ(driver().find("cmd_disconn").palette().color(QPalette::Button), QColor(255, 0, 0));
 }
 
 class failure_while_running : public bench {};
@@ -78,7 +78,7 @@ TEST_F(failure_while_running, ends_the_program_and_rewrites_nothing) {
     remove_file("marlo_rs232.ini");
     std::vector<seen_box> boxes;
     answer_next_box(boxes, QMessageBox::Ok);
-    operator_hand().click("cmd_timing");
+    driver().click("cmd_timing");
     ASSERT_EQ(boxes.size(), 1U);
     EXPECT_TRUE(boxes[0].text.startsWith("Run-time error '11':\n\nDivision by zero\n\n"));
     EXPECT_TRUE(program->gate().over());
@@ -86,20 +86,20 @@ TEST_F(failure_while_running, ends_the_program_and_rewrites_nothing) {
     EXPECT_TRUE(file("marlo_rs232.ini").isEmpty());
 }
 
-TEST_F(failure_while_running, in_a_nested_event_ends_the_suspended_procedures_too) {
+TEST_F(failure_while_running, in_a_nested_event_also_ends_the_suspended_procedures) {
     plug_generator();
     start();
-    const hand h = operator_hand();
-    generator->tell("silent");
-    h.click("cmd_timing");
+    const ui_driver ui = driver();
+    generator->command("silent");
+    ui.click("cmd_timing");
     bool came_back = false;
     std::vector<seen_box> boxes;
     answer_next_box(boxes, QMessageBox::Ok);
-    h.when(heard("TIM001"), [&] {
+    ui.when(heard("TIM001"), [&] {
         program->gate().run([] { throw runtime_failure(failure::overflow, "a nested event"); });
         came_back = true;
     });
-    h.click("cmd_run");
+    ui.click("cmd_run");
     EXPECT_TRUE(came_back);
     ASSERT_EQ(boxes.size(), 1U);
     EXPECT_EQ(boxes[0].text, "Run-time error '6':\n\nOverflow\n\na nested event.\n\nThe program ends now.");
@@ -113,25 +113,25 @@ protected:
         plug_generator();
         start();
     }
-    /// Lets the program fail, and does something in its box before it is closed.
+    /// Makes the program fail and calls `work` with its box before closing it.
     void fail(const std::function<void(QMessageBox&)>& work) {
         bool came = false;
-        std::function<void()> look = [&] {
+        std::function<void()> poll = [&] {
             auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            if (box == nullptr) return QTimer::singleShot(10, qApp, look);
+            if (box == nullptr) return QTimer::singleShot(10, qApp, poll);
             came = true;
             work(*box);
             box->button(QMessageBox::Ok)->click();
         };
-        QTimer::singleShot(10, qApp, look);
+        QTimer::singleShot(10, qApp, poll);
         program->gate().run([] { throw runtime_failure(failure::overflow, "a click"); });
         EXPECT_TRUE(came);
     }
 };
 
-TEST_F(box_of_a_failure, says_where_the_work_is_and_how_to_go_on) {
-    operator_hand().click("cmd_edid");
-    operator_hand().click("cmd_read");
+TEST_F(box_of_a_failure, says_where_the_work_is_saved_and_how_to_go_on) {
+    driver().click("cmd_edid");
+    driver().click("cmd_read");
     fail([](const QMessageBox& box) {
         const QStringList parts = box.text().split("\n\n");
         ASSERT_EQ(parts.size(), 6) << qPrintable(box.text());
@@ -145,19 +145,19 @@ TEST_F(box_of_a_failure, says_where_the_work_is_and_how_to_go_on) {
     EXPECT_TRUE(file("rescued_read.hex").startsWith("00 FF"));
 }
 
-TEST_F(box_of_a_failure, speaks_of_no_file_where_there_was_no_work) {
+TEST_F(box_of_a_failure, mentions_no_file_if_there_was_no_work) {
     fail([](const QMessageBox& box) { EXPECT_TRUE(box.text().endsWith("The program ends now.")); });
 }
 
-TEST_F(box_of_a_failure, has_a_text_that_is_selected_and_copied) {
+TEST_F(box_of_a_failure, has_text_that_can_be_selected_and_copied) {
     fail([](QMessageBox& box) {
         QTest::keyClick(&box, Qt::Key_C, Qt::ControlModifier);
         EXPECT_EQ(QApplication::clipboard()->text(), box.text());
-        auto* const said = box.findChild<QLabel*>("qt_msgbox_label");
-        ASSERT_NE(said, nullptr);
-        EXPECT_TRUE(said->textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
-        EXPECT_TRUE(said->textInteractionFlags().testFlag(Qt::TextSelectableByKeyboard));
-        said->setSelection(0, 14);
+        auto* const label = box.findChild<QLabel*>("qt_msgbox_label");
+        ASSERT_NE(label, nullptr);
+        EXPECT_TRUE(label->textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
+        EXPECT_TRUE(label->textInteractionFlags().testFlag(Qt::TextSelectableByKeyboard));
+        label->setSelection(0, 14);
         QTest::keyClick(&box, Qt::Key_C, Qt::ControlModifier);
         EXPECT_EQ(QApplication::clipboard()->text(), "Run-time error");
     });

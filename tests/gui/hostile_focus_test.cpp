@@ -1,7 +1,8 @@
-// Where the keys go: after every view and every frame, by every key from every control, and after clicks on nothing.
+// Where the focus goes: after every view and every frame, by every key from every control, and after clicks on the
+// background.
 
 #include "bench_fixture.h"
-#include "holding_hand.h"
+#include "raw_input.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -32,36 +33,36 @@ protected:
         EXPECT_TRUE(QTest::qWaitForWindowActive(&program->main_window()));
     }
 
-    holding_hand held() { return holding_hand(program->main_window()); }
-    static std::string focused() { return holding_hand::focused(); }
+    raw_input held() { return raw_input(program->main_window()); }
+    static std::string focused() { return raw_input::focused(); }
 
     void focus(const std::string& name) {
-        operator_hand().find(QString::fromStdString(name)).setFocus(Qt::TabFocusReason);
+        driver().find(QString::fromStdString(name)).setFocus(Qt::TabFocusReason);
         ASSERT_EQ(focused(), name);
     }
 
-    /// The same bytes on both sides of the EDID view.
+    /// Puts the same bytes into both sides of the EDID view.
     void fill_both_sides() {
-        const hand h = operator_hand();
-        h.click("cmd_edid");
-        h.click("cmd_pre_f");
-        h.click("lab_pre_f_0");
-        h.click("cmd_read");
+        const ui_driver ui = driver();
+        ui.click("cmd_edid");
+        ui.click("cmd_pre_f");
+        ui.click("lab_pre_f_0");
+        ui.click("cmd_read");
     }
 
-    /// The controls that Tab comes to, from the port list once around.
+    /// The tab stops, from the port list once around.
     std::vector<std::string> stops() {
         focus("cbo_com");
         std::vector<std::string> all;
         do {
             all.push_back(focused());
-            holding_hand::tap(Qt::Key_Tab);
+            raw_input::tap(Qt::Key_Tab);
         } while (focused() != "cbo_com" && all.size() < 200);
         return all;
     }
 };
 
-TEST_F(hostile_focus, goes_to_what_the_operator_uses_next) {
+TEST_F(hostile_focus, moves_to_the_control_used_next) {
     EXPECT_EQ(focused(), "cmd_timing");
     const std::vector<std::pair<const char*, const char*>> steps = {
         {"cmd_timing", "lstv_timing"},
@@ -85,120 +86,120 @@ TEST_F(hostile_focus, goes_to_what_the_operator_uses_next) {
         {"cmd_timing", "lstv_timing"},
     };
     for (const auto& [click, next] : steps) {
-        operator_hand().click(click);
+        driver().click(click);
         EXPECT_EQ(focused(), next) << click;
     }
 }
 
-TEST_F(hostile_focus, waits_for_the_result_and_goes_back_where_it_was) {
-    const hand h = operator_hand();
-    h.click("cmd_edid");
-    h.click("cmd_pre_f");
-    h.click("lab_pre_f_0");
-    ASSERT_TRUE(h.find("cmd_verify").isEnabled());
+TEST_F(hostile_focus, waits_for_the_result_and_returns) {
+    const ui_driver ui = driver();
+    ui.click("cmd_edid");
+    ui.click("cmd_pre_f");
+    ui.click("lab_pre_f_0");
+    ASSERT_TRUE(ui.find("cmd_verify").isEnabled());
     std::string meanwhile = "never";
-    h.when(heard("ERD001"), [&] { meanwhile = focused(); });
+    ui.when(heard("ERD001"), [&] { meanwhile = focused(); });
     focus("cmd_verify");
-    holding_hand::tap(Qt::Key_Return);
-    EXPECT_EQ(meanwhile, "frm_main") << "a key meanwhile works nothing";
+    raw_input::tap(Qt::Key_Return);
+    EXPECT_EQ(meanwhile, "frm_main") << "keys have no effect meanwhile";
     EXPECT_EQ(focused(), "cmd_ok");
-    holding_hand::tap(Qt::Key_Return);
-    EXPECT_FALSE(h.is_shown("fra_compare"));
+    raw_input::tap(Qt::Key_Return);
+    EXPECT_FALSE(ui.is_shown("fra_compare"));
     EXPECT_EQ(focused(), "cmd_verify");
 }
 
-TEST_F(hostile_focus, stays_where_the_operator_takes_it_during_an_exchange) {
-    const hand h = operator_hand();
-    h.click("cmd_setup");
-    generator->tell("delay 300");
-    h.when(heard("VER001"), [&] { focus("cmd_out_2"); });
-    h.click("cmd_about");
+TEST_F(hostile_focus, stays_where_the_operator_moves_it_during_an_exchange) {
+    const ui_driver ui = driver();
+    ui.click("cmd_setup");
+    generator->command("delay 300");
+    ui.when(heard("VER001"), [&] { focus("cmd_out_2"); });
+    ui.click("cmd_about");
     EXPECT_EQ(focused(), "cmd_out_2");
-    EXPECT_TRUE(h.is_shown("fra_about"));
-    holding_hand::tap(Qt::Key_Escape);
-    EXPECT_FALSE(h.is_shown("fra_about"));
+    EXPECT_TRUE(ui.is_shown("fra_about"));
+    raw_input::tap(Qt::Key_Escape);
+    EXPECT_FALSE(ui.is_shown("fra_about"));
 }
 
-TEST_F(hostile_focus, escape_and_enter_leave_the_frame_on_top) {
-    const hand h = operator_hand();
+TEST_F(hostile_focus, escape_and_enter_close_the_topmost_frame) {
+    const ui_driver ui = driver();
     fill_both_sides();
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape}) {
-        h.click("cmd_compare");
+        ui.click("cmd_compare");
         focus("txt_msg");
-        holding_hand::tap(key);
-        EXPECT_FALSE(h.is_shown("fra_compare")) << key;
-        h.click("cmd_about");
+        raw_input::tap(key);
+        EXPECT_FALSE(ui.is_shown("fra_compare")) << key;
+        ui.click("cmd_about");
         focus("cmd_disconn");
         if (key == Qt::Key_Escape) {
-            holding_hand::tap(key);
-            EXPECT_FALSE(h.is_shown("fra_about"));
+            raw_input::tap(key);
+            EXPECT_FALSE(ui.is_shown("fra_about"));
         } else {
-            h.click("cmd_about_ok");
+            ui.click("cmd_about_ok");
         }
     }
-    h.click("cmd_read_translate");
-    holding_hand::tap(Qt::Key_Return);
-    EXPECT_TRUE(h.is_shown("fra_edid_edit"));
-    holding_hand::tap(Qt::Key_Escape);
-    EXPECT_FALSE(h.is_shown("fra_edid_edit"));
-    EXPECT_TRUE(h.is_shown("fra_edid"));
+    ui.click("cmd_read_translate");
+    raw_input::tap(Qt::Key_Return);
+    EXPECT_TRUE(ui.is_shown("fra_edid_edit"));
+    raw_input::tap(Qt::Key_Escape);
+    EXPECT_FALSE(ui.is_shown("fra_edid_edit"));
+    EXPECT_TRUE(ui.is_shown("fra_edid"));
     EXPECT_EQ(focused(), "cmd_read_translate");
 }
 
 TEST_F(hostile_focus, walks_the_list_of_files_with_the_arrows) {
-    const hand h = operator_hand();
-    h.click("cmd_edid");
+    const ui_driver ui = driver();
+    ui.click("cmd_edid");
     focus("cmd_pre_f");
-    holding_hand::tap(Qt::Key_Return);
-    ASSERT_TRUE(h.is_shown("fra_pre_f"));
+    raw_input::tap(Qt::Key_Return);
+    ASSERT_TRUE(ui.is_shown("fra_pre_f"));
     EXPECT_EQ(focused(), "lab_pre_f_0");
     for (const auto& [key, name] : std::vector<std::pair<Qt::Key, const char*>>{{Qt::Key_Down, "lab_pre_f_1"},
                                                                                 {Qt::Key_Down, "lab_pre_f_0"},
                                                                                 {Qt::Key_Up, "lab_pre_f_1"},
                                                                                 {Qt::Key_Up, "lab_pre_f_0"}}) {
-        holding_hand::tap(key);
+        raw_input::tap(key);
         EXPECT_EQ(focused(), name);
     }
-    holding_hand::tap(Qt::Key_Escape);
-    EXPECT_FALSE(h.is_shown("fra_pre_f"));
+    raw_input::tap(Qt::Key_Escape);
+    EXPECT_FALSE(ui.is_shown("fra_pre_f"));
     EXPECT_EQ(focused(), "cmd_pre_f");
-    holding_hand::tap(Qt::Key_Space);
-    holding_hand::tap(Qt::Key_Return);
-    EXPECT_FALSE(h.is_shown("fra_pre_f"));
-    EXPECT_TRUE(h.text("txt_write").startsWith("00 FF FF FF FF FF FF 00"));
+    raw_input::tap(Qt::Key_Space);
+    raw_input::tap(Qt::Key_Return);
+    EXPECT_FALSE(ui.is_shown("fra_pre_f"));
+    EXPECT_TRUE(ui.text("txt_write").startsWith("00 FF FF FF FF FF FF 00"));
     EXPECT_EQ(generator->commands(), QStringList());
 }
 
-TEST_F(hostile_focus, the_frame_shown_last_lies_on_top) {
-    const hand h = operator_hand();
+TEST_F(hostile_focus, the_frame_shown_last_is_topmost) {
+    const ui_driver ui = driver();
     fill_both_sides();
-    h.click("cmd_compare");
-    h.click("cmd_pre_f");
-    ASSERT_TRUE(h.is_shown("fra_compare"));
+    ui.click("cmd_compare");
+    ui.click("cmd_pre_f");
+    ASSERT_TRUE(ui.is_shown("fra_compare"));
     const QWidget& w = program->main_window();
-    const QWidget& list = h.find("fra_pre_f");
-    const QWidget& result = h.find("fra_compare");
+    const QWidget& list = ui.find("fra_pre_f");
+    const QWidget& result = ui.find("fra_compare");
     const QPoint over_both = list.mapTo(&w, QPoint(0, 0)) + QPoint(300, 60);
     ASSERT_TRUE(result.rect().contains(result.mapFrom(&w, over_both)));
     EXPECT_TRUE(list.isAncestorOf(w.childAt(over_both)));
-    // Escape closes the one on top, and then the one below
-    holding_hand::tap(Qt::Key_Escape);
+    // Escape closes the topmost one, then the next
+    raw_input::tap(Qt::Key_Escape);
     EXPECT_FALSE(list.isVisible());
     EXPECT_TRUE(result.isVisible());
-    holding_hand::tap(Qt::Key_Escape);
+    raw_input::tap(Qt::Key_Escape);
     EXPECT_FALSE(result.isVisible());
 
-    h.click("cmd_pre_f");
-    h.click("cmd_compare");
+    ui.click("cmd_pre_f");
+    ui.click("cmd_compare");
     EXPECT_TRUE(result.isAncestorOf(w.childAt(over_both)) || w.childAt(over_both) == &result);
     EXPECT_EQ(focused(), "cmd_ok");
 }
 
-/// Where a key leads to that does not stay.
+/// Where a key moves the focus, if it moves it.
 using leads = std::map<std::pair<std::string, Qt::Key>, std::string>;
 
-TEST_F(hostile_focus, no_arrow_key_and_no_escape_leaves_a_control) {
-    const hand h = operator_hand();
+TEST_F(hostile_focus, neither_arrow_keys_nor_escape_leave_a_control) {
+    const ui_driver ui = driver();
     const leads elsewhere = {
         {{"opt_edid_src_1", Qt::Key_Up}, "opt_edid_src_3"},    {{"opt_edid_src_1", Qt::Key_Left}, "opt_edid_src_3"},
         {{"opt_edid_src_1", Qt::Key_Down}, "opt_edid_src_2"},  {{"opt_edid_src_1", Qt::Key_Right}, "opt_edid_src_2"},
@@ -207,14 +208,14 @@ TEST_F(hostile_focus, no_arrow_key_and_no_escape_leaves_a_control) {
     std::set<std::pair<std::string, Qt::Key>> seen;
     for (const char* view :
          {"cmd_timing", "cmd_pattern", "cmd_fav_timing", "cmd_fav_pattern", "cmd_edid", "cmd_auto", "cmd_setup"}) {
-        h.click(view);
+        ui.click(view);
         for (const std::string& stop : stops()) {
             for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right, Qt::Key_Escape}) {
-                // the port list opens what its arrow keys choose
+                // in the port list the arrow keys open a port
                 if (stop == "cbo_com" && (key == Qt::Key_Up || key == Qt::Key_Down)) continue;
-                if (QString::fromStdString(stop).startsWith("opt_")) h.click("opt_edid_src_1");
+                if (QString::fromStdString(stop).startsWith("opt_")) ui.click("opt_edid_src_1");
                 focus(stop);
-                holding_hand::tap(key);
+                raw_input::tap(key);
                 const auto led = elsewhere.find({stop, key});
                 EXPECT_EQ(focused(), led == elsewhere.end() ? stop : led->second) << view << ", " << key;
                 seen.insert({stop, key});
@@ -225,7 +226,7 @@ TEST_F(hostile_focus, no_arrow_key_and_no_escape_leaves_a_control) {
     EXPECT_EQ(generator->commands(), QStringList());
 }
 
-TEST_F(hostile_focus, enter_and_space_press_the_button_with_the_focus_and_nothing_else) {
+TEST_F(hostile_focus, enter_and_space_press_only_the_focused_button) {
     const std::vector<std::pair<const char*, std::string>> presses = {{"cmd_timing", "lstv_timing"},
                                                                       {"cmd_pattern", "lstv_pattern"},
                                                                       {"cmd_fav_timing", "lstv_timing"},
@@ -253,84 +254,84 @@ TEST_F(hostile_focus, enter_and_space_press_the_button_with_the_focus_and_nothin
         fill_both_sides();
         for (const auto& [name, next] : presses) {
             focus(name);
-            holding_hand::tap(key);
+            raw_input::tap(key);
             EXPECT_EQ(focused(), next) << name << ", " << key;
         }
     }
 }
 
-TEST_F(hostile_focus, tab_comes_to_no_covered_control) {
-    const hand h = operator_hand();
-    h.click("cmd_edid");
-    h.click("cmd_read");
-    h.click("cmd_read_translate");
+TEST_F(hostile_focus, tab_skips_covered_controls) {
+    const ui_driver ui = driver();
+    ui.click("cmd_edid");
+    ui.click("cmd_read");
+    ui.click("cmd_read_translate");
     for (const std::string& stop : stops()) {
-        const QWidget& w = h.find(QString::fromStdString(stop));
+        const QWidget& w = ui.find(QString::fromStdString(stop));
         const QPoint middle = w.mapTo(&program->main_window(), w.rect().center());
         const QWidget* const there = program->main_window().childAt(middle);
         EXPECT_TRUE(there == &w || w.isAncestorOf(there)) << stop;
     }
 }
 
-TEST_F(hostile_focus, a_covered_button_takes_no_click_from_its_model_adapter) {
-    const hand h = operator_hand();
-    h.click("cmd_edid");
-    h.click("cmd_read");
-    h.click("cmd_read_translate");
+TEST_F(hostile_focus, a_covered_button_ignores_clicks_of_its_adapter) {
+    const ui_driver ui = driver();
+    ui.click("cmd_edid");
+    ui.click("cmd_read");
+    ui.click("cmd_read_translate");
     generator->commands();
-    h.find<QAbstractButton>("cmd_read").click();
-    h.find<QAbstractButton>("cmd_pre_f").click();
+    ui.find<QAbstractButton>("cmd_read").click();
+    ui.find<QAbstractButton>("cmd_pre_f").click();
     EXPECT_EQ(generator->commands(), QStringList());
     EXPECT_FALSE(desk().workbench.fra_pre_f.visible);
 }
 
-TEST_F(hostile_focus, a_click_on_the_background_leaves_the_keys_where_they_are) {
-    const hand h = operator_hand();
-    h.click("cmd_pattern");
-    h.click_row("lstv_pattern", 13);
-    h.click("cmd_download");
-    h.click("txt_color_setting_1");
-    holding_hand::tap(Qt::Key_2);
+TEST_F(hostile_focus, a_click_on_the_background_keeps_the_focus) {
+    const ui_driver ui = driver();
+    ui.click("cmd_pattern");
+    ui.click_row("lstv_pattern", 13);
+    ui.click("cmd_download");
+    ui.click("txt_color_setting_1");
+    raw_input::tap(Qt::Key_2);
     for (const auto& [name, at] : std::vector<std::pair<const char*, QPoint>>{
              {"frm_main", {60, 590}}, {"fra_desk", {300, 500}}, {"lab_desk_note", {5, 5}}, {"fra_status", {60, 260}}}) {
         held().click_mouse(name, at);
         EXPECT_EQ(focused(), "txt_color_setting_1") << name;
     }
-    holding_hand::tap(Qt::Key_5);
+    raw_input::tap(Qt::Key_5);
     EXPECT_EQ(desk().desk_frame.txt_color_setting[1].text.get(), "25");
 }
 
-TEST_F(hostile_focus, no_port_is_opened_by_a_key_that_was_not_meant_for_it) {
+TEST_F(hostile_focus, no_port_is_opened_by_an_unintended_key) {
     const auto second = simulator_for(directory.filePath("com2"));
     const auto third = simulator_for(directory.filePath("com3"));
-    const hand h = operator_hand();
-    h.click("cmd_edid");
-    h.click("cmd_read");
-    h.click("cmd_read_translate");
+    const ui_driver ui = driver();
+    ui.click("cmd_edid");
+    ui.click("cmd_read");
+    ui.click("cmd_read_translate");
     for (int i = 0; i < 3; ++i)
-        holding_hand::tap(Qt::Key_Down);
+        raw_input::tap(Qt::Key_Down);
     EXPECT_EQ(desk().exchange.com_port, 1);
 
-    // the focus that a program gives is not the operator's
-    h.find("cbo_com").setFocus();
+    // focus set by the program does not count as the operator's
+    ui.find("cbo_com").setFocus();
     for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_C, Qt::Key_End, Qt::Key_PageDown})
-        holding_hand::tap(key);
+        raw_input::tap(key);
     EXPECT_EQ(desk().exchange.com_port, 1);
     focus("cmd_conn");
     focus("cbo_com");
     for (const Qt::Key key : {Qt::Key_C, Qt::Key_End, Qt::Key_PageDown})
-        holding_hand::tap(key);
+        raw_input::tap(key);
     EXPECT_EQ(desk().exchange.com_port, 1);
-    holding_hand::tap(Qt::Key_Down);
+    raw_input::tap(Qt::Key_Down);
     EXPECT_EQ(desk().exchange.com_port, 2);
-    holding_hand::press(Qt::Key_Down);
-    holding_hand::repeat(Qt::Key_Down, 3);
-    holding_hand::release(Qt::Key_Down);
+    raw_input::press(Qt::Key_Down);
+    raw_input::repeat(Qt::Key_Down, 3);
+    raw_input::release(Qt::Key_Down);
     EXPECT_EQ(desk().exchange.com_port, 3) << "one press, one port";
-    h.click("cbo_com");
+    ui.click("cbo_com");
     ASSERT_NE(QApplication::activePopupWidget(), nullptr);
-    holding_hand::tap(Qt::Key_Home);
-    holding_hand::tap(Qt::Key_Return);
+    raw_input::tap(Qt::Key_Home);
+    raw_input::tap(Qt::Key_Return);
     EXPECT_EQ(desk().exchange.com_port, 1);
 }
 

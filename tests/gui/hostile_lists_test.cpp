@@ -1,9 +1,9 @@
-// What is marked is what is meant: lists, the tree, the wheel, the size of letters.
+// The mark shows the selection: lists, the tree, the wheel, the font size.
 
 #include "bench_fixture.h"
-#include "holding_hand.h"
+#include "raw_input.h"
 
-#include "qt/look.h"
+#include "qt/appearance.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -31,15 +31,15 @@ protected:
         EXPECT_TRUE(QTest::qWaitForWindowActive(&program->main_window()));
     }
 
-    holding_hand held() { return holding_hand(program->main_window()); }
-    QTreeWidget& tree(const char* name) { return operator_hand().find<QTreeWidget>(name); }
+    raw_input held() { return raw_input(program->main_window()); }
+    QTreeWidget& tree(const char* name) { return driver().find<QTreeWidget>(name); }
 
     QPoint in_row(const char* list, int row) {
         auto& rows = tree(list);
         return rows.viewport()->mapTo(&rows, rows.visualItemRect(rows.topLevelItem(row - 1)).center());
     }
 
-    /// The marked row; 0: none or more than one, or a mark that the keys do not start from.
+    /// The marked row; 0 if none or several are marked, or if the mark is not the keyboard's current row.
     int marked(const char* list) {
         const QList<QTreeWidgetItem*> items = tree(list).selectedItems();
         if (items.size() != 1 || items.front() != tree(list).currentItem()) return 0;
@@ -47,10 +47,10 @@ protected:
     }
 
     void translate() {
-        const hand h = operator_hand();
-        h.click("cmd_edid");
-        h.click("cmd_read");
-        h.click("cmd_read_translate");
+        const ui_driver ui = driver();
+        ui.click("cmd_edid");
+        ui.click("cmd_read");
+        ui.click("cmd_read_translate");
     }
 
     QStringList bold_titles() {
@@ -64,7 +64,7 @@ protected:
         for (const QTreeWidgetItem* item : tree("tree_edid").selectedItems())
             titles << item->text(0);
         if (tree("tree_edid").currentItem() == nullptr || !tree("tree_edid").currentItem()->isSelected())
-            titles << "the keys start elsewhere";
+            titles << "the current row differs";
         for (const QTreeWidgetItem* in = tree("tree_edid").currentItem(); in != nullptr; in = in->parent())
             if (in->parent() != nullptr && !in->parent()->isExpanded()) titles << "out of sight";
         return titles;
@@ -75,9 +75,9 @@ protected:
     }
 };
 
-TEST_F(hostile_lists, the_marked_row_is_the_one_that_is_sent) {
-    const hand h = operator_hand();
-    h.click("cmd_timing");
+TEST_F(hostile_lists, the_marked_row_is_sent) {
+    const ui_driver ui = driver();
+    ui.click("cmd_timing");
     const list_view& rows = desk().catalogue.lstv_timing;
     const auto click = [this](int row, Qt::KeyboardModifiers with, Qt::MouseButton button = Qt::LeftButton) {
         held().click_mouse("lstv_timing", in_row("lstv_timing", row), button, with);
@@ -89,15 +89,15 @@ TEST_F(hostile_lists, the_marked_row_is_the_one_that_is_sent) {
         {"Shift and click", [&] { click(2, Qt::ShiftModifier); }},
         {"right click", [&] { click(6, Qt::NoModifier, Qt::RightButton); }},
         {"middle click", [&] { click(7, Qt::NoModifier, Qt::MiddleButton); }},
-        {"Ctrl and Space", [] { holding_hand::tap(Qt::Key_Space, Qt::ControlModifier); }},
-        {"Space", [] { holding_hand::tap(Qt::Key_Space); }},
-        {"Ctrl and Down", [] { holding_hand::tap(Qt::Key_Down, Qt::ControlModifier); }},
-        {"Shift and Down", [] { holding_hand::tap(Qt::Key_Down, Qt::ShiftModifier); }},
-        {"Ctrl and A", [] { holding_hand::tap(Qt::Key_A, Qt::ControlModifier); }},
-        {"End", [] { holding_hand::tap(Qt::Key_End); }},
-        {"Home", [] { holding_hand::tap(Qt::Key_Home); }},
-        {"PageDown", [] { holding_hand::tap(Qt::Key_PageDown); }},
-        {"a letter", [] { holding_hand::tap(Qt::Key_T); }},
+        {"Ctrl and Space", [] { raw_input::tap(Qt::Key_Space, Qt::ControlModifier); }},
+        {"Space", [] { raw_input::tap(Qt::Key_Space); }},
+        {"Ctrl and Down", [] { raw_input::tap(Qt::Key_Down, Qt::ControlModifier); }},
+        {"Shift and Down", [] { raw_input::tap(Qt::Key_Down, Qt::ShiftModifier); }},
+        {"Ctrl and A", [] { raw_input::tap(Qt::Key_A, Qt::ControlModifier); }},
+        {"End", [] { raw_input::tap(Qt::Key_End); }},
+        {"Home", [] { raw_input::tap(Qt::Key_Home); }},
+        {"PageDown", [] { raw_input::tap(Qt::Key_PageDown); }},
+        {"a letter", [] { raw_input::tap(Qt::Key_T); }},
         {"drag",
          [&] {
              tree("lstv_timing").scrollToTop();
@@ -111,20 +111,20 @@ TEST_F(hostile_lists, the_marked_row_is_the_one_that_is_sent) {
              held().release_mouse("fra_desk", {20, 20});
          }},
     };
-    for (const auto& [name, deed] : deeds) {
-        deed();
+    for (const auto& [name, mouse_action] : deeds) {
+        mouse_action();
         EXPECT_EQ(marked("lstv_timing"), rows.selected()) << name;
-        EXPECT_EQ(h.text("fra_desk"), QString::fromStdString(rows.text(rows.selected()))) << name;
+        EXPECT_EQ(ui.text("fra_desk"), QString::fromStdString(rows.text(rows.selected()))) << name;
     }
     generator->commands();
-    h.click("cmd_run");
+    ui.click("cmd_run");
     EXPECT_EQ(generator->commands(), QStringList{"TIM006"});
 }
 
-TEST_F(hostile_lists, the_marked_node_is_the_one_whose_text_is_shown) {
+TEST_F(hostile_lists, the_marked_nodes_text_is_shown) {
     translate();
     expect_mark_on_shown("TRANS");
-    const hand h = operator_hand();
+    const ui_driver ui = driver();
     auto& nodes = tree("tree_edid");
     QTreeWidgetItem* const root = nodes.topLevelItem(0);
     const auto place = [&](QTreeWidgetItem* item) {
@@ -132,13 +132,13 @@ TEST_F(hostile_lists, the_marked_node_is_the_one_whose_text_is_shown) {
         return nodes.viewport()->mapTo(&nodes, QPoint(r.left() + 12, r.center().y()));
     };
     ASSERT_TRUE(root->isExpanded());
-    holding_hand::tap(Qt::Key_Down);
+    raw_input::tap(Qt::Key_Down);
     expect_mark_on_shown("Down");
     EXPECT_EQ(marked_titles(), QStringList{root->child(0)->text(0)});
-    holding_hand::press(Qt::Key_Down);
-    holding_hand::repeat(Qt::Key_Down, 3);
+    raw_input::press(Qt::Key_Down);
+    raw_input::repeat(Qt::Key_Down, 3);
     expect_mark_on_shown("held Down");
-    holding_hand::release(Qt::Key_Down);
+    raw_input::release(Qt::Key_Down);
     for (const Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton}) {
         const QStringList before = marked_titles();
         held().click_mouse("tree_edid", place(root->child(0)), button);
@@ -157,77 +157,77 @@ TEST_F(hostile_lists, the_marked_node_is_the_one_whose_text_is_shown) {
     expect_mark_on_shown("drag");
     held().release_mouse("tree_edid", {-20, -20});
     expect_mark_on_shown("let go outside");
-    holding_hand::tap(Qt::Key_Space, Qt::ControlModifier);
+    raw_input::tap(Qt::Key_Space, Qt::ControlModifier);
     expect_mark_on_shown("Ctrl and Space");
     for (const Qt::Key key : {Qt::Key_End, Qt::Key_Home, Qt::Key_B, Qt::Key_Right, Qt::Key_Down}) {
-        holding_hand::tap(key);
+        raw_input::tap(key);
         expect_mark_on_shown("key " + std::to_string(key));
     }
-    // the branch is closed by its box, with a child marked
+    // the branch is collapsed while a child is marked
     ASSERT_NE(nodes.currentItem(), root);
     const QRect r = nodes.visualItemRect(root);
     held().click_mouse("tree_edid", nodes.viewport()->mapTo(&nodes, QPoint(r.left() - 7, r.center().y())));
     ASSERT_FALSE(root->isExpanded());
     expect_mark_on_shown("closing the branch");
     EXPECT_EQ(marked_titles(), QStringList{root->text(0)});
-    EXPECT_TRUE(h.text("txt_edid").contains("Block 0 is VESA Basic Block"));
+    EXPECT_TRUE(ui.text("txt_edid").contains("Block 0 is VESA Basic Block"));
 }
 
-TEST_F(hostile_lists, the_wheel_works_only_what_has_the_focus) {
-    const hand h = operator_hand();
-    h.click("cmd_pattern");
-    h.click_row("lstv_pattern", 13);
-    h.click("cmd_download");
+TEST_F(hostile_lists, the_wheel_works_only_on_the_focused_control) {
+    const ui_driver ui = driver();
+    ui.click("cmd_pattern");
+    ui.click_row("lstv_pattern", 13);
+    ui.click("cmd_download");
     generator->commands();
-    h.find("lstv_pattern").setFocus(Qt::TabFocusReason);
-    auto& bar = h.find<QScrollBar>("hsr_color_setting_1");
+    ui.find("lstv_pattern").setFocus(Qt::TabFocusReason);
+    auto& bar = ui.find<QScrollBar>("hsr_color_setting_1");
     const int before = bar.value();
     for (const Qt::KeyboardModifiers with : {Qt::NoModifier, Qt::ControlModifier, Qt::ShiftModifier}) {
         held().turn_wheel("hsr_color_setting_1", 2, with);
         held().turn_wheel("cbo_com", -2, with);
     }
     EXPECT_EQ(bar.value(), before);
-    EXPECT_EQ(holding_hand::focused(), "lstv_pattern");
+    EXPECT_EQ(raw_input::focused(), "lstv_pattern");
     EXPECT_EQ(generator->commands(), QStringList());
     EXPECT_EQ(desk().exchange.com_port, 1);
 
     bar.setFocus(Qt::TabFocusReason);
     held().turn_wheel("hsr_color_setting_1", 1);
     EXPECT_GT(bar.value(), before);
-    h.find("cbo_com").setFocus(Qt::TabFocusReason);
+    ui.find("cbo_com").setFocus(Qt::TabFocusReason);
     held().turn_wheel("cbo_com", -3);
     EXPECT_EQ(desk().exchange.com_port, 1) << "a port is never opened by the wheel";
 }
 
-TEST_F(hostile_lists, no_text_changes_the_size_of_its_letters) {
+TEST_F(hostile_lists, no_text_can_be_zoomed) {
     translate();
-    const hand h = operator_hand();
-    h.find("txt_edid").setFocus(Qt::TabFocusReason);
-    const auto height = [&] { return h.find<QTextEdit>("txt_edid").fontMetrics().height(); };
+    const ui_driver ui = driver();
+    ui.find("txt_edid").setFocus(Qt::TabFocusReason);
+    const auto height = [&] { return ui.find<QTextEdit>("txt_edid").fontMetrics().height(); };
     const int before = height();
     for (const int notches : {-5, 3}) {
         held().turn_wheel("txt_edid", notches, Qt::ControlModifier);
         EXPECT_EQ(height(), before);
     }
     for (const Qt::Key key : {Qt::Key_Plus, Qt::Key_Minus, Qt::Key_0, Qt::Key_Equal}) {
-        holding_hand::tap(key, Qt::ControlModifier);
+        raw_input::tap(key, Qt::ControlModifier);
         EXPECT_EQ(height(), before) << key;
     }
-    h.click("cmd_edid_back");
+    ui.click("cmd_edid_back");
     put_file("display.bin", generator->sink(1));
     std::vector<seen_dialog> dialogs;
     answer_next_file_dialog(dialogs, directory.filePath("display.bin"));
-    h.click("cmd_load");
-    h.click("cmd_compare");
-    const auto& message = h.find<QPlainTextEdit>("txt_msg");
+    ui.click("cmd_load");
+    ui.click("cmd_compare");
+    const auto& message = ui.find<QPlainTextEdit>("txt_msg");
     const int message_before = message.fontMetrics().height();
     held().turn_wheel("txt_msg", -5, Qt::ControlModifier);
     EXPECT_EQ(message.fontMetrics().height(), message_before);
 }
 
 TEST_F(hostile_lists, the_desktop_changes_no_font) {
-    operator_hand().click("cmd_edid");
-    operator_hand().click("cmd_pre_f");
+    driver().click("cmd_edid");
+    driver().click("cmd_pre_f");
     std::map<const QWidget*, QString> before;
     for (const QWidget* w : program->main_window().findChildren<QWidget*>())
         before[w] = w->font().toString();
@@ -245,13 +245,13 @@ TEST_F(hostile_lists, the_desktop_changes_no_font) {
 }
 
 TEST_F(hostile_lists, a_second_button_or_a_right_double_click_does_nothing) {
-    const hand h = operator_hand();
-    h.click("cmd_auto");
-    h.click_row("lstv_auto", 2);
+    const ui_driver ui = driver();
+    ui.click("cmd_auto");
+    ui.click_row("lstv_auto", 2);
     const int timing = desk().catalogue.cbo_timing.list_index();
     const QPoint at = in_row("lstv_auto", 4);
     QTest::mouseDClick(program->main_window().windowHandle(), Qt::RightButton, Qt::NoModifier,
-                       h.find("lstv_auto").mapTo(&program->main_window(), at));
+                       ui.find("lstv_auto").mapTo(&program->main_window(), at));
     EXPECT_EQ(desk().catalogue.cbo_timing.list_index(), timing);
     EXPECT_EQ(marked("lstv_auto"), 2);
     EXPECT_EQ(desk().autorun.lstv_auto.selected(), 2);

@@ -1,13 +1,13 @@
-// Both hands on the real window without a plan: keys and buttons pressed, held, repeated and let go anywhere, in the
-// middle of exchanges, boxes and menus, while the generator answers late, wrongly and not at all. At the end nothing
-// is stuck, and a Refresh shows what the generator has.
+// Random input on the real window: keys and buttons are pressed, held, repeated and released anywhere, during
+// exchanges, boxes and menus, while the generator answers late, wrongly or not at all. At the end nothing is stuck,
+// and a Refresh shows the generator's state.
 
-#include "hand.h"
-#include "holding_hand.h"
 #include "operated_simulator.h"
+#include "qt/appearance.h"
 #include "qt/desk_program.h"
-#include "qt/look.h"
+#include "raw_input.h"
 #include "simulator_on_event_loop.h"
+#include "ui_driver.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -69,14 +69,14 @@ QWidget* window_on_top() {
     return nullptr;
 }
 
-/// An erase and a reset of the generator take their minutes, and show nothing more here.
+/// Erasing and resetting the generator take minutes and test nothing more here.
 bool takes_minutes(const QWidget* w) {
     return w != nullptr && (w->objectName() == "cmd_erase" || w->objectName() == "cmd_reset");
 }
 
-class wild_hands {
+class random_input {
 public:
-    wild_hands(dice& d, QString folder) : dice_(d), folder_(std::move(folder)) {}
+    random_input(dice& d, QString folder) : dice_(d), folder_(std::move(folder)) {}
 
     void act() {
         QWidget* const top = window_on_top();
@@ -88,9 +88,9 @@ public:
             work_mouse(*top);
     }
 
-    void let_go() {
+    void release_all() {
         for (const Qt::Key key : std::exchange(down_, {}))
-            holding_hand::release(key);
+            raw_input::release(key);
         QWidget* const top = window_on_top();
         if (top == nullptr || top->windowHandle() == nullptr) return;
         const QPointer<QWindow> w = top->windowHandle();
@@ -99,7 +99,7 @@ public:
     }
 
 private:
-    /// What chance alone would leave open for too long.
+    /// Handles a window that random input would leave open for too long.
     bool answer(QWidget& top) {
         if (auto* const dialog = qobject_cast<QFileDialog*>(&top)) {
             static const std::vector<QString> names = {"a.hex", "b.bin", "missing.hex", "c.ddc"};
@@ -118,16 +118,16 @@ private:
         const Qt::KeyboardModifiers held = dice_.one_of(modifiers);
         if (!down_.empty() && dice_.below(3) != 0) {
             const Qt::Key key = *std::next(down_.begin(), dice_.below(static_cast<int>(down_.size())));
-            if (dice_.below(2) == 0) return holding_hand::repeat(key, 1 + dice_.below(5), held);
+            if (dice_.below(2) == 0) return raw_input::repeat(key, 1 + dice_.below(5), held);
             down_.erase(key);
-            // now and then another program hears of it
-            if (dice_.below(10) != 0) holding_hand::release(key, held);
+            // sometimes another program gets the release
+            if (dice_.below(10) != 0) raw_input::release(key, held);
             return;
         }
         const Qt::Key key = dice_.one_of(keys);
         if (takes_minutes(QApplication::focusWidget()) && key != Qt::Key_Tab) return;
         down_.insert(key);
-        holding_hand::press(key, held);
+        raw_input::press(key, held);
     }
 
     void work_mouse(QWidget& top) {
@@ -183,22 +183,22 @@ private:
 
 class bench {
 public:
-    bench(int events, unsigned seed) : dice_(seed), hands_(dice_, folder_.path()), left_(events), seed_(seed) {
+    bench(int events, unsigned seed) : dice_(seed), input_(dice_, folder_.path()), left_(events), seed_(seed) {
         next_.setSingleShot(true);
-        // in the middle of everything: of exchanges, of boxes, of what the hand itself does
-        QObject::connect(&next_, &QTimer::timeout, &next_, [this] { go_on(); });
+        // during everything: exchanges, boxes, and its own actions
+        QObject::connect(&next_, &QTimer::timeout, &next_, [this] { act(); });
     }
 
     void run() {
         const QByteArray edid = generator().sink(1);
         put("a.hex", edid.toHex(' '));
         put("b.bin", edid);
-        generator().tell(QString("faults 15 seed %1 drop repeat garble delay short long").arg(seed_));
+        generator().command(QString("faults 15 seed %1 drop repeat garble delay short long").arg(seed_));
         while (left_ > 0 || !program_)
             run_program();
-        generator().tell("faults off");
+        generator().command("faults off");
         clear_quit();
-        look_at_end();
+        check_at_end();
     }
 
     void report(int events) const {
@@ -217,7 +217,7 @@ private:
         if (!f.open(QFile::WriteOnly) || f.write(content) != content.size()) throw std::runtime_error("no file");
     }
 
-    /// A loop that has ended leaves the toolkit refusing every further dialog.
+    /// After an event loop has quit, Qt refuses every further dialog.
     static void clear_quit() {
         QTimer::singleShot(0, qApp, [] { QApplication::exit(); });
         QApplication::exec();
@@ -230,7 +230,7 @@ private:
             QFile::copy(QString(FIRST_FILES) + "/" + name, folder_.filePath(name));
             QFile::setPermissions(folder_.filePath(name), QFile::ReadOwner | QFile::WriteOwner);
         }
-        // no port of the machine is opened
+        // keeps the machine's ports closed
         for (const char* port : {"com2", "com3", "com4", "com5", "com6", "com7", "com8"})
             QFile::link("no_device", folder_.filePath(port));
         program_ = std::make_unique<qt::desk_program>(std::filesystem::path(folder_.path().toStdString()));
@@ -249,16 +249,16 @@ private:
         program_.reset();
     }
 
-    void go_on() {
+    void act() {
         next_.start(1 + dice_.below(3));
         if (program_->gate().over()) {
-            // a run-time failure waits with its box
+            // a run-time failure waits in its box
             if (auto* const box = qobject_cast<QDialog*>(QApplication::activeModalWidget())) box->reject();
             return;
         }
-        if (left_-- > 0) return hands_.act();
-        // what is open is closed, one after the other, until the desk is at rest
-        hands_.let_go();
+        if (left_-- > 0) return input_.act();
+        // closes open windows one by one until the desk is idle
+        input_.release_all();
         QWidget* const top = window_on_top();
         if (top == nullptr || top->objectName() == "frm_main") return QApplication::exit();
         if (auto* const dialog = qobject_cast<QDialog*>(top))
@@ -270,35 +270,35 @@ private:
     }
 
     static void close_window(QWidget& top) {
-        for (const char* way_out : {"cmd_ok", "cmd_exit"}) {
-            auto* const b = top.findChild<QWidget*>(way_out);
-            if (b != nullptr && b->isVisible() && b->isEnabled()) return hand(top).click(way_out);
+        for (const char* closing_button : {"cmd_ok", "cmd_exit"}) {
+            auto* const b = top.findChild<QWidget*>(closing_button);
+            if (b != nullptr && b->isVisible() && b->isEnabled()) return ui_driver(top).click(closing_button);
         }
     }
 
-    void look_at_end() {
-        const hand h(program_->main_window());
-        // a key that another program saw go up counts as down for a while
-        const auto list_opens = [&h] { return h.click("cbo_com"), QApplication::activePopupWidget() != nullptr; };
-        if (!wait_until(list_opens, 10000)) throw std::runtime_error("the window takes no click");
-        holding_hand::tap(Qt::Key_Home);
-        holding_hand::tap(Qt::Key_Return);
-        h.click("cmd_timing");
-        mark(h, "lstv_timing", program_->desk().catalogue.lstv_timing, 5);
-        h.click("cmd_run");
-        h.click("cmd_pattern");
-        mark(h, "lstv_pattern", program_->desk().catalogue.lstv_pattern, 7);
-        h.click("cmd_run");
-        h.click("cmd_refresh");
-        const auto hdcp = h.text("lab_hdcp") == "ON" ? "on" : "off";
-        generator().tell("state");
+    void check_at_end() {
+        const ui_driver ui(program_->main_window());
+        // a key released over another program counts as down for a while
+        const auto list_opens = [&ui] { return ui.click("cbo_com"), QApplication::activePopupWidget() != nullptr; };
+        if (!wait_until(list_opens, 10000)) throw std::runtime_error("the window ignores clicks");
+        raw_input::tap(Qt::Key_Home);
+        raw_input::tap(Qt::Key_Return);
+        ui.click("cmd_timing");
+        mark(ui, "lstv_timing", program_->desk().catalogue.lstv_timing, 5);
+        ui.click("cmd_run");
+        ui.click("cmd_pattern");
+        mark(ui, "lstv_pattern", program_->desk().catalogue.lstv_pattern, 7);
+        ui.click("cmd_run");
+        ui.click("cmd_refresh");
+        const auto hdcp = ui.text("lab_hdcp") == "ON" ? "on" : "off";
+        generator().command("state");
         static const std::vector<QString> outputs = {"PC", "HD", "DVI", "HDMI"};
-        const auto output = std::find(outputs.begin(), outputs.end(), h.text("lab_out")) - outputs.begin() + 1;
+        const auto output = std::find(outputs.begin(), outputs.end(), ui.text("lab_out")) - outputs.begin() + 1;
         const QString shown = QString("timing %1, pattern %2, output %3 (%4), HDCP %5\n")
                                   .arg(program_->desk().catalogue.cur_timing)
                                   .arg(program_->desk().catalogue.cur_pattern)
                                   .arg(output)
-                                  .arg(h.text("lab_out"), hdcp);
+                                  .arg(ui.text("lab_out"), hdcp);
         if (program_->desk().catalogue.cur_timing != 5 || program_->desk().catalogue.cur_pattern != 7 ||
             !generator().has_printed(shown.toUtf8()))
             throw std::runtime_error("Refresh shows something else: " + shown.toStdString() +
@@ -307,17 +307,17 @@ private:
                                      (program_->desk().exchange.rs232_connected ? "" : ", closed"));
     }
 
-    static void mark(const hand& h, const QString& name, const list_view& list, int row) {
-        const auto marks = [&] { return h.click_row(name, row), list.selected() == row; };
+    static void mark(const ui_driver& ui, const QString& name, const list_view& list, int row) {
+        const auto marks = [&] { return ui.click_row(name, row), list.selected() == row; };
         if (!wait_until(marks, 5000)) throw std::runtime_error("a click marks no row of " + name.toStdString());
-        const auto& rows = h.find<QTreeWidget>(name);
+        const auto& rows = ui.find<QTreeWidget>(name);
         if (rows.indexOfTopLevelItem(rows.currentItem()) + 1 != row)
             throw std::runtime_error("another row is marked in " + name.toStdString());
     }
 
     QTemporaryDir folder_;
     dice dice_;
-    wild_hands hands_;
+    random_input input_;
     int left_;
     unsigned seed_;
     QTimer next_;
@@ -341,7 +341,7 @@ int main(int argument_count, char** arguments) {
     }
     QApplication application(argument_count, arguments);
     QApplication::setQuitOnLastWindowClosed(false);
-    desk::qt::set_look(application);
+    desk::qt::set_appearance(application);
     try {
         desk::gui::bench b(events, static_cast<unsigned>(seed));
         b.run();

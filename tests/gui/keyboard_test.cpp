@@ -1,4 +1,4 @@
-// The desk worked from the keyboard alone: every control is reached, in the order it is read.
+// The desk by keyboard alone: every control is reached, in reading order.
 
 #include "bench_fixture.h"
 
@@ -23,9 +23,9 @@ class keyboard : public bench {
 protected:
     keyboard() { plug_generator(); }
 
-    /// The controls that the tab key comes to, from the port list once around.
+    /// The tab stops, from the port list once around.
     QStringList walk(Qt::Key key = Qt::Key_Tab) {
-        operator_hand().find("cbo_com").setFocus();
+        driver().find("cbo_com").setFocus();
         QStringList order;
         do {
             order << QApplication::focusWidget()->objectName();
@@ -34,7 +34,7 @@ protected:
         return order;
     }
 
-    /// The same without what stands above and beside every view, in one line.
+    /// The same without the controls common to all views, in one line.
     std::string walk_view() {
         QStringList order = walk();
         EXPECT_EQ(order.mid(0, above_and_beside.size()), above_and_beside);
@@ -44,14 +44,14 @@ protected:
     static std::string line(const QStringList& names) { return names.join(' ').toStdString(); }
     static std::string focused() { return QApplication::focusWidget()->objectName().toStdString(); }
 
-    /// A window that has just opened gets the keys a little later.
-    static bool has_the_keys(const QWidget& w) {
+    /// A new window gets the focus a little later.
+    static bool gets_focus(const QWidget& w) {
         return wait_until(
             [&] { return QApplication::focusWidget() != nullptr && QApplication::focusWidget()->window() == &w; },
             20000);
     }
 
-    /// The key is let go over whoever has the focus by then.
+    /// Releases the key over the widget that is focused by then.
     static void press(Qt::Key key) {
         QTest::keyPress(QApplication::focusWidget(), key);
         if (QApplication::focusWidget() != nullptr) QTest::keyRelease(QApplication::focusWidget(), key);
@@ -84,17 +84,17 @@ const std::vector<view_order> view_orders = {
                    "cmd_deep_2",   "cmd_auto_go_0", "cmd_auto_go_1", "cmd_fav_0", "cmd_fav_1",  "cmd_reset"}},
 };
 
-TEST_F(keyboard, comes_to_every_control_of_a_view_in_the_order_it_is_read) {
+TEST_F(keyboard, reaches_every_control_of_a_view_in_reading_order) {
     start();
     for (const view_order& v : view_orders) {
-        operator_hand().click(v.button);
+        driver().click(v.button);
         EXPECT_EQ(walk_view(), line(v.order)) << v.button;
     }
 }
 
-TEST_F(keyboard, goes_back_the_same_way) {
+TEST_F(keyboard, walks_backwards_in_the_same_order) {
     start();
-    operator_hand().click("cmd_fav_timing");
+    driver().click("cmd_fav_timing");
     QStringList order = walk();
     const QStringList back = walk(Qt::Key_Backtab);
     order.append(order.takeFirst());
@@ -102,14 +102,14 @@ TEST_F(keyboard, goes_back_the_same_way) {
     EXPECT_EQ(line(back), line(order));
 }
 
-TEST_F(keyboard, comes_to_the_color_values_and_the_custom_string) {
+TEST_F(keyboard, reaches_the_color_values_and_the_custom_string) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_pattern");
-    h.click_row("lstv_pattern", 13);
-    h.click("cmd_download");
-    // a key let go over the list would take the values away again
-    h.find("cmd_download").setFocus();
+    const ui_driver ui = driver();
+    ui.click("cmd_pattern");
+    ui.click_row("lstv_pattern", 13);
+    ui.click("cmd_download");
+    // releasing a key over the list would clear the values
+    ui.find("cmd_download").setFocus();
     QStringList order;
     for (int i = 0; i < 9; ++i) {
         press(Qt::Key_Tab);
@@ -117,57 +117,57 @@ TEST_F(keyboard, comes_to_the_color_values_and_the_custom_string) {
     }
     EXPECT_EQ(line(order), "cmd_run hsr_color_setting_0 txt_color_setting_0 hsr_color_setting_1 txt_color_setting_1 "
                            "hsr_color_setting_2 txt_color_setting_2 hsr_color_setting_3 txt_color_setting_3");
-    h.click_row("lstv_pattern", 41);
+    ui.click_row("lstv_pattern", 41);
     EXPECT_EQ(walk_view(), "lstv_pattern cmd_download cmd_run txt_motion_str cmd_upload");
 }
 
-TEST_F(keyboard, passes_by_what_the_translation_covers) {
+TEST_F(keyboard, skips_controls_covered_by_the_translation) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_edid");
-    h.click("cmd_read");
-    h.click("cmd_read_translate");
+    const ui_driver ui = driver();
+    ui.click("cmd_edid");
+    ui.click("cmd_read");
+    ui.click("cmd_read_translate");
     EXPECT_EQ(walk_view(), "cmd_edid_report cmd_edid_back tree_edid txt_edid");
 }
 
-TEST_F(keyboard, goes_on_where_it_was_when_a_frame_has_gone) {
+TEST_F(keyboard, continues_at_the_same_place_after_a_frame_closes) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_setup");
-    h.click("cmd_about");
-    h.find("cbo_com").setFocus();
+    const ui_driver ui = driver();
+    ui.click("cmd_setup");
+    ui.click("cmd_about");
+    ui.find("cbo_com").setFocus();
     while (QApplication::focusWidget()->objectName() != "cmd_about_ok")
         press(Qt::Key_Tab);
     press(Qt::Key_Space);
-    ASSERT_FALSE(h.is_shown("fra_about"));
+    ASSERT_FALSE(ui.is_shown("fra_about"));
     EXPECT_EQ(focused(), "cmd_about");
     press(Qt::Key_Tab);
     EXPECT_EQ(focused(), "cmd_timing");
 }
 
-TEST_F(keyboard, goes_round_a_group_of_option_buttons_with_the_arrow_keys) {
+TEST_F(keyboard, cycles_through_option_buttons_with_the_arrow_keys) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_edid");
-    h.find("opt_edid_src_1").setFocus();
+    const ui_driver ui = driver();
+    ui.click("cmd_edid");
+    ui.find("opt_edid_src_1").setFocus();
     press(Qt::Key_Right);
-    EXPECT_TRUE(h.find("opt_edid_src_2").hasFocus());
+    EXPECT_TRUE(ui.find("opt_edid_src_2").hasFocus());
     EXPECT_TRUE(desk().workbench.opt_edid_src[1].value);
     EXPECT_EQ(desk().shared_fields.edid_src, 2);
     press(Qt::Key_Up);
     press(Qt::Key_Up);
-    EXPECT_TRUE(h.find("opt_edid_src_3").hasFocus());
+    EXPECT_TRUE(ui.find("opt_edid_src_3").hasFocus());
     EXPECT_EQ(desk().shared_fields.edid_src, 3);
     press(Qt::Key_Down);
     EXPECT_EQ(desk().shared_fields.edid_src, 1);
     press(Qt::Key_Tab);
-    EXPECT_TRUE(h.find("txt_write").hasFocus());
+    EXPECT_TRUE(ui.find("txt_write").hasFocus());
 }
 
 TEST_F(keyboard, ticks_the_rows_of_a_list) {
     start();
-    operator_hand().click("cmd_fav_timing");
-    operator_hand().find("lstv_timing").setFocus();
+    driver().click("cmd_fav_timing");
+    driver().find("lstv_timing").setFocus();
     press(Qt::Key_Down);
     press(Qt::Key_Space);
     press(Qt::Key_Down);
@@ -184,71 +184,71 @@ TEST_F(keyboard, opens_a_previous_file) {
     put_file("marlo_rs232.ini", "1\r\n\"" + directory.filePath("display.bin").toLocal8Bit() + "\"\r\n" +
                                     QByteArray("\"\"\r\n").repeated(9) + "0\r\n0\r\n0\r\n");
     start();
-    const hand h = operator_hand();
-    h.click("cmd_edid");
-    h.find("cmd_pre_f").setFocus();
+    const ui_driver ui = driver();
+    ui.click("cmd_edid");
+    ui.find("cmd_pre_f").setFocus();
     press(Qt::Key_Space);
-    ASSERT_TRUE(h.is_shown("fra_pre_f"));
+    ASSERT_TRUE(ui.is_shown("fra_pre_f"));
     EXPECT_EQ(walk().count("lab_pre_f_0"), 1);
     EXPECT_EQ(walk().count("lab_pre_f_1"), 0);
-    h.find("lab_pre_f_0").setFocus();
+    ui.find("lab_pre_f_0").setFocus();
     press(Qt::Key_Return);
-    EXPECT_FALSE(h.is_shown("fra_pre_f"));
-    EXPECT_TRUE(h.text("txt_write").startsWith("00 FF FF FF FF FF FF 00"));
+    EXPECT_FALSE(ui.is_shown("fra_pre_f"));
+    EXPECT_TRUE(ui.text("txt_write").startsWith("00 FF FF FF FF FF FF 00"));
 }
 
-TEST_F(keyboard, walks_the_tree_and_leaves_the_report_with_escape) {
+TEST_F(keyboard, walks_the_tree_and_closes_the_report_with_escape) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_edid");
-    h.click("cmd_read");
-    h.click("cmd_read_translate");
-    h.find("tree_edid").setFocus();
+    const ui_driver ui = driver();
+    ui.click("cmd_edid");
+    ui.click("cmd_read");
+    ui.click("cmd_read_translate");
+    ui.find("tree_edid").setFocus();
     press(Qt::Key_Down);
     press(Qt::Key_Up);
-    EXPECT_TRUE(h.text("txt_edid").contains("Block 0 is VESA Basic Block")) << qPrintable(h.text("txt_edid"));
+    EXPECT_TRUE(ui.text("txt_edid").contains("Block 0 is VESA Basic Block")) << qPrintable(ui.text("txt_edid"));
     std::string first;
-    in_next_window("frm_report", [&](const hand& report) {
-        EXPECT_TRUE(has_the_keys(report.find("frm_report")));
+    in_next_window("frm_report", [&](const ui_driver& report) {
+        EXPECT_TRUE(gets_focus(report.find("frm_report")));
         first = focused();
         report.press_key("txt_report", Qt::Key_Escape);
         EXPECT_FALSE(report.is_shown("frm_report"));
     });
-    h.find("cmd_edid_report").setFocus();
+    ui.find("cmd_edid_report").setFocus();
     press(Qt::Key_Return);
     EXPECT_EQ(first, "txt_report");
 }
 
-TEST_F(keyboard, works_a_window_that_has_one_way_out_alone) {
+TEST_F(keyboard, works_a_window_with_a_single_exit) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_edid");
-    h.click("cmd_read");
+    const ui_driver ui = driver();
+    ui.click("cmd_edid");
+    ui.click("cmd_read");
     QStringList order;
-    in_next_window("frm_diag", [&](const hand& diag) {
-        EXPECT_TRUE(has_the_keys(diag.find("frm_diag")));
+    in_next_window("frm_diag", [&](const ui_driver& diag) {
+        EXPECT_TRUE(gets_focus(diag.find("frm_diag")));
         for (int i = 0; i < 5; ++i) {
             order << QApplication::focusWidget()->objectName();
             if (i < 4) press(Qt::Key_Tab);
         }
         press(Qt::Key_Return);
-        EXPECT_FALSE(diag.is_shown("frm_diag")) << "the keys are on EXIT";
+        EXPECT_FALSE(diag.is_shown("frm_diag")) << "EXIT is focused";
     });
-    h.press_key("cmd_sum_read", Qt::Key_Return);
-    in_next_window("frm_diag", [&](const hand& diag) {
+    ui.press_key("cmd_sum_read", Qt::Key_Return);
+    in_next_window("frm_diag", [&](const ui_driver& diag) {
         diag.press_key("chk_4digits", Qt::Key_Return);
-        EXPECT_TRUE(diag.is_shown("frm_diag")) << "Enter presses no EXIT from afar";
+        EXPECT_TRUE(diag.is_shown("frm_diag")) << "Enter does not press an unfocused EXIT";
         diag.press_key("chk_4digits", Qt::Key_Escape);
         EXPECT_FALSE(diag.is_shown("frm_diag"));
     });
-    h.press_key("cmd_sum_read", Qt::Key_Return);
+    ui.press_key("cmd_sum_read", Qt::Key_Return);
     EXPECT_EQ(line(order), "cbo_eeprom opt_unused_0 chk_4digits cmd_checksum cmd_ok");
 }
 
-TEST_F(keyboard, has_no_mnemonic_twice_in_a_view) {
+TEST_F(keyboard, has_unique_mnemonics_in_each_view) {
     start();
     for (const view_order& v : view_orders) {
-        operator_hand().click(v.button);
+        driver().click(v.button);
         QStringList seen;
         for (const auto* b : program->main_window().findChildren<QAbstractButton*>()) {
             const QString key = QKeySequence::mnemonic(b->text()).toString();
@@ -260,20 +260,20 @@ TEST_F(keyboard, has_no_mnemonic_twice_in_a_view) {
     }
 }
 
-TEST_F(keyboard, takes_an_ampersand_for_itself) {
+TEST_F(keyboard, shows_an_ampersand_as_text) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_edid");
+    const ui_driver ui = driver();
+    ui.click("cmd_edid");
     desk().workbench.cmd_load.caption = "R&D";
     desk().workbench.opt_edid_src[0].caption = "R&D";
     desk().workbench.fra_edid.caption = "R&D";
-    h.click("lab_read"); // any event brings the window up to date
+    ui.click("lab_read"); // any event updates the window
     for (const char* name : {"cmd_load", "opt_edid_src_1"}) {
-        EXPECT_EQ(h.find<QAbstractButton>(name).text(), "R&&D");
-        EXPECT_EQ(h.find<QAbstractButton>(name).accessibleName(), "R&D");
-        EXPECT_TRUE(QKeySequence::mnemonic(h.find<QAbstractButton>(name).text()).isEmpty());
+        EXPECT_EQ(ui.find<QAbstractButton>(name).text(), "R&&D");
+        EXPECT_EQ(ui.find<QAbstractButton>(name).accessibleName(), "R&D");
+        EXPECT_TRUE(QKeySequence::mnemonic(ui.find<QAbstractButton>(name).text()).isEmpty());
     }
-    EXPECT_EQ(h.find<QGroupBox>("fra_edid").title(), "R&&D");
+    EXPECT_EQ(ui.find<QGroupBox>("fra_edid").title(), "R&&D");
 }
 
 } // namespace

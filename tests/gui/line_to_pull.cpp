@@ -12,7 +12,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
-/// The stream's clock stands still: a desk that is held up leaves nothing behind.
+/// A frozen clock for the stream: partial commands never expire, however slow the desk.
 constexpr double now_ms = 0;
 
 constexpr int receiver_turn_ms = 20;
@@ -40,11 +40,11 @@ void line_to_pull::plug() {
 
 void line_to_pull::pull_at(pull_moment moment) {
     end_thread();
-    heard_ = 0;
-    said_ = 0;
+    received_ = 0;
+    sent_ = 0;
     moment_ = moment;
-    // without a byte before it, the cable is out when the operator begins
-    if (is_now(pull_moment::after::done, 0)) {
+    // before the first byte: the cable is out before the operator begins
+    if (is_now(pull_moment::after::answered, 0)) {
         hang_up();
         return;
     }
@@ -58,7 +58,7 @@ void line_to_pull::pull() {
 }
 
 void line_to_pull::hang_up() {
-    // the terminal's name may be another's by the time the desk looks for it again
+    // the terminal's name may be reused before the desk looks it up again
     std::filesystem::remove(link_);
     std::filesystem::create_symlink("no_device", link_);
     terminal_.reset();
@@ -75,7 +75,7 @@ void line_to_pull::serve() {
         pollfd line{terminal_->descriptor(), POLLIN, 0};
         if (::poll(&line, 1, 5) <= 0) continue;
         for (const std::uint8_t byte : terminal_->read()) {
-            if (!pulled_) hear(byte);
+            if (!pulled_) receive(byte);
         }
     }
 }
@@ -84,38 +84,38 @@ bool line_to_pull::is_now(pull_moment::after what, std::size_t count) const {
     return moment_.what == what && moment_.bytes == count;
 }
 
-void line_to_pull::hear(std::uint8_t byte) {
-    if (is_now(pull_moment::after::done, heard_)) return hang_up();
-    if (is_now(pull_moment::after::heard, ++heard_)) return hang_up();
+void line_to_pull::receive(std::uint8_t byte) {
+    if (is_now(pull_moment::after::answered, received_)) return hang_up();
+    if (is_now(pull_moment::after::received, ++received_)) return hang_up();
     stream_.receive(string_of({byte}), now_ms);
     while (const std::optional<stream_item> item = stream_.next()) {
-        if (item->raw) return say(generator.raw_block(last_command_, bytes_of(item->data)));
+        if (item->raw) return send(generator.raw_block(last_command_, bytes_of(item->data)));
         last_command_ = item->data;
-        say(generator.command(item->data));
+        send(generator.command(item->data));
         if (const std::size_t count = simulated_generator::raw_block_after(item->data))
             stream_.expect_raw(count, now_ms);
     }
 }
 
 void line_to_pull::let_the_desk_read() const {
-    // the first turn may be under way, and the receiver's own comes at any time within the next two
+    // one turn may be in progress, and the receiver's own comes within the next two
     constexpr int enough_turns = 4;
     for (const int before = turn_; turn_ - before < enough_turns && !ending_;)
         std::this_thread::sleep_for(milliseconds(1));
 }
 
-void line_to_pull::say(const answer& parts) {
+void line_to_pull::send(const answer& parts) {
     for (const answer_part& part : parts) {
         std::this_thread::sleep_for(part.pause);
-        if (!pulled_) say(part.data);
+        if (!pulled_) send(part.data);
     }
 }
 
-void line_to_pull::say(const bytes& data) {
-    const bool last = moment_.what == pull_moment::after::said && moment_.bytes <= said_ + data.size();
-    const std::size_t count = last ? moment_.bytes - said_ : data.size();
+void line_to_pull::send(const bytes& data) {
+    const bool last = moment_.what == pull_moment::after::sent && moment_.bytes <= sent_ + data.size();
+    const std::size_t count = last ? moment_.bytes - sent_ : data.size();
     terminal_->write(bytes(data.begin(), data.begin() + static_cast<std::ptrdiff_t>(count)));
-    said_ += count;
+    sent_ += count;
     if (!last) return;
     let_the_desk_read();
     hang_up();

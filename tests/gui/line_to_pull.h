@@ -15,20 +15,20 @@
 
 namespace desk::gui {
 
-/// The moment in a transfer at which the cable is pulled, counted in bytes from the transfer's beginning.
+/// When the cable is pulled in a transfer, in bytes from its beginning.
 struct pull_moment {
     enum class after {
         never,
-        heard, ///< so many bytes from the desk, before anything is answered
-        done,  ///< so many bytes from the desk, and their answers: when the next byte comes
-        said   ///< so many bytes to the desk
+        received, ///< after this many bytes from the desk, before any answer to the last
+        answered, ///< after this many bytes from the desk and their answers: when the next byte arrives
+        sent      ///< after this many bytes to the desk
     };
     after what = after::never;
     std::size_t bytes = 0;
 };
 
-/// A simulated generator on a pseudo terminal behind a port's link, and a hand on its cable. It works in a thread of
-/// its own, so that the cable can be pulled while the desk does not let events run.
+/// A simulated generator on a pseudo terminal at a port's link, with a cable to pull. Runs in a separate thread, so
+/// that the cable can be pulled while the desk runs no events.
 class line_to_pull {
 public:
     explicit line_to_pull(std::filesystem::path link);
@@ -36,11 +36,10 @@ public:
     line_to_pull(const line_to_pull&) = delete;
     line_to_pull& operator=(const line_to_pull&) = delete;
 
-    /// Puts the generator, with all that it remembers, on a new terminal.
+    /// Connects the generator, with its state, to a new terminal.
     void plug();
-    /// A transfer begins here; the cable is pulled at this moment of it.
+    /// Marks the start of a transfer, and the moment in it to pull the cable.
     void pull_at(pull_moment moment);
-    /// Pulls the cable now.
     void pull();
     bool is_pulled() const { return pulled_; }
 
@@ -48,9 +47,9 @@ public:
 
 private:
     void serve();
-    void hear(std::uint8_t byte);
-    void say(const answer& parts);
-    void say(const bytes& data);
+    void receive(std::uint8_t byte);
+    void send(const answer& parts);
+    void send(const bytes& data);
     bool is_now(pull_moment::after what, std::size_t count) const;
     void hang_up();
     void end_thread();
@@ -61,12 +60,12 @@ private:
     command_stream stream_;
     std::string last_command_;
     pull_moment moment_;
-    std::size_t heard_ = 0;
-    std::size_t said_ = 0;
+    std::size_t received_ = 0;
+    std::size_t sent_ = 0;
     std::atomic<bool> pulled_ = false;
     std::atomic<bool> ending_ = false;
     terminal_pace pace_;
-    QTimer turns_; // at the pace of the desk's receiver, in its thread
+    QTimer turns_; // with the receiver's interval, in the desk's thread
     std::atomic<int> turn_ = 0;
     std::thread thread_;
 };

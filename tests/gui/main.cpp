@@ -1,5 +1,5 @@
 #include "off_screen.h"
-#include "qt/look.h"
+#include "qt/appearance.h"
 
 #include <QApplication>
 
@@ -13,6 +13,6 @@ int main(int argument_count, char** arguments) {
     QApplication application(argument_count, arguments);
     screen.settle();
     QApplication::setQuitOnLastWindowClosed(false);
-    desk::qt::set_look(application);
+    desk::qt::set_appearance(application);
     return RUN_ALL_TESTS();
 }

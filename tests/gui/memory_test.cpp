@@ -1,4 +1,4 @@
-// The desk keeps nothing from run to run but its settings file.
+// The settings file is all that the desk keeps between runs.
 
 #include "bench_fixture.h"
 
@@ -19,7 +19,6 @@ protected:
         qputenv("HOME", home.path().toLocal8Bit());
     }
 
-    /// Starts the program anew in the same folder.
     void start_again() {
         program.reset();
         program = std::make_unique<qt::desk_program>(std::filesystem::path(directory.path().toStdString()));
@@ -38,23 +37,23 @@ protected:
     QTemporaryDir home;
 };
 
-TEST_F(two_runs, leave_no_file_at_home_and_the_window_where_it_was) {
+TEST_F(two_runs, leave_no_file_in_the_home_folder_and_no_window_position) {
     start();
     const QRect first = program->main_window().geometry();
     const QByteArray settings = file("marlo_rs232.ini");
     program->main_window().move(first.topLeft() + QPoint(40, 30));
-    const hand h = operator_hand();
-    h.click("cmd_edid");
+    const ui_driver ui = driver();
+    ui.click("cmd_edid");
     std::vector<seen_dialog> dialogs;
     answer_next_file_dialog(dialogs, directory.filePath("marlo_rs232.ini"));
     std::vector<seen_box> boxes;
     answer_next_box(boxes, QMessageBox::Ok);
-    h.when([&] { return boxes.size() == 1; }, [&] { answer_next_box(boxes, QMessageBox::Ok); });
-    h.click("cmd_load");
+    ui.when([&] { return boxes.size() == 1; }, [&] { answer_next_box(boxes, QMessageBox::Ok); });
+    ui.click("cmd_load");
     ASSERT_EQ(dialogs.size(), 1U);
     start_again();
     EXPECT_EQ(program->main_window().geometry(), first);
-    EXPECT_TRUE(operator_hand().is_shown("img_logo"));
+    EXPECT_TRUE(driver().is_shown("img_logo"));
     EXPECT_EQ(files_at_home(), QStringList());
 }
 

@@ -49,14 +49,14 @@ bool lies_at(const control& c, int left, int top) {
 
 } // namespace
 
-sight_of_model see(const window& w) {
-    sight_of_model all;
+model_snapshot snapshot_of(const window& w) {
+    model_snapshot all;
     for (const control* c : w.controls())
         if (!is<timer>(*c)) all[c->full_name()] = line_of(*c);
     return all;
 }
 
-std::set<std::string> changes(const sight_of_model& before, const sight_of_model& after) {
+std::set<std::string> changes(const model_snapshot& before, const model_snapshot& after) {
     std::set<std::string> changed;
     for (const auto& [name, line] : after)
         if (before.at(name) != line) changed.insert(name);
@@ -111,7 +111,7 @@ const control* on_top_at(const window& w, int left, int top) {
     for (const control* c : w.controls()) {
         if (is<timer, line>(*c) || !c->shown()) continue;
         bool in_sight = lies_at(*c, left, top);
-        // a frame cuts off what lies in it
+        // a frame clips its children
         for (const control* around = c->parent; around != nullptr; around = around->parent)
             in_sight = in_sight && lies_at(*around, left, top);
         if (in_sight && (on_top == nullptr || w.lies_over(*c, *on_top))) on_top = c;

@@ -10,14 +10,13 @@
 
 namespace desk::gui {
 
-/// What an operator sees of a window's controls: of each, by its full name, its properties in one line.
-using sight_of_model = std::map<std::string, std::string>;
-sight_of_model see(const window& w);
-/// The controls that differ.
-std::set<std::string> changes(const sight_of_model& before, const sight_of_model& after);
+/// The visible state of a window's controls: one line of properties for each full name.
+using model_snapshot = std::map<std::string, std::string>;
+model_snapshot snapshot_of(const window& w);
+std::set<std::string> changes(const model_snapshot& before, const model_snapshot& after);
 
-/// Takes the place of every event procedure of a window's controls while it lives: counts the events, and does nothing
-/// with them. The focus, the pointer's way and the window's own keys raise none here.
+/// While it lives, replaces every event procedure of a window's controls by a counter. Changes of focus, mouse moves
+/// and the window's own keys raise no events.
 class event_watch {
 public:
     explicit event_watch(window& w);
@@ -37,7 +36,7 @@ private:
     std::vector<std::function<void()>> put_back_;
 };
 
-/// The control on top at a point of the window, in twips; none: nullptr.
+/// The topmost control at a point of the window, in twips, or nullptr.
 const control* on_top_at(const window& w, int left, int top);
 
 } // namespace desk::gui

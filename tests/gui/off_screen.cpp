@@ -8,7 +8,7 @@ namespace desk::gui {
 
 namespace {
 
-// a path with a colon would end at it
+// Qt ends the path at a colon
 constexpr const char* screen_file = "screen.json";
 
 } // namespace

@@ -5,13 +5,13 @@
 
 namespace desk::gui {
 
-/// The off-screen platform with a screen of its own, since the usual one is too small for the desk at some scales. To
-/// be made before the application.
+/// Qt's offscreen platform with a configured screen, since the default one is too small for the desk at some scales.
+/// Create it before the application.
 class off_screen {
 public:
-    /// "1920x1080", in real pixels.
+    /// "1920x1080", in physical pixels.
     explicit off_screen(const QString& size);
-    /// After the application was made: programs that are started have the usual one.
+    /// Call it after the application is created: child processes then use the default screen.
     void settle() const;
 
 private:

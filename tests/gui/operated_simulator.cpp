@@ -18,7 +18,7 @@ bool is_traffic(const QByteArray& line) { return line.startsWith("> ") || line.s
 } // namespace
 
 operated_simulator::operated_simulator(std::unique_ptr<simulator_program> program) : program_(std::move(program)) {
-    // its first line says that the terminal is there
+    // its first line says that the terminal exists
     wait_for([this] { return !replies().isEmpty(); });
 }
 
@@ -31,7 +31,7 @@ void operated_simulator::wait_for(const std::function<bool()>& come) {
 
 QList<QByteArray> operated_simulator::replies() const {
     QList<QByteArray> lines = program_->printed().split('\n');
-    lines.removeLast(); // it is not whole yet
+    lines.removeLast(); // incomplete line
     lines.erase(std::remove_if(lines.begin(), lines.end(), is_traffic), lines.end());
     return lines;
 }
@@ -40,14 +40,14 @@ operated_simulator::~operated_simulator() { program_->end(); }
 
 void operated_simulator::kill() { program_->kill(); }
 
-void operated_simulator::tell(const QString& line) {
+void operated_simulator::command(const QString& line) {
     const qsizetype before = replies().size();
     program_->type(line.toUtf8());
     wait_for([&] { return replies().size() > before; });
 }
 
 QByteArray operated_simulator::sink(int number) {
-    tell("sink " + QString::number(number));
+    command("sink " + QString::number(number));
     return QByteArray::fromHex(replies().constLast());
 }
 

@@ -12,37 +12,36 @@
 
 namespace desk::gui {
 
-/// The simulated generator with an operator who types lines and reads what it prints.
+/// The simulated generator, with access to its console.
 class operated_simulator {
 public:
     explicit operated_simulator(std::unique_ptr<simulator_program> program);
-    /// The simulator's own program on a line that `link` leads to; `options` are those of its command line.
+    /// Starts the simulator's program with `link` leading to its line and command-line `options`.
     explicit operated_simulator(const QString& link, const QStringList& options = {})
         : operated_simulator(start_simulator(link, options)) {}
     ~operated_simulator();
     operated_simulator(const operated_simulator&) = delete;
     operated_simulator& operator=(const operated_simulator&) = delete;
 
-    /// Ends at once, as if the cable had been pulled.
+    /// Kills it, as if the cable were pulled.
     void kill();
-    /// One of its lines of misbehaviour; returns when it has been carried out.
-    void tell(const QString& line);
-    /// The 256 bytes that sink `number` holds; empty: none is there.
+    /// Sends a console line; returns when it has taken effect.
+    void command(const QString& line);
+    /// The 256 bytes of sink `number`; empty if there is none.
     QByteArray sink(int number);
 
-    /// Whether it has printed this since it started.
     bool has_printed(const QByteArray& text) const { return program_->printed().contains(text); }
 
-    /// The traffic since the last call, as the simulator prints it ("> TIM007", "< TIM007").
+    /// The traffic since the last call, as printed ("> TIM007", "< TIM007").
     QStringList traffic();
-    /// The commands of that traffic alone, without the "> ".
+    /// The commands in that traffic, without "> ".
     QStringList commands();
-    /// The same, when this one has come: what is sent without an answer arrives later. Throws std::runtime_error where
-    /// it doesn't come.
+    /// The same, after waiting for `last`: a command without an answer arrives later. Throws std::runtime_error if it
+    /// does not arrive.
     QStringList commands_up_to(const QString& last);
 
 private:
-    /// The whole lines that are no traffic.
+    /// Complete lines other than traffic.
     QList<QByteArray> replies() const;
     static void wait_for(const std::function<bool()>& come);
 

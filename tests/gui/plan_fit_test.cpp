@@ -1,6 +1,6 @@
-// How large a plan is drawn in the room that there is.
+// How large a plan is drawn in the available room.
 
-#include "qt/look.h"
+#include "qt/appearance.h"
 #include "qt/plan_fit.h"
 
 #include <gtest/gtest.h>
@@ -53,7 +53,7 @@ TEST(plan_fit, fills_the_room_in_steps_of_a_sixteenth) {
     EXPECT_EQ(fitting_scale(desk_plan, {1560, 1211}, 1), 31 / 16.0);
 }
 
-TEST(plan_fit, draws_nothing_too_small_to_be_read) {
+TEST(plan_fit, draws_nothing_illegibly_small) {
     EXPECT_EQ(smallest_scale(1), 12 / 16.0);
     for (const double ratio : {1.0, 1.25, 1.5, 2.0, 2.5, 4.0}) {
         const double smallest = smallest_scale(ratio);

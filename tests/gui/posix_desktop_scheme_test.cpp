@@ -1,7 +1,7 @@
-// The desktop's wish for light or dark, from a portal on a bus of the test's own.
+// The desktop's light or dark preference, from a portal on a private bus.
 
-#include "hand.h"
 #include "qt/desktop_scheme.h"
+#include "ui_driver.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -22,18 +22,18 @@ class false_portal final : public QObject {
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
 
 public:
-    uint wish = 0;
+    uint preference = 0;
     int questions = 0;
 
 public slots:
     QDBusVariant Read(const QString& group, const QString& key) {
         if (group == "org.freedesktop.appearance" && key == "color-scheme") ++questions;
         // a portal wraps the value twice
-        return QDBusVariant(QVariant::fromValue(QDBusVariant(wish)));
+        return QDBusVariant(QVariant::fromValue(QDBusVariant(preference)));
     }
 };
 
-class wish_of_the_desktop : public testing::Test {
+class desktop_preference : public testing::Test {
 protected:
     void SetUp() override {
         if (QStandardPaths::findExecutable("dbus-daemon").isEmpty() ||
@@ -56,57 +56,57 @@ protected:
         bus_.waitForFinished();
     }
 
-    void tell(uint wish, const QString& key = "color-scheme") const {
-        // from another process, as a portal is
+    void announce(uint preference, const QString& key = "color-scheme") const {
+        // from another process, like a real portal
         QProcess::execute("dbus-send",
                           {"--bus=" + address_, "--type=signal", "/org/freedesktop/portal/desktop",
                            "org.freedesktop.portal.Settings.SettingChanged", "string:org.freedesktop.appearance",
-                           "string:" + key, QString("variant:uint32:%1").arg(wish)});
+                           "string:" + key, QString("variant:uint32:%1").arg(preference)});
     }
     bool hears(std::size_t count) {
-        return wait_until([&] { return heard.size() >= count; }, 10000);
+        return wait_until([&] { return reported.size() >= count; }, 10000);
     }
 
     false_portal portal;
-    std::vector<qt::scheme> heard;
+    std::vector<qt::scheme> reported;
 
 private:
     QString address_;
     QProcess bus_;
 };
 
-TEST_F(wish_of_the_desktop, is_asked_for_and_followed) {
-    portal.wish = 1;
-    const auto watch = qt::watch_desktop([this](qt::scheme s) { heard.push_back(s); });
-    EXPECT_TRUE(heard.empty()) << "nothing waits for the answer";
+TEST_F(desktop_preference, is_read_and_followed) {
+    portal.preference = 1;
+    const auto watch = qt::watch_desktop([this](qt::scheme s) { reported.push_back(s); });
+    EXPECT_TRUE(reported.empty()) << "nothing waits for the answer";
     ASSERT_TRUE(hears(1));
-    EXPECT_EQ(heard[0], qt::scheme::dark);
-    tell(7, "accent-color");
-    tell(2);
+    EXPECT_EQ(reported[0], qt::scheme::dark);
+    announce(7, "accent-color");
+    announce(2);
     ASSERT_TRUE(hears(2));
-    EXPECT_EQ(heard[1], qt::scheme::light);
-    tell(1);
+    EXPECT_EQ(reported[1], qt::scheme::light);
+    announce(1);
     ASSERT_TRUE(hears(3));
-    EXPECT_EQ(heard[2], qt::scheme::dark);
-    tell(0);
+    EXPECT_EQ(reported[2], qt::scheme::dark);
+    announce(0);
     ASSERT_TRUE(hears(4));
-    EXPECT_EQ(heard[3], qt::scheme::light) << "no wish any more";
+    EXPECT_EQ(reported[3], qt::scheme::light) << "no preference any more";
 }
 
-TEST_F(wish_of_the_desktop, says_nothing_where_it_has_none) {
-    const auto watch = qt::watch_desktop([this](qt::scheme s) { heard.push_back(s); });
+TEST_F(desktop_preference, reports_nothing_without_a_preference) {
+    const auto watch = qt::watch_desktop([this](qt::scheme s) { reported.push_back(s); });
     ASSERT_TRUE(wait_until([this] { return portal.questions == 1; }, 10000));
-    tell(1);
+    announce(1);
     ASSERT_TRUE(hears(1));
-    EXPECT_EQ(heard.size(), 1U) << "the answer came first and was no wish";
+    EXPECT_EQ(reported.size(), 1U) << "the answer came first and was no preference";
 }
 
-TEST(no_bus, is_looked_for_where_the_session_has_none) {
+TEST(session_bus, is_not_started_if_the_session_has_none) {
     qunsetenv("DBUS_SESSION_BUS_ADDRESS");
     qunsetenv("XDG_RUNTIME_DIR");
-    bool heard = false;
-    const auto watch = qt::watch_desktop([&heard](qt::scheme) { heard = true; });
-    EXPECT_FALSE(wait_until([&heard] { return heard; }, 200));
+    bool reported = false;
+    const auto watch = qt::watch_desktop([&reported](qt::scheme) { reported = true; });
+    EXPECT_FALSE(wait_until([&reported] { return reported; }, 200));
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// However its end is requested, and whatever it waits for, the desk ends in order within two seconds.
+// However its end is requested and whatever it waits for, the desk ends in order within two seconds.
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -23,7 +23,7 @@ namespace desk::gui {
 
 namespace {
 
-constexpr int patience_ms = 60000; // until the desk or a display server has come up
+constexpr int patience_ms = 60000; // for a desk or a display server to start
 #if defined(WITH_SANITIZERS)
 constexpr int longest_end_ms = 20000; // the sanitizers look for leaks
 #else
@@ -54,7 +54,6 @@ protected:
         desk_.setProcessEnvironment(all);
     }
 
-    /// Brings a desk into a situation.
     void enter(const QString& situation) {
         desk_.start(ENDING_DESK, {situation, folder_.path()});
         while (!printed_.contains("there\n")) {
@@ -62,13 +61,13 @@ protected:
             printed_ += desk_.readAllStandardOutput();
         }
         ASSERT_EQ(desk_.state(), QProcess::Running);
-        // whoever ends in order writes it anew
+        // an orderly end rewrites it
         ASSERT_TRUE(QFile::remove(folder_.filePath("marlo_rs232.ini")));
     }
 
     void send(int signal) { ::kill(static_cast<pid_t>(desk_.processId()), signal); }
 
-    /// Waits for its end and gives its status; -1: it crashed.
+    /// Waits for the end and returns the exit status; -1: it crashed.
     int status(int limit_ms = longest_end_ms) {
         QElapsedTimer passed;
         passed.start();
@@ -146,14 +145,14 @@ TEST_F(ended_desk, ends_in_order_when_its_terminal_hangs_up) {
     expect_end_in_order(SIGHUP);
 }
 
-TEST_F(ended_desk, takes_several_requests_as_one) {
+TEST_F(ended_desk, treats_several_requests_as_one) {
     enter("exchange");
     for (const int signal : {SIGTERM, SIGHUP, SIGTERM, SIGINT})
         send(signal);
     expect_end_in_order();
 }
 
-TEST_F(ended_desk, ends_in_order_though_nobody_reads_what_it_reports) {
+TEST_F(ended_desk, ends_in_order_with_standard_error_unread) {
     enter("rest");
     desk_.closeReadChannel(QProcess::StandardError);
     send(SIGTERM);
@@ -161,14 +160,14 @@ TEST_F(ended_desk, ends_in_order_though_nobody_reads_what_it_reports) {
     EXPECT_TRUE(are_settings_written());
 }
 
-TEST_F(ended_desk, leaves_a_port_that_never_sends) {
+TEST_F(ended_desk, ends_although_a_port_never_sends) {
     enter("endless_drain");
     send(SIGTERM);
     EXPECT_EQ(status(), 0);
     EXPECT_TRUE(are_settings_written());
 }
 
-TEST_F(ended_desk, leaves_the_box_of_a_failure_with_the_failures_status) {
+TEST_F(ended_desk, ends_during_the_box_of_a_failure_with_its_status) {
     enter("failure_box");
     send(SIGTERM);
     EXPECT_EQ(status(), 1);
@@ -176,7 +175,7 @@ TEST_F(ended_desk, leaves_the_box_of_a_failure_with_the_failures_status) {
     EXPECT_TRUE(rescued().startsWith("00 FF"));
 }
 
-TEST_F(ended_desk, leaves_the_box_of_a_port_before_its_window_has_appeared) {
+TEST_F(ended_desk, ends_during_the_box_of_a_port_before_its_window_appears) {
     QFile no_terminal(folder_.filePath("com1"));
     ASSERT_TRUE(no_terminal.open(QFile::WriteOnly));
     enter("start_up");
@@ -186,10 +185,10 @@ TEST_F(ended_desk, leaves_the_box_of_a_port_before_its_window_has_appeared) {
     EXPECT_FALSE(are_settings_written());
 }
 
-/// The desk's own program.
+/// The real velotrace program.
 class ended_program : public ended_desk {
 protected:
-    /// Starts it from a folder, behind `words` of a shell.
+    /// Starts it from a folder; `words` precede it on the shell's command line.
     void start_program(const QString& folder, const QString& words = "") {
         QDir(folder_.path()).mkpath(folder);
         const QString path = folder_.filePath(folder + "/velotrace");
@@ -205,7 +204,7 @@ protected:
         settings.write(without_a_port);
     }
 
-    /// A set of signals of the running program, as the system shows it: "SigCgt" are those that it handles.
+    /// Whether the running program has a signal in a set of /proc/PID/status: "SigCgt" lists those with handlers.
     bool has_signal(const QByteArray& set, int signal) const {
         QFile status(QString("/proc/%1/status").arg(desk_.processId()));
         if (!status.open(QFile::ReadOnly)) return false;
@@ -228,17 +227,17 @@ protected:
     const QByteArray without_a_port = "0\r\n" + QByteArray("\"\"\r\n").repeated(10) + "0\r\n0\r\n0\r\n";
 };
 
-TEST_F(ended_program, ends_in_order_from_its_first_moments_on) {
+TEST_F(ended_program, ends_in_order_even_during_start_up) {
     write_settings_without_a_port();
     start_program(".");
     wait_until_it_handles_signals();
     send(SIGTERM);
-    // it comes up first
+    // let it start up first
     EXPECT_EQ(status(patience_ms), 0);
     EXPECT_EQ(settings(), without_a_port);
 }
 
-TEST_F(ended_program, outlives_its_terminal_where_hang_ups_are_ignored) {
+TEST_F(ended_program, outlives_its_terminal_if_hang_ups_are_ignored) {
     write_settings_without_a_port();
     start_program(".", "trap '' HUP; ");
     wait_until_it_handles_signals();
@@ -248,18 +247,18 @@ TEST_F(ended_program, outlives_its_terminal_where_hang_ups_are_ignored) {
     EXPECT_EQ(status(patience_ms), 0);
 }
 
-TEST_F(ended_program, leaves_the_box_that_tells_why_it_cannot_start) {
+TEST_F(ended_program, ends_during_the_box_of_a_failed_start) {
     QDir(folder_.path()).mkpath("installed/share/velotrace-desk");
     set_environment({{"XDG_DATA_HOME", "/dev/null/data"}});
     start_program("installed/bin");
-    QByteArray told;
-    const auto is_told = [&] { return (told += desk_.readAllStandardError()).contains("velotrace: "); };
-    ASSERT_TRUE(QTest::qWaitFor(is_told, patience_ms));
+    QByteArray output;
+    const auto is_reported = [&] { return (output += desk_.readAllStandardError()).contains("velotrace: "); };
+    ASSERT_TRUE(QTest::qWaitFor(is_reported, patience_ms));
     send(SIGTERM);
     EXPECT_EQ(status(), 1);
 }
 
-/// A display server of the test's own, which goes away.
+/// A desk on a private display server that disappears.
 class desk_without_its_display : public ended_desk {
 protected:
     ~desk_without_its_display() override {
@@ -272,7 +271,7 @@ protected:
         return !QStandardPaths::findExecutable(server).isEmpty() && QFile::exists(plugin);
     }
 
-    /// The toolkit ends the program where it stands, with its libraries' memory in use.
+    /// Qt ends the program with memory of its libraries still allocated.
     static QString without_a_search_for_leaks() { return qEnvironmentVariable("ASAN_OPTIONS") + ":detect_leaks=0"; }
 
     void start_xvfb() {
@@ -293,7 +292,7 @@ protected:
             {{"QT_QPA_PLATFORM", "wayland"}, {"WAYLAND_DISPLAY", "bench"}, {"XDG_RUNTIME_DIR", runtime_.path()}});
     }
 
-    /// The toolkit ends the program; what is to be saved has been saved by then.
+    /// Qt ends the program; everything has been saved by then.
     void expect_all_saved() {
         server_.kill();
         EXPECT_EQ(status(), 1);

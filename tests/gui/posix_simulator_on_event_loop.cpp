@@ -21,8 +21,8 @@ namespace desk::gui {
 
 namespace {
 
-/// Time as this thread's events see it: however long they are held up, no more than two steps of the desk's clock go by
-/// between two turns. A desk that is held up sends the rest of a block later than any real one, and waits for longer.
+/// Time for this thread's events: however long they are delayed, at most two steps of the desk's clock pass between
+/// two turns. A delayed desk sends the rest of a block later than any real one.
 class clock_of_events {
 public:
     std::chrono::nanoseconds now() {

@@ -16,7 +16,7 @@ public:
         process_.setProgram(VELOTRACE_SIM);
         process_.setArguments(options + QStringList{link});
         process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        // a pipe that nobody reads would hold it up
+        // an unread pipe would block it
         process_.setStandardOutputFile(log_folder_.filePath("log"));
         process_.start();
     }

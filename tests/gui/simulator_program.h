@@ -8,21 +8,20 @@
 
 namespace desk::gui {
 
-/// The running program of the simulated generator.
 class simulator_program {
 public:
     virtual ~simulator_program() = default;
 
-    /// Ends in good order, or at once, as if the cable had been pulled; returns when it has ended.
+    /// Ends it in order, or kills it as if the cable were pulled; returns when it has ended.
     virtual void end() = 0;
     virtual void kill() = 0;
-    /// What an operator types.
+    /// Types a line on its console.
     virtual void type(const QByteArray& line) = 0;
-    /// All that it has printed.
+    /// All output so far.
     virtual QByteArray printed() const = 0;
 };
 
-/// Starts it with `options`; `link` is to lead to its terminal.
+/// Starts it with `options`; it makes `link` lead to its terminal.
 std::unique_ptr<simulator_program> start_simulator(const QString& link, const QStringList& options = {});
 
 } // namespace desk::gui

@@ -6,9 +6,9 @@
 
 namespace desk::gui {
 
-/// Holds up this thread's events while the system holds up what was written to its pseudo terminals: beside other work
-/// that was seen to take 784 ms, longer than a try of an exchange lasts. A byte through a terminal of its own, once in
-/// each step of the desk's clock, shows it.
+/// Delays this thread's events while the system delays data in pseudo terminals: on a busy machine that can take 784
+/// ms, longer than a try of an exchange. Sends a byte through its own terminal in each step of the desk's clock to
+/// detect this.
 class terminal_pace {
 public:
     terminal_pace();

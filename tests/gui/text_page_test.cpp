@@ -1,7 +1,7 @@
-// The EDID texts under the operator's hand: scrolled, selected and copied, short and long.
+// EDID texts, short and long: scrolling, selecting and copying.
 
 #include "bench_fixture.h"
-#include "qt/look.h"
+#include "qt/appearance.h"
 #include "qt/text_page.h"
 
 #include <QApplication>
@@ -25,15 +25,15 @@ protected:
     edid_text() {
         plug_generator();
         start();
-        operator_hand().click("cmd_edid");
+        driver().click("cmd_edid");
     }
 
-    qt::text_page& page() { return operator_hand().find<qt::text_page>("txt_write"); }
+    qt::text_page& page() { return driver().find<qt::text_page>("txt_write"); }
 
-    /// Shows a text; the window follows its models after any event.
+    /// Shows a text; any event updates the window.
     void show(const std::string& text) {
         desk().workbench.txt_write.text = text;
-        operator_hand().click("lab_edid_src");
+        driver().click("lab_edid_src");
     }
     void show_lines(int count) {
         std::string text;
@@ -44,7 +44,7 @@ protected:
     void open(const QString& name) {
         std::vector<seen_dialog> dialogs;
         answer_next_file_dialog(dialogs, QDir::toNativeSeparators(directory.filePath(name)));
-        operator_hand().click("cmd_load");
+        driver().click("cmd_load");
     }
     void open_megabytes(int count) {
         put_file("long.bin", QByteArray(count * 1024 * 1024, '\x10'));
@@ -52,7 +52,7 @@ protected:
     }
 
     void press(Qt::Key key, Qt::KeyboardModifiers with = Qt::NoModifier) { QTest::keyClick(&page(), key, with); }
-    /// The middle of the left edge of a character, where a click puts the cursor before it.
+    /// The middle of a character's left edge; a click there puts the cursor before it.
     QPoint before(std::size_t offset) {
         const QRect place = page().place_of(offset);
         return {place.left() + 1, place.center().y()};
@@ -77,7 +77,7 @@ protected:
         return QApplication::clipboard()->text();
     }
     bool in_sight(std::size_t offset) { return page().viewport()->rect().contains(page().place_of(offset)); }
-    /// Whether ink is drawn at a character's place.
+    /// Whether anything is drawn at a character's place.
     bool drawn(std::size_t offset) {
         const QRect place = page().place_of(offset).adjusted(1, 0, 0, 0); // beside the cursor
         const qreal scale = page().devicePixelRatioF();
@@ -113,7 +113,7 @@ TEST_F(edid_text, of_4_megabytes_is_copied_whole) {
 
 TEST_F(edid_text, of_16_megabytes_takes_less_than_160_megabytes_to_open) {
 #if !defined(__linux__) || defined(WITH_SANITIZERS)
-    GTEST_SKIP() << "the system does not tell the largest memory, or the sanitizer takes more";
+    GTEST_SKIP() << "peak memory is unknown, or raised by the sanitizer";
 #else
     const auto status_mb = [](const QByteArray& entry) {
         QFile status("/proc/self/status");
@@ -125,7 +125,7 @@ TEST_F(edid_text, of_16_megabytes_takes_less_than_160_megabytes_to_open) {
     put_file("long.bin", QByteArray(4 * 1024 * 1024, '\x10'));
     QFile peak("/proc/self/clear_refs");
     if (!peak.open(QFile::WriteOnly | QFile::Unbuffered) || peak.write("5") != 1)
-        GTEST_SKIP() << "the largest memory so far can't be reset";
+        GTEST_SKIP() << "the peak memory can't be reset";
     const int before = status_mb("VmRSS:");
     open("long.bin");
     EXPECT_GT(desk().workbench.txt_write.text.get().size(), 16'000'000U);
@@ -171,7 +171,7 @@ TEST_F(edid_text, is_selected_by_words_and_lines) {
     EXPECT_EQ(selected(), "00 AB CD //7\n");
 }
 
-TEST_F(edid_text, is_scrolled_by_a_selection_beyond_its_edge) {
+TEST_F(edid_text, scrolls_with_a_selection_beyond_its_edge) {
     show_lines(200);
     const QPoint below(page().viewport()->width() / 2, page().viewport()->height() + 20);
     QTest::mousePress(window(), Qt::LeftButton, Qt::NoModifier, in_window(before(0)));
@@ -219,7 +219,7 @@ TEST_F(edid_text, keeps_the_column_over_a_short_line) {
     EXPECT_EQ(page().cursor(), 17U);
 }
 
-TEST_F(edid_text, is_walked_page_by_page_to_its_end) {
+TEST_F(edid_text, is_paged_through_to_its_end) {
     show_lines(100);
     page().setFocus();
     const int in_sight_at_once = page().verticalScrollBar()->pageStep();
@@ -235,31 +235,31 @@ TEST_F(edid_text, is_walked_page_by_page_to_its_end) {
     EXPECT_EQ(page().verticalScrollBar()->value(), 0);
 }
 
-TEST_F(edid_text, keeps_its_place_while_it_grows_and_shows_another_from_its_beginning) {
+TEST_F(edid_text, keeps_its_place_while_it_grows_and_shows_a_new_text_from_the_top) {
     show_lines(100);
     page().setFocus();
     press(Qt::Key_Down);
     press(Qt::Key_Down, Qt::ShiftModifier);
     page().verticalScrollBar()->setValue(40);
     desk().workbench.txt_write.text += "one more\r\n";
-    operator_hand().click("lab_edid_src");
+    driver().click("lab_edid_src");
     EXPECT_EQ(page().verticalScrollBar()->value(), 40);
     EXPECT_EQ(selected(), "line 1\n");
-    EXPECT_TRUE(operator_hand().text("txt_write").endsWith("\none more\n"));
+    EXPECT_TRUE(driver().text("txt_write").endsWith("\none more\n"));
     show_lines(90);
     EXPECT_EQ(page().verticalScrollBar()->value(), 0);
     EXPECT_EQ(selected(), "");
 }
 
-TEST_F(edid_text, is_never_drawn_from_a_text_that_has_gone) {
+TEST_F(edid_text, is_never_drawn_from_a_deleted_text) {
     show_lines(1000);
     press(Qt::Key_A, Qt::ControlModifier);
     page().verticalScrollBar()->setValue(900);
-    // before the window follows
+    // before the window is updated
     desk().workbench.txt_write.text = "short";
     page().viewport()->grab();
     EXPECT_EQ(selected(), "");
-    EXPECT_EQ(operator_hand().text("txt_write"), "short");
+    EXPECT_EQ(driver().text("txt_write"), "short");
 }
 
 TEST_F(edid_text, does_not_zoom) {
@@ -273,7 +273,7 @@ TEST_F(edid_text, does_not_zoom) {
     EXPECT_GT(page().verticalScrollBar()->value(), 0);
 }
 
-TEST_F(edid_text, has_a_menu_to_copy_and_to_select_all) {
+TEST_F(edid_text, has_a_menu_with_copy_and_select_all) {
     show("00 FF\r\n");
     const auto menu = [&]() -> QMenu& {
         const QPoint at(20, 20);

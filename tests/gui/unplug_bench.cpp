@@ -21,14 +21,14 @@ unplug_bench::unplug_bench() {
     QObject::connect(&watch_, &QTimer::timeout, &watch_, [this] {
         const auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
         if (box == nullptr) return;
-        said_.append(box->text());
+        box_texts_.append(box->text());
         QTest::mouseClick(box->buttons().constFirst(), Qt::LeftButton);
     });
     watch_.start(10);
     start();
 }
 
-QStringList unplug_bench::told() { return std::exchange(said_, {}); }
+QStringList unplug_bench::box_texts() { return std::exchange(box_texts_, {}); }
 
 void unplug_bench::choose_row(const QString& view, const QString& list, int row) {
     at().click(view);
@@ -46,7 +46,7 @@ void unplug_bench::open_edid() {
 }
 
 void unplug_bench::run_automatically() {
-    in_next_window("frm_diag", [this](const hand& window) {
+    in_next_window("frm_diag", [this](const ui_driver& window) {
         window.click("cmd_run");
         auto_msg = window.text("txt_auto_msg");
         auto_mark = window.text("lab_pass");

@@ -1,5 +1,5 @@
-// The cable pulled in every phase of every transfer: the desk tells it as it must, goes on, and works again when the
-// cable is back. Each stride-th moment is tried; UNPLUG_STRIDE=1 tries all.
+// The cable is pulled in every phase of every transfer: the desk reports it, continues, and works again once the
+// cable is back. Every stride-th moment is tested; UNPLUG_STRIDE=1 tests all.
 
 #include "unplug_bench.h"
 
@@ -28,20 +28,20 @@ void expect_good_link(unplug_bench& b) {
     EXPECT_TRUE(b.at().text("lab_timing").startsWith("[05]")) << b.at().text("lab_timing").toStdString();
     EXPECT_EQ(b.cable.generator.state.timing, 5);
     b.expect_resting("cmd_run");
-    EXPECT_EQ(b.told(), QStringList());
+    EXPECT_EQ(b.box_texts(), QStringList());
 }
 
-TEST_P(a_pulled_cable, is_told_and_mended) {
+TEST_P(a_pulled_cable, is_reported_and_recovered_from) {
     const pulled_transfer& p = GetParam();
     unplug_bench b;
     p.what.prepare(b);
-    ASSERT_EQ(b.told(), QStringList());
+    ASSERT_EQ(b.box_texts(), QStringList());
     b.cable.pull_at(p.moment);
     p.what.act(b);
-    EXPECT_TRUE(wait_until([&] { return b.cable.is_pulled(); }, 20000)) << "the moment comes";
+    EXPECT_TRUE(wait_until([&] { return b.cable.is_pulled(); }, 20000)) << "the moment is reached";
     p.expect(b);
     b.cable.pull();
-    b.told();
+    b.box_texts();
     expect_alive(b);
     expect_good_link(b);
 }

@@ -14,60 +14,58 @@ namespace {
 using expectation = std::function<void(unplug_bench&)>;
 using after = pull_moment::after;
 
-/// Goes through the conversation of one transfer and takes its moments down.
+/// Lists the moments in the conversation of one transfer.
 class conversation {
 public:
     conversation(std::vector<pulled_transfer>& all, transfer what) : all_(all), what_(std::move(what)) {}
 
-    /// A command and its answer; pulled before their end, the desk shows this.
+    /// A command and its answer; if the cable is pulled before their end, the desk shows `expect`.
     conversation& exchange(const std::string& name, const expectation& expect, std::size_t answer_size = 6) {
-        add(name + "_not_begun", {after::done, heard_}, expect);
-        add(name + "_half_sent", {after::heard, heard_ + 3}, expect);
-        add(name + "_unanswered", {after::heard, heard_ + 6}, expect);
-        add(name + "_half_answered", {after::said, said_ + answer_size / 2}, expect);
-        heard_ += 6;
-        said_ += answer_size;
+        add(name + "_not_begun", {after::answered, received_}, expect);
+        add(name + "_half_sent", {after::received, received_ + 3}, expect);
+        add(name + "_unanswered", {after::received, received_ + 6}, expect);
+        add(name + "_half_answered", {after::sent, sent_ + answer_size / 2}, expect);
+        received_ += 6;
+        sent_ += answer_size;
         return *this;
     }
 
-    /// Exchanges that are like others.
+    /// Skips similar exchanges.
     conversation& pass(std::size_t exchanges) {
-        heard_ += 6 * exchanges;
-        said_ += 6 * exchanges;
+        received_ += 6 * exchanges;
+        sent_ += 6 * exchanges;
         return *this;
     }
 
-    /// Raw bytes to the desk.
     conversation& raw_from_generator(const expectation& expect) {
-        add("reading_not_begun", {after::said, said_}, expect);
+        add("reading_not_begun", {after::sent, sent_}, expect);
         for (const std::size_t part : {1U, 128U, 255U})
-            add("reading_after_" + std::to_string(part), {after::said, said_ + part}, expect);
+            add("reading_after_" + std::to_string(part), {after::sent, sent_ + part}, expect);
         return *this;
     }
 
-    /// Raw bytes from the desk.
     conversation& raw_from_desk(std::size_t size, const expectation& expect) {
-        add("writing_not_begun", {after::done, heard_}, expect);
+        add("writing_not_begun", {after::answered, received_}, expect);
         for (const std::size_t part : {std::size_t{1}, size / 2, size - 1})
-            add("writing_after_" + std::to_string(part), {after::heard, heard_ + part}, expect);
-        add("writing_done", {after::heard, heard_ + size}, expect);
-        heard_ += size;
+            add("writing_after_" + std::to_string(part), {after::received, received_ + part}, expect);
+        add("writing_done", {after::received, received_ + size}, expect);
+        received_ += size;
         return *this;
     }
 
-    /// The generator's word on what it has done, which it says without being asked.
+    /// The generator's result, which it sends unasked.
     conversation& result(const expectation& expect) {
-        add("result_half_said", {after::said, said_ + 3}, expect);
-        said_ += 6;
+        add("result_half_sent", {after::sent, sent_ + 3}, expect);
+        sent_ += 6;
         return *this;
     }
 
-    /// All has gone well before the cable is pulled; the same transfer follows.
-    conversation& behind_the_end(const expectation& expect) {
+    /// Pulls the cable after a complete transfer, then starts the same transfer again.
+    conversation& after_the_end(const expectation& expect) {
         const transfer well = what_;
         what_.act = [act = well.act](unplug_bench& b) {
             act(b);
-            EXPECT_EQ(b.told(), QStringList());
+            EXPECT_EQ(b.box_texts(), QStringList());
             b.cable.pull();
             act(b);
         };
@@ -78,7 +76,7 @@ public:
 
     conversation& taking_minutes(const expectation& expect) {
         for (const std::size_t part : {0U, 3U})
-            add("result_after_" + std::to_string(part), {after::said, said_ + part}, expect);
+            add("result_after_" + std::to_string(part), {after::sent, sent_ + part}, expect);
         (all_.end() - 1)->takes_minutes = (all_.end() - 2)->takes_minutes = true;
         return *this;
     }
@@ -90,8 +88,8 @@ private:
 
     std::vector<pulled_transfer>& all_;
     transfer what_;
-    std::size_t heard_ = 0;
-    std::size_t said_ = 0;
+    std::size_t received_ = 0;
+    std::size_t sent_ = 0;
 };
 
 const QStringList nothing;
@@ -105,15 +103,15 @@ std::function<void(unplug_bench&)> row(const QString& view, const QString& list,
     return [=](unplug_bench& b) { b.choose_row(view, list, number); };
 }
 
-/// The boxes alone tell it, and this button rests again.
+/// Boxes report the failure, and this button is enabled again.
 expectation boxes(const QStringList& texts, const QString& button) {
     return [=](unplug_bench& b) {
-        EXPECT_EQ(b.told(), texts);
+        EXPECT_EQ(b.box_texts(), texts);
         b.expect_resting(button);
     };
 }
 
-/// A label tells it, and no box; this button rests again.
+/// A label reports the failure, without a box; this button is enabled again.
 expectation label(const QString& name, const QString& button) {
     return [=](unplug_bench& b) {
         EXPECT_EQ(b.at().text(name), "Link Error");
@@ -121,7 +119,7 @@ expectation label(const QString& name, const QString& button) {
     };
 }
 
-/// The first of the status labels that could not be read tells it, and those behind it are empty.
+/// The first status label that could not be read reports the failure, and those after it are empty.
 expectation status(int first, const QString& button) {
     return [=](unplug_bench& b) {
         const QStringList labels = {"lab_timing", "lab_pattern", "lab_out", "lab_hdcp"};
@@ -145,14 +143,14 @@ void add_main_window(std::vector<pulled_transfer>& all) {
                                                          "Link Error !\nHardware F/W is unknown.");
         EXPECT_TRUE(b.at().find("cmd_about").isEnabled());
         EXPECT_TRUE(b.at().find("cmd_about_ok").isEnabled());
-        EXPECT_EQ(b.told(), nothing);
+        EXPECT_EQ(b.box_texts(), nothing);
         b.at().click("cmd_about_ok");
     };
     const auto ask = [](unplug_bench& b) {
         if (b.at().is_shown("fra_about")) b.at().click("cmd_about_ok");
         b.at().click("cmd_about");
     };
-    conversation(all, {"about", [](unplug_bench&) {}, ask}).exchange("VER", about).behind_the_end(about);
+    conversation(all, {"about", [](unplug_bench&) {}, ask}).exchange("VER", about).after_the_end(about);
 
     const auto pull_and = [](const QString& button) {
         return [button](unplug_bench& b) {
@@ -193,11 +191,11 @@ void add_set(std::vector<pulled_transfer>& all) {
     const auto timing = label("lab_timing", "cmd_run");
     conversation(all, {"set_timing", row("cmd_timing", "lstv_timing", 7), click("cmd_run")})
         .exchange("TIM", timing)
-        .behind_the_end(timing);
+        .after_the_end(timing);
     const auto pattern = label("lab_pattern", "cmd_run");
     conversation(all, {"set_pattern", row("cmd_pattern", "lstv_pattern", 7), click("cmd_run")})
         .exchange("PAT", pattern)
-        .behind_the_end(pattern);
+        .after_the_end(pattern);
 
     const auto favorites = [](unplug_bench& b) {
         boxes(link_error, "cmd_run")(b);
@@ -215,7 +213,7 @@ void add_set(std::vector<pulled_transfer>& all) {
         .exchange("row_40", favorites)
         .pass(38)
         .exchange("row_79", favorites)
-        .behind_the_end(favorites);
+        .after_the_end(favorites);
     conversation(all, {"set_favorite_patterns", checked("cmd_fav_pattern", "lstv_pattern"), click("cmd_run")})
         .exchange("row_1", favorites)
         .pass(62)
@@ -239,12 +237,12 @@ void add_set(std::vector<pulled_transfer>& all) {
 void add_panel(std::vector<pulled_transfer>& all) {
     const auto panel = click("cmd_setup");
     const auto out = dark("cmd_out", 4, label("lab_out", "cmd_out_1"));
-    conversation(all, {"output_format", panel, click("cmd_out_1")}).exchange("OUT", out).behind_the_end(out);
+    conversation(all, {"output_format", panel, click("cmd_out_1")}).exchange("OUT", out).after_the_end(out);
     const auto hdcp = dark("cmd_hdcp", 2, label("lab_hdcp", "cmd_hdcp_1"));
-    conversation(all, {"hdcp", panel, click("cmd_hdcp_1")}).exchange("HDC", hdcp).behind_the_end(hdcp);
+    conversation(all, {"hdcp", panel, click("cmd_hdcp_1")}).exchange("HDC", hdcp).after_the_end(hdcp);
     const auto source = dark("cmd_asc", 3, boxes(nothing, "cmd_asc_0"));
     const auto channels = [](unplug_bench& b) {
-        EXPECT_EQ(b.told(), link_error);
+        EXPECT_EQ(b.box_texts(), link_error);
         EXPECT_EQ(b.lit("cmd_asc", 3), 0);
         EXPECT_EQ(b.lit("cmd_lpcm", 3), -1) << "as before";
         EXPECT_TRUE(b.at().find("cmd_asc_0").isEnabled());
@@ -259,10 +257,10 @@ void add_panel(std::vector<pulled_transfer>& all) {
         const auto silent = dark(g.name, g.count, boxes(nothing, g.name + "_1"));
         conversation(all, {g.name.toStdString(), panel, click(g.name + "_1")})
             .exchange("command", silent)
-            .behind_the_end(silent);
+            .after_the_end(silent);
     }
     const auto reset = boxes(link_error, "cmd_reset");
-    conversation(all, {"reset", panel, click("cmd_reset")}).exchange("RST", reset).behind_the_end(reset);
+    conversation(all, {"reset", panel, click("cmd_reset")}).exchange("RST", reset).after_the_end(reset);
 
     const auto failed = boxes(link_error, "cmd_download");
     conversation(all, {"download_of_panel", panel, click("cmd_download")})
@@ -276,13 +274,13 @@ void add_panel(std::vector<pulled_transfer>& all) {
         .exchange("DEE", failed)
         .exchange("ATO", failed)
         .exchange("FAV", failed)
-        .behind_the_end(status(0, "cmd_download"));
+        .after_the_end(status(0, "cmd_download"));
     conversation(all, {"refresh", [](unplug_bench&) {}, click("cmd_refresh")})
         .exchange("TIM", status(0, "cmd_refresh"))
         .exchange("PAT", status(1, "cmd_refresh"))
         .exchange("OUT", status(2, "cmd_refresh"))
         .exchange("HDC", status(3, "cmd_refresh"))
-        .behind_the_end(status(0, "cmd_refresh"));
+        .after_the_end(status(0, "cmd_refresh"));
 }
 
 void add_download(std::vector<pulled_transfer>& all) {
@@ -298,7 +296,7 @@ void add_download(std::vector<pulled_transfer>& all) {
         .exchange("CRR", dead_colors)
         .exchange("CRG", dead_colors)
         .exchange("CRB", dead_colors)
-        .behind_the_end(failed);
+        .after_the_end(failed);
     const auto downloaded = [colors](unplug_bench& b) {
         colors(b);
         b.at().click("cmd_download");
@@ -307,23 +305,23 @@ void add_download(std::vector<pulled_transfer>& all) {
     const auto moved = [](unplug_bench& b) {
         EXPECT_EQ(b.at().find<QScrollBar>("hsr_color_setting_0").value(), 148) << "a large step";
         EXPECT_EQ(b.at().text("txt_color_setting_0"), "148");
-        EXPECT_EQ(b.told(), nothing) << "no answer is awaited";
+        EXPECT_EQ(b.box_texts(), nothing) << "the desk does not wait for an answer";
     };
     conversation(all, {"colour", downloaded, move}).exchange("CRR", moved);
 
     conversation(all, {"download_of_favorite_timings", click("cmd_fav_timing"), click("cmd_download")})
         .exchange("FT", failed, 79 * 6)
-        .behind_the_end(failed);
+        .after_the_end(failed);
     conversation(all, {"download_of_favorite_patterns", click("cmd_fav_pattern"), click("cmd_download")})
         .exchange("FP", failed, 64 * 6)
-        .behind_the_end(failed);
+        .after_the_end(failed);
     const auto same_list = [failed](unplug_bench& b) {
         failed(b);
         EXPECT_EQ(b.at().find<QTreeWidget>("lstv_auto").topLevelItemCount(), 32);
     };
     conversation(all, {"download_of_autorun", click("cmd_auto"), click("cmd_download")})
         .exchange("ATS", same_list, 768)
-        .behind_the_end(same_list);
+        .after_the_end(same_list);
 
     const auto motion = [](unplug_bench& b) {
         b.choose_row("cmd_pattern", "lstv_pattern", 41);
@@ -335,19 +333,19 @@ void add_download(std::vector<pulled_transfer>& all) {
     };
     conversation(all, {"download_of_custom_string", motion, click("cmd_download")})
         .exchange("MOT", same_text, 18)
-        .behind_the_end(failed);
+        .after_the_end(failed);
     const auto stays_red = [](unplug_bench& b) {
-        EXPECT_EQ(b.told(), QStringList{"Link Error"});
+        EXPECT_EQ(b.box_texts(), QStringList{"Link Error"});
         EXPECT_FALSE(b.at().find("cmd_upload").isEnabled());
         EXPECT_EQ(b.color_of("cmd_upload"), QColor(255, 0, 0));
     };
     conversation(all, {"upload_of_custom_string", motion, click("cmd_upload")})
         .exchange("MOT", stays_red)
         .raw_from_desk(12, boxes(nothing, "cmd_upload"))
-        .behind_the_end(stays_red);
+        .after_the_end(stays_red);
 }
 
-/// What the result frame says, and the mark in it.
+/// The text of the result frame, and its mark.
 expectation frame(const QString& text, const QString& button) {
     return [=](unplug_bench& b) {
         EXPECT_EQ(b.at().text("txt_msg"), text);
@@ -388,7 +386,7 @@ void add_sink(std::vector<pulled_transfer>& all) {
         .exchange("ESC", reading(no_link))
         .exchange("ERD", reading(no_link))
         .raw_from_generator(reading(no_data))
-        .behind_the_end(reading(no_link));
+        .after_the_end(reading(no_link));
 
     const auto open = [](unplug_bench& b) { b.open_edid(); };
     const auto unwritten = frame("Writing WRITE data ...\nLink Error !", "cmd_write");
@@ -398,25 +396,25 @@ void add_sink(std::vector<pulled_transfer>& all) {
         .exchange("EWR", unwritten)
         .raw_from_desk(256, half_written)
         .result(half_written)
-        .behind_the_end(unwritten);
+        .after_the_end(unwritten);
 
     const auto unread = frame("Reading sink's edid ...\nRead sink's edid fail !\n", "cmd_verify");
     conversation(all, {"verify", open, click_without_frame("cmd_verify")})
         .exchange("ESC", read_window(no_link, unread))
         .exchange("ERD", read_window(no_link, unread))
         .raw_from_generator(read_window(no_data, unread))
-        .behind_the_end(read_window(no_link, unread));
+        .after_the_end(read_window(no_link, unread));
 
     const auto erase = [](unplug_bench& b) {
         click_without_frame("cmd_erase")(b);
-        EXPECT_EQ(b.told(), QStringList{"Are you sure to erase sink's EDID ?"});
+        EXPECT_EQ(b.box_texts(), QStringList{"Are you sure to erase sink's EDID ?"});
     };
     const auto not_erased = frame("Erasing sink's edid ...\nLink Error !\n", "cmd_erase");
     conversation(all, {"erase", click("cmd_edid"), erase})
         .exchange("ESC", not_erased)
         .exchange("ERS", not_erased)
         .taking_minutes(frame("Erasing sink's edid ...\nTimeout Error !", "cmd_erase"))
-        .behind_the_end(not_erased);
+        .after_the_end(not_erased);
 }
 
 void add_automatic_run(std::vector<pulled_transfer>& all) {
@@ -430,7 +428,7 @@ void add_automatic_run(std::vector<pulled_transfer>& all) {
     };
     const auto unwritten = shows("Writing WRITE data ...\nLink Error !\n", "FAIL");
     const auto half_written = shows("Writing WRITE data ...\nWRITE timeout error !\n", "FAIL");
-    // the mark stays that of the good WRITE
+    // the mark stays that of the successful WRITE
     const auto unread = shows("Writing WRITE data ...\nEWR002 Write completely .\nReading sink's edid ...\n"
                               "Read sink's edid fail !\n",
                               "PASS");
@@ -443,7 +441,7 @@ void add_automatic_run(std::vector<pulled_transfer>& all) {
         .exchange("ESC_to_verify", read_window(no_link, unread))
         .exchange("ERD", read_window(no_link, unread))
         .raw_from_generator(read_window(no_data, unread))
-        .behind_the_end(unwritten);
+        .after_the_end(unwritten);
 }
 
 } // namespace

@@ -1,8 +1,8 @@
-// Where a key leads to from every stop of the tab key: in every view, under every frame and in the small windows.
+// What each key does at every tab stop: in every view, under every frame and in the small windows.
 
 #include "every_view.h"
-#include "holding_hand.h"
 #include "model_watch.h"
+#include "raw_input.h"
 
 #include "controls/kinds.h"
 
@@ -24,14 +24,14 @@ constexpr Qt::Key keys[] = {Qt::Key_Up,     Qt::Key_Down,  Qt::Key_Left,  Qt::Ke
 
 bool is_arrow(Qt::Key key) { return key >= Qt::Key_Left && key <= Qt::Key_Down; }
 
-/// The button that closes the frame on top, and takes the keys as one that is pressed does: Escape works it from
-/// everywhere, Enter where it is an OK.
-struct way_out {
+/// The button that closes the topmost frame and takes the focus, as a pressed button does: by Escape from everywhere,
+/// and by Enter if it is an OK.
+struct closing_button {
     std::string by_escape;
     std::string by_enter;
 };
 
-way_out way_out_of(const std::string& view) {
+closing_button closing_button_of(const std::string& view) {
     if (view == "list of files" || view == "list over result") return {"cmd_pre_f", ""};
     if (view == "result") return {"cmd_ok", "cmd_ok"};
     if (view == "translation") return {"cmd_edid_back", ""};
@@ -39,14 +39,13 @@ way_out way_out_of(const std::string& view) {
     return {};
 }
 
-/// Where a key leads to: the control that has the keys then, and the one whose event it raises, by their full names.
+/// The result of a key: the control then focused, and the one whose event it raises, by their full names.
 struct lead {
-    std::string keys_at;
-    std::string works;
+    std::string focused;
+    std::string raises;
 };
 
-/// The rules.
-lead lead_of(const control& stop, Qt::Key key, const way_out& out, const std::string& next_in_group) {
+lead lead_of(const control& stop, Qt::Key key, const closing_button& out, const std::string& next_in_group) {
     const std::string name = stop.full_name();
     const bool enter = key == Qt::Key_Return;
     const bool space = key == Qt::Key_Space;
@@ -64,7 +63,7 @@ lead lead_of(const control& stop, Qt::Key key, const way_out& out, const std::st
     return {name, ""};
 }
 
-/// Raised beside what the key leads to: a list hears of every key, a line of text of every character.
+/// Raised besides the result: a list gets every key, a text line every character.
 bool hears_all_keys(const control& c) {
     const auto* const t = as<text_box>(&c);
     return is<list_view>(c) || (t != nullptr && !t->multi_line);
@@ -74,7 +73,7 @@ class walk_table : public view_bench, public ::testing::WithParamInterface<view>
 protected:
     walk_table() { show(GetParam()); }
 
-    static std::string focused() { return holding_hand::focused(); }
+    static std::string focused() { return raw_input::focused(); }
 
     control* model_of(const std::string& widget) {
         for (control* c : form().controls())
@@ -83,16 +82,16 @@ protected:
     }
 
     std::vector<control*> stops() {
-        operator_hand().find("cbo_com").setFocus(Qt::TabFocusReason);
+        driver().find("cbo_com").setFocus(Qt::TabFocusReason);
         std::vector<control*> all;
         do {
             all.push_back(model_of(focused()));
-            holding_hand::tap(Qt::Key_Tab);
+            raw_input::tap(Qt::Key_Tab);
         } while (focused() != "cbo_com" && all.size() < 200);
         return all;
     }
 
-    /// Of its kind, in its frame, those that can be used and stand there.
+    /// The next usable control of the same kind in the same frame.
     std::string next_in_group(const control& c, Qt::Key key) {
         std::vector<std::string> group;
         for (const control* other : form().controls()) {
@@ -108,7 +107,7 @@ protected:
     }
 
     void focus(const control& c) {
-        operator_hand().find(widget_name(c)).setFocus(Qt::TabFocusReason);
+        driver().find(widget_name(c)).setFocus(Qt::TabFocusReason);
         ASSERT_EQ(focused(), widget_name(c).toStdString());
     }
 
@@ -122,39 +121,39 @@ protected:
     void try_key(control& stop, Qt::Key key, const std::string& view, event_watch& events) {
         SCOPED_TRACE(stop.full_name() + ", key " + QKeySequence(key).toString().toStdString());
         focus(stop);
-        const lead expected = lead_of(stop, key, way_out_of(view), next_in_group(stop, key));
+        const lead expected = lead_of(stop, key, closing_button_of(view), next_in_group(stop, key));
         events.take();
-        holding_hand::tap(key);
+        raw_input::tap(key);
         const bool list_opens = QApplication::activePopupWidget() != nullptr;
         EXPECT_EQ(list_opens, is<combo_box>(stop) && key == Qt::Key_Space);
         if (list_opens) close_lists();
         std::map<std::string, int> heard_of = events.take();
-        if (hears_all_keys(stop) && expected.works != stop.full_name()) heard_of.erase(stop.full_name());
-        std::map<std::string, int> works;
-        if (!expected.works.empty()) works[expected.works] = 1;
-        EXPECT_EQ(heard_of, works);
-        const control* const at = form().find(expected.keys_at);
+        if (hears_all_keys(stop) && expected.raises != stop.full_name()) heard_of.erase(stop.full_name());
+        std::map<std::string, int> raises;
+        if (!expected.raises.empty()) raises[expected.raises] = 1;
+        EXPECT_EQ(heard_of, raises);
+        const control* const at = form().find(expected.focused);
         EXPECT_EQ(focused(), widget_name(*at).toStdString());
-        // back to where it was
-        if (auto* const o = as<option_button>(&stop)) o->choose();
+        // back to the start
+        if (auto* const o = as<option_button*>(&stop)) o->choose();
     }
 
     void TearDown() override { EXPECT_EQ(generator->commands(), QStringList()); }
 };
 
-TEST_P(walk_table, leads_every_key_from_every_stop) {
+TEST_P(walk_table, every_key_at_every_stop) {
     const std::vector<control*> all = stops();
     ASSERT_GT(all.size(), 12U);
     event_watch events(form());
     for (std::size_t i = 0; i < all.size(); ++i) {
         ASSERT_NE(all[i], nullptr);
         focus(*all[i]);
-        holding_hand::tap(Qt::Key_Tab);
+        raw_input::tap(Qt::Key_Tab);
         EXPECT_EQ(focused(), widget_name(*all[(i + 1) % all.size()]).toStdString()) << all[i]->full_name();
-        holding_hand::tap(Qt::Key_Tab, Qt::ShiftModifier);
+        raw_input::tap(Qt::Key_Tab, Qt::ShiftModifier);
         EXPECT_EQ(focused(), widget_name(*all[i]).toStdString());
         for (const Qt::Key key : keys) {
-            // an arrow key opens a port, which is a test of its own
+            // here an arrow key opens a port, which has its own test
             if (all[i]->full_name() == "cbo_com" && is_arrow(key)) continue;
             try_key(*all[i], key, GetParam().name, events);
         }
@@ -184,14 +183,14 @@ TEST_F(panel_walk, sends_what_the_pressed_button_means) {
         {"cmd_fav_1", "FAV001"},        {"cmd_about", "VER001"}};
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Space}) {
         for (const auto& [name, commands] : presses) {
-            operator_hand().find(name).setFocus(Qt::TabFocusReason);
-            holding_hand::tap(key);
+            driver().find(name).setFocus(Qt::TabFocusReason);
+            raw_input::tap(key);
             EXPECT_EQ(generator->commands().join(' ').toStdString(), commands) << name;
             const bool opens_frame = std::string(name) == "cmd_about";
-            EXPECT_EQ(holding_hand::focused(), opens_frame ? "cmd_about_ok" : name);
+            EXPECT_EQ(raw_input::focused(), opens_frame ? "cmd_about_ok" : name);
         }
-        holding_hand::tap(Qt::Key_Escape);
-        EXPECT_EQ(holding_hand::focused(), "cmd_about");
+        raw_input::tap(Qt::Key_Escape);
+        EXPECT_EQ(raw_input::focused(), "cmd_about");
     }
 }
 
@@ -199,70 +198,70 @@ struct small_window {
     const char* name;
     const char* opened_by;
     std::vector<std::string> stops;
-    const char* closed_by; ///< by Enter on it; by Escape too where that is no answer
+    const char* closed_by; ///< by Enter on it; also by Escape unless it is an answer
     bool escape_closes;
-    std::map<std::pair<std::string, Qt::Key>, std::string> elsewhere; ///< what leads away from its stop
+    std::map<std::pair<std::string, Qt::Key>, std::string> elsewhere; ///< keys that move the focus
 };
 
 void PrintTo(const small_window& s, std::ostream* out) { *out << s.name; }
 
 class small_window_walk : public view_bench, public ::testing::WithParamInterface<small_window> {};
 
-TEST_P(small_window_walk, leads_every_key_from_every_stop) {
+TEST_P(small_window_walk, every_key_at_every_stop) {
     const small_window& s = GetParam();
     show({"", {"cmd_edid", "cmd_read", "cmd_pre_f", "lab_pre_f_0"}});
-    if (std::string(s.opened_by) == "cmd_edid_report") operator_hand().click("cmd_read_translate");
+    if (std::string(s.opened_by) == "cmd_edid_report") driver().click("cmd_read_translate");
     generator->commands();
     for (const bool by_escape : {false, true}) {
         bool walked = false;
-        in_next_window(s.name, [&](const hand& h) {
-            const QWidget& w = h.find(s.name);
+        in_next_window(s.name, [&](const ui_driver& ui) {
+            const QWidget& w = ui.find(s.name);
             ASSERT_TRUE(wait_until(
                 [&] { return QApplication::focusWidget() != nullptr && QApplication::focusWidget()->window() == &w; },
                 5000));
             const auto expect_at = [&](const std::string& stop, const std::string& key, const std::string& to) {
-                EXPECT_EQ(holding_hand::focused(), to) << stop << ", key " << key;
+                EXPECT_EQ(raw_input::focused(), to) << stop << ", key " << key;
                 EXPECT_TRUE(w.isVisible()) << stop << ", key " << key;
             };
             const auto focus = [&](const std::string& stop) {
-                h.find(QString::fromStdString(stop)).setFocus(Qt::TabFocusReason);
+                ui.find(QString::fromStdString(stop)).setFocus(Qt::TabFocusReason);
             };
             for (std::size_t i = 0; i < s.stops.size(); ++i) {
                 const std::string& stop = s.stops[i];
                 const std::string& next = s.stops[(i + 1) % s.stops.size()];
                 focus(stop);
-                holding_hand::tap(Qt::Key_Tab);
+                raw_input::tap(Qt::Key_Tab);
                 expect_at(stop, "Tab", next);
-                holding_hand::tap(Qt::Key_Tab, Qt::ShiftModifier);
+                raw_input::tap(Qt::Key_Tab, Qt::ShiftModifier);
                 expect_at(next, "Shift+Tab", stop);
                 for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right, Qt::Key_Escape}) {
                     if (key == Qt::Key_Escape && s.escape_closes) continue;
                     focus(stop);
-                    holding_hand::tap(key);
+                    raw_input::tap(key);
                     const auto led = s.elsewhere.find({stop, key});
                     expect_at(stop, QKeySequence(key).toString().toStdString(),
                               led == s.elsewhere.end() ? stop : led->second);
                     // the selected one of a group is the stop
-                    if (led != s.elsewhere.end()) holding_hand::tap(key);
+                    if (led != s.elsewhere.end()) raw_input::tap(key);
                 }
-                // Enter presses buttons alone
+                // Enter works for buttons only
                 if (stop.starts_with("cmd_")) continue;
                 focus(stop);
-                holding_hand::tap(Qt::Key_Return);
+                raw_input::tap(Qt::Key_Return);
                 expect_at(stop, "Enter", stop);
             }
             focus(by_escape ? s.stops.front() : s.closed_by);
-            holding_hand::tap(by_escape && s.escape_closes ? Qt::Key_Escape : Qt::Key_Return);
+            raw_input::tap(by_escape && s.escape_closes ? Qt::Key_Escape : Qt::Key_Return);
             if (by_escape && !s.escape_closes) {
                 EXPECT_TRUE(w.isVisible());
                 focus(s.closed_by);
-                holding_hand::tap(Qt::Key_Space);
+                raw_input::tap(Qt::Key_Space);
             }
             EXPECT_FALSE(w.isVisible());
-            if (w.isVisible()) h.click(s.closed_by);
+            if (w.isVisible()) ui.click(s.closed_by);
             walked = true;
         });
-        operator_hand().click(s.opened_by);
+        driver().click(s.opened_by);
         EXPECT_TRUE(walked);
     }
     EXPECT_EQ(generator->commands(), QStringList());

@@ -1,9 +1,9 @@
-// The real window: every control has a widget at its place, with its name and its caption.
+// The real window: every control has a widget in its place, with its name and caption.
 
 #include "bench_fixture.h"
 #include "controls/kinds.h"
+#include "qt/appearance.h"
 #include "qt/drawing.h"
-#include "qt/look.h"
 #include "qt/qt_dialogs.h"
 #include "runtime/version.h"
 
@@ -34,13 +34,13 @@ protected:
 
 TEST_F(real_window, has_a_widget_at_the_place_of_every_control) {
     start();
-    const hand h = operator_hand();
+    const ui_driver ui = driver();
     int seen = 0;
     for (const control* c : desk().form.controls()) {
         if (is<timer, line>(*c)) continue;
         QString name = QString::fromStdString(c->name);
         if (c->index >= 0) name += "_" + QString::number(c->index);
-        const QWidget& w = h.find(name);
+        const QWidget& w = ui.find(name);
         EXPECT_EQ(w.geometry(), QRect(c->left / 15, c->top / 15, c->width / 15, c->height / 15)) << c->full_name();
         EXPECT_EQ(w.isEnabledTo(w.parentWidget()), c->enabled.get()) << c->full_name();
         EXPECT_EQ(w.isVisible(), c->shown()) << c->full_name();
@@ -49,7 +49,7 @@ TEST_F(real_window, has_a_widget_at_the_place_of_every_control) {
     EXPECT_GT(seen, 170);
 }
 
-TEST_F(real_window, names_every_button_for_those_who_do_not_see_it) {
+TEST_F(real_window, names_every_button_for_screen_readers) {
     start();
     for (const QAbstractButton* b : program->main_window().findChildren<QAbstractButton*>()) {
         if (!b->objectName().startsWith("cmd_")) continue;
@@ -59,9 +59,9 @@ TEST_F(real_window, names_every_button_for_those_who_do_not_see_it) {
     }
 }
 
-TEST_F(real_window, tells_its_build_in_the_tooltip_of_about) {
+TEST_F(real_window, shows_its_build_in_the_tooltip_of_about) {
     start();
-    const QString tool_tip = operator_hand().find("cmd_about").toolTip();
+    const QString tool_tip = driver().find("cmd_about").toolTip();
     EXPECT_TRUE(tool_tip.contains("VELOTRACE Desk " + QString::fromStdString(std::string(build_version()))))
         << qPrintable(tool_tip);
 }
@@ -80,8 +80,8 @@ TEST_F(real_window, cuts_no_caption_of_a_button_or_a_frame) {
 
 TEST_F(real_window, is_stepped_through_with_the_tab_key) {
     start();
-    const hand h = operator_hand();
-    h.find("cbo_com").setFocus();
+    const ui_driver ui = driver();
+    ui.find("cbo_com").setFocus();
     QStringList order;
     for (int i = 0; i < 6; ++i) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
@@ -93,9 +93,9 @@ TEST_F(real_window, is_stepped_through_with_the_tab_key) {
 
 TEST_F(real_window, presses_the_button_with_the_focus_on_enter) {
     start();
-    const hand h = operator_hand();
-    h.find("cmd_edid").setFocus();
-    h.press_key("cmd_edid", Qt::Key_Return);
+    const ui_driver ui = driver();
+    ui.find("cmd_edid").setFocus();
+    ui.press_key("cmd_edid", Qt::Key_Return);
     EXPECT_EQ(desk().exchange.view_mode, 4);
 }
 
@@ -105,14 +105,14 @@ TEST_F(real_window, takes_mnemonics) {
     EXPECT_TRUE(wait_until([&] { return desk().exchange.view_mode == 0; }, 5000));
 }
 
-TEST_F(real_window, stands_its_fixed_pitch_text_on_a_grid_of_8_by_16_pixels) {
+TEST_F(real_window, puts_its_fixed_pitch_text_on_a_grid_of_8_by_16_pixels) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_edid");
+    const ui_driver ui = driver();
+    ui.click("cmd_edid");
     desk().translation_frame.fra_edid_edit.visible = true;
     desk().translation_frame.txt_edid.text = "Established Timings\r\n\r\n  720x400 70Hz\r\nWWWW iiii";
-    h.click("lab_edid_src"); // any event brings the window up to date
-    auto& page = h.find<QTextEdit>("txt_edid");
+    ui.click("lab_edid_src"); // any event updates the window
+    auto& page = ui.find<QTextEdit>("txt_edid");
     EXPECT_EQ(QFontInfo(page.font()).family(), "Liberation Mono");
     EXPECT_NEAR(QFontMetricsF(page.font()).horizontalAdvance("WWWW iiii"), 9 * 8, 0.01);
     ASSERT_EQ(page.document()->blockCount(), 4);
@@ -141,24 +141,24 @@ TEST_F(real_window, lets_the_clock_share_the_phase_of_a_timer_that_starts) {
 
 TEST_F(real_window, follows_a_text_that_grows_and_one_that_is_replaced) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_edid");
+    const ui_driver ui = driver();
+    ui.click("cmd_edid");
     std::string text;
     for (int i = 0; i < 20; ++i) {
         text += "line " + std::to_string(i) + "\r\n";
         desk().workbench.txt_read.text = text;
-        h.click("lab_read");
-        EXPECT_EQ(h.text("txt_read"), qt::shown_text(text));
+        ui.click("lab_read");
+        EXPECT_EQ(ui.text("txt_read"), qt::shown_text(text));
     }
     desk().workbench.txt_read.text = "another";
-    h.click("lab_read");
-    EXPECT_EQ(h.text("txt_read"), "another");
+    ui.click("lab_read");
+    EXPECT_EQ(ui.text("txt_read"), "another");
     desk().workbench.txt_read.text = "";
-    h.click("lab_read");
-    EXPECT_EQ(h.text("txt_read"), "");
+    ui.click("lab_read");
+    EXPECT_EQ(ui.text("txt_read"), "");
 }
 
-/// Lets the dialog that comes up be worked on, then accepts or leaves it.
+/// Calls `work` on the next dialog, which then closes.
 void in_next_dialog(std::function<void(QFileDialog&)> work) {
     QTimer::singleShot(50, qApp, [work = std::move(work)] {
         auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
@@ -194,7 +194,7 @@ TEST_F(real_window, shows_a_file_dialog_as_it_is_set_up) {
     EXPECT_FALSE(dialogs.show(setup).has_value());
 }
 
-TEST_F(real_window, gives_a_name_without_the_filters_ending_that_ending) {
+TEST_F(real_window, appends_the_filters_extension) {
     start();
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     qt::qt_file_dialog dialogs(program->gate());

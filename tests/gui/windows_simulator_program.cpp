@@ -14,8 +14,8 @@ namespace {
 
 constexpr int limit_ms = 10000;
 
-/// Windows has no pseudo terminals, so the simulator runs outside, kept by whoever starts this program: orders are
-/// lines of a file that its keeper follows, and what it prints stands in a file beside that.
+/// Windows has no pseudo terminals, so the test's starter runs the simulator outside: orders are lines of a file that
+/// the starter follows, and the output is in a file beside it.
 class kept_process final : public simulator_program {
 public:
     kept_process(const QString& link, const QStringList& options) {

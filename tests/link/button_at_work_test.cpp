@@ -16,13 +16,13 @@ protected:
     button pressed;
 };
 
-TEST_F(button_at_work, is_dead_and_red) {
+TEST_F(button_at_work, is_disabled_and_red) {
     begin_work(pressed, events);
     EXPECT_FALSE(pressed.enabled);
     EXPECT_EQ(pressed.back_color, 255U);
 }
 
-TEST_F(button_at_work, is_dead_and_not_yet_red_in_the_one_pump_at_its_begin) {
+TEST_F(button_at_work, is_disabled_but_not_yet_red_in_the_first_pump) {
     std::vector<bool> enabled;
     std::vector<color> colors;
     events.on_pump = [&] {
@@ -34,7 +34,7 @@ TEST_F(button_at_work, is_dead_and_not_yet_red_in_the_one_pump_at_its_begin) {
     EXPECT_EQ(colors, std::vector<color>{0x8000000F});
 }
 
-TEST_F(button_at_work, rests_again_at_its_end_without_a_pump) {
+TEST_F(button_at_work, is_enabled_at_its_end_without_a_pump) {
     begin_work(pressed, events);
     events.pumps = 0;
     end_work(pressed);
@@ -43,7 +43,7 @@ TEST_F(button_at_work, rests_again_at_its_end_without_a_pump) {
     EXPECT_EQ(events.pumps, 0);
 }
 
-TEST_F(button_at_work, comes_to_rest_from_any_look) {
+TEST_F(button_at_work, is_reset_from_any_state) {
     pressed.back_color = color_green;
     begin_work(pressed, events);
     end_work(pressed);

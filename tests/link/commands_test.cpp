@@ -38,7 +38,7 @@ TEST(commands, have_these_mnemonics) {
     EXPECT_EQ(mnemonic::autorun_interval, "ATI");
 }
 
-TEST(commands, are_these_where_they_are_fixed) {
+TEST(commands, have_these_fixed_forms) {
     EXPECT_EQ(command::reset, "RST001");
     EXPECT_EQ(command::firmware_version, "VER001");
     EXPECT_EQ(command::query_favorite_timings, "FT+999");

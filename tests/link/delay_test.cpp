@@ -16,7 +16,7 @@ std::int64_t time_of(float seconds, std::int64_t step) {
     return events.now - 1000;
 }
 
-TEST(delay_sec, waits_for_more_than_the_time_told) {
+TEST(delay_sec, waits_for_more_than_the_given_time) {
     EXPECT_EQ(time_of(0.001F, 1), 2) << "one millisecond is not more than one";
     EXPECT_EQ(time_of(0.01F, 1), 11);
     EXPECT_EQ(time_of(0.05F, 1), 51);
@@ -37,7 +37,7 @@ TEST(delay_sec, pumps_events_while_it_waits) {
     EXPECT_TRUE(came_in);
 }
 
-TEST(delay_sec, pumps_once_at_least_where_no_time_has_passed) {
+TEST(delay_sec, pumps_at_least_once_if_no_time_has_passed) {
     test::scripted_events events;
     delay_sec(events, 0);
     EXPECT_EQ(events.pumps, 1);
@@ -54,7 +54,7 @@ public:
     int pumps = 0;
 };
 
-TEST(delay_sec, returns_without_a_pump_where_the_time_is_over) {
+TEST(delay_sec, returns_without_a_pump_if_the_time_is_over) {
     running_clock events;
     delay_sec(events, 0.001F);
     EXPECT_EQ(events.pumps, 0);

@@ -61,13 +61,13 @@ TEST_F(ports, are_opened_and_cleared_in_order) {
     EXPECT_TRUE(m.boxes.all.empty());
 }
 
-TEST_F(ports, are_closed_first_where_one_is_open) {
+TEST_F(ports, are_closed_first_if_one_is_open) {
     connect();
     link.set_comm();
     EXPECT_EQ(m.port.done, (strings{"close", "open 1", "discard input", "discard output"}));
 }
 
-TEST_F(ports, that_can_not_be_opened_are_told_in_a_box) {
+TEST_F(ports, that_cannot_be_opened_are_reported_in_a_box) {
     m.port.missing = {3};
     link.com_port = 3;
     link.set_comm();
@@ -80,7 +80,7 @@ TEST_F(ports, that_can_not_be_opened_are_told_in_a_box) {
     EXPECT_EQ(m.port.done, strings{"open 3"}) << "no retry is made";
 }
 
-TEST_F(ports, change_the_look_behind_the_box) {
+TEST_F(ports, change_the_display_after_the_box) {
     connect();
     m.port.missing = {1};
     color seen = 0;
@@ -90,7 +90,7 @@ TEST_F(ports, change_the_look_behind_the_box) {
     expect_disconnected_look();
 }
 
-TEST_F(ports, are_lost_where_the_new_one_can_not_be_opened) {
+TEST_F(ports, are_lost_if_the_new_one_cannot_be_opened) {
     connect();
     m.port.missing = {2};
     link.com_port = 2;
@@ -128,7 +128,7 @@ TEST_F(ports, are_closed_by_disconnect) {
     expect_disconnected_look();
 }
 
-TEST_F(ports, are_left_alone_by_disconnect_where_none_is_open) {
+TEST_F(ports, are_not_touched_by_disconnect_if_none_is_open) {
     link.cmd_disconn.on_click();
     EXPECT_TRUE(m.port.done.empty());
     EXPECT_EQ(link.cmd_disconn.back_color, 0x8000000FU);
@@ -151,7 +151,7 @@ protected:
     std::int64_t end_time = 0;
 };
 
-TEST_F(exchanges, send_the_command_and_take_its_answer) {
+TEST_F(exchanges, send_the_command_and_accept_its_answer) {
     m.echo_all();
     exchange_of("TIM007");
     EXPECT_EQ(m.port.take_written(), strings{"TIM007"});
@@ -194,7 +194,7 @@ TEST_F(exchanges, wait_801_rounds_for_the_reset) {
     EXPECT_EQ(end_time, 2 * 801 * 5 + 5);
 }
 
-TEST_F(exchanges, wait_long_for_the_whole_command_rst001_alone) {
+TEST_F(exchanges, wait_long_only_for_the_exact_command_rst001) {
     exchange_of("RST002");
     EXPECT_EQ(write_times, (std::vector<std::int64_t>{0, 151 * 5}));
 }
@@ -216,7 +216,7 @@ TEST_F(exchanges, succeed_in_the_second_try) {
     EXPECT_EQ(writes, 2);
 }
 
-TEST_F(exchanges, collect_an_answer_that_comes_in_pieces) {
+TEST_F(exchanges, collect_an_answer_in_pieces) {
     m.port.on_write = [&](const std::string&) {
         m.events.in(50, [&] { m.port.arrive("TI"); });
         m.events.in(200, [&] { m.port.arrive("M00"); });
@@ -229,7 +229,7 @@ TEST_F(exchanges, collect_an_answer_that_comes_in_pieces) {
     EXPECT_GE(end_time, 400);
 }
 
-TEST_F(exchanges, take_all_of_a_longer_answer) {
+TEST_F(exchanges, accept_all_of_a_longer_answer) {
     m.answer_all("TIM007xyz");
     exchange_of("TIM007");
     EXPECT_TRUE(link.rx_done);
@@ -237,7 +237,7 @@ TEST_F(exchanges, take_all_of_a_longer_answer) {
     EXPECT_EQ(link.rx_count, 9);
 }
 
-TEST_F(exchanges, do_not_accept_what_is_no_digit_in_places_4_to_6) {
+TEST_F(exchanges, reject_non_digits_in_places_4_to_6) {
     for (const char* answer : {"TIMA01", "TIM0A1", "TIM00A", "TIM 07", "TIM0/1", "TIM0:1"}) {
         m.answer_all(answer);
         write_times.clear();
@@ -250,7 +250,7 @@ TEST_F(exchanges, do_not_accept_what_is_no_digit_in_places_4_to_6) {
     }
 }
 
-TEST_F(exchanges, look_at_the_same_six_characters_again_when_more_come) {
+TEST_F(exchanges, check_the_same_six_characters_again_when_more_arrive) {
     m.answer_all("TIM0A1TIM007");
     exchange_of("TIM007");
     EXPECT_FALSE(link.rx_done);
@@ -267,7 +267,7 @@ TEST_F(exchanges, end_their_wait_at_once_for_wrong_letters_and_send_again) {
     EXPECT_LE(end_time, 80);
 }
 
-TEST_F(exchanges, take_a_right_echo_behind_a_wrong_one) {
+TEST_F(exchanges, accept_a_correct_echo_after_a_wrong_one) {
     int writes = 0;
     m.port.on_write = [&](const std::string&) {
         const std::string answer = ++writes == 1 ? "PAT001" : "TIM001";
@@ -278,7 +278,7 @@ TEST_F(exchanges, take_a_right_echo_behind_a_wrong_one) {
     EXPECT_EQ(link.rx_text, "TIM001");
 }
 
-TEST_F(exchanges, look_at_three_letters_alone) {
+TEST_F(exchanges, compare_only_three_letters) {
     m.answer_all("TIM254");
     exchange_of("TIM999");
     EXPECT_TRUE(link.rx_done);
@@ -309,7 +309,7 @@ TEST_F(exchanges, wait_without_a_limit_and_without_a_pump_until_nothing_is_unsen
     EXPECT_TRUE(link.rx_done);
 }
 
-TEST_F(exchanges, may_be_of_any_length) {
+TEST_F(exchanges, can_have_any_length) {
     m.answer_all("X12345");
     exchange_of("X");
     EXPECT_EQ(m.port.take_written(), (strings{"X", "X"})) << "one letter is not the same as three";
@@ -319,7 +319,7 @@ TEST_F(exchanges, may_be_of_any_length) {
     EXPECT_TRUE(link.rx_done);
 }
 
-TEST_F(exchanges, show_one_box_where_the_port_is_closed) {
+TEST_F(exchanges, show_one_box_if_the_port_is_closed) {
     m.echo_all();
     link.tx_cmd("TIM001");
     link.cmd_disconn_click();
@@ -335,7 +335,7 @@ TEST_F(exchanges, show_one_box_where_the_port_is_closed) {
     EXPECT_EQ(m.boxes.all.size(), 2U) << "once for each call";
 }
 
-TEST_F(exchanges, hand_the_answer_of_a_nested_one_with_the_same_letters_to_the_outer_one) {
+TEST_F(exchanges, pass_the_answer_of_a_nested_one_with_the_same_letters_to_the_outer_one) {
     m.port.on_write = [&](const std::string& cmd) {
         if (cmd == "TIM002") m.events.in(10, [&] { m.port.arrive("TIM002"); });
     };
@@ -346,7 +346,7 @@ TEST_F(exchanges, hand_the_answer_of_a_nested_one_with_the_same_letters_to_the_o
     EXPECT_EQ(link.rx_text, "TIM002");
 }
 
-TEST_F(exchanges, send_again_behind_a_nested_one_with_other_letters) {
+TEST_F(exchanges, send_again_after_a_nested_one_with_other_letters) {
     m.port.on_write = [&](const std::string& cmd) {
         if (cmd == "VER001") m.events.in(10, [&] { m.port.arrive("VER012"); });
     };
@@ -403,7 +403,7 @@ TEST_F(receiver, is_off_while_it_pumps_and_reads) {
     EXPECT_EQ(waiting_at_pump, (std::vector<std::size_t>{6, 0}));
 }
 
-TEST_F(receiver, takes_every_byte_as_one_character) {
+TEST_F(receiver, counts_every_byte_as_one_character) {
     receive(std::string_view("A\0\xFFz", 4));
     EXPECT_EQ(link.rx_count, 4);
     EXPECT_EQ(link.rx_text, std::string("A\0\xFFz", 4));
@@ -412,7 +412,7 @@ TEST_F(receiver, takes_every_byte_as_one_character) {
     EXPECT_EQ(link.rx_text, std::string("A\0\xFFzB", 5));
 }
 
-TEST_F(receiver, takes_three_letters_and_three_digits_in_every_view) {
+TEST_F(receiver, accepts_three_letters_and_three_digits_in_every_view) {
     for (const int view : {0, 1, 2, 3, 4, 5, 6, 254}) {
         EXPECT_TRUE(accepted(view, false, "TIM001")) << view;
         EXPECT_TRUE(accepted(view, false, "???000more")) << view;
@@ -421,7 +421,7 @@ TEST_F(receiver, takes_three_letters_and_three_digits_in_every_view) {
     }
 }
 
-TEST_F(receiver, takes_the_same_while_a_download_runs_in_other_views) {
+TEST_F(receiver, accepts_the_same_during_a_download_in_other_views) {
     for (const int view : {0, 6, 254}) {
         EXPECT_TRUE(accepted(view, true, "OUT001")) << view;
         EXPECT_FALSE(accepted(view, true, "OUT0x1")) << view;
@@ -469,7 +469,7 @@ TEST_F(receiver, counts_18_characters_in_the_edid_view) {
     EXPECT_TRUE(accepted(4, false, "ESC001"));
 }
 
-TEST_F(receiver, takes_the_first_byte_where_no_timing_is_to_come_and_nothing_without_a_byte) {
+TEST_F(receiver, accepts_the_first_byte_if_no_timing_is_expected_and_nothing_without_a_byte) {
     link.fav_timing_count = 0;
     EXPECT_TRUE(accepted(2, true, "x"));
     EXPECT_FALSE(accepted(2, true, ""));
@@ -484,7 +484,7 @@ TEST_F(receiver, counts_over_several_arrivals) {
     EXPECT_TRUE(link.rx_done);
 }
 
-TEST_F(receiver, takes_back_what_a_wrong_digit_breaks) {
+TEST_F(receiver, revokes_the_acceptance_after_a_wrong_digit) {
     link.rx_done = true;
     receive("TIM0A1");
     EXPECT_FALSE(link.rx_done);
@@ -527,7 +527,7 @@ TEST_F(sent_without_an_answer, take_no_time) {
     EXPECT_EQ(m.events.pumps, pumps);
 }
 
-TEST_F(sent_without_an_answer, show_a_box_where_the_port_is_closed) {
+TEST_F(sent_without_an_answer, show_a_box_if_the_port_is_closed) {
     link.tx_str("CRR128");
     EXPECT_EQ(m.boxes.all, std::vector{box_disconnected});
     EXPECT_TRUE(m.port.take_written().empty());
@@ -552,7 +552,7 @@ TEST_F(sent_without_an_answer, fail_for_fewer_than_six_characters) {
 
 class raw_bytes : public link_test {};
 
-TEST_F(raw_bytes, go_out_one_by_one_behind_what_is_unsent) {
+TEST_F(raw_bytes, are_sent_one_by_one_after_all_unsent_ones) {
     connect();
     strings order;
     m.port.on_write = [&](const std::string& text) {
@@ -568,13 +568,13 @@ TEST_F(raw_bytes, go_out_one_by_one_behind_what_is_unsent) {
     EXPECT_EQ(order, (strings{"A", "turn", "\xFF"}));
 }
 
-TEST_F(raw_bytes, ask_for_no_connection_and_clear_nothing) {
+TEST_F(raw_bytes, need_no_connection_and_clear_nothing) {
     link.tx_byte('A');
     EXPECT_EQ(m.port.done, strings{"write A"});
     EXPECT_TRUE(m.boxes.all.empty());
 }
 
-TEST_F(link_test, tells_a_failed_exchange_in_a_box_where_the_caller_wants_it) {
+TEST_F(link_test, reports_a_failed_exchange_in_a_box_on_request) {
     connect();
     EXPECT_FALSE(link.tx_cmd_or_box("OUT001"));
     const std::vector one_box{test::noted_boxes::shown{"Link Error !", box_icon::critical, box_buttons::ok}};
@@ -592,21 +592,21 @@ TEST(characters_of_an_answer, count_from_1) {
     EXPECT_EQ(character_of_answer("", 1), "");
 }
 
-TEST(characters_of_an_answer, may_be_taken_from_its_end) {
+TEST(characters_of_an_answer, can_be_taken_from_its_end) {
     EXPECT_EQ(last_of_answer("VER123", 1), "3");
     EXPECT_EQ(last_of_answer("TIM007x", 3), "07x");
     EXPECT_EQ(last_of_answer("V", 3), "V");
     EXPECT_EQ(last_of_answer("", 1), "");
 }
 
-TEST(characters_of_an_answer, may_be_a_part_of_it) {
+TEST(characters_of_an_answer, can_be_a_part_of_it) {
     EXPECT_EQ(part_of_answer("FT+007FT-012", 7, 6), "FT-012");
     EXPECT_EQ(part_of_answer("FT+007FT-", 7, 6), "FT-");
     EXPECT_EQ(part_of_answer("FT+007", 7, 6), "");
     EXPECT_EQ(part_of_answer("FT+007", 8, 6), "");
 }
 
-TEST(a_number_of_an_answer, is_its_digits_up_to_the_first_character_that_is_none) {
+TEST(a_number_of_an_answer, ends_at_the_first_non_digit) {
     EXPECT_EQ(as_number("254"), 254);
     EXPECT_EQ(as_number("007"), 7);
     EXPECT_EQ(as_number("3"), 3);
@@ -617,7 +617,7 @@ TEST(a_number_of_an_answer, is_its_digits_up_to_the_first_character_that_is_none
     EXPECT_EQ(as_number("1 2"), 1);
 }
 
-TEST(a_number_of_an_answer, is_0_where_there_is_no_digit_in_front) {
+TEST(a_number_of_an_answer, is_0_without_a_leading_digit) {
     for (const char* part : {"", "x12", "-12", "+12", ".5", "   ", "- 1"})
         EXPECT_EQ(as_number(part), 0) << part;
 }

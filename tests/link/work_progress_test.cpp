@@ -7,14 +7,14 @@
 namespace desk {
 namespace {
 
-TEST(work_progress, is_at_rest_without_work) {
+TEST(work_progress, is_idle_without_work) {
     const work_progress progress;
     EXPECT_FALSE(progress.at_work());
     EXPECT_FALSE(progress.has_no_measure());
     EXPECT_EQ(progress.fraction(), 0);
 }
 
-TEST(work_progress, tells_the_exact_part_that_is_done) {
+TEST(work_progress, is_the_exact_fraction_done) {
     work_progress progress;
     {
         work rows(progress, 60);
@@ -56,7 +56,7 @@ TEST(work_progress, divides_a_step_by_the_work_inside_it) {
     EXPECT_EQ(progress.fraction(), 0.5);
 }
 
-TEST(work_progress, is_complete_with_the_last_step_whatever_still_goes_on) {
+TEST(work_progress, is_complete_with_the_last_step) {
     work_progress progress;
     work outer(progress, 1);
     outer.step();
@@ -65,7 +65,7 @@ TEST(work_progress, is_complete_with_the_last_step_whatever_still_goes_on) {
     EXPECT_EQ(progress.fraction(), 1);
 }
 
-TEST(work_progress, says_when_there_is_no_measure) {
+TEST(work_progress, says_if_it_is_indeterminate) {
     work_progress progress;
     work outer(progress, 2);
     outer.step();
@@ -79,7 +79,7 @@ TEST(work_progress, says_when_there_is_no_measure) {
     EXPECT_FALSE(progress.has_no_measure());
 }
 
-TEST(work_progress, takes_ends_in_any_order) {
+TEST(work_progress, allows_ends_in_any_order) {
     work_progress progress;
     auto outer = std::make_unique<work>(progress, 2);
     work inner(progress, 2);

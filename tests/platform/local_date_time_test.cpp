@@ -58,7 +58,7 @@ TEST(time_text, does_not_depend_on_the_date) {
     EXPECT_EQ(time_text(moment_at(2006, 11, 23, 4, 35, 47)), time_text(moment_at(2026, 1, 2, 4, 35, 47)));
 }
 
-TEST(local_calendar, goes_with_the_machines_clock) {
+TEST(local_calendar, follows_the_machines_clock) {
     local_calendar dates;
     const std::time_t before = std::time(nullptr);
     std::tm now = dates.now();

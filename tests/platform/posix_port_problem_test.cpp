@@ -20,7 +20,7 @@ TEST(port_problem, tells_a_new_member_of_the_group_to_log_in_again) {
     EXPECT_EQ(problem_of_rights(rights), "your user is new in the group dialout: log out and in again");
 }
 
-TEST(port_problem, sends_nobody_into_a_group_that_does_not_help) {
+TEST(port_problem, suggests_no_useless_group) {
     EXPECT_EQ(problem_of_rights({.owner = "bob", .group = "tty"}), "the device is for the user bob alone");
     EXPECT_EQ(problem_of_rights({.owner = "root", .group = "root", .group_may = true, .group_is_root = true}),
               "the device is for the user root alone");
@@ -28,8 +28,8 @@ TEST(port_problem, sends_nobody_into_a_group_that_does_not_help) {
               "the device's group dialout is yours, but something else denies the access");
 }
 
-TEST(port_problem, names_who_holds_the_port_where_the_system_tells) {
-    EXPECT_EQ(problem_of_holder("/dev/none", process_found{.id = 1234, .name = "velotrace", .user = "alice"}),
+TEST(port_problem, names_the_holder_of_the_port_if_known) {
+    EXPECT_EQ(problem_of_holder("/dev/none", process_info{.id = 1234, .name = "velotrace", .user = "alice"}),
               "/dev/none is in use by velotrace (process 1234, user alice): close the port there");
     EXPECT_EQ(problem_of_holder("/dev/none", std::nullopt),
               "/dev/none is in use by another program: close the port there");
@@ -38,8 +38,8 @@ TEST(port_problem, names_who_holds_the_port_where_the_system_tells) {
               "/dev/null is in use by another program: close the port there");
 }
 
-TEST(port_problem, names_who_works_at_the_terminal) {
-    EXPECT_EQ(problem_of_terminal("/dev/none", process_found{.id = 12, .name = "bash", .user = "bob"}),
+TEST(port_problem, names_the_user_of_the_terminal) {
+    EXPECT_EQ(problem_of_terminal("/dev/none", process_info{.id = 12, .name = "bash", .user = "bob"}),
               "/dev/none is a terminal that bash (process 12, user bob) works at: choose another port");
     EXPECT_EQ(problem_of_terminal("/dev/none", std::nullopt),
               "/dev/none is the terminal that the desk was started from: choose another port");
@@ -53,12 +53,12 @@ TEST(port_problem, shows_no_control_characters_of_a_link) {
                   " leads to /dev/?[31m, which is not there: plug it in, or make the link lead to another device");
 }
 
-TEST(port_problem, says_what_helps_where_nothing_is_plugged_in) {
+TEST(port_problem, gives_a_remedy_if_nothing_is_plugged_in) {
     EXPECT_EQ(problem_of_opening("/dev/none", ENOENT),
               "/dev/none is not there: plug the adapter in, or make a com link to it");
 }
 
-TEST(port_problem, says_what_helps_where_the_device_is_no_serial_port) {
+TEST(port_problem, gives_a_remedy_if_the_device_is_no_serial_port) {
     EXPECT_EQ(problem_of_use("/dev/none", "used as a serial port", EIO),
               "/dev/none can't be used as a serial port: Input/output error: choose another port");
     EXPECT_EQ(problem_of_use("/dev/none", "set to 19200,N,8,1", EINVAL),
@@ -66,7 +66,7 @@ TEST(port_problem, says_what_helps_where_the_device_is_no_serial_port) {
     EXPECT_EQ(problem_of_file("/dev/none"), "/dev/none is no serial port: choose another port");
 }
 
-TEST(port_problem, tells_the_systems_reason_of_anything_else) {
+TEST(port_problem, gives_the_systems_reason_otherwise) {
     EXPECT_EQ(problem_of_opening("/dev/none", EIO), "/dev/none can't be opened: Input/output error");
 }
 

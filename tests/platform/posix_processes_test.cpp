@@ -37,7 +37,7 @@ protected:
     const std::string user = user_name(::geteuid());
 };
 
-TEST_F(process_table_test, finds_who_works_at_a_terminal) {
+TEST_F(process_table_test, finds_the_user_of_a_terminal) {
     add(10, "init", 10, "0");
     add(20, "bash", 20, "34819"); // 136 * 256 + 3
     EXPECT_EQ(at(makedev(136, 3)), "20 bash");
@@ -53,7 +53,7 @@ TEST_F(process_table_test, knows_terminals_with_large_numbers) {
     EXPECT_EQ(at(makedev(136, 44)), "");
 }
 
-TEST_F(process_table_test, names_the_shell_rather_than_what_runs_in_it) {
+TEST_F(process_table_test, names_the_shell_rather_than_its_children) {
     add(5, "make", 20, "34819");
     add(20, "bash", 20, "34819");
     EXPECT_EQ(at(makedev(136, 3)), "20 bash");
@@ -68,7 +68,7 @@ TEST_F(process_table_test, reads_any_name_of_a_program) {
     EXPECT_EQ(at(makedev(136, 3)), "20 ?[31mred?") << "it can be shown on a terminal";
 }
 
-TEST_F(process_table_test, passes_over_what_it_can_not_read) {
+TEST_F(process_table_test, skips_unreadable_entries) {
     fs::create_directory(folder / "7"); // a process that has just gone
     fs::create_directory(folder / "8");
     folder.put("8/stat", "8 (cut off");
@@ -79,7 +79,7 @@ TEST_F(process_table_test, passes_over_what_it_can_not_read) {
     EXPECT_FALSE(process_table(folder / "none").holder_of("/dev/null"));
 }
 
-TEST_F(process_table_test, passes_over_a_process_that_ends_while_it_is_read) {
+TEST_F(process_table_test, skips_a_process_that_ends_while_it_is_read) {
     // a folder opens as a file and can't be read, as the file of a process that has ended
     fs::create_directories(folder / "15/stat");
     fs::create_directory(folder / "15/comm");
@@ -89,7 +89,7 @@ TEST_F(process_table_test, passes_over_a_process_that_ends_while_it_is_read) {
     EXPECT_FALSE(table.holder_of(folder / "15").has_value());
 }
 
-TEST_F(process_table_test, finds_who_has_locked_a_device) {
+TEST_F(process_table_test, finds_the_process_that_has_locked_a_device) {
     struct stat device {};
     ASSERT_EQ(::stat("/dev/null", &device), 0);
     char file[64];
@@ -101,7 +101,7 @@ TEST_F(process_table_test, finds_who_has_locked_a_device) {
     EXPECT_EQ(table.holder_of("/dev/null")->text(), "velotrace (process 20, user " + user + ")");
 }
 
-TEST_F(process_table_test, finds_who_has_a_device_open) {
+TEST_F(process_table_test, finds_the_process_that_has_a_device_open) {
     add(20, "minicom", 20, "0");
     add(21, "cat", 21, "0");
     fs::create_directory(folder / "21/fd");

@@ -21,16 +21,16 @@ namespace {
 
 namespace fs = std::filesystem;
 
-TEST(own_directory_of, stands_in_the_home_of_the_user) {
+TEST(own_directory_of, is_in_the_users_home) {
     EXPECT_EQ(own_directory_of({.data_home = "", .home = "/home/ann"}), "/home/ann/.local/share/velotrace-desk");
 }
 
-TEST(own_directory_of, stands_where_the_user_keeps_data) {
+TEST(own_directory_of, is_in_the_users_data_home) {
     EXPECT_EQ(own_directory_of({.data_home = "/data/ann", .home = "/home/ann"}), "/data/ann/velotrace-desk");
     EXPECT_EQ(own_directory_of({.data_home = "/data/ann", .home = ""}), "/data/ann/velotrace-desk");
 }
 
-TEST(own_directory_of, passes_over_a_place_for_data_that_is_not_absolute) {
+TEST(own_directory_of, ignores_a_relative_data_home) {
     for (const char* data_home : {"data", "./data", "../ann", "~/data"})
         EXPECT_EQ(own_directory_of({.data_home = data_home, .home = "/home/ann"}),
                   "/home/ann/.local/share/velotrace-desk")
@@ -73,13 +73,13 @@ protected:
     test::temporary_directory root;
 };
 
-TEST_F(installed_program, is_known_by_the_first_files_beside_its_folder) {
+TEST_F(installed_program, is_recognized_by_the_initial_files_beside_its_folder) {
     EXPECT_EQ(first_files_of(bin()), first_files());
     fs::rename(root / "usr/share/velotrace-desk", root / "usr/share/velotrace");
     EXPECT_EQ(first_files_of(bin()), std::nullopt);
 }
 
-TEST_F(installed_program, is_none_where_it_has_its_files_beside_it) {
+TEST_F(installed_program, is_not_assumed_if_its_files_are_beside_it) {
     for (const std::string name : {"marlo_rs232.ini", "timing_pattern.ini"}) {
         root.put("usr/bin/" + name, "portable");
         EXPECT_EQ(first_files_of(bin()), std::nullopt) << name;
@@ -96,7 +96,7 @@ TEST_F(installed_program, gets_a_folder_for_the_user_alone_with_both_files) {
         EXPECT_EQ(fs::status(root / folder).permissions(), fs::perms::owner_all) << folder;
 }
 
-TEST_F(installed_program, leaves_a_user_what_root_creates_for_him) {
+TEST_F(installed_program, gives_the_user_what_root_creates) {
     if (!test::can_be_others()) GTEST_SKIP() << "only root can be other users";
     fs::create_directory(root / "home");
     ASSERT_EQ(::chown((root / "home").c_str(), test::alice.number, test::alice.group), 0);
@@ -110,7 +110,7 @@ TEST_F(installed_program, leaves_a_user_what_root_creates_for_him) {
     }
 }
 
-TEST_F(installed_program, leaves_what_the_user_has) {
+TEST_F(installed_program, keeps_the_users_files) {
     prepare_own_directory(own(), first_files());
     root.put("home/data/velotrace-desk/marlo_rs232.ini", "my settings");
     fs::remove(own() / "timing_pattern.ini");
@@ -119,7 +119,7 @@ TEST_F(installed_program, leaves_what_the_user_has) {
     EXPECT_EQ(own_content("timing_pattern.ini"), "first catalogue");
 }
 
-TEST_F(installed_program, leaves_a_link_that_leads_nowhere_just_now) {
+TEST_F(installed_program, keeps_a_dangling_link) {
     fs::create_directories(own());
     fs::create_symlink(root / "disk/catalogue.ini", own() / "timing_pattern.ini");
     prepare_own_directory(own(), first_files());
@@ -127,12 +127,12 @@ TEST_F(installed_program, leaves_a_link_that_leads_nowhere_just_now) {
     EXPECT_FALSE(root.has("disk"));
 }
 
-TEST_F(installed_program, may_have_its_first_files_where_the_user_keeps_data) {
+TEST_F(installed_program, can_have_its_initial_files_in_the_users_data_home) {
     prepare_own_directory(first_files(), first_files());
     EXPECT_EQ(root.content("usr/share/velotrace-desk/marlo_rs232.ini"), "first settings");
 }
 
-TEST_F(installed_program, tells_of_a_folder_that_cannot_be_made) {
+TEST_F(installed_program, reports_a_folder_that_cannot_be_created) {
     for (const std::string in_the_way : {"home", "home/data", "home/data/velotrace-desk"}) {
         fs::remove_all(root / "home");
         fs::create_directories((root / in_the_way).parent_path());
@@ -144,7 +144,7 @@ TEST_F(installed_program, tells_of_a_folder_that_cannot_be_made) {
     }
 }
 
-TEST_F(installed_program, leaves_no_half_file_on_a_full_disk) {
+TEST_F(installed_program, leaves_no_partial_file_on_a_full_disk) {
     {
         const test::file_size_limit full(4);
         EXPECT_EQ(test::failure_of([&] { prepare_own_directory(own(), first_files()); }),
@@ -155,7 +155,7 @@ TEST_F(installed_program, leaves_no_half_file_on_a_full_disk) {
     EXPECT_EQ(own_content("marlo_rs232.ini"), "first settings");
 }
 
-TEST_F(installed_program, tells_of_a_first_file_that_is_missing) {
+TEST_F(installed_program, reports_a_missing_initial_file) {
     fs::remove(first_files() / "timing_pattern.ini");
     EXPECT_EQ(test::failure_of([&] { prepare_own_directory(own(), first_files()); }), failure::file_not_found);
 }

@@ -28,19 +28,19 @@ protected:
     std::unique_ptr<serial_port> port = make_native_serial_port(folder.path());
 };
 
-TEST_F(closed_port, can_not_be_opened_without_a_number) {
+TEST_F(closed_port, cannot_be_opened_without_a_number) {
     // not even where a link of that name leads to a terminal
     std::error_code ignored;
     std::filesystem::create_symlink("/dev/ptmx", folder / "com0", ignored);
     EXPECT_EQ(failure_of([&] { port->open(0); }), failure::path_file_access_error);
 }
 
-TEST_F(closed_port, can_not_be_opened_where_its_link_leads_to_no_device) {
+TEST_F(closed_port, cannot_be_opened_if_its_link_leads_to_no_device) {
     std::filesystem::create_symlink("no_device", folder / "com7");
     EXPECT_EQ(failure_of([&] { port->open(7); }), failure::path_file_access_error);
 }
 
-TEST_F(closed_port, says_where_a_link_leads_that_leads_nowhere) {
+TEST_F(closed_port, names_the_target_of_a_dangling_link) {
     std::filesystem::create_symlink("/dev/serial/by-id/adapter", folder / "com1");
     std::filesystem::create_symlink("com1", folder / "com2");
     const std::string com1 = (folder / "com1").string();
@@ -55,7 +55,7 @@ TEST_F(closed_port, says_where_a_link_leads_that_leads_nowhere) {
               "/dev/ttyS986 is not there: plug the adapter in, or make a com link to it.");
 }
 
-TEST_F(closed_port, opens_nothing_but_devices) {
+TEST_F(closed_port, opens_only_devices) {
     folder.put("com1", "keep me");
     EXPECT_EQ(test::sentence_of([&] { port->open(1); }),
               (folder / "com1").string() + " is no serial port: choose another port.");
@@ -64,7 +64,7 @@ TEST_F(closed_port, opens_nothing_but_devices) {
               std::string::npos);
 }
 
-TEST_F(closed_port, holds_nothing_and_takes_nothing) {
+TEST_F(closed_port, has_no_input_and_accepts_no_output) {
     port->write(bytes_of("TIM001"));
     EXPECT_EQ(port->in_count(), 0U);
     EXPECT_EQ(port->out_count(), 0U);
@@ -95,7 +95,7 @@ protected:
     std::unique_ptr<serial_port> port = new_port();
 };
 
-TEST_F(port_at_terminal, carries_bytes_as_they_are) {
+TEST_F(port_at_terminal, passes_bytes_unchanged) {
     port->open(1);
     EXPECT_FALSE(same(line.settings(), found)) << "a cooked line would change the bytes";
     port->write(bytes_of("TIM001\n\x03"));
@@ -105,7 +105,7 @@ TEST_F(port_at_terminal, carries_bytes_as_they_are) {
     EXPECT_EQ(string_of(port->read()), "TIM001\r\x03");
 }
 
-TEST_F(port_at_terminal, gets_back_the_settings_that_it_had_when_it_is_closed) {
+TEST_F(port_at_terminal, has_its_settings_restored_when_closed) {
     port->open(1);
     port->close();
     EXPECT_TRUE(same(line.settings(), found));
@@ -116,14 +116,14 @@ TEST_F(port_at_terminal, gets_back_the_settings_that_it_had_when_it_is_closed) {
     EXPECT_FALSE(line.is_exclusive());
 }
 
-TEST_F(port_at_terminal, gets_back_the_settings_that_it_had_before_when_it_is_opened_again) {
+TEST_F(port_at_terminal, has_its_settings_restored_when_reopened) {
     port->open(1);
     port->open(1);
     port->close();
     EXPECT_TRUE(same(line.settings(), found));
 }
 
-TEST_F(port_at_terminal, can_be_closed_when_the_device_is_gone) {
+TEST_F(port_at_terminal, can_be_closed_after_the_device_is_gone) {
     port->open(1);
     line.hang_up();
     port->write(bytes_of("TIM001"));
@@ -150,7 +150,7 @@ protected:
     }};
 };
 
-TEST_F(port_at_work_place, is_refused_and_the_terminal_stays_as_it_is) {
+TEST_F(port_at_work_place, is_refused_and_the_terminal_is_unchanged) {
     line.type("typed ahead\n");
     ASSERT_TRUE(line.has_waiting(12));
     EXPECT_EQ(sentence_of_opening(),
@@ -168,7 +168,7 @@ TEST_F(port_at_work_place, is_free_when_the_shell_has_ended) {
     EXPECT_EQ(sentence_of_opening(), "");
 }
 
-TEST_F(port_at_terminal, is_refused_where_the_desk_itself_was_started_from_it) {
+TEST_F(port_at_terminal, is_refused_if_the_desk_was_started_from_it) {
     test::child_process desk([&] {
         ::setsid();
         ::ioctl(line.slave(), TIOCSCTTY, 0);
@@ -194,7 +194,7 @@ TEST_F(port_at_terminal, is_held_by_one_desk_at_a_time) {
     EXPECT_EQ(sentence_of_opening(), "");
 }
 
-TEST_F(port_at_terminal, is_left_alone_where_another_program_has_locked_it) {
+TEST_F(port_at_terminal, is_not_touched_if_another_program_has_locked_it) {
     test::child_process other([&] { ::flock(::open(line.name().c_str(), O_RDWR | O_NOCTTY), LOCK_EX); });
     line.type("typed ahead\n");
     ASSERT_TRUE(line.has_waiting(12));
@@ -205,7 +205,7 @@ TEST_F(port_at_terminal, is_left_alone_where_another_program_has_locked_it) {
     EXPECT_TRUE(line.has_waiting(12));
 }
 
-TEST_F(port_at_terminal, says_who_may_use_it_where_permission_is_denied) {
+TEST_F(port_at_terminal, says_who_has_access_if_permission_is_denied) {
     if (::geteuid() == 0) GTEST_SKIP() << "root may use every device";
     ASSERT_EQ(::chmod(line.name().c_str(), 0), 0);
     EXPECT_EQ(sentence_of_opening(), line.name() + " can't be opened: Permission denied: the device is for the user " +

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <chrono>
 #include <cstdint>
 #include <vector>
 
@@ -36,7 +35,7 @@ TEST(stepped_clock, steps_at_multiples_of_5_ms_from_the_start_of_a_timer) {
     EXPECT_EQ(clock.time(143ms), 140ms) << "so does the next one";
 }
 
-TEST(stepped_clock, stays_as_it_is_where_a_timer_starts_with_a_step) {
+TEST(stepped_clock, does_not_change_if_a_timer_starts_with_a_step) {
     stepped_clock clock;
     clock.share_phase(100ms);
     EXPECT_EQ(clock.time(105ms), 105ms);

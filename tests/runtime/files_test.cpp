@@ -27,20 +27,20 @@ void put_two_minutes_ago(const temporary_directory& directory, const std::string
     make_two_minutes_old(directory / name);
 }
 
-TEST(read_whole_file, gives_every_byte) {
+TEST(read_whole_file, returns_every_byte) {
     const temporary_directory directory;
     const std::string content("a\r\nb\n\0\xFF\x1A end", 12);
     directory.put("data", content);
     EXPECT_EQ(read_whole_file(directory / "data"), content);
 }
 
-TEST(read_whole_file, gives_nothing_for_an_empty_file) {
+TEST(read_whole_file, returns_nothing_for_an_empty_file) {
     const temporary_directory directory;
     directory.put("empty", "");
     EXPECT_EQ(read_whole_file(directory / "empty"), "");
 }
 
-TEST(read_whole_file, fails_where_there_is_no_file) {
+TEST(read_whole_file, fails_if_there_is_no_file) {
     const temporary_directory directory;
     EXPECT_EQ(failure_of([&] { read_whole_file(directory / "none"); }), failure::file_not_found);
 }
@@ -50,7 +50,7 @@ TEST(read_whole_file, fails_for_a_directory) {
     EXPECT_EQ(failure_of([&] { read_whole_file(directory.path()); }), failure::path_file_access_error);
 }
 
-TEST(read_whole_file, takes_16_mb_and_no_more) {
+TEST(read_whole_file, accepts_up_to_16_mb) {
     const temporary_directory directory;
     directory.put("file", "x");
     std::filesystem::resize_file(directory / "file", longest_file);
@@ -60,7 +60,7 @@ TEST(read_whole_file, takes_16_mb_and_no_more) {
               "the file " + utf8_from_path(directory / "file") + " can't be read: it is longer than 16 MB.");
 }
 
-TEST(read_whole_file, tells_which_file_it_was) {
+TEST(read_whole_file, names_the_file) {
     const temporary_directory directory;
     try {
         read_whole_file(directory / "none.ini");
@@ -70,7 +70,7 @@ TEST(read_whole_file, tells_which_file_it_was) {
     }
 }
 
-TEST(replace_whole_file, makes_a_file_with_these_bytes) {
+TEST(replace_whole_file, creates_a_file_with_these_bytes) {
     const temporary_directory directory;
     const std::string content("1\r\n\0\xE4", 5);
     replace_whole_file(directory / "new.ini", content);
@@ -86,7 +86,7 @@ TEST(replace_whole_file, leaves_nothing_of_the_old_file_and_no_second_file) {
 }
 
 #ifndef _WIN32
-TEST(replace_whole_file, leaves_a_link_a_link) {
+TEST(replace_whole_file, keeps_a_link) {
     const temporary_directory directory;
     directory.put("real.ini", "old");
     std::filesystem::create_symlink(directory / "real.ini", directory / "link.ini");
@@ -95,7 +95,7 @@ TEST(replace_whole_file, leaves_a_link_a_link) {
     EXPECT_EQ(directory.content("real.ini"), "new");
 }
 
-TEST(replace_whole_file, keeps_what_others_may_do_with_it) {
+TEST(replace_whole_file, keeps_the_permissions) {
     using std::filesystem::perms;
     const temporary_directory directory;
     directory.put("old.ini", "old");
@@ -106,13 +106,13 @@ TEST(replace_whole_file, keeps_what_others_may_do_with_it) {
 }
 #endif
 
-TEST(replace_whole_file, fails_in_a_directory_that_is_not_there) {
+TEST(replace_whole_file, fails_in_a_missing_directory) {
     const temporary_directory directory;
     EXPECT_EQ(failure_of([&] { replace_whole_file(directory / "none/file.ini", "x"); }),
               failure::path_file_access_error);
 }
 
-TEST(replace_whole_file, leaves_all_as_it_was_where_it_fails) {
+TEST(replace_whole_file, changes_nothing_if_it_fails) {
     const temporary_directory directory;
     std::filesystem::create_directory(directory / "taken");
     directory.put("taken/inside", "kept");
@@ -122,7 +122,7 @@ TEST(replace_whole_file, leaves_all_as_it_was_where_it_fails) {
 }
 
 #ifndef _WIN32
-TEST(replace_whole_file, leaves_the_old_file_whole_where_the_disk_is_full) {
+TEST(replace_whole_file, keeps_the_old_file_on_a_full_disk) {
     const temporary_directory directory;
     directory.put("old.ini", "old");
     const test::file_size_limit disk_is_full(100);
@@ -135,7 +135,7 @@ TEST(replace_whole_file, leaves_the_old_file_whole_where_the_disk_is_full) {
 }
 #endif
 
-TEST(write_over_file, makes_a_file_with_these_bytes) {
+TEST(write_over_file, creates_a_file_with_these_bytes) {
     const temporary_directory directory;
     const std::string content("1\r\n\0\xE4", 5);
     write_over_file(directory / "ä.bin", content);
@@ -160,7 +160,7 @@ TEST(write_over_file, grows_a_shorter_file) {
 }
 
 #ifndef _WIN32
-TEST(write_over_file, writes_to_where_a_link_leads) {
+TEST(write_over_file, writes_to_the_target_of_a_link) {
     const temporary_directory directory;
     directory.put("real.bin", "old content");
     std::filesystem::create_symlink(directory / "real.bin", directory / "link.bin");
@@ -170,7 +170,7 @@ TEST(write_over_file, writes_to_where_a_link_leads) {
 }
 #endif
 
-TEST(write_over_file, fails_where_no_file_can_be) {
+TEST(write_over_file, fails_if_no_file_can_exist) {
     const temporary_directory directory;
     directory.put("file", "no folder");
     for (const char* name : {"none/a.bin", "file/a.bin", ""})
@@ -179,7 +179,7 @@ TEST(write_over_file, fails_where_no_file_can_be) {
 }
 
 #ifndef _WIN32
-TEST(write_over_file, leaves_the_old_file_where_the_disk_is_full) {
+TEST(write_over_file, keeps_the_old_file_on_a_full_disk) {
     const temporary_directory directory;
     directory.put("old.bin", std::string(1000, 'o'));
     const test::file_size_limit disk_is_full(100);
@@ -203,7 +203,7 @@ TEST(replace_whole_file, touches_no_other_file_beside_it) {
     EXPECT_EQ(directory.file_count(), 4U);
 }
 
-TEST(replace_whole_file, removes_what_killed_programs_have_left) {
+TEST(replace_whole_file, removes_leftovers_of_killed_programs) {
     const temporary_directory directory;
     for (const char* left : {"velotrace00000000.new", "velotrace1A2B3C4D.new"})
         put_two_minutes_ago(directory, left);
@@ -211,7 +211,7 @@ TEST(replace_whole_file, removes_what_killed_programs_have_left) {
     EXPECT_EQ(directory.file_count(), 1U);
 }
 
-TEST(replace_whole_file, leaves_what_another_program_may_be_writing) {
+TEST(replace_whole_file, keeps_a_file_that_another_program_may_be_writing) {
     const temporary_directory directory;
     directory.put("velotrace1A2B3C4D.new", "half of a f");
     replace_whole_file(directory / "settings.ini", "new");
@@ -219,7 +219,7 @@ TEST(replace_whole_file, leaves_what_another_program_may_be_writing) {
 }
 
 #ifndef _WIN32
-TEST(replace_whole_file, leaves_old_files_that_have_only_a_similar_name) {
+TEST(replace_whole_file, keeps_old_files_with_similar_names) {
     const temporary_directory directory;
     const std::vector<std::string> others = {
         "velotrace1A2B3C4D",     "velotrace1A2B3C4.new",  "velotrace1A2B3C4DE.new", "velotrace1a2b3c4d.new",
@@ -235,7 +235,7 @@ TEST(replace_whole_file, leaves_old_files_that_have_only_a_similar_name) {
 }
 #endif
 
-TEST(replace_whole_file, looks_for_nothing_where_thousands_are_written) {
+TEST(replace_whole_file, does_not_scan_when_thousands_are_written) {
     const temporary_directory directory;
     put_two_minutes_ago(directory, "velotrace1A2B3C4D.new");
     replace_whole_file(directory / "report.txt", "new", outlives::killed_program);
@@ -244,13 +244,13 @@ TEST(replace_whole_file, looks_for_nothing_where_thousands_are_written) {
     EXPECT_EQ(directory.file_count(), 1U);
 }
 
-TEST(remove_left_behind, passes_over_a_folder_that_is_not_there) {
+TEST(remove_left_behind, ignores_a_missing_folder) {
     const temporary_directory directory;
     EXPECT_NO_THROW(remove_left_behind(directory / "none"));
 }
 
 #ifndef _WIN32
-TEST(replace_whole_file, writes_an_open_file_in_a_folder_that_takes_no_new_ones) {
+TEST(replace_whole_file, writes_a_writable_file_in_a_protected_folder) {
     const temporary_directory directory;
     directory.put("old.hex", "a long text that stood here before");
     directory.put("short.hex", "x");
@@ -263,7 +263,7 @@ TEST(replace_whole_file, writes_an_open_file_in_a_folder_that_takes_no_new_ones)
     EXPECT_EQ(directory.file_count(), 2U);
 }
 
-TEST(replace_whole_file, leaves_the_old_file_whole_there_where_the_disk_is_full) {
+TEST(replace_whole_file, keeps_the_old_file_there_on_a_full_disk) {
     const temporary_directory directory;
     const std::string old(200, 'o');
     directory.put("old.hex", old);
@@ -275,7 +275,7 @@ TEST(replace_whole_file, leaves_the_old_file_whole_there_where_the_disk_is_full)
 }
 #endif
 
-TEST(paths, come_back_as_the_same_text) {
+TEST(paths, convert_back_to_the_same_text) {
     const std::string name = "Gr\xC3\xBC\xC3\x9F"
                              "e \xE2\x82\xAC.hex";
     EXPECT_EQ(utf8_from_path(path_from_utf8(name)), name);

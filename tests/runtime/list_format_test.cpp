@@ -18,19 +18,19 @@ TEST(list_reader_string, in_quotes_keeps_its_comma_and_loses_its_quotes) {
     EXPECT_EQ(values.read_string(), "three");
 }
 
-TEST(list_reader_string, in_quotes_keeps_its_blanks) {
+TEST(list_reader_string, in_quotes_keeps_its_spaces) {
     list_reader values("\"  two before, two behind  \",x");
     EXPECT_EQ(values.read_string(), "  two before, two behind  ");
     EXPECT_EQ(values.read_string(), "x");
 }
 
-TEST(list_reader_string, in_quotes_may_hold_a_line_end) {
+TEST(list_reader_string, in_quotes_can_contain_a_line_end) {
     list_reader values("\"a\r\nb\",c");
     EXPECT_EQ(values.read_string(), "a\r\nb");
     EXPECT_EQ(values.read_string(), "c");
 }
 
-TEST(list_reader_string, without_quotes_loses_its_leading_blanks_alone) {
+TEST(list_reader_string, without_quotes_loses_only_its_leading_spaces) {
     list_reader values("   plain name , next");
     EXPECT_EQ(values.read_string(), "plain name ");
     EXPECT_EQ(values.read_string(), "next");
@@ -50,7 +50,7 @@ TEST(list_reader_string, may_be_empty) {
     EXPECT_EQ(values.read_string(), "last");
 }
 
-TEST(list_reader_string, fails_behind_the_last_value) {
+TEST(list_reader_string, fails_after_the_last_value) {
     list_reader values("one\r\n");
     EXPECT_EQ(values.read_string(), "one");
     EXPECT_EQ(failure_of([&] { values.read_string(); }), failure::input_past_end_of_file);
@@ -71,41 +71,41 @@ TEST(list_reader, counts_values_and_not_lines) {
     EXPECT_EQ(values.read_integer(), 9);
 }
 
-TEST(list_reader_number, ends_at_a_blank) {
+TEST(list_reader_number, ends_at_a_space) {
     list_reader values("12 34 ,56");
     EXPECT_EQ(values.read_integer(), 12);
     EXPECT_EQ(values.read_integer(), 34);
     EXPECT_EQ(values.read_integer(), 56);
 }
 
-TEST(list_reader_number, takes_the_blanks_and_one_separator_behind_it) {
+TEST(list_reader_number, takes_the_spaces_and_one_separator_after_it) {
     list_reader values("5  \r\n,name");
     EXPECT_EQ(values.read_integer(), 5);
     EXPECT_EQ(values.read_string(), "") << "the second separator belongs to an empty value";
     EXPECT_EQ(values.read_string(), "name");
 }
 
-TEST(list_reader_number, has_leading_blanks_skipped) {
+TEST(list_reader_number, skips_leading_spaces) {
     list_reader values("   42\r\n  -7");
     EXPECT_EQ(values.read_integer(), 42);
     EXPECT_EQ(values.read_integer(), -7);
 }
 
-TEST(list_reader_number, fails_where_it_is_no_number) {
+TEST(list_reader_number, fails_if_it_is_not_a_number) {
     for (const char* text : {"abc", "12x", "\"5\"", "1.2.3", "-"}) {
         list_reader values(text);
         EXPECT_EQ(failure_of([&] { values.read_integer(); }), failure::type_mismatch) << text;
     }
 }
 
-TEST(list_reader_number, fails_behind_the_last_value) {
+TEST(list_reader_number, fails_after_the_last_value) {
     list_reader values("");
     EXPECT_EQ(failure_of([&] { values.read_integer(); }), failure::input_past_end_of_file);
     EXPECT_EQ(failure_of([&] { values.read_byte(); }), failure::input_past_end_of_file);
     EXPECT_EQ(failure_of([&] { values.read_single(); }), failure::input_past_end_of_file);
 }
 
-TEST(list_reader, finds_no_value_in_blanks_at_the_end) {
+TEST(list_reader, finds_no_value_in_trailing_spaces) {
     list_reader numbers("1   ");
     EXPECT_EQ(numbers.read_integer(), 1);
     EXPECT_EQ(failure_of([&] { numbers.read_integer(); }), failure::input_past_end_of_file);
@@ -149,7 +149,7 @@ TEST(list_reader_single, is_a_32_bit_number_with_a_point) {
     EXPECT_EQ(values.read_single(), 0.0F);
 }
 
-TEST(list_reader_single, fails_where_the_number_is_too_large_for_it) {
+TEST(list_reader_single, fails_if_the_number_is_too_large) {
     list_reader values("3.4E38,3.5E38,-1E39,1E400");
     EXPECT_EQ(values.read_single(), 3.4E38F);
     EXPECT_EQ(failure_of([&] { values.read_single(); }), failure::overflow);
@@ -157,7 +157,7 @@ TEST(list_reader_single, fails_where_the_number_is_too_large_for_it) {
     EXPECT_EQ(failure_of([&] { values.read_single(); }), failure::overflow);
 }
 
-TEST(list_reader, skips_a_byte_order_mark_at_the_beginning_alone) {
+TEST(list_reader, skips_a_byte_order_mark_only_at_the_beginning) {
     list_reader number("\xEF\xBB\xBF"
                        "79\r\n");
     EXPECT_EQ(number.read_integer(), 79);
@@ -170,7 +170,7 @@ TEST(list_reader, skips_a_byte_order_mark_at_the_beginning_alone) {
     EXPECT_EQ(failure_of([&] { nothing.read_integer(); }), failure::input_past_end_of_file);
 }
 
-TEST(list_record, has_a_string_in_quotes_and_a_number_plain) {
+TEST(list_record, quotes_a_string_but_not_a_number) {
     EXPECT_EQ(list_record("C:\\edid\\one, two.hex"), "\"C:\\edid\\one, two.hex\"\r\n");
     EXPECT_EQ(list_record(""), "\"\"\r\n");
     EXPECT_EQ(list_record(8), "8\r\n");
@@ -178,11 +178,11 @@ TEST(list_record, has_a_string_in_quotes_and_a_number_plain) {
     EXPECT_EQ(list_record(-1), "-1\r\n");
 }
 
-TEST(list_record, has_a_string_with_a_quote_plain) {
+TEST(list_record, does_not_quote_a_string_with_a_quote) {
     EXPECT_EQ(list_record("/edid/24\" panel.hex"), "/edid/24\" panel.hex\r\n");
 }
 
-TEST(list_record, is_read_back_as_it_was_or_is_none) {
+TEST(list_record, is_read_back_unchanged_or_does_not_exist) {
     const std::string pieces[] = {"a", "\"", ",", " ", "\t", "\r", "\n", "\r\n", "\x1B", "\x7F", "\xC3\xA4", "/"};
     int held = 0;
     for (const std::string& first : pieces) {
@@ -202,7 +202,7 @@ TEST(list_record, is_read_back_as_it_was_or_is_none) {
     EXPECT_GT(held, 11 * 11 * 11) << "all without a quote";
 }
 
-TEST(list_record, is_none_where_neither_form_holds_the_string) {
+TEST(list_record, does_not_exist_if_neither_form_can_hold_the_string) {
     for (const char* text : {"\"", "\"a", " a\"", "\ta\"", "a\",b", "a\"\r\nb", "a\"\n", "\ra\""})
         EXPECT_EQ(list_record(text), std::nullopt) << text;
 }

@@ -55,7 +55,7 @@ TEST(a_long, has_32_bits) {
         EXPECT_EQ(failure_of([&] { to_long(value); }), failure::overflow) << value;
 }
 
-TEST(assigning_a_floating_value, fails_for_what_is_no_finite_number) {
+TEST(assigning_a_floating_value, fails_unless_finite) {
     for (const double value : {not_a_number, infinite, -infinite}) {
         EXPECT_EQ(failure_of([&] { to_byte(value); }), failure::overflow);
         EXPECT_EQ(failure_of([&] { to_integer(value); }), failure::overflow);

@@ -84,7 +84,7 @@ protected:
     test::temporary_directory directory;
 };
 
-TEST_F(files, are_regular_where_they_are_read) {
+TEST_F(files, are_regular_if_they_are_read) {
     for (const std::string& name : odd_names())
         EXPECT_EQ(failure_of([&] { read_whole_file(directory / name); }), failure::path_file_access_error) << name;
     EXPECT_EQ(sentence_of([&] { read_whole_file(directory / "pipe"); }),
@@ -108,7 +108,7 @@ TEST_F(files, are_read_through_links) {
     EXPECT_EQ(read_start_of_file(directory / "second", 4), "cont");
 }
 
-TEST_F(files, are_regular_where_they_are_written) {
+TEST_F(files, are_regular_if_they_are_written) {
     for (const std::string& name : odd_names()) {
         const fs::file_type before = fs::symlink_status(directory / name).type();
         EXPECT_EQ(failure_of([&] { replace_whole_file(directory / name, "x"); }), failure::path_file_access_error)
@@ -121,7 +121,7 @@ TEST_F(files, are_regular_where_they_are_written) {
     EXPECT_EQ(directory.file_count(), 7U);
 }
 
-TEST_F(files, send_nothing_into_a_pipe_that_somebody_reads) {
+TEST_F(files, send_nothing_into_an_open_pipe) {
     make_pipe("pipe");
     const int reader = ::open((directory / "pipe").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     EXPECT_EQ(failure_of([&] { replace_whole_file(directory / "pipe", "x"); }), failure::path_file_access_error);
@@ -130,7 +130,7 @@ TEST_F(files, send_nothing_into_a_pipe_that_somebody_reads) {
     ::close(reader);
 }
 
-TEST_F(files, report_the_reason_of_the_system) {
+TEST_F(files, report_the_systems_reason) {
     if (::geteuid() == 0) GTEST_SKIP() << "root can open every file";
     directory.put("closed", "x");
     ASSERT_EQ(::chmod((directory / "closed").c_str(), 0), 0);
@@ -188,7 +188,7 @@ TEST_F(files, with_two_names_keep_the_old_content_on_a_full_disk) {
     }
 }
 
-TEST_F(files, are_created_where_a_link_leads) {
+TEST_F(files, are_created_at_the_target_of_a_link) {
     fs::create_directory(directory / "folder");
     fs::create_symlink("folder/real", directory / "link");
     replace_whole_file(directory / "link", "new");
@@ -256,7 +256,7 @@ TEST_F(files_with_access_lists, keep_them) {
     }
 }
 
-TEST_F(files_with_access_lists, get_none_of_their_folder_when_they_are_replaced) {
+TEST_F(files_with_access_lists, do_not_inherit_one_when_replaced) {
     directory.put("file", "old");
     ASSERT_EQ(::chmod((directory / "file").c_str(), 0640), 0);
     ASSERT_TRUE(open_folder());
@@ -340,7 +340,7 @@ TEST_F(shared_folder, refuses_a_file_that_the_user_is_not_allowed_to_write) {
     expect_owner("file", alice.number, lab, 0640);
 }
 
-TEST_F(shared_folder, keeps_the_owner_also_where_nobody_removes_files_of_others) {
+TEST_F(shared_folder, keeps_the_owner_in_a_sticky_folder) {
     own(directory.path(), 0, lab, 01770);
     put("file", alice.number, lab, 0660);
     EXPECT_EQ(replace_as(bob, "file", "new"), "written");

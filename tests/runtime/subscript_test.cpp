@@ -24,7 +24,7 @@ TEST(an_element, is_found_by_its_subscript_from_0) {
     EXPECT_EQ(element(numbers, 2), 30);
 }
 
-TEST(an_element, is_the_array_s_own) {
+TEST(an_element, is_a_reference_into_the_array) {
     std::array<int, 3> numbers = {10, 20, 30};
     element(numbers, 1) = 21;
     EXPECT_EQ(numbers, (std::array<int, 3>{10, 21, 30}));
@@ -60,7 +60,7 @@ TEST(a_subscript, of_an_empty_array_always_fails) {
     EXPECT_EQ(failure_of([&] { element(none, 0); }), failure::subscript_out_of_range);
 }
 
-TEST(a_subscript, is_told_with_its_array_s_length_where_it_fails) {
+TEST(a_subscript, is_reported_with_the_arrays_length) {
     const std::array<int, 4> numbers{};
     try {
         element(numbers, 7);

@@ -14,7 +14,7 @@ namespace {
 
 using test::failure_of;
 
-TEST(str, gives_a_leading_blank_to_what_is_not_negative) {
+TEST(str, has_a_leading_space_unless_negative) {
     EXPECT_EQ(str(3), " 3");
     EXPECT_EQ(str(0), " 0");
     EXPECT_EQ(str(-3), "-3");
@@ -23,7 +23,7 @@ TEST(str, gives_a_leading_blank_to_what_is_not_negative) {
     EXPECT_EQ(str(0.0), " 0");
 }
 
-TEST(str, drops_the_zero_before_the_point_and_those_at_the_end) {
+TEST(str, drops_the_zero_before_the_point_and_trailing_zeros) {
     EXPECT_EQ(str(0.64), " .64");
     EXPECT_EQ(str(0.5), " .5");
     EXPECT_EQ(str(-0.5), "-.5");
@@ -48,7 +48,7 @@ TEST(str, has_up_to_7_digits_of_a_single) {
     EXPECT_EQ(str(1234567.0F), " 1234567");
 }
 
-TEST(number_text, keeps_the_zero_before_the_point_and_has_no_blank) {
+TEST(number_text, keeps_the_zero_before_the_point_and_has_no_leading_space) {
     EXPECT_EQ(number_text(0.5), "0.5");
     EXPECT_EQ(number_text(-0.5), "-0.5");
     EXPECT_EQ(number_text(12), "12");
@@ -72,7 +72,7 @@ TEST(hex2, has_two_digits) {
     EXPECT_EQ(hex2(0xFF), "FF");
 }
 
-TEST(append_listed_byte, appends_two_digits_and_a_blank) {
+TEST(append_listed_byte, appends_two_digits_and_a_space) {
     std::string text = "before ";
     append_listed_byte(text, 0x0A, 0);
     append_listed_byte(text, 0xFF, 1);
@@ -80,7 +80,7 @@ TEST(append_listed_byte, appends_two_digits_and_a_blank) {
     EXPECT_EQ(text, "before 0A FF 00 ");
 }
 
-TEST(append_listed_byte, ends_a_line_behind_each_eighth_with_its_index) {
+TEST(append_listed_byte, ends_a_line_after_each_eighth_with_its_index) {
     std::string text;
     for (const std::size_t index : {7U, 8U, 15U, 23U, 127U, 128U, 135U, 255U, 263U})
         append_listed_byte(text, 0x12, index);
@@ -94,7 +94,7 @@ TEST(append_listed_byte, makes_a_line_of_eight) {
     EXPECT_EQ(text, "00 10 20 30 40 50 60 70 //7\r\n80 90 A0 B0 C0 D0 E0 F0 //F\r\n");
 }
 
-TEST(val, is_the_longest_numeric_start) {
+TEST(val, is_the_longest_numeric_prefix) {
     EXPECT_EQ(val("12"), 12);
     EXPECT_EQ(val("12abc"), 12);
     EXPECT_EQ(val("-3.5x"), -3.5);
@@ -107,13 +107,13 @@ TEST(val, is_the_longest_numeric_start) {
     EXPECT_EQ(val("25,5"), 25);
 }
 
-TEST(val, skips_blanks_and_tabs_before_the_number) {
+TEST(val, skips_leading_spaces_and_tabs) {
     EXPECT_EQ(val("  7"), 7);
     EXPECT_EQ(val("\t7"), 7);
     EXPECT_EQ(val(" \t -7"), -7);
 }
 
-TEST(val, takes_an_exponent_with_e) {
+TEST(val, accepts_an_exponent_with_e) {
     EXPECT_EQ(val("1E3"), 1000);
     EXPECT_EQ(val("1.5E+2"), 150);
     EXPECT_EQ(val("25E-2"), 0.25);
@@ -122,12 +122,12 @@ TEST(val, takes_an_exponent_with_e) {
     EXPECT_EQ(val("1E2E3"), 100);
 }
 
-TEST(val, is_0_where_there_is_no_number) {
+TEST(val, is_0_without_a_number) {
     for (const char* text : {"", "abc", "-", "+", ".", "E5", "x1", "   ", "-x", "--1"})
         EXPECT_EQ(val(text), 0) << '"' << text << '"';
 }
 
-TEST(val, fails_for_a_number_too_large_and_not_for_one_too_small) {
+TEST(val, fails_for_too_large_but_not_for_too_small_numbers) {
     EXPECT_EQ(failure_of([] { val("1E400"); }), failure::overflow);
     EXPECT_EQ(failure_of([] { val("-1E400"); }), failure::overflow);
     EXPECT_EQ(failure_of([] { val("1" + std::string(400, '0')); }), failure::overflow);
@@ -141,7 +141,7 @@ TEST(val, fails_for_a_number_too_large_and_not_for_one_too_small) {
     EXPECT_EQ(val("0." + std::string(400, '0') + "1"), 0);
 }
 
-TEST(is_number, wants_the_whole_text) {
+TEST(is_number, needs_the_whole_text) {
     for (const char* text : {"1", "-1", "+1", "1.5", ".5", "5.", "1E3", "1E-3"})
         EXPECT_TRUE(is_number(text)) << text;
     for (const char* text : {"", " 1", "1 ", "1x", "x", "1.2.3", "1E", ".", "-"})
@@ -180,7 +180,7 @@ TEST(format_patterns, round_half_away_from_zero_on_the_decimal_digits) {
     EXPECT_EQ(format_hash(0.12351), ".124");
 }
 
-TEST(format_patterns, carry_the_rounding_on) {
+TEST(format_patterns, carry_when_rounding) {
     EXPECT_EQ(format_hash(0.9995), "1.000");
     EXPECT_EQ(format_zero(9.9995), "10.000");
     EXPECT_EQ(format_zero(999.9996), "1000.000");
@@ -188,7 +188,7 @@ TEST(format_patterns, carry_the_rounding_on) {
     EXPECT_EQ(format_zero(0.9994), "0.999");
 }
 
-TEST(trim, takes_blanks_and_nothing_else) {
+TEST(trim, removes_only_spaces) {
     EXPECT_EQ(trim("  a b  "), "a b");
     EXPECT_EQ(trim("a"), "a");
     EXPECT_EQ(trim("   "), "");
@@ -197,14 +197,14 @@ TEST(trim, takes_blanks_and_nothing_else) {
     EXPECT_EQ(trim(" a\r\n"), "a\r\n");
 }
 
-TEST(letters, change_their_case_in_ascii_alone) {
+TEST(letters, change_case_only_in_ascii) {
     EXPECT_EQ(lower_case("AbC9_[Z"), "abc9_[z");
     EXPECT_EQ(upper_case("aBc9_{z"), "ABC9_{Z");
     EXPECT_EQ(upper_case("\xC3\xA4"), "\xC3\xA4");
     EXPECT_EQ(lower_case("\xC3\x84"), "\xC3\x84");
 }
 
-TEST(hex_digit, knows_the_digits_in_either_case_and_nothing_else) {
+TEST(hex_digit, accepts_only_digits_in_either_case) {
     const std::string upper = "0123456789ABCDEF";
     const std::string lower = "0123456789abcdef";
     for (int code = 0; code < 256; ++code) {

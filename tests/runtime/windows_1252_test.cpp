@@ -18,7 +18,7 @@ constexpr std::array<const char*, 32> upper_controls = {
 
 std::string byte_text(int code) { return std::string(1, static_cast<char>(code)); }
 
-TEST(character_set, shows_ascii_as_it_is) {
+TEST(character_set, keeps_ascii) {
     for (int code = 0; code < 0x80; ++code)
         EXPECT_EQ(text_from_bytes(byte_text(code)), byte_text(code));
 }
@@ -40,7 +40,7 @@ TEST(character_set, is_the_same_as_unicode_from_a0_on) {
     EXPECT_EQ(text_from_bytes("\xE4\xDF"), "äß");
 }
 
-TEST(character_set, gives_every_byte_back) {
+TEST(character_set, round_trips_every_byte) {
     std::string all;
     for (int code = 0; code < 256; ++code)
         all += byte_text(code);
@@ -55,7 +55,7 @@ TEST(bytes_from_text, has_a_question_mark_for_a_character_without_a_byte) {
     EXPECT_EQ(bytes_from_text("\xC2\x80"), "?") << "U+0080 has no byte: 0x80 is the euro";
 }
 
-TEST(bytes_from_text, leaves_what_is_no_utf8) { EXPECT_EQ(bytes_from_text("\xFF\x80x"), "\xFF\x80x"); }
+TEST(bytes_from_text, keeps_invalid_utf8) { EXPECT_EQ(bytes_from_text("\xFF\x80x"), "\xFF\x80x"); }
 
 TEST(append_utf8, writes_one_to_four_bytes) {
     const auto utf8 = [](char32_t c) {
@@ -73,7 +73,7 @@ TEST(append_utf8, writes_one_to_four_bytes) {
     EXPECT_EQ(utf8(0x10FFFF), "\xF4\x8F\xBF\xBF");
 }
 
-TEST(append_utf8, replaces_what_is_no_character) {
+TEST(append_utf8, replaces_invalid_characters) {
     for (const char32_t c : {char32_t{0xD800}, char32_t{0xDFFF}, char32_t{0x110000}}) {
         std::string text;
         append_utf8(text, c);
@@ -87,7 +87,7 @@ TEST(characters_of, knows_utf8) {
     EXPECT_TRUE(characters_of("").empty());
 }
 
-TEST(characters_of, takes_what_is_no_utf8_as_bytes) {
+TEST(characters_of, reads_invalid_utf8_as_bytes) {
     EXPECT_EQ(characters_of("\x80"), (std::vector<char32_t>{0x20AC})) << "a lone following byte";
     EXPECT_EQ(characters_of("a\xC3"), (std::vector<char32_t>{'a', 0xC3})) << "cut off";
     EXPECT_EQ(characters_of("\xC1\x81").size(), 2U) << "longer than it need be";

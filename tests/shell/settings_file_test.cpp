@@ -24,7 +24,7 @@ protected:
     exchange link{m.host};
     workbench_frame edid;
     shared_fields fields;
-    kept_settings kept{link, edid, fields};
+    stored_settings kept{link, edid, fields};
 };
 
 TEST_F(settings_file, holds_14_records) {

@@ -13,12 +13,12 @@ namespace {
 constexpr std::array view_buttons = {"cmd_timing", "cmd_pattern", "cmd_fav_timing", "cmd_fav_pattern",
                                      "cmd_edid",   "cmd_auto",    "cmd_setup"};
 
-/// A press of these is an exchange, and they are live at every other time.
-constexpr std::array always_live = {"cmd_run",  "cmd_refresh", "cmd_download", "cmd_reset",
-                                    "cmd_read", "cmd_erase",   "cmd_about",    "cmd_about_ok"};
+/// These talk to the generator; they are enabled except while they work.
+constexpr std::array always_enabled = {"cmd_run",  "cmd_refresh", "cmd_download", "cmd_reset",
+                                       "cmd_read", "cmd_erase",   "cmd_about",    "cmd_about_ok"};
 
-/// These are live only with an EDID to write.
-constexpr std::array live_at_times = {"cmd_write", "cmd_verify"};
+/// Enabled only with an EDID to write.
+constexpr std::array sometimes_enabled = {"cmd_write", "cmd_verify"};
 
 constexpr std::array<std::pair<const char*, int>, 8> panel_groups = {{{"cmd_out", 4},
                                                                       {"cmd_hdcp", 2},
@@ -35,9 +35,9 @@ public:
 
     std::vector<std::string> result() {
         if (ask_("get frm_diag.shown") == "ok true") {
-            expect_live("frm_diag.cmd_ok");
-            // the other faces have none
-            if (ask_("get frm_diag.cmd_run.shown") == "ok true") expect_live("frm_diag.cmd_run");
+            expect_enabled("frm_diag.cmd_ok");
+            // the other pages have none
+            if (ask_("get frm_diag.cmd_run.shown") == "ok true") expect_enabled("frm_diag.cmd_run");
             return broken_;
         }
         if (ask_("get frm_report.shown") == "ok true") return broken_;
@@ -50,16 +50,16 @@ public:
 
 private:
     void examine_buttons() {
-        for (const char* name : always_live)
+        for (const char* name : always_enabled)
             expect_rest(name);
-        for (const char* name : live_at_times)
+        for (const char* name : sometimes_enabled)
             expect_not_red(name);
         for (const auto& [name, count] : panel_groups) {
             for (int i = 0; i < count; ++i)
                 expect_rest(std::string(name) + "(" + std::to_string(i) + ")");
         }
-        // an upload that was not answered leaves it red and dead, and nothing else does
-        if (is_red("cmd_upload") == is_live("cmd_upload")) broken_.emplace_back("cmd_upload is half at work");
+        // only an unanswered upload leaves it red and disabled
+        if (is_red("cmd_upload") == is_enabled("cmd_upload")) broken_.emplace_back("cmd_upload is half at work");
     }
 
     void examine_link() {
@@ -79,11 +79,11 @@ private:
     }
 
     void expect_rest(const std::string& button) {
-        expect_live(button);
+        expect_enabled(button);
         expect_not_red(button);
     }
-    void expect_live(const std::string& button) {
-        if (!is_live(button)) broken_.push_back(button + " is dead");
+    void expect_enabled(const std::string& button) {
+        if (!is_enabled(button)) broken_.push_back(button + " is dead");
     }
     void expect_not_red(const std::string& button) {
         if (is_red(button)) broken_.push_back(button + " is red");
@@ -92,7 +92,7 @@ private:
         const std::string got = ask_(line);
         if (got != answer) broken_.push_back(line + ": " + got + ", not " + answer);
     }
-    bool is_live(const std::string& button) { return ask_("get " + button + ".enabled") == "ok true"; }
+    bool is_enabled(const std::string& button) { return ask_("get " + button + ".enabled") == "ok true"; }
     bool is_red(const std::string& button) { return ask_("get " + button + ".back_color") == number(color_red); }
     static std::string number(color c) { return "ok " + std::to_string(c); }
 

@@ -1,4 +1,4 @@
-// Works the desk at random in bad weather, and tells what it has seen.
+// Runs the desk with random actions and faults, and prints what it has seen.
 
 #include "soak/soak.h"
 
@@ -17,7 +17,7 @@ using desk::test::soak_summary;
 
 constexpr std::uint64_t most_actions = 100'000'000;
 
-/// The number that a word is; 0 for any other word.
+/// The word as a number; 0 if it is none.
 std::uint64_t number_of(std::string_view word) {
     std::uint64_t value = 0;
     const char* const end = word.data() + word.size();
@@ -65,7 +65,7 @@ int main(int count, char** words) {
         show(seen, seed, std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
         good = good && seen.problems.empty();
         if (hash.value_or(seen.hash) != seen.hash) {
-            std::cout << "PROBLEM: the same seed went another way" << std::endl;
+            std::cout << "PROBLEM: the same seed gave another result" << std::endl;
             good = false;
         }
         hash = seen.hash;

@@ -1,12 +1,12 @@
-// The real window under a hand without a plan, while the line floods, makes noise and hangs up. What must not happen
-// is found by the sanitizers, by the watchdog and by the look at the end.
+// The real window under random input, while the line floods, makes noise and hangs up. The sanitizers, the watchdog
+// and the final check find failures.
 
 #include "generator/command_stream.h"
 #include "generator/pseudo_terminal.h"
 #include "generator/simulated_generator.h"
-#include "hand.h"
+#include "qt/appearance.h"
 #include "qt/desk_program.h"
-#include "qt/look.h"
+#include "ui_driver.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -44,7 +44,7 @@ namespace {
 using namespace desk;
 using std::chrono::milliseconds;
 
-/// Longer than any wait of the desk without a sign of life.
+/// Longer than any wait of the desk.
 constexpr auto watchdog_patience = std::chrono::seconds(60);
 
 double now_ms() {
@@ -70,7 +70,7 @@ private:
     std::mt19937_64 random_;
 };
 
-/// A generator that mostly answers, on a line that floods, makes noise and hangs up. Works in a thread of its own.
+/// A generator that mostly answers, on a line that floods, makes noise and hangs up. Runs in its own thread.
 class hostile_line {
 public:
     hostile_line(std::filesystem::path link, std::uint64_t seed) : link_(std::move(link)), dice_(seed) {
@@ -84,7 +84,7 @@ public:
     hostile_line(const hostile_line&) = delete;
     hostile_line& operator=(const hostile_line&) = delete;
 
-    /// Afterwards the line is quiet and the generator answers.
+    /// From now on the line is quiet and the generator answers.
     void calm_down() { calm_ = true; }
     std::map<std::string, int> weather() {
         const std::lock_guard lock(mutex_);
@@ -142,7 +142,7 @@ private:
             std::this_thread::sleep_for(milliseconds(dice_.below(500)));
             return count("hang-up");
         case 4:
-            // to a desk that has not opened the new one yet
+            // to a desk that has not opened the new terminal yet
             plug();
             return count("another terminal");
         default:
@@ -161,7 +161,7 @@ private:
     simulated_generator generator_{79, 64};
     std::optional<pseudo_terminal> terminal_;
     command_stream stream_;
-    std::string last_command_; // the one that a raw block belongs to
+    std::string last_command_; // the command that a raw block belongs to
     std::mutex mutex_;
     std::map<std::string, int> weather_;
     std::atomic<bool> calm_ = false;
@@ -169,7 +169,7 @@ private:
     std::thread thread_;
 };
 
-/// Ends the process where the hand makes no move for long: something hangs.
+/// Ends the process if random input stalls for long: something hangs.
 class watchdog {
 public:
     watchdog() : thread_([this] { watch(); }) {}
@@ -179,7 +179,7 @@ public:
     }
     watchdog(const watchdog&) = delete;
     watchdog& operator=(const watchdog&) = delete;
-    void see(const std::string& what) {
+    void note_progress(const std::string& what) {
         const std::lock_guard lock(mutex_);
         last_ = what;
         last_seen_ = std::chrono::steady_clock::now();
@@ -191,7 +191,7 @@ private:
             std::this_thread::sleep_for(milliseconds(200));
             const std::lock_guard lock(mutex_);
             if (std::chrono::steady_clock::now() - last_seen_ < watchdog_patience) continue;
-            std::cerr << "hostile_line: nothing moves after: " << last_ << std::endl;
+            std::cerr << "hostile_line: no progress after: " << last_ << std::endl;
             std::abort();
         }
     }
@@ -203,10 +203,10 @@ private:
     std::thread thread_;
 };
 
-/// A hand without a plan on whatever is on the screen.
-class wild_hand {
+/// Random input to whatever is on the screen.
+class random_input {
 public:
-    wild_hand(dice& d, watchdog& dog, QString folder) : dice_(d), dog_(dog), folder_(std::move(folder)) {}
+    random_input(dice& d, watchdog& dog, QString folder) : dice_(d), dog_(dog), folder_(std::move(folder)) {}
 
     void move() {
         QWidget* const top = top_window();
@@ -215,7 +215,7 @@ public:
         if (auto* const dialog = qobject_cast<QFileDialog*>(top)) return choose_file(*dialog);
         QWidget* const target = some_widget(*top);
         if (target == nullptr) return;
-        dog_.see(target->objectName().toStdString() + " in " + top->objectName().toStdString());
+        dog_.note_progress(target->objectName().toStdString() + " in " + top->objectName().toStdString());
         work(*target);
     }
 
@@ -234,7 +234,7 @@ private:
     QWidget* some_widget(QWidget& top) {
         std::vector<QWidget*> widgets;
         for (QWidget* w : top.findChildren<QWidget*>()) {
-            // ERASE and the reset of a generator take their minutes, and teach nothing here
+            // ERASE and the generator's reset take minutes and test nothing here
             if (w->isVisible() && w->isEnabled() && w->window() == &top && w->objectName() != "cmd_erase")
                 widgets.push_back(w);
         }
@@ -242,7 +242,7 @@ private:
     }
 
     void choose_file(QFileDialog& dialog) {
-        dog_.see("the file dialog");
+        dog_.note_progress("the file dialog");
         static const std::vector<QString> names = {"a.hex", "b.bin", "c.ddc", "marlo_rs232.ini", "missing.hex", "x"};
         if (dice_.below(3) == 0) return dialog.reject();
         dialog.findChild<QLineEdit*>("fileNameEdit")->setText(folder_ + "/" + dice_.one_of(names));
@@ -252,7 +252,7 @@ private:
     void work(QWidget& w) {
         const QPoint at(dice_.below(std::max(1, w.width())), dice_.below(std::max(1, w.height())));
         QWidget& top = *w.window();
-        // each event can end the window, a menu for instance
+        // any event can close the window, for example a menu
         const QPointer<QWindow> window = top.windowHandle();
         if (!window) return;
         const QPoint elsewhere(dice_.below(top.width()), dice_.below(top.height()));
@@ -299,14 +299,14 @@ private:
 
 class bench {
 public:
-    explicit bench(std::uint64_t seed) : dice_(seed), hand_(dice_, dog_, folder_.path()) {
+    explicit bench(std::uint64_t seed) : dice_(seed), input_(dice_, dog_, folder_.path()) {
         fill_folder();
         line_.emplace(std::filesystem::path(folder_.filePath("com1").toStdString()), seed + 1);
         moves_.setTimerType(Qt::PreciseTimer);
-        // moves come in the middle of everything: of exchanges, of boxes, of drags
+        // input comes during everything: exchanges, boxes, drags
         QObject::connect(&moves_, &QTimer::timeout, &moves_, [this] {
             moves_.start(dice_.below(40));
-            hand_.move();
+            input_.move();
         });
         moves_.setSingleShot(true);
         end_.setSingleShot(true);
@@ -321,11 +321,11 @@ public:
         while (time.elapsed() < seconds * 1000LL)
             run_program(seconds * 1000LL - time.elapsed());
         line_->calm_down();
-        look_at_end();
+        check_at_end();
     }
 
     void report() {
-        std::cout << hand_.moves() << " moves, " << starts_ << " starts, " << failures_ << " run-time failures";
+        std::cout << input_.moves() << " moves, " << starts_ << " starts, " << failures_ << " run-time failures";
         for (const auto& [what, count] : line_->weather())
             std::cout << ", " << count << " x " << what;
         std::cout << std::endl;
@@ -340,7 +340,7 @@ private:
         }
         const bytes edid = *simulated_generator(79, 64).state.sinks[0].edid;
         QByteArray raw(reinterpret_cast<const char*>(edid.data()), static_cast<qsizetype>(edid.size()));
-        // no port of the machine is opened
+        // keeps the machine's ports closed
         for (const char* port : {"com2", "com3", "com4", "com5", "com6", "com7", "com8"})
             QFile::link("no_device", folder_.filePath(port));
         put("a.hex", raw.toHex(' '));
@@ -356,33 +356,33 @@ private:
         program_ = std::make_unique<qt::desk_program>(std::filesystem::path(folder_.path().toStdString()));
         moves_.start(0);
         ++starts_;
-        // the hand works in the boxes of the start too
+        // the input also works the boxes at start-up
         program_->start();
     }
 
     void run_program(qint64 ms) {
-        // a program that has ended before in this process leaves the toolkit refusing every further dialog
+        // after a program has ended in this process, Qt refuses every further dialog
         QTimer::singleShot(0, qApp, [] { QApplication::quit(); });
         QApplication::exec();
         fill_folder();
         start_program();
         end_.start(static_cast<int>(std::min<qint64>(ms, 20'000)));
-        // the program's own loop: it ends when the program does
+        // the program's main loop: it ends with the program
         if (!program_->gate().over()) QApplication::exec();
         moves_.stop();
         end_.stop();
         if (program_->gate().failure()) ++failures_;
-        if (!program_->gate().over()) throw std::runtime_error("the program has left its loop and is not over");
+        if (!program_->gate().over()) throw std::runtime_error("the main loop ended before the program");
         program_.reset();
     }
 
-    void look_at_end() {
+    void check_at_end() {
         QTimer::singleShot(0, qApp, [] { QApplication::quit(); });
         QApplication::exec();
         fill_folder();
         program_ = std::make_unique<qt::desk_program>(std::filesystem::path(folder_.path().toStdString()));
-        if (!program_->start()) throw std::runtime_error("the desk does not start in good weather");
-        gui::hand at(program_->main_window());
+        if (!program_->start()) throw std::runtime_error("the desk does not start without faults");
+        gui::ui_driver at(program_->main_window());
         if (!QTest::qWaitForWindowExposed(&program_->main_window())) throw std::runtime_error("no window is shown");
         at.click("cmd_timing");
         for (int tries = 0; tries < 20 && program_->desk().catalogue.cur_timing != 5; ++tries) {
@@ -390,17 +390,17 @@ private:
             at.click_row("lstv_timing", 5);
             at.click("cmd_run");
         }
-        if (program_->desk().catalogue.cur_timing != 5) throw std::runtime_error("the link does not come back");
+        if (program_->desk().catalogue.cur_timing != 5) throw std::runtime_error("the link does not recover");
     }
 
     dice dice_;
     watchdog dog_;
     QTemporaryDir folder_;
-    wild_hand hand_;
+    random_input input_;
     std::optional<hostile_line> line_;
     std::unique_ptr<qt::desk_program> program_;
     QTimer moves_;
-    QTimer end_; // of the present program
+    QTimer end_; // of the current program
     int starts_ = 0;
     int failures_ = 0;
 };
@@ -417,7 +417,7 @@ int main(int argument_count, char** arguments) {
     }
     QApplication application(argument_count, arguments);
     QApplication::setQuitOnLastWindowClosed(false);
-    qt::set_look(application);
+    qt::set_appearance(application);
     try {
         bench b(static_cast<std::uint64_t>(seed));
         b.run(seconds);

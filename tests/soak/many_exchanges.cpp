@@ -1,4 +1,4 @@
-// Exchanges by the hundred thousand on the virtual clock: memory and descriptors stay as they are after the first
+// Hundreds of thousands of exchanges on the virtual clock: memory and descriptors stay constant after the first
 // tenth.
 
 #include "soak/process_resources.h"
@@ -29,14 +29,14 @@ public:
             expect(line, "ok");
     }
 
-    /// A SET of the next row: one command and its answer.
+    /// SET for the next row: one command and its answer.
     void exchange() {
         const int row = 1 + count_++ % timings;
         expect("select lstv_timing " + std::to_string(row), "ok");
         expect("click cmd_run", "ok");
         if (count_ % exchanges_to_a_look != 0) return;
         expect("get lab_timing.caption", "ok \"timing " + std::to_string(row) + "\"");
-        // the traffic is kept until somebody asks for it
+        // the traffic is kept until it is read
         robot_.answer("wire");
     }
 

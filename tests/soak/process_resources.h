@@ -10,9 +10,8 @@
 
 namespace desk::test {
 
-/// What this process holds of the machine.
 struct process_resources {
-    std::size_t memory_kib = 0; ///< resident, without what it shares with files
+    std::size_t memory_kib = 0; ///< resident, without file-backed pages
     std::size_t descriptors = 0;
 };
 
@@ -28,7 +27,7 @@ inline process_resources resources_of_this_process() {
             static_cast<std::size_t>(std::distance(begin(open_files), end(open_files)))};
 }
 
-/// Repeats `work` and reports what it takes. False: after the first tenth the process grows, by more than
+/// Repeats `work` and reports its resources. False: after the first tenth the process grew by more than
 /// `most_growth_kib` or by a descriptor.
 template <class Work>
 bool stays_flat(int count, std::size_t most_growth_kib, Work work) {

@@ -1,11 +1,11 @@
-// Exchanges by the thousand on the real clock, from the real window over a pseudo terminal to the simulator: memory and
-// descriptors stay as they are after the first tenth.
+// Thousands of exchanges on the real clock, from the real window over a pseudo terminal to the simulator: memory and
+// descriptors stay constant after the first tenth.
 
-#include "hand.h"
 #include "operated_simulator.h"
+#include "qt/appearance.h"
 #include "qt/desk_program.h"
-#include "qt/look.h"
 #include "soak/process_resources.h"
+#include "ui_driver.h"
 
 #include <QApplication>
 #include <QFile>
@@ -19,7 +19,7 @@
 namespace {
 
 using namespace desk;
-using desk::gui::hand;
+using desk::gui::ui_driver;
 using desk::test::stays_flat;
 
 constexpr int rows = 60;
@@ -44,14 +44,14 @@ public:
         const int row = 1 + count_++ % rows;
         at().click_row("lstv_timing", row);
         at().click("cmd_run");
-        // a machine that is busy elsewhere may leave one unanswered
+        // a busy machine may leave one unanswered
         unanswered_ = program_->desk().catalogue.cur_timing == row ? 0 : unanswered_ + 1;
         if (unanswered_ > most_in_a_row_unanswered)
             throw std::runtime_error("the generator does not answer: " + at().text("lab_timing").toStdString());
     }
 
 private:
-    hand at() { return hand(program_->main_window()); }
+    ui_driver at() { return ui_driver(program_->main_window()); }
 
     QTemporaryDir folder_;
     std::unique_ptr<gui::operated_simulator> generator_;
@@ -76,7 +76,7 @@ int main(int argument_count, char** arguments) {
     }
     QApplication application(argument_count, arguments);
     QApplication::setQuitOnLastWindowClosed(false);
-    qt::set_look(application);
+    qt::set_appearance(application);
     try {
         return run(count);
     } catch (const std::exception& e) {

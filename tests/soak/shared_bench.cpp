@@ -1,7 +1,6 @@
-// A bench that two users share: one folder, one simulated generator, a desk of each. Desks start, save, and end in
-// order, by signals and by kills, the cable comes out, and the operator's own links are in the way. Afterwards each
-// time: every file belongs to whom it belonged, no file is half, and no link of the operator's is lost. Only root can
-// be two users.
+// A bench shared by two users: one folder, one simulated generator, a desk each. Desks start, save, and end in order,
+// by signal or killed; the cable is pulled, and the operator's own links are in the way. After each step every file
+// has its owner, no file is partial, and no link of the operator's is lost. Needs root.
 
 #include "edid/canonical_text.h"
 #include "edid/file_writers.h"
@@ -43,11 +42,11 @@ struct user {
     const char* name;
     uid_t id;
 };
-/// Numbers that no account of the machine has.
+/// Unused user and group numbers.
 constexpr std::array users = {user{"alice", 54321}, user{"bob", 54322}};
 constexpr gid_t lab = 54330;
 
-/// Longer than an orderly end ever takes, also on a busy machine.
+/// Longer than any orderly end, even on a busy machine.
 constexpr milliseconds patience(20'000);
 
 [[noreturn]] void fail(const std::string& why) { throw std::runtime_error(why); }
@@ -56,7 +55,7 @@ void check(int result, const std::string& what) {
     if (result != 0) fail(what + ": " + std::strerror(errno));
 }
 
-/// A program of a user's, with a pipe to its standard input. Killed at the end of its life.
+/// A user's program, with a pipe to its standard input. The destructor kills it.
 class user_process {
 public:
     user_process(const user& who, std::vector<std::string> words, const fs::path& log) {
@@ -66,7 +65,7 @@ public:
         if (process_ == 0) run(who, words, input[0], log);
         ::close(input[0]);
         input_ = input[1];
-        if (process_ < 0) fail("no process can be had");
+        if (process_ < 0) fail("cannot start a process");
     }
     ~user_process() {
         if (!ended()) {
@@ -79,11 +78,11 @@ public:
     user_process& operator=(const user_process&) = delete;
 
     void type(const std::string& line) const {
-        if (::write(input_, line.data(), line.size()) < 0 && errno != EPIPE) fail("the pipe takes nothing");
+        if (::write(input_, line.data(), line.size()) < 0 && errno != EPIPE) fail("cannot write to the pipe");
     }
     void send(int signal) const { ::kill(process_, signal); }
 
-    /// Whether it has ended; how is in `status`.
+    /// Whether it has ended; `status` says how.
     bool ended() {
         if (!status_) {
             int status = 0;
@@ -107,7 +106,7 @@ private:
         ::dup2(input, STDIN_FILENO);
         ::dup2(out, STDOUT_FILENO);
         ::dup2(out, STDERR_FILENO);
-        // nohup and services start their programs with some of them ignored, and so do we
+        // nohup and services start programs with some of these ignored
         for (const int signal : {SIGHUP, SIGINT, SIGTERM, SIGPIPE})
             std::signal(signal, SIG_DFL);
         std::vector<char*> argv;
@@ -125,7 +124,7 @@ private:
     std::optional<int> status_;
 };
 
-/// To whom a file belongs and who may do what with it.
+/// A file's owner and permissions.
 struct owners {
     uid_t user;
     gid_t group;
@@ -139,7 +138,7 @@ owners owners_of(const fs::path& file) {
     return {found.st_uid, found.st_gid, found.st_mode};
 }
 
-/// An EDID as the desk saves it: with any bytes it is of this size.
+/// An EDID file as the desk saves it: its size does not depend on the bytes.
 std::string edid_file() {
     std::string text;
     for (std::size_t i = 0; i < 256; ++i)
@@ -155,7 +154,7 @@ std::string content_of(const fs::path& file) {
 class shared_bench {
 public:
     shared_bench(fs::path folder, unsigned seed) : folder_(std::move(folder)), random_(seed) {
-        // the users may not reach the folder that the programs were built in
+        // the users may have no access to the build folder
         fs::copy_file(VELOTRACE_SIM, simulator_);
         fs::copy_file(SHARED_BENCH_DESK, desk_);
         set_up();
@@ -222,13 +221,13 @@ private:
             fs::copy_file(fs::path(FIRST_FILES) / name, folder_ / name);
             give_to(folder_ / name, users[0].id);
         }
-        // one file of each user's, and one that is root's
+        // one file of each user, and one of root
         for (int i = 0; i < 3; ++i) {
             const fs::path file = folder_ / ("edid_" + std::to_string(i) + ".hex");
             std::ofstream(file, std::ios::binary) << edid_file();
             give_to(file, i < 2 ? users.at(static_cast<std::size_t>(i)).id : 0);
         }
-        // an adapter that is not plugged in, a folder, and another link
+        // an unplugged adapter, a folder, and another link
         keep_link("com2", "/dev/serial/by-id/usb-lab_adapter-if00");
         keep_link("com3", folder_);
         keep_link("com4", "com2");
@@ -253,7 +252,7 @@ private:
         open_terminal();
     }
 
-    /// Both users may use the generator's terminal, as the rules of a machine let a group use an adapter.
+    /// Gives both users access to the generator's terminal, as a group has to an adapter.
     void open_terminal() const {
         std::error_code none;
         const fs::path terminal = fs::read_symlink(folder_ / "com1", none);
@@ -261,7 +260,7 @@ private:
         if (::chown(terminal.c_str(), users[0].id, lab) == 0) ::chmod(terminal.c_str(), 0660);
     }
 
-    /// The operator puts a link of his own into the place of the simulator's, and takes it away later.
+    /// The operator replaces the simulator's link by his own, and later removes it.
     void operators_link() {
         const fs::path link = folder_ / "com1";
         if (const auto own = links_.find(link); own != links_.end()) {
@@ -292,7 +291,7 @@ private:
         if (!desk) return;
         count(how, [&] { end(*desk); });
         const int status = desk->wait_for_end();
-        // 1 is a run-time failure of the desk's own, such as an EDID that it does not take
+        // 1 is a run-time failure of the desk, for example at an invalid EDID
         const bool in_order = WIFEXITED(status) && WEXITSTATUS(status) != 127;
         const bool by_that_signal = WIFSIGNALED(status) && (how == "SIGTERM" || how == "SIGHUP");
         if (!in_order && !by_that_signal) fail("a desk that was " + how + " ended with " + std::to_string(status));
@@ -319,7 +318,7 @@ private:
             for (int i = 0; i < 3; ++i)
                 records.read_byte();
         } catch (const std::exception& e) {
-            fail("the settings are half: " + std::string(e.what()) + "\n" + text);
+            fail("the settings are incomplete: " + std::string(e.what()) + "\n" + text);
         }
     }
 
@@ -361,7 +360,7 @@ int run(int actions, unsigned seed) {
         }
         bench.report();
     } catch (const std::exception&) {
-        std::cerr << "shared_bench: what is left: " << name << '\n';
+        std::cerr << "shared_bench: files left in: " << name << '\n';
         throw;
     }
     fs::remove_all(name);
@@ -378,7 +377,7 @@ int main(int argument_count, char** arguments) {
         return 2;
     }
     if (::geteuid() != 0) {
-        std::cout << "skipped: only root can be two users\n";
+        std::cout << "skipped: needs root to act as two users\n";
         return 77;
     }
     std::signal(SIGPIPE, SIG_IGN);

@@ -1,12 +1,12 @@
-// One user's desk on a shared bench: the real window on a folder that others work in too, and a hand that connects,
-// sends, reads, opens and saves at random until the program ends. "close" on standard input closes the window.
+// One user's desk on a shared bench: the real window on a shared folder. It connects, sends, reads, opens and saves
+// at random until the program ends. "close" on standard input closes the window.
 
-#include "dialog_hand.h"
-#include "hand.h"
+#include "dialog_driver.h"
 #include "platform/end_request.h"
+#include "qt/appearance.h"
 #include "qt/desk_program.h"
 #include "qt/end_watch.h"
-#include "qt/look.h"
+#include "ui_driver.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -28,7 +28,7 @@
 namespace {
 
 using namespace desk;
-using desk::gui::hand;
+using desk::gui::ui_driver;
 
 /// 32 lines of eight bytes, and an empty one between the blocks.
 constexpr std::ptrdiff_t whole_edid_lines = 33;
@@ -41,7 +41,7 @@ public:
         answers_.start(10);
         moves_.setSingleShot(true);
         QObject::connect(&moves_, &QTimer::timeout, &moves_, [this] {
-            // a box of the start comes before the window
+            // a box may precede the window at start-up
             if (program_.main_window().isVisible()) move();
             moves_.start(20);
         });
@@ -49,7 +49,7 @@ public:
     }
 
 private:
-    hand at() { return hand(program_.main_window()); }
+    ui_driver at() { return ui_driver(program_.main_window()); }
     int below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
     QString some_file() { return folder_ + "/edid_" + QString::number(below(3)) + ".hex"; }
 
@@ -80,12 +80,12 @@ private:
         }
     }
 
-    /// Saves a whole EDID; what a failed READ has left is of any length.
+    /// Saves a complete EDID; a failed READ leaves one of any length.
     void save(const char* button, const text_box& box) {
         if (file_line_count(box.text) != whole_edid_lines) return;
         at().click("cmd_edid");
         gui::answer_next_file_dialog(dialogs_, some_file());
-        gui::in_next_window("frm_diag", [](const hand& style) { style.click("cmd_ok"); });
+        gui::in_next_window("frm_diag", [](const ui_driver& style) { style.click("cmd_ok"); });
         at().click(button);
     }
 
@@ -113,7 +113,7 @@ int main(int argument_count, char** arguments) {
     QApplication application(argument_count, arguments);
     QApplication::setQuitOnLastWindowClosed(false);
     qt::end_watch watch(request);
-    qt::set_look(application);
+    qt::set_appearance(application);
     const std::filesystem::path folder = std::filesystem::absolute(arguments[1]);
     qt::desk_program program(folder);
     std::cout << "started" << std::endl;
@@ -125,7 +125,7 @@ int main(int argument_count, char** arguments) {
         orders.setEnabled(false);
         closing.start(5);
     });
-    // nobody closes a window that is not there yet
+    // the window may not exist yet
     QObject::connect(&closing, &QTimer::timeout, &closing, [&] {
         if (!program.gate().over() && program.main_window().isVisible()) program.main_window().close();
     });

@@ -26,10 +26,10 @@ constexpr int port_count = 8;
 constexpr const char* any_node = "node";
 constexpr std::size_t most_last_lines = 4000;
 
-/// The longest that an action may take: an autorun upload with an erase and some more in the middle of it.
+/// The longest action: an autorun upload interrupted by an erase and more.
 constexpr std::int64_t longest_action_ms = 30 * 60 * 1000;
 
-constexpr std::array told_failures = {
+constexpr std::array expected_failures = {
     failure::does_not_return,        failure::invalid_procedure_call, failure::overflow,
     failure::subscript_out_of_range, failure::division_by_zero,       failure::type_mismatch,
     failure::file_not_found,         failure::file_already_open,      failure::input_past_end_of_file,
@@ -41,7 +41,8 @@ std::string fatal_answer(failure f) {
 }
 
 bool is_told(const std::string& fatal) {
-    return std::any_of(told_failures.begin(), told_failures.end(), [&](failure f) { return fatal_answer(f) == fatal; });
+    return std::any_of(expected_failures.begin(), expected_failures.end(),
+                       [&](failure f) { return fatal_answer(f) == fatal; });
 }
 
 } // namespace
@@ -55,35 +56,35 @@ soak::soak(std::uint64_t seed)
 void soak::act(int actions) {
     for (int i = 1; i <= actions; ++i) {
         ++summary_.actions;
-        if (below(8) == 0) some_weather();
-        look_after(some_action());
-        look_at_rules();
-        look_at_clock();
-        if (i % actions_to_a_look_around == 0) look_around();
+        if (below(8) == 0) some_disturbance();
+        check_after(some_action());
+        check_rules();
+        check_clock();
+        if (i % actions_to_a_look_around == 0) check_recovery();
         if (i % actions_to_a_rescue == 0) rescue();
         remember_transcript();
     }
-    look_around();
+    check_recovery();
     summary_.faults = desk_.answer("faults").substr(3);
     summary_.virtual_ms += clock_ms_;
     summary_.answers = operator_.outcomes();
     for (const std::string& nonsense : operator_.nonsense())
-        problem("no answer of the robot: " + nonsense);
+        problem("not a valid answer: " + nonsense);
     remember_transcript();
 }
 
 std::string soak::some_action() {
-    if (road_.empty() && below(20) == 0) take_some_road();
-    if (!road_.empty() && below(8) != 0) {
-        const std::string line = road_.front();
-        road_.pop_front();
+    if (task_.empty() && below(20) == 0) start_some_task();
+    if (!task_.empty() && below(8) != 0) {
+        const std::string line = task_.front();
+        task_.pop_front();
         return say(line == any_node ? operator_.some_node() : line);
     }
     return below(4) == 0 ? some_exchange() : operator_.act_once();
 }
 
-void soak::take_some_road() {
-    static const std::vector<strings> roads = {
+void soak::start_some_task() {
+    static const std::vector<strings> tasks = {
         {"click cmd_edid", "click cmd_read", "click cmd_read_translate", any_node, any_node, any_node, any_node,
          any_node, "click cmd_edid_report", "click frm_report.cmd_save", "click frm_report.cmd_exit"},
         {"click cmd_edid", "click cmd_load", "click cmd_write_translate", any_node, any_node, any_node, any_node,
@@ -100,8 +101,8 @@ void soak::take_some_road() {
         {"click cmd_pattern", "select lstv_pattern 13", "click cmd_download", "slide hsr_color_setting(3) 200",
          "key txt_color_setting(0) 13", "drag hsr_color_setting(1) 7"},
         {"click cmd_setup", "click cmd_download", "click cmd_reset", "click cmd_download"}};
-    const strings road = one_of(roads);
-    road_.assign(road.begin(), road.end());
+    const strings task = one_of(tasks);
+    task_.assign(task.begin(), task.end());
     say("file \"" + utf8_from_path(files_.path() / one_of(files_.names())) + "\"");
 }
 
@@ -113,7 +114,7 @@ std::string soak::some_exchange() {
         "cmd_deep(2)", "cmd_fav(1)", "cmd_auto_go(1)", "frm_diag.cmd_run", "frm_diag.cmd_run"};
     // an erase asks first
     say("answer yes");
-    if (below(40) == 0) look_after(say("select cbo_com " + std::to_string(below(port_count))));
+    if (below(40) == 0) check_after(say("select cbo_com " + std::to_string(below(port_count))));
     for (int tries = 0; tries < 20; ++tries) {
         const std::string answer = say("click " + one_of(buttons));
         if (!answer.starts_with("refused ")) return answer;
@@ -121,7 +122,7 @@ std::string soak::some_exchange() {
     return operator_.act_once();
 }
 
-void soak::some_weather() {
+void soak::some_disturbance() {
     switch (below(16)) {
     case 0:
     case 1:
@@ -173,7 +174,7 @@ std::string soak::some_faults() {
 
 std::string soak::some_port() {
     const std::string port = "port " + std::to_string(1 + below(below(2) == 0 ? 2 : port_count));
-    // what never drains ends the program with the next command
+    // a port that never drains ends the program at the next command
     if (below(10) == 0) return port + " stuck";
     return port + one_of(strings{" gone", " missing", " ok", " ok"});
 }
@@ -184,7 +185,7 @@ std::string soak::some_sink() {
 }
 
 void soak::stop_and_start() {
-    if (say("stop") != "ok") return; // a modal window stands above
+    if (say("stop") != "ok") return; // a modal window is open
     summary_.virtual_ms += clock_ms_;
     start();
 }
@@ -193,14 +194,14 @@ void soak::start() {
     if (below(4) == 0) {
         files_.spoil_start();
         const std::string answer = say("start");
-        if (!answer.starts_with("fatal ")) problem("it starts with a file that it can't read: " + answer);
-        look_at_failure(answer);
+        if (!answer.starts_with("fatal ")) problem("starts although a file is unreadable: " + answer);
+        check_failure(answer);
         files_.mend_start();
     }
     clock_ms_ = 0;
     ++summary_.fresh_starts;
     const std::string answer = say("start");
-    if (answer != "ok") problem("no fresh start: " + answer);
+    if (answer != "ok") problem("cannot restart: " + answer);
 }
 
 void soak::rescue() {
@@ -209,17 +210,17 @@ void soak::rescue() {
         say(line);
     for (int port = 1; port <= port_count; ++port)
         say("port " + std::to_string(port) + " ok");
-    // what is under way or still to come runs out
+    // let pending work finish
     for (int round = 0; round < 5; ++round) {
         close_windows();
-        look_after(say("wait 5000"));
+        check_after(say("wait 5000"));
     }
     close_windows();
-    look_at_rules();
-    look_after(say("click cmd_conn"));
+    check_rules();
+    check_after(say("click cmd_conn"));
     expect("field rs232_connected", "ok true");
-    look_after(say("click cmd_refresh"));
-    look_at_rules();
+    check_after(say("click cmd_refresh"));
+    check_rules();
     expect("field rx_done", "ok true");
     for (const char* label : {"lab_timing", "lab_pattern", "lab_out", "lab_hdcp"}) {
         const std::string shown = desk_.answer("get " + std::string(label) + ".caption");
@@ -229,12 +230,12 @@ void soak::rescue() {
 }
 
 void soak::close_windows() {
-    for (const char* way_out : {"frm_diag.cmd_ok", "frm_report.cmd_exit"}) {
-        const std::string name(way_out);
+    for (const char* closing_button : {"frm_diag.cmd_ok", "frm_report.cmd_exit"}) {
+        const std::string name(closing_button);
         if (desk_.answer("get " + name.substr(0, name.find('.')) + ".shown") != "ok true") continue;
         const std::string answer = say("click " + name);
         if (answer.starts_with("refused ")) problem(name + " lets nobody out: " + answer);
-        look_after(answer);
+        check_after(answer);
     }
 }
 
@@ -245,36 +246,36 @@ void soak::expect(const std::string& line, const std::string& answer) {
 
 std::string soak::say(const std::string& line) { return operator_.say(line); }
 
-void soak::look_after(const std::string& answer) {
+void soak::check_after(const std::string& answer) {
     if (!answer.starts_with("fatal ")) return;
     summary_.virtual_ms += clock_ms_;
-    look_at_failure(answer);
+    check_failure(answer);
     start();
 }
 
-void soak::look_at_failure(const std::string& answer) {
+void soak::check_failure(const std::string& answer) {
     if (!answer.starts_with("fatal ")) return;
     const std::string why = say("why");
     soak_summary::failure_seen& seen = summary_.failures[answer.substr(6)];
     if (seen.count++ == 0) seen.sentence = why.substr(3);
-    if (!is_told(answer)) problem("a failure that stands in no table: " + answer);
-    // a fault of the desk's own has the words of the language it is written in
+    if (!is_told(answer)) problem("an unknown failure: " + answer);
+    // an internal error has the words of a C++ exception
     if (why.size() < 8 || why.find("::") != std::string::npos) problem("a failure without a sentence: " + why);
 }
 
-void soak::look_at_rules() {
+void soak::check_rules() {
     for (const std::string& rule : broken_rules([this](const std::string& line) { return desk_.answer(line); }))
         problem(rule);
 }
 
-void soak::look_at_clock() {
+void soak::check_clock() {
     const std::int64_t now_ms = std::stoll(desk_.answer("clock").substr(3));
-    if (now_ms < clock_ms_) problem("the clock goes back");
+    if (now_ms < clock_ms_) problem("the clock went backwards");
     if (now_ms - clock_ms_ > longest_action_ms) problem("an action took " + std::to_string(now_ms - clock_ms_) + " ms");
     clock_ms_ = now_ms;
 }
 
-void soak::look_around() {
+void soak::check_recovery() {
     for (const auto& entry : nlohmann::json::parse(say("wire").substr(3))) {
         const auto& text = entry.get_ref<const std::string&>();
         // a longer one is a block

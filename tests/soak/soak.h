@@ -14,7 +14,6 @@
 
 namespace desk::test {
 
-/// What a soak has seen.
 struct soak_summary {
     struct failure_seen {
         int count = 0;
@@ -24,19 +23,19 @@ struct soak_summary {
     int rescues = 0;
     int fresh_starts = 0;
     std::int64_t virtual_ms = 0;
-    std::int64_t commands = 0; // each try of them
+    std::int64_t commands = 0; // each try counts
     std::int64_t parts_of_answers = 0;
     std::map<std::string, int> answers;           // by "ok", "refused", "fatal 53"
     std::map<std::string, failure_seen> failures; // by number and text
-    std::string faults;                           // by kind, as the robot tells it
-    std::set<std::string> controls;               // that did something
+    std::string faults;                           // by kind, as reported by the robot
+    std::set<std::string> controls;               // controls that had an effect
     std::uint64_t hash = 14695981039346656037U;   // of every line and its answer
-    std::vector<std::string> problems;            // what must not be
+    std::vector<std::string> problems;            // violations
 };
 
-/// A desk in bad weather: a monkey that does anything, a generator whose answers go wrong, files and ports that come
-/// and go. After each action no button may be left at work; now and then the weather turns good, and all must work
-/// again. The same seed does the same.
+/// A stress test: random actions, a generator with faulty answers, files and ports that come and go. After each
+/// action no button may be left busy; now and then all faults end, and everything must work again. The same seed
+/// repeats the same actions.
 class soak {
 public:
     explicit soak(std::uint64_t seed);
@@ -46,11 +45,11 @@ public:
 
 private:
     std::string some_action();
-    /// From now on the operator goes about a job, as far as the weather lets.
-    void take_some_road();
-    /// A press of a button that talks to the generator, of those that can be pressed now.
+    /// Queues the steps of an operator's task, as far as the faults allow.
+    void start_some_task();
+    /// Presses a random enabled button that talks to the generator.
     std::string some_exchange();
-    void some_weather();
+    void some_disturbance();
     std::string some_faults();
     std::string some_port();
     std::string some_sink();
@@ -62,11 +61,11 @@ private:
     void expect(const std::string& line, const std::string& answer);
 
     std::string say(const std::string& line);
-    void look_after(const std::string& answer);
-    void look_at_failure(const std::string& answer);
-    void look_at_rules();
-    void look_at_clock();
-    void look_around();
+    void check_after(const std::string& answer);
+    void check_failure(const std::string& answer);
+    void check_rules();
+    void check_clock();
+    void check_recovery();
     void remember_transcript();
     void remember_control(const std::string& said);
     void problem(const std::string& what);
@@ -82,9 +81,9 @@ private:
     robot_at_hand desk_;
     monkey operator_;
     soak_summary summary_;
-    std::deque<std::string> road_; // still to be said
+    std::deque<std::string> task_; // still to be sent
     std::int64_t clock_ms_ = 0;
-    std::string last_lines_; // before a problem, for whoever has to find it
+    std::string last_lines_; // before a problem, for diagnosis
 };
 
 } // namespace desk::test

@@ -86,7 +86,7 @@ bytes soak_files::some_edid() {
     for (int i = changes.at(static_cast<std::size_t>(below(changes.size()))); i > 0; --i)
         edid.at(static_cast<std::size_t>(below(256))) = static_cast<std::uint8_t>(below(256));
     if (below(3) == 0) {
-        // descriptors that stand there twice, and one of another kind
+        // duplicates a descriptor, and changes the type of one
         std::copy_n(edid.begin() + 54 + 18 * below(4), 18, edid.begin() + 54 + 18 * below(4));
         edid.at(static_cast<std::size_t>(57 + 18 * below(4))) = static_cast<std::uint8_t>(0xFA + below(6));
     }

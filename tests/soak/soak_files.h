@@ -10,22 +10,22 @@
 
 namespace desk::test {
 
-/// The desk's directory with files of every fate in it: good ones, bad ones, read-only ones, a folder where a file is
-/// expected, names of files that are not there, and names to save under.
+/// The desk's directory with all sorts of files: good ones, bad ones, read-only ones, a folder instead of a file,
+/// names of missing files, and names to save to.
 class soak_files {
 public:
     explicit soak_files(std::mt19937_64& random);
 
     const std::filesystem::path& path() const { return directory_.path(); }
-    /// What an operator may choose; some names come several times.
+    /// Names for the operator to choose from; some occur several times.
     const std::vector<std::string>& names() const { return names_; }
 
-    /// Some file gets another content or goes away.
+    /// Changes or removes a random file.
     void change_some();
-    /// Bytes like those of an EDID, good, a little wrong or beyond recognition.
+    /// EDID-like bytes: good, slightly wrong or unrecognizable.
     bytes some_edid();
 
-    /// The settings file or the catalogue becomes one that the desk can't start with.
+    /// Breaks the settings file or the catalogue, so that the desk can't start.
     void spoil_start();
     void mend_start();
 

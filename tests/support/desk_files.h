@@ -8,7 +8,7 @@ inline const std::string usual_settings =
     "1\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n"
     "\"\"\r\n0\r\n0\r\n0\r\n";
 
-/// A catalogue of so many plain rows.
+/// A catalogue with these numbers of plain rows.
 inline std::string plain_catalogue(int timings, int patterns) {
     std::string text = std::to_string(timings) + "\r\n";
     for (int i = 1; i <= timings; ++i)

@@ -9,7 +9,7 @@
 
 namespace desk::test {
 
-/// The main window on a scripted machine, with its files in a directory of its own.
+/// The main window on a scripted machine, with its files in a temporary directory.
 class desk_fixture : public testing::Test {
 protected:
     desk_fixture() {

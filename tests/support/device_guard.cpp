@@ -1,5 +1,5 @@
-// Preloaded into every test and the programs that it starts: ends the one that opens a device that no test has made.
-// The machine's serial ports, terminals, disks and displays are somebody else's.
+// Preloaded into every test and its child processes: aborts one that opens a device not created by a test. The
+// machine's serial ports, terminals, disks and displays belong to others.
 
 #include <array>
 #include <cerrno>
@@ -16,7 +16,7 @@
 
 namespace {
 
-// a preloaded library must not allocate: the program's own allocator may be inside an open
+// a preloaded library must not allocate: the program's allocator may be inside an open
 using path_text = std::array<char, PATH_MAX>;
 
 bool is_allowed_device(std::string_view device) {
@@ -34,7 +34,7 @@ bool is_allowed_device(std::string_view device) {
     std::abort();
 }
 
-/// The path as seen from the root; an empty text where it is no path of a device.
+/// The absolute path of a device, or an empty text if it is not a device.
 void find_device(int directory, const char* path, path_text& device) {
     path_text whole{};
     if (path[0] != '/' && directory != AT_FDCWD) {
@@ -47,15 +47,15 @@ void find_device(int directory, const char* path, path_text& device) {
         std::snprintf(whole.data(), whole.size(), "%s", path);
     }
     const std::string_view asked = whole.data();
-    // what the test was given as its own standard streams
+    // the standard streams that the test inherited
     if (asked.starts_with("/dev/std") || asked.starts_with("/dev/fd") || asked.starts_with("/proc/")) return;
     if (::realpath(whole.data(), device.data()) == nullptr) {
-        // a device that is not there on this machine may be there on another
+        // a device missing on this machine may exist on another
         device = asked.starts_with("/dev/") ? whole : path_text{};
     }
 }
 
-/// False: the open has to fail, with errno set.
+/// False: the open fails with errno set.
 bool may_open(int directory, const char* path) {
     if (path == nullptr) return true;
     const int error_before = errno;
@@ -65,7 +65,7 @@ bool may_open(int directory, const char* path) {
     const std::string_view name = device.data();
     if (!name.starts_with("/dev/") || is_allowed_device(name)) return true;
     if (name == "/dev/tty") {
-        // shells try it on their own; a test has no controlling terminal
+        // shells try it by themselves; a test has no controlling terminal
         errno = ENXIO;
         return false;
     }
@@ -99,7 +99,7 @@ int guarded_openat(const char* function, int directory, const char* path, int fl
 
 } // namespace
 
-// the names under which the C library's callers reach these
+// the C library's names for these
 extern "C" {
 
 int open(const char* path, int flags, ...) {

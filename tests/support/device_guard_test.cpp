@@ -26,7 +26,7 @@ protected:
 using device_guard_death = device_guard;
 
 TEST_F(device_guard_death, ends_a_test_that_opens_a_device_of_the_machine) {
-    // one that no machine has: should the guard fail, nothing is opened
+    // no machine has this one: if the guard fails, nothing is opened
     const char* const port = "/dev/ttyS_of_the_machine";
     EXPECT_DEATH(::open(port, O_RDWR | O_NOCTTY), "opens /dev/ttyS_of_the_machine");
     EXPECT_DEATH(::openat(AT_FDCWD, port, O_RDWR), "opens /dev/ttyS_of_the_machine");
@@ -48,12 +48,12 @@ TEST_F(device_guard, ends_a_program_that_a_test_starts) {
     EXPECT_TRUE(WIFSIGNALED(status) || WEXITSTATUS(status) == 128 + SIGABRT) << status;
 }
 
-TEST_F(device_guard, gives_a_test_no_controlling_terminal) {
+TEST_F(device_guard, denies_a_test_a_controlling_terminal) {
     EXPECT_EQ(::open("/dev/tty", O_RDWR), -1);
     EXPECT_EQ(errno, ENXIO);
 }
 
-TEST_F(device_guard, lets_files_and_the_harmless_devices_through) {
+TEST_F(device_guard, allows_files_and_harmless_devices) {
     for (const char* path : {"/dev/null", "/dev/urandom", "/dev/ptmx", "/proc/self/status"}) {
         const int file = ::open(path, O_RDONLY | O_NOCTTY);
         EXPECT_GE(file, 0) << path;
@@ -61,7 +61,7 @@ TEST_F(device_guard, lets_files_and_the_harmless_devices_through) {
     }
 }
 
-TEST_F(device_guard, comes_with_no_display) {
+TEST_F(device_guard, comes_without_a_display) {
     EXPECT_EQ(std::getenv("DISPLAY"), nullptr);
     EXPECT_EQ(std::getenv("WAYLAND_DISPLAY"), nullptr);
     EXPECT_STREQ(std::getenv("QT_QPA_PLATFORM"), "offscreen");

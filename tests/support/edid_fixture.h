@@ -42,7 +42,7 @@ inline constexpr std::uint8_t trans = 0;
 
 inline const std::string edid_header("\x00\xFF\xFF\xFF\xFF\xFF\xFF\x00", 8);
 
-/// So many bytes that differ from place to place: 1, 4, 7, ...
+/// `count` bytes that differ from place to place: 1, 4, 7, ...
 inline std::string some_bytes(std::size_t count) {
     std::string data;
     for (std::size_t i = 0; i < count; ++i)
@@ -52,7 +52,7 @@ inline std::string some_bytes(std::size_t count) {
 
 inline int byte_at(std::string_view data, std::size_t place) { return static_cast<std::uint8_t>(data[place]); }
 
-/// The checksum that block 0 or 1 of these bytes needs: 1 to 256.
+/// The correct checksum of block 0 or 1: 1 to 256.
 inline int needed_by(std::string_view data, std::size_t block) {
     int sum = 0;
     for (std::size_t i = 128 * block; i < 128 * block + 127; ++i)
@@ -60,22 +60,22 @@ inline int needed_by(std::string_view data, std::size_t block) {
     return 256 - sum % 256;
 }
 
-/// These bytes with the checksum that the block needs; one that needs 256 gets 0.
+/// These bytes with the block's correct checksum; 256 becomes 0.
 inline std::string mended(std::string data, std::size_t block) {
     data[128 * block + 127] = static_cast<char>(needed_by(data, block));
     return data;
 }
 
-/// These bytes with a block that needs 256.
+/// These bytes with a block whose correct checksum is 256.
 inline std::string needing_256(std::string data, std::size_t block) {
     data[128 * block + 100] = static_cast<char>(byte_at(data, 128 * block + 100) + needed_by(data, block));
     return mended(std::move(data), block);
 }
 
-/// 256 bytes that begin like an EDID; both blocks have the checksum that they need.
+/// 256 bytes with an EDID header and correct checksums in both blocks.
 inline std::string good_edid() { return mended(mended(edid_header + some_bytes(248), 0), 1); }
 
-/// 256 bytes at random, with right and wrong checksums; with 1 in 16 blocks that need 256.
+/// 256 random bytes, with correct and wrong checksums; 1 in 16 blocks has checksum 256.
 class random_edids {
 public:
     explicit random_edids(std::uint32_t seed) : random_(seed) {}
@@ -108,7 +108,7 @@ inline std::string window_text_of(std::string_view data) {
     return text.str();
 }
 
-/// What a checksum label tells of block 0 or 1 of these bytes: "BK0=3C Correct.".
+/// A checksum label's text for block 0 or 1: "BK0=3C Correct.".
 inline std::string checksum_text(std::string_view data, std::size_t block) {
     const int needed = needed_by(data, block);
     std::ostringstream text;
@@ -117,7 +117,7 @@ inline std::string checksum_text(std::string_view data, std::size_t block) {
     return text.str();
 }
 
-/// These bytes in a buffer, filled up with others.
+/// A buffer with these bytes, padded with `filler`.
 inline edid_buffer buffer_of(std::string_view data, std::uint8_t filler = 0xFF) {
     edid_buffer buffer{};
     buffer.fill(filler);
@@ -125,7 +125,7 @@ inline edid_buffer buffer_of(std::string_view data, std::uint8_t filler = 0xFF) 
     return buffer;
 }
 
-/// Everything that can be seen, by name: "cmd_write.enabled", "form.caption".
+/// Visible properties by name: "cmd_write.enabled", "form.caption".
 using looks = std::map<std::string, std::string>;
 
 template <class Control, class Tell>
@@ -133,7 +133,6 @@ void tell_caption(const control& c, Tell tell) {
     if (const auto* shown = as<Control>(&c)) tell(".caption", shown->caption);
 }
 
-/// What the controls of a window show.
 inline looks looks_of(const window& form) {
     looks all{{"form.caption", form.caption}};
     for (const control* c : form.controls()) {
@@ -173,8 +172,8 @@ protected:
         };
     }
 
-    /// The generator brings the EDID of its sink behind "ERD001", and its results behind the 256 bytes of a WRITE and
-    /// behind "ERS001".
+    /// The generator sends its sink's EDID after "ERD001", and its results after the 256 bytes of a WRITE and after
+    /// "ERS001".
     void take(const std::string& written) override {
         if (answers.contains(written) && answers[written].empty()) return;
         if (written == "ERD001") bring(sink, 60);
@@ -185,7 +184,6 @@ protected:
 
     std::string path(const std::string& name) const { return utf8_from_path(directory / name); }
 
-    /// The operator presses OPEN and chooses this file.
     void open(const std::string& name) {
         m.files.choices = {file_choice{path(name), 1}};
         view.cmd_load.on_click();
@@ -194,15 +192,15 @@ protected:
         directory.put(name, content);
         open(name);
     }
-    /// The operator presses SAVE on the WRITE or the READ side and chooses this file and kind (1 HEX, 2 BIN).
+    /// Presses SAVE on the WRITE or the READ side and chooses this file and type (1 HEX, 2 BIN).
     void save(const button& pressed, const std::string& name, int filter_index) {
         m.files.choices = {file_choice{path(name), filter_index}};
         pressed.on_click();
     }
 
-    /// From here on `changed` looks for what is no longer the same.
+    /// Starts a comparison for `changed`.
     void remember() { before_ = everything(); }
-    /// The names of what has changed since `remember`, in the order of the alphabet.
+    /// Names of everything changed since `remember`, sorted.
     strings changed() const {
         strings names;
         looks before = before_;

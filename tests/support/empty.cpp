@@ -1,1 +1,1 @@
-// Only its precompiled headers are wanted.
+// Exists for its precompiled header.

@@ -9,7 +9,7 @@
 
 namespace desk::test {
 
-/// The run-time failure that `work` ends in; nothing where it ends well.
+/// The code of the run-time failure thrown by `work`, if any.
 template <class Work>
 std::optional<failure> failure_of(Work&& work) {
     try {
@@ -20,7 +20,7 @@ std::optional<failure> failure_of(Work&& work) {
     return std::nullopt;
 }
 
-/// What the run-time failure that `work` ends in tells the operator; empty where it ends well.
+/// The sentence of the run-time failure thrown by `work`; empty if none.
 template <class Work>
 std::string sentence_of(Work&& work) {
     try {

@@ -18,7 +18,7 @@
 
 namespace desk::test {
 
-/// A clock that moves by one step for each pump in which nothing is due, and events at set times.
+/// A clock that advances one step on each pump in which nothing is due, and events at set times.
 class scripted_events final : public event_pump {
 public:
     std::int64_t now = 0;
@@ -29,7 +29,7 @@ public:
     std::function<void()> on_turn; ///< in each turn of a wait that does not pump
     timer* ticking = nullptr;
 
-    /// Does something when the clock has run on by so many milliseconds.
+    /// Runs `work` when `ms` milliseconds have passed.
     void in(std::int64_t ms, std::function<void()> work) { pending_.push_back({now + ms, std::move(work)}); }
 
     std::chrono::milliseconds clock_time() override { return std::chrono::milliseconds(now); }
@@ -80,7 +80,7 @@ private:
     std::optional<std::int64_t> next_tick_;
 };
 
-/// A port that takes note of what is done with it.
+/// A port that records its calls.
 class scripted_port final : public serial_port {
 public:
     std::vector<std::string> done; ///< "open 3", "close", "discard input", "discard output", "write TIM001"
@@ -118,7 +118,7 @@ private:
     std::vector<std::string> written_;
 };
 
-/// Takes the first of what is laid out; without any it is `otherwise`.
+/// Takes the first prepared value, or `otherwise` if there is none.
 template <class Value>
 Value take_first(std::deque<Value>& laid_out, Value otherwise) {
     if (laid_out.empty()) return otherwise;
@@ -127,7 +127,7 @@ Value take_first(std::deque<Value>& laid_out, Value otherwise) {
     return first;
 }
 
-/// Message boxes that are noted and answered as the test lays out, and with OK behind that.
+/// Records message boxes and gives the prepared answers, then OK.
 class noted_boxes final : public message_box {
 public:
     struct shown {
@@ -147,7 +147,7 @@ public:
     }
 };
 
-/// File dialogs that are noted and choose as the test lays out; behind that they are cancelled.
+/// Records file dialogs and gives the prepared choices, then cancels.
 class scripted_files final : public file_dialog {
 public:
     std::vector<file_dialog_setup> shown;
@@ -159,7 +159,7 @@ public:
     }
 };
 
-/// Modal windows that the test closes, or that are closed as soon as they are shown.
+/// Modal windows: calls on_show, then closes the window.
 class scripted_windows final : public modal_windows {
 public:
     std::function<void(window&)> on_show;
@@ -171,7 +171,7 @@ public:
     }
 };
 
-/// A calendar that stands still.
+/// A fixed date and time.
 class fixed_calendar final : public calendar {
 public:
     std::tm moment{};
@@ -187,7 +187,6 @@ public:
     std::tm now() override { return moment; }
 };
 
-/// A machine of which every part is scripted.
 struct fake_machine {
     scripted_port port;
     scripted_events events;
@@ -197,11 +196,11 @@ struct fake_machine {
     fixed_calendar dates;
     machine host{port, events, boxes, files, windows, dates, {}};
 
-    /// The generator answers every command with itself, some milliseconds later.
+    /// Makes the generator echo every command after `ms` milliseconds.
     void echo_all(std::int64_t ms = 10) {
         port.on_write = [this, ms](const std::string& cmd) { events.in(ms, [this, cmd] { port.arrive(cmd); }); };
     }
-    /// The generator answers every command like this.
+    /// Makes the generator give this answer to every command.
     void answer_all(const std::string& answer, std::int64_t ms = 10) {
         port.on_write = [=, this](const std::string&) { events.in(ms, [=, this] { port.arrive(answer); }); };
     }

@@ -7,7 +7,7 @@
 
 namespace desk::test {
 
-/// While it lives no file can grow beyond so many bytes: what is written ends half way, as on a full disk.
+/// While it lives, no file can grow beyond `bytes`: writes end halfway, as on a full disk.
 class file_size_limit {
 public:
     explicit file_size_limit(rlim_t bytes) : signal_before_(std::signal(SIGXFSZ, SIG_IGN)) {

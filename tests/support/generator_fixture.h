@@ -16,14 +16,14 @@ namespace desk::test {
 using strings = std::vector<std::string>;
 using boxes = std::vector<noted_boxes::shown>;
 
-/// How a button looks: "red dead", "green live", "face live".
+/// State of a button: "red dead", "green live", "face live".
 inline std::string look_of(const button& b) {
     const std::map<color, std::string> names{{255, "red"}, {65280, "green"}, {0x8000000F, "face"}};
     const auto found = names.find(b.back_color);
     return (found == names.end() ? "?" : found->second) + (b.enabled ? " live" : " dead");
 }
 
-/// An open line on a scripted machine, with a generator behind it that answers.
+/// An open line on a scripted machine, with an answering generator.
 class generator_fixture : public testing::Test {
 protected:
     generator_fixture() {
@@ -37,11 +37,11 @@ protected:
         link.set_comm();
     }
 
-    /// What else the generator does with a command or raw bytes.
+    /// Further effects of a command or raw bytes on the generator.
     virtual void take(const std::string& /*written*/) {}
 
-    /// From now on writes down what is to be seen at each pump, at each write behind what is written ("TIM001: ...")
-    /// and at each box ("box: ..."); what looks like the frame before is left out.
+    /// From now on records `look` at each pump, at each write ("TIM001: ...") and at each box ("box: ..."). Skips
+    /// repeated frames.
     void film(const std::function<std::string()>& look) {
         m.events.on_pump = [this, look] { add_frame(look()); };
         m.boxes.on_show = [this, look] { add_frame("box: " + look()); };
@@ -51,8 +51,7 @@ protected:
     fake_machine m;
     exchange link{m.host};
 
-    /// What the generator answers to a command: nothing where this is empty, and the command itself without an entry.
-    /// To raw bytes it answers nothing.
+    /// Answers by command: empty for none, and an echo for commands without an entry. Raw bytes get no answer.
     std::map<std::string, std::string> answers;
     bool unplugged = false; ///< no answer at all
     strings frames;

@@ -10,7 +10,7 @@ namespace {
 
 using strings = std::vector<std::string>;
 
-/// The first word of an answer; of a fatal one with its number.
+/// The first word of an answer; of a fatal one also its number.
 std::string outcome_of(const std::string& answer) {
     const std::size_t end = answer.find(' ');
     if (!answer.starts_with("fatal ")) return answer.substr(0, end);
@@ -42,7 +42,7 @@ std::string monkey::act_once() {
     look_at_controls();
     if (below(4) == 0) say(some_choice());
     if (below(10) == 0) say(some_trouble());
-    // in the middle of what comes next
+    // during the next action
     if (below(4) == 0) say("after " + std::to_string(below(1200)) + " " + some_action());
     return say(some_action());
 }
@@ -84,13 +84,13 @@ std::string monkey::some_choice() {
 std::string monkey::some_action() {
     if (!modal_.empty() && below(20) == 0)
         return one_of(strings{"close frm_diag", "close frm_report", "click cmd_edid", "key frm_main 65"});
-    // much goes on in this view, and most of all where an EDID is translated
+    // this view has many functions, most of them while an EDID is translated
     if (desk_.answer("get fra_edid_edit.shown") == "ok true" && below(2) == 0)
         return below(8) == 0 ? one_of(strings{"click cmd_edid_report", "click cmd_edid_back"}) : some_node();
     if (modal_.empty() && below(8) == 0)
         return one_of(strings{"click cmd_edid", "click cmd_load", "click cmd_read", "click cmd_save_write",
                               "click cmd_read_translate", "click cmd_write_translate"});
-    // mostly what an operator could reach, sometimes what is hidden or dead
+    // mostly controls in the operator's reach, sometimes hidden or disabled ones
     for (int tries = 0; tries < 200; ++tries) {
         const auto [name, kind] = one_of(controls_);
         const bool usable = desk_.answer("get " + name + ".shown") == "ok true" &&

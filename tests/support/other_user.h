@@ -15,7 +15,7 @@
 
 namespace desk::test {
 
-/// A user of the machine; none of these needs an account.
+/// A user by numbers; needs no account.
 struct user {
     uid_t number;
     gid_t group;
@@ -25,11 +25,11 @@ struct user {
 inline constexpr gid_t lab = 64300;
 inline const user alice{64301, 64301, {lab}};
 inline const user bob{64302, 64302, {lab}};
-inline const user carol{64303, 64303}; ///< not of the lab
+inline const user carol{64303, 64303}; ///< not in the lab group
 
 inline bool can_be_others() { return ::geteuid() == 0; }
 
-/// Runs `work` in a process of another user's with umask 077, and returns what it returns. Needs root.
+/// Runs `work` in a process of another user with umask 077, and returns its result. Needs root.
 template <class Work>
 std::string as_user(const user& who, Work&& work) {
     int ends[2] = {-1, -1};

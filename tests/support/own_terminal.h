@@ -16,12 +16,12 @@
 
 namespace desk::test {
 
-/// A pseudo terminal of the test's own, cooked as that of a shell. Its other end is held open by the test.
+/// A pseudo terminal in cooked mode, like that of a shell. The test holds its other end.
 class own_terminal {
 public:
     own_terminal() : master_(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
         if (master_ < 0 || ::grantpt(master_) != 0 || ::unlockpt(master_) != 0)
-            throw std::runtime_error("no pseudo terminal can be had");
+            throw std::runtime_error("no pseudo terminal is available");
         name_ = ::ptsname(master_);
         slave_ = ::open(name_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
     }
@@ -47,11 +47,11 @@ public:
     }
     void end_exclusive_mode() const { ::ioctl(slave_, TIOCNXCL); }
 
-    /// As the program at the other end does: a keyboard, or a generator.
+    /// Writes from the other end, like a keyboard or a generator.
     void type(const std::string& text) const {
-        if (::write(master_, text.data(), text.size()) < 0) throw std::runtime_error("the terminal takes nothing");
+        if (::write(master_, text.data(), text.size()) < 0) throw std::runtime_error("cannot write to the terminal");
     }
-    /// Waits until so many bytes that were typed can be read from the terminal; false: they don't come.
+    /// Waits until `count` typed bytes can be read from the terminal; false: timed out.
     bool has_waiting(int count) const {
         int waiting = 0;
         for (int i = 0; i < 2000 && waiting != count; ++i) {
@@ -60,7 +60,6 @@ public:
         }
         return waiting == count;
     }
-    /// What was written to the terminal.
     std::string shown() const {
         std::string all(4096, 0);
         pollfd ready{master_, POLLIN, 0};
@@ -68,7 +67,6 @@ public:
         all.resize(got > 0 ? static_cast<std::size_t>(got) : 0);
         return all;
     }
-    /// Pulls the cable.
     void hang_up() {
         ::close(master_);
         master_ = -1;
@@ -80,13 +78,13 @@ private:
     std::string name_;
 };
 
-/// A child of the test that does `work` and then lives until it is ended.
+/// A child process that runs `work` and then waits to be ended.
 class child_process {
 public:
     template <class Work>
     explicit child_process(Work&& work) {
         int ready[2] = {-1, -1};
-        if (::pipe(ready) != 0) throw std::runtime_error("no pipe can be had");
+        if (::pipe(ready) != 0) throw std::runtime_error("cannot create a pipe");
         id_ = ::fork();
         if (id_ == 0) {
             ::prctl(PR_SET_PDEATHSIG, SIGKILL);
@@ -107,16 +105,15 @@ public:
     child_process& operator=(const child_process&) = delete;
 
     int id() const { return id_; }
-    /// False: it has ended within `work`.
+    /// False: it ended during `work`.
     bool works() const { return works_; }
 
-    /// Ends it with this signal.
     void end(int signal) {
         ::kill(id_, signal);
         wait();
     }
 
-    /// Waits ten seconds for its end, then ends it by force; gives the signal that it ended by.
+    /// Waits up to ten seconds for its end, then kills it; returns the signal that ended it.
     int wait() {
         int status = 0;
         for (int i = 0; ::waitpid(id_, &status, WNOHANG) == 0; ++i) {

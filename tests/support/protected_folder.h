@@ -10,7 +10,7 @@
 
 namespace desk::test {
 
-/// While it lives, a folder takes no new files, though those in it are open to writing.
+/// While it lives, a folder accepts no new files, though its existing files stay writable.
 class protected_folder {
 public:
     explicit protected_folder(const std::filesystem::path& folder) : folder_(folder) {
@@ -20,7 +20,7 @@ public:
         std::filesystem::permissions(folder_, perms::owner_all | perms::group_all | perms::others_all);
         std::filesystem::permissions(folder_, perms::owner_write | perms::group_write | perms::others_write,
                                      std::filesystem::perm_options::remove);
-        // whoever may do everything is held up by no protection
+        // root ignores permissions
         EXPECT_EQ(::seteuid(user_ == 0 ? nobody : user_), 0);
     }
     protected_folder(const protected_folder&) = delete;

@@ -43,7 +43,7 @@ std::string in_digits(int number, std::size_t digits) {
     return text;
 }
 
-/// The text with all that is found in it written out.
+/// Replaces every match of `what` in the text.
 template <class WriteOut>
 std::string with_all_written_out(const std::string& text, const std::regex& what, WriteOut write_out) {
     std::string all;
@@ -55,7 +55,7 @@ std::string with_all_written_out(const std::string& text, const std::regex& what
     return all.append(from, text.cend());
 }
 
-/// The text with its runs ("{1..3:FT-%3}") written out.
+/// Expands runs: "{1..3:FT-%3}".
 std::string with_runs(const std::string& text) {
     static const std::regex run(R"(\{(\d+)\.\.(\d+)(:|, )([^}]*)\})");
     return with_all_written_out(text, run, [](const std::smatch& found, std::string& all) {
@@ -67,7 +67,7 @@ std::string with_runs(const std::string& text) {
     });
 }
 
-/// The text with its repetitions ("{12*00}") written out.
+/// Expands repetitions: "{12*00}".
 std::string with_repetitions(const std::string& text) {
     static const std::regex repetition(R"(\{(\d+)\*([^{}]*)\})");
     return with_all_written_out(text, repetition, [](const std::smatch& found, std::string& all) {
@@ -77,7 +77,7 @@ std::string with_repetitions(const std::string& text) {
 }
 
 /// Bytes in hexadecimal digits as the windows show them: eight to a line, each line with the index of its last byte,
-/// an empty line behind byte 127.
+/// an empty line after byte 127.
 std::string window_text_of(const std::string& digits) {
     std::ostringstream text;
     text << std::uppercase << std::hex;
@@ -90,20 +90,20 @@ std::string window_text_of(const std::string& digits) {
     return text.str();
 }
 
-/// The text with its window texts ("{text 00FF}") written out.
+/// Expands window texts: "{text 00FF}".
 std::string with_window_texts(const std::string& text) {
     static constexpr std::string_view opening = "{text ";
     std::string all = text;
     for (std::size_t at = 0; (at = all.find(opening, at)) != std::string::npos;) {
         const std::size_t end = all.find('}', at);
-        if (end == std::string::npos) throw std::runtime_error("a window text without its end: " + text);
+        if (end == std::string::npos) throw std::runtime_error("unterminated window text: " + text);
         const std::size_t from = at + opening.size();
         all.replace(at, end + 1 - at, window_text_of(all.substr(from, end - from)));
     }
     return all;
 }
 
-/// The first word of a text, which loses it.
+/// Removes the first word of a text and returns it.
 std::string take_word(std::string& text) {
     const std::size_t end = std::min(text.find(' '), text.size());
     const std::string word = text.substr(0, end);
@@ -111,24 +111,23 @@ std::string take_word(std::string& text) {
     return word;
 }
 
-/// A JSON string as bytes, one for each character; or bytes in hexadecimal digits behind "hex:".
+/// A JSON string as bytes, one for each character; after "hex:", bytes in hexadecimal digits.
 std::string bytes_of_json(const std::string& text) {
     if (text.starts_with("hex:")) {
         const auto bytes = robot::bytes_of_hex(std::string_view(text).substr(4));
-        if (!bytes) throw std::runtime_error("no hexadecimal digits: " + text);
+        if (!bytes) throw std::runtime_error("not hexadecimal digits: " + text);
         return *bytes;
     }
     const auto value = nlohmann::json::parse(text, nullptr, false);
-    if (!value.is_string()) throw std::runtime_error("no JSON string: " + text);
+    if (!value.is_string()) throw std::runtime_error("not a JSON string: " + text);
     std::string bytes;
     for (const char32_t c : characters_of(value.get<std::string>())) {
-        if (c > 0xFF) throw std::runtime_error("a character above 255 is no byte: " + text);
+        if (c > 0xFF) throw std::runtime_error("not a byte: a character above 255: " + text);
         bytes.push_back(static_cast<char>(c));
     }
     return bytes;
 }
 
-/// One scenario under way.
 class run {
 public:
     explicit run(std::string_view default_catalogue) {
@@ -148,7 +147,7 @@ public:
             else
                 command(text);
         } catch (const std::exception& e) {
-            fail("a line that can be carried out", e.what());
+            fail("a valid line", e.what());
         }
     }
 
@@ -214,7 +213,7 @@ private:
             directory_.put(name, bytes_of_json(text));
     }
 
-    /// A file of this very name: some systems take upper and lower case for the same.
+    /// Whether a file with exactly this name exists: some file systems ignore case.
     bool stands_there(const std::string& name) const {
         const std::filesystem::path wanted = directory_ / name;
         std::error_code no_folder;
@@ -236,7 +235,7 @@ private:
     void expect_file_holds(const std::string& name, const std::string& pattern) {
         if (!directory_.has(name)) return fail("the file " + name, "none");
         const std::string content = robot::json_text(text_from_bytes(directory_.content(name)));
-        // without the quotes around it, so that the ends of the text are those of the pattern
+        // without its quotes, so that the pattern can match its ends
         const std::string text = content.substr(1, content.size() - 2);
         if (!std::regex_search(text, std::regex(pattern))) fail(pattern, text);
     }
@@ -247,7 +246,7 @@ private:
             expected.push_back(take_word(names));
         for (const std::string& name : expected) {
             if (std::find(view_controls.begin(), view_controls.end(), name) == view_controls.end())
-                fail("the name of a control that views show and hide", name);
+                fail("a control that views show and hide", name);
         }
         for (const std::string& name : view_controls) {
             const bool wanted = std::find(expected.begin(), expected.end(), name) != expected.end();
@@ -266,7 +265,7 @@ private:
             if (answer != (wanted ? "ok 65280" : "ok 2147483663")) fail(member + (wanted ? " lit" : " dark"), answer);
             ++count;
         }
-        if (count == 0 || lit >= count) fail("a group that has this button", group);
+        if (count == 0 || lit >= count) fail("a group with this button", group);
     }
 
     int clock() { return number(robot_.answer("clock").substr(3)); }
@@ -325,7 +324,7 @@ int run_scenario_file(const std::filesystem::path& file) {
     const std::string catalogue = read_whole_file(file.parent_path() / "default_catalogue.ini");
     const std::vector<scenario> scenarios = scenarios_of(read_whole_file(file));
     int failed = scenarios.empty() ? 1 : 0;
-    if (scenarios.empty()) std::cout << file.filename() << " holds no scenario\n";
+    if (scenarios.empty()) std::cout << file.filename() << " contains no scenario\n";
     for (const scenario& s : scenarios) {
         const std::vector<std::string> failures = run_scenario(s, catalogue);
         if (failures.empty()) continue;

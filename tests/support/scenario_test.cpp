@@ -11,7 +11,7 @@ namespace {
 constexpr std::string_view catalogue = "1\r\n\"[01] one\",800,640,16,96,\"-\",525,480,10,2,\"-\",25.175\r\n"
                                        "1\r\n\"[01] bar\"\r\n";
 
-/// What fails in a scenario of these lines.
+/// The failures of a scenario with these lines.
 std::vector<std::string> failures_of(const std::string& lines) {
     return run_scenario(scenarios_of("== rule\n" + lines).at(0), catalogue);
 }
@@ -28,7 +28,7 @@ TEST(a_scenario_file, holds_scenarios_with_the_numbers_of_their_lines) {
 
 TEST(a_scenario_file, begins_with_a_rule) { EXPECT_THROW(scenarios_of("start\n== rule\n"), std::runtime_error); }
 
-TEST(a_scenario, goes_well_where_every_answer_is_as_told) {
+TEST(a_scenario, passes_if_every_answer_matches) {
     EXPECT_TRUE(failures_of("start\n"
                             "field com_port   -> ok 1\n"
                             "get lab_ver.caption   -> ~ v1[01]\n"
@@ -36,7 +36,7 @@ TEST(a_scenario, goes_well_where_every_answer_is_as_told) {
                     .empty());
 }
 
-TEST(a_scenario, fails_where_an_answer_is_another) {
+TEST(a_scenario, fails_if_an_answer_differs) {
     const auto failures = failures_of("start\nfield com_port   -> ok 2\n");
     ASSERT_EQ(failures.size(), 1U);
     EXPECT_NE(failures[0].find("line 3: field com_port"), std::string::npos);
@@ -44,7 +44,7 @@ TEST(a_scenario, fails_where_an_answer_is_another) {
     EXPECT_NE(failures[0].find("got      ok 1"), std::string::npos);
 }
 
-TEST(a_scenario_file, gives_names_to_texts) {
+TEST(a_scenario_file, names_texts) {
     const auto scenarios = scenarios_of("let $row = select lstv_timing\nlet $all = $row 1\n== rule\n$row 7\n$all\n");
     ASSERT_EQ(scenarios.size(), 1U);
     EXPECT_EQ(scenarios[0].lines[0].text, "select lstv_timing 7");
@@ -52,7 +52,7 @@ TEST(a_scenario_file, gives_names_to_texts) {
     EXPECT_THROW(scenarios_of("let $row\n"), std::runtime_error);
 }
 
-TEST(a_scenario, writes_runs_out) {
+TEST(a_scenario, expands_runs) {
     EXPECT_TRUE(failures_of("start\n"
                             "type txt_motion_str \"{9..11:%3}{1..1:x}{2..1:y}\"\n"
                             "get txt_motion_str.text   -> ok \"009010011x\"\n"
@@ -79,21 +79,21 @@ TEST(a_scenario, knows_the_lit_button_of_a_group) {
               2U);
 }
 
-TEST(a_scenario, fails_where_an_answer_is_longer_or_shorter) {
+TEST(a_scenario, fails_if_an_answer_is_longer_or_shorter) {
     EXPECT_EQ(failures_of("start\nboxes   -> ok\n").size(), 1U);
     EXPECT_EQ(failures_of("start   -> ok true\n").size(), 1U);
 }
 
-TEST(a_scenario, fails_where_nothing_of_the_answer_fits) {
+TEST(a_scenario, fails_if_no_part_of_the_answer_matches) {
     EXPECT_EQ(failures_of("start\nfield com_port   -> ~ ^ok [2-8]$\n").size(), 1U);
 }
 
-TEST(a_scenario, wants_ok_where_nothing_is_told) {
+TEST(a_scenario, expects_ok_by_default) {
     EXPECT_EQ(failures_of("click cmd_timing\n").size(), 1U) << "no program runs";
     EXPECT_EQ(failures_of("! catalogue none\nstart\n").size(), 1U);
 }
 
-TEST(a_scenario, fails_for_a_directive_that_is_not_known) {
+TEST(a_scenario, fails_at_an_unknown_directive) {
     EXPECT_EQ(failures_of("! something\n").size(), 1U);
     EXPECT_EQ(failures_of("! settings no_string\n").size(), 1U);
 }
@@ -108,7 +108,7 @@ TEST(a_scenario, has_its_own_files) {
     EXPECT_EQ(failures_of("! file a.txt \"x\"\n! expect_file a.txt none\n").size(), 1U);
 }
 
-TEST(a_scenario, looks_at_all_that_views_show) {
+TEST(a_scenario, checks_everything_that_views_show) {
     EXPECT_TRUE(failures_of("start\n! on_show\nclick cmd_edid\n! on_show fra_edid\n").empty());
     EXPECT_FALSE(failures_of("start\n! on_show fra_edid\n").empty());
     EXPECT_FALSE(failures_of("start\nclick cmd_edid\n! on_show\n").empty());

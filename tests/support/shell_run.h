@@ -11,14 +11,13 @@
 
 namespace desk::test {
 
-/// What a command line of the system's shell ended with.
 struct shell_run {
-    int status = -1; ///< -1: it was ended by force
+    int status = -1; ///< -1: killed by a signal
     std::string out;
     std::string err;
 };
 
-/// Runs a command line; its output goes into files of `folder`.
+/// Runs a shell command; its output goes into files of `folder`.
 inline shell_run run_in_shell(const std::string& command, const temporary_directory& folder) {
     const auto quoted = [&](const char* name) { return "\"" + (folder / name).string() + "\""; };
     const int status = std::system((command + " >" + quoted("out") + " 2>" + quoted("err")).c_str());

@@ -20,12 +20,12 @@
 
 namespace desk::test {
 
-/// A row's name: its number in the second and third character.
+/// A row's name, with its number in the second and third characters.
 inline std::string numbered(int row, const std::string& what) {
     return std::string(row < 10 ? "[0" : "[") + std::to_string(row) + "] " + what;
 }
 
-/// A catalogue of so many rows: "[07] timing", "[41] pattern".
+/// A catalogue with these numbers of rows: "[07] timing", "[41] pattern".
 inline std::string numbered_catalogue(int timings, int patterns) {
     std::string text = std::to_string(timings) + "\r\n";
     for (int i = 1; i <= timings; ++i)
@@ -37,7 +37,7 @@ inline std::string numbered_catalogue(int timings, int patterns) {
     return text;
 }
 
-/// The index of the lit button of a group; -1: none is lit, -2: more than one.
+/// Index of the lit button of a group; -1: none, -2: several.
 template <std::size_t Count>
 int lit(const std::array<button, Count>& group) {
     int found = -1;
@@ -47,7 +47,6 @@ int lit(const std::array<button, Count>& group) {
     return found;
 }
 
-/// The rows of a list that are checked.
 inline std::vector<int> checked_rows(const list_view& list) {
     std::vector<int> rows;
     for (int i = 1; i <= list.row_count(); ++i) {
@@ -56,13 +55,13 @@ inline std::vector<int> checked_rows(const list_view& list) {
     return rows;
 }
 
-/// Checks these rows of a list and no others.
+/// Checks exactly these rows of a list.
 inline void set_checks(list_view& list, const std::vector<int>& rows) {
     for (int i = 1; i <= list.row_count(); ++i)
         list.set_checked(i, std::find(rows.begin(), rows.end(), i) != rows.end());
 }
 
-/// The parts of the signal side on a scripted machine, with a generator on the line that answers.
+/// The signal side on a scripted machine, with an answering generator.
 class signal_fixture : public generator_fixture {
 protected:
     explicit signal_fixture(int timings = 30, int patterns = 45) {
@@ -80,7 +79,6 @@ protected:
 
     void enter(int view) { link.view_mode = static_cast<std::int16_t>(view); }
 
-    /// The captions of the four status labels.
     strings labels() const {
         return {status.lab_timing.caption, status.lab_pattern.caption, status.lab_out.caption, status.lab_hdcp.caption};
     }

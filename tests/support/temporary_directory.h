@@ -11,7 +11,7 @@
 
 namespace desk::test {
 
-/// A fresh empty directory, gone with all its files at the end of its life.
+/// A new empty directory; deletes itself with its files.
 class temporary_directory {
 public:
     temporary_directory() {
@@ -28,13 +28,13 @@ public:
     }
 
     const std::filesystem::path& path() const { return path_; }
-    /// The path with "/" between its parts on every system: it can stand in a quoted word as it is.
+    /// The path with "/" as separator on every system, so that it can be quoted unchanged.
     std::string plain_name() const {
         const std::u8string name = path_.generic_u8string();
         return {name.begin(), name.end()};
     }
     std::filesystem::path operator/(std::string_view name) const {
-        // with the separators that the system's own names have
+        // with native separators
         return (path_ / path_from_utf8(name)).make_preferred();
     }
 

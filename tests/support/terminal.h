@@ -14,7 +14,7 @@
 
 namespace desk::test {
 
-/// A terminal that keeps what is written to it.
+/// A terminal that records its output.
 class terminal {
 public:
     terminal() : keyboard_(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
@@ -39,7 +39,7 @@ public:
         ::close(keyboard_);
     }
     const std::string& name() const { return name_; }
-    /// All that was written, when nobody writes any more.
+    /// Everything written; call it after the last write.
     const std::string& written() {
         hang_up();
         return written_;

@@ -7,7 +7,7 @@
 
 namespace desk::test {
 
-/// All the bytes of an answer, without its pauses.
+/// All bytes of an answer, without its pauses.
 inline std::string text_of(const answer& parts) {
     std::string text;
     for (const answer_part& part : parts)

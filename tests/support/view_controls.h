@@ -5,7 +5,7 @@
 
 namespace desk::test {
 
-/// All that a change of view hides.
+/// Everything that a change of view hides.
 inline const std::vector<std::string> view_controls = {
     "lstv_timing",
     "lstv_pattern",

@@ -1,4 +1,4 @@
-#include "dialog_hand.h"
+#include "dialog_driver.h"
 
 #include <QApplication>
 #include <QDir>
@@ -13,7 +13,7 @@ namespace desk::gui {
 
 namespace {
 
-/// Does `work` with the window of a kind that the desk waits in; looks for it for `ms` milliseconds at most.
+/// Waits up to `ms` milliseconds for a modal window of this kind and calls `work` with it.
 template <class Window>
 void when_it_waits_in(std::function<bool(Window&)> work, int ms) {
     QTimer::singleShot(10, qApp, [work = std::move(work), ms] {
@@ -51,10 +51,10 @@ void answer_next_file_dialog(std::vector<seen_dialog>& seen, const QString& path
     when_it_waits_in<QFileDialog>(answer, ms);
 }
 
-void in_next_window(const QString& name, std::function<void(const hand&)> work, int ms) {
+void in_next_window(const QString& name, std::function<void(const ui_driver&)> work, int ms) {
     const auto go_on = [name, work = std::move(work)](QWidget& window) {
         if (window.objectName() != name) return false;
-        work(hand(window));
+        work(ui_driver(window));
         return true;
     };
     when_it_waits_in<QWidget>(go_on, ms);

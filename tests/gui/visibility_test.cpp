@@ -1,8 +1,8 @@
-// What is seen without colours, at every scale, and in long lists.
+// Visibility without colours, at every scale, and in long lists.
 
 #include "bench_fixture.h"
+#include "qt/appearance.h"
 #include "qt/decoration.h"
-#include "qt/look.h"
 #include "qt/qt_dialogs.h"
 #include "qt/text_label.h"
 
@@ -21,16 +21,16 @@ namespace desk::gui {
 
 namespace {
 
-class eyes : public bench {
+class visibility : public bench {
 protected:
-    eyes() { plug_generator(); }
+    visibility() { plug_generator(); }
 
-    /// The window follows its models behind any event.
-    void follow() { operator_hand().click("lab_com"); }
+    /// Any event updates the window.
+    void follow() { driver().click("lab_com"); }
 
-    /// The left end of a button: where it is dark, whatever its colour.
+    /// Which pixels are dark at the left end of a button, whatever its colour.
     QImage marks(const QString& name) {
-        const QImage button = operator_hand().find(name).grab().toImage();
+        const QImage button = driver().find(name).grab().toImage();
         QImage end = button.copy(0, 0, qRound(14 * button.devicePixelRatio()), button.height());
         for (int y = 0; y < end.height(); ++y) {
             for (int x = 0; x < end.width(); ++x)
@@ -40,14 +40,14 @@ protected:
     }
 
     bool is_seen(const QString& list) {
-        auto& tree = operator_hand().find<QTreeWidget>(list);
+        auto& tree = driver().find<QTreeWidget>(list);
         return tree.viewport()->rect().contains(tree.visualItemRect(tree.currentItem()));
     }
 };
 
-TEST_F(eyes, tell_the_lit_buttons_apart_without_colours) {
+TEST_F(visibility, lit_buttons_differ_without_colours) {
     start();
-    operator_hand().click("cmd_setup");
+    driver().click("cmd_setup");
     std::vector<QImage> seen;
     for (const color lamp : {color_button_face, color_current_view, color_green, color_red}) {
         desk().panel.cmd_out[0].back_color = lamp;
@@ -60,7 +60,7 @@ TEST_F(eyes, tell_the_lit_buttons_apart_without_colours) {
     }
 }
 
-TEST_F(eyes, see_the_caption_beside_the_mark) {
+TEST_F(visibility, the_caption_is_beside_the_mark) {
     start();
     for (const QPushButton* b : program->main_window().findChildren<QPushButton*>()) {
         // the repair buttons are never lit
@@ -70,38 +70,38 @@ TEST_F(eyes, see_the_caption_beside_the_mark) {
     }
 }
 
-TEST_F(eyes, see_the_colours_that_tell_a_state_as_they_are) {
+TEST_F(visibility, state_colours_are_exact) {
     start();
     EXPECT_NEAR(qt::contrast(Qt::black, Qt::white), 21, 0.001);
-    const std::pair<color, QColor> told[] = {{color_green, QColor(0, 255, 0)},
-                                             {color_red, QColor(255, 0, 0)},
-                                             {color_current_view, QColor(128, 255, 255)},
-                                             {color_blue, QColor(0, 0, 255)}};
+    const std::pair<color, QColor> exact[] = {{color_green, QColor(0, 255, 0)},
+                                              {color_red, QColor(255, 0, 0)},
+                                              {color_current_view, QColor(128, 255, 255)},
+                                              {color_blue, QColor(0, 0, 255)}};
     for (const qt::scheme s : {qt::scheme::light, qt::scheme::dark}) {
         qt::set_scheme(s);
-        for (const auto& [model, real] : told) {
-            EXPECT_EQ(qt::ground_of(model, qt::colors_of(s)), real);
+        for (const auto& [model, real] : exact) {
+            EXPECT_EQ(qt::background_of(model, qt::colors_of(s)), real);
             EXPECT_EQ(qt::ink_of(model, qt::colors_of(s)), real);
             if (model == color_blue) continue;
             desk().panel.cmd_out[0].back_color = model;
             follow();
-            operator_hand().click("cmd_setup");
-            const QImage button = operator_hand().find("cmd_out_0").grab().toImage();
+            driver().click("cmd_setup");
+            const QImage button = driver().find("cmd_out_0").grab().toImage();
             EXPECT_EQ(button.pixelColor(button.width() - 6, 6), real);
         }
     }
     qt::set_scheme(qt::scheme::light);
 }
 
-TEST_F(eyes, read_a_coloured_mark_on_a_ground_of_its_own) {
+TEST_F(visibility, a_coloured_mark_has_its_own_background) {
     start();
-    operator_hand().click("cmd_edid");
+    driver().click("cmd_edid");
     desk().workbench.fra_compare.visible = true;
     desk().workbench.lab_pass.caption = "PASS";
     const auto ground = [this](color fore) {
         desk().workbench.lab_pass.fore_color = fore;
         follow();
-        const QWidget& w = operator_hand().find("lab_pass");
+        const QWidget& w = driver().find("lab_pass");
         const QPoint corner = w.mapTo(&program->main_window(), QPoint(0, 0));
         const QImage mark = program->main_window().grab(QRect(corner, w.size())).toImage();
         // beside the first letter
@@ -117,7 +117,7 @@ TEST_F(eyes, read_a_coloured_mark_on_a_ground_of_its_own) {
     qt::set_scheme(qt::scheme::light);
 }
 
-TEST_F(eyes, see_every_caption_whole) {
+TEST_F(visibility, every_caption_fits) {
     start();
     for (const auto* b : program->main_window().findChildren<QAbstractButton*>()) {
         if (!b->objectName().startsWith("chk_") && !b->objectName().startsWith("opt_")) continue;
@@ -125,27 +125,27 @@ TEST_F(eyes, see_every_caption_whole) {
             << qPrintable(b->objectName());
     }
     for (const auto* l : program->main_window().findChildren<qt::text_label*>()) {
-        // the files' own names are cut where they are too long
+        // long file names are elided
         if (l->objectName().startsWith("lab_pre_f")) continue;
         for (const QString& line : l->text().split('\n'))
             EXPECT_LE(QFontMetricsF(l->font()).horizontalAdvance(line), l->width()) << qPrintable(l->objectName());
     }
 }
 
-TEST_F(eyes, see_where_the_focus_is) {
+TEST_F(visibility, the_focus_is_visible) {
     start();
-    const hand h = operator_hand();
-    // what is around the control, from before and with the focus
+    const ui_driver ui = driver();
+    // the surroundings of the control, without and with the focus
     const auto around = [&](const char* name) {
-        const QWidget& w = h.find(name);
+        const QWidget& w = ui.find(name);
         const QRect place(w.mapTo(&program->main_window(), QPoint(-3, -3)), w.size() + QSize(6, 6));
         return program->main_window().grab(place).toImage();
     };
     const auto is_marked = [&](const char* name) {
-        h.find("cmd_about").setFocus(Qt::TabFocusReason);
-        h.find(name).setFocus(Qt::TabFocusReason);
+        ui.find("cmd_about").setFocus(Qt::TabFocusReason);
+        ui.find(name).setFocus(Qt::TabFocusReason);
         const QImage with = around(name);
-        h.find("cmd_about").setFocus(Qt::TabFocusReason);
+        ui.find("cmd_about").setFocus(Qt::TabFocusReason);
         const QImage without = around(name);
         const QColor ring = qt::colors_of(qt::scheme::light).accent;
         const QPoint on_ring(with.width() / 2, 1 + qRound(with.devicePixelRatio()));
@@ -153,38 +153,38 @@ TEST_F(eyes, see_where_the_focus_is) {
     };
     for (const char* name : {"cbo_com", "cmd_conn", "cmd_timing"})
         EXPECT_TRUE(is_marked(name)) << name;
-    h.click("cmd_timing");
+    ui.click("cmd_timing");
     for (const char* name : {"lstv_timing", "txt_htotal_pix", "txt_pix_f"})
         EXPECT_TRUE(is_marked(name)) << name;
-    h.click("cmd_edid");
+    ui.click("cmd_edid");
     for (const char* name : {"txt_read", "opt_edid_src_1"})
         EXPECT_TRUE(is_marked(name)) << name;
-    h.click("cmd_read");
-    h.click("cmd_read_translate");
-    h.click_node("tree_edid", {"Block 0: VESA Basic Block"});
+    ui.click("cmd_read");
+    ui.click("cmd_read_translate");
+    ui.click_node("tree_edid", {"Block 0: VESA Basic Block"});
     for (const char* name : {"txt_edid", "tree_edid", "cmd_edid_back"})
         EXPECT_TRUE(is_marked(name)) << name;
 }
 
-TEST_F(eyes, see_the_mark_of_the_focus_after_the_keyboard_was_used) {
+TEST_F(visibility, the_focus_ring_appears_after_keyboard_use) {
     start();
-    const hand h = operator_hand();
+    const ui_driver ui = driver();
     const auto* const ring = qApp->findChild<qt::focus_ring*>();
     ASSERT_NE(ring, nullptr);
-    h.click("cmd_timing");
-    EXPECT_EQ(ring->marked(), nullptr) << "the mouse shows where it is";
+    ui.click("cmd_timing");
+    EXPECT_EQ(ring->marked(), nullptr) << "no ring after a mouse click";
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     EXPECT_EQ(ring->marked(), QApplication::focusWidget());
-    h.click("cmd_pattern");
+    ui.click("cmd_pattern");
     EXPECT_EQ(ring->marked(), nullptr);
-    h.click_row("lstv_pattern", 41);
-    h.click("txt_motion_str");
-    EXPECT_EQ(ring->marked(), &h.find("txt_motion_str")) << "a box that takes text shows it always";
-    h.click("cmd_edid");
-    EXPECT_EQ(ring->marked(), nullptr) << "no ring stays around what has gone";
+    ui.click_row("lstv_pattern", 41);
+    ui.click("txt_motion_str");
+    EXPECT_EQ(ring->marked(), &ui.find("txt_motion_str")) << "a text box always has the ring";
+    ui.click("cmd_edid");
+    EXPECT_EQ(ring->marked(), nullptr) << "no ring around a hidden control";
 }
 
-TEST_F(eyes, read_a_box_whole) {
+TEST_F(visibility, a_box_shows_its_whole_text) {
     start();
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     qt::qt_message_box boxes(program->gate());
@@ -194,9 +194,9 @@ TEST_F(eyes, read_a_box_whole) {
         QTimer::singleShot(50, qApp, [&] {
             auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
             ASSERT_NE(box, nullptr);
-            const auto* const said = box->findChild<QLabel*>("qt_msgbox_label");
-            EXPECT_EQ(said->text(), text);
-            EXPECT_GE(said->height(), said->heightForWidth(said->width()));
+            const auto* const label = box->findChild<QLabel*>("qt_msgbox_label");
+            EXPECT_EQ(label->text(), text);
+            EXPECT_GE(label->height(), label->heightForWidth(label->width()));
             const QPixmap sign = box->iconPixmap();
             EXPECT_EQ(sign.width(), qRound(32 * box->devicePixelRatioF()));
             signs.push_back(sign.toImage().convertToFormat(QImage::Format_Grayscale8));
@@ -210,34 +210,34 @@ TEST_F(eyes, read_a_box_whole) {
     EXPECT_NE(signs[0], signs[2]);
 }
 
-TEST_F(eyes, find_the_row_that_the_program_selects) {
+TEST_F(visibility, a_row_selected_by_the_program_is_scrolled_to) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_timing");
-    h.click_row("lstv_timing", 50);
-    h.click("cmd_run");
-    h.find<QTreeWidget>("lstv_timing").scrollToTop();
+    const ui_driver ui = driver();
+    ui.click("cmd_timing");
+    ui.click_row("lstv_timing", 50);
+    ui.click("cmd_run");
+    ui.find<QTreeWidget>("lstv_timing").scrollToTop();
     ASSERT_FALSE(is_seen("lstv_timing"));
-    h.click("cmd_refresh");
+    ui.click("cmd_refresh");
     EXPECT_EQ(desk().catalogue.lstv_timing.selected(), 50);
     EXPECT_TRUE(is_seen("lstv_timing"));
 
-    h.click_row("lstv_timing", 1);
-    h.click("cmd_pattern");
-    h.click("cmd_timing");
+    ui.click_row("lstv_timing", 1);
+    ui.click("cmd_pattern");
+    ui.click("cmd_timing");
     EXPECT_EQ(desk().catalogue.lstv_timing.selected(), 50);
     EXPECT_TRUE(is_seen("lstv_timing"));
 }
 
-TEST_F(eyes, find_a_row_in_a_list_that_was_out_of_sight) {
+TEST_F(visibility, a_selected_row_is_scrolled_to_when_its_list_appears) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_pattern");
-    h.click_row("lstv_pattern", desk().catalogue.lstv_pattern.row_count());
-    h.click("cmd_run");
-    h.click_row("lstv_pattern", 1);
-    h.click("cmd_setup");
-    h.click("cmd_pattern");
+    const ui_driver ui = driver();
+    ui.click("cmd_pattern");
+    ui.click_row("lstv_pattern", desk().catalogue.lstv_pattern.row_count());
+    ui.click("cmd_run");
+    ui.click_row("lstv_pattern", 1);
+    ui.click("cmd_setup");
+    ui.click("cmd_pattern");
     EXPECT_EQ(desk().catalogue.lstv_pattern.selected(), desk().catalogue.lstv_pattern.row_count());
     EXPECT_TRUE(is_seen("lstv_pattern"));
 }

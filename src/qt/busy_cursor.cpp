@@ -1,4 +1,4 @@
-#include "qt/busy_pointer.h"
+#include "qt/busy_cursor.h"
 
 #include <QCursor>
 #include <QGuiApplication>
@@ -7,12 +7,12 @@
 
 namespace desk::qt {
 
-void busy_pointer::wait() {
+void busy_cursor::wait() {
     if (busy_ == 0) busy_ = depth_;
     show(busy_ != 0);
 }
 
-void busy_pointer::event_ends() {
+void busy_cursor::event_ends() {
     if (busy_ == depth_) {
         busy_ = 0;
         show(false);
@@ -20,7 +20,7 @@ void busy_pointer::event_ends() {
     --depth_;
 }
 
-void busy_pointer::show(bool busy) {
+void busy_cursor::show(bool busy) {
     if (shown_ == busy) return;
     shown_ = busy;
     if (busy)
@@ -29,13 +29,13 @@ void busy_pointer::show(bool busy) {
         QGuiApplication::restoreOverrideCursor();
 }
 
-busy_pointer::usual::usual(busy_pointer& pointer) : pointer_(pointer), busy_before_(std::exchange(pointer.busy_, 0)) {
-    pointer_.show(false);
+busy_cursor::normal::normal(busy_cursor& cursor) : cursor_(cursor), busy_before_(std::exchange(cursor.busy_, 0)) {
+    cursor_.show(false);
 }
 
-busy_pointer::usual::~usual() {
-    pointer_.busy_ = busy_before_;
-    pointer_.show(busy_before_ != 0);
+busy_cursor::normal::~normal() {
+    cursor_.busy_ = busy_before_;
+    cursor_.show(busy_before_ != 0);
 }
 
 } // namespace desk::qt

@@ -1,20 +1,20 @@
 #pragma once
 
-#include "hand.h"
+#include "ui_driver.h"
 
 #include <QPoint>
 #include <QString>
 
 namespace desk::gui {
 
-/// A hand that holds keys and mouse buttons down. Keys go to the window that has the keys, as the window system sends
-/// them; over a box that is the box.
-class holding_hand {
+/// Simulates held keys and mouse buttons. Keys go to the focused window, as from the window system; while a box is
+/// open, that is the box.
+class raw_input {
 public:
-    explicit holding_hand(QWidget& w) : window_(w) {}
+    explicit raw_input(QWidget& w) : window_(w) {}
 
     static void press(Qt::Key key, Qt::KeyboardModifiers held = Qt::NoModifier);
-    /// What the window system sends while the key stays down.
+    /// Sends auto-repeat of a key that stays down.
     static void repeat(Qt::Key key, int times = 1, Qt::KeyboardModifiers held = Qt::NoModifier);
     static void release(Qt::Key key, Qt::KeyboardModifiers held = Qt::NoModifier);
     static void tap(Qt::Key key, Qt::KeyboardModifiers held = Qt::NoModifier);
@@ -26,10 +26,10 @@ public:
                        Qt::KeyboardModifiers held = Qt::NoModifier) const;
     void click_mouse(const QString& name, QPoint at, Qt::MouseButton button = Qt::LeftButton,
                      Qt::KeyboardModifiers held = Qt::NoModifier) const;
-    /// One notch, over the middle of a control; negative turns the wheel towards the operator.
+    /// Turns the wheel over the middle of a control; negative is towards the operator.
     void turn_wheel(const QString& name, int notches, Qt::KeyboardModifiers held = Qt::NoModifier) const;
 
-    /// The widget that has the keys, by its name; empty: none has.
+    /// The name of the focused widget, or empty.
     static std::string focused();
 
 private:

@@ -1,4 +1,4 @@
-#include "qt/steady_font.h"
+#include "qt/application_font.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -6,14 +6,14 @@
 
 namespace desk::qt {
 
-steady_font::steady_font(QApplication& application, const QFont& font) : QObject(&application), font_(font) {
+application_font::application_font(QApplication& application, const QFont& font) : QObject(&application), font_(font) {
     restore();
     application.installEventFilter(this);
 }
 
-bool steady_font::eventFilter(QObject* watched, QEvent* e) {
+bool application_font::eventFilter(QObject* watched, QEvent* e) {
     if (restoring_) return false;
-    // a desktop can also set the fonts of single kinds of widget; then only those get the event, or all do at once
+    // a desktop can also set fonts for single widget classes; then only those widgets, or all at once, get the event
     const auto* const w = watched->isWidgetType() ? static_cast<QWidget*>(watched) : nullptr;
     if (e->type() == QEvent::ThemeChange || (e->type() == QEvent::ApplicationFontChange &&
                                              (w != nullptr ? QApplication::font(w) : QApplication::font()) != font_))
@@ -21,7 +21,7 @@ bool steady_font::eventFilter(QObject* watched, QEvent* e) {
     return false;
 }
 
-void steady_font::restore() {
+void application_font::restore() {
     restoring_ = true;
     QApplication::setFont(font_);
     restoring_ = false;

@@ -1,4 +1,4 @@
-// The mouse pointer is busy while the generator is asked, and at no other time.
+// The mouse cursor is busy only while the desk waits for the generator.
 
 #include "bench_fixture.h"
 #include "runtime/failure.h"
@@ -19,106 +19,106 @@ bool is_busy() {
     return over_all != nullptr && over_all->shape() == Qt::BusyCursor;
 }
 
-class pointer : public bench {
+class cursor : public bench {
 protected:
-    pointer() { plug_generator(); }
+    cursor() { plug_generator(); }
 
-    /// Notes the pointer over the next message box, and presses OK.
+    /// Records the cursor over the next message box, and presses OK.
     void press_ok() {
-        auto* const look = new QTimer(qApp);
-        QObject::connect(look, &QTimer::timeout, look, [this, look] {
+        auto* const poll = new QTimer(qApp);
+        QObject::connect(poll, &QTimer::timeout, poll, [this, poll] {
             auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
             if (box == nullptr) return;
-            delete look;
+            delete poll;
             busy_over_box = is_busy();
             QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
         });
-        look->start(10);
+        poll->start(10);
     }
 
     std::optional<bool> busy_over_box;
 };
 
-TEST_F(pointer, is_busy_as_long_as_the_generator_is_asked) {
+TEST_F(cursor, is_busy_while_waiting_for_the_generator) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_setup");
+    const ui_driver ui = driver();
+    ui.click("cmd_setup");
     EXPECT_FALSE(is_busy());
-    generator->tell("silent");
+    generator->command("silent");
     bool meanwhile = false;
     bool in_another_event = false;
-    h.when(heard("TIM999"), [&] {
+    ui.when(heard("TIM999"), [&] {
         meanwhile = is_busy();
-        h.click("cmd_timing");
+        ui.click("cmd_timing");
         in_another_event = is_busy();
     });
-    h.click("cmd_refresh");
+    ui.click("cmd_refresh");
     EXPECT_TRUE(meanwhile);
     EXPECT_TRUE(in_another_event);
     EXPECT_FALSE(is_busy());
 }
 
-TEST_F(pointer, is_the_usual_one_over_a_box_and_after_it) {
+TEST_F(cursor, is_normal_during_and_after_a_box) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_pattern");
-    h.click_row("lstv_pattern", 13);
-    generator->tell("silent");
+    const ui_driver ui = driver();
+    ui.click("cmd_pattern");
+    ui.click_row("lstv_pattern", 13);
+    generator->command("silent");
     press_ok();
-    h.click("cmd_download");
+    ui.click("cmd_download");
     EXPECT_EQ(busy_over_box, false);
     EXPECT_FALSE(is_busy());
 }
 
-TEST_F(pointer, is_busy_in_a_window_above_too_while_that_one_asks) {
+TEST_F(cursor, is_busy_in_a_modal_window_during_its_exchange) {
     put_file("display.bin", generator->sink(1));
     start();
-    const hand h = operator_hand();
-    h.click("cmd_edid");
+    const ui_driver ui = driver();
+    ui.click("cmd_edid");
     std::vector<seen_dialog> dialogs;
     answer_next_file_dialog(dialogs, directory.filePath("display.bin"));
-    h.click("cmd_load");
+    ui.click("cmd_load");
     bool when_open = true;
     bool at_work = false;
     bool when_done = true;
-    in_next_window("frm_diag", [&](const hand& diag) {
+    in_next_window("frm_diag", [&](const ui_driver& diag) {
         when_open = is_busy();
         diag.when(is_busy, [&] { at_work = true; });
         diag.click("cmd_run");
         when_done = is_busy();
         diag.click("cmd_ok");
     });
-    h.click("cmd_w_auto");
+    ui.click("cmd_w_auto");
     EXPECT_FALSE(when_open);
     EXPECT_TRUE(at_work);
     EXPECT_FALSE(when_done);
     EXPECT_FALSE(is_busy());
 }
 
-TEST_F(pointer, is_the_usual_one_when_a_failure_is_told) {
+TEST_F(cursor, is_normal_when_a_failure_is_reported) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_timing");
-    generator->tell("silent");
+    const ui_driver ui = driver();
+    ui.click("cmd_timing");
+    generator->command("silent");
     press_ok();
-    h.when(heard("TIM001"),
-           [this] { program->gate().run([] { throw runtime_failure(failure::overflow, "a nested event"); }); });
-    h.click("cmd_run");
+    ui.when(heard("TIM001"),
+            [this] { program->gate().run([] { throw runtime_failure(failure::overflow, "a nested event"); }); });
+    ui.click("cmd_run");
     EXPECT_EQ(busy_over_box, false);
     EXPECT_FALSE(is_busy());
 }
 
-TEST_F(pointer, is_the_usual_one_when_the_window_is_closed_meanwhile) {
+TEST_F(cursor, is_normal_when_the_window_is_closed_meanwhile) {
     start();
-    const hand h = operator_hand();
-    h.click("cmd_timing");
-    generator->tell("silent");
+    const ui_driver ui = driver();
+    ui.click("cmd_timing");
+    generator->command("silent");
     bool meanwhile = false;
-    h.when(heard("TIM001"), [&] {
+    ui.when(heard("TIM001"), [&] {
         meanwhile = is_busy();
         program->main_window().close();
     });
-    h.click("cmd_run");
+    ui.click("cmd_run");
     EXPECT_TRUE(meanwhile);
     EXPECT_FALSE(is_busy());
 }

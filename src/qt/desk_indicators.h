@@ -8,20 +8,20 @@
 
 namespace desk::qt {
 
-/// What a window shows beside its controls: how far work is, and in the main window the chosen color and where two
-/// EDIDs differ.
-class desk_aids {
+/// Displays that are not controls: the progress bar, and in the main window the chosen color and the differences
+/// between two EDIDs.
+class desk_indicators {
 public:
-    desk_aids(QWidget& window, const frm_main& desk);
+    desk_indicators(QWidget& window, const frm_main& desk);
 
     void follow();
-    /// A modal window has only a bar.
+    /// Adds a progress bar only.
     void follow_in(QWidget& modal_window);
 
 private:
     const exchange& exchange_;
     work_bar& bar_;
-    retry_label& words_;
+    retry_label& retry_label_;
     color_patch& patch_;
     two_texts texts_;
 };

@@ -1,4 +1,4 @@
-#include "qt/desk_aids.h"
+#include "qt/desk_indicators.h"
 
 #include <QString>
 
@@ -6,7 +6,7 @@ namespace desk::qt {
 
 namespace {
 
-/// A widget of the window, by the name of its control.
+/// Finds a widget of the window by its control's name.
 template <class Widget = QWidget>
 Widget& widget_in(QWidget& window, const char* name) {
     return *window.findChild<Widget*>(QString::fromLatin1(name));
@@ -14,24 +14,24 @@ Widget& widget_in(QWidget& window, const char* name) {
 
 } // namespace
 
-desk_aids::desk_aids(QWidget& window, const frm_main& desk)
+desk_indicators::desk_indicators(QWidget& window, const frm_main& desk)
     : exchange_(desk.exchange)
     , bar_(*new work_bar(window, desk.exchange))
-    , words_(*new retry_label(widget_in(window, "fra_status")))
+    , retry_label_(*new retry_label(widget_in(window, "fra_status")))
     , patch_(*new color_patch(widget_in(window, "fra_desk"), desk.desk_frame, desk.color_settings))
     , texts_(widget_in<text_page>(window, "txt_write"), widget_in<text_page>(window, "txt_read"), desk.workbench,
              desk.result_frame.differing) {}
 
-void desk_aids::follow() {
+void desk_indicators::follow() {
     bar_.follow();
-    words_.follow(bar_.words());
+    retry_label_.follow(bar_.reason());
     patch_.follow();
     texts_.follow();
 }
 
-void desk_aids::follow_in(QWidget& modal_window) {
+void desk_indicators::follow_in(QWidget& modal_window) {
     auto* bar = modal_window.findChild<work_bar*>({}, Qt::FindDirectChildrenOnly);
-    if (bar == nullptr) bar = new work_bar(modal_window, exchange_); // it goes with its window
+    if (bar == nullptr) bar = new work_bar(modal_window, exchange_); // owned by its window
     bar->follow();
 }
 

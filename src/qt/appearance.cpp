@@ -1,10 +1,10 @@
-#include "qt/look.h"
+#include "qt/appearance.h"
 
 #include "qt/accessible.h"
+#include "qt/application_font.h"
 #include "qt/decoration.h"
 #include "qt/desk_style.h"
 #include "qt/metrics.h"
-#include "qt/steady_font.h"
 
 #include <QApplication>
 #include <QFontDatabase>
@@ -34,13 +34,13 @@ double luminance(const QColor& c) {
 
 } // namespace
 
-void set_look(QApplication& application, scheme s) {
+void set_appearance(QApplication& application, scheme s) {
     for (const char* file : {":/fonts/LiberationSans-Regular.ttf", ":/fonts/LiberationSans-Bold.ttf",
                              ":/fonts/LiberationMono-Regular.ttf"})
         QFontDatabase::addApplicationFont(file);
     application.setStyle(new desk_style);
     set_scheme(s);
-    new steady_font(application, font_of(text_font::sans));
+    new application_font(application, font_of(text_font::sans));
     new focus_ring(application);
     make_accessible();
     application.setWindowIcon(QIcon(":/pictures/velotrace.png"));
@@ -82,7 +82,7 @@ QColor exact(color c) {
 
 QColor ink_of(color c, const scheme_colors& s) { return c == color_black ? s.text : exact(c); }
 
-QColor ground_of(color c, const scheme_colors& s) {
+QColor background_of(color c, const scheme_colors& s) {
     switch (c) {
     case color_button_face:
         return s.raised;

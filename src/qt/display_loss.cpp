@@ -1,4 +1,4 @@
-#include "qt/lost_display.h"
+#include "qt/display_loss.h"
 
 #include <QCoreApplication>
 #include <QSemaphore>
@@ -13,18 +13,18 @@ namespace desk::qt {
 
 namespace {
 
-// The toolkit's handlers take no object along.
+// The handlers take no context object.
 std::function<void()> save_now;
 std::atomic<bool> is_gone = false;
 QSemaphore saved;
-QtMessageHandler handler_before = nullptr;
+QtMessageHandler previous_handler = nullptr;
 
-/// On the main thread only.
+/// Main thread only.
 void save_once() {
     if (const auto save = std::exchange(save_now, {})) save();
 }
 
-/// Any thread of the toolkit notices first. It has to wait for the main thread, since it ends the program next.
+/// Any Qt thread may notice first. It must wait for the main thread, since it ends the program next.
 void save_from_any_thread() {
     is_gone = true;
     QObject* const application = QCoreApplication::instance();
@@ -41,31 +41,31 @@ void save_from_any_thread() {
     saved.tryAcquire(1, longest_wait_ms);
 }
 
-/// The Wayland platform gives no other sign before it ends the program with _exit.
-void hear_message(QtMsgType type, const QMessageLogContext& context, const QString& message) {
-    handler_before(type, context, message);
+/// The Wayland platform gives no other sign before it calls _exit.
+void handle_message(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    previous_handler(type, context, message);
     if (message.startsWith("The Wayland connection ") || message.startsWith("The X11 connection "))
         save_from_any_thread();
 }
 
 } // namespace
 
-lost_display::lost_display(std::function<void()> save) {
+display_loss::display_loss(std::function<void()> save) {
     save_now = std::move(save);
-    handler_before = qInstallMessageHandler(hear_message);
-    // the X11 platform ends the program with exit
+    previous_handler = qInstallMessageHandler(handle_message);
+    // the X11 platform calls exit
     static const int registered = std::atexit(save_once);
     static_cast<void>(registered);
     // Windows ends the program after this signal
     QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, [] { save_once(); });
 }
 
-lost_display::~lost_display() {
+display_loss::~display_loss() {
     save_now = {};
-    qInstallMessageHandler(handler_before);
+    qInstallMessageHandler(previous_handler);
     saved.release();
 }
 
-bool lost_display::gone() { return is_gone; }
+bool display_loss::occurred() { return is_gone; }
 
 } // namespace desk::qt

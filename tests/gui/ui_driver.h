@@ -9,33 +9,31 @@
 
 namespace desk::gui {
 
-/// The operator's hand on a real window: it points and clicks through the window system's own path, so that what is
-/// hidden, disabled, covered or behind a modal window can't be reached.
-class hand {
+/// Simulates the operator on a real window: points and clicks through the window system's own path, so anything
+/// hidden, disabled, covered or blocked by a modal window is out of reach.
+class ui_driver {
 public:
-    explicit hand(QWidget& w) : window_(w) {}
+    explicit ui_driver(QWidget& w) : window_(w) {}
 
-    /// The widget of a control by its object name ("cmd_out_2"). Throws std::runtime_error where there is none.
+    /// Finds a widget by its object name ("cmd_out_2"). Throws std::runtime_error if there is none.
     QWidget& find(const QString& name) const;
     template <class Widget>
     Widget& find(const QString& name) const {
         return dynamic_cast<Widget&>(find(name));
     }
 
-    /// A click on a button, check box, option button or label.
+    /// Clicks a button, check box, option button or label.
     void click(const QString& name) const;
-    /// A click on row `row` (from 1) of a list, which is scrolled to it first.
+    /// Scrolls to row `row` (from 1) of a list and clicks it.
     void click_row(const QString& list, int row) const;
     void double_click_row(const QString& list, int row) const;
-    /// Presses the mouse on one row and lets it go on another.
+    /// Presses the mouse on one row and releases it on another.
     void drag_rows(const QString& list, int from, int to) const;
-    /// One notch of the wheel, downwards.
     void turn_wheel(const QString& name) const;
-    /// A click on the check box of a row.
     void click_check(const QString& list, int row) const;
-    /// A click on the node of a tree that these titles lead to, from a root on; closed ones are opened on the way.
+    /// Clicks the tree node at the end of this path of titles, and expands nodes on the way.
     void click_node(const QString& tree, const QStringList& titles) const;
-    /// Chooses an entry of a combo box with the keyboard.
+    /// Chooses an entry of a combo box by keyboard.
     void choose(const QString& combo, int index) const;
     void type(const QString& box, const QString& text) const;
     void press_key(const QString& name, Qt::Key key) const;
@@ -45,8 +43,7 @@ public:
 
     void save_picture(const QString& path) const;
 
-    /// Does `work` once, when the desk lets events run and `condition` holds: for what happens in the middle of an
-    /// exchange.
+    /// Calls `work` once, as soon as events run and `condition` holds: for actions during an exchange.
     void when(std::function<bool()> condition, std::function<void()> work) const;
 
 private:
@@ -56,7 +53,7 @@ private:
     QWidget& window_;
 };
 
-/// Lets events run until `done`, at most `ms` milliseconds; false: it did not come.
+/// Runs events until `done`, for at most `ms` milliseconds; false: timed out.
 bool wait_until(const std::function<bool()>& done, int ms);
 
 } // namespace desk::gui

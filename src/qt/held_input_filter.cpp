@@ -1,4 +1,4 @@
-#include "qt/held_input.h"
+#include "qt/held_input_filter.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -13,9 +13,8 @@ namespace desk::qt {
 
 namespace {
 
-/// Longer than a key is held before it repeats itself. One that has given no sign of life for so long is up, and its
-/// release went to another program.
-constexpr int patience_ms = 1200;
+/// Longer than the delay before auto-repeat. A key silent for this long is up; another program got its release.
+constexpr int silence_limit_ms = 1200;
 
 bool is_modifier(int key) {
     switch (key) {
@@ -35,7 +34,7 @@ bool is_modifier(int key) {
     }
 }
 
-/// Whether a key does as often as it repeats itself what it does once: it moves, or it types.
+/// Whether auto-repeat of a key is harmless: it moves or types.
 bool may_repeat(const QKeyEvent& e) {
     if ((e.modifiers() & (Qt::AltModifier | Qt::MetaModifier)) != 0) return false;
     switch (e.key()) {
@@ -64,18 +63,18 @@ bool may_repeat(const QKeyEvent& e) {
 
 } // namespace
 
-held_input::held_input() {
+held_input_filter::held_input_filter() {
     clock_.start();
     QCoreApplication::instance()->installEventFilter(this);
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
 
-bool held_input::eventFilter(QObject* watched, QEvent* e) {
-    // every event of keys and mouse comes to a window first, and from there to its widgets
-    if (watched->isWindowType()) return take_window_event(*e);
+bool held_input_filter::eventFilter(QObject* watched, QEvent* e) {
+    // key and mouse events reach a window before its widgets
+    if (watched->isWindowType()) return filter_window_event(*e);
     switch (e->type()) {
     case QEvent::ApplicationStateChange:
-        // what is let go now is let go over another program
+        // releases now go to another program
         if (QGuiApplication::applicationState() != Qt::ApplicationActive) {
             down_.clear();
             held_.clear();
@@ -94,28 +93,28 @@ bool held_input::eventFilter(QObject* watched, QEvent* e) {
     return false;
 }
 
-bool held_input::take_window_event(QEvent& e) {
+bool held_input_filter::filter_window_event(QEvent& e) {
     switch (e.type()) {
     case QEvent::ShortcutOverride:
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
-        return take_key(static_cast<QKeyEvent&>(e));
+        return filter_key(static_cast<QKeyEvent&>(e));
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
     case QEvent::MouseButtonRelease:
     case QEvent::MouseMove:
-        return take_mouse(static_cast<QMouseEvent&>(e));
+        return filter_mouse(static_cast<QMouseEvent&>(e));
     default:
         return false;
     }
 }
 
-held_input::key_code held_input::code_of(const QKeyEvent& e) {
-    // the same key has another meaning when Shift was let go before it
+held_input_filter::key_code held_input_filter::code_of(const QKeyEvent& e) {
+    // Qt::Key differs if Shift was released first
     return e.nativeScanCode() != 0 ? e.nativeScanCode() : static_cast<key_code>(e.key());
 }
 
-bool held_input::take_key(QKeyEvent& e) {
+bool held_input_filter::filter_key(QKeyEvent& e) {
     if (is_modifier(e.key())) return false;
     const key_code key = code_of(e);
     const bool repeats =
@@ -128,45 +127,45 @@ bool held_input::take_key(QKeyEvent& e) {
         if (down_.count(key) != 0) down_[key] = clock_.elapsed();
         if (!waits() && may_repeat(e)) return false;
     } else {
-        // one that is pressed again has been let go unseen
+        // pressed again: its release was missed
         if (down_.insert_or_assign(key, clock_.elapsed()).second || e.type() == QEvent::KeyPress) held_.erase(key);
         if (!waits()) return false;
     }
-    // an override that is taken presses no button by its letter
+    // accepting the override keeps it from triggering a shortcut
     e.accept();
     return true;
 }
 
-void held_input::release(key_code key) {
+void held_input_filter::release(key_code key) {
     down_.erase(key);
     held_.erase(key);
 }
 
-bool held_input::take_mouse(const QMouseEvent& e) {
+bool held_input_filter::filter_mouse(const QMouseEvent& e) {
     switch (e.type()) {
     case QEvent::MouseButtonPress:
-        // one that is pressed again has been let go unseen
+        // pressed again: its release was missed
         held_buttons_ &= ~Qt::MouseButtons(e.button());
         under_mouse_ = nullptr;
         if ((e.flags() & Qt::MouseEventCreatedDoubleClick) == 0) opened_since_press_ = false;
         return waits();
     case QEvent::MouseButtonDblClick:
-        // half of it was meant for what was there before
+        // half of a double click was meant for what was there before
         return waits() || opened_since_press_;
     case QEvent::MouseMove:
         held_buttons_ &= e.buttons();
-        // the control that it was pressed over was let go
+        // the control under the press has been released
         return held_buttons_ != Qt::NoButton;
     default:
         return false;
     }
 }
 
-void held_input::window_opens(const QWidget& w) {
+void held_input_filter::window_opens(const QWidget& w) {
     if (!w.isWindow()) return;
-    if (w.windowType() == Qt::Popup) return let_go();
+    if (w.windowType() == Qt::Popup) return release_pressed();
     if (!w.isModal()) return;
-    let_go();
+    release_pressed();
     forget_silent_keys();
     for (const auto& [key, sign_of_life] : down_)
         held_.insert(key);
@@ -174,12 +173,12 @@ void held_input::window_opens(const QWidget& w) {
     opened_since_press_ = true;
 }
 
-void held_input::let_go() {
+void held_input_filter::release_pressed() {
     if (auto* const pressed = qobject_cast<QAbstractButton*>(QApplication::focusWidget())) pressed->setDown(false);
     if (QWidget* const grabber = QWidget::mouseGrabber()) grabber->releaseMouse();
     if (!under_mouse_) return;
     const QPointer<QWidget> w = std::exchange(under_mouse_, nullptr);
-    // as if it were let go far away, without a word of it
+    // as if released far away, without any signal
     const QSignalBlocker quiet(w);
     const QPointF away(-10'000, -10'000);
     for (const auto button : {Qt::LeftButton, Qt::MiddleButton, Qt::RightButton}) {
@@ -190,21 +189,20 @@ void held_input::let_go() {
     }
 }
 
-void held_input::forget_silent_keys() {
+void held_input_filter::forget_silent_keys() {
     const qint64 now = clock_.elapsed();
-    std::erase_if(down_, [now](const auto& key) { return now - key.second > patience_ms; });
+    std::erase_if(down_, [now](const auto& key) { return now - key.second > silence_limit_ms; });
     std::erase_if(held_, [this](key_code key) { return down_.count(key) == 0; });
 }
 
-bool held_input::waits() {
+bool held_input_filter::waits() {
     held_buttons_ &= QGuiApplication::mouseButtons();
     forget_silent_keys();
     return !held_.empty() || held_buttons_ != Qt::NoButton;
 }
 
-bool held_input::nativeEventFilter(const QByteArray& system, void* message, qintptr* /*result*/) {
+bool held_input_filter::nativeEventFilter(const QByteArray& system, void* message, qintptr* /*result*/) {
     if (system != "xcb_generic_event_t") return false;
-    // the head of an event of the X protocol
     struct {
         std::uint8_t type;
         std::uint8_t detail;
@@ -219,7 +217,7 @@ bool held_input::nativeEventFilter(const QByteArray& system, void* message, qint
         last_release_ = {head.detail, head.time, held_.count(head.detail) != 0};
         release(head.detail);
     } else if (type == key_press && last_release_.key == head.detail && last_release_.time == head.time) {
-        // a key that repeats itself is let go and pressed at the same moment
+        // auto-repeat sends a release and a press with the same time
         down_[head.detail] = clock_.elapsed();
         if (last_release_.was_held) held_.insert(head.detail);
     }

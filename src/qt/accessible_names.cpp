@@ -1,6 +1,6 @@
-#include "qt/plain_names.h"
+#include "qt/accessible_names.h"
 
-#include "qt/by_control.h"
+#include "qt/control_table.h"
 
 #include <map>
 #include <string>
@@ -131,7 +131,7 @@ const std::map<std::string, const char*>& names() {
 
 } // namespace
 
-QString plain_name(const control& c) {
+QString accessible_name(const control& c) {
     const char* const* const name = entry_of(c, names());
     if (name == nullptr) return {};
     return QString::fromLatin1(*name)

@@ -1,4 +1,4 @@
-#include "sight.h"
+#include "visibility.h"
 
 #include "qt/drawing.h"
 #include "qt/plan_scale.h"
@@ -22,10 +22,10 @@ QRect place_in(const QWidget& window, const QWidget& w) { return {w.mapTo(&windo
 
 } // namespace
 
-bool covers_text(const hand& h, const QString& box, const QString& over) {
-    auto& text = h.find<QTextEdit>(box);
+bool covers_text(const ui_driver& ui, const QString& box, const QString& over) {
+    auto& text = ui.find<QTextEdit>(box);
     const QFontMetrics metrics(text.font());
-    const QRect place = place_in(*text.window(), h.find(over));
+    const QRect place = place_in(*text.window(), ui.find(over));
     for (QTextBlock line = text.document()->begin(); line.isValid(); line = line.next()) {
         for (int i = 0; i < line.length() - 1; ++i) {
             if (line.text().at(i).isSpace()) continue;
@@ -39,9 +39,9 @@ bool covers_text(const hand& h, const QString& box, const QString& over) {
     return false;
 }
 
-bool has_title_beside(const hand& h, const QString& label, const QString& control) {
-    auto& l = h.find<qt::text_label>(label);
-    const QRect beside = place_in(*l.window(), h.find(control)).translated(-l.mapTo(l.window(), QPoint(0, 0)));
+bool has_title_beside(const ui_driver& ui, const QString& label, const QString& control) {
+    auto& l = ui.find<qt::text_label>(label);
+    const QRect beside = place_in(*l.window(), ui.find(control)).translated(-l.mapTo(l.window(), QPoint(0, 0)));
     const QImage seen = l.grab().toImage();
     const qreal scale = seen.devicePixelRatio();
     // the title is left of the control; the label's first pixels are its own background
@@ -63,14 +63,14 @@ bool has_title_beside(const hand& h, const QString& label, const QString& contro
     return first < last && std::abs(first + last - top - bottom) <= 6 * scale * qt::plan_scale(&l);
 }
 
-QStringList cut_captions(const QWidget& window) {
+QStringList clipped_captions(const QWidget& window) {
     QStringList cut;
     const auto check = [&](const QWidget& w, const QString& text, double space) {
         if (QFontMetricsF(w.font()).horizontalAdvance(text) + space * qt::plan_scale(&w) > w.width())
             cut << w.objectName();
     };
     for (const auto* b : window.findChildren<QAbstractButton*>()) {
-        // the mark of an underlined letter takes no room
+        // the underline mark takes no room
         if (b->objectName().startsWith("cmd_")) check(*b, QString(b->text()).remove('&'), 10);
         if (b->objectName().startsWith("chk_") || b->objectName().startsWith("opt_"))
             check(*b, QString(b->text()).remove('&'), 18);
@@ -79,7 +79,7 @@ QStringList cut_captions(const QWidget& window) {
         if (QFontMetricsF(qt::title_font(*g)).horizontalAdvance(g->title()) + 12 * qt::plan_scale(g) > g->width())
             cut << g->objectName();
     for (const auto* l : window.findChildren<qt::text_label*>()) {
-        // the files' own names are cut where they are too long
+        // long file names are elided
         if (l->objectName().startsWith("lab_pre_f")) continue;
         for (const QString& line : l->text().split('\n'))
             check(*l, line, 0);

@@ -1,4 +1,4 @@
-#include "qt/cut_text.h"
+#include "qt/elided_text.h"
 
 #include "qt/text_label.h"
 
@@ -16,14 +16,14 @@ namespace desk::qt {
 
 namespace {
 
-/// Of the border and the air at both ends of a box.
+/// Border and padding at each end of a box.
 constexpr int inset = 8;
 
 bool has_no_room(const QWidget& w, const QString& text, int width) {
     return w.fontMetrics().horizontalAdvance(text) > width;
 }
 
-QString cut_in(const text_label& label) {
+QString elided_in(const text_label& label) {
     const QString& text = label.text();
     const QFontMetrics metrics = label.fontMetrics();
     if (label.height() < 2 * metrics.height() && !text.contains('\n'))
@@ -32,7 +32,7 @@ QString cut_in(const text_label& label) {
     return needed.height() > label.height() && !label.has_line_pitch() ? text : QString();
 }
 
-QString cut_in(const QComboBox& combo) {
+QString elided_in(const QComboBox& combo) {
     QStyleOptionComboBox option;
     option.initFrom(&combo);
     const QRect room =
@@ -40,7 +40,7 @@ QString cut_in(const QComboBox& combo) {
     return has_no_room(combo, combo.currentText(), room.width() - 4) ? combo.currentText() : QString();
 }
 
-QString cut_in(const QAbstractItemView& view, QPoint at) {
+QString elided_in(const QAbstractItemView& view, QPoint at) {
     const QModelIndex index = view.indexAt(at);
     if (!index.isValid()) return {};
     QStyleOptionViewItem option;
@@ -52,24 +52,24 @@ QString cut_in(const QAbstractItemView& view, QPoint at) {
     return needed > (cell & view.viewport()->rect()).width() ? index.data().toString() : QString();
 }
 
-/// A frame has its title over its whole width; below it other controls speak for themselves.
-QString cut_in(const QGroupBox& frame, QPoint at) {
+/// A frame's title takes its full width; controls below it show their own texts.
+QString elided_in(const QGroupBox& frame, QPoint at) {
     if (at.y() > frame.fontMetrics().height() * 2) return {};
     return has_no_room(frame, frame.title(), frame.width() - 2 * inset) ? frame.title() : QString();
 }
 
 } // namespace
 
-QString cut_text_at(QWidget& w, QPoint at) {
-    if (const auto* const label = qobject_cast<text_label*>(&w)) return cut_in(*label);
-    if (const auto* const combo = qobject_cast<QComboBox*>(&w)) return cut_in(*combo);
-    if (const auto* const frame = qobject_cast<QGroupBox*>(&w)) return cut_in(*frame, at);
+QString elided_text_at(QWidget& w, QPoint at) {
+    if (const auto* const label = qobject_cast<text_label*>(&w)) return elided_in(*label);
+    if (const auto* const combo = qobject_cast<QComboBox*>(&w)) return elided_in(*combo);
+    if (const auto* const frame = qobject_cast<QGroupBox*>(&w)) return elided_in(*frame, at);
     if (const auto* const line = qobject_cast<QLineEdit*>(&w))
         return has_no_room(*line, line->text(), line->width() - inset) ? line->text() : QString();
     if (const auto* const view = qobject_cast<QAbstractItemView*>(&w))
-        return cut_in(*view, view->viewport()->mapFrom(view, at));
-    // the viewport of a list
-    if (const auto* const view = qobject_cast<QAbstractItemView*>(w.parentWidget())) return cut_in(*view, at);
+        return elided_in(*view, view->viewport()->mapFrom(view, at));
+    // a list's viewport
+    if (const auto* const view = qobject_cast<QAbstractItemView*>(w.parentWidget())) return elided_in(*view, at);
     return {};
 }
 

@@ -12,8 +12,8 @@ inline double median(std::vector<double> values) {
     return values[values.size() / 2];
 }
 
-/// Prints a figure beside the bound that it is to keep.
-inline void tell(const char* what, double value, const char* unit, double bound) {
+/// Prints a figure beside its bound.
+inline void report(const char* what, double value, const char* unit, double bound) {
     std::printf("%-58s %9.2f %-3s (bound %g)%s\n", what, value, unit, bound, value <= bound ? "" : "  ABOVE");
     std::fflush(stdout);
 }

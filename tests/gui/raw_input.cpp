@@ -1,4 +1,4 @@
-#include "holding_hand.h"
+#include "raw_input.h"
 
 #include <QApplication>
 #include <QTest>
@@ -15,7 +15,7 @@ QString text_of(Qt::Key key) {
     return key < 0x80 ? QString(QChar(key)).toLower() : QString();
 }
 
-/// The window that the keys go to. Where a box has just gone, the window system gives them to the one below.
+/// The focused window. When a box has just closed, the window system focuses the one below.
 QWindow* window_with_the_keys() {
     if (QWindow* const w = QGuiApplication::focusWindow()) return w;
     for (const QWidget* w : QApplication::topLevelWidgets())
@@ -31,47 +31,45 @@ void send(QEvent::Type type, Qt::Key key, Qt::KeyboardModifiers held, bool repea
 
 } // namespace
 
-void holding_hand::press(Qt::Key key, Qt::KeyboardModifiers held) { send(QEvent::KeyPress, key, held, false); }
+void raw_input::press(Qt::Key key, Qt::KeyboardModifiers held) { send(QEvent::KeyPress, key, held, false); }
 
-void holding_hand::repeat(Qt::Key key, int times, Qt::KeyboardModifiers held) {
+void raw_input::repeat(Qt::Key key, int times, Qt::KeyboardModifiers held) {
     for (int i = 0; i < times; ++i) {
         send(QEvent::KeyRelease, key, held, true);
         send(QEvent::KeyPress, key, held, true);
     }
 }
 
-void holding_hand::release(Qt::Key key, Qt::KeyboardModifiers held) { send(QEvent::KeyRelease, key, held, false); }
+void raw_input::release(Qt::Key key, Qt::KeyboardModifiers held) { send(QEvent::KeyRelease, key, held, false); }
 
-void holding_hand::tap(Qt::Key key, Qt::KeyboardModifiers held) {
+void raw_input::tap(Qt::Key key, Qt::KeyboardModifiers held) {
     press(key, held);
     release(key, held);
 }
 
-QPoint holding_hand::in_window(const QString& name, QPoint at) const {
-    return hand(window_).find(name).mapTo(&window_, at);
+QPoint raw_input::in_window(const QString& name, QPoint at) const {
+    return ui_driver(window_).find(name).mapTo(&window_, at);
 }
 
-void holding_hand::press_mouse(const QString& name, QPoint at, Qt::MouseButton button,
-                               Qt::KeyboardModifiers held) const {
+void raw_input::press_mouse(const QString& name, QPoint at, Qt::MouseButton button, Qt::KeyboardModifiers held) const {
     QTest::mousePress(window_.windowHandle(), button, held, in_window(name, at));
 }
 
-void holding_hand::move_mouse(const QString& name, QPoint at) const {
+void raw_input::move_mouse(const QString& name, QPoint at) const {
     QTest::mouseMove(window_.windowHandle(), in_window(name, at));
 }
 
-void holding_hand::release_mouse(const QString& name, QPoint at, Qt::MouseButton button,
-                                 Qt::KeyboardModifiers held) const {
+void raw_input::release_mouse(const QString& name, QPoint at, Qt::MouseButton button,
+                              Qt::KeyboardModifiers held) const {
     QTest::mouseRelease(window_.windowHandle(), button, held, in_window(name, at));
 }
 
-void holding_hand::click_mouse(const QString& name, QPoint at, Qt::MouseButton button,
-                               Qt::KeyboardModifiers held) const {
+void raw_input::click_mouse(const QString& name, QPoint at, Qt::MouseButton button, Qt::KeyboardModifiers held) const {
     QTest::mouseClick(window_.windowHandle(), button, held, in_window(name, at));
 }
 
-void holding_hand::turn_wheel(const QString& name, int notches, Qt::KeyboardModifiers held) const {
-    QWidget& w = hand(window_).find(name);
+void raw_input::turn_wheel(const QString& name, int notches, Qt::KeyboardModifiers held) const {
+    QWidget& w = ui_driver(window_).find(name);
     const QPoint at = w.mapTo(&window_, w.rect().center());
     QWheelEvent turn(at, window_.mapToGlobal(QPointF(at)), {}, {0, 120 * notches}, Qt::NoButton, held,
                      Qt::NoScrollPhase, false);
@@ -79,7 +77,7 @@ void holding_hand::turn_wheel(const QString& name, int notches, Qt::KeyboardModi
     qApp->notify(window_.windowHandle(), &turn);
 }
 
-std::string holding_hand::focused() {
+std::string raw_input::focused() {
     const QWidget* const w = QApplication::focusWidget();
     return w == nullptr ? "" : w->objectName().toStdString();
 }

@@ -1,6 +1,6 @@
-#include "hand.h"
+#include "ui_driver.h"
 
-#include "qt/look.h"
+#include "qt/appearance.h"
 #include "qt/text_label.h"
 #include "qt/text_page.h"
 
@@ -25,23 +25,23 @@
 
 namespace desk::gui {
 
-QWidget& hand::find(const QString& name) const {
+QWidget& ui_driver::find(const QString& name) const {
     auto* const found = window_.objectName() == name ? &window_ : window_.findChild<QWidget*>(name);
     if (found == nullptr) throw std::runtime_error("there is no widget " + name.toStdString());
     return *found;
 }
 
-void hand::click_at(const QWidget& w, QPoint at) const {
+void ui_driver::click_at(const QWidget& w, QPoint at) const {
     QTest::mouseClick(window_.windowHandle(), Qt::LeftButton, Qt::NoModifier, w.mapTo(&window_, at));
 }
 
-void hand::click(const QString& name) const {
+void ui_driver::click(const QString& name) const {
     const QWidget& w = find(name);
-    // a wide check box or option button takes clicks on its mark and its text alone
+    // a wide check box or option button is clickable only on its mark and text
     click_at(w, {8, w.height() / 2});
 }
 
-QPoint hand::point_in_row(const QString& list, int row, bool on_check_box) const {
+QPoint ui_driver::point_in_row(const QString& list, int row, bool on_check_box) const {
     auto& tree = find<QTreeWidget>(list);
     QTreeWidgetItem* const item = tree.topLevelItem(row - 1);
     if (item == nullptr) throw std::runtime_error("there is no such row in " + list.toStdString());
@@ -55,12 +55,12 @@ QPoint hand::point_in_row(const QString& list, int row, bool on_check_box) const
     return on_check_box ? box.center() : QPoint(place.left() + 60, place.center().y());
 }
 
-void hand::click_row(const QString& list, int row) const {
+void ui_driver::click_row(const QString& list, int row) const {
     const QPoint at = point_in_row(list, row, false);
     click_at(*find<QTreeWidget>(list).viewport(), at);
 }
 
-void hand::drag_rows(const QString& list, int from, int to) const {
+void ui_driver::drag_rows(const QString& list, int from, int to) const {
     const QWidget& rows = *find<QTreeWidget>(list).viewport();
     QWindow* const w = window_.windowHandle();
     QTest::mousePress(w, Qt::LeftButton, Qt::NoModifier, rows.mapTo(&window_, point_in_row(list, from, false)));
@@ -68,25 +68,25 @@ void hand::drag_rows(const QString& list, int from, int to) const {
     QTest::mouseRelease(w, Qt::LeftButton, Qt::NoModifier, rows.mapTo(&window_, point_in_row(list, to, false)));
 }
 
-void hand::turn_wheel(const QString& name) const {
+void ui_driver::turn_wheel(const QString& name) const {
     QWidget& w = find(name);
     const QPointF at(w.rect().center());
     QWheelEvent turn(at, w.mapToGlobal(at), {}, {0, -120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
     QApplication::sendEvent(&w, &turn);
 }
 
-void hand::double_click_row(const QString& list, int row) const {
+void ui_driver::double_click_row(const QString& list, int row) const {
     const QPoint at = point_in_row(list, row, false);
     QTest::mouseDClick(window_.windowHandle(), Qt::LeftButton, Qt::NoModifier,
                        find<QTreeWidget>(list).viewport()->mapTo(&window_, at));
 }
 
-void hand::click_check(const QString& list, int row) const {
+void ui_driver::click_check(const QString& list, int row) const {
     const QPoint at = point_in_row(list, row, true);
     click_at(*find<QTreeWidget>(list).viewport(), at);
 }
 
-void hand::click_node(const QString& tree, const QStringList& titles) const {
+void ui_driver::click_node(const QString& tree, const QStringList& titles) const {
     auto& nodes = find<QTreeWidget>(tree);
     QTreeWidgetItem* node = nodes.invisibleRootItem();
     for (const QString& title : titles) {
@@ -102,9 +102,9 @@ void hand::click_node(const QString& tree, const QStringList& titles) const {
     click_at(*nodes.viewport(), {place.left() + 12, place.center().y()});
 }
 
-void hand::choose(const QString& combo, int index) const {
+void ui_driver::choose(const QString& combo, int index) const {
     auto& box = find<QComboBox>(combo);
-    // as the operator puts it there
+    // as if tabbed to by the operator
     box.setFocus(Qt::TabFocusReason);
     while (box.currentIndex() != index) {
         const int before = box.currentIndex();
@@ -113,16 +113,16 @@ void hand::choose(const QString& combo, int index) const {
     }
 }
 
-void hand::type(const QString& box, const QString& text) const {
+void ui_driver::type(const QString& box, const QString& text) const {
     auto& line = find<QLineEdit>(box);
     click(box);
     line.selectAll();
     QTest::keyClicks(&line, text);
 }
 
-void hand::press_key(const QString& name, Qt::Key key) const { QTest::keyClick(&find(name), key); }
+void ui_driver::press_key(const QString& name, Qt::Key key) const { QTest::keyClick(&find(name), key); }
 
-QString hand::text(const QString& name) const {
+QString ui_driver::text(const QString& name) const {
     QWidget& w = find(name);
     if (const auto* const l = dynamic_cast<qt::text_label*>(&w)) return l->text();
     if (const auto* const line = dynamic_cast<QLineEdit*>(&w)) return line->text();
@@ -137,8 +137,8 @@ QString hand::text(const QString& name) const {
 
 namespace {
 
-/// What an eye sees of a window: on a real screen, the screen itself.
-QPixmap sight_of(QWidget& window) {
+/// What is visible of a window: on a real screen, the screen itself.
+QPixmap picture_of(QWidget& window) {
     if (QGuiApplication::platformName() == "offscreen") return window.grab();
     QTest::qWait(200); // until the screen has drawn it
     const QRect frame = window.frameGeometry();
@@ -147,21 +147,21 @@ QPixmap sight_of(QWidget& window) {
 
 } // namespace
 
-void hand::save_picture(const QString& path) const {
-    if (!sight_of(window_).save(path)) throw std::runtime_error(path.toStdString() + " can't be written");
+void ui_driver::save_picture(const QString& path) const {
+    if (!picture_of(window_).save(path)) throw std::runtime_error(path.toStdString() + " can't be written");
 }
 
-void hand::when(std::function<bool()> condition, std::function<void()> work) const {
-    auto* const look = new QTimer(&window_);
-    look->setTimerType(Qt::PreciseTimer);
-    QObject::connect(look, &QTimer::timeout, &window_,
-                     [look, condition = std::move(condition), work = std::move(work)] {
-                         if (!look->isActive() || !condition()) return;
-                         look->stop();
-                         look->deleteLater();
+void ui_driver::when(std::function<bool()> condition, std::function<void()> work) const {
+    auto* const poll = new QTimer(&window_);
+    poll->setTimerType(Qt::PreciseTimer);
+    QObject::connect(poll, &QTimer::timeout, &window_,
+                     [poll, condition = std::move(condition), work = std::move(work)] {
+                         if (!poll->isActive() || !condition()) return;
+                         poll->stop();
+                         poll->deleteLater();
                          work();
                      });
-    look->start(1);
+    poll->start(1);
 }
 
 bool wait_until(const std::function<bool()>& done, int ms) { return QTest::qWaitFor(done, ms); }

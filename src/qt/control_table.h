@@ -7,8 +7,8 @@
 
 namespace desk::qt {
 
-/// The entry of a control in a table: by its name with the window's name before it ("frm_diag.cmd_ok"), with its place
-/// in a control array ("opt_unused(0)"), or alone; none: nullptr.
+/// Looks up a control by name: with its window ("frm_diag.cmd_ok"), with its index ("opt_unused(0)"), then alone.
+/// Returns nullptr if there is no entry.
 template <class Entry>
 const Entry* entry_of(const control& c, const std::map<std::string, Entry>& table) {
     for (const std::string& name : {c.owner->name + "." + c.name, c.full_name(), c.name})

@@ -7,11 +7,11 @@ class QApplication;
 
 namespace desk::qt {
 
-/// Keeps one font for the whole program, also when the desktop brings its own after the start or changes it. Lives as
-/// long as the application.
-class steady_font : public QObject {
+/// Keeps the program's font when the desktop sets or changes its own after the start. Lives as long as the
+/// application.
+class application_font : public QObject {
 public:
-    steady_font(QApplication& application, const QFont& font);
+    application_font(QApplication& application, const QFont& font);
 
     bool eventFilter(QObject* watched, QEvent* e) override;
 
