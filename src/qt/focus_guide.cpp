@@ -34,7 +34,7 @@ focus_guide::focus_guide(window& w) : window_(w) {
     for (const step& s : steps) {
         const control* const shown = w.name == s.shown ? &w : w.find(s.shown);
         if (shown == nullptr) continue;
-        stages_.push_back({shown, w.find(s.next), as<button*>(w.find(s.closing_button)), nullptr, false});
+        stages_.push_back({shown, w.find(s.next), as<button>(w.find(s.closing_button)), nullptr, false});
     }
 }
 

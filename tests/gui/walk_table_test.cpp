@@ -135,7 +135,7 @@ protected:
         const control* const at = form().find(expected.focused);
         EXPECT_EQ(focused(), widget_name(*at).toStdString());
         // back to the start
-        if (auto* const o = as<option_button*>(&stop)) o->choose();
+        if (auto* const o = as<option_button>(&stop)) o->choose();
     }
 
     void TearDown() override { EXPECT_EQ(generator->commands(), QStringList()); }
