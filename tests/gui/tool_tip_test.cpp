@@ -1,6 +1,7 @@
 // What a tooltip says: what the control does, why it does not, and the whole of a text that is cut.
 
 #include "bench_fixture.h"
+#include "controls/kinds.h"
 #include "qt/cut_text.h"
 #include "qt/help_lines.h"
 
