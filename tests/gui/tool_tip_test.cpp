@@ -1,6 +1,7 @@
 // The contents of tooltips: what the control does, why it does not, and the full text if it is elided.
 
 #include "bench_fixture.h"
+#include "controls/kinds.h"
 #include "qt/elided_text.h"
 #include "qt/help_lines.h"
 
