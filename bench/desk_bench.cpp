@@ -6,6 +6,7 @@
 #include "qt/desk_program.h"
 #include "qt/plan_fit.h"
 #include "report.h"
+#include "runtime/failure.h"
 #include "ui_driver.h"
 
 #include <QApplication>

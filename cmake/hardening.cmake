@@ -1,7 +1,7 @@
 # The hardening of Debian's own packages: a memory fault ends the program instead of helping an attacker. The flags
 # come after those of the user and of packagers. Sanitizer builds find more, and exclude FORTIFY.
 set(VELOTRACE_HARDENED OFF)
-if(UNIX AND NOT VELOTRACE_SANITIZE AND NOT VELOTRACE_FUZZ)
+if(UNIX AND NOT VELOTRACE_SANITIZE)
     set(VELOTRACE_HARDENED ON)
     add_compile_options(-fstack-protector-strong -fstack-clash-protection -D_GLIBCXX_ASSERTIONS)
     # shared libraries have their own kind of position-independent code

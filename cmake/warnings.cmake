@@ -5,8 +5,4 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
     # gcc 12 mistakes the concatenation of a literal and a temporary string for an overlapping copy
     target_compile_options(own_code INTERFACE -Wno-restrict)
 endif()
-if(VELOTRACE_SANITIZE AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    # with the sanitizers' code in between gcc sees uninitialised values in the standard library's regular expressions
-    target_compile_options(own_code INTERFACE -Wno-maybe-uninitialized)
-endif()
 target_include_directories(own_code INTERFACE ${PROJECT_SOURCE_DIR}/src)

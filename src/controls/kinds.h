@@ -15,6 +15,8 @@ template <class... Lambdas>
 struct overloaded : Lambdas... {
     using Lambdas::operator()...;
 };
+template <class... Lambdas>
+overloaded(Lambdas...) -> overloaded<Lambdas...>;
 
 /// Calls `act` with the control as its own class and returns the result. `act` has to accept every class of control.
 template <class Act>

@@ -12,7 +12,7 @@ namespace desk {
 
 namespace {
 
-[[noreturn]] void not_understood(const std::string& why) {
+[[noreturn]] void options_not_understood(const std::string& why) {
     throw runtime_failure(failure::invalid_procedure_call, why);
 }
 
@@ -21,8 +21,8 @@ int count_of(const std::string& option, const std::string& word) {
     const char* const end = word.data() + word.size();
     const auto [stop, error] = std::from_chars(word.data(), end, count);
     if (error != std::errc() || stop != end || count < 1 || count > largest_catalogue) {
-        not_understood(option + " needs a number from 1 to " + std::to_string(largest_catalogue) + ", not \"" + word +
-                       "\"");
+        options_not_understood(option + " needs a number from 1 to " + std::to_string(largest_catalogue) + ", not \"" +
+                               word + "\"");
     }
     return count;
 }
@@ -35,12 +35,13 @@ fault_plan faults_of(const std::string& argument) {
 
 /// The words after "--send".
 sim_options sending_options(const std::vector<std::string>& arguments) {
-    if (arguments.size() < 2 || arguments[1].empty()) not_understood("--send needs the path of a control socket");
+    if (arguments.size() < 2 || arguments[1].empty())
+        options_not_understood("--send needs the path of a control socket");
     sim_options options;
     options.send_to = path_from_utf8(arguments[1]);
     for (std::size_t i = 2; i < arguments.size(); ++i)
         options.line += (i == 2 ? "" : " ") + arguments[i];
-    if (arguments.size() > 2 && options.line.empty()) not_understood("--send needs a line that is not empty");
+    if (arguments.size() > 2 && options.line.empty()) options_not_understood("--send needs a line that is not empty");
     return options;
 }
 
@@ -58,20 +59,20 @@ sim_options sim_options_of(const std::vector<std::string>& arguments) {
         } else if (word == "--quiet") {
             options.quiet = true;
         } else if (word == "--timings" || word == "--patterns") {
-            if (++i == arguments.size()) not_understood(word + " needs a number");
+            if (++i == arguments.size()) options_not_understood(word + " needs a number");
             (word == "--timings" ? options.timings : options.patterns) = count_of(word, arguments[i]);
         } else if (word == "--faults") {
-            if (++i == arguments.size()) not_understood("--faults needs a rate");
+            if (++i == arguments.size()) options_not_understood("--faults needs a rate");
             options.faults = faults_of(arguments[i]);
         } else if (word == "--control") {
-            if (++i == arguments.size() || arguments[i].empty()) not_understood("--control needs a path");
+            if (++i == arguments.size() || arguments[i].empty()) options_not_understood("--control needs a path");
             options.control = path_from_utf8(arguments[i]);
         } else if (word == "--send") {
-            not_understood("--send has to be the first word");
+            options_not_understood("--send has to be the first word");
         } else if (word.empty() || word.front() == '-') {
-            not_understood("unknown option \"" + word + "\"");
+            options_not_understood("unknown option \"" + word + "\"");
         } else if (!options.link.empty()) {
-            not_understood("only one LINK, not \"" + word + "\" too");
+            options_not_understood("only one LINK, not \"" + word + "\" too");
         } else {
             options.link = path_from_utf8(word);
         }

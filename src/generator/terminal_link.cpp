@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-[[noreturn]] void fail(const fs::path& link, const std::string& why) {
+[[noreturn]] void link_fails(const fs::path& link, const std::string& why) {
     throw runtime_failure(failure::path_file_access_error, utf8_from_path(link) + " " + why);
 }
 
@@ -30,11 +30,11 @@ void expect_link_of_simulator(const fs::path& there, const fs::path& link) {
     std::error_code error;
     const fs::file_status status = fs::symlink_status(there, error);
     if (!fs::exists(status)) return;
-    if (!fs::is_symlink(status)) fail(link, "already exists and is not a symbolic link");
+    if (!fs::is_symlink(status)) link_fails(link, "already exists and is not a symbolic link");
     // only one step: a link to another link belongs to the operator, wherever that leads
     const fs::path target = fs::read_symlink(there, error);
     if (!error && !is_pseudo_terminal(target))
-        fail(link, "leads to " + utf8_from_path(target) + " and is not replaced: choose another LINK");
+        link_fails(link, "leads to " + utf8_from_path(target) + " and is not replaced: choose another LINK");
 }
 
 fs::path new_link_beside(const fs::path& link, const fs::path& terminal) {

@@ -5,15 +5,15 @@
 
 namespace desk {
 
-/// Ends suspended procedures when the program is over: only the pump throws it, and only the event boundary of an
-/// adapter catches it. It is not a run-time failure, so that no armed handler takes it.
+/// Ends suspended procedures when the program is over. Only the pump throws it, and only the adapters' event boundary
+/// catches it. It is not a run-time failure, so no armed handler catches it.
 struct program_over {};
 
-/// The clock of the desk advances in steps of this length. A try of an exchange is counted in rounds of the clock: with
-/// finer steps it would be over before 768 characters have arrived.
+/// The step of the desk's clock. The rounds of an exchange are counted by this clock: with finer steps a try would end
+/// before 768 characters have arrived.
 inline constexpr std::chrono::milliseconds clock_step{5};
 
-/// The clock and the pending events, on the one thread of the desk.
+/// The clock and the pending events, on the desk's only thread.
 class event_pump {
 public:
     virtual ~event_pump() = default;

@@ -4,6 +4,7 @@
 #include "platform/command_line.h"
 #include "platform/program_directory.h"
 #include "qt/failure_box.h"
+#include "runtime/failure.h"
 #include "runtime/version.h"
 
 #include <QApplication>

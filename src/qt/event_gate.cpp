@@ -1,6 +1,7 @@
 #include "qt/event_gate.h"
 
 #include "platform/event_pump.h"
+#include "runtime/failure.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -55,13 +56,13 @@ void event_gate::guarded(const std::function<void()>& work) {
     try {
         work();
     } catch (const runtime_failure& f) {
-        if (!failure_) failure_ = f;
+        if (!failure_) failure_ = std::make_shared<runtime_failure>(f);
         over_ = true;
     } catch (const program_over&) {
         over_ = true;
     } catch (const std::exception& e) {
         // an internal error: reported like any other failure
-        if (!failure_) failure_ = runtime_failure(desk::failure::invalid_procedure_call, e.what());
+        if (!failure_) failure_ = std::make_shared<runtime_failure>(desk::failure::invalid_procedure_call, e.what());
         over_ = true;
     }
 }

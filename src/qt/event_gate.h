@@ -1,10 +1,13 @@
 #pragma once
 
 #include "qt/busy_cursor.h"
-#include "runtime/failure.h"
 
 #include <functional>
-#include <optional>
+#include <memory>
+
+namespace desk {
+class runtime_failure;
+}
 
 namespace desk::qt {
 
@@ -40,7 +43,7 @@ public:
     std::function<void()> end_loops;
 
     bool over() const { return over_; }
-    const std::optional<runtime_failure>& failure() const { return failure_; }
+    const std::shared_ptr<const runtime_failure>& failure() const { return failure_; }
 
     busy_cursor cursor;
 
@@ -53,7 +56,7 @@ private:
     int depth_ = 0;
     bool over_ = false;
     bool left_ = false;
-    std::optional<runtime_failure> failure_;
+    std::shared_ptr<const runtime_failure> failure_;
 };
 
 } // namespace desk::qt

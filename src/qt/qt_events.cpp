@@ -9,7 +9,7 @@ namespace desk::qt {
 
 namespace {
 
-/// A tick that falls together with a step begins the time of a function call later than the step.
+/// Ends a wait this long after the step, so that a coinciding tick is served first.
 constexpr std::chrono::microseconds tick_first(100);
 constexpr std::chrono::milliseconds patience(50);
 
@@ -35,8 +35,8 @@ void qt_events::pump_and_rest() {
     gate_.throw_if_over();
     gate_.cursor.wait();
     if (gate_.follow) gate_.follow();
-    // little more than a millisecond beyond the step at most: timers wake late, never early. A tick at the same moment
-    // is served first: behind the step it would have to wait for the end of the next one.
+    // at most a little over a millisecond after the step, since timers fire late, never early. A tick due at the same
+    // time comes first: after the step it would wait until the end of the next one.
     next_step_.start(std::chrono::ceil<std::chrono::milliseconds>(clock_.rest(running()) + tick_first));
     QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     gate_.throw_if_over();

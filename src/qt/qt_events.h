@@ -20,7 +20,7 @@ public:
     void pump_and_rest() override;
     void turn_without_progress(std::string_view waiting_for) override;
 
-    /// To be called just before a timer is started: its ticks fall together with steps of the clock.
+    /// Call it just before a timer starts: its ticks then coincide with steps of the clock.
     void share_phase() { clock_.share_phase(running()); }
 
 private:

@@ -140,7 +140,7 @@ control& neighbour(control& c, bool next) {
     std::vector<control*> group;
     for (control* other : c.owner->controls()) {
         if (!same_kind(*other, c) || other->parent != c.parent) continue;
-        // of option buttons, the selected one alone is a stop
+        // in a group of option buttons, only the selected one is a stop
         if (is<option_button>(c) ? can_be_reached(*other) : can_take_keys(*other)) group.push_back(other);
     }
     if (!next) std::reverse(group.begin(), group.end());

@@ -69,7 +69,8 @@ void text_label::paintEvent(QPaintEvent* /*e*/) {
 
 void text_label::draw_lines(QPainter& painter, const QRect& place) const {
     const QFontMetrics metrics = painter.fontMetrics();
-    const int at = Qt::AlignLeft | (in_middle_ ? Qt::AlignVCenter : Qt::AlignTop);
+    const Qt::Alignment place_of_text = Qt::AlignLeft | (in_middle_ ? Qt::AlignVCenter : Qt::AlignTop);
+    const int at = static_cast<int>(place_of_text.toInt());
     // a label with room for one line elides the middle, as for a path
     if (line_pitch_ == 0 && place.height() < 2 * metrics.height()) {
         painter.drawText(place, at | Qt::TextSingleLine, metrics.elidedText(text_, Qt::ElideMiddle, place.width()));

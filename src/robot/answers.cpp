@@ -1,5 +1,6 @@
 #include "robot/answers.h"
 
+#include "runtime/failure.h"
 #include "runtime/windows_1252.h"
 
 #include <cmath>

@@ -1,11 +1,13 @@
 #pragma once
 
-#include "runtime/failure.h"
-
 #include <nlohmann/json.hpp>
 
 #include <string>
 #include <string_view>
+
+namespace desk {
+class runtime_failure;
+}
 
 namespace desk::robot {
 
@@ -17,6 +19,8 @@ std::string json_text(const json& value);
 inline std::string ok() { return "ok"; }
 std::string ok(const json& value);
 std::string refused(std::string_view reason);
+/// The reason for a command whose words make no sense.
+inline constexpr std::string_view bad_tokens = "the command's words are off";
 std::string fatal(const runtime_failure& failure);
 
 } // namespace desk::robot

@@ -4,8 +4,6 @@ namespace desk::robot {
 
 namespace {
 
-constexpr const char* bad_tokens = "the command's words are off";
-
 json counts_of(const faulty_generator& generator) {
     json counts = json::object();
     for (const auto& [kind, count] : generator.counts())

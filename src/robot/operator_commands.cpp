@@ -13,7 +13,6 @@ using tokens_in = const std::vector<token>&;
 
 constexpr const char* not_for_this_kind = "a control of this kind does not take that";
 constexpr const char* nothing_listens = "nothing listens to that";
-constexpr const char* bad_tokens = "the command's words are off";
 
 /// The number in the last token, at this place; none if it is missing or not a number.
 std::optional<int> number_at(tokens_in tokens, std::size_t place) {

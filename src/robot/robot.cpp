@@ -5,6 +5,7 @@
 #include "edid/rescue.h"
 #include "robot/inspection.h"
 #include "robot/operator_commands.h"
+#include "runtime/failure.h"
 
 #include <algorithm>
 #include <set>
@@ -14,7 +15,6 @@ namespace desk::robot {
 namespace {
 
 constexpr const char* no_program = "no program";
-constexpr const char* bad_tokens = "the command's words are off";
 constexpr const char* not_on_show = "the control is not on show";
 
 /// The limit of nested commands, in one line or each inside another: far more than an operator needs, and few enough

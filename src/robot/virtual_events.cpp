@@ -1,6 +1,7 @@
 #include "robot/virtual_events.h"
 
 #include "controls/controls.h"
+#include "runtime/failure.h"
 
 #include <algorithm>
 
@@ -92,19 +93,19 @@ void virtual_events::run_event(const std::function<void()>& work) {
     try {
         work();
     } catch (const runtime_failure& f) {
-        if (!ended_by_) ended_by_ = f;
+        if (!ended_by_) ended_by_ = std::make_shared<runtime_failure>(f);
     } catch (const program_over&) {
         // a suspended procedure has ended
     } catch (const std::exception& e) {
         // a defect of the desk: reported like a run-time failure
-        if (!ended_by_) ended_by_ = runtime_failure(failure::invalid_procedure_call, e.what());
+        if (!ended_by_) ended_by_ = std::make_shared<runtime_failure>(failure::invalid_procedure_call, e.what());
     }
 }
 
 void virtual_events::turn_without_progress(std::string_view waiting_for) {
     if (++turns_without_progress_ < endless_turns) return;
-    ended_by_ = runtime_failure(failure::does_not_return,
-                                std::string(waiting_for) + ": a million turns have brought no progress");
+    ended_by_ = std::make_shared<runtime_failure>(
+        failure::does_not_return, std::string(waiting_for) + ": a million turns have brought no progress");
     throw program_over();
 }
 

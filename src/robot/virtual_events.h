@@ -2,15 +2,18 @@
 
 #include "controls/window.h"
 #include "platform/event_pump.h"
-#include "runtime/failure.h"
 
 #include <chrono>
 #include <cstdint>
 #include <deque>
 #include <functional>
 #include <map>
-#include <optional>
+#include <memory>
 #include <vector>
+
+namespace desk {
+class runtime_failure;
+}
 
 namespace desk::robot {
 
@@ -52,7 +55,7 @@ public:
     /// As a window on the screen does after each event and in each pump.
     void settle_focus();
 
-    const std::optional<runtime_failure>& ended_by() const { return ended_by_; }
+    const std::shared_ptr<const runtime_failure>& ended_by() const { return ended_by_; }
 
 private:
     struct pending {
@@ -69,7 +72,7 @@ private:
     std::vector<window*> windows_;
     std::map<timer*, milliseconds> timers_; // the enabled ones, with the time of the next tick
     std::deque<pending> pending_;           // in order of time, then of entry
-    std::optional<runtime_failure> ended_by_;
+    std::shared_ptr<const runtime_failure> ended_by_;
     bool abandoned_ = false;
 };
 

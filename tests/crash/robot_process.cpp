@@ -24,7 +24,7 @@ bool is_saved_file(pid_t process, std::uint64_t descriptor) {
     return descriptor > STDERR_FILENO && std::filesystem::is_regular_file(link);
 }
 
-/// The name of a call that changes files; empty for any other.
+/// The name of a system call that changes files; empty for any other.
 std::string changing_call(pid_t process, const __ptrace_syscall_info& info) {
     const auto flags = static_cast<int>(info.entry.args[2]);
     switch (info.entry.nr) {

@@ -44,15 +44,16 @@ TEST(speakers, are_told_as_missing_for_address_0) {
 
 TEST(speakers, stand_under_a_floor_plan) {
     for (const auto& [byte, names] : positions) {
-        EXPECT_EQ(text_of([&](std::string& text) { decode_speaker_block(text, edid_with(byte), 132); }),
+        EXPECT_EQ(text_of([&, byte = byte](std::string& text) { decode_speaker_block(text, edid_with(byte), 132); }),
                   floor_plan + "Speaker Allocation =\r\n " + names);
     }
 }
 
 TEST(speakers, can_stand_without_the_floor_plan) {
     for (const auto& [byte, names] : positions) {
-        EXPECT_EQ(text_of([&](std::string& text) { print_speaker_allocation(text, edid_with(byte), 132); }),
-                  "Speaker Allocation =\r\n " + names);
+        EXPECT_EQ(
+            text_of([&, byte = byte](std::string& text) { print_speaker_allocation(text, edid_with(byte), 132); }),
+            "Speaker Allocation =\r\n " + names);
     }
 }
 

@@ -22,7 +22,7 @@ std::string standard_lines(const std::string& width, const std::string& height, 
            "\r\nImage Aspect Ratio = " + ratio + "\r\nRefresh Rate = " + rate;
 }
 
-struct row {
+struct standard_row {
     int b0;
     int b1;
     const char* width;
@@ -31,7 +31,7 @@ struct row {
     const char* rate;
 };
 
-const row rows[] = {
+const standard_row standard_rows[] = {
     {0xD1, 0xC0, "1920", "1080", "16:9", "60"},  {0x81, 0x80, "1280", "1024", "5:4", "60"},
     {0x71, 0x80, "1152", "921.6", "5:4", "60"}, // not rounded
     {0x61, 0x40, "1024", "768", "4:3", "60"},    {0xB3, 0x00, "1680", "1050", "16:10", "60"},
@@ -43,7 +43,7 @@ const row rows[] = {
 };
 
 TEST(standard_timing, is_two_bytes) {
-    for (const row& r : rows)
+    for (const standard_row& r : standard_rows)
         EXPECT_EQ(standard_text(r.b0, r.b1), standard_lines(r.width, r.height, r.ratio, r.rate)) << r.b0 << ' ' << r.b1;
 }
 

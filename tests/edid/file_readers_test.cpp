@@ -111,7 +111,7 @@ INSTANTIATE_TEST_SUITE_P(read_hex, hex_notation, testing::ValuesIn(notations),
 TEST_P(hex_notation, is_read_in_every_length_and_with_every_line_end) {
     for (const std::size_t length : lengths) {
         const std::string data = some_bytes(length);
-        for (const std::size_t of_line : {1, 7, 8, 16, 1000}) {
+        for (const std::size_t of_line : {1U, 7U, 8U, 16U, 1000U}) {
             for (const char* end : {"\r\n", "\n", "\r", "\r\n\r\n", " \n", "\n\t\n", "\r\r"}) {
                 for (const char* last_end : {"", end}) {
                     const reading r = hex_reading(written(data, GetParam(), of_line, end) + last_end);
@@ -243,7 +243,7 @@ capture read_capture(std::string_view file) {
 
 TEST(read_ddc, gives_the_last_256_bytes_behind_any_junk) {
     const std::string edid = with_header(256);
-    for (const std::size_t junk : {0, 1, 44, 128, 1000}) {
+    for (const std::size_t junk : {0U, 1U, 44U, 128U, 1000U}) {
         const capture c = read_capture(std::string(junk, '\x55') + edid);
         EXPECT_TRUE(c.read.accepted);
         EXPECT_EQ(c.read.bytes.data, edid) << junk;
@@ -253,7 +253,7 @@ TEST(read_ddc, gives_the_last_256_bytes_behind_any_junk) {
 
 TEST(read_ddc, gives_the_last_128_bytes_where_256_have_no_header) {
     const std::string block = with_header(128);
-    for (const std::size_t junk : {128, 129, 172, 1000}) {
+    for (const std::size_t junk : {128U, 129U, 172U, 1000U}) {
         const capture c = read_capture(std::string(junk, '\x55') + block);
         EXPECT_TRUE(c.read.accepted);
         EXPECT_EQ(c.read.bytes.data, block) << junk;
@@ -288,7 +288,7 @@ TEST(read_ddc, prefers_the_header_of_the_last_256_bytes) {
 
 TEST(read_ddc, finds_no_header_that_stands_elsewhere) {
     const std::string edid = with_header(256);
-    for (const std::size_t trailing : {1, 127, 129})
+    for (const std::size_t trailing : {1U, 127U, 129U})
         EXPECT_THROW(read_capture(edid + std::string(trailing, '\x55')), tired_of_looking) << trailing;
     EXPECT_EQ(read_capture(std::string(9, '\x55') + with_header(128) + std::string(128, '\x55')).other_looks, 0)
         << "this one is 256 bytes before the end";
@@ -307,7 +307,7 @@ TEST(read_ddc, looks_again_and_again_where_neither_place_has_the_header) {
 }
 
 TEST(read_ddc, fails_for_less_than_256_bytes_even_with_a_good_block) {
-    for (const std::size_t length : {1, 20, 127, 128, 129, 255}) {
+    for (const std::size_t length : {1U, 20U, 127U, 128U, 129U, 255U}) {
         noted_bytes bytes;
         const std::string file = with_header(256).substr(0, length);
         EXPECT_EQ(failure_of([&] { read_ddc(file, bytes, [] {}); }), failure::bad_record_number) << length;

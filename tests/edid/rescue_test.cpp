@@ -20,13 +20,12 @@
 namespace desk {
 namespace {
 
+using test::bin_kind;
 using test::good_edid;
+using test::hex_kind;
 using test::some_bytes;
 using test::temporary_directory;
 using test::window_text_of;
-
-constexpr int hex_kind = 1;
-constexpr int bin_kind = 2;
 
 class rescue_test : public test::edid_fixture {
 protected:

@@ -19,8 +19,7 @@ using test::good_edid;
 using test::mended;
 using test::needing_256;
 using test::strings;
-
-constexpr std::uint8_t trans = 0;
+using test::trans;
 
 /// An EDID with these bytes 12 to 15 and the checksum that then belongs to it.
 std::string stamped(const std::string& four_bytes, std::string edid = good_edid()) {

@@ -9,7 +9,7 @@ namespace {
 
 using namespace desk;
 
-/// A line that names a file is left out: what it does is up to the file.
+/// Excludes lines that name a file, since their effect depends on the file.
 bool names_file(std::string_view line) {
     return line.find("sink") != std::string_view::npos && line.find('/') != std::string_view::npos;
 }
@@ -43,7 +43,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         }
         on_line.take_due(now);
         const auto next = on_line.next_due();
-        fuzz::demand(!next || *next > now, "what is due has been taken");
+        fuzz::demand(!next || *next > now, "everything due has been taken");
         on_line.take_log();
     }
     const edid_sink& first = generator.state.sinks.front();

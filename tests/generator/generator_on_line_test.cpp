@@ -1,5 +1,7 @@
 #include "generator/generator_on_line.h"
 
+#include "support/line_time.h"
+
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -11,16 +13,15 @@ namespace {
 
 using namespace std::chrono_literals;
 
-using time = generator_on_line::time;
-constexpr time byte_time = paced_line::byte_time;
+using test::byte_time;
 
 class generator_on_line_test : public testing::Test {
 protected:
     void write(const std::string& text) { line.receive(bytes_of(text), now); }
 
     /// All that reaches the desk while the time runs on.
-    std::string run(time span) {
-        const time end = now + span;
+    std::string run(std::chrono::nanoseconds span) {
+        const auto end = now + span;
         std::string heard;
         while (const auto due = line.next_due()) {
             if (*due > end) break;
@@ -35,7 +36,7 @@ protected:
     fault_injector faults{generator};
     desk::cable cable;
     generator_on_line line{faults, cable};
-    time now = 1000ms;
+    generator_on_line::time now = 1000ms;
 };
 
 using texts = std::vector<std::string>;

@@ -1,5 +1,7 @@
 #include "generator/paced_line.h"
 
+#include "support/line_time.h"
+
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -11,12 +13,11 @@ namespace {
 
 using namespace std::chrono_literals;
 
-using time = paced_line::time;
-constexpr time byte_time = paced_line::byte_time;
+using test::byte_time;
 
-std::string taken(paced_line& line, time now) { return string_of(line.take_until(now)); }
+std::string taken(paced_line& line, paced_line::time now) { return string_of(line.take_until(now)); }
 
-std::vector<std::string> finished(paced_line& line, time now) {
+std::vector<std::string> finished(paced_line& line, paced_line::time now) {
     std::vector<std::string> texts;
     for (const bytes& part : line.take_finished_parts(now))
         texts.push_back(string_of(part));
@@ -25,7 +26,7 @@ std::vector<std::string> finished(paced_line& line, time now) {
 
 using texts = std::vector<std::string>;
 
-TEST(paced_line, a_byte_takes_ten_bit_times) { EXPECT_EQ(byte_time, time(10s) / 19200); }
+TEST(paced_line, a_byte_takes_ten_bit_times) { EXPECT_EQ(byte_time, paced_line::time(10s) / 19200); }
 
 TEST(paced_line, bytes_arrive_one_after_the_other) {
     paced_line line;

@@ -10,7 +10,7 @@
 namespace desk {
 namespace {
 
-using words = std::vector<std::string>;
+using option_words = std::vector<std::string>;
 
 TEST(sim_options, has_defaults) {
     const sim_options options = sim_options_of({});
@@ -26,8 +26,9 @@ TEST(sim_options, reads_what_shall_go_wrong_by_chance) {
     const sim_options options = sim_options_of({"--faults", " 20 seed 7  drop late ", "com1"});
     EXPECT_EQ(options.faults.text(), "20 % of answers are faulty, seed 7: drop late");
     EXPECT_EQ(options.link, "com1");
-    for (const words& line : {words{"--faults"}, words{"--faults", ""}, words{"--faults", "x"},
-                              words{"--faults", "20 lies"}, words{"--faults", "--quiet"}})
+    for (const option_words& line :
+         {option_words{"--faults"}, option_words{"--faults", ""}, option_words{"--faults", "x"},
+          option_words{"--faults", "20 lies"}, option_words{"--faults", "--quiet"}})
         EXPECT_THROW(sim_options_of(line), runtime_failure) << line.back();
 }
 
@@ -55,11 +56,12 @@ TEST(sim_options, takes_all_words_behind_the_socket_as_one_line) {
 }
 
 TEST(sim_options, refuses_what_it_does_not_know) {
-    for (const words& line :
-         {words{"--timing", "3"}, words{"-q"}, words{""}, words{"com1", "com2"}, words{"--timings"},
-          words{"--timings", "0"}, words{"--timings", "999"}, words{"--patterns", "x"}, words{"--patterns", "4x"},
-          words{"--patterns", "--quiet"}, words{"--control"}, words{"--control", ""}, words{"--send"},
-          words{"--send", ""}, words{"--send", "build/control", ""}, words{"--quiet", "--send", "build/control"}})
+    for (const option_words& line :
+         {option_words{"--timing", "3"}, option_words{"-q"}, option_words{""}, option_words{"com1", "com2"},
+          option_words{"--timings"}, option_words{"--timings", "0"}, option_words{"--timings", "999"},
+          option_words{"--patterns", "x"}, option_words{"--patterns", "4x"}, option_words{"--patterns", "--quiet"},
+          option_words{"--control"}, option_words{"--control", ""}, option_words{"--send"}, option_words{"--send", ""},
+          option_words{"--send", "build/control", ""}, option_words{"--quiet", "--send", "build/control"}})
         EXPECT_THROW(sim_options_of(line), runtime_failure) << line.front();
 }
 

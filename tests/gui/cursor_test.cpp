@@ -1,6 +1,7 @@
 // The mouse cursor is busy only while the desk waits for the generator.
 
 #include "bench_fixture.h"
+#include "runtime/failure.h"
 
 #include <QApplication>
 #include <QCursor>

@@ -1,6 +1,7 @@
 // Operator tests through the real window, with a generator on a pseudo terminal.
 
 #include "bench_fixture.h"
+#include "button_color.h"
 
 #include <QLineEdit>
 #include <QMessageBox>
@@ -10,11 +11,6 @@
 namespace desk::gui {
 
 namespace {
-
-QColor back_of(const QWidget& w) { return w.palette().color(QPalette::Active, QPalette::Button); }
-
-const QColor red(255, 0, 0);
-const QColor green(0, 255, 0);
 
 class end_to_end : public bench {
 protected:

@@ -7,6 +7,7 @@
 #include "qt/appearance.h"
 #include "qt/desk_program.h"
 #include "qt/end_watch.h"
+#include "runtime/failure.h"
 #include "simulator_on_event_loop.h"
 #include "ui_driver.h"
 

@@ -1,6 +1,7 @@
 // How the program reports a fatal failure, and a port that cannot be opened.
 
 #include "bench_fixture.h"
+#include "runtime/failure.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -131,7 +132,7 @@ protected:
 TEST_F(box_of_a_failure, says_where_the_work_is_saved_and_how_to_go_on) {
     driver().click("cmd_edid");
     driver().click("cmd_read");
-    fail([this](const QMessageBox& box) {
+    fail([](const QMessageBox& box) {
         const QStringList parts = box.text().split("\n\n");
         ASSERT_EQ(parts.size(), 6) << qPrintable(box.text());
         EXPECT_EQ(parts.mid(0, 4),

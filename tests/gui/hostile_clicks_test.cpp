@@ -93,7 +93,8 @@ protected:
         EXPECT_TRUE(wait_until([] { return !focused().empty(); }, 1000));
     }
 
-    /// Minimum number of events for the left button: buttons and lists count every click.
+    /// Minimum number of events for the left button: a button counts both clicks of a double click, a list at least
+    /// one; other controls may raise none.
     static int least_events(const control& c, mouse_action d) {
         if (is<button>(c)) return d == mouse_action::double_left ? 2 : 1;
         const auto* const l = as<list_view>(&c);

@@ -58,12 +58,12 @@ protected:
     }
 };
 
-struct view {
+struct view_order {
     const char* button;
     QStringList order;
 };
 
-const std::vector<view> views = {
+const std::vector<view_order> view_orders = {
     {"cmd_timing",
      {"lstv_timing",    "cmd_run",         "txt_pix_f",     "txt_htotal_pix",   "txt_htotal_us",  "txt_hactive_pix",
       "txt_hactive_us", "txt_hdelay_pix",  "txt_hdelay_us", "txt_hsw_pix",      "txt_hsw_us",     "txt_hpol",
@@ -86,7 +86,7 @@ const std::vector<view> views = {
 
 TEST_F(keyboard, reaches_every_control_of_a_view_in_reading_order) {
     start();
-    for (const view& v : views) {
+    for (const view_order& v : view_orders) {
         driver().click(v.button);
         EXPECT_EQ(walk_view(), line(v.order)) << v.button;
     }
@@ -247,7 +247,7 @@ TEST_F(keyboard, works_a_window_with_a_single_exit) {
 
 TEST_F(keyboard, has_unique_mnemonics_in_each_view) {
     start();
-    for (const view& v : views) {
+    for (const view_order& v : view_orders) {
         driver().click(v.button);
         QStringList seen;
         for (const auto* b : program->main_window().findChildren<QAbstractButton*>()) {

@@ -24,7 +24,7 @@ namespace desk::gui {
 namespace {
 
 constexpr int patience_ms = 60000; // for a desk or a display server to start
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(WITH_SANITIZERS)
 constexpr int longest_end_ms = 20000; // the sanitizers look for leaks
 #else
 constexpr int longest_end_ms = 2000;

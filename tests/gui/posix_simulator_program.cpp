@@ -8,7 +8,7 @@ namespace desk::gui {
 
 namespace {
 
-constexpr int limit_ms = 10000;
+constexpr int process_limit_ms = 10000;
 
 class own_process final : public simulator_program {
 public:
@@ -24,18 +24,18 @@ public:
     void end() override {
         process_.closeWriteChannel();
         process_.terminate();
-        process_.waitForFinished(limit_ms);
+        process_.waitForFinished(process_limit_ms);
     }
 
     void kill() override {
         process_.kill();
-        process_.waitForFinished(limit_ms);
+        process_.waitForFinished(process_limit_ms);
         QFile::remove(link_);
     }
 
     void type(const QByteArray& line) override {
         process_.write(line + "\n");
-        process_.waitForBytesWritten(limit_ms);
+        process_.waitForBytesWritten(process_limit_ms);
     }
 
     QByteArray printed() const override {

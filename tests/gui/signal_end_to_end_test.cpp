@@ -2,6 +2,7 @@
 // custom string and colour settings.
 
 #include "bench_fixture.h"
+#include "button_color.h"
 
 #include <QLineEdit>
 #include <QMessageBox>
@@ -15,11 +16,6 @@
 namespace desk::gui {
 
 namespace {
-
-const QColor red(255, 0, 0);
-const QColor green(0, 255, 0);
-
-QColor back_of(const QWidget& w) { return w.palette().color(QPalette::Active, QPalette::Button); }
 
 class signal_end_to_end : public bench {
 protected:

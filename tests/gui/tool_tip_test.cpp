@@ -1,6 +1,7 @@
 // The contents of tooltips: what the control does, why it does not, and the full text if it is elided.
 
 #include "bench_fixture.h"
+#include "controls/kinds.h"
 #include "qt/elided_text.h"
 #include "qt/help_lines.h"
 
@@ -32,7 +33,7 @@ protected:
 TEST_F(tool_tip, says_what_every_interactive_control_does) {
     start();
     for (const control* c : desk().form.controls()) {
-        // lstv_timing_sub is never visible as a list
+        // the figures of lstv_timing_sub are never visible as a list
         if (is<button, combo_box, check_box, option_button, slider, tree_view, list_view>(*c)) {
             EXPECT_EQ(qt::help_line(*c).isEmpty(), c->name == "lstv_timing_sub") << c->full_name();
         }

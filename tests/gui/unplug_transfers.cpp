@@ -39,7 +39,7 @@ public:
 
     conversation& raw_from_generator(const expectation& expect) {
         add("reading_not_begun", {after::sent, sent_}, expect);
-        for (const std::size_t part : {1, 128, 255})
+        for (const std::size_t part : {1U, 128U, 255U})
             add("reading_after_" + std::to_string(part), {after::sent, sent_ + part}, expect);
         return *this;
     }
@@ -75,7 +75,7 @@ public:
     }
 
     conversation& taking_minutes(const expectation& expect) {
-        for (const std::size_t part : {0, 3})
+        for (const std::size_t part : {0U, 3U})
             add("result_after_" + std::to_string(part), {after::sent, sent_ + part}, expect);
         (all_.end() - 1)->takes_minutes = (all_.end() - 2)->takes_minutes = true;
         return *this;

@@ -134,7 +134,7 @@ protected:
         EXPECT_EQ(heard_of, raises);
         const control* const at = form().find(expected.focused);
         EXPECT_EQ(focused(), widget_name(*at).toStdString());
-        // back to where it was
+        // back to the start
         if (auto* const o = as<option_button>(&stop)) o->choose();
     }
 

@@ -1,5 +1,7 @@
 #include "robot/answers.h"
 
+#include "runtime/failure.h"
+
 #include <gtest/gtest.h>
 
 namespace desk::robot {

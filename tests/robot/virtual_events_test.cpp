@@ -2,6 +2,7 @@
 
 #include "controls/controls.h"
 #include "controls/window.h"
+#include "runtime/failure.h"
 
 #include <gtest/gtest.h>
 

@@ -10,7 +10,7 @@
 namespace desk {
 namespace {
 
-constexpr int pixel = 15; // twips
+constexpr int twips_of_pixel = 15;
 
 class plan : public test::desk_fixture {
 protected:
@@ -25,7 +25,7 @@ protected:
 
     void expect_one_middle(const std::vector<std::string>& names) const {
         for (const std::string& name : names)
-            EXPECT_NEAR(twice_middle(named(name)), twice_middle(named(names.front())), pixel) << name;
+            EXPECT_NEAR(twice_middle(named(name)), twice_middle(named(names.front())), twips_of_pixel) << name;
     }
 };
 
@@ -38,14 +38,14 @@ TEST_F(plan, touches_no_frame) {
             continue;
         for (const int distance :
              std::initializer_list<int>{c->left, c->top, around->width - right(*c), around->height - bottom(*c)})
-            EXPECT_GE(distance, 4 * pixel) << c->full_name() << " in " << around->name;
+            EXPECT_GE(distance, 4 * twips_of_pixel) << c->full_name() << " in " << around->name;
     }
 }
 
 TEST_F(plan, has_buttons_28_pixels_high) {
     for (const control* c : desk.form.controls()) {
         if (is<button>(*c)) {
-            EXPECT_GE(c->height, 28 * pixel) << c->full_name();
+            EXPECT_GE(c->height, 28 * twips_of_pixel) << c->full_name();
         }
     }
 }
@@ -56,7 +56,7 @@ TEST_F(plan, has_the_buttons_of_the_views_close_below_each_other) {
     for (std::size_t i = 1; i < column.size(); ++i) {
         const int between = named(column[i]).top - bottom(named(column[i - 1]));
         EXPECT_GE(between, 0) << column[i];
-        EXPECT_LE(between, 4 * pixel) << column[i];
+        EXPECT_LE(between, 4 * twips_of_pixel) << column[i];
     }
     EXPECT_EQ(named("cmd_timing").top, named("img_logo").top);
     EXPECT_EQ(bottom(named("fra_status")), bottom(named("img_logo")));
@@ -69,17 +69,18 @@ TEST_F(plan, has_the_lists_of_a_step_below_their_columns) {
     for (const list_column& column : list.columns)
         edges.push_back(std::exchange(edge, edge + column.width));
     // the frame of the list is 2 pixels wide
-    EXPECT_NEAR(named("cbo_timing").left, edges.at(1), 2 * pixel);
-    EXPECT_NEAR(named("cbo_pattern").left, edges.at(2), 2 * pixel);
-    EXPECT_NEAR(named("cbo_interval").left, edges.at(3), 2 * pixel);
+    EXPECT_NEAR(named("cbo_timing").left, edges.at(1), 2 * twips_of_pixel);
+    EXPECT_NEAR(named("cbo_pattern").left, edges.at(2), 2 * twips_of_pixel);
+    EXPECT_NEAR(named("cbo_interval").left, edges.at(3), 2 * twips_of_pixel);
     EXPECT_LE(right(named("cbo_timing")), named("cbo_pattern").left);
     EXPECT_LE(right(named("cbo_pattern")), named("cbo_interval").left);
     EXPECT_EQ(right(named("cbo_interval")), right(list));
     for (const char* name : {"cbo_timing", "cbo_pattern", "cbo_interval"}) {
         EXPECT_GT(named(name).top, bottom(list)) << name;
-        EXPECT_LE(named(name).top - bottom(list), 12 * pixel) << name;
+        EXPECT_LE(named(name).top - bottom(list), 12 * twips_of_pixel) << name;
     }
-    EXPECT_LE(desk.autorun.fra_auto.height - bottom(named("cmd_replace")), 16 * pixel) << "no height is left over";
+    EXPECT_LE(desk.autorun.fra_auto.height - bottom(named("cmd_replace")), 16 * twips_of_pixel)
+        << "no height is left over";
 }
 
 TEST_F(plan, has_what_is_side_by_side_on_one_line) {

@@ -33,6 +33,13 @@
 
 namespace desk::test {
 
+/// The kinds of file in the order of the save dialog's filters.
+inline constexpr int hex_kind = 1;
+inline constexpr int bin_kind = 2;
+
+/// The buffer that is neither READ's nor WRITE's.
+inline constexpr std::uint8_t trans = 0;
+
 inline const std::string edid_header("\x00\xFF\xFF\xFF\xFF\xFF\xFF\x00", 8);
 
 /// `count` bytes that differ from place to place: 1, 4, 7, ...
@@ -77,7 +84,7 @@ public:
         std::string data;
         for (int i = 0; i < 256; ++i)
             data.push_back(static_cast<char>(random_()));
-        for (const std::size_t block : {0, 1}) {
+        for (const std::size_t block : {0U, 1U}) {
             const auto kind = random_() % 16;
             if (kind < 8) data = mended(data, block);
             if (kind == 8) data = needing_256(data, block);
