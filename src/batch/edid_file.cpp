@@ -45,7 +45,7 @@ void read_into(std::string_view file, file_kind kind, byte_receiver& bytes) {
 std::string remark_on(std::size_t count) {
     const std::string held = "its EDID has " + std::to_string(count) + " bytes";
     if (count == edid_block_size) return held + "; block 1 counts as FF";
-    if (count < edid_size) return held + "; what is missing up to 256 counts as FF";
+    if (count < edid_size) return held + "; missing bytes up to 256 count as FF";
     if (count > edid_size) return held + "; the first two blocks are reported";
     return "";
 }
@@ -57,7 +57,7 @@ edid_file read_edid_file(const std::filesystem::path& path, file_kind kind) {
     first_two_blocks bytes(result.edid);
     read_into(read_whole_file(path), kind, bytes);
     const std::size_t count = bytes.count();
-    if (count == 0) throw no_edid("it holds no byte");
+    if (count == 0) throw no_edid("it contains no bytes");
     if (count < edid_size) std::fill(result.edid.begin() + static_cast<std::ptrdiff_t>(count), result.edid.end(), 0xFF);
     result.remark = remark_on(count);
     return result;

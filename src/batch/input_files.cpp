@@ -38,7 +38,7 @@ void add_folder(input_files& found, const std::string& name) {
         found.problems.push_back(name + ": the folder can't be read: " + error.message() + ".");
         return;
     }
-    if (names.empty()) found.problems.push_back(name + ": no EDID file stands in this folder.");
+    if (names.empty()) found.problems.push_back(name + ": there is no EDID file in this folder.");
     std::sort(names.begin(), names.end());
     const auto folder = static_cast<std::uint32_t>(found.folders.size());
     found.folders.push_back(utf8_from_path(path_from_utf8(name) / ""));

@@ -41,7 +41,7 @@ int report(const batch::options& wanted) {
         std::filesystem::create_directories(path_from_utf8(wanted.output_folder), error);
         if (error) {
             write_to_standard_error("edid_report: the folder " + wanted.output_folder +
-                                    " can't be made: " + error.message() + "\n");
+                                    " can't be created: " + error.message() + "\n");
             return 1;
         }
     }
@@ -72,7 +72,7 @@ int main(int argument_count, char** arguments) {
         if (wanted.version) return write_to_standard_output(version_line("edid_report")) ? 0 : 1;
         return report(wanted);
     } catch (const batch::usage_error& e) {
-        write_to_standard_error("edid_report: " + std::string(e.what()) + "; edid_report --help tells more\n");
+        write_to_standard_error("edid_report: " + std::string(e.what()) + "; see edid_report --help\n");
         return 2;
     } catch (const std::exception& e) {
         write_to_standard_error("edid_report: " + std::string(e.what()) + "\n");

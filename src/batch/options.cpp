@@ -15,20 +15,20 @@ const char* const help_text =
 Writes the EDID analysis report of each file, as the desk's Report button shows it.
 
   FILE          a .hex, .bin or .ddc file, or a file without an extension, which holds raw bytes
-  FOLDER        all such files that stand in it, in the order of their names
-  -o FOLDER     writes each report to FOLDER/NAME.txt; without it all go to standard output, one behind the other.
-                Files that differ in their extension alone keep it: NAME.hex.txt and NAME.bin.txt.
+  FOLDER        all such files in it, in the order of their names
+  -o FOLDER     writes each report to FOLDER/NAME.txt; by default all go to standard output.
+                Files that differ only in their extension keep it: NAME.hex.txt and NAME.bin.txt.
                 An older report is replaced, any other file is not
-  -j N          works on N files at a time; without it, on one for each processor
-  --            what follows is a FILE or a FOLDER, also where it begins with "-"
+  -j N          works on N files at a time; by default one for each processor
+  --            what follows is a FILE or a FOLDER, even if it begins with "-"
   -h, --help    shows this text
   --version     shows number, commit and date of this build
 
 An EDID of 128 bytes gets a second block of FF bytes. Of a longer one the first two blocks are reported.
-A file that can't be read, or whose report ends in a run-time failure, is told on standard error with the text so
-far, and the others go on.
+If a file can't be read or its report ends in a run-time failure, standard error says so, with the text so far, and
+the other files go on.
 
-Exit status: 0 when each file has its report, 1 when one has not, 2 when the command line makes no sense.
+Exit status: 0 if each file has its report, 1 if one has not, 2 if the command line is wrong.
 )";
 
 namespace {
@@ -88,10 +88,10 @@ options options_of(const std::vector<std::string>& words) {
             result.output_folder = reader.value_of(*word);
             if (result.output_folder.empty()) throw usage_error("-o needs the name of a folder");
         } else {
-            throw usage_error("there is no option " + std::string(*word));
+            throw usage_error("unknown option " + std::string(*word));
         }
     }
-    if (result.inputs.empty()) throw usage_error("no file is named");
+    if (result.inputs.empty()) throw usage_error("no file given");
     return result;
 }
 

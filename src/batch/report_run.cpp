@@ -89,7 +89,7 @@ private:
         std::error_code unknown;
         if (std::filesystem::exists(path, unknown) && !is_report(path)) {
             throw runtime_failure(failure::path_file_access_error,
-                                  utf8_from_path(path) + " is no report and is not replaced");
+                                  utf8_from_path(path) + " is not a report and is not replaced");
         }
         // thousands of waits for the disk would take minutes, and a report can be made again
         replace_whole_file(path, result.report, outlives::killed_program);
@@ -172,7 +172,7 @@ bool run_reports(const input_files& inputs, const options& wanted, calendar& dat
             for (const std::string& message : result.messages)
                 output.message(message);
             if (!result.report.empty() && !output.report(result.report)) {
-                output.message("standard output takes no more.");
+                output.message("writing to standard output failed.");
                 return false;
             }
         }

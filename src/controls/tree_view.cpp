@@ -18,7 +18,7 @@ void tree_view::add(int parent, std::string key, std::string title) {
                               full_name() + " has no node " + std::to_string(parent) + " to put " + key + " under");
     }
     if (std::any_of(nodes_.begin(), nodes_.end(), [&](const tree_node& n) { return n.key == key; }))
-        throw runtime_failure(failure::key_not_unique, full_name() + " holds a node " + key + " already");
+        throw runtime_failure(failure::key_not_unique, full_name() + " already has a node " + key);
     nodes_.push_back({std::move(key), std::move(title), parent});
     mark_changed(*this);
 }

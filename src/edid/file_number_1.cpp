@@ -25,7 +25,7 @@ void file_number_1::write_over(const std::string& path, std::string_view bytes) 
 void file_number_1::check_free(const std::string& path) const {
     if (open_)
         throw runtime_failure(failure::file_already_open,
-                              "the file " + path + " can't be opened: one that failed before is still open");
+                              "the file " + path + " can't be opened: a file that failed earlier is still open");
 }
 
 } // namespace desk

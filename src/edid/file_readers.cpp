@@ -85,7 +85,7 @@ bool read_ddc(std::string_view file, byte_receiver& bytes, const std::function<v
     if (file.empty()) return false;
     if (file.size() < edid_size) {
         throw runtime_failure(failure::bad_record_number,
-                              "a capture of " + std::to_string(file.size()) + " bytes does not hold 256");
+                              "a capture of " + std::to_string(file.size()) + " bytes is shorter than 256");
     }
     bool one_block = false;
     std::size_t position = file.size() - edid_size;

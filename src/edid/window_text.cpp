@@ -41,7 +41,7 @@ void window_text::win2buff(std::uint8_t buff_type, int /*win_type*/) {
     const text_box& source = buff_type == buff::write ? workbench_.txt_write : workbench_.txt_read;
     edid_buffer& target = buffers_.of(buff_type);
     into_buffer stored(target);
-    while_doing([] { return "Taking the bytes out of a window's text"; },
+    while_doing([] { return "Reading the bytes of a window's text"; },
                 [&] { scan_window_text(source.text.get(), stored); });
     if (buff_type == buff::write)
         std::fill(target.begin() + static_cast<std::ptrdiff_t>(stored.count()), target.end(), std::uint8_t{0xFF});
@@ -71,7 +71,7 @@ void window_text::show_write_checksum(const block_checksum& sum) {
     if (!sum.correct) {
         // The desk behaves so: a block that needs 256 fails here, with its label already changed.
         while_doing(
-            [&] { return "Keeping the checksum that block " + number_text(static_cast<int>(sum.block)) + " needs"; },
+            [&] { return "Storing the checksum that block " + number_text(static_cast<int>(sum.block)) + " needs"; },
             [&] { element(recover_sum, sum.block) = to_byte(sum.needed); });
     }
     element(workbench_.cmd_recover, sum.block).visible = !sum.correct;

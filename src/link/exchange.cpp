@@ -100,7 +100,8 @@ void exchange::tx_str(std::string_view cmd) {
     drain_output();
     machine_.port.discard_input();
     if (cmd.size() < 6)
-        throw runtime_failure(failure::invalid_procedure_call, "\"" + std::string(cmd) + "\" has not six characters");
+        throw runtime_failure(failure::invalid_procedure_call,
+                              "\"" + std::string(cmd) + "\" does not have six characters");
     machine_.port.write(bytes_of(cmd.substr(0, 6)));
 }
 
@@ -112,7 +113,7 @@ void exchange::tx_byte(std::uint8_t a_byte) {
 void exchange::drain_output() {
     // a port that never drains holds the desk here for ever
     while (machine_.port.out_count() != 0)
-        machine_.events.turn_without_progress("Waiting until the port has sent all it holds");
+        machine_.events.turn_without_progress("Waiting for the port to send its output");
 }
 
 bool exchange::tx_cmd_or_box(std::string_view cmd) {

@@ -15,7 +15,7 @@ std::string zero_pad3(int value) {
 
 std::string pad_left(std::string& text, std::string_view pad, int width) {
     if (pad.empty() || width < 0)
-        throw runtime_failure(failure::invalid_procedure_call, "there is nothing to fill \"" + text + "\" up with");
+        throw runtime_failure(failure::invalid_procedure_call, "there is nothing to pad \"" + text + "\" with");
     text = trim(text);
     const auto wanted = static_cast<std::size_t>(width);
     if (text.size() <= wanted)

@@ -68,7 +68,7 @@ std::string problem_of_absence(const fs::path& device) {
         link = link.parent_path() / target;
     }
     return link == device ? text + " is not there: plug the adapter in, or make a com link to it"
-                          : text + ", which is not there: plug it in, or make the link lead to another device";
+                          : text + ", which is not there: plug it in, or point the link to another device";
 }
 
 device_rights rights_of(const struct stat& status) {
@@ -118,9 +118,8 @@ std::string problem_of_terminal(const fs::path& device, const std::optional<proc
 
 std::string problem_of_rights(const device_rights& rights) {
     if (!rights.group_may || rights.group_is_root) return "the device is for the user " + rights.owner + " alone";
-    if (rights.in_group)
-        return "the device's group " + rights.group + " is yours, but something else denies the access";
-    if (rights.listed) return "your user is new in the group " + rights.group + ": log out and in again";
+    if (rights.in_group) return "the device's group " + rights.group + " is yours, but something else denies access";
+    if (rights.listed) return "your user was added to the group " + rights.group + ": log out and in again";
     return "add your user to the group " + rights.group;
 }
 

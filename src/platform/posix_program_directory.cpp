@@ -76,7 +76,7 @@ void make_folder(const fs::path& folder) {
     // another program of this user's may have been quicker
     if (is_folder(folder)) return;
     throw runtime_failure(failure::path_file_access_error,
-                          "the folder " + utf8_from_path(folder) + " can't be made: " + std::strerror(reason));
+                          "the folder " + utf8_from_path(folder) + " can't be created: " + std::strerror(reason));
 }
 
 } // namespace

@@ -31,7 +31,7 @@ std::filesystem::path user_data_directory() {
     std::filesystem::create_directories(folder, error);
     if (error)
         throw runtime_failure(failure::path_file_access_error,
-                              "the folder " + utf8_from_path(folder) + " can't be made: " + error.message());
+                              "the folder " + utf8_from_path(folder) + " can't be created: " + error.message());
     return folder;
 }
 

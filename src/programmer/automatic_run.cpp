@@ -33,8 +33,7 @@ void automatic_run::load() {
 }
 
 double automatic_run::typed_sn() const {
-    return while_doing([] { return "Reading the serial number as it was typed"; },
-                       [this] { return val(txt_sn.text.get()); });
+    return while_doing([] { return "Reading the typed serial number"; }, [this] { return val(txt_sn.text.get()); });
 }
 
 void automatic_run::cmd_add_click() {

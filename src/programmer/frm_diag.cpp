@@ -49,7 +49,7 @@ void frm_diag::load() {
 }
 
 void frm_diag::load_sum() {
-    while_doing([] { return "Showing the programmer's choices that marlo_rs232.ini holds"; },
+    while_doing([] { return "Showing the programmer's choices from marlo_rs232.ini"; },
                 [this] {
                     cbo_eeprom.add_item(" 2 KBits( 256 Bytes)", 0);
                     cbo_eeprom.add_item(" 4 KBits( 512 Bytes)", 1);

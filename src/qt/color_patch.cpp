@@ -55,7 +55,7 @@ void color_patch::tell() {
     const QString name = color_.name().toUpper();
     setAccessibleName("Chosen color " + name);
     setToolTip("<qt><nobr>The chosen color: " + name +
-               (color_mode_ == 1 ? "" : ", from Cr, Y and Cb of full range by the matrix of BT.601") + "</nobr></qt>");
+               (color_mode_ == 1 ? "" : ", from full-range Cr, Y and Cb by the BT.601 matrix") + "</nobr></qt>");
 }
 
 void color_patch::paintEvent(QPaintEvent* /*e*/) {

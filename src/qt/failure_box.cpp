@@ -20,8 +20,8 @@ QString text_of(const runtime_failure& failure, const std::string& rescued) {
           << "The program ends now.";
     if (!rescued.empty()) parts << QString::fromStdString(rescued);
     if (rescued.find(" in the file ") != std::string::npos) {
-        parts << "To go on, start the program again and OPEN the file. If the same error comes back, the program "
-                 "edid_report prints what can be decoded of it.";
+        parts << "To continue, start the program again and OPEN the file. If the same error occurs again, the program "
+                 "edid_report prints what can be decoded.";
     }
     return parts.join("\n\n");
 }

@@ -97,7 +97,7 @@ const std::map<std::string, const char*>& names() {
         {"txt_msg", "Messages"},
         {"lab_pass", "Result"},
         {"tree_edid", "Parts of the EDID"},
-        {"txt_edid", "What the chosen part says"},
+        {"txt_edid", "Text of the selected part"},
         {"pic_speaker_fl", "Speaker front left"},
         {"pic_speaker_flc", "Speaker front left of center"},
         {"pic_speaker_fc", "Speaker front center"},
@@ -119,10 +119,10 @@ const std::map<std::string, const char*>& names() {
         {"opt_hex_type", "HEX type"},
         {"txt_sn", "Serial number"},
         {"cmd_add", "Next serial number"},
-        {"cmd_sub", "Serial number before"},
+        {"cmd_sub", "Previous serial number"},
         {"txt_auto_msg", "Messages"},
         {"lab_pass_sn", "Serial number of the unit"},
-        {"txt_test", "Chosen EEPROM size"},
+        {"txt_test", "Selected EEPROM size"},
 
         {"txt_report", "Report"},
     };

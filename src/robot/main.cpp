@@ -24,7 +24,7 @@ int main(int argument_count, char** arguments) {
         return 0;
     }
     if (word == "--help" || word == "-h") {
-        std::cout << usage << "\nWorks the desk without a screen: one command a line, one line of answer.\n"
+        std::cout << usage << "\nRuns the desk without a screen: one command a line, one line of answer.\n"
                   << "--version shows number, commit and date of this build.\n";
         return 0;
     }

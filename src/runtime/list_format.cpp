@@ -63,7 +63,7 @@ double list_reader::read_number() {
     const std::string word(text_.substr(start, at_ - start));
     skip_separator();
     if (!is_number(word)) {
-        throw runtime_failure(failure::type_mismatch, "\"" + as_utf8(word.substr(0, 40)) + "\" is no number");
+        throw runtime_failure(failure::type_mismatch, "\"" + as_utf8(word.substr(0, 40)) + "\" is not a number");
     }
     return val(word);
 }

@@ -35,7 +35,7 @@ std::int32_t to_long(double value) { return checked<std::int32_t>(value, "a 32-b
 double divide(double dividend, double divisor) {
     if (divisor == 0) {
         throw runtime_failure(dividend == 0 ? failure::overflow : failure::division_by_zero,
-                              number_text(dividend) + " is to be divided by zero");
+                              number_text(dividend) + " can't be divided by zero");
     }
     return dividend / divisor;
 }

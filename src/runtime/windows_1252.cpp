@@ -132,7 +132,7 @@ std::string without_last_characters(std::string_view text, std::size_t count) {
     const std::size_t all = character_count(text);
     if (all < count) {
         throw runtime_failure(failure::invalid_procedure_call,
-                              "\"" + std::string(text) + "\" has not " + std::to_string(count) + " characters");
+                              "\"" + std::string(text) + "\" does not have " + std::to_string(count) + " characters");
     }
     return std::string(first_characters(text, all - count));
 }

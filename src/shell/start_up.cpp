@@ -27,7 +27,7 @@ void frm_main::load() {
                         read_whole_file(machine_.program_directory / settings_file_name));
                 });
     // raises Click, which opens the port; port 0 gives list index -1 and raises none
-    while_doing([] { return "Choosing the port that marlo_rs232.ini names"; },
+    while_doing([] { return "Selecting the port from marlo_rs232.ini"; },
                 [this] { exchange.cbo_com.set_list_index(exchange.com_port - 1); });
 
     while_doing([] { return "Reading the catalogue timing_pattern.ini"; },

@@ -24,7 +24,7 @@ download::download(exchange& link, desk_frame& desk, catalogue& rows, panel& swi
 void download::cmd_download_click() {
     begin_work(desk_frame_.cmd_download, exchange_.host().events);
     exchange_.download_mode = true;
-    while_doing([] { return "Reading back what the generator holds"; }, [this] { read_back(); });
+    while_doing([] { return "Reading the generator's settings"; }, [this] { read_back(); });
     exchange_.download_mode = false;
     end_work(desk_frame_.cmd_download);
     exchange_.host().events.pump();

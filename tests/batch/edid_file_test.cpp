@@ -92,7 +92,7 @@ TEST_F(edid_file_test, is_taken_from_its_header_on_in_a_capture) {
 TEST_F(edid_file_test, is_filled_up) {
     for (const std::size_t count : {1U, 8U, 127U, 129U, 255U}) {
         const std::string remark =
-            "its EDID has " + std::to_string(count) + " bytes; what is missing up to 256 counts as FF";
+            "its EDID has " + std::to_string(count) + " bytes; missing bytes up to 256 count as FF";
         expect_edid(bytes(count), file_kind::bin, bytes(count), remark);
         expect_edid(as_hex(bytes(count)), file_kind::hex, bytes(count), remark);
     }
@@ -115,8 +115,8 @@ TEST_F(edid_file_test, has_hexadecimal_digits_in_any_notation) {
 TEST_F(edid_file_test, must_hold_a_byte) {
     EXPECT_EQ(complaint_of("", file_kind::bin), "it is empty.");
     EXPECT_EQ(complaint_of("", file_kind::ddc), "it is empty.");
-    EXPECT_EQ(complaint_of("", file_kind::hex), "it holds no byte.");
-    EXPECT_EQ(complaint_of("// nothing but a comment\r\n", file_kind::hex), "it holds no byte.");
+    EXPECT_EQ(complaint_of("", file_kind::hex), "it contains no bytes.");
+    EXPECT_EQ(complaint_of("// nothing but a comment\r\n", file_kind::hex), "it contains no bytes.");
 }
 
 TEST_F(edid_file_test, must_have_no_x_in_a_wrong_place) {

@@ -112,7 +112,7 @@ TEST_F(input_files_test, are_missed_in_a_folder_without_any) {
     put({"empty/a.txt", "in/a.hex"});
     find({"empty", "in"});
     EXPECT_EQ(paths_found(), strings{"in/a.hex"});
-    EXPECT_EQ(found.problems, strings{path("empty") + ": no EDID file stands in this folder."});
+    EXPECT_EQ(found.problems, strings{path("empty") + ": there is no EDID file in this folder."});
 }
 
 #ifndef _WIN32

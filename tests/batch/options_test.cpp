@@ -72,7 +72,7 @@ TEST(options, can_ask_for_help) {
 
 TEST(options, must_name_a_file) {
     for (const words& line : {words{}, {"-j", "2"}, {"-o", "x"}, {"--"}})
-        EXPECT_EQ(complaint_of(line), "no file is named");
+        EXPECT_EQ(complaint_of(line), "no file given");
 }
 
 TEST(options, must_have_their_values) {
@@ -91,7 +91,7 @@ TEST(options, must_have_a_number_of_jobs_that_can_be) {
 
 TEST(options, must_be_known) {
     for (const char* word : {"-x", "--jobs", "--output", "-H", "--helpful"})
-        EXPECT_EQ(complaint_of({word, "a"}), "there is no option " + std::string(word));
+        EXPECT_EQ(complaint_of({word, "a"}), "unknown option " + std::string(word));
 }
 
 TEST(help_text, names_all_options) {

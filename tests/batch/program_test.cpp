@@ -114,7 +114,7 @@ TEST_F(program, refuses_a_command_line_that_makes_no_sense) {
         EXPECT_EQ(run(words), 2) << words;
         EXPECT_EQ(out, "") << words;
         EXPECT_TRUE(err.starts_with("edid_report: ")) << words;
-        EXPECT_TRUE(err.ends_with("; edid_report --help tells more\n")) << words;
+        EXPECT_TRUE(err.ends_with("; see edid_report --help\n")) << words;
     }
 }
 
@@ -183,7 +183,7 @@ TEST_F(program, tells_that_standard_output_takes_no_more) {
     folder.put("one.bin", bytes_of_edid(good_edid()));
     for (const std::string& words : {std::string("--help"), in_folder("one.bin")})
         EXPECT_EQ(run_into(words, "/dev/full", folder.path() / "err"), 1) << words;
-    EXPECT_EQ(err, "edid_report: standard output takes no more.\n");
+    EXPECT_EQ(err, "edid_report: writing to standard output failed.\n");
 }
 #endif
 
@@ -192,7 +192,7 @@ TEST_F(program, tells_that_it_can_not_make_the_folder) {
     EXPECT_EQ(run("-o " + in_folder("one.bin/reports") + " " + in_folder("one.bin")), 1);
     EXPECT_EQ(out, "");
     EXPECT_TRUE(err.starts_with("edid_report: the folder " + (folder.path() / "one.bin/reports").string() +
-                                " can't be made: "));
+                                " can't be created: "));
     EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1);
 }
 
@@ -245,7 +245,7 @@ TEST_F(program, waits_for_no_pipe_in_the_place_of_a_report) {
     for (const char* name : {"reports/one.txt", "reports/two.txt"})
         ASSERT_EQ(::mkfifo((folder / name).c_str(), 0600), 0);
     EXPECT_EQ(run("-o " + in_folder("reports") + " " + in_folder("one.bin") + " " + in_folder("two.bin")), 1);
-    EXPECT_NE(err.find("one.txt is no report and is not replaced."), std::string::npos) << err;
+    EXPECT_NE(err.find("one.txt is not a report and is not replaced."), std::string::npos) << err;
     for (const char* name : {"reports/one.txt", "reports/two.txt"})
         EXPECT_TRUE(std::filesystem::is_fifo(folder / name));
 }

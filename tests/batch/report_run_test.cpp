@@ -283,7 +283,7 @@ TEST_F(failing_run, tells_the_problems_with_what_was_named_first) {
     std::filesystem::create_directory(directory / "empty");
     put("a.bin", usual_edid(), 128);
     EXPECT_FALSE(run({"a.bin", "empty"}));
-    EXPECT_EQ(messages.front(), path("empty") + ": no EDID file stands in this folder.");
+    EXPECT_EQ(messages.front(), path("empty") + ": there is no EDID file in this folder.");
     EXPECT_EQ(reports.size(), 1U);
 }
 
@@ -293,7 +293,7 @@ TEST_F(failing_run, stops_where_the_output_takes_no_more) {
     taken_reports = 2;
     EXPECT_FALSE(run({"a", "b", "c", "d"}));
     EXPECT_EQ(reports.size(), 2U);
-    EXPECT_EQ(messages, strings{"standard output takes no more."});
+    EXPECT_EQ(messages, strings{"writing to standard output failed."});
 }
 
 class run_into_folder : public report_run_test {
@@ -367,7 +367,7 @@ TEST_F(run_into_folder, writes_over_no_file_that_is_no_report) {
         EXPECT_FALSE(run({"notes"}, 1, "out"));
         EXPECT_EQ(written("notes.txt"), text);
         EXPECT_EQ(messages,
-                  strings{path("notes") + ": " + path("out/notes.txt") + " is no report and is not replaced."});
+                  strings{path("notes") + ": " + path("out/notes.txt") + " is not a report and is not replaced."});
     }
 }
 

@@ -38,7 +38,7 @@ std::string sentence_of(Decode decode, const edid_buffer& edid, std::uint8_t add
 }
 
 TEST(data_block, is_named_where_its_decoder_fails) {
-    const std::string beyond = "it leads to byte 256, beyond the EDID's end.";
+    const std::string beyond = "it goes to byte 256, beyond the end of the EDID.";
     EXPECT_EQ(sentence_of(decode_audio_block, edid_of({{253, {0x23, 9}}}), 253),
               "Decoding the audio data block at address 0xFD: " + beyond);
     EXPECT_EQ(sentence_of(decode_video_block, edid_of({{254, {0x42}}}), 254),
@@ -54,9 +54,9 @@ TEST(data_block, is_named_where_its_decoder_fails) {
 }
 
 TEST(data_block, tells_what_does_not_fit) {
-    EXPECT_EQ(sentence_of(decode_video_block, edid_of({{132, {0x41, 107}}}), 132),
-              "Decoding the video data block at address 0x84: the video identification code 107 has no room in two "
-              "places.");
+    EXPECT_EQ(
+        sentence_of(decode_video_block, edid_of({{132, {0x41, 107}}}), 132),
+        "Decoding the video data block at address 0x84: the video identification code 107 does not fit in two digits.");
     for (const int length : {0, 3})
         EXPECT_EQ(sentence_of(decode_vsdb, edid_of({{132, {0x60 + length, 1, 2, 3}}}), 132),
                   "Decoding the vendor specific data block at address 0x84: a block of length " +

@@ -242,12 +242,12 @@ TEST_F(rescue_without_room_test, asks_for_no_other_folder_where_the_own_one_take
 
 TEST_F(rescue_without_room_test, says_which_folders_failed_and_why) {
     const auto no_home = []() -> std::filesystem::path {
-        throw runtime_failure(failure::path_file_access_error, "the folder /home/ann can't be made: No home");
+        throw runtime_failure(failure::path_file_access_error, "the folder /home/ann can't be created: No home");
     };
     const test::protected_folder closed(own.path());
     EXPECT_EQ(rescue_window_texts(view, fields, own.path(), no_home),
               kept_in(elsewhere / "rescued_read.hex",
-                      no_file_in(own, "Permission denied") + "; the folder /home/ann can't be made: No home"));
+                      no_file_in(own, "Permission denied") + "; the folder /home/ann can't be created: No home"));
 }
 
 TEST_F(rescue_without_room_test, touches_no_file_of_somebody_else_in_the_folder_for_temporary_files) {

@@ -139,8 +139,9 @@ TEST_F(box_of_a_failure, says_where_the_work_is_and_how_to_go_on) {
                   (QStringList{"Run-time error '6':", "Overflow", "a click.", "The program ends now."}));
         EXPECT_TRUE(parts[4].startsWith("The EDID of the READ window is kept in the file ")) << qPrintable(parts[4]);
         EXPECT_TRUE(parts[4].contains("rescued_read.hex"));
-        EXPECT_EQ(parts[5], "To go on, start the program again and OPEN the file. If the same error comes back, the "
-                            "program edid_report prints what can be decoded of it.");
+        EXPECT_EQ(parts[5],
+                  "To continue, start the program again and OPEN the file. If the same error occurs again, the "
+                  "program edid_report prints what can be decoded.");
     });
     EXPECT_TRUE(file("rescued_read.hex").startsWith("00 FF"));
 }

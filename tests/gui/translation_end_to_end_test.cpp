@@ -54,8 +54,8 @@ const QString overflow_told =
     "Run-time error '6':\n\nOverflow\n\nDecoding detailed timing 1: a pixel clock of 533.25 MHz "
     "does not fit.\n\nThe program ends now.\n\n";
 const QString how_to_go_on =
-    "\n\nTo go on, start the program again and OPEN the file. If the same error comes back, the "
-    "program edid_report prints what can be decoded of it.";
+    "\n\nTo continue, start the program again and OPEN the file. If the same error occurs again, the "
+    "program edid_report prints what can be decoded.";
 
 class translation_end_to_end : public bench {
 protected:

@@ -17,7 +17,7 @@ TEST(port_problem, names_the_group_that_has_the_device) {
 
 TEST(port_problem, tells_a_new_member_of_the_group_to_log_in_again) {
     const device_rights rights{.owner = "root", .group = "dialout", .group_may = true, .listed = true};
-    EXPECT_EQ(problem_of_rights(rights), "your user is new in the group dialout: log out and in again");
+    EXPECT_EQ(problem_of_rights(rights), "your user was added to the group dialout: log out and in again");
 }
 
 TEST(port_problem, sends_nobody_into_a_group_that_does_not_help) {
@@ -25,7 +25,7 @@ TEST(port_problem, sends_nobody_into_a_group_that_does_not_help) {
     EXPECT_EQ(problem_of_rights({.owner = "root", .group = "root", .group_may = true, .group_is_root = true}),
               "the device is for the user root alone");
     EXPECT_EQ(problem_of_rights({.owner = "root", .group = "dialout", .group_may = true, .in_group = true}),
-              "the device's group dialout is yours, but something else denies the access");
+              "the device's group dialout is yours, but something else denies access");
 }
 
 TEST(port_problem, names_who_holds_the_port_where_the_system_tells) {
@@ -50,7 +50,7 @@ TEST(port_problem, shows_no_control_characters_of_a_link) {
     std::filesystem::create_symlink("/dev/\x1B[31m", folder / "com1");
     EXPECT_EQ(problem_of_opening(folder / "com1", ENOENT),
               (folder / "com1").string() +
-                  " leads to /dev/?[31m, which is not there: plug it in, or make the link lead to another device");
+                  " leads to /dev/?[31m, which is not there: plug it in, or point the link to another device");
 }
 
 TEST(port_problem, says_what_helps_where_nothing_is_plugged_in) {

@@ -46,11 +46,11 @@ TEST_F(closed_port, says_where_a_link_leads_that_leads_nowhere) {
     const std::string com1 = (folder / "com1").string();
     const std::string com2 = (folder / "com2").string();
     EXPECT_EQ(test::sentence_of([&] { port->open(1); }),
-              com1 + " leads to /dev/serial/by-id/adapter, which is not there: plug it in, or make the link lead to "
+              com1 + " leads to /dev/serial/by-id/adapter, which is not there: plug it in, or point the link to "
                      "another device.");
     EXPECT_EQ(test::sentence_of([&] { port->open(2); }),
               com2 + " leads to com1, which leads to /dev/serial/by-id/adapter, which is not there: plug it in, or "
-                     "make the link lead to another device.");
+                     "point the link to another device.");
     EXPECT_EQ(test::sentence_of([&] { port->open(987); }),
               "/dev/ttyS986 is not there: plug the adapter in, or make a com link to it.");
 }

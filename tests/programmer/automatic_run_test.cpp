@@ -411,7 +411,7 @@ TEST_F(run_test, ends_the_program_for_a_number_with_which_block_0_needs_256) {
 TEST_F(run_test, fails_for_a_number_that_no_double_holds) {
     EXPECT_EQ(failure_of([&] { run_with("1E400"); }), failure::overflow);
     EXPECT_EQ(sentence_of([&] { run_with("1E400"); }),
-              "Reading the serial number as it was typed: the number 1E400 is too large.");
+              "Reading the typed serial number: the number 1E400 is too large.");
 }
 
 TEST_F(run_test, is_dropped_from_the_buffer_when_the_window_closes) {

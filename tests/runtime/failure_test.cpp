@@ -80,13 +80,13 @@ TEST(while_doing, hands_a_reference_through) {
 }
 
 TEST(while_doing, lets_a_failure_learn_what_was_being_done) {
-    const auto inner = [] { throw runtime_failure(failure::type_mismatch, "\"x\" is no number"); };
+    const auto inner = [] { throw runtime_failure(failure::type_mismatch, "\"x\" is not a number"); };
     try {
         while_doing([] { return "outer"; }, [&] { while_doing([] { return std::string("inner"); }, inner); });
         FAIL() << "nothing was thrown";
     } catch (const runtime_failure& f) {
         EXPECT_EQ(f.code(), failure::type_mismatch);
-        EXPECT_EQ(f.sentence(), "outer: inner: \"x\" is no number.");
+        EXPECT_EQ(f.sentence(), "outer: inner: \"x\" is not a number.");
     }
 }
 

@@ -21,7 +21,7 @@ class own_terminal {
 public:
     own_terminal() : master_(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
         if (master_ < 0 || ::grantpt(master_) != 0 || ::unlockpt(master_) != 0)
-            throw std::runtime_error("no pseudo terminal can be had");
+            throw std::runtime_error("no pseudo terminal is available");
         name_ = ::ptsname(master_);
         slave_ = ::open(name_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
     }

@@ -16,7 +16,7 @@ public:
 
     /// The byte so many places behind the first. Throws failure::subscript_out_of_range beyond byte 255.
     std::uint8_t byte(int n) const {
-        return telling([&] { return "it leads to byte " + number_text(address_ + n) + ", beyond the EDID's end"; },
+        return telling([&] { return "it goes to byte " + number_text(address_ + n) + ", beyond the end of the EDID"; },
                        [&] { return element(trans_buff_, address_ + n); });
     }
 

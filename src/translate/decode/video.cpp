@@ -84,7 +84,7 @@ void print_short_video_descriptor(std::string& text, std::uint8_t b) {
     const std::string number = number_text(v);
     if (number.size() > width)
         throw runtime_failure(failure::invalid_procedure_call,
-                              "the video identification code " + number + " has no room in two places");
+                              "the video identification code " + number + " does not fit in two digits");
     print(text, std::string(width - number.size(), ' '), number, " ");
     print(text, v < vic_table.size() ? vic_table.at(v) : "Reserved");
     if (bit(b, 7)) print(text, " is Native");
