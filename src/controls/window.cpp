@@ -56,9 +56,7 @@ void window::settle_focus() {
     if (focused != nullptr && !focused->usable()) {
         disabled_with_focus_ = focused->shown() ? focused : nullptr;
         focused = nullptr;
-    } else if (focused != nullptr) {
-        disabled_with_focus_ = nullptr;
-    } else if (disabled_with_focus_ != nullptr && !disabled_with_focus_->shown()) {
+    } else if (focused != nullptr || (disabled_with_focus_ != nullptr && !disabled_with_focus_->shown())) {
         disabled_with_focus_ = nullptr;
     } else if (disabled_with_focus_ != nullptr && disabled_with_focus_->usable()) {
         focused = std::exchange(disabled_with_focus_, nullptr);

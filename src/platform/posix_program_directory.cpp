@@ -110,7 +110,7 @@ void prepare_own_directory(const fs::path& own_directory, const fs::path& first_
 }
 
 fs::path program_directory() {
-    const fs::path program_folder = folder_of_program();
+    fs::path program_folder = folder_of_program();
     const std::optional<fs::path> first_files = first_files_of(program_folder);
     if (!first_files) return program_folder;
     return while_doing([] { return "The program's own directory"; },
