@@ -18,33 +18,34 @@ namespace {
 using test::bytes_at;
 using test::edid_of;
 using test::failure_of;
-using rows = std::array<descriptor_row, 7>;
+using descriptor_rows = std::array<descriptor_row, 7>;
 using addresses = decltype(translation_tables::data_block_addr);
 
 /// As they are left by something else.
-const rows old_rows = {{{11, 0xE0}, {12, 0xE0}, {13, 0xE0}, {14, 0xE0}, {15, 0xE0}, {16, 0xE0}, {17, 0xE0}}};
+const descriptor_rows rows_before = {
+    {{11, 0xE0}, {12, 0xE0}, {13, 0xE0}, {14, 0xE0}, {15, 0xE0}, {16, 0xE0}, {17, 0xE0}}};
 const addresses old_addresses = [] {
     addresses all{};
     all.fill(201);
     return all;
 }();
 
-const rows all_unknown = {{{1, 0xE3}, {2, 0xE3}, {3, 0xE3}, {4, 0xE3}, {5, 0xE3}, {6, 0xE3}, {7, 0xE3}}};
+const descriptor_rows all_unknown = {{{1, 0xE3}, {2, 0xE3}, {3, 0xE3}, {4, 0xE3}, {5, 0xE3}, {6, 0xE3}, {7, 0xE3}}};
 
 class translation_tables_test : public testing::Test {
 protected:
     translation_tables_test() {
-        tables.descriptor_map = old_rows;
+        tables.descriptor_map = rows_before;
         tables.descriptor_start = 99;
         tables.data_block_addr = old_addresses;
         tables.cea_dtd_offset = 77;
         tables.is_cea_block1 = true;
     }
-    const rows& rows_of(std::uint8_t block, std::initializer_list<bytes_at> places) {
+    const descriptor_rows& rows_of(std::uint8_t block, std::initializer_list<bytes_at> places) {
         tables.arrange_descriptor(edid_of(places), block);
         return tables.descriptor_map;
     }
-    /// The classes of so many rows.
+    /// The classes of the first `count` rows.
     std::vector<int> kinds(std::size_t count) const {
         std::vector<int> found;
         for (std::size_t i = 0; i < count; ++i)
@@ -82,8 +83,9 @@ TEST_F(descriptors_of_block_0, do_not_look_at_the_bytes_beside_the_tag) {
 }
 
 TEST_F(descriptors_of_block_0, have_their_positions_and_an_end_row) {
-    EXPECT_EQ(rows_of(0, {{57, {0xFC}}, {72, {1}}, {93, {0xFA}}, {111, {0xFD}}}),
-              (rows{{{1, 0xFC}, {2, 0xE0}, {3, 0xFA}, {4, 0xFD}, {5, 0xE3}, old_rows[5], old_rows[6]}}));
+    EXPECT_EQ(
+        rows_of(0, {{57, {0xFC}}, {72, {1}}, {93, {0xFA}}, {111, {0xFD}}}),
+        (descriptor_rows{{{1, 0xFC}, {2, 0xE0}, {3, 0xFA}, {4, 0xFD}, {5, 0xE3}, rows_before[5], rows_before[6]}}));
     EXPECT_EQ(tables.descriptor_start, 54);
 }
 
@@ -103,7 +105,7 @@ TEST_F(descriptors_of_block_1, are_all_unknown_for_offset_0_and_start_where_they
 
 TEST_F(descriptors_of_block_1, start_at_the_offset) {
     EXPECT_EQ(rows_of(1, {{130, {4}}, {132, {1}}, {150, {0, 1}}, {171, {0xFC}}, {189, {0x10}}, {207, {0xFA}}}),
-              (rows{{{1, 0xE0}, {2, 0xE0}, {3, 0xFC}, {4, 0xE3}, {5, 0xFA}, {6, 0xE3}, {7, 0xE3}}}));
+              (descriptor_rows{{{1, 0xE0}, {2, 0xE0}, {3, 0xFC}, {4, 0xE3}, {5, 0xFA}, {6, 0xE3}, {7, 0xE3}}}));
     EXPECT_EQ(tables.descriptor_start, 132);
 }
 
@@ -135,7 +137,7 @@ TEST_F(descriptors_of_block_1, do_not_start_above_236) {
 TEST_F(descriptors_of_block_1, are_those_of_any_block_number_but_0) {
     const edid_buffer edid = edid_of({{130, {4}}, {132, {1}}});
     for (const std::uint8_t block : test::byte_list{1, 2, 255}) {
-        tables.descriptor_map = old_rows;
+        tables.descriptor_map = rows_before;
         tables.arrange_descriptor(edid, block);
         EXPECT_EQ(tables.descriptor_map[0], (descriptor_row{1, 0xE0}));
         EXPECT_EQ(tables.descriptor_map[6], (descriptor_row{7, 0xE3}));
@@ -145,7 +147,7 @@ TEST_F(descriptors_of_block_1, are_those_of_any_block_number_but_0) {
 TEST_F(descriptors_of_block_1, fail_for_an_offset_of_128_or_more_and_stay_as_they_were) {
     for (const int d : {128, 129, 200, 255}) {
         EXPECT_EQ(failure_of([&] { rows_of(1, {{130, {d}}}); }), failure::overflow);
-        EXPECT_EQ(tables.descriptor_map, old_rows);
+        EXPECT_EQ(tables.descriptor_map, rows_before);
         EXPECT_EQ(tables.descriptor_start, 99);
     }
 }
@@ -225,7 +227,7 @@ TEST_F(data_blocks, stay_as_they_were_for_offsets_0_and_4) {
 
 TEST_F(data_blocks, do_not_touch_the_descriptors) {
     found(20, {0x21, 1});
-    EXPECT_EQ(tables.descriptor_map, old_rows);
+    EXPECT_EQ(tables.descriptor_map, rows_before);
     EXPECT_EQ(tables.descriptor_start, 99);
     EXPECT_TRUE(tables.is_cea_block1);
 }
@@ -281,7 +283,7 @@ TEST_F(a_descriptor, is_looked_for_among_the_first_rows_alone) {
 
 TEST(translation_tables, are_empty_at_first) {
     const translation_tables tables;
-    EXPECT_EQ(tables.descriptor_map, rows{});
+    EXPECT_EQ(tables.descriptor_map, descriptor_rows{});
     EXPECT_EQ(tables.descriptor_start, 0);
     EXPECT_EQ(tables.data_block_addr, addresses{});
     EXPECT_EQ(tables.cea_dtd_offset, 0);

@@ -9,10 +9,10 @@
 namespace desk {
 namespace {
 
-using names = std::vector<std::pair<std::string, file_kind>>;
+using named_kinds = std::vector<std::pair<std::string, file_kind>>;
 
 TEST(kind_by_extension, ignores_the_case_and_takes_no_extension_as_raw_bytes) {
-    for (const auto& [name, kind] : names{
+    for (const auto& [name, kind] : named_kinds{
              {"a.hex", file_kind::hex},
              {"a.HEX", file_kind::hex},
              {"a.bin", file_kind::bin},
@@ -33,7 +33,7 @@ TEST(kind_by_extension, ignores_the_case_and_takes_no_extension_as_raw_bytes) {
 }
 
 TEST(kind_by_last_characters, needs_no_point) {
-    for (const auto& [name, kind] : names{
+    for (const auto& [name, kind] : named_kinds{
              {"/a/b.hex", file_kind::hex},
              {"C:\\b.HeX", file_kind::hex},
              {"b.bin", file_kind::bin},
