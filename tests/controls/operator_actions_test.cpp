@@ -126,8 +126,10 @@ TEST_F(operator_actions, typing_replaces_the_text_after_the_focus_came) {
     added(t).text = "old";
     t.on_got_focus = [&] { at_focus = t.text.get(); };
     t.on_key_press = [&](int) { told.emplace_back("key"); };
-    type_text(t, "new");
-    EXPECT_EQ(t.text, "new");
+    type_text(t, "n\u00e9w");
+    EXPECT_EQ(t.text, "n\u00e9w");
+    EXPECT_EQ(t.sel_start(), 3) << "the cursor is after the last character";
+    EXPECT_EQ(t.sel_length(), 0);
     EXPECT_EQ(at_focus, "old");
     EXPECT_TRUE(told.empty()) << "typing a whole text raises no KeyPress";
 }
@@ -150,6 +152,7 @@ TEST_F(operator_actions, a_node_is_clicked_by_its_number) {
     t.on_node_click = [&](int node) { seen = node; };
     click_node(t, 2);
     EXPECT_EQ(seen, 2);
+    EXPECT_TRUE(t.has_focus());
 }
 
 TEST_F(operator_actions, hovering_raises_mouse_move) {

@@ -169,6 +169,7 @@ TEST_F(color_download, fills_the_controls_and_brings_them_to_life) {
     press_in(1);
     EXPECT_EQ(m.port.take_written(), (strings{"CSC999", "CRR999", "CRG999", "CRB999"})) << "the sliders don't send";
     EXPECT_EQ(values(), (strings{"10 10", "20 20", "255 255", "20 20"})) << "grey mirrors the second channel";
+    EXPECT_EQ(colors.channels, (std::array<std::uint8_t, 3>{10, 20, 255}));
     expect_controls(true);
     EXPECT_TRUE(m.boxes.all.empty());
     EXPECT_EQ(look(), "face live");
