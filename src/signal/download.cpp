@@ -101,7 +101,7 @@ bool download::answered_in_full(std::string_view query, int bytes) {
 }
 
 std::string_view download::record_of_answer(int number, int size) const {
-    return part_of_answer(exchange_.rx_text, static_cast<std::size_t>(size * (number - 1) + 1),
+    return part_of_answer(exchange_.rx_text, static_cast<std::size_t>(size) * static_cast<std::size_t>(number - 1) + 1,
                           static_cast<std::size_t>(size));
 }
 
