@@ -18,17 +18,16 @@
 namespace desk {
 namespace {
 
+using test::bin_kind;
 using test::boxes;
 using test::good_edid;
+using test::hex_kind;
 using test::some_bytes;
 using test::strings;
 using test::window_text_of;
 
 const test::noted_boxes::shown box_write_empty{"WRITE window is empty", box_icon::critical, box_buttons::ok};
 const test::noted_boxes::shown box_read_empty{"EDID of Read is empty", box_icon::critical, box_buttons::ok};
-
-constexpr int hex_kind = 1;
-constexpr int bin_kind = 2;
 
 class file_saver_test : public test::edid_fixture {
 protected:

@@ -15,7 +15,7 @@ using test::good_edid;
 using test::some_bytes;
 using test::window_text_of;
 
-constexpr std::size_t lengths[] = {0, 1, 7, 8, 20, 127, 128, 129, 255, 256, 257, 300};
+constexpr std::size_t written_lengths[] = {0, 1, 7, 8, 20, 127, 128, 129, 255, 256, 257, 300};
 
 const std::string edid = good_edid();
 
@@ -31,7 +31,7 @@ std::string read_again(std::string_view file) {
 
 TEST(bin_of, has_a_byte_for_each_pair) {
     EXPECT_EQ(bin_of("00 FF 0a //7\r\n\r\n31 "), std::string("\x00\xFF\x0A\x31", 4));
-    for (const std::size_t length : lengths)
+    for (const std::size_t length : written_lengths)
         EXPECT_EQ(bin_of(window_text_of(some_bytes(length))), some_bytes(length)) << length;
 }
 

@@ -47,9 +47,7 @@ using std::chrono::milliseconds;
 /// Longer than any wait of the desk.
 constexpr auto watchdog_patience = std::chrono::seconds(60);
 
-double now_ms() {
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now().time_since_epoch()).count();
-}
+command_stream::time now() { return std::chrono::steady_clock::now().time_since_epoch(); }
 
 class dice {
 public:
@@ -109,7 +107,7 @@ private:
     }
 
     void hear(const bytes& data) {
-        stream_.receive(string_of(data), now_ms());
+        stream_.receive(string_of(data), now());
         while (const std::optional<stream_item> item = stream_.next()) {
             if (!item->raw) last_command_ = item->data;
             const answer parts =
@@ -122,7 +120,7 @@ private:
                 terminal_->write(part.data);
             if (item->raw) continue;
             if (const std::size_t raw = simulated_generator::raw_block_after(item->data))
-                stream_.expect_raw(raw, now_ms());
+                stream_.expect_raw(raw, now());
         }
     }
 
