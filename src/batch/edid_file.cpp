@@ -31,14 +31,14 @@ runtime_failure no_edid(const std::string& why) { return {failure::input_past_en
 
 void read_into(std::string_view file, file_kind kind, byte_receiver& bytes) {
     if (kind == file_kind::hex) {
-        if (!read_hex(file, bytes)) throw no_edid("an X is misplaced");
+        if (!read_hex(file, bytes)) throw no_edid("an X stands where it doesn't belong");
     } else if (kind == file_kind::ddc) {
-        const auto give_up = [] { throw no_edid("the capture does not end with an EDID: there is no header"); };
+        const auto give_up = [] { throw no_edid("the capture does not end with an EDID: its header is not there"); };
         if (!read_ddc(file, bytes, give_up)) throw no_edid("it is empty");
     } else if (kind == file_kind::bin) {
         if (!read_bin(file, bytes)) throw no_edid("it is empty");
     } else {
-        throw no_edid("its extension is neither .hex, .bin nor .ddc");
+        throw no_edid("it is no .hex, .bin or .ddc file, nor one without an extension");
     }
 }
 

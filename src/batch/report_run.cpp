@@ -84,8 +84,7 @@ private:
     void save(const input_file& file, outcome& result) {
         const std::filesystem::path path = report_path(file);
         if (file.name_taken)
-            throw runtime_failure(failure::file_already_open,
-                                  "another file's report is already in " + utf8_from_path(path));
+            throw runtime_failure(failure::file_already_open, "another file has its report in " + utf8_from_path(path));
         // what somebody has written is not lost
         std::error_code unknown;
         if (std::filesystem::exists(path, unknown) && !is_report(path)) {

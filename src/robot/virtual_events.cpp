@@ -103,8 +103,8 @@ void virtual_events::run_event(const std::function<void()>& work) {
 
 void virtual_events::turn_without_progress(std::string_view waiting_for) {
     if (++turns_without_progress_ < endless_turns) return;
-    ended_by_ =
-        runtime_failure(failure::does_not_return, std::string(waiting_for) + ": no progress after a million turns");
+    ended_by_ = runtime_failure(failure::does_not_return,
+                                std::string(waiting_for) + ": a million turns have brought no progress");
     throw program_over();
 }
 

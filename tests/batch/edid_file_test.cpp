@@ -120,17 +120,18 @@ TEST_F(edid_file_test, must_hold_a_byte) {
 }
 
 TEST_F(edid_file_test, must_have_no_x_in_a_wrong_place) {
-    EXPECT_EQ(complaint_of("12 x34", file_kind::hex), "an X is misplaced.");
+    EXPECT_EQ(complaint_of("12 x34", file_kind::hex), "an X stands where it doesn't belong.");
 }
 
 TEST_F(edid_file_test, must_end_with_an_edid_in_a_capture) {
     EXPECT_EQ(complaint_of(std::string(400, 'x'), file_kind::ddc),
-              "the capture does not end with an EDID: there is no header.");
+              "the capture does not end with an EDID: its header is not there.");
     EXPECT_EQ(failure_of([&] { read(bytes(255), file_kind::ddc); }), failure::bad_record_number);
 }
 
 TEST_F(edid_file_test, must_be_of_a_known_kind) {
-    EXPECT_EQ(complaint_of(bytes(256), file_kind::unknown), "its extension is neither .hex, .bin nor .ddc.");
+    EXPECT_EQ(complaint_of(bytes(256), file_kind::unknown),
+              "it is no .hex, .bin or .ddc file, nor one without an extension.");
 }
 
 TEST_F(edid_file_test, must_not_be_very_long) {

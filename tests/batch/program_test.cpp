@@ -233,7 +233,7 @@ TEST_F(program, keeps_reports_apart_that_would_have_one_name) {
     EXPECT_EQ(without_date(folder.content("out_folder/a.bin.txt")), report_of(good_edid(1)));
     EXPECT_EQ(without_date(folder.content("out_folder/a.txt")), report_of(good_edid(2)));
     EXPECT_EQ(without_date(folder.content("out_folder/b.txt")), report_of(good_edid(3)));
-    EXPECT_NE(err.find("another file's report is already in "), std::string::npos);
+    EXPECT_NE(err.find("another file has its report in "), std::string::npos);
 }
 
 #ifndef _WIN32

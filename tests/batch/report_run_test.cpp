@@ -335,7 +335,7 @@ TEST_F(run_into_folder, writes_over_no_other_report) {
     EXPECT_FALSE(run({"x/a.bin", "y/a.bin"}, 4, "out"));
     EXPECT_EQ(written("a.txt"), report_of(named_edid("X")));
     EXPECT_EQ(written_count(), 1U);
-    EXPECT_EQ(messages, strings{path("y/a.bin") + ": another file's report is already in " + path("out/a.txt") + "."});
+    EXPECT_EQ(messages, strings{path("y/a.bin") + ": another file has its report in " + path("out/a.txt") + "."});
 }
 
 TEST_F(run_into_folder, writes_no_report_that_fails) {

@@ -153,8 +153,7 @@ TEST_F(tool_tip_of_disconnect, tells_device_reason_and_what_helps) {
     answer_next_box(boxes, QMessageBox::Ok);
     start();
     const QString said = operator_hand().find("cmd_disconn").toolTip();
-    EXPECT_TRUE(said.contains(com1().toHtmlEscaped() + " is not a serial port: choose another port."))
-        << qPrintable(said);
+    EXPECT_TRUE(said.contains(com1().toHtmlEscaped() + " is no serial port: choose another port.")) << qPrintable(said);
 }
 
 } // namespace
