@@ -105,7 +105,9 @@ std::string problem_of_use(const fs::path& device, const std::string& what, int 
     return text;
 }
 
-std::string problem_of_file(const fs::path& device) { return shown_name(device) + " is no serial port" + another_port; }
+std::string problem_of_file(const fs::path& device) {
+    return shown_name(device) + " is not a serial port" + another_port;
+}
 
 std::string problem_of_holder(const fs::path& device, const std::optional<process_info>& holder) {
     return shown_name(device) + " is in use by " + (holder ? holder->text() : "another program") + close_it_there;

@@ -104,8 +104,8 @@ void virtual_events::run_event(const std::function<void()>& work) {
 
 void virtual_events::turn_without_progress(std::string_view waiting_for) {
     if (++turns_without_progress_ < endless_turns) return;
-    ended_by_ = std::make_shared<runtime_failure>(
-        failure::does_not_return, std::string(waiting_for) + ": a million turns have brought no progress");
+    ended_by_ = std::make_shared<runtime_failure>(failure::does_not_return,
+                                                  std::string(waiting_for) + ": no progress after a million turns");
     throw program_over();
 }
 

@@ -67,7 +67,7 @@ void set_dispatcher::set_favorite_timings() {
                                         mnemonic::favorite_timing_on, mnemonic::favorite_timing_off);
     if (!any_checked && exchange_.rx_done) {
         // a catalogue without the second row ends the program here
-        while_doing([] { return "Checking the favourite timings that the generator has when none is checked"; },
+        while_doing([] { return "Checking the default favorite timings"; },
                     [this] {
                         check_default(catalogue_.lstv_timing, first_default_timing);
                         check_default(catalogue_.lstv_timing, second_default_timing);
@@ -85,7 +85,7 @@ void set_dispatcher::set_favorite_patterns() {
                                         mnemonic::favorite_pattern_on, mnemonic::favorite_pattern_off);
     if (!any_checked && exchange_.rx_done) {
         // only one row, unlike the timings
-        while_doing([] { return "Checking the favourite pattern that the generator has when none is checked"; },
+        while_doing([] { return "Checking the default favorite pattern"; },
                     [this] { check_default(catalogue_.lstv_pattern, default_pattern); });
         exchange_.tx_cmd_or_box(command::set(mnemonic::favorite_pattern_on, default_pattern));
     }

@@ -13,7 +13,7 @@ namespace {
 using std::chrono::milliseconds;
 
 /// A frozen clock for the stream: partial commands never expire, however slow the desk.
-constexpr double now_ms = 0;
+constexpr command_stream::time now{0};
 
 constexpr int receiver_turn_ms = 20;
 
@@ -87,13 +87,12 @@ bool line_to_pull::is_now(pull_moment::after what, std::size_t count) const {
 void line_to_pull::receive(std::uint8_t byte) {
     if (is_now(pull_moment::after::answered, received_)) return hang_up();
     if (is_now(pull_moment::after::received, ++received_)) return hang_up();
-    stream_.receive(string_of({byte}), now_ms);
+    stream_.receive(string_of({byte}), now);
     while (const std::optional<stream_item> item = stream_.next()) {
         if (item->raw) return send(generator.raw_block(last_command_, bytes_of(item->data)));
         last_command_ = item->data;
         send(generator.command(item->data));
-        if (const std::size_t count = simulated_generator::raw_block_after(item->data))
-            stream_.expect_raw(count, now_ms);
+        if (const std::size_t count = simulated_generator::raw_block_after(item->data)) stream_.expect_raw(count, now);
     }
 }
 

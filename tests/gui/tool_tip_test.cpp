@@ -141,7 +141,8 @@ TEST_F(tool_tip_of_disconnect, gives_device_reason_and_remedy) {
     answer_next_box(boxes, QMessageBox::Ok);
     start();
     const QString tip = driver().find("cmd_disconn").toolTip();
-    EXPECT_TRUE(tip.contains(com1().toHtmlEscaped() + " is no serial port: choose another port.")) << qPrintable(tip);
+    EXPECT_TRUE(tip.contains(com1().toHtmlEscaped() + " is not a serial port: choose another port."))
+        << qPrintable(tip);
 }
 
 } // namespace

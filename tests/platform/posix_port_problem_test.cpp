@@ -63,7 +63,7 @@ TEST(port_problem, gives_a_remedy_if_the_device_is_no_serial_port) {
               "/dev/none can't be used as a serial port: Input/output error: choose another port");
     EXPECT_EQ(problem_of_use("/dev/none", "set to 19200,N,8,1", EINVAL),
               "/dev/none can't be set to 19200,N,8,1: Invalid argument");
-    EXPECT_EQ(problem_of_file("/dev/none"), "/dev/none is no serial port: choose another port");
+    EXPECT_EQ(problem_of_file("/dev/none"), "/dev/none is not a serial port: choose another port");
 }
 
 TEST(port_problem, gives_the_systems_reason_otherwise) {

@@ -58,7 +58,7 @@ TEST_F(closed_port, names_the_target_of_a_dangling_link) {
 TEST_F(closed_port, opens_only_devices) {
     folder.put("com1", "keep me");
     EXPECT_EQ(test::sentence_of([&] { port->open(1); }),
-              (folder / "com1").string() + " is no serial port: choose another port.");
+              (folder / "com1").string() + " is not a serial port: choose another port.");
     std::filesystem::create_symlink("/dev/null", folder / "com2");
     EXPECT_NE(test::sentence_of([&] { port->open(2); }).find("/dev/null can't be used as a serial port"),
               std::string::npos);
