@@ -82,7 +82,7 @@ TEST_F(byte_step_test, takes_the_repair_away_for_a_right_block) {
 }
 
 TEST_F(byte_step_test, fails_before_it_shows_the_byte_of_a_block_that_needs_256) {
-    for (const std::size_t block : {0, 1}) {
+    for (const std::size_t block : {0U, 1U}) {
         const std::string data = needing_256(good_edid(), block);
         const std::size_t last = 128 * block + 127;
         byte_step step(view, texts, append::at_once);

@@ -46,7 +46,7 @@ TEST(checksum_rule, compares_the_last_byte_of_each_block_and_no_other) {
 
 TEST(checksum_rule, knows_the_right_byte_alone) {
     const std::string data = test::some_bytes(256);
-    for (const std::size_t block : {0, 1}) {
+    for (const std::size_t block : {0U, 1U}) {
         const checksum_rule rule = rule_behind(data.substr(0, 128 * block + 127));
         const int needed = test::needed_by(data, block);
         for (int byte = 0; byte < 256; ++byte) {

@@ -119,7 +119,7 @@ protected:
 };
 
 TEST_F(repair, puts_the_needed_pair_into_the_text_of_its_block) {
-    for (const std::size_t block : {0, 1}) {
+    for (const std::size_t block : {0U, 1U}) {
         const std::string number = std::to_string(block);
         repair_in(wrong, block);
         EXPECT_EQ(view.txt_write.text.get(), window_text_of(mended(wrong, block)));
@@ -138,7 +138,7 @@ TEST_F(repair, puts_the_needed_pair_into_the_text_of_its_block) {
 
 TEST_F(repair, writes_two_digits_into_the_text_and_no_leading_zero_into_the_label) {
     std::string data = mended(mended(good_edid(), 0), 1);
-    for (const std::size_t block : {0, 1}) {
+    for (const std::size_t block : {0U, 1U}) {
         const std::size_t place = 128 * block + 50;
         data[place] = static_cast<char>(test::byte_at(data, place) + needed_by(data, block) - 0x0A);
         data[128 * block + 127] = '\x55';

@@ -306,7 +306,7 @@ INSTANTIATE_TEST_SUITE_P(open, any_length, testing::Values(format{"hex", window_
                          [](const auto& f) { return std::string(f.param.name); });
 
 TEST_P(any_length, up_to_256_fills_the_buffer_up_with_ff) {
-    for (const std::size_t length : {1, 20, 127, 128, 129, 255, 256}) {
+    for (const std::size_t length : {1U, 20U, 127U, 128U, 129U, 255U, 256U}) {
         open_data(some_bytes(length));
         EXPECT_EQ(view.txt_write.text.get(), window_text_of(some_bytes(length)));
         EXPECT_EQ(buffers.write_buff, buffer_of(some_bytes(length), 0xFF)) << length;
@@ -316,7 +316,7 @@ TEST_P(any_length, up_to_256_fills_the_buffer_up_with_ff) {
 }
 
 TEST_P(any_length, above_256_shows_all_and_ends_in_silence_with_256_stored) {
-    for (const std::size_t length : {257, 300}) {
+    for (const std::size_t length : {257U, 300U}) {
         const std::string data = good_edid() + some_bytes(length - 256);
         buffers.write_buff.fill(0x33);
         view.txt_write.text = "old";
@@ -404,7 +404,7 @@ TEST_F(ddc_capture, of_one_block_is_filled_up_with_ff) {
 }
 
 TEST_F(ddc_capture, under_256_bytes_ends_in_silence_and_leaves_the_number_open) {
-    for (const std::size_t length : {1, 128, 255}) {
+    for (const std::size_t length : {1U, 128U, 255U}) {
         view.txt_write.text = "old";
         opener.file_ok = false;
         fields.edid_file_name = "";

@@ -92,7 +92,7 @@ protected:
 
 TEST_F(sink_test, is_chosen_by_the_options) {
     EXPECT_EQ(fields.edid_src, 1);
-    for (const std::size_t place : {2, 1, 0}) {
+    for (const std::size_t place : {2U, 1U, 0U}) {
         remember();
         view.opt_edid_src.at(place).on_click();
         EXPECT_EQ(fields.edid_src, place + 1);
@@ -178,7 +178,7 @@ TEST_F(sink_read, takes_256_bytes_in_any_pieces_and_no_window_follows) {
     transfers.read_sink();
     expect_good_read();
     EXPECT_EQ(changed(), strings{"read_buff"});
-    for (const std::size_t size : {1, 7, 100, 128, 255}) {
+    for (const std::size_t size : {1U, 7U, 100U, 128U, 255U}) {
         bring_in_pieces(size, 15);
         buffers.read_buff.fill(0x33);
         transfers.read_sink();

@@ -39,7 +39,7 @@ protected:
 class taken_bytes : public window_text_test {};
 
 TEST_F(taken_bytes, of_the_write_window_are_filled_up_with_ff) {
-    for (const std::size_t length : {0, 1, 7, 8, 20, 127, 128, 129, 255, 256}) {
+    for (const std::size_t length : {0U, 1U, 7U, 8U, 20U, 127U, 128U, 129U, 255U, 256U}) {
         view.txt_write.text = window_text_of(some_bytes(length));
         buffers.write_buff.fill(0x33);
         remember();
@@ -51,7 +51,7 @@ TEST_F(taken_bytes, of_the_write_window_are_filled_up_with_ff) {
 
 TEST_F(taken_bytes, of_the_read_window_keep_the_old_ones_behind_them) {
     view.txt_write.text = window_text_of(good_edid());
-    for (const std::size_t length : {0, 1, 20, 128, 255, 256}) {
+    for (const std::size_t length : {0U, 1U, 20U, 128U, 255U, 256U}) {
         view.txt_read.text = window_text_of(some_bytes(length));
         for (const std::uint8_t buff_type : {buff::read, trans, another}) {
             buffers.of(buff_type).fill(0x33);
@@ -75,7 +75,7 @@ TEST_F(taken_bytes, come_from_the_same_window_for_any_win_type) {
 }
 
 TEST_F(taken_bytes, fail_at_the_257th_with_256_stored) {
-    for (const std::size_t length : {257, 300, 512}) {
+    for (const std::size_t length : {257U, 300U, 512U}) {
         const std::string data = some_bytes(length);
         view.txt_write.text = window_text_of(data);
         view.txt_read.text = window_text_of(data);
@@ -188,7 +188,7 @@ TEST_F(shown_buffer, on_the_write_side_offers_the_repair_of_a_wrong_block) {
 }
 
 TEST_F(shown_buffer, on_the_write_side_fails_at_a_block_that_needs_256) {
-    for (const std::size_t block : {0, 1}) {
+    for (const std::size_t block : {0U, 1U}) {
         const std::string data = needing_256(good_edid(), block);
         buffers.trans_buff = buffer_of(data);
         texts.recover_sum = {7, 8};
