@@ -133,7 +133,8 @@ bool is_system_header(const std::string& name) {
 std::optional<std::string> fault_of(const std::string& file, const std::string& line) {
     const auto found = include_of(line);
     if (!found) return std::nullopt;
-    const auto& [ours, included] = *found;
+    const bool ours = found->ours;
+    const std::string& included = found->name;
     const std::string folder = folder_of(file);
     const auto fault_unless = [&](bool allowed, const std::string& why) {
         return allowed ? std::nullopt : std::optional(file + " includes " + included + ": " + why);
