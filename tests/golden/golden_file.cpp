@@ -194,7 +194,7 @@ std::string golden_file::expand(const std::string& name, std::vector<expanded_li
     if (!text) throw std::runtime_error(name_ + ": no text " + name);
     const auto include = [&](const std::string& other, bool on_the_same_line) {
         std::vector<expanded_line> more;
-        const std::string outcome = expand(other, more);
+        std::string outcome = expand(other, more);
         auto from = more.begin();
         if (on_the_same_line && !to.empty() && from != more.end()) to.back().text += (from++)->text;
         to.insert(to.end(), from, more.end());
