@@ -125,7 +125,7 @@ TEST_P(desk_with_a_close_button, ends_in_order_and_rescues_nothing) {
     desk_.write("close\n");
     EXPECT_EQ(status(), 0);
     EXPECT_TRUE(are_settings_written());
-    // The desk behaves so.
+    // Intended.
     EXPECT_EQ(rescued(), "");
 }
 
@@ -171,7 +171,7 @@ TEST_F(ended_desk, ends_during_the_box_of_a_failure_with_its_status) {
     enter("failure_box");
     send(SIGTERM);
     EXPECT_EQ(status(), 1);
-    EXPECT_FALSE(are_settings_written()) << "The desk behaves so.";
+    EXPECT_FALSE(are_settings_written()) << "intended";
     EXPECT_TRUE(rescued().startsWith("00 FF"));
 }
 
