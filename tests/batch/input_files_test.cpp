@@ -76,7 +76,7 @@ TEST_F(input_files_test, are_those_of_known_kinds_in_a_folder_in_the_order_of_th
     EXPECT_TRUE(found.problems.empty());
 }
 
-TEST_F(input_files_test, lie_where_they_were_named_when_a_folder_comes_again) {
+TEST_F(input_files_test, keep_their_first_place_if_a_folder_is_named_again) {
     find({"x/1.hex", "y/2.hex", "y/3.hex", "x/4.hex", "y/5.hex"});
     EXPECT_EQ(paths_found(), (strings{"x/1.hex", "y/2.hex", "y/3.hex", "x/4.hex", "y/5.hex"}));
 }
@@ -129,7 +129,7 @@ TEST_F(report_names_test, are_without_the_extension) {
     EXPECT_EQ(report_names(), (strings{"a", "b.c", "edid", ".hidden", "x"}));
 }
 
-TEST_F(report_names_test, keep_the_extension_where_nothing_else_differs) {
+TEST_F(report_names_test, keep_the_extension_if_nothing_else_differs) {
     find({"a.hex", "b.hex", "a.bin", "a.ddc", "edid", "edid.hex"});
     EXPECT_EQ(report_names(), (strings{"a.hex", "b", "a.bin", "a.ddc", "edid", "edid.hex"}));
 }

@@ -57,13 +57,13 @@ TEST(color, does_not_count_the_lowest_bit) {
 }
 
 TEST(color, has_three_decimals_without_zeros_at_the_end) {
-    const std::vector<std::pair<int, std::string>> told = {
+    const std::vector<std::pair<int, std::string>> shown = {
         {656, ".641"},                                                // 0.640625
         {640, ".625"},  {512, ".5"},    {256, ".25"},   {64, ".063"}, // 0.0625, a half
         {192, ".188"},                                                // 0.1875, a half
         {1023, ".998"}, {1022, ".998"}, {1020, ".996"}, {16, ".016"}, {320, ".313"},
     };
-    for (const auto& [ten_bits, value] : told)
+    for (const auto& [ten_bits, value] : shown)
         EXPECT_EQ(color_text(with_value(coordinates[0], ten_bits)), lines_with(coordinates[0], value)) << ten_bits;
 }
 

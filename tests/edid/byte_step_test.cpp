@@ -95,7 +95,7 @@ TEST_F(byte_step_test, fails_before_it_shows_the_byte_of_a_block_that_needs_256)
     }
 }
 
-TEST_F(byte_step_test, shows_nothing_of_the_line_that_fails) {
+TEST_F(byte_step_test, does_not_show_the_line_that_fails) {
     const std::string data = needing_256(good_edid(), 0);
     take_all(line_by_line, data.substr(0, 120));
     line_by_line.finish_line();

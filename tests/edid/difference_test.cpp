@@ -63,7 +63,7 @@ protected:
 
 TEST_F(edid_difference, names_the_bytes_that_differ) { EXPECT_EQ(found.bytes(), (places{0x12, 0x80, 0xFF})); }
 
-TEST_F(edid_difference, is_gone_with_another_text_of_either_side) {
+TEST_F(edid_difference, is_cleared_by_another_text_on_either_side) {
     view.txt_write.text = "";
     EXPECT_EQ(found.bytes(), places{});
     found.compare(buffers);

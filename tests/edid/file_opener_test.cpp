@@ -55,7 +55,7 @@ protected:
         view.dia_file.init_dir = "/where/it/was";
     }
     std::string title_of(const std::string& name) const { return "VELOTRACE  - " + path(name); }
-    /// What has changed since `remember` but for the file itself.
+    /// What has changed since `remember`, except the file itself.
     strings changed_but_for(const std::string& name) const {
         strings all = changed();
         std::erase(all, "file " + name);
@@ -65,7 +65,7 @@ protected:
         EXPECT_EQ(std::exchange(m.boxes.all, {}),
                   boxes{(test::noted_boxes::shown{text, box_icon::critical, box_buttons::ok})});
     }
-    /// A file number that a failure has left open lets no file be opened any more.
+    /// Once a failure has left the file number open, no file can be opened.
     void expect_number_1(bool open_still) {
         directory.put("next.bin", "\x77");
         open("next.bin");
@@ -75,7 +75,7 @@ protected:
 };
 
 #ifndef _WIN32
-TEST_F(file_opener_test, waits_for_no_pipe_and_reads_no_device_and_no_long_file) {
+TEST_F(file_opener_test, neither_waits_for_a_pipe_nor_reads_a_device_or_a_long_file) {
     const test::temporary_directory elsewhere;
     ASSERT_EQ(::mkfifo((elsewhere / "pipe.bin").c_str(), 0600), 0);
     std::filesystem::create_symlink("/dev/zero", elsewhere / "zero.bin");
@@ -94,7 +94,7 @@ TEST_F(file_opener_test, waits_for_no_pipe_and_reads_no_device_and_no_long_file)
 }
 #endif
 
-TEST_F(file_opener_test, opens_hex_behind_a_byte_order_mark) {
+TEST_F(file_opener_test, opens_hex_after_a_byte_order_mark) {
     open_bytes("a.hex", "\xEF\xBB\xBF" + window_text_of(good_edid()));
     EXPECT_EQ(view.txt_write.text.get(), window_text_of(good_edid()));
     EXPECT_EQ(buffers.write_buff, buffer_of(good_edid()));
@@ -140,20 +140,20 @@ TEST_F(open_dialog, starts_beside_the_last_file) {
     EXPECT_EQ(dialog_shown().init_dir, "/edids");
 }
 
-TEST_F(open_dialog, starts_beside_the_newest_of_the_list_where_no_file_was_opened) {
+TEST_F(open_dialog, starts_beside_the_newest_of_the_list_if_no_file_was_opened) {
     directory.put("newest.hex", "");
     view.lab_pre_f[0].caption = path("newest.hex");
     view.lab_pre_f[1].caption = "/elsewhere/b.hex";
     EXPECT_EQ(dialog_shown().init_dir, utf8_from_path(directory.path()));
 }
 
-TEST_F(open_dialog, starts_where_it_was_without_either) {
+TEST_F(open_dialog, starts_in_its_last_folder_without_either) {
     EXPECT_EQ(dialog_shown().init_dir, "/where/it/was");
     view.lab_pre_f[0].caption = "/gone/newest.hex";
     EXPECT_EQ(dialog_shown().init_dir, "/where/it/was");
 }
 
-TEST_F(open_dialog, ends_all_where_it_is_cancelled_or_names_nothing) {
+TEST_F(open_dialog, ends_the_action_if_it_is_cancelled_or_empty) {
     remember();
     view.cmd_load.on_click();
     m.files.choices = {file_choice{"", 1}};
@@ -162,7 +162,7 @@ TEST_F(open_dialog, ends_all_where_it_is_cancelled_or_names_nothing) {
     EXPECT_EQ(changed(), strings{});
 }
 
-TEST_F(open_dialog, tells_of_a_file_that_is_not_there) {
+TEST_F(open_dialog, reports_a_missing_file) {
     std::filesystem::create_directory(directory / "folder.hex");
     for (const char* name : {"none.hex", "folder.hex"}) {
         remember();
@@ -209,7 +209,7 @@ TEST_F(opened_file, is_read_by_the_last_three_letters_of_its_name) {
     expect_number_1(false);
 }
 
-TEST_F(opened_file, of_another_kind_is_told_twice_and_named_all_the_same) {
+TEST_F(opened_file, of_another_kind_is_reported_twice_and_still_named) {
     opener.file_ok = true;
     directory.put("a.txt", "11");
     remember();
@@ -222,7 +222,7 @@ TEST_F(opened_file, of_another_kind_is_told_twice_and_named_all_the_same) {
     expect_number_1(false);
 }
 
-TEST_F(opened_file, of_another_kind_is_told_before_its_name_and_its_buttons_follow) {
+TEST_F(opened_file, of_another_kind_is_reported_before_it_is_named_and_enabled) {
     opener.file_ok = true;
     directory.put("a.txt", "11");
     film([this] {
@@ -241,7 +241,7 @@ TEST_F(opened_file, has_no_kind_without_the_three_letters_at_its_very_end) {
     }
 }
 
-TEST_F(opened_file, has_its_title_and_its_place_in_the_list_when_the_buttons_come_to_life) {
+TEST_F(opened_file, has_its_title_and_its_place_in_the_list_before_the_buttons_are_enabled) {
     directory.put("a.bin", good_edid());
     film([this] {
         return form.caption.get() + ", " + view.lab_pre_f[0].caption.get() + (view.cmd_write.enabled ? ", live" : "") +
@@ -277,11 +277,11 @@ protected:
 };
 
 std::string same(std::string_view data) { return std::string(data); }
-std::string behind_junk(std::string_view data) { return "junk" + std::string(data); }
+std::string after_junk(std::string_view data) { return "junk" + std::string(data); }
 
 INSTANTIATE_TEST_SUITE_P(open, format_test,
                          testing::Values(format{"hex", window_text_of}, format{"bin", same},
-                                         format{"ddc", behind_junk}),
+                                         format{"ddc", after_junk}),
                          [](const auto& f) { return std::string(f.param.name); });
 
 TEST_P(format_test, ends_in_silence_for_a_block_that_needs_256_and_leaves_the_number_open) {
@@ -466,7 +466,7 @@ TEST_F(previous_file, is_opened_like_any_other_and_moves_to_the_front) {
     EXPECT_TRUE(m.boxes.all.empty());
 }
 
-TEST_F(previous_file, of_an_empty_place_hides_the_list_and_enables_what_sends_where_a_file_was_opened) {
+TEST_F(previous_file, of_an_empty_place_hides_the_list_and_enables_what_sends_if_a_file_was_opened) {
     put_list({"a"});
     remember();
     press(5);
@@ -479,7 +479,7 @@ TEST_F(previous_file, of_an_empty_place_hides_the_list_and_enables_what_sends_wh
     EXPECT_TRUE(m.boxes.all.empty());
 }
 
-TEST_F(previous_file, that_is_gone_is_told_and_taken_out) {
+TEST_F(previous_file, that_no_longer_exists_is_reported_and_removed) {
     put_list({"a", "b", "c", "d", "e", "f", "g", "h", "i", "j"});
     remember();
     press(7);
@@ -490,7 +490,7 @@ TEST_F(previous_file, that_is_gone_is_told_and_taken_out) {
     EXPECT_EQ(fields.edid_file_name, "");
 }
 
-TEST_F(previous_file, that_is_a_folder_is_gone) {
+TEST_F(previous_file, that_is_a_folder_is_missing) {
     std::filesystem::create_directory(directory / "folder.hex");
     put_list({"folder.hex"});
     press(0);
@@ -498,7 +498,7 @@ TEST_F(previous_file, that_is_a_folder_is_gone) {
     EXPECT_EQ(list(), strings(10, ""));
 }
 
-TEST_F(previous_file, that_is_gone_closes_the_list_before_its_box_and_leaves_the_list_after_it) {
+TEST_F(previous_file, that_no_longer_exists_hides_the_list_before_its_box_and_is_removed_after_it) {
     put_list({"a", "b"});
     fields.edid_file_name = "x";
     film([this] {

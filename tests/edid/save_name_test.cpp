@@ -43,7 +43,7 @@ TEST(with_ending, fails_for_a_name_too_short) {
 class where_to_save : public testing::Test {
 protected:
     where_to_save() { directory.put("old.txt", "old"); }
-    /// What comes of these names chosen one behind the other; "(nothing)" where nothing does.
+    /// The result of choosing these names one after the other; "(nothing)" if there is none.
     std::string chosen(const std::vector<std::string>& names) {
         for (const std::string& name : names)
             m.files.choices.emplace_back(file_choice{name, 2});
@@ -81,13 +81,13 @@ TEST_F(where_to_save, is_asked_again_over_a_file) {
                                                                    box_icon::none, box_buttons::yes_no_cancel}}));
 }
 
-TEST_F(where_to_save, is_nowhere_where_the_question_is_cancelled) {
+TEST_F(where_to_save, is_nowhere_if_the_question_is_cancelled) {
     m.boxes.answers = {box_answer::cancel};
     EXPECT_EQ(chosen({path("old.txt"), path("new.txt")}), "(nothing)");
     EXPECT_EQ(prepared, 1);
 }
 
-TEST_F(where_to_save, is_asked_with_a_dialog_set_up_afresh_each_time) {
+TEST_F(where_to_save, is_asked_with_a_newly_set_up_dialog_each_time) {
     m.boxes.answers = {box_answer::no, box_answer::no};
     EXPECT_EQ(chosen({path("old.txt"), path("old.txt"), path("new.txt")}), path("new.txt"));
     ASSERT_EQ(m.files.shown.size(), 3U);

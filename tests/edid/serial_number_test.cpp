@@ -40,7 +40,7 @@ protected:
     }
 };
 
-TEST_F(serial_number_test, stands_in_bytes_12_to_15_with_the_lowest_first) {
+TEST_F(serial_number_test, is_bytes_12_to_15_lowest_first) {
     EXPECT_EQ(number_in(buff::write, std::string("\x00\x00\x00\x00", 4)), 0);
     EXPECT_EQ(number_in(buff::write, std::string("\x01\x00\x00\x00", 4)), 1);
     EXPECT_EQ(number_in(buff::write, std::string("\x00\x01\x00\x00", 4)), 256);

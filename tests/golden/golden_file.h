@@ -46,7 +46,7 @@ struct expanded_line {
 /// One file of the folder; README.md has the form. A file's values are its own, or else those of its base.
 class golden_file {
 public:
-    /// Throws std::runtime_error where the file can't be read or says what has no meaning.
+    /// Throws std::runtime_error if the file can't be read or is invalid.
     explicit golden_file(const std::filesystem::path& path);
 
     const std::string& name() const { return name_; }
@@ -61,10 +61,10 @@ public:
     /// How a text ends by itself: "ok", "stops" or "fatal N".
     std::string outcome(const std::string& text) const;
     bool has(const std::string& key) const;
-    /// Expands a text; the lines are empty where it adds no line. Gives the outcome.
+    /// Expands a text; the lines are empty if it adds no line. Gives the outcome.
     std::string expand(const std::string& text, std::vector<expanded_line>& to) const;
 
-    /// Sets a line of one's own, or removes it where the base says the same.
+    /// Sets the file's own line, or removes it if the base has the same.
     void set_value(const std::string& key, const std::string& value);
     /// Sets a text of one's own, as changes of the text that it is like if that is shorter.
     void set_text(const std::string& text, const std::string& outcome, const lines& body);

@@ -29,14 +29,14 @@ protected:
     test::built_report builder{buffers, tables, fields};
 };
 
-TEST_F(report_text_test, tells_that_it_ran_to_its_end) {
+TEST_F(report_text_test, reports_whether_it_is_complete) {
     buffers.trans_buff = usual_edid();
     EXPECT_TRUE(builder.report_build("", ""));
     buffers.trans_buff = {};
     EXPECT_FALSE(builder.report_build("", ""));
 }
 
-TEST_F(report_text_test, begins_anew_each_time) {
+TEST_F(report_text_test, starts_from_nothing_each_time) {
     const std::string first = report_of(usual_edid());
     EXPECT_EQ(report_of(usual_edid()), first);
     report_of({});
@@ -64,11 +64,11 @@ TEST_F(report_text_test, leaves_tables_and_serial_number_at_a_bad_header) {
 TEST_F(report_text_test, reads_the_serial_number_of_the_edid) {
     fields.sn_value = 7;
     const std::string report = report_of(edid_of({{12, {0x78, 0x56, 0x34, 0x12}}}, usual_edid()));
-    EXPECT_EQ(test::behind("Serial Number =", report), " 305419896");
+    EXPECT_EQ(test::value_after("Serial Number =", report), " 305419896");
     EXPECT_EQ(fields.sn_value, 305419896);
 }
 
-TEST_F(report_text_test, tells_what_was_being_decoded_when_it_fails) {
+TEST_F(report_text_test, reports_what_was_being_decoded_when_it_fails) {
     const auto sentence_of = [this](const edid_buffer& edid) { return test::sentence_of([&] { report_of(edid); }); };
     EXPECT_EQ(sentence_of(edid_of({{54, {0x4D, 0xD0}}}, usual_edid())),
               "Building the EDID report: Decoding detailed timing 1: a pixel clock of 533.25 MHz does not fit.");

@@ -164,7 +164,7 @@ TEST_F(trans_buttons, take_the_read_side_for_any_number_but_1) {
     EXPECT_EQ(buffers.trans_buff, usual_edid());
 }
 
-TEST_F(trans_buttons, build_the_tree_anew) {
+TEST_F(trans_buttons, rebuild_the_tree) {
     translate(cea_edid(6, {{132, {0x21, 1}}}));
     click("block1_db_audio");
     translate(usual_edid());
@@ -175,7 +175,7 @@ TEST_F(trans_buttons, build_the_tree_anew) {
     EXPECT_EQ(view.tree_edid.node_count(), 1);
 }
 
-TEST_F(trans_buttons, begin_with_node_1_also_behind_a_longer_tree) {
+TEST_F(trans_buttons, begin_with_node_1_also_after_a_longer_tree) {
     translate(cea_edid(4, {{132, full_hd}}));
     click("block1_detail1");
     EXPECT_EQ(dispatch.tree_sel_index, number_of("block1_detail1"));
