@@ -11,11 +11,11 @@
 namespace desk {
 namespace {
 
-using test::value_after;
 using test::edid_of;
 using test::lines;
 using test::text_of;
 using test::text_till;
+using test::value_after;
 
 constexpr std::uint8_t header_at = 132;
 
@@ -83,7 +83,8 @@ TEST(audio, has_1_to_8_channels) {
 
 TEST(audio, has_a_bit_rate_of_8_for_each_step) {
     for (const int byte : {0, 1, 80, 255})
-        EXPECT_EQ(value_after("Max bit rate =", audio_text(3, {0x10, 1, byte})), " " + std::to_string(8 * byte) + " KHz");
+        EXPECT_EQ(value_after("Max bit rate =", audio_text(3, {0x10, 1, byte})),
+                  " " + std::to_string(8 * byte) + " KHz");
 }
 
 TEST(audio, has_a_third_of_its_length_as_descriptors_rounded) {

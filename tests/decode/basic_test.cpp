@@ -10,11 +10,11 @@
 namespace desk {
 namespace {
 
-using test::value_after;
 using test::edid_of;
 using test::lines;
 using test::text_of;
 using test::text_till;
+using test::value_after;
 
 std::string basic_text(const std::vector<int>& from_byte_21) {
     return text_of([&](std::string& text) { decode_basic(text, edid_of({{21, from_byte_21}})); });

@@ -97,8 +97,8 @@ TEST(range_limits, have_three_words_for_the_timing_formula) {
     for (int formula = 0; formula < 256; ++formula) {
         const std::string text = descriptor_text(0xFD, {0xFD, 0, 1, 2, 3, 4, 5, formula, 7, 8, 9});
         EXPECT_EQ(test::value_after("2nd Timing Formula = ", text), formula == 0   ? "Not supported"
-                                                               : formula == 2 ? "2nd GTF curve supported"
-                                                                              : "?");
+                                                                    : formula == 2 ? "2nd GTF curve supported"
+                                                                                   : "?");
     }
 }
 

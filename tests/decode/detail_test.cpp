@@ -12,12 +12,12 @@
 namespace desk {
 namespace {
 
-using test::value_after;
 using test::edid_of;
 using test::full_hd;
 using test::full_hd_lines;
 using test::text_of;
 using test::text_till;
+using test::value_after;
 using test::vga;
 using test::vga_lines;
 
@@ -36,7 +36,9 @@ std::vector<int> changed(const changes& bytes, std::vector<int> timing = std::ve
         timing.at(n) = value;
     return timing;
 }
-std::string shown_value(const std::string& label, const changes& bytes) { return value_after(label, detail_text(changed(bytes))); }
+std::string shown_value(const std::string& label, const changes& bytes) {
+    return value_after(label, detail_text(changed(bytes)));
+}
 
 TEST(detail, is_shown_line_by_line) {
     EXPECT_EQ(detail_text(full_hd), full_hd_lines);

@@ -11,10 +11,10 @@
 namespace desk {
 namespace {
 
-using test::value_after;
 using test::edid_of;
 using test::lines;
 using test::text_of;
+using test::value_after;
 
 std::string dtv_text(const std::vector<int>& from_byte_128, bool is_cea_block1 = true) {
     return text_of([&](std::string& text) { decode_dtv(text, edid_of({{128, from_byte_128}}), is_cea_block1); });
@@ -61,7 +61,8 @@ TEST(dtv, has_a_line_for_each_bit_of_byte_131) {
         EXPECT_EQ(value_after(label, dtv_text({2, 3, 4, 0xFF - mask})), "Not Supported");
     }
     for (int number = 0; number < 16; ++number)
-        EXPECT_EQ(value_after("Native Format Number =", dtv_text({2, 3, 4, 0xF0 + number})), " " + std::to_string(number));
+        EXPECT_EQ(value_after("Native Format Number =", dtv_text({2, 3, 4, 0xF0 + number})),
+                  " " + std::to_string(number));
 }
 
 } // namespace

@@ -11,10 +11,10 @@
 namespace desk {
 namespace {
 
-using test::value_after;
 using test::edid_of;
 using test::lines;
 using test::text_of;
+using test::value_after;
 
 std::string vendor_text(const edid_buffer& edid, double sn_value = 0) {
     return text_of([&](std::string& text) { decode_vendor(text, edid, sn_value); });
@@ -55,7 +55,9 @@ TEST(manufacturer_name, has_five_bits_for_each_letter) {
     ASSERT_EQ(letters.size(), 32U);
     for (int value = 0; value < 32; ++value) {
         const char letter = letters[static_cast<std::size_t>(value)];
-        const auto name = [](int byte_8, int byte_9) { return shown_value("Manufacturer Name = ", 8, {byte_8, byte_9}); };
+        const auto name = [](int byte_8, int byte_9) {
+            return shown_value("Manufacturer Name = ", 8, {byte_8, byte_9});
+        };
         EXPECT_EQ(name(value << 2, 0), std::string{letter} + "@@") << value;
         EXPECT_EQ(name(value >> 3, (value & 7) << 5), "@" + std::string{letter} + "@") << value;
         EXPECT_EQ(name(0, value), "@@" + std::string{letter}) << value;

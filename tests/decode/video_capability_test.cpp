@@ -9,10 +9,10 @@
 namespace desk {
 namespace {
 
-using test::value_after;
 using test::edid_of;
 using test::text_of;
 using test::text_till;
+using test::value_after;
 
 std::string capability_text(int byte) {
     return text_of([&](std::string& text) {

@@ -11,11 +11,11 @@
 namespace desk {
 namespace {
 
-using test::value_after;
 using test::edid_of;
 using test::lines;
 using test::text_of;
 using test::text_till;
+using test::value_after;
 
 /// An EDID with a block at an address, with this length in its header.
 edid_buffer edid_with(std::uint8_t address, int length, const std::vector<int>& after_header) {

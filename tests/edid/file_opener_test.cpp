@@ -280,8 +280,7 @@ std::string same(std::string_view data) { return std::string(data); }
 std::string after_junk(std::string_view data) { return "junk" + std::string(data); }
 
 INSTANTIATE_TEST_SUITE_P(open, format_test,
-                         testing::Values(format{"hex", window_text_of}, format{"bin", same},
-                                         format{"ddc", after_junk}),
+                         testing::Values(format{"hex", window_text_of}, format{"bin", same}, format{"ddc", after_junk}),
                          [](const auto& f) { return std::string(f.param.name); });
 
 TEST_P(format_test, ends_in_silence_for_a_block_that_needs_256_and_leaves_the_number_open) {

@@ -156,8 +156,8 @@ TEST(the_reference_of_the_language, has_each_directive_on_its_own_line) {
 
 TEST(the_reference_of_the_language, has_every_other_form_on_its_own_line) {
     EXPECT_EQ(words_after("command"), std::vector<std::string>(3, ""));
-    for (const char* form : {"== ", "# ", "let $NAME = ", "LINE ;; LINE", "command   -> ANSWER", "command   -> ~ REGEX", "$DIR",
-                             "{12*00}", "{3..30:TEXT}", "{3..30, TEXT}", "{text DIGITS}"})
+    for (const char* form : {"== ", "# ", "let $NAME = ", "LINE ;; LINE", "command   -> ANSWER", "command   -> ~ REGEX",
+                             "$DIR", "{12*00}", "{3..30:TEXT}", "{3..30, TEXT}", "{text DIGITS}"})
         EXPECT_EQ(words_after(form).size(), 1U) << form;
 }
 
