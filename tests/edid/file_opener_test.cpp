@@ -356,9 +356,10 @@ TEST_F(refused_file, with_an_x_out_of_place_keeps_the_lines_before_it) {
     expect_refused("a.hex", "11 22\r\n33 44\r\n55 x 66\r\n77\r\n", "11 22 33 44 ");
 }
 
-TEST_F(refused_file, without_a_byte_is_a_bin) { expect_refused("a.bin", "", ""); }
-
-TEST_F(refused_file, without_a_byte_is_a_ddc) { expect_refused("a.ddc", "", ""); }
+TEST_F(refused_file, is_an_empty_bin_or_ddc) {
+    expect_refused("a.bin", "", "");
+    expect_refused("a.ddc", "", "");
+}
 
 TEST_F(refused_file, is_no_hex_file_without_a_byte) {
     for (const char* content : {"", "\r\n", "// nothing\r\n"}) {

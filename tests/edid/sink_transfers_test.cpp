@@ -173,26 +173,21 @@ protected:
     std::int64_t piece_ms = 0;
 };
 
-TEST_F(sink_read, takes_256_bytes_in_any_pieces_and_no_window_follows) {
+TEST_F(sink_read, takes_256_bytes_in_any_pieces_at_any_rate_and_shows_none) {
     remember();
     transfers.read_sink();
     expect_good_read();
     EXPECT_EQ(changed(), strings{"read_buff"});
-    for (const std::size_t size : {1U, 7U, 100U, 128U, 255U}) {
-        bring_in_pieces(size, 15);
+    const std::pair<std::size_t, std::int64_t> pieces[] = {{1, 15}, {1, 700}, {7, 15}, {100, 15}, {128, 15}, {255, 15}};
+    for (const auto& [size, ms_between] : pieces) {
+        bring_in_pieces(size, ms_between);
         buffers.read_buff.fill(0x33);
         transfers.read_sink();
         expect_good_read();
     }
 }
 
-TEST_F(sink_read, takes_a_stream_however_slow) {
-    bring_in_pieces(1, 700);
-    transfers.read_sink();
-    expect_good_read();
-}
-
-TEST_F(sink_read, throws_away_what_comes_with_the_last_byte) {
+TEST_F(sink_read, discards_bytes_that_come_with_the_last_one) {
     sink = good_edid().substr(0, 200);
     in_round(40, [this] { m.port.arrive(good_edid().substr(200) + "more"); });
     transfers.read_sink();
@@ -200,7 +195,7 @@ TEST_F(sink_read, throws_away_what_comes_with_the_last_byte) {
     EXPECT_TRUE(m.port.waiting.empty());
 }
 
-TEST_F(sink_read, leaves_what_comes_later_to_others) {
+TEST_F(sink_read, leaves_later_bytes_to_others) {
     in_round(1, [this] { m.events.in(100, [this] { m.port.arrive("later"); }); });
     transfers.read_sink();
     expect_good_read();
@@ -427,7 +422,7 @@ TEST_F(write_button, is_red_and_disabled_from_its_click_to_its_result) {
     EXPECT_EQ(frames, expected);
 }
 
-TEST_F(write_button, drains_the_output_then_throws_away_the_input_then_sends) {
+TEST_F(write_button, drains_the_output_then_discards_the_input_then_sends) {
     m.port.done.clear();
     m.port.on_write = [this, usual = m.port.on_write](const std::string& written) {
         usual(written);
