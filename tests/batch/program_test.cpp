@@ -211,7 +211,7 @@ protected:
     test::terminal screen;
 };
 
-TEST_F(program_on_terminal, shows_a_count_that_goes_away) {
+TEST_F(program_on_terminal, shows_and_removes_a_count) {
     folder.put("one.bin", bytes_of_edid(good_edid()));
     EXPECT_EQ(run_errors_there(in_folder("one.bin")), 0);
     EXPECT_EQ(without_date(out), report_of(good_edid()));
@@ -240,14 +240,14 @@ TEST_F(program, has_its_count_in_no_report_and_in_no_message_on_a_terminal) {
     }
 }
 
-TEST_F(program_on_terminal, sends_it_no_control_characters) {
+TEST_F(program_on_terminal, shows_no_control_characters) {
     const std::string name = "a\x1B[2J\x01\x7F\xC3\xA4\xC2\x9B\r.bin";
     EXPECT_EQ(run_errors_there(in_folder(name)), 1);
     EXPECT_TRUE(screen.written().starts_with("edid_report: " + folder.path().string() + "/a?[2J??\xC3\xA4??.bin: "))
         << screen.written();
 }
 
-TEST_F(program_on_terminal, gets_a_monitors_name_without_its_control_characters) {
+TEST_F(program_on_terminal, shows_a_monitors_name_without_its_control_characters) {
     edid_buffer edid = good_edid();
     const std::string name = "\x1B[2J\x9B"
                              "31m\a \xE4\n";

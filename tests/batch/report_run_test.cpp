@@ -87,7 +87,7 @@ TEST_F(report_run_test, has_the_report_and_a_line_end_for_each_file) {
     EXPECT_TRUE(messages.empty());
 }
 
-TEST_F(report_run_test, keeps_the_order_whatever_the_number_of_jobs) {
+TEST_F(report_run_test, keeps_the_order_for_any_number_of_jobs) {
     strings names;
     strings expected;
     for (int i = 0; i < 300; ++i) {

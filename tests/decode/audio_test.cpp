@@ -35,13 +35,6 @@ const std::string pcm_lines = lines({
     "",
 });
 
-TEST(audio, is_reported_missing_for_address_0) {
-    EXPECT_EQ(text_of([](std::string& text) {
-                  decode_audio_block(text, edid_of({{0, {0x23, 9, 7, 7}}}), 0);
-              }),
-              "No Audio Block");
-}
-
 TEST(audio, has_a_name_for_each_format) {
     const char* const names[] = {
         "Reserved", "Linear PCM", "AC-3",    "MPEG1-Layer1/2", "MP3.MPEG1-Layer3", "MPEG2-Multichannel",

@@ -13,13 +13,6 @@ using test::edid_of;
 using test::text_of;
 using test::text_till;
 
-TEST(colorimetry, is_reported_missing_for_address_0) {
-    EXPECT_EQ(text_of([](std::string& text) {
-                  decode_colorimetry(text, edid_of({{0, {0xE3, 5, 3}}}), 0);
-              }),
-              "No Colorimetry Data Block");
-}
-
 TEST(colorimetry, has_two_bits) {
     const std::string shown[] = {"", "xvYCC601", "/xvYCC709", "xvYCC601/xvYCC709"};
     for (int byte = 0; byte < 256; ++byte) {

@@ -20,13 +20,6 @@ std::string capability_text(int byte) {
     });
 }
 
-TEST(video_capability, is_reported_missing_for_address_0) {
-    EXPECT_EQ(text_of([](std::string& text) {
-                  decode_video_capability(text, edid_of({{0, {0xE2, 0, 0x7F}}}), 0);
-              }),
-              "No Video Capability Data Block");
-}
-
 TEST(video_capability, has_two_bits_for_each_scan_behaviour) {
     const std::string scan_texts[] = {"Not Supported", "Always Overscan", "Always Underscan", "Both Over/Underscan"};
     for (int byte = 0; byte < 256; ++byte) {

@@ -47,11 +47,6 @@ const std::string support_lines = lines({
 const std::string clock_line = "Max TMDS Clock = 300 MHz\r\n";
 const std::string latency_lines = lines({"Latency Fields = Present", "Interlaced Latency Fields = Present"});
 
-TEST(vsdb, is_reported_missing_for_address_0) {
-    EXPECT_EQ(text_of([](std::string& text) { decode_vsdb(text, edid_with(0, 5, hdmi({})), 0); }),
-              "No Vendor Specific Data Block");
-}
-
 TEST(vsdb_of_hdmi, is_shown_up_to_its_length) {
     const std::vector<int> all = hdmi({0x10, 0x00, 0xF9, 60, 0xC0, 1, 2, 3, 4});
     const std::string shown[] = {

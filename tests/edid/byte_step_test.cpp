@@ -69,7 +69,7 @@ TEST_F(byte_step_test, looks_at_the_two_checksums_when_they_come) {
     EXPECT_EQ(changed(), strings{"txt_write.text"});
 }
 
-TEST_F(byte_step_test, takes_the_repair_away_for_a_right_block) {
+TEST_F(byte_step_test, hides_the_repair_of_a_correct_block) {
     for (button& repair : view.cmd_recover)
         repair.visible = true;
     texts.recover_sum = {7, 8};

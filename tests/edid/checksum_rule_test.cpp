@@ -44,7 +44,7 @@ TEST(checksum_rule, compares_the_last_byte_of_each_block_and_no_other) {
     EXPECT_EQ(compared, (std::vector<std::size_t>{127, 255}));
 }
 
-TEST(checksum_rule, knows_the_right_byte_alone) {
+TEST(checksum_rule, accepts_only_the_right_byte) {
     const std::string data = test::some_bytes(256);
     for (const std::size_t block : {0U, 1U}) {
         const checksum_rule rule = rule_after(data.substr(0, 128 * block + 127));
@@ -59,7 +59,7 @@ TEST(checksum_rule, knows_the_right_byte_alone) {
     }
 }
 
-TEST(checksum_rule, begins_block_1_from_nothing) {
+TEST(checksum_rule, restarts_at_block_1) {
     for (const char checksum : {'\0', '\x50'}) {
         const std::string block_0 = std::string(127, '\x11') + checksum;
         const auto sum = rule_after(block_0 + std::string(127, '\x02')).compare(2);

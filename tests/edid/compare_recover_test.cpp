@@ -205,7 +205,7 @@ TEST_F(repair, fails_without_three_characters_before_its_mark) {
     }
 }
 
-TEST_F(repair, knows_two_blocks) {
+TEST_F(repair, has_only_two_blocks) {
     view.txt_write.text = " " + window_text_of(wrong) + " ";
     remember();
     EXPECT_EQ(failure_of([&] { comparison.cmd_recover_click(2); }), failure::subscript_out_of_range);

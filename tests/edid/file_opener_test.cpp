@@ -100,7 +100,7 @@ TEST_F(file_opener_test, opens_hex_after_a_byte_order_mark) {
     EXPECT_EQ(buffers.write_buff, buffer_of(good_edid()));
 }
 
-TEST_F(file_opener_test, knows_files_and_no_folders) {
+TEST_F(file_opener_test, finds_files_and_no_folders) {
     directory.put("a.hex", "");
     EXPECT_TRUE(file_exists(path("a.hex")));
     EXPECT_FALSE(file_exists(path("none.hex")));

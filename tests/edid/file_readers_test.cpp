@@ -146,7 +146,7 @@ TEST(read_hex, skips_an_empty_line_without_any_effect) {
     EXPECT_EQ(hex_reading("11\r\n\r\n \t \n// FF\n\t/\n22\n").bytes.all_events(), "1|1|");
 }
 
-TEST(read_hex, takes_words_and_signs_for_digits_and_separators) {
+TEST(read_hex, reads_digits_and_separators_in_words_and_signs) {
     const std::pair<const char*, const char*> files[] = {
         {"A,B,", "0A 0B "}, // a separator completes a digit
         {"0xA,0xB;", "0A 0B "},
@@ -200,7 +200,7 @@ TEST(read_hex, stops_at_the_x_and_does_not_finish_its_line) {
     EXPECT_EQ(r.bytes.all_events(), "2|1");
 }
 
-TEST(read_hex, knows_cr_lf_as_one_end_and_lf_cr_as_two) {
+TEST(read_hex, counts_cr_lf_as_one_end_and_lf_cr_as_two) {
     EXPECT_EQ(hex_reading("11\r\n22\n\r33").bytes.all_events(), "1|1|1|");
     EXPECT_EQ(bytes_of_hex("1\r2\n3\r\n4 "), "04 ");
 }
@@ -214,7 +214,7 @@ TEST(read_bin, gives_every_byte_of_every_length) {
     }
 }
 
-TEST(read_bin, takes_no_byte_for_an_end) {
+TEST(read_bin, treats_no_byte_as_an_end) {
     const std::string data("\r\n\0\x1A/x \xFF", 8);
     noted_bytes bytes;
     EXPECT_TRUE(read_bin(data, bytes));

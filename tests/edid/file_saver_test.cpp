@@ -191,7 +191,7 @@ TEST_F(saved_file, has_the_chosen_style) {
     EXPECT_EQ(directory.content("a.hex"), window_text_of(good_edid()) + "\r\n");
 }
 
-TEST_F(saved_file, of_the_write_side_takes_over_name_title_and_list) {
+TEST_F(saved_file, of_the_write_side_sets_name_title_and_list) {
     view.lab_pre_f[0].caption = path("before.hex");
     fields.edid_file_name = path("before.hex");
     remember();

@@ -35,7 +35,7 @@ TEST(bin_of, has_a_byte_for_each_pair) {
         EXPECT_EQ(bin_of(window_text_of(some_bytes(length))), some_bytes(length)) << length;
 }
 
-TEST(bin_of, takes_any_text_by_its_places) {
+TEST(bin_of, reads_any_text_by_position) {
     EXPECT_EQ(bin_of("Reading HDMI"), std::string("\x00\x0D\x00\x0D", 4)) << "Re, di, g and a space, DM";
     EXPECT_EQ(bin_of("\r\nLink Error !\r\n"), std::string(4, '\0')) << "Li, k and a space, rr, r and a space";
 }

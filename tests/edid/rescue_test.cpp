@@ -124,7 +124,7 @@ TEST_F(rescue_test, does_not_wait_for_a_capture_that_has_lost_its_header) {
     EXPECT_EQ(rescue(), kept("WRITE", "rescued_write.hex"));
 }
 
-TEST_F(rescue_test, takes_a_status_text_for_no_edid) {
+TEST_F(rescue_test, does_not_keep_a_status_text) {
     for (const char* status :
          {"Reading HDMI/DVI-OUT's edid ...", "Reading VGA(PC/HD-OUT)'s edid ...\r\nLink Error !\r\n",
           "\r\nLink Error !\r\n", "\r\nTimeout ! Read fail !"}) {

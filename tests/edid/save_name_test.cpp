@@ -21,7 +21,7 @@ TEST(with_ending, keeps_a_name_that_has_it_in_any_case) {
         EXPECT_EQ(with_ending(name, ".txt"), name);
 }
 
-TEST(with_ending, takes_four_characters_whatever_they_are) {
+TEST(with_ending, removes_any_four_characters) {
     const std::vector<std::pair<std::string, std::string>> names = {
         {"report", "re.txt"},   {"a.htm", "a.txt"},   {"b.html", "b..txt"},       {"abcd", ".txt"},
         {"name.tx", "nam.txt"}, {"a.txt2", "a..txt"}, {"/folder/a", "/fold.txt"},

@@ -150,7 +150,7 @@ TEST_F(serial_number_test, fails_for_a_block_that_then_needs_256) {
     EXPECT_EQ(buffers.write_buff, buffer_of(expected)) << "the number is stored, and the old checksum stays";
 }
 
-TEST_F(serial_number_test, mends_random_blocks_that_can_be_mended) {
+TEST_F(serial_number_test, corrects_random_blocks_if_possible) {
     test::random_edids random(6);
     for (int i = 0; i < 300; ++i) {
         const std::string bytes = random.next();

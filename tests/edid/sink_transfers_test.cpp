@@ -128,7 +128,7 @@ TEST_F(sink_test, without_a_name_is_not_named) {
     EXPECT_FALSE(fields.read_ok);
 }
 
-TEST_F(sink_test, is_used_whatever_number_the_answers_have) {
+TEST_F(sink_test, is_used_with_any_number_in_the_answers) {
     answers = {{"ESC001", "ESC777"}, {"ERD001", "ERD000"}};
     transfers.read_sink();
     EXPECT_TRUE(fields.read_ok);
@@ -672,7 +672,7 @@ TEST_F(erase_button, reports_an_error_of_the_sink) {
     expect_mark(false);
 }
 
-TEST_F(erase_button, takes_any_other_answer_for_none) {
+TEST_F(erase_button, treats_any_other_answer_as_none) {
     for (const char* other : {"ERS001", "ERS004", "EWR002", "ers002", "ERS0020"}) {
         answer_in_round(3, other);
         erase();

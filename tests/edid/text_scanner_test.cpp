@@ -55,7 +55,7 @@ TEST(scan_window_text, ends_inside_a_comment) {
     EXPECT_EQ(found_in("11 //7\r"), "[11]//7<");
 }
 
-TEST(scan_window_text, takes_what_there_is_of_the_last_pair) {
+TEST(scan_window_text, returns_an_incomplete_last_pair) {
     EXPECT_EQ(found_in("11 2"), "[11][2]");
     EXPECT_EQ(found_in("11 22"), "[11][22]");
     EXPECT_EQ(found_in("1"), "[1]");
@@ -69,7 +69,7 @@ TEST(scan_window_text, trusts_the_places_of_the_characters) {
     EXPECT_EQ(found_in("1\r\n2/3"), "[1\r][2/]") << "the inside of a pair is not looked at";
 }
 
-TEST(scan_window_text, takes_an_lf_alone_for_the_start_of_a_pair) { EXPECT_EQ(found_in("\n11 "), "[\n1][ ]"); }
+TEST(scan_window_text, treats_a_single_lf_as_the_start_of_a_pair) { EXPECT_EQ(found_in("\n11 "), "[\n1][ ]"); }
 
 TEST(scan_window_text, skips_one_character_after_each_cr) {
     EXPECT_EQ(found_in("\r\n\r\n11 "), "--[11]");

@@ -203,7 +203,7 @@ TEST_F(shown_buffer, on_the_write_side_fails_at_a_block_that_needs_256) {
     }
 }
 
-TEST_F(window_text_test, knows_two_blocks_alone) {
+TEST_F(window_text_test, has_only_two_blocks) {
     EXPECT_EQ(failure_of([&] { texts.show_write_checksum({2, 7, false}); }), failure::subscript_out_of_range);
 }
 

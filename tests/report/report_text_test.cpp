@@ -77,7 +77,7 @@ TEST_F(report_text_test, reports_what_was_being_decoded_when_it_fails) {
         "Building the EDID report: Decoding detailed timing 2 of block 1: a pixel clock of 533.25 MHz does not fit.");
 }
 
-TEST_F(report_text_test, takes_an_edid_whose_tree_can_not_be_built) {
+TEST_F(report_text_test, reports_on_an_edid_whose_tree_can_not_be_built) {
     const auto unknown = monitor_descriptor(0x10, {});
     const edid_buffer edid = edid_of({{54, unknown}, {72, unknown}, {128, {0}}}, usual_edid());
     EXPECT_EQ(failure_of([&] { report_of(edid); }), std::nullopt);

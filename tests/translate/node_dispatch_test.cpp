@@ -137,7 +137,7 @@ TEST_F(established_boxes, have_a_bit_each) {
     }
 }
 
-TEST_F(established_boxes, lose_the_ticks_that_the_operator_gave) {
+TEST_F(established_boxes, lose_the_operators_ticks) {
     translate_usual({{35, {0x80}}});
     for (check_box& box : view.chk_established)
         box.value = 1;
@@ -172,7 +172,7 @@ TEST_F(nodes_of_block_1, report_that_there_are_no_data_blocks) {
     }
 }
 
-TEST_F(nodes_of_block_1, have_a_sixth_detail_timing_and_nothing_for_a_seventh) {
+TEST_F(nodes_of_block_1, have_six_detail_timings) {
     translate_cea(4, {{132, full_hd}, {150, full_hd}, {168, full_hd}, {186, full_hd}, {204, full_hd}, {222, vga}});
     EXPECT_EQ(text_of_node("block1_detail6"), vga_lines);
     view.tree_edid.add(0, "block1_detail7", "a seventh");
