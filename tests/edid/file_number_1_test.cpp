@@ -27,7 +27,7 @@ protected:
     file_number_1 number;
 };
 
-TEST_F(file_number_1_test, gives_what_a_file_holds) {
+TEST_F(file_number_1_test, reads_the_contents_of_a_file) {
     const std::string content("a\r\n\0\xFF", 5);
     directory.put("ä.bin", content);
     EXPECT_EQ(number.open_for_reading(path("ä.bin")), content);

@@ -17,7 +17,7 @@ using test::full_hd;
 using test::monitor_descriptor;
 using test::usual_edid;
 
-// tests/golden has whole reports; what is here is what a report finds, keeps and leaves.
+// tests/golden has whole reports; these tests cover what a report finds, keeps and leaves.
 class report_text_test : public test::translation_fixture {
 protected:
     std::string report_of(const edid_buffer& edid) {

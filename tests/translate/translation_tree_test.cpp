@@ -20,7 +20,7 @@ using test::usual_edid;
 using test::vga;
 using strings = std::vector<std::string>;
 
-// tests/golden has whole trees; what is here is what one translation leaves to the next, and what it accepts.
+// tests/golden has whole trees; these tests cover what one translation leaves to the next, and what it accepts.
 class translation_tree_test : public test::translation_fixture {
 protected:
     /// The nodes below one, or the roots (0), with their keys and titles.
