@@ -282,29 +282,28 @@ void soak::check_recovery() {
         if (text.starts_with("> ") && text.size() == 2 + 6) ++summary_.commands;
         if (text.starts_with("< ")) ++summary_.parts_of_answers;
     }
-    static const strings questions = {"boxes",
-                                      "dialogs",
-                                      "later",
-                                      "tree",
-                                      "rows lstv_timing",
-                                      "rows lstv_pattern",
-                                      "rows lstv_auto",
-                                      "buffer read",
-                                      "buffer write",
-                                      "buffer trans",
-                                      "get txt_read.text",
-                                      "get txt_write.text",
-                                      "get txt_edid.text",
-                                      "get txt_msg.text",
-                                      "get txt_motion_str.text",
-                                      "get lab_about.caption",
-                                      "get frm_main.caption",
-                                      "field rx_text",
-                                      "field edid_file_name",
-                                      "field sn_value",
-                                      "field descriptor_map",
-                                      "field report_text"};
-    for (const std::string& line : questions)
+    for (const char* line : {"boxes",
+                             "dialogs",
+                             "later",
+                             "tree",
+                             "rows lstv_timing",
+                             "rows lstv_pattern",
+                             "rows lstv_auto",
+                             "buffer read",
+                             "buffer write",
+                             "buffer trans",
+                             "get txt_read.text",
+                             "get txt_write.text",
+                             "get txt_edid.text",
+                             "get txt_msg.text",
+                             "get txt_motion_str.text",
+                             "get lab_about.caption",
+                             "get frm_main.caption",
+                             "field rx_text",
+                             "field edid_file_name",
+                             "field sn_value",
+                             "field descriptor_map",
+                             "field report_text"})
         say(line);
 }
 
