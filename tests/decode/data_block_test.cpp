@@ -30,7 +30,7 @@ TEST(data_block, can_be_read_beyond_its_end_but_not_beyond_the_edid) {
     EXPECT_EQ(test::failure_of([&] { block.byte(3); }), failure::subscript_out_of_range);
 }
 
-/// The sentence that a decoder's failure adds for the operator.
+/// The sentence that reports a decoder's failure to the operator.
 template <class Decode>
 std::string sentence_of(Decode decode, const edid_buffer& edid, std::uint8_t address) {
     std::string text;
@@ -51,26 +51,6 @@ TEST(data_block, is_named_if_its_decoder_fails) {
               "Decoding the video capability data block at address 0xFE: " + beyond);
     EXPECT_EQ(sentence_of(decode_colorimetry, edid_of({{254, {0xE3, 5}}}), 254),
               "Decoding the colorimetry data block at address 0xFE: " + beyond);
-}
-
-TEST(data_block, is_reported_missing_for_address_0) {
-    struct {
-        void (*decode)(std::string&, const edid_buffer&, std::uint8_t);
-        int header; ///< of a block that begins at address 0 anyway
-        const char* text;
-    } const rows[] = {
-        {decode_audio_block, 0x23, "No Audio Block"},
-        {decode_video_block, 0x41, "No Video Block"},
-        {decode_vsdb, 0x65, "No Vendor Specific Data Block"},
-        {decode_speaker_block, 0x83, "No Speaker Allocation Data Block"},
-        {decode_video_capability, 0xE2, "No Video Capability Data Block"},
-        {decode_colorimetry, 0xE3, "No Colorimetry Data Block"},
-    };
-    for (const auto& r : rows)
-        EXPECT_EQ(test::text_of([&](std::string& text) {
-                      r.decode(text, edid_of({{0, {r.header, 5, 3}}}), 0);
-                  }),
-                  r.text);
 }
 
 TEST(data_block, reports_what_does_not_fit) {
