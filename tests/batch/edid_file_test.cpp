@@ -20,7 +20,7 @@ namespace {
 
 using test::failure_of;
 
-/// The bytes of a file, which begin like an EDID.
+/// The bytes of a file that begins like an EDID.
 std::string bytes(std::size_t count) {
     std::string data("\x00\xFF\xFF\xFF\xFF\xFF\xFF\x00", 8);
     for (std::size_t i = data.size(); i < count; ++i)
@@ -34,7 +34,7 @@ std::string as_hex(const std::string& data) {
         text += {digits[static_cast<std::size_t>(code / 16)], digits[static_cast<std::size_t>(code % 16)], ' '};
     return text;
 }
-/// The first 256 of these bytes, filled up with FF.
+/// The first 256 of these bytes, padded with FF.
 edid_buffer filled_up(const std::string& data) {
     edid_buffer edid{};
     edid.fill(0xFF);
@@ -98,7 +98,7 @@ TEST_F(edid_file_test, is_filled_up) {
     }
 }
 
-TEST_F(edid_file_test, is_cut_behind_two_blocks) {
+TEST_F(edid_file_test, is_cut_after_two_blocks) {
     for (const std::size_t count : {257U, 384U, 512U, 5000U}) {
         const std::string remark =
             "its EDID has " + std::to_string(count) + " bytes; the first two blocks are reported";
@@ -151,7 +151,7 @@ TEST_F(edid_file_test, must_be_a_file_that_ends) {
 
 #ifdef __linux__
 TEST_F(edid_file_test, must_be_readable_to_its_end) {
-    // the memory of a program is a file whose first byte can't be read
+    // the first byte of a program's memory file can't be read
     EXPECT_EQ(failure_of([] { read_edid_file("/proc/self/mem", file_kind::bin); }), failure::path_file_access_error);
 }
 #endif

@@ -36,7 +36,7 @@ protected:
         found = find_input_files(paths);
         return found;
     }
-    /// The files found, without the directory of the test, and with one separator on all systems.
+    /// The files found, without the test's directory, with the same separator on all systems.
     strings paths_found() const {
         strings paths;
         for (const input_file& file : found.files) {
@@ -63,7 +63,7 @@ TEST_F(input_files_test, are_those_named_in_their_order) {
     EXPECT_TRUE(found.problems.empty());
 }
 
-TEST_F(input_files_test, can_lie_in_the_present_folder) {
+TEST_F(input_files_test, can_be_in_the_current_folder) {
     found = find_input_files({"a.hex"});
     EXPECT_EQ(found.path_of(found.files.at(0)), "a.hex");
 }
@@ -76,7 +76,7 @@ TEST_F(input_files_test, are_those_of_known_kinds_in_a_folder_in_the_order_of_th
     EXPECT_TRUE(found.problems.empty());
 }
 
-TEST_F(input_files_test, lie_where_they_were_named_when_a_folder_comes_again) {
+TEST_F(input_files_test, keep_their_first_place_if_a_folder_is_named_again) {
     find({"x/1.hex", "y/2.hex", "y/3.hex", "x/4.hex", "y/5.hex"});
     EXPECT_EQ(paths_found(), (strings{"x/1.hex", "y/2.hex", "y/3.hex", "x/4.hex", "y/5.hex"}));
 }
@@ -90,7 +90,7 @@ TEST_F(input_files_test, keep_the_name_of_a_folder_once) {
     EXPECT_EQ(paths_found(), (strings{"in/a.hex", "in/b.hex", "in/c.hex"}));
 }
 
-TEST_F(input_files_test, are_missed_in_a_folder_without_any) {
+TEST_F(input_files_test, are_reported_missing_in_a_folder_without_any) {
     put({"empty/a.txt", "in/a.hex"});
     find({"empty", "in"});
     EXPECT_EQ(paths_found(), strings{"in/a.hex"});
@@ -107,7 +107,7 @@ TEST_F(input_files_test, can_be_links_in_a_folder) {
     EXPECT_EQ(paths_found(), (strings{"in/a.hex", "in/link.hex", "in/lost.hex"}));
 }
 
-TEST_F(input_files_test, are_missed_in_a_folder_that_can_not_be_read) {
+TEST_F(input_files_test, are_reported_missing_in_an_unreadable_folder) {
     put({"in/a.hex"});
     rlimit before{};
     getrlimit(RLIMIT_NOFILE, &before);
@@ -129,7 +129,7 @@ TEST_F(report_names_test, are_without_the_extension) {
     EXPECT_EQ(report_names(), (strings{"a", "b.c", "edid", ".hidden", "x"}));
 }
 
-TEST_F(report_names_test, keep_the_extension_where_nothing_else_differs) {
+TEST_F(report_names_test, keep_the_extension_if_nothing_else_differs) {
     find({"a.hex", "b.hex", "a.bin", "a.ddc", "edid", "edid.hex"});
     EXPECT_EQ(report_names(), (strings{"a.hex", "b", "a.bin", "a.ddc", "edid", "edid.hex"}));
 }

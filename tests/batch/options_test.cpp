@@ -11,7 +11,7 @@ namespace {
 
 using words = std::vector<std::string>;
 
-/// What is told of a command line that makes no sense; empty for one that does.
+/// The complaint about an invalid command line; empty for a valid one.
 std::string complaint_of(const words& line) {
     try {
         options_of(line);
@@ -48,7 +48,7 @@ TEST(options, ask_for_the_version_and_need_no_name_then) {
     EXPECT_FALSE(options_of({"--", "--version"}).version);
 }
 
-TEST(options, can_stand_anywhere_and_the_last_one_counts) {
+TEST(options, can_be_anywhere_and_the_last_one_counts) {
     const options read = options_of({"a", "-j", "2", "b", "-ox", "-j3", "c", "-o", "y"});
     EXPECT_EQ(read.inputs, (words{"a", "b", "c"}));
     EXPECT_EQ(read.jobs, 3U);

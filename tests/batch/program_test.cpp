@@ -23,7 +23,7 @@ namespace {
 
 constexpr std::size_t date_line = 1;
 
-/// An EDID of two blocks that has a whole report.
+/// An EDID of two blocks with a complete report.
 edid_buffer good_edid(std::uint8_t serial_number = 1) {
     edid_buffer edid{};
     std::copy(edid_header.begin(), edid_header.end(), edid.begin());
@@ -57,7 +57,7 @@ std::vector<std::string> lines_of(const std::string& text) {
     return lines;
 }
 
-/// The lines of a report file but for date and time.
+/// The lines of a report file without date and time.
 std::vector<std::string> report_of(const edid_buffer& edid) {
     test::translation_desk d;
     d.buffers.trans_buff = edid;
@@ -82,7 +82,7 @@ protected:
         const auto quoted = [](const std::filesystem::path& p) { return " \"" + p.string() + "\""; };
         const std::string command = "\"" EDID_REPORT "\" " + words + " >" + quoted(output) + " 2>" + quoted(errors);
 #ifdef _WIN32
-        // the command interpreter takes the first and the last quote away
+        // the command interpreter removes the first and the last quote
         const int status = std::system(("\"" + command + "\"").c_str());
 #else
         const int status = std::system(command.c_str());
@@ -102,14 +102,14 @@ protected:
     std::string err;
 };
 
-TEST_F(program, tells_how_it_is_used) {
+TEST_F(program, shows_its_usage) {
     EXPECT_EQ(run("--help"), 0);
     EXPECT_TRUE(out.starts_with("usage: edid_report [-j N] [-o FOLDER] FILE|FOLDER...\n"));
     EXPECT_EQ(err, "");
     EXPECT_EQ(run("-h"), 0);
 }
 
-TEST_F(program, refuses_a_command_line_that_makes_no_sense) {
+TEST_F(program, refuses_an_invalid_command_line) {
     for (const char* words : {"", "-j", "-j 0 x", "-j two x", "-o", "--every x", "-x y"}) {
         EXPECT_EQ(run(words), 2) << words;
         EXPECT_EQ(out, "") << words;
@@ -139,7 +139,7 @@ TEST_F(program, reads_every_kind_of_file) {
     }
 }
 
-TEST_F(program, tells_what_it_can_not_read_and_goes_on) {
+TEST_F(program, reports_what_it_can_not_read_and_continues) {
     folder.put("empty.bin", "");
     folder.put("notes.txt", "no EDID");
     folder.put("x.hex", "12 X");
@@ -153,7 +153,7 @@ TEST_F(program, tells_what_it_can_not_read_and_goes_on) {
 }
 
 #ifdef __linux__
-TEST_F(program, tells_that_standard_output_takes_no_more) {
+TEST_F(program, reports_that_standard_output_fails) {
     folder.put("one.bin", bytes_of_edid(good_edid()));
     for (const std::string& words : {std::string("--help"), in_folder("one.bin")})
         EXPECT_EQ(run_into(words, "/dev/full", folder.path() / "err"), 1) << words;
@@ -161,7 +161,7 @@ TEST_F(program, tells_that_standard_output_takes_no_more) {
 }
 #endif
 
-TEST_F(program, tells_that_it_can_not_make_the_folder) {
+TEST_F(program, reports_that_it_can_not_create_the_folder) {
     folder.put("one.bin", bytes_of_edid(good_edid()));
     EXPECT_EQ(run("-o " + in_folder("one.bin/reports") + " " + in_folder("one.bin")), 1);
     EXPECT_EQ(out, "");
@@ -172,7 +172,7 @@ TEST_F(program, tells_that_it_can_not_make_the_folder) {
 
 #ifndef _WIN32
 
-TEST_F(program, waits_for_no_pipe_in_the_place_of_a_report) {
+TEST_F(program, does_not_wait_for_a_pipe_named_as_a_report) {
     folder.put("one.bin", bytes_of_edid(good_edid()));
     folder.put("two.bin", bytes_of_edid(bad_gamma()));
     std::filesystem::create_directory(folder / "reports");
@@ -184,7 +184,7 @@ TEST_F(program, waits_for_no_pipe_in_the_place_of_a_report) {
         EXPECT_TRUE(std::filesystem::is_fifo(folder / name));
 }
 
-/// What is to be read on a terminal in the end: a carriage return writes over the line from its first place on.
+/// The final text of a terminal: after a carriage return the line is overwritten from its start.
 std::vector<std::string> screen_of(const std::string& written) {
     std::vector<std::string> screen{""};
     std::size_t column = 0;
@@ -205,13 +205,13 @@ std::vector<std::string> screen_of(const std::string& written) {
 
 class program_on_terminal : public program {
 protected:
-    /// Errors alone go to the terminal.
+    /// Only errors go to the terminal.
     int run_errors_there(const std::string& words) { return run_into(words, folder.path() / "out", screen.name()); }
 
     test::terminal screen;
 };
 
-TEST_F(program_on_terminal, shows_a_count_that_goes_away) {
+TEST_F(program_on_terminal, shows_and_removes_a_count) {
     folder.put("one.bin", bytes_of_edid(good_edid()));
     EXPECT_EQ(run_errors_there(in_folder("one.bin")), 0);
     EXPECT_EQ(without_date(out), report_of(good_edid()));
@@ -240,14 +240,14 @@ TEST_F(program, has_its_count_in_no_report_and_in_no_message_on_a_terminal) {
     }
 }
 
-TEST_F(program_on_terminal, sends_it_no_control_characters) {
+TEST_F(program_on_terminal, shows_no_control_characters) {
     const std::string name = "a\x1B[2J\x01\x7F\xC3\xA4\xC2\x9B\r.bin";
     EXPECT_EQ(run_errors_there(in_folder(name)), 1);
     EXPECT_TRUE(screen.written().starts_with("edid_report: " + folder.path().string() + "/a?[2J??\xC3\xA4??.bin: "))
         << screen.written();
 }
 
-TEST_F(program_on_terminal, gets_a_monitors_name_without_its_control_characters) {
+TEST_F(program_on_terminal, shows_a_monitors_name_without_its_control_characters) {
     edid_buffer edid = good_edid();
     const std::string name = "\x1B[2J\x9B"
                              "31m\a \xE4\n";

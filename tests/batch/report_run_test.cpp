@@ -30,7 +30,7 @@ using test::text_descriptor;
 using test::usual_edid;
 using strings = std::vector<std::string>;
 
-/// An EDID with a name of its own.
+/// An EDID with this name.
 edid_buffer named_edid(const std::string& name) { return edid_of({{72, text_descriptor(0xFC, name)}}, usual_edid()); }
 
 class report_run_test : public testing::Test {
@@ -75,7 +75,7 @@ protected:
     strings reports;
     strings messages;
     std::vector<std::pair<std::size_t, std::size_t>> progress;
-    std::size_t taken_reports = 1000000; ///< the output takes fewer than so many
+    std::size_t taken_reports = 1000000; ///< the output fails at this number
 };
 
 TEST_F(report_run_test, has_the_report_and_a_line_end_for_each_file) {
@@ -87,7 +87,7 @@ TEST_F(report_run_test, has_the_report_and_a_line_end_for_each_file) {
     EXPECT_TRUE(messages.empty());
 }
 
-TEST_F(report_run_test, keeps_the_order_whatever_the_number_of_jobs) {
+TEST_F(report_run_test, keeps_the_order_for_any_number_of_jobs) {
     strings names;
     strings expected;
     for (int i = 0; i < 300; ++i) {
@@ -103,7 +103,7 @@ TEST_F(report_run_test, keeps_the_order_whatever_the_number_of_jobs) {
     }
 }
 
-/// Notes how many ask it at the same time, and lets the first one wait a while for a second one.
+/// Counts simultaneous callers; the first one waits a while for a second one.
 class meeting_calendar final : public calendar {
 public:
     explicit meeting_calendar(std::chrono::milliseconds patience) : patience_(patience) {}
@@ -142,7 +142,7 @@ TEST_F(report_run_test, works_on_as_many_files_at_a_time_as_are_wanted) {
     }
 }
 
-TEST_F(report_run_test, tells_how_far_it_is) {
+TEST_F(report_run_test, reports_its_progress) {
     strings names;
     for (int i = 0; i < 150; ++i) {
         names.push_back("E" + std::to_string(i));
@@ -171,11 +171,11 @@ TEST_F(report_run_test, begins_each_report_with_fresh_tables) {
 TEST_F(report_run_test, writes_a_byte_for_each_character) {
     put("a", edid_of({{18, {255, 80}}}, named_edid("\xE4\x80")));
     EXPECT_TRUE(run({"a"}));
-    EXPECT_EQ(test::behind("EDID Version = ", reports.at(0)), "?.\x80");
-    EXPECT_EQ(test::behind("Monitor Name = ", reports.at(0)), "\xE4\x80");
+    EXPECT_EQ(test::value_after("EDID Version = ", reports.at(0)), "?.\x80");
+    EXPECT_EQ(test::value_after("Monitor Name = ", reports.at(0)), "\xE4\x80");
 }
 
-TEST_F(report_run_test, tells_what_it_made_of_a_short_file) {
+TEST_F(report_run_test, reports_how_it_completed_a_short_file) {
     put("a.bin", usual_edid(), 128);
     EXPECT_TRUE(run({"a.bin"}));
     EXPECT_EQ(messages, strings{path("a.bin") + ": its EDID has 128 bytes; block 1 counts as FF."});
@@ -186,7 +186,7 @@ TEST_F(report_run_test, tells_what_it_made_of_a_short_file) {
 
 using failing_run = report_run_test;
 
-TEST_F(failing_run, goes_on_behind_a_file_that_can_not_be_read) {
+TEST_F(failing_run, continues_after_an_unreadable_file) {
     put("a.bin", usual_edid());
     directory.put("empty.bin", "");
     put("c.txt", usual_edid());
@@ -199,7 +199,7 @@ TEST_F(failing_run, goes_on_behind_a_file_that_can_not_be_read) {
     EXPECT_TRUE(messages[2].starts_with(path("c.txt") + ": "));
 }
 
-TEST_F(failing_run, tells_the_failure_and_the_report_so_far) {
+TEST_F(failing_run, reports_the_failure_and_the_report_so_far) {
     put("a.bin", edid_of({{23, {255}}}, usual_edid()));
     put("b.bin", usual_edid());
     EXPECT_FALSE(run({"a.bin", "b.bin"}));
@@ -210,7 +210,7 @@ TEST_F(failing_run, tells_the_failure_and_the_report_so_far) {
     EXPECT_TRUE(messages[0].ends_with("Gamma Value = "));
 }
 
-TEST_F(failing_run, tells_what_else_goes_wrong_with_a_file) {
+TEST_F(failing_run, reports_any_other_failure_of_a_file) {
     class broken_calendar final : public calendar {
     public:
         std::tm now() override { throw std::runtime_error("the date can't be had"); }
@@ -233,7 +233,7 @@ TEST_F(failing_run, looks_for_no_older_report_without_a_folder) {
     EXPECT_EQ(messages.size(), 1U);
 }
 
-TEST_F(failing_run, has_nothing_of_an_earlier_file_in_a_later_one) {
+TEST_F(failing_run, carries_nothing_over_from_file_to_file) {
     strings names;
     strings expected;
     for (int i = 0; i < 200; ++i) {
@@ -252,7 +252,7 @@ TEST_F(failing_run, has_nothing_of_an_earlier_file_in_a_later_one) {
     }
 }
 
-TEST_F(failing_run, tells_the_problems_with_what_was_named_first) {
+TEST_F(failing_run, reports_problems_with_the_named_inputs_first) {
     std::filesystem::create_directory(directory / "empty");
     put("a.bin", usual_edid(), 128);
     EXPECT_FALSE(run({"a.bin", "empty"}));
@@ -260,7 +260,7 @@ TEST_F(failing_run, tells_the_problems_with_what_was_named_first) {
     EXPECT_EQ(reports.size(), 1U);
 }
 
-TEST_F(failing_run, stops_where_the_output_takes_no_more) {
+TEST_F(failing_run, stops_if_the_output_fails) {
     for (const char* name : {"a", "b", "c", "d"})
         put(name, usual_edid());
     taken_reports = 2;
@@ -294,7 +294,7 @@ TEST_F(run_into_folder, writes_a_file_for_each_report) {
     }
 }
 
-TEST_F(run_into_folder, writes_over_no_other_report) {
+TEST_F(run_into_folder, replaces_no_other_report) {
     put("x/a.bin", named_edid("X"));
     put("y/a.bin", named_edid("Y"));
     EXPECT_FALSE(run({"x/a.bin", "y/a.bin"}, 4, "out"));
@@ -309,7 +309,7 @@ TEST_F(run_into_folder, writes_no_report_that_fails) {
     EXPECT_EQ(written_count(), 0U);
 }
 
-TEST_F(run_into_folder, removes_what_a_run_that_was_broken_off_has_left) {
+TEST_F(run_into_folder, removes_the_leftovers_of_an_interrupted_run) {
     put("a.bin", usual_edid());
     directory.put("out/velotrace1A2B3C4D.new", "EDID Analy");
     std::filesystem::last_write_time(directory / "out/velotrace1A2B3C4D.new",
@@ -318,14 +318,14 @@ TEST_F(run_into_folder, removes_what_a_run_that_was_broken_off_has_left) {
     EXPECT_EQ(written_count(), 1U);
 }
 
-TEST_F(run_into_folder, writes_over_the_report_of_an_earlier_run) {
+TEST_F(run_into_folder, replaces_the_report_of_an_earlier_run) {
     put("a.bin", usual_edid());
     directory.put("out/a.txt", "EDID Analysis Report \r\nof another day");
     EXPECT_TRUE(run({"a.bin"}, 1, "out"));
     EXPECT_EQ(written("a.txt"), report_of(usual_edid()));
 }
 
-TEST_F(run_into_folder, writes_over_no_file_that_is_no_report) {
+TEST_F(run_into_folder, replaces_only_reports) {
     put("notes", usual_edid());
     for (const char* text : {"what the operator wrote", "", "EDID Analysis"}) {
         directory.put("out/notes.txt", text);
@@ -336,7 +336,7 @@ TEST_F(run_into_folder, writes_over_no_file_that_is_no_report) {
     }
 }
 
-TEST_F(run_into_folder, tells_of_an_older_report_beside_a_failure) {
+TEST_F(run_into_folder, reports_an_older_report_beside_a_failure) {
     put("a.bin", edid_of({{23, {255}}}, usual_edid()));
     directory.put("out/a.txt", "EDID Analysis Report \r\nof another day");
     EXPECT_FALSE(run({"a.bin"}, 1, "out"));
@@ -345,7 +345,7 @@ TEST_F(run_into_folder, tells_of_an_older_report_beside_a_failure) {
     EXPECT_EQ(written("a.txt"), "EDID Analysis Report \r\nof another day");
 }
 
-TEST_F(run_into_folder, tells_where_it_can_not_write) {
+TEST_F(run_into_folder, reports_where_it_can_not_write) {
     put("a.bin", usual_edid());
     put("b.bin", usual_edid());
     EXPECT_FALSE(run({"a.bin", "b.bin"}, 1, "missing"));
@@ -354,7 +354,7 @@ TEST_F(run_into_folder, tells_where_it_can_not_write) {
     EXPECT_TRUE(messages[1].starts_with(path("b.bin") + ": "));
 }
 
-TEST_F(run_into_folder, leaves_the_output_alone_where_it_can_not_write) {
+TEST_F(run_into_folder, leaves_the_output_alone_if_it_can_not_write) {
     put("x/a.bin", usual_edid());
     put("y/a.bin", usual_edid());
     EXPECT_FALSE(run({"x/a.bin", "y/a.bin"}, 1, "out"));

@@ -21,7 +21,7 @@ TEST(a_full_disk, leaves_the_old_files_whole) {
         ASSERT_EQ(desk.fault_after(0), "") << line;
         ASSERT_EQ(desk.left_behind(), 0U) << line;
     }
-    EXPECT_EQ(robot.answer("boxes").find("critical"), std::string::npos) << "a failed save is told nowhere";
+    EXPECT_EQ(robot.answer("boxes").find("critical"), std::string::npos) << "a failed save is not reported";
 }
 
 } // namespace

@@ -75,9 +75,9 @@ std::vector<std::string> saving_desk::saved_files() const {
 std::string saving_desk::fault_after(std::size_t answered) const {
     const std::vector<std::string> found = saved_files();
     const std::vector<std::string>& before = files_after_.at(answered);
-    const std::vector<std::string>& behind = files_after_.at(std::min(answered + 1, script_.size()));
+    const std::vector<std::string>& after = files_after_.at(std::min(answered + 1, script_.size()));
     for (std::size_t i = 0; i < found.size(); ++i) {
-        if (found[i] != before[i] && found[i] != behind[i])
+        if (found[i] != before[i] && found[i] != after[i])
             return std::string(saved_names[i]) + " after " + std::to_string(answered) + " lines is\n" + found[i];
     }
     return "";

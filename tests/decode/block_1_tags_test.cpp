@@ -24,7 +24,7 @@ TEST(block_1, has_a_title_for_each_known_tag_and_none_for_others) {
     }
 }
 
-TEST(block_1, has_the_tag_2_where_it_is_a_cea_861_block) {
+TEST(block_1, has_the_tag_2_if_it_is_a_cea_861_block) {
     EXPECT_EQ(cea_861_tag, 0x02);
     EXPECT_EQ(cea_861_title, "Block 1: CEA 861 Block");
 }

@@ -53,6 +53,26 @@ TEST(data_block, is_named_if_its_decoder_fails) {
               "Decoding the colorimetry data block at address 0xFE: " + beyond);
 }
 
+TEST(data_block, is_reported_missing_for_address_0) {
+    struct {
+        void (*decode)(std::string&, const edid_buffer&, std::uint8_t);
+        int header; ///< of a block that begins at address 0 anyway
+        const char* text;
+    } const rows[] = {
+        {decode_audio_block, 0x23, "No Audio Block"},
+        {decode_video_block, 0x41, "No Video Block"},
+        {decode_vsdb, 0x65, "No Vendor Specific Data Block"},
+        {decode_speaker_block, 0x83, "No Speaker Allocation Data Block"},
+        {decode_video_capability, 0xE2, "No Video Capability Data Block"},
+        {decode_colorimetry, 0xE3, "No Colorimetry Data Block"},
+    };
+    for (const auto& r : rows)
+        EXPECT_EQ(test::text_of([&](std::string& text) {
+                      r.decode(text, edid_of({{0, {r.header, 5, 3}}}), 0);
+                  }),
+                  r.text);
+}
+
 TEST(data_block, reports_what_does_not_fit) {
     EXPECT_EQ(
         sentence_of(decode_video_block, edid_of({{132, {0x41, 107}}}), 132),

@@ -40,7 +40,7 @@ const text_field text_fields[] = {
 void expect_text(const std::string& field, const std::string& expected) {
     for (const text_field& f : text_fields) {
         std::vector<int> bytes = {f.code, 0};
-        for (const int code : codes_of(field + "behind the field"))
+        for (const int code : codes_of(field + "after the field"))
             bytes.push_back(code);
         EXPECT_EQ(descriptor_text(f.code, bytes), f.label + expected);
     }
@@ -96,9 +96,9 @@ TEST(range_limits, are_shown_unchanged) {
 TEST(range_limits, have_three_texts_for_the_timing_formula) {
     for (int formula = 0; formula < 256; ++formula) {
         const std::string text = descriptor_text(0xFD, {0xFD, 0, 1, 2, 3, 4, 5, formula, 7, 8, 9});
-        EXPECT_EQ(test::behind("2nd Timing Formula = ", text), formula == 0   ? "Not supported"
-                                                               : formula == 2 ? "2nd GTF curve supported"
-                                                                              : "?");
+        EXPECT_EQ(test::value_after("2nd Timing Formula = ", text), formula == 0   ? "Not supported"
+                                                                    : formula == 2 ? "2nd GTF curve supported"
+                                                                                   : "?");
     }
 }
 

@@ -12,16 +12,16 @@
 namespace desk {
 namespace {
 
-using test::behind;
 using test::edid_of;
 using test::full_hd;
 using test::full_hd_lines;
 using test::text_of;
 using test::text_till;
+using test::value_after;
 using test::vga;
 using test::vga_lines;
 
-/// What is told of a timing with these bytes.
+/// The text of a timing with these bytes.
 std::string detail_text(const std::vector<int>& timing) {
     return text_of([&](std::string& text) {
         std::uint8_t position = 1;
@@ -36,14 +36,16 @@ std::vector<int> changed(const changes& bytes, std::vector<int> timing = std::ve
         timing.at(n) = value;
     return timing;
 }
-std::string told(const std::string& label, const changes& bytes) { return behind(label, detail_text(changed(bytes))); }
+std::string shown_value(const std::string& label, const changes& bytes) {
+    return value_after(label, detail_text(changed(bytes)));
+}
 
-TEST(detail, is_told_line_by_line) {
+TEST(detail, is_shown_line_by_line) {
     EXPECT_EQ(detail_text(full_hd), full_hd_lines);
     EXPECT_EQ(detail_text(vga), vga_lines);
 }
 
-TEST(detail, lies_at_its_position_from_the_start_on) {
+TEST(detail, is_at_its_position_from_the_start_on) {
     const edid_buffer edid = edid_of({{54, full_hd}, {72, vga}, {228, vga}});
     const auto text_at = [&](std::uint8_t start, std::uint8_t position) {
         return text_of([&](std::string& text) { decode_detail(text, edid, start, position); });
@@ -85,10 +87,10 @@ TEST(pixel_clock, has_three_decimals) {
         {0x64, 0x00, "1.000"},
     };
     for (const row& r : rows)
-        EXPECT_EQ(told("Pixel Clock(MHz) = ", {{0, r.byte_0}, {1, r.byte_1}}), r.clock);
+        EXPECT_EQ(shown_value("Pixel Clock(MHz) = ", {{0, r.byte_0}, {1, r.byte_1}}), r.clock);
 }
 
-TEST(pixel_clock, fails_behind_its_label_from_327_68_mhz_on) {
+TEST(pixel_clock, fails_after_its_label_from_327_68_mhz_on) {
     for (const int byte_1 : {0x80, 0xFF}) {
         const auto decode = [&](std::string& text) {
             std::uint8_t position = 1;
@@ -98,7 +100,7 @@ TEST(pixel_clock, fails_behind_its_label_from_327_68_mhz_on) {
     }
 }
 
-TEST(pixel_clock, tells_which_one_does_not_fit) {
+TEST(pixel_clock, reports_which_one_does_not_fit) {
     std::string text;
     std::uint8_t position = 1;
     EXPECT_EQ(test::sentence_of([&] {
@@ -142,28 +144,28 @@ TEST(figures, are_put_together_from_their_bytes) {
         {"H/V Image Size(mm) =", {{12, 0xFF}, {13, 0xFF}, {14, 0xFF}}, " 4095 / 4095"},
     };
     for (const row& r : rows)
-        EXPECT_EQ(told(r.label, r.bytes), r.pair) << r.label;
+        EXPECT_EQ(shown_value(r.label, r.bytes), r.pair) << r.label;
 }
 
 TEST(borders, are_not_read) { EXPECT_EQ(detail_text(changed({{15, 0xFF}, {16, 0xFF}}, full_hd)), full_hd_lines); }
 
 TEST(scanning_mode, is_the_highest_bit) {
-    EXPECT_EQ(told("Scanning Mode = ", {{17, 0x80}}), "Interlace");
-    EXPECT_EQ(told("Scanning Mode = ", {{17, 0x7F}}), "Non interlace");
+    EXPECT_EQ(shown_value("Scanning Mode = ", {{17, 0x80}}), "Interlace");
+    EXPECT_EQ(shown_value("Scanning Mode = ", {{17, 0x7F}}), "Non interlace");
 }
 
 TEST(stereo, never_comes_up) {
     for (int f = 0; f < 256; ++f)
-        EXPECT_EQ(told("Stereo = ", {{17, f}}), "Normal display no stereo") << f;
+        EXPECT_EQ(shown_value("Stereo = ", {{17, f}}), "Normal display no stereo") << f;
 }
 
-TEST(sync, is_told_by_four_bits) {
+TEST(sync, is_described_by_four_bits) {
     const std::string composite[] = {"SOG", "Sync All", "SOG with Serration", "Sync All with Serration"};
     const std::string digital[] = {"", "", "Sync Locate = with Serration\r\n", "Sync Locate = with Serration\r\n"};
     const std::string signs[] = {"Negative", "Positve"};
     for (int bits = 0; bits < 4; ++bits) {
         const std::string& sign = signs[bits % 2];
-        const std::string told[] = {
+        const std::string shown[] = {
             "Analog Composite\r\nSync Locate = " + composite[bits],
             "Bipolar Analog Composite\r\nSync Locate = " + composite[bits],
             "Digital Composite\r\n" + digital[bits] + "Sync Polarity = " + sign,
@@ -172,7 +174,7 @@ TEST(sync, is_told_by_four_bits) {
         for (int type = 0; type < 4; ++type) {
             for (const int others : {0x00, 0x01, 0x60, 0xE1}) {
                 const std::string text = detail_text(changed({{17, type * 8 + bits * 2 + others}}));
-                EXPECT_EQ(text.substr(text.find("Sync Type")), "Sync Type = " + told[type]) << type << ' ' << bits;
+                EXPECT_EQ(text.substr(text.find("Sync Type")), "Sync Type = " + shown[type]) << type << ' ' << bits;
             }
         }
     }

@@ -11,16 +11,16 @@
 namespace desk {
 namespace {
 
-using test::behind;
 using test::edid_of;
 using test::lines;
 using test::text_of;
+using test::value_after;
 
 std::string dtv_text(const std::vector<int>& from_byte_128, bool is_cea_block1 = true) {
     return text_of([&](std::string& text) { decode_dtv(text, edid_of({{128, from_byte_128}}), is_cea_block1); });
 }
 
-TEST(dtv, is_told_line_by_line) {
+TEST(dtv, is_shown_line_by_line) {
     EXPECT_EQ(dtv_text({2, 3, 4, 0xF1}), lines({
                                              "Block Tag = 2, CEA 861 Extension",
                                              "Revision = 3",
@@ -48,7 +48,7 @@ TEST(dtv, has_a_character_for_the_revision) {
     const std::vector<std::pair<int, std::string>> characters = {
         {0, "0"}, {9, "9"}, {10, ":"}, {80, "\xE2\x82\xAC"}, {207, "\xC3\xBF"}, {208, "\xC4\x80"}, {255, "\xC4\xAF"}};
     for (const auto& [byte, character] : characters)
-        EXPECT_EQ(behind("Revision = ", dtv_text({2, byte})), character) << byte;
+        EXPECT_EQ(value_after("Revision = ", dtv_text({2, byte})), character) << byte;
 }
 
 TEST(dtv, has_a_line_for_each_bit_of_byte_131) {
@@ -57,11 +57,12 @@ TEST(dtv, has_a_line_for_each_bit_of_byte_131) {
     for (const auto& [mask, label] : flags) {
         const std::string alone = dtv_text({2, 3, 4, mask});
         for (const auto& [other_mask, other_label] : flags)
-            EXPECT_EQ(behind(other_label, alone), other_mask == mask ? "Supported" : "Not Supported");
-        EXPECT_EQ(behind(label, dtv_text({2, 3, 4, 0xFF - mask})), "Not Supported");
+            EXPECT_EQ(value_after(other_label, alone), other_mask == mask ? "Supported" : "Not Supported");
+        EXPECT_EQ(value_after(label, dtv_text({2, 3, 4, 0xFF - mask})), "Not Supported");
     }
     for (int number = 0; number < 16; ++number)
-        EXPECT_EQ(behind("Native Format Number =", dtv_text({2, 3, 4, 0xF0 + number})), " " + std::to_string(number));
+        EXPECT_EQ(value_after("Native Format Number =", dtv_text({2, 3, 4, 0xF0 + number})),
+                  " " + std::to_string(number));
 }
 
 } // namespace

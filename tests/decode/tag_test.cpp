@@ -12,7 +12,7 @@ namespace {
 using test::edid_of;
 using test::text_of;
 
-TEST(tag, is_told_with_its_address_in_two_digits_each) {
+TEST(tag, is_shown_with_its_address_in_two_digits_each) {
     const edid_buffer edid = edid_of({{3, {0x0A}}, {57, {0x10}}, {132, {0xA1}}, {255, {0xFF}}});
     const auto text_at = [&](std::uint8_t address) {
         return text_of([&](std::string& text) { print_tag(text, edid, address); });

@@ -12,7 +12,7 @@ protected:
     std::string text = "before ";
 };
 
-TEST_F(pieces, stand_one_behind_the_other) {
+TEST_F(pieces, follow_one_another) {
     print(text, "a", std::string("b"), std::string_view("c"));
     EXPECT_EQ(text, "before abc");
     print(text);
@@ -50,7 +50,7 @@ TEST_F(pieces, can_be_the_character_0) {
     EXPECT_EQ(text, std::string("before \0", 8));
 }
 
-TEST_F(pieces, can_be_a_digit_and_what_comes_behind_the_digits) {
+TEST_F(pieces, can_be_a_digit_and_the_characters_after_the_digits) {
     for (const std::uint32_t value : {0U, 9U, 10U, 17U, 80U, 207U, 208U})
         print_digit(text, value);
     EXPECT_EQ(text, "before 09:A\xE2\x82\xAC\xC3\xBF\xC4\x80");

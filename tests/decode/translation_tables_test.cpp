@@ -72,7 +72,7 @@ TEST_F(descriptors_of_block_0, are_unknown_for_any_other_tag) {
     }
 }
 
-TEST_F(descriptors_of_block_0, are_detail_timings_where_either_byte_of_the_clock_is_not_0) {
+TEST_F(descriptors_of_block_0, are_detail_timings_if_either_byte_of_the_clock_is_not_0) {
     tables.arrange_descriptor(edid_of({{54, {1, 0, 0, 0xFC}}, {72, {0, 1, 0, 0xFF}}, {90, {0x80, 0x80}}}), 0);
     EXPECT_EQ(kinds(4), (std::vector<int>{0xE0, 0xE0, 0xE0, 0xE3}));
 }
@@ -98,7 +98,7 @@ TEST_F(descriptors_of_block_0, leave_the_data_blocks_as_they_are) {
 
 using descriptors_of_block_1 = translation_tables_test;
 
-TEST_F(descriptors_of_block_1, are_all_unknown_for_offset_0_and_start_where_they_did) {
+TEST_F(descriptors_of_block_1, are_all_unknown_for_offset_0_and_keep_their_start) {
     EXPECT_EQ(rows_of(1, {{99, {1}}, {128, {2, 3, 0, 0, 1, 1, 1}}}), all_unknown);
     EXPECT_EQ(tables.descriptor_start, 99);
 }
@@ -249,7 +249,7 @@ TEST_F(data_blocks, fail_beyond_the_edid_with_those_found_before) {
     EXPECT_EQ(tables.cea_dtd_offset, 200);
 }
 
-TEST_F(data_blocks, fail_where_the_extended_tag_lies_beyond_the_edid) {
+TEST_F(data_blocks, fail_if_the_extended_tag_is_beyond_the_edid) {
     const edid_buffer edid =
         edid_of({{130, {128}}, {132, {0x1F}}, {164, {0x1F}}, {196, {0x1F}}, {228, {0x1A}}, {255, {0xE0}}});
     EXPECT_EQ(failure_of([&] { tables.arrange_data_block(edid); }), failure::subscript_out_of_range);

@@ -24,13 +24,6 @@ std::string video_text(const std::vector<int>& descriptors) {
     return text_of([&](std::string& text) { decode_video_block(text, edid_with(descriptors), header_at); });
 }
 
-TEST(video, is_reported_missing_at_address_0) {
-    EXPECT_EQ(text_of([](std::string& text) {
-                  decode_video_block(text, edid_of({{0, {0x41, 4}}}), 0);
-              }),
-              "No Video Block");
-}
-
 TEST(video, is_empty_for_a_block_without_descriptors) { EXPECT_EQ(video_text({}), ""); }
 
 // tests/golden/61 and 62 have the texts of all codes

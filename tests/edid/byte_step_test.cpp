@@ -69,7 +69,7 @@ TEST_F(byte_step_test, looks_at_the_two_checksums_when_they_come) {
     EXPECT_EQ(changed(), strings{"txt_write.text"});
 }
 
-TEST_F(byte_step_test, takes_the_repair_away_for_a_right_block) {
+TEST_F(byte_step_test, hides_the_repair_of_a_correct_block) {
     for (button& repair : view.cmd_recover)
         repair.visible = true;
     texts.recover_sum = {7, 8};
@@ -95,7 +95,7 @@ TEST_F(byte_step_test, fails_before_it_shows_the_byte_of_a_block_that_needs_256)
     }
 }
 
-TEST_F(byte_step_test, shows_nothing_of_the_line_that_fails) {
+TEST_F(byte_step_test, does_not_show_the_line_that_fails) {
     const std::string data = needing_256(good_edid(), 0);
     take_all(line_by_line, data.substr(0, 120));
     line_by_line.finish_line();

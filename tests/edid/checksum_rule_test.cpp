@@ -13,8 +13,8 @@ namespace {
 
 using test::byte_at;
 
-/// A rule that has taken these bytes.
-checksum_rule rule_behind(std::string_view data) {
+/// A rule after taking these bytes.
+checksum_rule rule_after(std::string_view data) {
     checksum_rule rule;
     for (std::size_t i = 0; i < data.size(); ++i)
         rule.take(static_cast<std::uint8_t>(byte_at(data, i)));
@@ -44,32 +44,32 @@ TEST(checksum_rule, compares_the_last_byte_of_each_block_and_no_other) {
     EXPECT_EQ(compared, (std::vector<std::size_t>{127, 255}));
 }
 
-TEST(checksum_rule, knows_the_right_byte_alone) {
+TEST(checksum_rule, accepts_only_the_right_byte) {
     const std::string data = test::some_bytes(256);
     for (const std::size_t block : {0U, 1U}) {
-        const checksum_rule rule = rule_behind(data.substr(0, 128 * block + 127));
+        const checksum_rule rule = rule_after(data.substr(0, 128 * block + 127));
         const int needed = test::needed_by(data, block);
         for (int byte = 0; byte < 256; ++byte) {
             const auto sum = rule.compare(static_cast<std::uint8_t>(byte));
             ASSERT_TRUE(sum);
             EXPECT_EQ(sum->block, block);
-            EXPECT_EQ(sum->needed, needed) << "whatever byte stands there";
+            EXPECT_EQ(sum->needed, needed) << "whatever the byte is";
             EXPECT_EQ(sum->correct, byte == needed) << byte;
         }
     }
 }
 
-TEST(checksum_rule, begins_block_1_from_nothing) {
+TEST(checksum_rule, restarts_at_block_1) {
     for (const char checksum : {'\0', '\x50'}) {
         const std::string block_0 = std::string(127, '\x11') + checksum;
-        const auto sum = rule_behind(block_0 + std::string(127, '\x02')).compare(2);
+        const auto sum = rule_after(block_0 + std::string(127, '\x02')).compare(2);
         ASSERT_TRUE(sum);
         EXPECT_EQ(sum->needed, 2) << "127 times 2 lacks 2 to 256";
         EXPECT_TRUE(sum->correct);
     }
 }
 
-TEST(checksum_rule, overflows_where_its_sum_no_longer_fits_into_32_bits) {
+TEST(checksum_rule, overflows_if_its_sum_does_not_fit_into_32_bits) {
     checksum_rule rule;
     const auto take_all = [&] {
         for (int i = 0; i < 8'421'000; ++i)

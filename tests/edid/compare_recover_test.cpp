@@ -33,8 +33,8 @@ protected:
         view.lab_pass.caption = "PASS";
         view.txt_msg.text = "old";
     }
-    /// What COMP tells of so many bytes that differ.
-    std::string told_of(int different) {
+    /// The message of COMP for this number of differing bytes.
+    std::string result_of(int different) {
         buffers.write_buff = buffer_of(some_bytes(256));
         buffers.read_buff = buffers.write_buff;
         for (int i = 0; i < different; ++i)
@@ -67,8 +67,8 @@ TEST_F(comp, has_its_caption_and_no_mark_when_its_box_comes) {
     EXPECT_EQ(frames, strings{"box: COMPARE[]"});
 }
 
-TEST_F(comp, passes_where_all_bytes_are_the_same) {
-    EXPECT_EQ(told_of(0), "Comparing ...\r\nMatch entirely.");
+TEST_F(comp, passes_if_all_bytes_are_the_same) {
+    EXPECT_EQ(result_of(0), "Comparing ...\r\nMatch entirely.");
     EXPECT_EQ(view.fra_compare.caption, "COMPARE");
     EXPECT_TRUE(view.fra_compare.visible);
     EXPECT_TRUE(view.cmd_ok.enabled);
@@ -78,20 +78,20 @@ TEST_F(comp, passes_where_all_bytes_are_the_same) {
 }
 
 TEST_F(comp, fails_with_the_count_of_the_bytes_that_differ) {
-    EXPECT_EQ(told_of(1), "Comparing ...\r\nThere are 1 wrong data!");
+    EXPECT_EQ(result_of(1), "Comparing ...\r\nThere are 1 wrong data!");
     EXPECT_EQ(view.lab_pass.caption, "FAIL");
     EXPECT_EQ(view.lab_pass.fore_color, 255U);
     EXPECT_TRUE(view.cmd_ok.enabled);
-    EXPECT_EQ(told_of(3), "Comparing ...\r\nThere are 3 wrong data!");
-    EXPECT_EQ(told_of(256), "Comparing ...\r\nThere are 256 wrong data!");
-    EXPECT_EQ(told_of(0), "Comparing ...\r\nMatch entirely.");
+    EXPECT_EQ(result_of(3), "Comparing ...\r\nThere are 3 wrong data!");
+    EXPECT_EQ(result_of(256), "Comparing ...\r\nThere are 256 wrong data!");
+    EXPECT_EQ(result_of(0), "Comparing ...\r\nMatch entirely.");
 }
 
 TEST_F(comp, touches_its_frame_alone_and_sends_nothing) {
-    told_of(5);
+    result_of(5);
     view.lab_pass.caption = "";
     remember();
-    told_of(4);
+    result_of(4);
     EXPECT_EQ(changed(), (strings{"lab_pass.caption", "read_buff", "txt_msg.text"}));
     EXPECT_TRUE(m.port.take_written().empty());
     EXPECT_EQ(m.events.pumps, 1) << "that of the port's opening";
@@ -173,7 +173,7 @@ TEST_F(repair, keeps_the_character_before_its_mark_in_block_0_alone) {
     EXPECT_EQ(view.txt_write.text, "AB-//7F\r\nCD //FF\r\n");
 }
 
-TEST_F(repair, of_block_1_cuts_off_what_stands_behind_it) {
+TEST_F(repair, of_block_1_cuts_off_everything_after_it) {
     const std::string data = some_bytes(300);
     view.txt_write.text = window_text_of(data);
     texts.recover_sum = {0x12, 0x34};
@@ -205,7 +205,7 @@ TEST_F(repair, fails_without_three_characters_before_its_mark) {
     }
 }
 
-TEST_F(repair, knows_two_blocks) {
+TEST_F(repair, has_only_two_blocks) {
     view.txt_write.text = " " + window_text_of(wrong) + " ";
     remember();
     EXPECT_EQ(failure_of([&] { comparison.cmd_recover_click(2); }), failure::subscript_out_of_range);

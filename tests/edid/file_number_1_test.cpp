@@ -27,7 +27,7 @@ protected:
     file_number_1 number;
 };
 
-TEST_F(file_number_1_test, gives_what_a_file_holds) {
+TEST_F(file_number_1_test, reads_the_contents_of_a_file) {
     const std::string content("a\r\n\0\xFF", 5);
     directory.put("ä.bin", content);
     EXPECT_EQ(number.open_for_reading(path("ä.bin")), content);
@@ -43,7 +43,7 @@ TEST_F(file_number_1_test, is_taken_from_opening_to_closing) {
     expect_failures("a", std::nullopt);
 }
 
-TEST_F(file_number_1_test, is_free_behind_what_can_not_be_read) {
+TEST_F(file_number_1_test, is_free_after_an_unreadable_file) {
     std::filesystem::create_directory(directory / "folder");
     directory.put("a", "x");
     EXPECT_EQ(failure_of([&] { number.open_for_reading(path("none")); }), failure::file_not_found);
@@ -51,7 +51,7 @@ TEST_F(file_number_1_test, is_free_behind_what_can_not_be_read) {
     expect_failures("a", std::nullopt);
 }
 
-TEST_F(file_number_1_test, is_free_behind_what_is_written_and_what_can_not_be) {
+TEST_F(file_number_1_test, is_free_after_a_write_and_after_a_failed_write) {
     directory.put("a", "x");
     EXPECT_EQ(failure_of([&] { number.replace(path("none/a"), "x"); }), failure::path_file_access_error);
     EXPECT_EQ(failure_of([&] { number.write_over(path("none/a"), "x"); }), failure::path_file_access_error);

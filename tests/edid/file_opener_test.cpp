@@ -489,7 +489,7 @@ TEST_F(previous_file, that_is_gone_is_reported_and_removed) {
     EXPECT_EQ(fields.edid_file_name, "");
 }
 
-TEST_F(previous_file, that_is_a_folder_is_gone) {
+TEST_F(previous_file, that_is_a_folder_is_missing) {
     std::filesystem::create_directory(directory / "folder.hex");
     put_list({"folder.hex"});
     press(0);

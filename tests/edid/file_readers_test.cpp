@@ -20,7 +20,7 @@ using test::some_bytes;
 
 constexpr std::size_t lengths[] = {0, 1, 20, 127, 128, 129, 255, 256, 257, 300};
 
-/// Takes note of what comes: each byte as itself, and the rest as marks in `events`.
+/// Records the bytes, and the other calls as marks in `events`.
 class noted_bytes final : public byte_receiver {
 public:
     std::string data;
@@ -28,19 +28,19 @@ public:
 
     void take(std::uint8_t byte) override {
         data.push_back(static_cast<char>(byte));
-        ++behind_mark_;
+        ++after_mark_;
     }
     void finish_line() override { mark("|"); }
     void start_again() override { mark(" again "); }
     void finish_one_block() override { mark(" one block"); }
-    std::string all_events() const { return events + (behind_mark_ == 0 ? "" : std::to_string(behind_mark_)); }
+    std::string all_events() const { return events + (after_mark_ == 0 ? "" : std::to_string(after_mark_)); }
 
 private:
     void mark(const char* what) {
-        events += (behind_mark_ == 0 ? "" : std::to_string(behind_mark_)) + what;
-        behind_mark_ = 0;
+        events += (after_mark_ == 0 ? "" : std::to_string(after_mark_)) + what;
+        after_mark_ = 0;
     }
-    int behind_mark_ = 0;
+    int after_mark_ = 0;
 };
 
 struct reading {
@@ -68,7 +68,7 @@ std::string bytes_of_hex(std::string_view file) {
 struct notation {
     const char* name;
     const char* in_front; ///< of each byte
-    const char* behind;
+    const char* after;
     bool upper;
     const char* comment; ///< of each line
 };
@@ -77,12 +77,12 @@ void PrintTo(const notation& as, std::ostream* out) { *out << as.name; }
 
 const notation notations[] = {
     {"digits_alone", "", "", true, ""},
-    {"blanks", "", " ", true, ""},
+    {"spaces", "", " ", true, ""},
     {"lower_case", "", " ", false, ""},
     {"tabs", "\t", "", true, ""},
-    {"tabs_behind", "", "\t\t", true, "\t"},
+    {"tabs_after", "", "\t\t", true, "\t"},
     {"commas", "", ",", true, ""},
-    {"commas_and_blanks", " ", " , ", true, ""},
+    {"commas_and_spaces", " ", " , ", true, ""},
     {"prefixes", "0x", " ", true, ""},
     {"prefixes_alone", "0x", "", true, ""},
     {"c_language", "0x", ",", true, " //7F"},
@@ -92,13 +92,13 @@ const notation notations[] = {
     {"semicolons", "", ";", true, "\t// comment \t"},
 };
 
-/// Bytes in lines of so many, each line but the last with this end.
+/// Bytes in lines of this many, each line but the last with this end.
 std::string written(std::string_view data, const notation& as, std::size_t bytes_of_line, const std::string& end) {
     std::string file;
     for (std::size_t i = 0; i < data.size(); ++i) {
         if (i % bytes_of_line == 0 && i > 0) file += as.comment + end;
         const std::string digits = hex2(static_cast<std::uint8_t>(byte_at(data, i)));
-        file += as.in_front + (as.upper ? digits : lower_case(digits)) + as.behind;
+        file += as.in_front + (as.upper ? digits : lower_case(digits)) + as.after;
     }
     return file;
 }
@@ -132,7 +132,7 @@ TEST_P(hex_notation, finishes_each_line_once) {
     }
 }
 
-TEST(read_hex, passes_over_a_line_of_16_megabytes_of_tabs_at_once) {
+TEST(read_hex, skips_a_line_of_16_megabytes_of_tabs_at_once) {
     const std::string tabs(std::size_t{16} * 1024 * 1024, '\t');
     EXPECT_EQ(bytes_of_hex(tabs + "A1" + tabs), "A1 ");
 }
@@ -146,7 +146,7 @@ TEST(read_hex, skips_an_empty_line_without_any_effect) {
     EXPECT_EQ(hex_reading("11\r\n\r\n \t \n// FF\n\t/\n22\n").bytes.all_events(), "1|1|");
 }
 
-TEST(read_hex, takes_words_and_signs_for_digits_and_separators) {
+TEST(read_hex, reads_digits_and_separators_in_words_and_signs) {
     const std::pair<const char*, const char*> files[] = {
         {"A,B,", "0A 0B "}, // a separator completes a digit
         {"0xA,0xB;", "0A 0B "},
@@ -179,7 +179,7 @@ TEST(read_hex, drops_a_single_digit_at_the_end_of_a_line) {
     }
 }
 
-TEST(read_hex, completes_a_single_digit_at_a_blank_or_tab_that_cleaning_takes) {
+TEST(read_hex, completes_a_single_digit_at_a_space_or_tab_that_cleaning_removes) {
     for (const std::string end : {" ", "\t", "  ", "\t ", " \r\n", "\t\r\n", " //D", "\t/D", " \t // D \n"}) {
         EXPECT_EQ(bytes_of_hex("AB C" + end), "AB 0C ") << end;
         EXPECT_EQ(bytes_of_hex("C" + end), "0C ") << end;
@@ -200,7 +200,7 @@ TEST(read_hex, stops_at_the_x_and_does_not_finish_its_line) {
     EXPECT_EQ(r.bytes.all_events(), "2|1");
 }
 
-TEST(read_hex, knows_cr_lf_as_one_end_and_lf_cr_as_two) {
+TEST(read_hex, counts_cr_lf_as_one_end_and_lf_cr_as_two) {
     EXPECT_EQ(hex_reading("11\r\n22\n\r33").bytes.all_events(), "1|1|1|");
     EXPECT_EQ(bytes_of_hex("1\r2\n3\r\n4 "), "04 ");
 }
@@ -214,14 +214,14 @@ TEST(read_bin, gives_every_byte_of_every_length) {
     }
 }
 
-TEST(read_bin, takes_no_byte_for_an_end) {
+TEST(read_bin, treats_no_byte_as_an_end) {
     const std::string data("\r\n\0\x1A/x \xFF", 8);
     noted_bytes bytes;
     EXPECT_TRUE(read_bin(data, bytes));
     EXPECT_EQ(bytes.data, data);
 }
 
-/// So many bytes with the header in front.
+/// This many bytes, beginning with the header.
 std::string with_header(std::size_t length) { return edid_header + some_bytes(length - edid_header.size()); }
 
 struct capture {
@@ -241,7 +241,7 @@ capture read_capture(std::string_view file) {
     return c;
 }
 
-TEST(read_ddc, gives_the_last_256_bytes_behind_any_junk) {
+TEST(read_ddc, gives_the_last_256_bytes_after_any_junk) {
     const std::string edid = with_header(256);
     for (const std::size_t junk : {0U, 1U, 44U, 128U, 1000U}) {
         const capture c = read_capture(std::string(junk, '\x55') + edid);
@@ -251,7 +251,7 @@ TEST(read_ddc, gives_the_last_256_bytes_behind_any_junk) {
     }
 }
 
-TEST(read_ddc, gives_the_last_128_bytes_where_256_have_no_header) {
+TEST(read_ddc, gives_the_last_128_bytes_if_256_have_no_header) {
     const std::string block = with_header(128);
     for (const std::size_t junk : {128U, 129U, 172U, 1000U}) {
         const capture c = read_capture(std::string(junk, '\x55') + block);
@@ -286,7 +286,7 @@ TEST(read_ddc, prefers_the_header_of_the_last_256_bytes) {
     EXPECT_EQ(c.read.bytes.all_events(), "256");
 }
 
-TEST(read_ddc, finds_no_header_that_stands_elsewhere) {
+TEST(read_ddc, finds_no_header_elsewhere) {
     const std::string edid = with_header(256);
     for (const std::size_t trailing : {1U, 127U, 129U})
         EXPECT_THROW(read_capture(edid + std::string(trailing, '\x55')), tired_of_looking) << trailing;
@@ -294,7 +294,7 @@ TEST(read_ddc, finds_no_header_that_stands_elsewhere) {
         << "this one is 256 bytes before the end";
 }
 
-TEST(read_ddc, looks_again_and_again_where_neither_place_has_the_header) {
+TEST(read_ddc, looks_again_and_again_if_neither_place_has_the_header) {
     noted_bytes bytes;
     int looks = 0;
     const auto another_look = [&] {

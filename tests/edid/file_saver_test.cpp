@@ -93,7 +93,7 @@ TEST_F(save_dialog, offers_the_last_name_without_its_last_four_characters) {
     }
 }
 
-TEST_F(save_dialog, does_not_come_where_the_last_name_is_too_short) {
+TEST_F(save_dialog, does_not_appear_if_the_last_name_is_too_short) {
     fields.edid_file_name = "/edids/abc";
     remember();
     view.cmd_save_write.on_click();
@@ -102,7 +102,7 @@ TEST_F(save_dialog, does_not_come_where_the_last_name_is_too_short) {
     EXPECT_EQ(changed(), strings{}) << "it fails in silence";
 }
 
-TEST_F(save_dialog, ends_all_where_it_is_cancelled_or_names_nothing) {
+TEST_F(save_dialog, ends_the_action_if_it_is_cancelled_or_empty) {
     remember();
     view.cmd_save_write.on_click();
     m.files.choices = {file_choice{"", 2}};
@@ -124,7 +124,7 @@ TEST_F(overwriting, is_asked_for) {
     EXPECT_EQ(directory.content("old.bin"), good_edid());
 }
 
-TEST_F(overwriting, asks_anew_from_the_start_behind_no) {
+TEST_F(overwriting, asks_again_from_the_start_after_no) {
     fields.edid_file_name = "/edids/some.hex";
     m.files.choices = {file_choice{path("old.bin"), 2}, file_choice{path("old.bin"), 2},
                        file_choice{path("new.bin"), 2}};
@@ -140,7 +140,7 @@ TEST_F(overwriting, asks_anew_from_the_start_behind_no) {
     EXPECT_EQ(directory.content("old.bin"), "old content");
 }
 
-TEST_F(overwriting, is_not_asked_for_behind_a_change_of_the_name) {
+TEST_F(overwriting, is_not_asked_for_after_a_change_of_the_name) {
     save_write("old.txt", bin_kind);
     EXPECT_TRUE(m.boxes.all.empty());
     EXPECT_EQ(directory.content("old.bin"), good_edid());
@@ -191,7 +191,7 @@ TEST_F(saved_file, has_the_chosen_style) {
     EXPECT_EQ(directory.content("a.hex"), window_text_of(good_edid()) + "\r\n");
 }
 
-TEST_F(saved_file, of_the_write_side_takes_over_name_title_and_list) {
+TEST_F(saved_file, of_the_write_side_sets_name_title_and_list) {
     view.lab_pre_f[0].caption = path("before.hex");
     fields.edid_file_name = path("before.hex");
     remember();
@@ -225,9 +225,9 @@ TEST_F(saved_file, of_any_side_but_the_first_is_that_of_the_read_window) {
     EXPECT_EQ(directory.content("b.bin"), good_edid());
 }
 
-TEST_F(saved_file, holds_the_text_as_it_is_behind_the_question_for_the_style) {
+TEST_F(saved_file, holds_the_text_as_it_is_after_the_question_for_the_style) {
     saver.choose_hex_type = [this] {
-        EXPECT_EQ(fields.edid_file_name, "") << "the name is taken over behind the question";
+        EXPECT_EQ(fields.edid_file_name, "") << "the name is taken over after the question";
         EXPECT_EQ(form.caption, "VELOTRACE ");
         EXPECT_FALSE(directory.has("a.hex"));
         view.txt_write.text = "11 ";
@@ -278,7 +278,7 @@ protected:
     }
 };
 
-TEST_F(failing_save, into_a_folder_that_is_gone_is_silent) {
+TEST_F(failing_save, into_a_missing_folder_is_silent) {
     for (const char* folder : {"gone", "file"}) {
         directory.put("file", "no folder");
         expect_silent_failure(std::string(folder) + "/a.hex", hex_kind);
@@ -311,7 +311,7 @@ TEST_F(failing_save, of_bin_half_way_leaves_the_old_file_whole) {
     expect_number_1_free();
 }
 
-TEST_F(failing_save, onto_a_pipe_is_silent_and_waits_for_nobody) {
+TEST_F(failing_save, onto_a_pipe_is_silent_and_does_not_wait) {
     const test::temporary_directory elsewhere;
     for (const char* name : {"a.bin", "a.hex"}) {
         const std::filesystem::path pipe = elsewhere / name;
@@ -323,7 +323,7 @@ TEST_F(failing_save, onto_a_pipe_is_silent_and_waits_for_nobody) {
 }
 #endif
 
-TEST_F(failing_save, behind_a_file_that_was_left_open_writes_nothing) {
+TEST_F(failing_save, after_a_file_that_was_left_open_writes_nothing) {
     directory.put("old.hex", "old content");
     directory.put("old.bin", "old content");
     open_bytes("short.ddc", "x");

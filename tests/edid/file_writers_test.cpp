@@ -35,12 +35,12 @@ TEST(bin_of, has_a_byte_for_each_pair) {
         EXPECT_EQ(bin_of(window_text_of(some_bytes(length))), some_bytes(length)) << length;
 }
 
-TEST(bin_of, takes_any_text_by_its_places) {
-    EXPECT_EQ(bin_of("Reading HDMI"), std::string("\x00\x0D\x00\x0D", 4)) << "Re, di, g and a blank, DM";
-    EXPECT_EQ(bin_of("\r\nLink Error !\r\n"), std::string(4, '\0')) << "Li, k and a blank, rr, r and a blank";
+TEST(bin_of, reads_any_text_by_position) {
+    EXPECT_EQ(bin_of("Reading HDMI"), std::string("\x00\x0D\x00\x0D", 4)) << "Re, di, g and a space, DM";
+    EXPECT_EQ(bin_of("\r\nLink Error !\r\n"), std::string(4, '\0')) << "Li, k and a space, rr, r and a space";
 }
 
-TEST(simple_hex_of, is_the_text_as_it_stands_and_a_line_end) {
+TEST(simple_hex_of, is_the_unchanged_text_and_a_line_end) {
     EXPECT_EQ(simple_hex_of(""), "\r\n");
     EXPECT_EQ(simple_hex_of("00 FF "), "00 FF \r\n");
     EXPECT_EQ(simple_hex_of(window_text_of(edid)), window_text_of(edid) + "\r\n");
@@ -52,7 +52,7 @@ TEST(c_language_hex_of, has_a_line_for_each_line) {
     EXPECT_EQ(c_language_hex_of("3C //7F\r\n\r\n02 //87\r\n"), "0x3C, //7F\r\n\r\n0x02, //87\r\n");
 }
 
-TEST(c_language_hex_of, loses_the_bytes_behind_the_last_comment) {
+TEST(c_language_hex_of, loses_the_bytes_after_the_last_comment) {
     EXPECT_EQ(c_language_hex_of("01 02 03 "), "");
     EXPECT_EQ(read_again(c_language_hex_of(window_text_of(some_bytes(20)))), some_bytes(16));
     EXPECT_EQ(c_language_hex_of("01 //7\r\n02 //F"), "0x01, //7\r\n") << "a comment without its CR";

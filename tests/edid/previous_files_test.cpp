@@ -59,7 +59,7 @@ TEST_F(previous_files_test, move_one_that_they_have_to_the_front) {
     }
 }
 
-TEST_F(previous_files_test, tell_names_apart_by_every_letter) {
+TEST_F(previous_files_test, compare_names_letter_by_letter) {
     set_list({"C:\\edid.hex", "B"});
     EXPECT_EQ(list_with("C:\\EDID.hex"), (strings{"C:\\EDID.hex", "C:\\edid.hex", "B", "", "", "", "", "", "", ""}));
     EXPECT_EQ(list_with("C:\\edid.hex "),
@@ -71,13 +71,13 @@ TEST_F(previous_files_test, take_the_first_of_two_that_are_the_same) {
     EXPECT_EQ(list_with("b"), (strings{"b", "a", "c", "b", "d", "", "", "", "", ""}));
 }
 
-TEST_F(previous_files_test, close_the_gap_of_one_that_is_forgotten) {
+TEST_F(previous_files_test, close_the_gap_of_a_removed_one) {
     EXPECT_EQ(list_without(0), (strings{"b", "c", "d", "e", "f", "g", "h", "i", "j", ""}));
     EXPECT_EQ(list_without(4), (strings{"a", "b", "c", "d", "f", "g", "h", "i", "j", ""}));
     EXPECT_EQ(list_without(9), (strings{"a", "b", "c", "d", "e", "f", "g", "h", "i", ""}));
 }
 
-TEST_F(previous_files_test, light_the_one_under_the_mouse_alone) {
+TEST_F(previous_files_test, highlight_only_the_one_under_the_mouse) {
     view.fra_pre_f.back_color = 0x123456;
     for (std::size_t lit = 0; lit < 10; ++lit) {
         view.lab_pre_f.at(lit).on_mouse_move();

@@ -46,7 +46,7 @@ TEST_F(rescue_test, leaves_empty_windows_alone) {
     EXPECT_EQ(own.file_count(), 0u);
 }
 
-TEST_F(rescue_test, keeps_what_no_file_holds) {
+TEST_F(rescue_test, keeps_texts_that_no_file_holds) {
     view.txt_read.text = window_text_of(good_edid());
     view.txt_write.text = window_text_of(some_bytes(256));
     EXPECT_EQ(rescue(), kept("READ", "rescued_read.hex") + "\n" + kept("WRITE", "rescued_write.hex"));
@@ -100,14 +100,14 @@ TEST_F(rescue_test, needs_no_copy_of_what_was_saved) {
     EXPECT_EQ(own.file_count(), 0u);
 }
 
-TEST_F(rescue_test, keeps_what_the_initialiser_style_has_lost) {
+TEST_F(rescue_test, keeps_bytes_lost_by_the_initializer_style) {
     view.txt_read.text = window_text_of(some_bytes(12));
     hex_type_choice = 2;
     save(view.cmd_save_read, "c.hex", hex_kind);
     EXPECT_EQ(rescue(), kept("READ", "rescued_read.hex"));
 }
 
-TEST_F(rescue_test, keeps_what_the_file_no_longer_holds) {
+TEST_F(rescue_test, keeps_a_text_that_its_file_no_longer_holds) {
     view.txt_read.text = window_text_of(good_edid());
     save(view.cmd_save_read, "r.hex", hex_kind);
     directory.put("r.hex", window_text_of(some_bytes(256)));
@@ -124,7 +124,7 @@ TEST_F(rescue_test, does_not_wait_for_a_capture_that_has_lost_its_header) {
     EXPECT_EQ(rescue(), kept("WRITE", "rescued_write.hex"));
 }
 
-TEST_F(rescue_test, takes_a_status_text_for_no_edid) {
+TEST_F(rescue_test, does_not_keep_a_status_text) {
     for (const char* status :
          {"Reading HDMI/DVI-OUT's edid ...", "Reading VGA(PC/HD-OUT)'s edid ...\r\nLink Error !\r\n",
           "\r\nLink Error !\r\n", "\r\nTimeout ! Read fail !"}) {
@@ -247,7 +247,7 @@ TEST_F(rescue_without_room_test, keeps_the_texts_of_two_users) {
     }
 }
 
-TEST_F(rescue_without_room_test, tells_that_the_disk_is_full) {
+TEST_F(rescue_without_room_test, reports_a_full_disk) {
     view.txt_write.text = window_text_of(good_edid());
     own.put("rescued_read.hex", "older");
     {

@@ -17,7 +17,7 @@ protected:
     }
 };
 
-TEST_F(result_frame_test, begins_without_a_result_and_with_a_dead_ok) {
+TEST_F(result_frame_test, begins_without_a_result_and_with_ok_disabled) {
     remember();
     result.begin("WRITE", "Writing ...\r\n");
     EXPECT_EQ(view.fra_compare.caption, "WRITE");
@@ -29,7 +29,7 @@ TEST_F(result_frame_test, begins_without_a_result_and_with_a_dead_ok) {
                                   "txt_msg.text"}));
 }
 
-TEST_F(result_frame_test, appends_what_it_tells) {
+TEST_F(result_frame_test, appends_its_messages) {
     result.begin("WRITE", "a\r\n");
     result.append("b");
     result.append("c\r\n");

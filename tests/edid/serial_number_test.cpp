@@ -40,7 +40,7 @@ protected:
     }
 };
 
-TEST_F(serial_number_test, stands_in_bytes_12_to_15_with_the_lowest_first) {
+TEST_F(serial_number_test, is_bytes_12_to_15_lowest_first) {
     EXPECT_EQ(number_in(buff::write, std::string("\x00\x00\x00\x00", 4)), 0);
     EXPECT_EQ(number_in(buff::write, std::string("\x01\x00\x00\x00", 4)), 1);
     EXPECT_EQ(number_in(buff::write, std::string("\x00\x01\x00\x00", 4)), 256);
@@ -150,7 +150,7 @@ TEST_F(serial_number_test, fails_for_a_block_that_then_needs_256) {
     EXPECT_EQ(buffers.write_buff, buffer_of(expected)) << "the number is stored, and the old checksum stays";
 }
 
-TEST_F(serial_number_test, mends_random_blocks_that_can_be_mended) {
+TEST_F(serial_number_test, corrects_random_blocks_if_possible) {
     test::random_edids random(6);
     for (int i = 0; i < 300; ++i) {
         const std::string bytes = random.next();

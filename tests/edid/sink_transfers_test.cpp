@@ -47,8 +47,8 @@ protected:
         all.insert(all.end(), more.begin(), more.end());
         return all;
     }
-    /// Does something in the first pump behind a command's answer in which the next one is waited for.
-    void behind_command(const std::string& command, const std::function<void()>& work) {
+    /// Does something in the first pump after a command's answer that waits for the next answer.
+    void after_command(const std::string& command, const std::function<void()>& work) {
         m.events.on_pump = [this, command, work, answered = false, begun = false]() mutable {
             if (!last_written(command) || begun) return;
             answered = answered || link.rx_done;
@@ -64,7 +64,7 @@ protected:
 
     /// The frame's caption, its text with "|" for each line's end, and its mark with the state of OK: "WRITE: a|b PASS
     /// live".
-    std::string told() const {
+    std::string frame_text() const {
         std::string text = view.txt_msg.text;
         for (std::size_t at = 0; (at = text.find("\r\n", at)) != std::string::npos;)
             text.replace(at, 2, "|");
@@ -128,7 +128,7 @@ TEST_F(sink_test, without_a_name_is_not_named) {
     EXPECT_FALSE(fields.read_ok);
 }
 
-TEST_F(sink_test, is_used_whatever_number_the_answers_have) {
+TEST_F(sink_test, is_used_with_any_number_in_the_answers) {
     answers = {{"ESC001", "ESC777"}, {"ERD001", "ERD000"}};
     transfers.read_sink();
     EXPECT_TRUE(fields.read_ok);
@@ -146,7 +146,7 @@ protected:
             if (++rounds == round) work();
         };
     }
-    /// The sink brings its EDID in pieces, each so many milliseconds behind the one before.
+    /// The sink sends its EDID in pieces, `ms_between` milliseconds apart.
     void bring_in_pieces(std::size_t size, std::int64_t ms_between) {
         sink = "";
         piece_size = size;
@@ -173,26 +173,21 @@ protected:
     std::int64_t piece_ms = 0;
 };
 
-TEST_F(sink_read, takes_256_bytes_in_any_pieces_and_no_window_follows) {
+TEST_F(sink_read, takes_256_bytes_in_any_pieces_at_any_rate_and_shows_none) {
     remember();
     transfers.read_sink();
     expect_good_read();
     EXPECT_EQ(changed(), strings{"read_buff"});
-    for (const std::size_t size : {1U, 7U, 100U, 128U, 255U}) {
-        bring_in_pieces(size, 15);
+    const std::pair<std::size_t, std::int64_t> pieces[] = {{1, 15}, {1, 700}, {7, 15}, {100, 15}, {128, 15}, {255, 15}};
+    for (const auto& [size, ms_between] : pieces) {
+        bring_in_pieces(size, ms_between);
         buffers.read_buff.fill(0x33);
         transfers.read_sink();
         expect_good_read();
     }
 }
 
-TEST_F(sink_read, takes_a_stream_however_slow) {
-    bring_in_pieces(1, 700);
-    transfers.read_sink();
-    expect_good_read();
-}
-
-TEST_F(sink_read, throws_away_what_comes_with_the_last_byte) {
+TEST_F(sink_read, discards_bytes_that_come_with_the_last_one) {
     sink = good_edid().substr(0, 200);
     in_round(40, [this] { m.port.arrive(good_edid().substr(200) + "more"); });
     transfers.read_sink();
@@ -200,7 +195,7 @@ TEST_F(sink_read, throws_away_what_comes_with_the_last_byte) {
     EXPECT_TRUE(m.port.waiting.empty());
 }
 
-TEST_F(sink_read, leaves_what_comes_later_to_others) {
+TEST_F(sink_read, leaves_later_bytes_to_others) {
     in_round(1, [this] { m.events.in(100, [this] { m.port.arrive("later"); }); });
     transfers.read_sink();
     expect_good_read();
@@ -209,7 +204,7 @@ TEST_F(sink_read, leaves_what_comes_later_to_others) {
     EXPECT_EQ(string_of(m.port.waiting), "later");
 }
 
-TEST_F(sink_read, fails_behind_150_waits_without_a_byte) {
+TEST_F(sink_read, fails_after_150_waits_without_a_byte) {
     sink = "";
     view.txt_read.text = "before";
     in_round(0, [] {});
@@ -233,7 +228,7 @@ TEST_F(sink_read, waits_for_the_first_clock_step_above_1_ms_each_time) {
     EXPECT_EQ(m.events.now - started, limit * 2);
 }
 
-TEST_F(sink_read, waits_anew_behind_each_piece) {
+TEST_F(sink_read, restarts_its_waits_after_each_piece) {
     sink = "";
     in_round(limit - 1, [this] { m.port.arrive(good_edid().substr(0, 255)); });
     transfers.read_sink();
@@ -266,7 +261,7 @@ TEST_F(sink_read, takes_its_bytes_without_the_receiver) {
     EXPECT_EQ(link.rx_text, "ERD001");
 }
 
-TEST_F(sink_read, tells_in_a_box_that_another_read_has_failed_in_the_middle_of_it) {
+TEST_F(sink_read, reports_in_a_box_that_another_read_failed_during_it) {
     view.txt_read.text = "before";
     in_round(1, [this] { fields.read_ok = false; });
     transfers.read_sink();
@@ -274,7 +269,7 @@ TEST_F(sink_read, tells_in_a_box_that_another_read_has_failed_in_the_middle_of_i
     EXPECT_EQ(m.boxes.all, boxes{(test::noted_boxes::shown{"Wrong response!", box_icon::critical, box_buttons::ok})});
 }
 
-TEST_F(sink_read, tells_its_own_timeout_behind_the_failure_of_another) {
+TEST_F(sink_read, reports_its_own_timeout_after_the_failure_of_another) {
     sink = "";
     in_round(1, [this] { fields.read_ok = false; });
     transfers.read_sink();
@@ -282,7 +277,7 @@ TEST_F(sink_read, tells_its_own_timeout_behind_the_failure_of_another) {
     EXPECT_TRUE(m.boxes.all.empty());
 }
 
-TEST_F(sink_read, tells_a_failed_link_below_what_the_window_shows) {
+TEST_F(sink_read, reports_a_failed_link_below_the_text_of_the_window) {
     try_link_failures("ERD001", [this](const strings& written) {
         fields.read_ok = true;
         view.txt_read.text = "before";
@@ -317,7 +312,7 @@ TEST_F(read_button, shows_the_edid_of_the_sink_with_its_checksums) {
     EXPECT_TRUE(m.boxes.all.empty());
 }
 
-TEST_F(read_button, is_red_and_dead_from_its_first_pump_to_its_last) {
+TEST_F(read_button, is_red_and_disabled_from_its_first_pump_to_its_last) {
     view.txt_read.text = "old";
     link.download_mode = true;
     film([this] { return look(); });
@@ -328,7 +323,7 @@ TEST_F(read_button, is_red_and_dead_from_its_first_pump_to_its_last) {
                        "ERD001: " + reading, reading, "face live, translation, sum, 00 FF FF FF FF FF FF 00 //7"}));
 }
 
-TEST_F(read_button, pumps_once_behind_a_failure_too) {
+TEST_F(read_button, pumps_once_after_a_failure_too) {
     sink = "";
     film([this] { return look(); });
     view.cmd_read.on_click();
@@ -374,25 +369,25 @@ protected:
         sink_test::take(written);
         if (written.size() != 1 || bytes_written != 256) return;
         last_byte = m.events.now;
-        if (behind_last_byte) behind_last_byte();
+        if (after_last_byte) after_last_byte();
     }
     /// The answer is there in one of the waits, counted from 1.
     void answer_in_round(int round, const std::string& answer) {
         write_result = "";
-        behind_last_byte = [this, round, answer] {
+        after_last_byte = [this, round, answer] {
             m.events.in(round * round_ms - m.events.step, [this, answer] {
                 link.rx_text = answer;
                 link.rx_done = true;
             });
         };
     }
-    std::function<void()> behind_last_byte;
+    std::function<void()> after_last_byte;
     std::int64_t last_byte = 0; ///< when it went out
 };
 
 class write_button : public sink_write {
 protected:
-    std::string look() const { return look_of(view.cmd_write) + ", " + told(); }
+    std::string look() const { return look_of(view.cmd_write) + ", " + frame_text(); }
 };
 
 TEST_F(write_button, sends_what_the_buffer_holds_byte_by_byte) {
@@ -409,12 +404,12 @@ TEST_F(write_button, sends_what_the_buffer_holds_byte_by_byte) {
 }
 
 TEST_F(write_button, sends_what_the_events_of_its_last_pump_have_left_in_the_buffer) {
-    behind_command("EWR001", [this] { buffers.write_buff = buffer_of(some_bytes(256)); });
+    after_command("EWR001", [this] { buffers.write_buff = buffer_of(some_bytes(256)); });
     view.cmd_write.on_click();
     EXPECT_EQ(m.port.take_written(), joined({"ESC001", "EWR001"}, bytes_one_by_one(some_bytes(256))));
 }
 
-TEST_F(write_button, is_red_and_dead_from_its_click_to_its_result) {
+TEST_F(write_button, is_red_and_disabled_from_its_click_to_its_result) {
     film([this] { return look(); });
     view.cmd_write.on_click();
     const std::string writing = "red dead, WRITE: Writing WRITE data ...|  dead";
@@ -427,7 +422,7 @@ TEST_F(write_button, is_red_and_dead_from_its_click_to_its_result) {
     EXPECT_EQ(frames, expected);
 }
 
-TEST_F(write_button, drains_the_output_then_throws_away_the_input_then_sends) {
+TEST_F(write_button, drains_the_output_then_discards_the_input_then_sends) {
     m.port.done.clear();
     m.port.on_write = [this, usual = m.port.on_write](const std::string& written) {
         usual(written);
@@ -478,7 +473,7 @@ TEST_F(write_button, pumps_with_the_receiver_on_before_the_first_byte_and_not_be
     EXPECT_FALSE(link.tim_rx.enabled);
 }
 
-TEST_F(write_button, tells_an_error_of_the_sink) {
+TEST_F(write_button, reports_an_error_of_the_sink) {
     write_result = "EWR003";
     view.cmd_write.on_click();
     EXPECT_EQ(look(), "face live, WRITE: Writing WRITE data ...|EWR003 DDC Error,Write Fail ! FAIL live");
@@ -506,13 +501,13 @@ TEST_F(write_button, waits_150_rounds_of_the_first_clock_step_above_10_ms) {
 TEST_F(write_button, takes_an_answer_in_the_149th_round_and_none_in_the_150th) {
     answer_in_round(limit - 1, "EWR002");
     view.cmd_write.on_click();
-    EXPECT_EQ(told(), "WRITE: Writing WRITE data ...|EWR002 Write completely . PASS live");
+    EXPECT_EQ(frame_text(), "WRITE: Writing WRITE data ...|EWR002 Write completely . PASS live");
     answer_in_round(limit, "EWR002");
     view.cmd_write.on_click();
-    EXPECT_EQ(told(), "WRITE: Writing WRITE data ...|WRITE timeout error !| FAIL live");
+    EXPECT_EQ(frame_text(), "WRITE: Writing WRITE data ...|WRITE timeout error !| FAIL live");
 }
 
-TEST_F(write_button, tells_a_failed_link_and_sends_no_byte) {
+TEST_F(write_button, reports_a_failed_link_and_sends_no_byte) {
     try_link_failures("EWR001", [this](const strings& written) {
         view.cmd_write.on_click();
         EXPECT_EQ(look(), "face live, WRITE: Writing WRITE data ...|Link Error ! FAIL live");
@@ -523,10 +518,10 @@ TEST_F(write_button, tells_a_failed_link_and_sends_no_byte) {
 
 class verify_button : public sink_test {
 protected:
-    std::string look() const { return look_of(view.cmd_verify) + ", " + told(); }
+    std::string look() const { return look_of(view.cmd_verify) + ", " + frame_text(); }
 };
 
-TEST_F(verify_button, passes_where_the_sink_holds_what_was_written) {
+TEST_F(verify_button, passes_if_the_sink_holds_what_was_written) {
     view.txt_read.text = "an older read";
     remember();
     view.cmd_verify.on_click();
@@ -562,7 +557,7 @@ TEST_F(verify_button, notes_the_bytes_that_differ) {
     EXPECT_TRUE(result.differing.bytes().empty());
 }
 
-TEST_F(verify_button, is_red_and_dead_before_its_frame_comes_and_pumps_at_its_end) {
+TEST_F(verify_button, is_red_and_disabled_before_its_frame_appears_and_pumps_at_its_end) {
     film([this] { return look(); });
     view.cmd_verify.on_click();
     const std::string reading = "red dead, VERIFY: Reading sink's edid ...|  dead";
@@ -570,7 +565,7 @@ TEST_F(verify_button, is_red_and_dead_before_its_frame_comes_and_pumps_at_its_en
                                reading, look()}));
 }
 
-TEST_F(verify_button, tells_a_failed_read_and_what_failed_in_the_read_window) {
+TEST_F(verify_button, reports_a_failed_read_and_its_reason_in_the_read_window) {
     sink = "";
     view.txt_read.text = "before";
     view.cmd_verify.on_click();
@@ -580,7 +575,7 @@ TEST_F(verify_button, tells_a_failed_read_and_what_failed_in_the_read_window) {
     EXPECT_EQ(buffers.read_buff, buffer_of("", 0x33)) << "a later COMP compares old bytes";
 }
 
-TEST_F(verify_button, tells_a_failed_link_in_both_places) {
+TEST_F(verify_button, reports_a_failed_link_in_both_places) {
     try_link_failures("ERD001", [this](const strings& written) {
         view.txt_read.text = "";
         view.cmd_verify.on_click();
@@ -598,7 +593,7 @@ protected:
     static constexpr int limit = 3001;
     static constexpr int round_ms = 55; ///< 50 ms and a bit
 
-    std::string look() const { return look_of(view.cmd_erase) + ", " + told(); }
+    std::string look() const { return look_of(view.cmd_erase) + ", " + frame_text(); }
     void press_and_answer(box_answer answer) {
         m.boxes.answers = {answer};
         view.cmd_erase.on_click();
@@ -608,7 +603,7 @@ protected:
     /// begins.
     void before_the_wait(const std::function<void()>& work) {
         erase_result = "";
-        behind_command("ERS001", [this, work] {
+        after_command("ERS001", [this, work] {
             started = m.events.now + m.events.step;
             work();
         });
@@ -648,7 +643,7 @@ TEST_F(erase_button, passes_with_the_answer_of_the_sink) {
               (strings{"boxes", "fra_compare.caption", "fra_compare.visible", "lab_pass.fore_color", "txt_msg.text"}));
 }
 
-TEST_F(erase_button, is_red_and_live_while_it_waits) {
+TEST_F(erase_button, is_red_and_enabled_while_it_waits) {
     film([this] { return look(); });
     erase();
     const std::string erasing = "red live, ERASE: Erasing sink's edid ...|  dead";
@@ -667,17 +662,17 @@ TEST_F(erase_button, waits_with_the_receiver_on_and_leaves_it_on) {
               (strings{"ERS001: 0 []", "0 [] ticking", "0 []", "6 [ERS001] done ticking", "6 [ERS001] done",
                        "0 [] ticking", "0 []", "6 [ERS002] done ticking"}));
     EXPECT_TRUE(link.tim_rx.enabled);
-    EXPECT_EQ(m.port.done.back(), "write ERS001") << "nothing is thrown away behind the command";
+    EXPECT_EQ(m.port.done.back(), "write ERS001") << "nothing is discarded after the command";
 }
 
-TEST_F(erase_button, tells_an_error_of_the_sink) {
+TEST_F(erase_button, reports_an_error_of_the_sink) {
     erase_result = "ERS003";
     erase();
     EXPECT_EQ(look(), "face live, ERASE: Erasing sink's edid ...|ERS003 DDC Error,Erase fail ! FAIL live");
     expect_mark(false);
 }
 
-TEST_F(erase_button, takes_any_other_answer_for_none) {
+TEST_F(erase_button, treats_any_other_answer_as_none) {
     for (const char* other : {"ERS001", "ERS004", "EWR002", "ers002", "ERS0020"}) {
         answer_in_round(3, other);
         erase();
@@ -698,21 +693,21 @@ TEST_F(erase_button, waits_3001_rounds_of_the_first_clock_step_above_50_ms) {
 TEST_F(erase_button, takes_an_answer_in_the_last_round) {
     answer_in_round(limit, "ERS002");
     erase();
-    EXPECT_EQ(told(), "ERASE: Erasing sink's edid ...|ERS002 ERASE complete. PASS live");
+    EXPECT_EQ(frame_text(), "ERASE: Erasing sink's edid ...|ERS002 ERASE complete. PASS live");
     answer_in_round(limit + 1, "ERS002");
     erase();
-    EXPECT_EQ(told(), "ERASE: Erasing sink's edid ...|Timeout Error ! FAIL live");
+    EXPECT_EQ(frame_text(), "ERASE: Erasing sink's edid ...|Timeout Error ! FAIL live");
 }
 
 TEST_F(erase_button, takes_no_answer_that_is_not_complete) {
     for (const char* answer : {"ERS002", "ERS003"}) {
         before_the_wait([this, answer] { m.events.in(100, [this, answer] { link.rx_text = answer; }); });
         erase();
-        EXPECT_EQ(told(), "ERASE: Erasing sink's edid ...|Timeout Error ! FAIL live");
+        EXPECT_EQ(frame_text(), "ERASE: Erasing sink's edid ...|Timeout Error ! FAIL live");
     }
 }
 
-TEST_F(erase_button, tells_a_failed_link) {
+TEST_F(erase_button, reports_a_failed_link) {
     try_link_failures("ERS001", [this](const strings& written) {
         erase();
         EXPECT_EQ(look(), "face live, ERASE: Erasing sink's edid ...|Link Error !| FAIL live");
@@ -749,7 +744,7 @@ protected:
     button cmd_ok;
 };
 
-TEST_F(step_of_run, writes_and_tells_it_in_the_window_of_the_run) {
+TEST_F(step_of_run, writes_and_reports_in_the_window_of_the_run) {
     remember();
     write_with("EWR002", false);
     EXPECT_EQ(m.port.take_written(), joined({"ESC001", "EWR001"}, bytes_one_by_one(good_edid())));
@@ -760,7 +755,7 @@ TEST_F(step_of_run, writes_and_tells_it_in_the_window_of_the_run) {
     EXPECT_FALSE(link.tim_rx.enabled);
 }
 
-TEST_F(step_of_run, tells_what_the_sink_answers_and_keeps_the_last_result_for_an_unknown_answer) {
+TEST_F(step_of_run, reports_the_sink_s_answer_and_keeps_the_last_result_for_an_unknown_one) {
     for (const bool before : {false, true}) {
         write_with("EWR003", before);
         EXPECT_EQ(txt_auto_msg.text, "Writing WRITE data ...\r\nEWR003 DDC Error,Write Fail !\r\n");
@@ -782,7 +777,7 @@ TEST_F(step_of_run, takes_an_answer_in_the_149th_round_and_none_in_the_150th) {
     }
 }
 
-TEST_F(step_of_run, tells_a_failed_link_and_leaves_its_button_red_and_dead) {
+TEST_F(step_of_run, reports_a_failed_link_and_leaves_its_button_red_and_disabled) {
     try_link_failures("EWR001", [this](const strings& written) {
         remember();
         write_with("EWR002", true);
@@ -794,7 +789,7 @@ TEST_F(step_of_run, tells_a_failed_link_and_leaves_its_button_red_and_dead) {
     });
 }
 
-TEST_F(step_of_run, verifies_and_tells_it_below_the_write) {
+TEST_F(step_of_run, verifies_and_reports_below_the_write) {
     remember();
     verify_with(good_edid(), false);
     EXPECT_EQ(txt_auto_msg.text, "wrote|Reading sink's edid ...\r\nComparing ...\r\nMatch entirely .");
@@ -811,7 +806,7 @@ TEST_F(step_of_run, fails_with_the_count_of_the_bytes_that_differ) {
     EXPECT_FALSE(fields.run_ok);
 }
 
-TEST_F(step_of_run, leaves_the_run_as_it_was_where_the_read_fails) {
+TEST_F(step_of_run, leaves_the_run_unchanged_if_the_read_fails) {
     for (const bool before : {false, true}) {
         view.txt_read.text = "r";
         verify_with("", before);
@@ -822,7 +817,7 @@ TEST_F(step_of_run, leaves_the_run_as_it_was_where_the_read_fails) {
     }
 }
 
-TEST_F(step_of_run, has_the_window_s_ok_dead_before_it_reads) {
+TEST_F(step_of_run, disables_the_window_s_ok_before_it_reads) {
     film([this] { return (cmd_ok.enabled ? "live " : "dead ") + txt_auto_msg.text.get(); });
     verify_with(good_edid(), true);
     EXPECT_EQ(frames.front(), "ESC001: dead wrote|Reading sink's edid ...\r\n");

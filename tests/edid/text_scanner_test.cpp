@@ -10,7 +10,7 @@
 namespace desk {
 namespace {
 
-/// Takes note of what is found: "[00]" for a pair, "//" and the characters of a comment, "<" where a comment ends, "-"
+/// Records what is found: "[00]" for a pair, "//" and the characters of a comment, "<" where a comment ends, "-"
 /// for an empty line.
 class noted_findings final : public text_findings {
 public:
@@ -36,7 +36,7 @@ TEST(scan_window_text, finds_pairs_and_the_offset_of_a_line) {
 
 TEST(scan_window_text, finds_nothing_in_nothing) { EXPECT_EQ(found_in(""), ""); }
 
-TEST(scan_window_text, passes_over_two_characters_behind_one_slash) {
+TEST(scan_window_text, skips_two_characters_after_one_slash) {
     EXPECT_EQ(found_in("/12345\r\n01 "), "//2345<[01]");
     EXPECT_EQ(found_in("11 /ab\r\n22 "), "[11]//b<[22]");
 }
@@ -55,7 +55,7 @@ TEST(scan_window_text, ends_inside_a_comment) {
     EXPECT_EQ(found_in("11 //7\r"), "[11]//7<");
 }
 
-TEST(scan_window_text, takes_what_there_is_of_the_last_pair) {
+TEST(scan_window_text, returns_an_incomplete_last_pair) {
     EXPECT_EQ(found_in("11 2"), "[11][2]");
     EXPECT_EQ(found_in("11 22"), "[11][22]");
     EXPECT_EQ(found_in("1"), "[1]");
@@ -65,13 +65,13 @@ TEST(scan_window_text, trusts_the_places_of_the_characters) {
     EXPECT_EQ(found_in("AABBCC"), "[AA][BC]");
     EXPECT_EQ(found_in(" 11 22"), "[ 1][ 2]");
     EXPECT_EQ(found_in("Reading"), "[Re][di][g]");
-    EXPECT_EQ(found_in("11\r\n22 "), "[11][\n2][ ]") << "the CR stands in the place of the blank";
-    EXPECT_EQ(found_in("1\r\n2/3"), "[1\r][2/]") << "what stands inside a pair is not looked at";
+    EXPECT_EQ(found_in("11\r\n22 "), "[11][\n2][ ]") << "the CR is in the place of the space";
+    EXPECT_EQ(found_in("1\r\n2/3"), "[1\r][2/]") << "the inside of a pair is not looked at";
 }
 
-TEST(scan_window_text, takes_an_lf_alone_for_the_start_of_a_pair) { EXPECT_EQ(found_in("\n11 "), "[\n1][ ]"); }
+TEST(scan_window_text, treats_a_single_lf_as_the_start_of_a_pair) { EXPECT_EQ(found_in("\n11 "), "[\n1][ ]"); }
 
-TEST(scan_window_text, passes_over_one_character_behind_each_cr) {
+TEST(scan_window_text, skips_one_character_after_each_cr) {
     EXPECT_EQ(found_in("\r\n\r\n11 "), "--[11]");
     EXPECT_EQ(found_in("\rx11 "), "-[11]");
     EXPECT_EQ(found_in("//7\rx11 "), "//7<[11]");

@@ -49,7 +49,7 @@ TEST_F(taken_bytes, of_the_write_window_are_filled_up_with_ff) {
     }
 }
 
-TEST_F(taken_bytes, of_the_read_window_keep_the_old_ones_behind_them) {
+TEST_F(taken_bytes, of_the_read_window_keep_the_old_ones_after_them) {
     view.txt_write.text = window_text_of(good_edid());
     for (const std::size_t length : {0U, 1U, 20U, 128U, 255U, 256U}) {
         view.txt_read.text = window_text_of(some_bytes(length));
@@ -87,7 +87,7 @@ TEST_F(taken_bytes, fail_at_the_257th_with_256_stored) {
     }
 }
 
-TEST_F(taken_bytes, do_not_fail_for_a_comment_behind_256) {
+TEST_F(taken_bytes, may_be_followed_by_a_comment) {
     view.txt_write.text = window_text_of(some_bytes(256)) + "\r\n//107\r\n\r\n/";
     texts.win2buff(1, 1);
     EXPECT_EQ(buffers.write_buff, buffer_of(some_bytes(256)));
@@ -148,7 +148,7 @@ TEST_F(shown_buffer, is_chosen_by_the_first_and_the_window_by_the_second_value) 
     }
 }
 
-TEST_F(shown_buffer, tells_what_each_block_needs_and_not_what_it_has) {
+TEST_F(shown_buffer, reports_what_each_block_needs_and_not_what_it_has) {
     const std::string good = good_edid();
     EXPECT_EQ(read_labels(good), (strings{checksum_text(good, 0) + " 0", checksum_text(good, 1) + " 0"}));
     std::string wrong = good;
@@ -203,7 +203,7 @@ TEST_F(shown_buffer, on_the_write_side_fails_at_a_block_that_needs_256) {
     }
 }
 
-TEST_F(window_text_test, knows_two_blocks_alone) {
+TEST_F(window_text_test, has_only_two_blocks) {
     EXPECT_EQ(failure_of([&] { texts.show_write_checksum({2, 7, false}); }), failure::subscript_out_of_range);
 }
 
@@ -222,7 +222,7 @@ TEST_F(window_text_test, enables_what_sends_and_disables_the_whole_write_side) {
                                   "cmd_write.enabled", "cmd_write_translate.enabled"}));
 }
 
-TEST_F(window_text_test, pumps_once_behind_what_it_enables) {
+TEST_F(window_text_test, pumps_once_after_enabling) {
     film([this] { return std::string(view.cmd_w_auto.enabled ? "live" : "dead"); });
     const int pumps = m.events.pumps;
     texts.enable_write_side(true);

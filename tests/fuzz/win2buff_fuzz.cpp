@@ -16,10 +16,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const bool fits = fuzz::ends_well([&] { d.texts.win2buff(buff_type, 1); });
     fuzz::demand(fits == (pairs <= edid_size), "a buffer holds exactly 256 bytes");
     const edid_buffer& filled = d.buffers.of(buff_type);
-    const auto behind = filled.begin() + static_cast<std::ptrdiff_t>(std::min(pairs, edid_size));
+    const auto rest_begin = filled.begin() + static_cast<std::ptrdiff_t>(std::min(pairs, edid_size));
     const std::uint8_t rest = buff_type == buff::write && fits ? 0xFF : 0;
-    fuzz::demand(std::all_of(behind, filled.end(), [&](std::uint8_t byte) { return byte == rest; }),
-                 "what is behind the text is filled in write_buff alone");
+    fuzz::demand(std::all_of(rest_begin, filled.end(), [&](std::uint8_t byte) { return byte == rest; }),
+                 "the bytes after the text are filled in write_buff alone");
     c_language_hex_of(text);
     return 0;
 }

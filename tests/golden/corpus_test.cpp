@@ -21,7 +21,7 @@ void translate(const edid_buffer& edid) {
     const auto failed = d.translate(edid);
     expect_told(failed);
     for (int node = 1; !failed && node <= d.view.tree_edid.node_count(); ++node) {
-        // a failure ends the program: what comes behind it is looked at in a fresh one
+        // a failure ends the program: the next node needs a fresh one
         test::translation_desk fresh;
         fresh.translate(edid);
         expect_told(fresh.click(node));
@@ -36,7 +36,7 @@ void translate(const edid_buffer& edid) {
 }
 
 // The raw EDIDs in the folder that the environment variable EDID_CORPUS names.
-TEST(corpus, is_translated_and_reported_or_ends_in_a_told_failure) {
+TEST(corpus, is_translated_and_reported_or_ends_in_a_listed_failure) {
     const char* const folder = std::getenv("EDID_CORPUS");
     if (folder == nullptr) GTEST_SKIP() << "EDID_CORPUS names no folder of EDIDs";
     const batch::input_files found = batch::find_input_files({folder});

@@ -18,7 +18,7 @@ bool is_text_line(std::string_view line) {
     return line.size() > 1 && line[1] == ' ' && std::string_view("|=*~").find(line[0]) != std::string_view::npos;
 }
 
-/// What is between a mark, "| " or "~ ", and the "$" at the end.
+/// The text between a mark, "| " or "~ ", and the "$" at the end.
 std::string literal(const std::string& line) { return line.substr(2, line.size() - 3); }
 
 std::string joined(const lines& words, std::size_t from) {

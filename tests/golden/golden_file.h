@@ -29,7 +29,7 @@ struct shown_node {
     bool bold = false;
 };
 
-/// All that the desk has to say about an EDID, expected or said.
+/// Everything that the desk shows for an EDID, expected or actual.
 struct facts {
     std::map<std::string, std::string> values; ///< map, start, offset, cea and blocks, as in a file
     std::vector<shown_node> nodes;             ///< in order of adding
@@ -46,7 +46,7 @@ struct expanded_line {
 /// One file of the folder; README.md has the form. A file's values are its own, or else those of its base.
 class golden_file {
 public:
-    /// Throws std::runtime_error where the file can't be read or says what has no meaning.
+    /// Throws std::runtime_error if the file can't be read or is invalid.
     explicit golden_file(const std::filesystem::path& path);
 
     const std::string& name() const { return name_; }
@@ -61,12 +61,12 @@ public:
     /// How a text ends by itself: "ok", "stops" or "fatal N".
     std::string outcome(const std::string& text) const;
     bool has(const std::string& key) const;
-    /// Expands a text; the lines are empty where it adds no line. Gives the outcome.
+    /// Expands a text; the lines are empty if it adds no line. Gives the outcome.
     std::string expand(const std::string& text, std::vector<expanded_line>& to) const;
 
-    /// Sets a line of one's own, or removes it where the base says the same.
+    /// Sets the file's own line, or removes it if the base has the same.
     void set_value(const std::string& key, const std::string& value);
-    /// Sets a text of one's own, as changes of the text that it is like if that is shorter.
+    /// Sets the file's own text, as changes of the text that it is like if that is shorter.
     void set_text(const std::string& text, const std::string& outcome, const lines& body);
     /// Reads the base again, and keeps what the texts of this file are.
     void reload_base();
@@ -105,7 +105,7 @@ std::vector<std::filesystem::path> golden_files(const std::filesystem::path& fol
 /// The words of a line.
 lines words_of(const std::string& line);
 
-/// All that the desk has to say about an EDID.
+/// Everything that the desk shows for an EDID.
 facts said_about(const edid_buffer& edid);
 
 /// Some of the facts, as lines to compare. Line 0 of a text is its outcome.

@@ -49,7 +49,7 @@ lines marked(lines::const_iterator first, lines::const_iterator last) {
 enum class change { none, made, by_hand };
 
 /// Takes a text one step nearer to what the desk says. A text that includes others is changed in the one text that
-/// holds the difference; where more than one does, it is left.
+/// holds the difference; if more than one does, it is left.
 change update_step(golden_file& file, const std::string& name, const shown_text& said) {
     const auto body = file.body(name);
     std::vector<expanded_line> expected;

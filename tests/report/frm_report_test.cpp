@@ -33,7 +33,7 @@ protected:
     }
     const std::string& built() const { return report.report_text; }
     std::string path(const std::string& name) const { return utf8_from_path(directory / name); }
-    /// The operator presses SAVE and chooses these files one behind the other.
+    /// The operator presses SAVE and chooses these files one after the other.
     void save(const std::vector<std::string>& names) {
         for (const std::string& name : names)
             m.files.choices.emplace_back(file_choice{path(name), 1});
@@ -69,13 +69,13 @@ TEST_F(frm_report_test, shows_the_report) {
     EXPECT_TRUE(report.cmd_exit.enabled);
 }
 
-TEST_F(frm_report_test, tells_date_and_time_as_the_system_prints_them) {
+TEST_F(frm_report_test, shows_date_and_time_as_the_system_prints_them) {
     load(usual_edid());
     EXPECT_TRUE(built().starts_with("EDID Analysis Report \r\n" + date_text(m.dates.moment) + " " +
                                     time_text(m.dates.moment) + "\r\n\r\n______ Block 0: VESA Basic Block ______\r\n"));
 }
 
-TEST_F(frm_report_test, goes_on_parsing_for_a_bad_header) {
+TEST_F(frm_report_test, keeps_saying_that_it_parses_for_a_bad_header) {
     load({});
     EXPECT_EQ(report.txt_report.text.get(), parsing);
     EXPECT_TRUE(built().ends_with("Block 0: NOT VESA Basic Block\r\nHeader = 00 00 00 00 00 00 00 00 "));
@@ -83,7 +83,7 @@ TEST_F(frm_report_test, goes_on_parsing_for_a_bad_header) {
     EXPECT_TRUE(report.cmd_exit.enabled);
 }
 
-TEST_F(frm_report_test, ends_in_what_a_decoder_can_not_tell) {
+TEST_F(frm_report_test, ends_at_a_failing_decoder) {
     EXPECT_EQ(failure_of([&] { load(edid_of({{23, {255}}}, usual_edid())); }), failure::overflow);
     EXPECT_EQ(report.txt_report.text.get(), parsing);
     EXPECT_TRUE(built().ends_with("Gamma Value = "));
@@ -129,11 +129,11 @@ TEST_F(save_report, writes_a_byte_for_each_character) {
     load(edid_of({{18, {255, 80}}, {72, text_descriptor(0xFC, "\xE4\x80\x81")}}, usual_edid()));
     save({"a.txt"});
     const std::string file = directory.content("a.txt");
-    EXPECT_EQ(test::behind("EDID Version = ", file), "?.\x80") << "the first one is beyond the set";
-    EXPECT_EQ(test::behind("Monitor Name = ", file), "\xE4\x80\x81");
+    EXPECT_EQ(test::value_after("EDID Version = ", file), "?.\x80") << "the first one is outside the set";
+    EXPECT_EQ(test::value_after("Monitor Name = ", file), "\xE4\x80\x81");
 }
 
-TEST_F(save_report, does_nothing_where_nothing_is_chosen) {
+TEST_F(save_report, does_nothing_if_nothing_is_chosen) {
     load(usual_edid());
     report.cmd_save.on_click();
     m.files.choices = {file_choice{"", 1}};
@@ -152,7 +152,7 @@ TEST_F(save_report, asks_before_it_writes_over_a_file) {
     EXPECT_EQ(directory.content("a.txt"), built() + "\r\n");
 }
 
-TEST_F(save_report, asks_for_the_name_chosen_also_where_another_is_written) {
+TEST_F(save_report, asks_about_the_chosen_name_even_if_another_is_written) {
     load(usual_edid());
     directory.put("report", "old");
     m.boxes.answers = {box_answer::yes};
@@ -162,7 +162,7 @@ TEST_F(save_report, asks_for_the_name_chosen_also_where_another_is_written) {
     EXPECT_EQ(directory.content("re.txt"), built() + "\r\n");
 }
 
-TEST_F(save_report, tells_nothing_of_what_fails) {
+TEST_F(save_report, is_silent_about_failures) {
     load(usual_edid());
     for (const std::string& name : {std::string("/a"), std::string("abc"), path("no such folder/a.txt")}) {
         m.files.choices = {file_choice{name, 1}};
@@ -174,7 +174,7 @@ TEST_F(save_report, tells_nothing_of_what_fails) {
 }
 
 #ifndef _WIN32
-TEST_F(save_report, leaves_the_old_file_where_the_disk_is_full) {
+TEST_F(save_report, leaves_the_old_file_if_the_disk_is_full) {
     load(usual_edid());
     directory.put("a.txt", "old");
     m.boxes.answers = {box_answer::yes};

@@ -63,7 +63,7 @@ TEST_F(report_opener_test, opens_a_fresh_window_each_time) {
 TEST_F(report_opener_test, works_on_what_is_being_translated) {
     buffers.trans_buff = edid_of({{12, {9}}}, usual_edid());
     press();
-    EXPECT_EQ(test::behind("Serial Number =", texts.at(0)), " 9");
+    EXPECT_EQ(test::value_after("Serial Number =", texts.at(0)), " 9");
     EXPECT_EQ(fields.sn_value, 9);
 }
 

@@ -17,7 +17,7 @@ using test::full_hd;
 using test::monitor_descriptor;
 using test::usual_edid;
 
-// tests/golden has whole reports; what is here is what a report finds, keeps and leaves.
+// tests/golden has whole reports; these tests cover what a report finds, keeps and leaves.
 class report_text_test : public test::translation_fixture {
 protected:
     std::string report_of(const edid_buffer& edid) {
@@ -29,14 +29,14 @@ protected:
     test::built_report builder{buffers, tables, fields};
 };
 
-TEST_F(report_text_test, tells_that_it_ran_to_its_end) {
+TEST_F(report_text_test, reports_whether_it_is_complete) {
     buffers.trans_buff = usual_edid();
     EXPECT_TRUE(builder.report_build("", ""));
     buffers.trans_buff = {};
     EXPECT_FALSE(builder.report_build("", ""));
 }
 
-TEST_F(report_text_test, begins_anew_each_time) {
+TEST_F(report_text_test, starts_from_nothing_each_time) {
     const std::string first = report_of(usual_edid());
     EXPECT_EQ(report_of(usual_edid()), first);
     report_of({});
@@ -64,11 +64,11 @@ TEST_F(report_text_test, leaves_tables_and_serial_number_at_a_bad_header) {
 TEST_F(report_text_test, reads_the_serial_number_of_the_edid) {
     fields.sn_value = 7;
     const std::string report = report_of(edid_of({{12, {0x78, 0x56, 0x34, 0x12}}}, usual_edid()));
-    EXPECT_EQ(test::behind("Serial Number =", report), " 305419896");
+    EXPECT_EQ(test::value_after("Serial Number =", report), " 305419896");
     EXPECT_EQ(fields.sn_value, 305419896);
 }
 
-TEST_F(report_text_test, tells_what_was_being_decoded_when_it_fails) {
+TEST_F(report_text_test, reports_what_was_being_decoded_when_it_fails) {
     const auto sentence_of = [this](const edid_buffer& edid) { return test::sentence_of([&] { report_of(edid); }); };
     EXPECT_EQ(sentence_of(edid_of({{54, {0x4D, 0xD0}}}, usual_edid())),
               "Building the EDID report: Decoding detailed timing 1: a pixel clock of 533.25 MHz does not fit.");
@@ -77,7 +77,7 @@ TEST_F(report_text_test, tells_what_was_being_decoded_when_it_fails) {
         "Building the EDID report: Decoding detailed timing 2 of block 1: a pixel clock of 533.25 MHz does not fit.");
 }
 
-TEST_F(report_text_test, takes_an_edid_whose_tree_can_not_be_built) {
+TEST_F(report_text_test, reports_on_an_edid_whose_tree_can_not_be_built) {
     const auto unknown = monitor_descriptor(0x10, {});
     const edid_buffer edid = edid_of({{54, unknown}, {72, unknown}, {128, {0}}}, usual_edid());
     EXPECT_EQ(failure_of([&] { report_of(edid); }), std::nullopt);

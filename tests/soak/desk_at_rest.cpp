@@ -83,7 +83,7 @@ private:
         expect_not_red(button);
     }
     void expect_enabled(const std::string& button) {
-        if (!is_enabled(button)) broken_.push_back(button + " is dead");
+        if (!is_enabled(button)) broken_.push_back(button + " is disabled");
     }
     void expect_not_red(const std::string& button) {
         if (is_red(button)) broken_.push_back(button + " is red");

@@ -40,7 +40,7 @@ std::string fatal_answer(failure f) {
     return "fatal " + std::to_string(static_cast<int>(f)) + " " + nlohmann::json(failure_text(f)).dump();
 }
 
-bool is_told(const std::string& fatal) {
+bool is_expected(const std::string& fatal) {
     return std::any_of(expected_failures.begin(), expected_failures.end(),
                        [&](failure f) { return fatal_answer(f) == fatal; });
 }
@@ -234,7 +234,7 @@ void soak::close_windows() {
         const std::string name(closing_button);
         if (desk_.answer("get " + name.substr(0, name.find('.')) + ".shown") != "ok true") continue;
         const std::string answer = say("click " + name);
-        if (answer.starts_with("refused ")) problem(name + " lets nobody out: " + answer);
+        if (answer.starts_with("refused ")) problem(name + " does not close its window: " + answer);
         check_after(answer);
     }
 }
@@ -258,8 +258,8 @@ void soak::check_failure(const std::string& answer) {
     const std::string why = say("why");
     soak_summary::failure_seen& seen = summary_.failures[answer.substr(6)];
     if (seen.count++ == 0) seen.sentence = why.substr(3);
-    if (!is_told(answer)) problem("an unknown failure: " + answer);
-    // an internal error has the words of a C++ exception
+    if (!is_expected(answer)) problem("an unknown failure: " + answer);
+    // an internal error has the text of a C++ exception
     if (why.size() < 8 || why.find("::") != std::string::npos) problem("a failure without a sentence: " + why);
 }
 

@@ -13,7 +13,7 @@
 
 namespace desk::test {
 
-/// The robot as a function from a line to its answer. The robot nests, so it runs on a thread of its own; only one of
+/// The robot as a function from a line to its answer. The robot nests, so it runs on its own thread; only one of
 /// the two threads ever runs.
 class robot_at_hand {
 public:

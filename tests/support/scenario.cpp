@@ -45,6 +45,17 @@ std::string in_digits(int number, std::size_t digits) {
     return text;
 }
 
+/// The lines of a recipe, which are separated by " ;; ".
+std::vector<std::string> lines_of_recipe(std::string_view text) {
+    static constexpr std::string_view separator = " ;; ";
+    std::vector<std::string> lines;
+    for (std::size_t end = 0; (end = text.find(separator)) != std::string_view::npos;
+         text.remove_prefix(end + separator.size()))
+        lines.push_back(trimmed(text.substr(0, end)));
+    lines.push_back(trimmed(text));
+    return lines;
+}
+
 /// Replaces every match of `what` in the text.
 template <class WriteOut>
 std::string with_all_written_out(const std::string& text, const std::regex& what, WriteOut write_out) {
@@ -226,7 +237,7 @@ private:
     }
 
     /// Whether a file with exactly this name exists: some file systems ignore case.
-    bool stands_there(const std::string& name) const {
+    bool is_there(const std::string& name) const {
         const std::filesystem::path wanted = directory_ / name;
         std::error_code no_folder;
         const std::filesystem::directory_iterator files(wanted.parent_path(), no_folder);
@@ -238,7 +249,7 @@ private:
     void expect_file(const std::string& name, const std::string& text) {
         const bool wanted = text != "none";
         const std::string expected = wanted ? bytes_of_json(text) : "";
-        if (stands_there(name) != wanted)
+        if (is_there(name) != wanted)
             fail(wanted ? "the file " + name : "no file " + name, wanted ? "none" : "one");
         else if (wanted && directory_.content(name) != expected)
             fail(text, robot::json_text(text_from_bytes(directory_.content(name))));
@@ -326,7 +337,8 @@ std::vector<scenario> scenarios_of(std::string_view text) {
             continue;
         }
         if (scenarios.empty()) throw std::runtime_error("line " + std::to_string(number) + " belongs to no scenario");
-        scenarios.back().lines.push_back({number, line});
+        for (std::string& part : lines_of_recipe(line))
+            scenarios.back().lines.push_back({number, std::move(part)});
     }
     return scenarios;
 }

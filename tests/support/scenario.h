@@ -14,6 +14,7 @@ namespace desk::test {
 ///     == the rule in one sentence        begins a scenario
 ///     # TEXT                             a comment
 ///     let $NAME = TEXT                   from here to the end of the file, $NAME is replaced by this text
+///     LINE ;; LINE                       two lines, usually those of a name
 ///     command                            a robot command; its answer must begin with "ok"
 ///     command   -> ANSWER                its answer must be exactly this; at least two spaces before the arrow
 ///     command   -> ~ REGEX               its answer must contain this
@@ -49,7 +50,7 @@ struct scenario {
 /// The scenarios of a file's text. A line before the first rule throws std::runtime_error.
 std::vector<scenario> scenarios_of(std::string_view text);
 
-/// Runs a scenario. Each line that fails is told in one text: number, expected and got.
+/// Runs a scenario. One text for each line that fails: number, expected and got.
 std::vector<std::string> run_scenario(const scenario& s, std::string_view default_catalogue);
 
 /// The words that can follow "!".

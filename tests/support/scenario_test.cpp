@@ -55,6 +55,16 @@ TEST(a_scenario_file, names_texts) {
     EXPECT_THROW(scenarios_of("let $row\n"), std::runtime_error);
 }
 
+TEST(a_scenario_file, has_several_lines_in_one) {
+    const auto scenarios = scenarios_of("let $BOTH = start ;; stop\n== rule\n$BOTH ;; quit\nstart\n");
+    ASSERT_EQ(scenarios[0].lines.size(), 4U);
+    const char* texts[] = {"start", "stop", "quit", "start"};
+    for (std::size_t i = 0; i < 4; ++i) {
+        EXPECT_EQ(scenarios[0].lines[i].text, texts[i]);
+        EXPECT_EQ(scenarios[0].lines[i].number, i < 3 ? 3 : 4);
+    }
+}
+
 TEST(a_scenario, expands_runs) {
     EXPECT_TRUE(failures_of("start\n"
                             "type txt_motion_str \"{9..11:%3}{1..1:x}{2..1:y}\"\n"
@@ -140,14 +150,14 @@ std::vector<std::string> words_after(const std::string& start) {
     return words;
 }
 
-TEST(the_reference_of_the_language, has_each_directive_on_a_line_of_its_own) {
+TEST(the_reference_of_the_language, has_each_directive_on_its_own_line) {
     EXPECT_EQ(words_after("! "), directive_names());
 }
 
-TEST(the_reference_of_the_language, has_every_other_form_on_a_line_of_its_own) {
+TEST(the_reference_of_the_language, has_every_other_form_on_its_own_line) {
     EXPECT_EQ(words_after("command"), std::vector<std::string>(3, ""));
-    for (const char* form : {"== ", "# ", "let $NAME = ", "command   -> ANSWER", "command   -> ~ REGEX", "$DIR",
-                             "{12*00}", "{3..30:TEXT}", "{3..30, TEXT}", "{text DIGITS}"})
+    for (const char* form : {"== ", "# ", "let $NAME = ", "LINE ;; LINE", "command   -> ANSWER", "command   -> ~ REGEX",
+                             "$DIR", "{12*00}", "{3..30:TEXT}", "{3..30, TEXT}", "{text DIGITS}"})
         EXPECT_EQ(words_after(form).size(), 1U) << form;
 }
 

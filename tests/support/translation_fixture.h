@@ -33,7 +33,7 @@ namespace test {
 
 using byte_list = std::vector<std::uint8_t>;
 
-/// Bytes that lie one behind the other from an address on.
+/// Consecutive bytes from an address on.
 struct bytes_at {
     std::size_t address;
     std::vector<int> bytes;
@@ -55,7 +55,7 @@ inline std::vector<int> codes_of(std::string_view text) {
     return codes;
 }
 
-/// A monitor descriptor with a text, filled up with a line feed and blanks.
+/// A monitor descriptor with a text, padded with a line feed and spaces.
 inline std::vector<int> text_descriptor(int tag, const std::string& text) {
     std::vector<int> bytes = {0, 0, 0, tag, 0};
     for (const int code : codes_of((text + "\n            ").substr(0, 13)))
@@ -99,7 +99,7 @@ inline const std::string vga_lines = "Pixel Clock(MHz) = 25.170\r\n"
                                      "Sync Type = Digital Seperate\r\n"
                                      "H/V Sync Polarity = Negative/Negative";
 
-/// A basic block with a timing, a name, range limits and a serial number; behind it a manufacturer's block.
+/// A basic block with a timing, a name, range limits and a serial number; then a manufacturer's block.
 inline edid_buffer usual_edid() {
     return edid_of({{0, {0x00, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0x00}},
                     {54, full_hd},
@@ -133,8 +133,8 @@ inline std::string list_of(const edid_buffer& edid, std::size_t block) {
     return text.str();
 }
 
-/// What stands in a line behind its label; of more than one such line, in the first.
-inline std::string behind(std::string_view label, std::string_view text) {
+/// The rest of the first line with this label.
+inline std::string value_after(std::string_view label, std::string_view text) {
     const std::string all = "\r\n" + std::string(text) + "\r\n";
     const std::size_t at = all.find("\r\n" + std::string(label));
     if (at == std::string::npos) return "(no such line)";

@@ -83,7 +83,7 @@ TEST_F(node_dispatch_test, leaves_the_box_empty_for_a_key_that_it_does_not_know)
     EXPECT_EQ(text_of_node("BLOCK0_BASIC"), "");
 }
 
-TEST_F(node_dispatch_test, computes_its_text_anew_each_time) {
+TEST_F(node_dispatch_test, recomputes_its_text_each_time) {
     translate_usual({});
     EXPECT_EQ(text_of_node("block0_name1"), "Monitor Name = VELO");
     buffers.trans_buff.at(77) = 'C';
@@ -105,11 +105,11 @@ TEST_F(nodes_of_block_0, read_the_serial_number_of_the_translated_edid) {
     buffers.write_buff = edid_of({{12, {1, 1, 1, 1}}});
     translate_usual({{12, {0xFF, 0xFF, 0xFF, 0xFF}}});
     EXPECT_EQ(fields.sn_value, 7);
-    EXPECT_EQ(test::behind("Serial Number =", text_of_node("block0_vendor")), " 4294967295");
+    EXPECT_EQ(test::value_after("Serial Number =", text_of_node("block0_vendor")), " 4294967295");
     EXPECT_EQ(fields.sn_value, 4294967295);
 }
 
-TEST_F(nodes_of_block_0, find_their_descriptors_again_behind_block_1) {
+TEST_F(nodes_of_block_0, find_their_descriptors_again_after_block_1) {
     translate_cea(4, {{132, vga}});
     EXPECT_EQ(tables.descriptor_start, 132);
     EXPECT_EQ(text_of_node("block0_detail1"), full_hd_lines);
@@ -119,7 +119,7 @@ TEST_F(nodes_of_block_0, find_their_descriptors_again_behind_block_1) {
     EXPECT_EQ(tables.descriptor_start, 132);
 }
 
-TEST_F(nodes_of_block_0, leave_a_lowered_position_behind_a_detail_timing) {
+TEST_F(nodes_of_block_0, leave_a_lowered_position_after_a_detail_timing) {
     translate_usual({});
     click("block0_detail1");
     EXPECT_EQ(tables.descriptor_map[0], (descriptor_row{0, 0xE0}));
@@ -137,7 +137,7 @@ TEST_F(established_boxes, have_a_bit_each) {
     }
 }
 
-TEST_F(established_boxes, lose_the_ticks_that_the_operator_gave) {
+TEST_F(established_boxes, lose_the_operators_ticks) {
     translate_usual({{35, {0x80}}});
     for (check_box& box : view.chk_established)
         box.value = 1;
@@ -165,14 +165,14 @@ TEST_F(established_boxes, are_hidden_by_the_next_translation) {
 
 using nodes_of_block_1 = node_dispatch_test;
 
-TEST_F(nodes_of_block_1, tell_where_there_are_no_data_blocks) {
+TEST_F(nodes_of_block_1, report_that_there_are_no_data_blocks) {
     for (const int d : {0, 1, 2, 3, 4, 5, 6}) {
         translate_cea(d, {{132, {0x21, 1}}});
         EXPECT_EQ(text_of_node("block1_db"), d == 0 || d == 4 ? "There are no data blocks." : "") << d;
     }
 }
 
-TEST_F(nodes_of_block_1, have_a_sixth_detail_timing_and_nothing_for_a_seventh) {
+TEST_F(nodes_of_block_1, have_six_detail_timings) {
     translate_cea(4, {{132, full_hd}, {150, full_hd}, {168, full_hd}, {186, full_hd}, {204, full_hd}, {222, vga}});
     EXPECT_EQ(text_of_node("block1_detail6"), vga_lines);
     view.tree_edid.add(0, "block1_detail7", "a seventh");

@@ -20,7 +20,7 @@ using test::usual_edid;
 using test::vga;
 using strings = std::vector<std::string>;
 
-// tests/golden has whole trees; what is here is what one translation leaves to the next, and what it accepts.
+// tests/golden has whole trees; these tests cover what one translation leaves to the next, and what it accepts.
 class translation_tree_test : public test::translation_fixture {
 protected:
     /// The nodes below one, or the roots (0), with their keys and titles.
@@ -101,7 +101,7 @@ TEST_F(block_1, has_no_data_blocks_for_an_offset_below_4) {
 
 using failing_tree = translation_tree_test;
 
-TEST_F(failing_tree, knows_the_seven_other_tags_alone) {
+TEST_F(failing_tree, accepts_only_the_seven_other_tags) {
     for (int tag = 0; tag < 256; ++tag) {
         const bool known =
             tag <= 2 || tag == 0x20 || tag == 0x30 || tag == 0x40 || tag == 0x50 || tag == 0xF0 || tag == 0xFF;
@@ -113,7 +113,7 @@ TEST_F(failing_tree, knows_the_seven_other_tags_alone) {
     }
 }
 
-TEST_F(failing_tree, takes_no_second_descriptor_of_a_class_without_number) {
+TEST_F(failing_tree, accepts_no_second_descriptor_of_a_class_without_number) {
     const std::vector<std::pair<int, strings>> nodes_of_class = {
         {0xFF, {"block0_sn"}},        {0xFE, {"block0_ascii"}},
         {0xFD, {"block0_limit"}},     {0xFA, {"block0_std_timing", "block0_std_t1", "block0_std_t2"}},
@@ -152,7 +152,7 @@ TEST_F(trans_buttons, open_the_panel_with_the_buffer_of_their_side) {
     EXPECT_NE(number_of("block1_root_true"), 0);
 }
 
-TEST_F(trans_buttons, take_the_read_side_for_any_number_but_1) {
+TEST_F(trans_buttons, use_the_read_side_for_any_number_but_1) {
     buffers.write_buff = usual_edid();
     buffers.read_buff = cea_edid(4);
     for (const std::uint8_t buff_type : test::byte_list{0, 2, 3, 255}) {
@@ -164,7 +164,7 @@ TEST_F(trans_buttons, take_the_read_side_for_any_number_but_1) {
     EXPECT_EQ(buffers.trans_buff, usual_edid());
 }
 
-TEST_F(trans_buttons, build_the_tree_anew) {
+TEST_F(trans_buttons, rebuild_the_tree) {
     translate(cea_edid(6, {{132, {0x21, 1}}}));
     click("block1_db_audio");
     translate(usual_edid());
@@ -175,7 +175,7 @@ TEST_F(trans_buttons, build_the_tree_anew) {
     EXPECT_EQ(view.tree_edid.node_count(), 1);
 }
 
-TEST_F(trans_buttons, begin_with_node_1_also_behind_a_longer_tree) {
+TEST_F(trans_buttons, begin_with_node_1_also_after_a_longer_tree) {
     translate(cea_edid(4, {{132, full_hd}}));
     click("block1_detail1");
     EXPECT_EQ(dispatch.tree_sel_index, number_of("block1_detail1"));
@@ -183,7 +183,7 @@ TEST_F(trans_buttons, begin_with_node_1_also_behind_a_longer_tree) {
     EXPECT_EQ(bold(), strings{"block0_root_false"});
 }
 
-TEST_F(trans_buttons, have_a_way_back_that_leaves_all_as_it_is) {
+TEST_F(trans_buttons, leave_everything_unchanged_on_the_way_back) {
     translate(usual_edid());
     click("block0_basic");
     const std::string text = view.txt_edid.text;
