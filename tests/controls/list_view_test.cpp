@@ -84,21 +84,21 @@ TEST_F(three_rows, go_with_their_selection) {
     EXPECT_FALSE(rows.row(1).checked);
 }
 
-TEST_F(three_rows, tell_their_window_of_every_change) {
+TEST_F(three_rows, report_every_change_to_their_window) {
     window form;
     form.add(rows);
-    const std::vector<control*> told{&rows};
+    const std::vector<control*> changed{&rows};
     form.take_changed();
     rows.add_row("four");
-    EXPECT_EQ(form.take_changed(), told);
+    EXPECT_EQ(form.take_changed(), changed);
     rows.select(2);
-    EXPECT_EQ(form.take_changed(), told);
+    EXPECT_EQ(form.take_changed(), changed);
     rows.set_checked(1, true);
-    EXPECT_EQ(form.take_changed(), told);
+    EXPECT_EQ(form.take_changed(), changed);
     rows.set_sub_item(1, 1, "x");
-    EXPECT_EQ(form.take_changed(), told);
+    EXPECT_EQ(form.take_changed(), changed);
     rows.clear();
-    EXPECT_EQ(form.take_changed(), told);
+    EXPECT_EQ(form.take_changed(), changed);
 }
 
 } // namespace

@@ -74,7 +74,7 @@ TEST_F(generator_on_line_test, logs_bytes_that_are_not_printable_in_hexadecimal)
                                       "< hex:4D4F5439393941420000000000000000000A"}));
 }
 
-TEST_F(generator_on_line_test, reads_an_edid_behind_a_pause) {
+TEST_F(generator_on_line_test, reads_an_edid_after_a_pause) {
     write("ERD001");
     EXPECT_EQ(run(101ms + 12 * byte_time), "ERD001");
     EXPECT_EQ(run(256 * byte_time), string_of(generator.state.sinks[0].edid.value()));
@@ -132,14 +132,14 @@ TEST_F(generator_on_line_test, a_cut_loses_what_is_on_the_line) {
     EXPECT_EQ(run(100ms), "OUT002");
 }
 
-TEST_F(generator_on_line_test, logs_what_chance_does) {
+TEST_F(generator_on_line_test, logs_random_faults) {
     faults.follow(fault_plan_of({"100", "drop"}));
     write("TIM007");
     EXPECT_EQ(run(100ms), "");
     EXPECT_EQ(line.take_log(), (texts{"> TIM007", "! drop"}));
 }
 
-TEST_F(generator_on_line_test, is_absent_while_the_cable_is_out_by_chance) {
+TEST_F(generator_on_line_test, is_absent_while_a_random_fault_unplugs_the_cable) {
     faults.follow(fault_plan_of({"100", "unplug"}));
     write("TIM007PAT005");
     EXPECT_FALSE(cable.pulled_out(now));

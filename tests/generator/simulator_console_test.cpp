@@ -25,7 +25,7 @@ protected:
     simulator_console console{generator, faults, cable};
 };
 
-TEST_F(simulator_console_test, does_nothing_unasked) {
+TEST_F(simulator_console_test, changes_nothing_by_default) {
     EXPECT_EQ(tell("TIM007"), "TIM007");
     EXPECT_EQ(tell("ABC123"), "");
     EXPECT_EQ(console.take_line(""), "");
@@ -148,7 +148,7 @@ TEST_F(simulator_console_test, can_be_silent) {
     EXPECT_EQ(tell("TIM999"), "TIM007");
 }
 
-TEST_F(simulator_console_test, tells_its_owner_of_plug_and_end) {
+TEST_F(simulator_console_test, reports_unplug_plug_and_quit) {
     EXPECT_FALSE(cable.unplugged());
     console.take_line("unplug");
     EXPECT_TRUE(cable.unplugged());
@@ -225,7 +225,7 @@ TEST_F(simulator_console_test, helps_with_every_command) {
         EXPECT_NE(text.find("  " + std::string(fault_name(f)) + "  "), std::string::npos) << fault_name(f);
 }
 
-TEST_F(simulator_console_test, spoils_answers_by_chance) {
+TEST_F(simulator_console_test, injects_random_faults) {
     EXPECT_EQ(console.take_line("faults 100 seed 7 drop"), "100 % of answers are faulty, seed 7: drop");
     EXPECT_EQ(tell("TIM007"), "");
     EXPECT_EQ(faults.last_fault(), fault::drop);
@@ -239,7 +239,7 @@ TEST_F(simulator_console_test, spoils_answers_by_chance) {
     EXPECT_EQ(tell("TIM999"), "TIM008");
 }
 
-TEST_F(simulator_console_test, tells_no_fault_of_chance_where_a_command_is_refused) {
+TEST_F(simulator_console_test, reports_no_random_fault_for_a_refused_command) {
     console.take_line("faults 100 drop");
     tell("TIM007");
     console.take_line("refuse TIM008 TIM001");
