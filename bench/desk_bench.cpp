@@ -246,7 +246,7 @@ void measure_signal() {
         driver.click(button);
         return ms_since(start) / 1000;
     };
-    const auto told = [&](const char* what, double seconds, double bound, qsizetype commands) {
+    const auto report_exchanges = [&](const char* what, double seconds, double bound, qsizetype commands) {
         report(what, seconds, "s", bound);
         const qsizetype sent = generator.commands().size();
         if (sent != commands || !desk.exchange.rx_done)
@@ -256,11 +256,11 @@ void measure_signal() {
 
     driver.click("cmd_fav_timing");
     driver.click_check("lstv_timing", 1);
-    told("favorite SET of 60 rows", seconds_of("cmd_fav_timing", "cmd_run"), 1.32, 60);
+    report_exchanges("favorite SET of 60 rows", seconds_of("cmd_fav_timing", "cmd_run"), 1.32, 60);
     for (int row = 1; row <= desk::autorun_rows; ++row)
         desk.autorun.lstv_auto.set_sub_item(row, 3, "600");
-    told("autorun upload of 32 rows", seconds_of("cmd_auto", "cmd_run"), 2.75, 128);
-    told("autorun download", seconds_of("cmd_auto", "cmd_download"), 0.6, 1);
+    report_exchanges("autorun upload of 32 rows", seconds_of("cmd_auto", "cmd_run"), 2.75, 128);
+    report_exchanges("autorun download", seconds_of("cmd_auto", "cmd_download"), 0.6, 1);
 
     driver.click("cmd_pattern");
     driver.click_row("lstv_pattern", 13);

@@ -1,4 +1,4 @@
-# What a Linux package holds. A program that finds ../share/velotrace-desk beside its folder takes itself for installed.
+# What a Linux package contains. A program counts as installed if ../share/velotrace-desk is beside its folder.
 include(GNUInstallDirs)
 
 install(TARGETS velotrace velotrace_sim desk_robot edid_report)
@@ -16,7 +16,7 @@ endforeach()
 install(FILES assets/velotrace.png DESTINATION ${icons}/256x256/apps)
 install(FILES assets/velotrace.svg DESTINATION ${icons}/scalable/apps)
 
-# the same layout as here, so that the links in the manual hold
+# the same layout as here, so that the manual's links work
 set(documents ${CMAKE_INSTALL_DATADIR}/doc/velotrace-desk)
 install(FILES packaging/linux/README.installed.md DESTINATION ${documents} RENAME README.md)
 install(FILES CHANGELOG.md DESTINATION ${documents})

@@ -1,5 +1,5 @@
-# The build with clang's address and undefined-behaviour sanitizers. Its code also counts for the fuzzers, so that the
-# tests and the fuzzers link the same objects.
+# The build with clang's address and undefined-behaviour sanitizers. Its code is also instrumented for the fuzzers, so
+# that the tests and the fuzzers link the same objects.
 if(VELOTRACE_SANITIZE)
     if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
         message(FATAL_ERROR "The fuzzers need clang's libFuzzer: cmake --preset sanitize")

@@ -1,4 +1,4 @@
-# The compiler takes several sources at once: most of the time of one is spent on the headers that all of them include.
+# Compiles several sources at once: most of the time goes into the headers that all of them include.
 # Names in anonymous namespaces must therefore differ within a folder. -DCMAKE_UNITY_BUILD=OFF shows a source that
 # forgets an include of its own. Windows' headers define macros that other sources must not see.
 if(NOT DEFINED CMAKE_UNITY_BUILD AND NOT WIN32)

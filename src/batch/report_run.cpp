@@ -133,7 +133,7 @@ void share_out(std::size_t jobs, std::size_t count, const std::function<void(std
         for (std::size_t j = 1; j < std::min(jobs, count); ++j)
             helpers.emplace_back(work_until_done);
     } catch (const std::system_error&) {
-        // the system allows no more threads: the present ones do all the work
+        // the system allows no more threads: the existing ones do all the work
     }
     work_until_done();
     for (std::thread& helper : helpers)

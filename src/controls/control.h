@@ -24,7 +24,7 @@ class list_view;
 class tree_view;
 class timer;
 
-/// A control as its own class. `controls/kinds.h` takes it apart.
+/// A pointer to a control's own class. `controls/kinds.h` dispatches on it.
 using any_control = std::variant<window*, frame*, button*, label*, text_box*, combo_box*, check_box*, option_button*,
                                  slider*, picture*, line*, list_view*, tree_view*, timer*>;
 

@@ -50,7 +50,7 @@ public:
     property<std::string> text{*this, ""};
     property<bool> locked{*this, false}; ///< read-only for the operator
     bool multi_line = false;
-    bool on_grid = false;    ///< 16 pixels per line: other controls lie over fixed places of the text
+    bool on_grid = false;    ///< 16 pixels per line: other controls cover fixed places of the text
     bool any_length = false; ///< locked, of many lines in fixed pitch: shows a long text at once
     int max_length = 0;      ///< in characters; 0: no limit
     text_font font = text_font::sans;
@@ -61,7 +61,7 @@ public:
     void select(int start, int length);
     /// Selects the whole text.
     void select_all();
-    /// The number of selections made: a repeated one looks like the one before.
+    /// How often text was selected: a repeated selection looks the same.
     int selections() const { return selections_; }
 
 private:

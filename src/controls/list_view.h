@@ -7,6 +7,7 @@
 
 namespace desk {
 
+/// A row of a list view.
 struct list_row {
     std::string text;
     std::vector<std::string> sub; ///< sub-items 1, 2, ... at 0, 1, ...
@@ -40,7 +41,7 @@ public:
     /// The selected row; 0: none, only in an empty list.
     int selected() const { return selected_; }
     void select(int number);
-    /// The number of selections made: a repeated one looks like the one before.
+    /// How often a row was selected: a repeated selection looks the same.
     int selections() const { return selections_; }
 
     event on_click;

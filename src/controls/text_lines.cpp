@@ -33,7 +33,7 @@ void text_lines::replace(std::string_view text) {
 
 void text_lines::grow(std::string_view text) {
     std::size_t at = text_.size();
-    // the LF of a CR at the end of the text so far
+    // this LF belongs to the CR that ended the text so far
     if (at > 0 && at < text.size() && text[at - 1] == '\r' && text[at] == '\n') begins_.back() = ++at;
     text_ = text;
     while (at < text.size()) {

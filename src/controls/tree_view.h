@@ -8,6 +8,7 @@
 
 namespace desk {
 
+/// A node of a tree view.
 struct tree_node {
     std::string key;
     std::string title;
@@ -22,7 +23,7 @@ public:
     tree_view() : control(this) { back_color = color_white; }
 
     void clear();
-    /// The number of clearings: rebuilt nodes can look like those before.
+    /// How often the tree was cleared: rebuilt nodes can look the same.
     int clearings() const { return clearings_; }
     /// Adds a node as the last child of `parent` (0: as a root). Throws failure::index_out_of_bounds if there is no
     /// such parent and failure::key_not_unique if another node has the key.

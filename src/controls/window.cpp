@@ -32,7 +32,7 @@ void window::raise(const control& c) {
 }
 
 bool window::lies_over(const control& c, const control& other) const {
-    // against controls outside its frame, a control is as high as the frame
+    // compared with controls outside its frame, a control is as high as the frame
     const auto way_to = [](const control* to) {
         std::vector<const control*> way;
         for (; to != nullptr; to = to->parent)

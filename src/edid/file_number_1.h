@@ -6,8 +6,8 @@
 namespace desk {
 
 /// The single file number under which EDID files are read and written.
-/// The desk behaves so: a reader that fails between opening and closing leaves the number open, and until the program
-/// restarts every attempt to open a file fails with failure::file_already_open.
+/// Intended: a reader that fails between opening and closing leaves the number open, and until the program restarts
+/// every attempt to open a file fails with failure::file_already_open.
 class file_number_1 {
 public:
     /// Opens a file, which stays open until `close`, and returns its content. Throws failure::file_already_open; if the

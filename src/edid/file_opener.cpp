@@ -27,7 +27,7 @@ void file_opener::cmd_load_click() {
     try {
         choose_and_open();
     } catch (const runtime_failure& silent) {
-        // The desk behaves so: the window shows no failure.
+        // Intended: the window shows no failure.
         machine_.report_silent_failure(silent.sentence());
     }
 }

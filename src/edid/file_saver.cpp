@@ -44,7 +44,7 @@ void file_saver::save_file(int side) {
     try {
         choose_and_save(side);
     } catch (const runtime_failure& silent) {
-        // The desk behaves so: the window shows no failure.
+        // Intended: the window shows no failure.
         machine_.report_silent_failure(silent.sentence());
     }
 }

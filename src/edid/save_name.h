@@ -15,8 +15,8 @@ std::optional<file_choice> ask_where_to_save(machine& m, file_dialog_setup& setu
                                              const std::function<void()>& prepare);
 
 /// The name with an extension of four characters, compared without regard to case.
-/// The desk behaves so: it replaces the last four characters whatever they are, and does not check whether a file of
-/// the new name exists. Throws failure::invalid_procedure_call for a shorter name.
+/// Intended: it replaces the last four characters whatever they are, and does not check whether a file of the new name
+/// exists. Throws failure::invalid_procedure_call for a shorter name.
 std::string with_ending(const std::string& name, std::string_view ending);
 
 } // namespace desk

@@ -30,7 +30,7 @@ void serial_number::set_sn(std::uint8_t buff_type) {
 void serial_number::cal_checksum(std::uint8_t buff_type) {
     edid_buffer& block = buffers_.of(buff_type);
     const std::int32_t sum = std::accumulate(block.begin(), block.begin() + edid_block_size - 1, std::int32_t{0});
-    // The desk behaves so: no handler catches the failure of a block that needs 256.
+    // Intended: no handler catches the failure of a block that needs 256.
     while_doing([] { return "Correcting the checksum of block 0"; },
                 [&] { block[edid_block_size - 1] = to_byte(needed_checksum(sum)); });
 }

@@ -15,7 +15,7 @@ public:
     /// `sn_value` := the number in the chosen buffer.
     void get_sn(std::uint8_t buff_type);
     /// Stores `sn_value` in the chosen buffer and corrects its checksum. Throws failure::overflow for a byte that does
-    /// not fit. The desk behaves so: for a `buff_type` other than 1 it stores zeros.
+    /// not fit. Intended: for a `buff_type` other than 1 it stores zeros.
     void set_sn(std::uint8_t buff_type);
     /// Stores the checksum that block 0 needs in byte 127. Throws failure::overflow for a block that needs 256.
     void cal_checksum(std::uint8_t buff_type);

@@ -133,7 +133,7 @@ void sink_transfers::cmd_write_click() {
 
     if (!command_to_sink(command::write_edid)) {
         if (automatic()) {
-            // The desk behaves so: the button stays red and disabled until frm_diag closes.
+            // Intended: the button stays red and disabled until frm_diag closes.
             append_to_run("Link Error !" + crlf);
             fields_.run_ok = false;
             return;
@@ -174,7 +174,7 @@ int sink_transfers::wait_for_answer(int rounds, float s) {
 }
 
 void sink_transfers::show_write_result(int t) {
-    // The desk behaves so: any other answer shows no result, and the frame's OK stays disabled.
+    // Intended: any other answer shows no result, and the frame's OK stays disabled.
     if (t >= write_limit) {
         result_.append("WRITE timeout error !" + crlf);
         result_.show_pass(false);
@@ -189,7 +189,7 @@ void sink_transfers::show_write_result(int t) {
 }
 
 void sink_transfers::show_write_result_of_run(int t) {
-    // The desk behaves so: any other answer leaves run_ok unchanged, and the button stays red and disabled.
+    // Intended: any other answer leaves run_ok unchanged, and the button stays red and disabled.
     if (t >= write_limit) {
         append_to_run("WRITE timeout error !" + crlf);
         fields_.run_ok = false;
@@ -239,7 +239,7 @@ void sink_transfers::verify_in_run() {
         fields_.run_ok = count == 0;
         append_to_run(count != 0 ? "There are" + str(count) + " wrong data !" : "Match entirely .");
     } else {
-        // The desk behaves so: run_ok stays true after a successful WRITE, and the run still ends with PASS.
+        // Intended: run_ok stays true after a successful WRITE, and the run still ends with PASS.
         append_to_run("Read sink's edid fail !" + crlf);
     }
 }
@@ -272,7 +272,7 @@ void sink_transfers::cmd_erase_click() {
         result_.append("ERS003 DDC Error,Erase fail !");
     else
         result_.append("Timeout Error !");
-    // The desk behaves so: tim_rx keeps running.
+    // Intended: tim_rx keeps running.
     workbench_.cmd_erase.back_color = color_button_face;
     result_.show_pass(erased);
 }

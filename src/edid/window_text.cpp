@@ -69,7 +69,7 @@ void window_text::show_checksum(std::array<label, 2>& labels, const block_checks
 void window_text::show_write_checksum(const block_checksum& sum) {
     show_checksum(workbench_.lab_write_checksum, sum);
     if (!sum.correct) {
-        // The desk behaves so: a block that needs 256 fails here, after its label has changed.
+        // Intended: a block that needs 256 fails here, after its label has changed.
         while_doing(
             [&] { return "Storing the checksum that block " + number_text(static_cast<int>(sum.block)) + " needs"; },
             [&] { element(recover_sum, sum.block) = to_byte(sum.needed); });

@@ -18,7 +18,7 @@ namespace desk {
 /// the replies to its own. It never blocks.
 class control_socket {
 public:
-    /// Listens at `path`. Replaces a socket of this user that no program listens at any more. Throws
+    /// Listens at `path`. Replaces a socket of this user if no program listens there any more. Throws
     /// failure::path_file_access_error if anything else has the name, or if the system refuses.
     explicit control_socket(std::filesystem::path path);
     /// Removes the socket if it still has the name.

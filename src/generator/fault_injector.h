@@ -17,17 +17,17 @@
 namespace desk {
 
 /// The simulated generator with the faults that its operator injects: those of the next answers, refused commands,
-/// silence, and faults by chance. Chance has a seed, so the same faults and the same traffic give the same answers.
+/// silence, and random faults. These have a seed, so the same faults and the same traffic give the same answers.
 class fault_injector {
 public:
     /// `generator` must outlive this.
     explicit fault_injector(simulated_generator& generator) : generator_(generator), faulty_(generator) {}
 
-    /// As those of the generator, with the faults.
+    /// The generator's own functions, with the faults.
     answer command(std::string_view six);
     answer raw_block(std::string_view command, const bytes& block);
 
-    /// The fault that chance chose for the last command or block.
+    /// The random fault of the last command or block.
     fault last_fault() const { return last_fault_; }
     /// See `faulty_generator`.
     std::optional<std::chrono::milliseconds> take_absence() { return faulty_.take_absence(); }
@@ -46,11 +46,12 @@ public:
     void set_silent(bool silent) { silent_ = silent; }
     bool silent() const { return silent_; }
 
-    /// From now on chance follows this plan.
+    /// From now on random faults follow this plan.
     void follow(fault_plan plan) { faulty_.follow(std::move(plan)); }
     const fault_plan& plan() const { return faulty_.plan(); }
 
-    /// All faults, for a person: first those of the next answers, then a line for each refused command and for chance.
+    /// All faults, for a person: first those of the next answers, then a line for each refused command and for the
+    /// random faults.
     std::string text() const;
 
 private:

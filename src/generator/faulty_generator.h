@@ -14,8 +14,8 @@
 
 namespace desk {
 
-/// The simulated generator with faults by chance, as a plan decides. A command that has no answer and changes nothing
-/// does not advance the plan.
+/// The simulated generator with random faults from a plan. A command that has no answer and changes nothing does not
+/// advance the plan.
 class faulty_generator {
 public:
     /// `generator` must outlive this.
@@ -25,7 +25,7 @@ public:
     void follow(fault_plan plan);
     const fault_plan& plan() const { return plan_; }
 
-    /// As those of the generator, with the faults of the plan.
+    /// The generator's own functions, with the faults of the plan.
     answer command(std::string_view six);
     answer raw_block(std::string_view command, const bytes& block);
 

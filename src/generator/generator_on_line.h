@@ -36,7 +36,7 @@ public:
 
     /// The traffic since the last call, one line each: "> TIM007" from the desk, "< TIM007" to it, logged when the last
     /// byte arrives. Data that is not all printable is written as "hex:" and hexadecimal digits. "! garble" is the
-    /// fault by chance of the answer to come.
+    /// random fault of the next answer.
     std::vector<std::string> take_log();
 
     /// Discards what is on the line.

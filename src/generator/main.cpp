@@ -43,7 +43,7 @@ nanoseconds now() {
 
 /// A descriptor that becomes readable when the program is to end.
 int end_signals() {
-    // the program goes on without a reader of its output and without the right to read the keyboard
+    // the program continues if nothing reads its output or it is not allowed to read the keyboard
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGTTIN, SIG_IGN);
     std::signal(SIGTTOU, SIG_IGN);
@@ -135,7 +135,7 @@ private:
         const ssize_t got = ::read(input_, chunk.data(), chunk.size());
         if (got < 0 && errno == EINTR) return;
         if (got <= 0) {
-            // at the end of the input, or if the keyboard belongs to another program, the line goes on
+            // the line continues after the end of the input, or if the keyboard belongs to another program
             input_ = -1;
             typed_.end();
         } else {

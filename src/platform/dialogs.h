@@ -6,6 +6,7 @@
 
 namespace desk {
 
+/// The icon, buttons and answer of a message box.
 enum class box_icon { none, critical, question, exclamation, information };
 enum class box_buttons { ok, yes_no, yes_no_cancel };
 enum class box_answer { ok, yes, no, cancel };

@@ -12,6 +12,7 @@
 
 namespace desk {
 
+/// What the desk needs from the computer that it runs on.
 struct machine {
     serial_port& port;
     event_pump& events;

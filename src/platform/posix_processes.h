@@ -8,6 +8,7 @@
 
 namespace desk {
 
+/// A running process.
 struct process_info {
     int id = 0;
     std::string name; ///< the program's name, without control characters

@@ -66,7 +66,7 @@ void hand_over_to_user(const fs::path& created) {
     if (opened >= 0) ::close(opened);
 }
 
-/// Creates missing folders for the user alone, as the XDG standard demands.
+/// Creates missing folders for the user alone, as the XDG standard requires.
 void create_folder(const fs::path& folder) {
     if (is_folder(folder)) return;
     if (folder.has_parent_path() && folder.parent_path() != folder) create_folder(folder.parent_path());

@@ -48,7 +48,7 @@ void automatic_run::cmd_add_click() {
 void automatic_run::cmd_sub_click() {
     txt_auto_msg.text = "";
     const double x = typed_sn();
-    // The desk behaves so: only 0 itself is the limit; a fraction or a negative number keeps decreasing.
+    // Intended: only 0 itself is the limit; a fraction or a negative number keeps decreasing.
     if (x == 0)
         txt_auto_msg.text = "Min number of Serial Number is 0";
     else

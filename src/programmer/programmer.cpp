@@ -21,7 +21,7 @@ programmer::programmer(machine& m, workbench_frame& view, shared_fields& fields,
 
 void programmer::cmd_sum_write_click() { show_and_enable_write(diag::write_checksum); }
 
-// The desk behaves so: closing this side's sum enables WRITE too.
+// Intended: closing this side's sum enables WRITE too.
 void programmer::cmd_sum_read_click() { show_and_enable_write(diag::read_checksum); }
 
 void programmer::cmd_w_auto_click() { show_and_enable_write(diag::automatic_run); }

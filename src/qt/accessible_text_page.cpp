@@ -115,9 +115,9 @@ text_lines::range accessible_text_page::part_at(std::size_t offset, QAccessible:
 
 QString accessible_text_page::part_text(text_lines::range part, int* start, int* end) const {
     *start = position_of(part.begin);
-    QString told = shown_text(lines().text().substr(part.begin, part.end - part.begin));
-    *end = *start + static_cast<int>(told.size());
-    return told;
+    QString result = shown_text(lines().text().substr(part.begin, part.end - part.begin));
+    *end = *start + static_cast<int>(result.size());
+    return result;
 }
 
 QString accessible_text_page::textBeforeOffset(int position, QAccessible::TextBoundaryType kind, int* start,

@@ -76,7 +76,7 @@ void text_page::catch_up() {
         horizontalScrollBar()->setValue(0);
     }
     viewport()->update();
-    // nobody listens to a longer text
+    // nobody has a longer text read aloud
     if (lines_.text().size() - old_size <= longest_announced) {
         QAccessibleTextInsertEvent e(this, position_of(old_size), shown_text(lines_.text().substr(old_size)));
         QAccessible::updateAccessibility(&e);
@@ -343,8 +343,8 @@ void text_page::timerEvent(QTimerEvent* e) {
 
 void text_page::autoscroll() {
     const QRect sight = viewport()->rect();
-    const auto scroll = [](QScrollBar& bar, int before, int behind, int step) {
-        const int distance = before > 0 ? -before : std::max(0, behind);
+    const auto scroll = [](QScrollBar& bar, int before, int after, int step) {
+        const int distance = before > 0 ? -before : std::max(0, after);
         if (distance != 0) bar.setValue(bar.value() + (distance / cell_height + (distance > 0 ? 1 : -1)) * step);
     };
     scroll(*verticalScrollBar(), sight.top() - pointer_.y(), pointer_.y() - sight.bottom(), 1);

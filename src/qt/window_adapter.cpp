@@ -142,7 +142,7 @@ void window_adapter::follow() {
 }
 
 void window_adapter::focus_first() {
-    // through the model, since the window may not have the focus yet
+    // through the model, since the window might not have the focus yet
     const std::vector<control*> stops = tab_stops(model_);
     if (!stops.empty()) gate_.run([&] { stops.front()->set_focus(); });
 }

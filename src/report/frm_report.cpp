@@ -32,7 +32,7 @@ void frm_report::cmd_save_click() {
     try {
         choose_and_save();
     } catch (const runtime_failure& silent) {
-        // The desk behaves so: the window shows no failure.
+        // Intended: the window shows no failure.
         machine_.report_silent_failure(silent.sentence());
     }
 }

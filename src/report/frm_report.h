@@ -25,8 +25,7 @@ public:
     std::string report_text; ///< ends early if a decoder fails
 
     /// Builds the report. Throws what the decoders throw.
-    /// The desk behaves so: for an EDID without a header the box keeps showing "Parsing ...", while Save saves the
-    /// short report.
+    /// Intended: for an EDID without a header the box keeps showing "Parsing ...", while Save saves the short report.
     void load();
 
     void cmd_save_click();

@@ -29,7 +29,7 @@ void append(std::string& text, const json& value) {
         }
         text += ']';
     } else if (value.is_string()) {
-        // a path may not be valid UTF-8
+        // a path need not be valid UTF-8
         text += json(as_utf8(value.get_ref<const std::string&>())).dump();
     } else if (value.is_number_float() && std::floor(value.get<double>()) == value.get<double>() &&
                std::abs(value.get<double>()) < 1e15) {

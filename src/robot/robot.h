@@ -21,8 +21,8 @@
 
 namespace desk::robot {
 
-/// The whole desk without a screen: each line of text is one action of the operator or the generator and has one line
-/// of answer.
+/// The whole desk without a screen: each line of text is one action of the operator or the generator, with a one-line
+/// answer.
 class robot {
 public:
     /// Returns the next line, or none at the end of the input.

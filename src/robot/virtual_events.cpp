@@ -24,9 +24,9 @@ void virtual_events::start(std::vector<window*> windows) {
 
 void virtual_events::later(milliseconds delay, std::function<void()> work) {
     const milliseconds due = clock_ + delay;
-    const auto behind = std::upper_bound(pending_.begin(), pending_.end(), due,
-                                         [](milliseconds time, const pending& p) { return time < p.due; });
-    pending_.insert(behind, {due, std::move(work)});
+    const auto next = std::upper_bound(pending_.begin(), pending_.end(), due,
+                                       [](milliseconds time, const pending& p) { return time < p.due; });
+    pending_.insert(next, {due, std::move(work)});
 }
 
 void virtual_events::pump() {

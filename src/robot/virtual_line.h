@@ -24,7 +24,7 @@ public:
 
     reply_script script;
     simulated_generator simulated{shipped_timing_count, shipped_pattern_count};
-    faulty_generator faulty{simulated}; ///< answers for `simulated`, with faults by chance
+    faulty_generator faulty{simulated}; ///< answers for `simulated`, with random faults
     bool simulated_answers = false;
 
     void set_port(int number, port_state state);
@@ -61,7 +61,7 @@ private:
 
     event_pump& events_;
     std::array<port_state, 9> states_{};
-    std::array<std::chrono::milliseconds, 9> back_at_{}; // of ports whose cable is pulled out by chance
+    std::array<std::chrono::milliseconds, 9> back_at_{}; // of ports whose cable a random fault has pulled out
     int open_ = 0;                                       // the open port; 0: none
     int cable_in_ = 0;                                   // the port opened last
     bool vanished_ = false;                              // the device of the open port is gone

@@ -7,7 +7,7 @@
 
 namespace desk {
 
-/// The run-time failures by number. `does_not_return` is told only by the robot, for a wait without an end.
+/// The run-time failures by number. Only the robot reports `does_not_return`, for a wait that never ends.
 enum class failure : int {
     does_not_return = 0,
     invalid_procedure_call = 5,
@@ -28,10 +28,10 @@ enum class failure : int {
 /// The text that belongs to a failure's number.
 std::string_view failure_text(failure code);
 
-/// A run-time failure. It ends the program unless the procedure under way has armed a handler.
+/// A run-time failure. It ends the program unless the running procedure has armed a handler.
 class runtime_failure : public std::exception {
 public:
-    /// `why` says in a few words which value it was, for the operator: "300 does not fit into a byte".
+    /// `why` names the value at fault in a few words, for the operator: "300 does not fit into a byte".
     runtime_failure(failure code, std::string why);
 
     failure code() const { return code_; }
@@ -41,9 +41,9 @@ public:
     /// One sentence on what was being done and with what: "Reading timing_pattern.ini: timing 3: ... ."
     std::string sentence() const { return why_ + "."; }
 
-    /// Tells it in other words.
+    /// Replaces the reason.
     void set_why(std::string why) { why_ = std::move(why); }
-    /// Puts what was being done before the words that are there.
+    /// Prepends what was being done.
     void add_context(std::string_view what) { why_ = std::string(what) + ": " + why_; }
 
     const char* what() const noexcept override;
@@ -53,7 +53,7 @@ private:
     std::string why_;
 };
 
-/// Runs `work`; a failure inside it learns what was being done. `what` gives the words and is called on failure only.
+/// Runs `work` and adds what was being done to a failure inside it. `what` returns the text, on failure only.
 template <class What, class Work>
 decltype(auto) while_doing(What&& what, Work&& work) {
     try {
@@ -64,7 +64,7 @@ decltype(auto) while_doing(What&& what, Work&& work) {
     }
 }
 
-/// Runs `work`; a failure inside it tells `words` in the place of its own. They are called for on failure only.
+/// Runs `work` and replaces the reason of a failure inside it. `words` returns the new one, on failure only.
 template <class Words, class Work>
 decltype(auto) telling(Words&& words, Work&& work) {
     try {

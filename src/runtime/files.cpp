@@ -38,8 +38,8 @@ constexpr std::string_view beside_start = "velotrace";
 constexpr std::string_view beside_end = ".new";
 constexpr std::size_t beside_digits = 8;
 
-/// A short unique name in the same folder, so that nobody else's file is touched. No other thread has the same, and
-/// another program only by an unlikely chance.
+/// A short unique name in the same folder, so that nobody else's file is touched. No other thread gets the same name,
+/// and another program hardly ever.
 std::filesystem::path name_beside(const std::filesystem::path& path) {
     static std::atomic<std::uint32_t> next = std::random_device{}();
     std::string number = hex(next++);

@@ -15,7 +15,7 @@ void upload::cmd_upload_click() {
     begin_work(desk_frame_.cmd_upload, exchange_.host().events);
     exchange_.tx_cmd(command::upload_custom_string);
     if (!exchange_.rx_done) {
-        // The desk behaves so: this box has no "!", and the button stays red and disabled for the rest of the run.
+        // Intended: this box has no "!", and the button stays red and disabled for the rest of the run.
         exchange_.host().boxes.show("Link Error", box_icon::critical, box_buttons::ok);
         return;
     }

@@ -14,8 +14,8 @@ namespace {
 
 constexpr int no_parent = 0;
 
-// The nodes' numbers, in the order in which they are added. The desk behaves so: they are fixed and assume that block 1
-// has a node.
+// The nodes' numbers, in the order in which they are added. Intended: they are fixed and assume that block 1 has a
+// node.
 constexpr int block_0_root = 1;
 constexpr int block_1_root = 2;
 constexpr int standard_timings = 8;
@@ -129,7 +129,7 @@ void translation_tree::add_descriptors_of_block_0() {
             break;
         case descriptor_class::standard_timings:
             add(descriptors, "block0_std_timing", "Monitor Standard Timing");
-            // The desk behaves so: the second is one level below the first.
+            // Intended: the second is one level below the first.
             add(edid_node_count, "block0_std_t1", "Standard Timings 9,10,11");
             add(edid_node_count, "block0_std_t2", "Standard Timings 12,13,14");
             break;

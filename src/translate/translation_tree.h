@@ -22,9 +22,9 @@ public:
     void cmd_edid_back_click();
 
     /// Translates the WRITE buffer (1) or the READ buffer (any other value).
-    /// The desk behaves so: an EDID whose nodes the tree rejects (failure::index_out_of_bounds for a block 1 of unknown
-    /// kind, failure::key_not_unique for a second descriptor of one class) ends the program; so does a failure of the
-    /// tables. The nodes added before stay.
+    /// Intended: an EDID whose nodes the tree rejects (failure::index_out_of_bounds for a block 1 of unknown kind,
+    /// failure::key_not_unique for a second descriptor of one class) ends the program; so does a failure of the tables.
+    /// The nodes added before stay.
     void translate_edid(std::uint8_t buff_type);
 
 private:

@@ -77,7 +77,7 @@ TEST(control, is_usable_if_it_and_every_frame_is_visible_and_enabled) {
     EXPECT_TRUE(b.usable());
     outer.enabled = false;
     EXPECT_FALSE(b.usable());
-    EXPECT_TRUE(b.shown()) << "a disabled frame is still on show";
+    EXPECT_TRUE(b.shown()) << "a disabled frame is still shown";
     outer.enabled = true;
     outer.visible = false;
     EXPECT_FALSE(b.usable());

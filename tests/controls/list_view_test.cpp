@@ -27,7 +27,7 @@ TEST(empty_list_view, has_no_selected_row) {
     EXPECT_EQ(rows.row_count(), 0);
 }
 
-TEST_F(three_rows, have_the_first_one_selected) { EXPECT_EQ(rows.selected(), 1); }
+TEST_F(three_rows, start_with_the_first_selected) { EXPECT_EQ(rows.selected(), 1); }
 
 TEST_F(three_rows, count_from_1) {
     EXPECT_EQ(rows.row_count(), 3);
@@ -40,7 +40,7 @@ TEST_F(three_rows, can_be_selected) {
     EXPECT_EQ(rows.selected(), 3);
 }
 
-TEST_F(three_rows, are_all_there_are) {
+TEST_F(three_rows, reject_other_row_numbers) {
     EXPECT_EQ(failure_of([&] { rows.text(0); }), failure::index_out_of_bounds);
     EXPECT_EQ(failure_of([&] { rows.text(4); }), failure::index_out_of_bounds);
     EXPECT_EQ(failure_of([&] { rows.select(4); }), failure::index_out_of_bounds);
@@ -63,7 +63,7 @@ TEST_F(three_rows, have_sub_items_from_1) {
     EXPECT_EQ(failure_of([&] { static_cast<void>(rows.sub_item(2, 0)); }), failure::invalid_property_value);
 }
 
-TEST_F(three_rows, keep_their_checks_while_no_boxes_are_shown) {
+TEST_F(three_rows, keep_their_checks_while_the_boxes_are_hidden) {
     EXPECT_FALSE(rows.check_boxes);
     rows.set_checked(2, true);
     rows.check_boxes = true;
@@ -74,7 +74,7 @@ TEST_F(three_rows, keep_their_checks_while_no_boxes_are_shown) {
     EXPECT_FALSE(rows.row(2).checked);
 }
 
-TEST_F(three_rows, go_with_their_selection) {
+TEST_F(three_rows, lose_their_selection_when_cleared) {
     rows.select(2);
     rows.clear();
     EXPECT_EQ(rows.row_count(), 0);
@@ -87,18 +87,18 @@ TEST_F(three_rows, go_with_their_selection) {
 TEST_F(three_rows, report_every_change_to_their_window) {
     window form;
     form.add(rows);
-    const std::vector<control*> changed{&rows};
+    const std::vector<control*> expected{&rows};
     form.take_changed();
     rows.add_row("four");
-    EXPECT_EQ(form.take_changed(), changed);
+    EXPECT_EQ(form.take_changed(), expected);
     rows.select(2);
-    EXPECT_EQ(form.take_changed(), changed);
+    EXPECT_EQ(form.take_changed(), expected);
     rows.set_checked(1, true);
-    EXPECT_EQ(form.take_changed(), changed);
+    EXPECT_EQ(form.take_changed(), expected);
     rows.set_sub_item(1, 1, "x");
-    EXPECT_EQ(form.take_changed(), changed);
+    EXPECT_EQ(form.take_changed(), expected);
     rows.clear();
-    EXPECT_EQ(form.take_changed(), changed);
+    EXPECT_EQ(form.take_changed(), expected);
 }
 
 } // namespace

@@ -14,7 +14,7 @@ namespace {
 using test::edid_of;
 using test::text_of;
 
-/// A coordinate with the byte of its upper eight bits and the place of its lower two.
+/// Where a coordinate is stored: the byte of its upper eight bits; the byte and the shift of its lower two.
 struct coordinate {
     std::string label;
     std::size_t high_byte;
@@ -30,7 +30,7 @@ const coordinate coordinates[] = {
 std::string color_text(const edid_buffer& edid) {
     return text_of([&](std::string& text) { decode_color(text, edid); });
 }
-/// The eight lines where one has this value and the others are 0.
+/// All eight lines, one with this value and the others 0.
 std::string lines_with(const coordinate& other, const std::string& value) {
     std::string text;
     for (const coordinate& c : coordinates)
@@ -41,29 +41,29 @@ edid_buffer with_value(const coordinate& c, int ten_bits) {
     return edid_of({{c.high_byte, {ten_bits >> 2}}, {c.low_byte, {(ten_bits & 3) << c.shift}}});
 }
 
-TEST(color, has_each_coordinate_at_its_place) {
+TEST(color, reads_each_coordinate_from_its_place) {
     for (const coordinate& c : coordinates) {
         EXPECT_EQ(color_text(with_value(c, 0x200)), lines_with(c, ".5"));
         EXPECT_EQ(color_text(with_value(c, 4)), lines_with(c, ".004")) << "the lowest bit of the upper byte";
-        EXPECT_EQ(color_text(with_value(c, 2)), lines_with(c, ".002")) << "the upper one of the lower two bits";
+        EXPECT_EQ(color_text(with_value(c, 2)), lines_with(c, ".002")) << "the higher of the lower two bits";
     }
 }
 
-TEST(color, does_not_count_the_lowest_bit) {
+TEST(color, ignores_the_lowest_bit) {
     for (const coordinate& c : coordinates) {
         EXPECT_EQ(color_text(with_value(c, 1)), color_text({}));
         EXPECT_EQ(color_text(with_value(c, 0x291)), color_text(with_value(c, 0x290)));
     }
 }
 
-TEST(color, has_three_decimals_without_zeros_at_the_end) {
-    const std::vector<std::pair<int, std::string>> told = {
+TEST(color, has_up_to_three_decimals_without_trailing_zeros) {
+    const std::vector<std::pair<int, std::string>> expected = {
         {656, ".641"},                                                // 0.640625
         {640, ".625"},  {512, ".5"},    {256, ".25"},   {64, ".063"}, // 0.0625, a half
         {192, ".188"},                                                // 0.1875, a half
         {1023, ".998"}, {1022, ".998"}, {1020, ".996"}, {16, ".016"}, {320, ".313"},
     };
-    for (const auto& [ten_bits, value] : told)
+    for (const auto& [ten_bits, value] : expected)
         EXPECT_EQ(color_text(with_value(coordinates[0], ten_bits)), lines_with(coordinates[0], value)) << ten_bits;
 }
 
@@ -74,7 +74,7 @@ TEST(cal_chroma, is_the_fraction_of_the_upper_nine_bits) {
     }
 }
 
-TEST(cal_chroma, scales_what_it_is_given) {
+TEST(cal_chroma, scales_its_argument) {
     float value = 3;
     cal_chroma(value);
     EXPECT_EQ(value, 3 * 32 * 512);

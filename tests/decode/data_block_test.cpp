@@ -30,14 +30,14 @@ TEST(data_block, can_be_read_beyond_its_end_but_not_beyond_the_edid) {
     EXPECT_EQ(test::failure_of([&] { block.byte(3); }), failure::subscript_out_of_range);
 }
 
-/// The sentence that a decoder's failure adds for the operator.
+/// The sentence that reports a decoder's failure to the operator.
 template <class Decode>
 std::string sentence_of(Decode decode, const edid_buffer& edid, std::uint8_t address) {
     std::string text;
     return test::sentence_of([&] { decode(text, edid, address); });
 }
 
-TEST(data_block, is_named_where_its_decoder_fails) {
+TEST(data_block, is_named_if_its_decoder_fails) {
     const std::string beyond = "it goes to byte 256, beyond the end of the EDID.";
     EXPECT_EQ(sentence_of(decode_audio_block, edid_of({{253, {0x23, 9}}}), 253),
               "Decoding the audio data block at address 0xFD: " + beyond);
@@ -53,7 +53,7 @@ TEST(data_block, is_named_where_its_decoder_fails) {
               "Decoding the colorimetry data block at address 0xFE: " + beyond);
 }
 
-TEST(data_block, tells_what_does_not_fit) {
+TEST(data_block, reports_what_does_not_fit) {
     EXPECT_EQ(
         sentence_of(decode_video_block, edid_of({{132, {0x41, 107}}}), 132),
         "Decoding the video data block at address 0x84: the video identification code 107 does not fit in two digits.");

@@ -24,7 +24,7 @@ std::string video_text(const std::vector<int>& descriptors) {
     return text_of([&](std::string& text) { decode_video_block(text, edid_with(descriptors), header_at); });
 }
 
-TEST(video, is_told_as_missing_for_address_0) {
+TEST(video, is_reported_missing_at_address_0) {
     EXPECT_EQ(text_of([](std::string& text) {
                   decode_video_block(text, edid_of({{0, {0x41, 4}}}), 0);
               }),
@@ -34,7 +34,7 @@ TEST(video, is_told_as_missing_for_address_0) {
 TEST(video, is_empty_for_a_block_without_descriptors) { EXPECT_EQ(video_text({}), ""); }
 
 // tests/golden/61 and 62 have the texts of all codes
-TEST(video, tells_of_each_code_up_to_59_whether_it_is_native) {
+TEST(video, says_for_each_code_up_to_59_whether_it_is_native) {
     for (int vic = 0; vic < 60; ++vic) {
         const std::string line = video_text({vic});
         EXPECT_TRUE(line.starts_with((vic < 10 ? " " : "") + std::to_string(vic) + " ")) << line;
@@ -59,14 +59,14 @@ TEST(video, has_up_to_31_descriptors) {
     EXPECT_EQ(video_text(std::vector<int>(31, 1)), expected);
 }
 
-TEST(video, reads_no_more_than_its_length_says) {
+TEST(video, reads_no_further_than_its_length) {
     EXPECT_EQ(text_of([](std::string& text) {
                   decode_video_block(text, edid_of({{140, {0x41, 60, 61}}}), 140);
               }),
               "60 Reserved\r\n");
 }
 
-TEST(video, fails_for_a_code_of_three_digits_behind_the_lines_before_it) {
+TEST(video, fails_at_a_three_digit_code_after_the_lines_before_it) {
     for (int vic = 100; vic < 128; ++vic) {
         for (const int native : {0, 128}) {
             EXPECT_EQ(text_till(failure::invalid_procedure_call,
@@ -78,7 +78,7 @@ TEST(video, fails_for_a_code_of_three_digits_behind_the_lines_before_it) {
     }
 }
 
-TEST(video, fails_beyond_the_edid_behind_the_lines_before_it) {
+TEST(video, fails_beyond_the_edid_after_the_lines_before_it) {
     const auto text_at = [](std::uint8_t address, const std::vector<int>& bytes) {
         return text_till(failure::subscript_out_of_range, [&](std::string& text) {
             decode_video_block(text, edid_of({{address, bytes}}), address);

@@ -16,14 +16,14 @@ std::string whole_text(std::string_view data) {
     return text;
 }
 
-TEST(canonical_piece, has_two_upper_case_digits_and_a_blank) {
+TEST(canonical_piece, has_two_upper_case_digits_and_a_space) {
     EXPECT_EQ(canonical_piece(0x00, 0), "00 ");
     EXPECT_EQ(canonical_piece(0x0A, 1), "0A ");
     EXPECT_EQ(canonical_piece(0xA0, 2), "A0 ");
     EXPECT_EQ(canonical_piece(0xFF, 6), "FF ");
 }
 
-TEST(canonical_piece, ends_the_line_behind_the_eighth_byte) {
+TEST(canonical_piece, ends_the_line_after_the_eighth_byte) {
     EXPECT_EQ(canonical_piece(0x00, 7), "00 //7\r\n");
     EXPECT_EQ(canonical_piece(0x00, 8), "00 ");
     EXPECT_EQ(canonical_piece(0x1C, 15), "1C //F\r\n");
@@ -36,7 +36,7 @@ TEST(canonical_piece, leaves_an_empty_line_between_the_blocks) {
     EXPECT_EQ(canonical_piece(0x3C, 255), "3C //FF\r\n");
 }
 
-TEST(canonical_piece, goes_on_in_the_same_way_behind_256_bytes) {
+TEST(canonical_piece, continues_in_the_same_way_after_256_bytes) {
     EXPECT_EQ(canonical_piece(0x11, 256), "11 ");
     EXPECT_EQ(canonical_piece(0x11, 263), "11 //107\r\n");
     EXPECT_EQ(canonical_piece(0x11, 383), "11 //17F\r\n");

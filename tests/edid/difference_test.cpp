@@ -33,13 +33,13 @@ TEST(places_of_bytes, end_with_the_text) {
     EXPECT_EQ(places_of_bytes("00 FF //1\r\n"), (places{0, 3}));
 }
 
-TEST(places_of_bytes, are_none_in_words) {
+TEST(places_of_bytes, are_not_found_in_words) {
     EXPECT_EQ(places_of_bytes("Reading HDMI/DVI-OUT's edid ...\r\nTimeout ! Read fail !"), places{});
     const std::string text = "00 FF //1\r\n\r\nLink Error !\r\n";
     EXPECT_EQ(pairs_at(text, places_of_bytes(text)), (std::vector<std::string>{"00", "FF"}));
 }
 
-TEST(places_of_bytes, are_256_at_most) {
+TEST(places_of_bytes, are_at_most_256) {
     std::string text = test::window_text_of(test::good_edid());
     text += text;
     EXPECT_EQ(places_of_bytes(text).size(), 256U);
@@ -63,7 +63,7 @@ protected:
 
 TEST_F(edid_difference, names_the_bytes_that_differ) { EXPECT_EQ(found.bytes(), (places{0x12, 0x80, 0xFF})); }
 
-TEST_F(edid_difference, is_gone_with_another_text_of_either_side) {
+TEST_F(edid_difference, is_discarded_when_either_text_changes) {
     view.txt_write.text = "";
     EXPECT_EQ(found.bytes(), places{});
     found.compare(buffers);
@@ -74,7 +74,7 @@ TEST_F(edid_difference, is_gone_with_another_text_of_either_side) {
 
 class compared_sides : public test::edid_fixture {};
 
-TEST_F(compared_sides, are_noted_by_comp) {
+TEST_F(compared_sides, are_compared_by_comp) {
     view.txt_write.text = "00";
     view.txt_read.text = "00";
     buffers.write_buff[5] = 1;

@@ -42,7 +42,7 @@ strings joined(strings all, const strings& more) {
     return sorted(all);
 }
 
-// what changes for the first file that is opened
+// what opening a first file changes
 const strings named{"edid_file_name", "form.caption", "lab_pre_f(0).caption"};
 const strings sending{"cmd_verify.enabled", "cmd_w_auto.enabled", "cmd_write.enabled"};
 const strings parsed{"cmd_sum_write.enabled", "cmd_write_translate.enabled", "file_ok", "write_buff"};
@@ -55,8 +55,8 @@ protected:
         view.dia_file.init_dir = "/where/it/was";
     }
     std::string title_of(const std::string& name) const { return "VELOTRACE  - " + path(name); }
-    /// What has changed since `remember` but for the file itself.
-    strings changed_but_for(const std::string& name) const {
+    /// What has changed since `remember`, except for the file itself.
+    strings changed_except(const std::string& name) const {
         strings all = changed();
         std::erase(all, "file " + name);
         return all;
@@ -65,17 +65,17 @@ protected:
         EXPECT_EQ(std::exchange(m.boxes.all, {}),
                   boxes{(test::noted_boxes::shown{text, box_icon::critical, box_buttons::ok})});
     }
-    /// A file number that a failure has left open lets no file be opened any more.
-    void expect_number_1(bool open_still) {
+    /// While a failure has left the file number open, no other file can be opened.
+    void expect_number_1(bool still_open) {
         directory.put("next.bin", "\x77");
         open("next.bin");
-        EXPECT_EQ(view.txt_write.text, open_still ? "" : "77 ");
-        EXPECT_EQ(form.caption == title_of("next.bin"), !open_still);
+        EXPECT_EQ(view.txt_write.text, still_open ? "" : "77 ");
+        EXPECT_EQ(form.caption == title_of("next.bin"), !still_open);
     }
 };
 
 #ifndef _WIN32
-TEST_F(file_opener_test, waits_for_no_pipe_and_reads_no_device_and_no_long_file) {
+TEST_F(file_opener_test, does_not_wait_for_a_pipe_or_read_a_device_or_a_long_file) {
     const test::temporary_directory elsewhere;
     ASSERT_EQ(::mkfifo((elsewhere / "pipe.bin").c_str(), 0600), 0);
     std::filesystem::create_symlink("/dev/zero", elsewhere / "zero.bin");
@@ -94,13 +94,13 @@ TEST_F(file_opener_test, waits_for_no_pipe_and_reads_no_device_and_no_long_file)
 }
 #endif
 
-TEST_F(file_opener_test, opens_hex_behind_a_byte_order_mark) {
+TEST_F(file_opener_test, opens_hex_after_a_byte_order_mark) {
     open_bytes("a.hex", "\xEF\xBB\xBF" + window_text_of(good_edid()));
     EXPECT_EQ(view.txt_write.text.get(), window_text_of(good_edid()));
     EXPECT_EQ(buffers.write_buff, buffer_of(good_edid()));
 }
 
-TEST_F(file_opener_test, knows_files_and_no_folders) {
+TEST_F(file_opener_test, accepts_files_but_not_folders) {
     directory.put("a.hex", "");
     EXPECT_TRUE(file_exists(path("a.hex")));
     EXPECT_FALSE(file_exists(path("none.hex")));
@@ -131,7 +131,7 @@ TEST_F(open_dialog, has_its_title_its_filter_and_no_name) {
     EXPECT_EQ(m.files.shown.size(), 1U);
 }
 
-TEST_F(open_dialog, starts_beside_the_last_file) {
+TEST_F(open_dialog, starts_in_the_folder_of_the_last_file) {
     directory.put("newest.hex", "");
     view.lab_pre_f[0].caption = path("newest.hex");
     fields.edid_file_name = "C:\\edids\\some.hex";
@@ -140,20 +140,20 @@ TEST_F(open_dialog, starts_beside_the_last_file) {
     EXPECT_EQ(dialog_shown().init_dir, "/edids");
 }
 
-TEST_F(open_dialog, starts_beside_the_newest_of_the_list_where_no_file_was_opened) {
+TEST_F(open_dialog, starts_in_the_folder_of_the_newest_listed_file_if_none_was_opened) {
     directory.put("newest.hex", "");
     view.lab_pre_f[0].caption = path("newest.hex");
     view.lab_pre_f[1].caption = "/elsewhere/b.hex";
     EXPECT_EQ(dialog_shown().init_dir, utf8_from_path(directory.path()));
 }
 
-TEST_F(open_dialog, starts_where_it_was_without_either) {
+TEST_F(open_dialog, keeps_its_folder_without_either) {
     EXPECT_EQ(dialog_shown().init_dir, "/where/it/was");
     view.lab_pre_f[0].caption = "/gone/newest.hex";
     EXPECT_EQ(dialog_shown().init_dir, "/where/it/was");
 }
 
-TEST_F(open_dialog, ends_all_where_it_is_cancelled_or_names_nothing) {
+TEST_F(open_dialog, changes_nothing_if_it_is_cancelled_or_names_nothing) {
     remember();
     view.cmd_load.on_click();
     m.files.choices = {file_choice{"", 1}};
@@ -162,7 +162,7 @@ TEST_F(open_dialog, ends_all_where_it_is_cancelled_or_names_nothing) {
     EXPECT_EQ(changed(), strings{});
 }
 
-TEST_F(open_dialog, tells_of_a_file_that_is_not_there) {
+TEST_F(open_dialog, reports_a_missing_file) {
     std::filesystem::create_directory(directory / "folder.hex");
     for (const char* name : {"none.hex", "folder.hex"}) {
         remember();
@@ -174,7 +174,7 @@ TEST_F(open_dialog, tells_of_a_file_that_is_not_there) {
 
 class opened_file : public file_opener_test {};
 
-TEST_F(opened_file, is_shown_taken_named_listed_and_can_be_sent) {
+TEST_F(opened_file, is_shown_stored_named_listed_and_can_be_sent) {
     remember();
     open_bytes("a.bin", good_edid());
     EXPECT_EQ(view.txt_write.text.get(), window_text_of(good_edid()));
@@ -185,7 +185,7 @@ TEST_F(opened_file, is_shown_taken_named_listed_and_can_be_sent) {
     EXPECT_EQ(fields.edid_file_name, path("a.bin"));
     EXPECT_EQ(view.lab_pre_f[0].caption, path("a.bin"));
     EXPECT_TRUE(opener.file_ok);
-    EXPECT_EQ(changed_but_for("a.bin"),
+    EXPECT_EQ(changed_except("a.bin"),
               joined(joined(named, sending), joined(parsed, {"lab_write_checksum(0).caption",
                                                              "lab_write_checksum(1).caption", "txt_write.text"})));
     EXPECT_TRUE(m.boxes.all.empty());
@@ -209,7 +209,7 @@ TEST_F(opened_file, is_read_by_the_last_three_letters_of_its_name) {
     expect_number_1(false);
 }
 
-TEST_F(opened_file, of_another_kind_is_told_twice_and_named_all_the_same) {
+TEST_F(opened_file, of_another_kind_is_reported_twice_but_still_named) {
     opener.file_ok = true;
     directory.put("a.txt", "11");
     remember();
@@ -222,7 +222,7 @@ TEST_F(opened_file, of_another_kind_is_told_twice_and_named_all_the_same) {
     expect_number_1(false);
 }
 
-TEST_F(opened_file, of_another_kind_is_told_before_its_name_and_its_buttons_follow) {
+TEST_F(opened_file, of_another_kind_is_reported_before_its_name_and_buttons_change) {
     opener.file_ok = true;
     directory.put("a.txt", "11");
     film([this] {
@@ -234,14 +234,14 @@ TEST_F(opened_file, of_another_kind_is_told_before_its_name_and_its_buttons_foll
                                title_of("a.txt") + ", " + path("a.txt") + ", enabled"}));
 }
 
-TEST_F(opened_file, has_no_kind_without_the_three_letters_at_its_very_end) {
+TEST_F(opened_file, has_no_kind_without_three_letters_at_its_very_end) {
     for (const char* name : {"a.he", "hex.a", "ex", "a.hex ", "a.hexx", "a.b1n"}) {
         open_bytes(name, "11");
         EXPECT_EQ(std::exchange(m.boxes.all, {}), (boxes{box_wrong_format, box_data_error})) << name;
     }
 }
 
-TEST_F(opened_file, has_its_title_and_its_place_in_the_list_when_the_buttons_come_to_life) {
+TEST_F(opened_file, has_its_title_and_its_place_in_the_list_when_the_buttons_are_enabled) {
     directory.put("a.bin", good_edid());
     film([this] {
         return form.caption.get() + ", " + view.lab_pre_f[0].caption.get() + (view.cmd_write.enabled ? ", enabled" : "") +
@@ -251,18 +251,18 @@ TEST_F(opened_file, has_its_title_and_its_place_in_the_list_when_the_buttons_com
     EXPECT_EQ(frames, strings{title_of("a.bin") + ", " + path("a.bin") + ", enabled, sum"});
 }
 
-TEST_F(opened_file, of_one_block_leaves_the_label_and_the_repair_of_the_other) {
+TEST_F(opened_file, of_one_block_keeps_the_label_and_the_repair_of_the_other) {
     open_bytes("a.bin", some_bytes(256));
     remember();
     open_bytes("b.hex", window_text_of(good_edid().substr(0, 128)));
     EXPECT_EQ(buffers.write_buff, buffer_of(good_edid().substr(0, 128), 0xFF));
-    EXPECT_EQ(changed_but_for("b.hex"),
+    EXPECT_EQ(changed_except("b.hex"),
               (strings{"cmd_recover(0).visible", "edid_file_name", "form.caption", "lab_pre_f(0).caption",
                        "lab_pre_f(1).caption", "lab_write_checksum(0).caption", "lab_write_checksum(0).fore_color",
                        "txt_write.text", "write_buff"}));
 }
 
-/// A format with its way to write bytes into a file.
+/// A file format, and the content of such a file for given bytes.
 struct format {
     const char* name;
     std::string (*file_of)(std::string_view data);
@@ -277,14 +277,13 @@ protected:
 };
 
 std::string same(std::string_view data) { return std::string(data); }
-std::string behind_junk(std::string_view data) { return "junk" + std::string(data); }
+std::string after_junk(std::string_view data) { return "junk" + std::string(data); }
 
 INSTANTIATE_TEST_SUITE_P(open, format_test,
-                         testing::Values(format{"hex", window_text_of}, format{"bin", same},
-                                         format{"ddc", behind_junk}),
+                         testing::Values(format{"hex", window_text_of}, format{"bin", same}, format{"ddc", after_junk}),
                          [](const auto& f) { return std::string(f.param.name); });
 
-TEST_P(format_test, ends_in_silence_for_a_block_that_needs_256_and_leaves_the_number_open) {
+TEST_P(format_test, stops_silently_at_a_block_that_needs_256_and_leaves_the_number_open) {
     const std::string data = needing_256(good_edid(), 0);
     directory.put(file_name, GetParam().file_of(data));
     remember();
@@ -305,7 +304,7 @@ class any_length : public format_test {};
 INSTANTIATE_TEST_SUITE_P(open, any_length, testing::Values(format{"hex", window_text_of}, format{"bin", same}),
                          [](const auto& f) { return std::string(f.param.name); });
 
-TEST_P(any_length, up_to_256_fills_the_buffer_up_with_ff) {
+TEST_P(any_length, up_to_256_pads_the_buffer_with_ff) {
     for (const std::size_t length : {1U, 20U, 127U, 128U, 129U, 255U, 256U}) {
         open_data(some_bytes(length));
         EXPECT_EQ(view.txt_write.text.get(), window_text_of(some_bytes(length)));
@@ -315,7 +314,7 @@ TEST_P(any_length, up_to_256_fills_the_buffer_up_with_ff) {
     }
 }
 
-TEST_P(any_length, above_256_shows_all_and_ends_in_silence_with_256_stored) {
+TEST_P(any_length, above_256_shows_all_stores_256_and_stops_silently) {
     for (const std::size_t length : {257U, 300U}) {
         const std::string data = good_edid() + some_bytes(length - 256);
         buffers.write_buff.fill(0x33);
@@ -346,22 +345,22 @@ protected:
         EXPECT_EQ(m.boxes.all, boxes{box_data_error});
         EXPECT_EQ(view.txt_write.text, text_left);
         EXPECT_EQ(changed(), joined(joined(named, sending), {"boxes", "file_ok", "txt_write.text"}))
-            << "the buffer, the translation and the sum stay as they were";
+            << "the buffer, the translation and the sum are unchanged";
         EXPECT_EQ(form.caption, title_of(name));
         m.boxes.all.clear();
         expect_number_1(false);
     }
 };
 
-TEST_F(refused_file, with_an_x_out_of_place_keeps_the_lines_before_it) {
+TEST_F(refused_file, with_a_misplaced_x_keeps_the_lines_before_it) {
     expect_refused("a.hex", "11 22\r\n33 44\r\n55 x 66\r\n77\r\n", "11 22 33 44 ");
 }
 
-TEST_F(refused_file, without_a_byte_is_a_bin) { expect_refused("a.bin", "", ""); }
+TEST_F(refused_file, can_be_an_empty_bin) { expect_refused("a.bin", "", ""); }
 
-TEST_F(refused_file, without_a_byte_is_a_ddc) { expect_refused("a.ddc", "", ""); }
+TEST_F(refused_file, can_be_an_empty_ddc) { expect_refused("a.ddc", "", ""); }
 
-TEST_F(refused_file, is_no_hex_file_without_a_byte) {
+TEST_F(refused_file, is_never_a_hex_file_without_bytes) {
     for (const char* content : {"", "\r\n", "// nothing\r\n"}) {
         buffers.write_buff.fill(0x33);
         open_bytes("a.hex", content);
@@ -373,7 +372,7 @@ TEST_F(refused_file, is_no_hex_file_without_a_byte) {
     }
 }
 
-TEST_F(refused_file, leaves_the_checksum_that_it_came_across) {
+TEST_F(refused_file, keeps_the_checksum_of_the_blocks_read) {
     std::string data = some_bytes(128);
     open_bytes("a.hex", window_text_of(data) + "x");
     EXPECT_EQ(m.boxes.all, boxes{box_data_error});
@@ -385,7 +384,7 @@ TEST_F(refused_file, leaves_the_checksum_that_it_came_across) {
 
 class ddc_capture : public file_opener_test {};
 
-TEST_F(ddc_capture, of_one_block_is_filled_up_with_ff) {
+TEST_F(ddc_capture, of_one_block_is_padded_with_ff) {
     texts.recover_sum = {7, 8};
     view.cmd_recover[1].visible = true;
     view.lab_write_checksum[1].fore_color = 192;
@@ -396,14 +395,14 @@ TEST_F(ddc_capture, of_one_block_is_filled_up_with_ff) {
     EXPECT_EQ(view.lab_write_checksum[0].caption, checksum_text(block, 0));
     EXPECT_EQ(view.lab_write_checksum[1].caption, "Checksum BK1= Empty block FF for DVI");
     EXPECT_EQ(view.lab_write_checksum[1].fore_color, 0U);
-    EXPECT_TRUE(view.cmd_recover[1].visible) << "it keeps what the file before left";
+    EXPECT_TRUE(view.cmd_recover[1].visible) << "it stays as the previous file left it";
     EXPECT_EQ(texts.recover_sum, (std::array<std::uint8_t, 2>{7, 8}));
     EXPECT_EQ(form.caption, title_of("a.ddc"));
     EXPECT_TRUE(m.boxes.all.empty());
     expect_number_1(false);
 }
 
-TEST_F(ddc_capture, under_256_bytes_ends_in_silence_and_leaves_the_number_open) {
+TEST_F(ddc_capture, under_256_bytes_stops_silently_and_leaves_the_number_open) {
     for (const std::size_t length : {1U, 128U, 255U}) {
         view.txt_write.text = "old";
         opener.file_ok = false;
@@ -466,7 +465,7 @@ TEST_F(previous_file, is_opened_like_any_other_and_moves_to_the_front) {
     EXPECT_TRUE(m.boxes.all.empty());
 }
 
-TEST_F(previous_file, of_an_empty_place_hides_the_list_and_enables_what_sends_where_a_file_was_opened) {
+TEST_F(previous_file, in_an_empty_place_hides_the_list_and_enables_sending_if_a_file_was_opened) {
     put_list({"a"});
     remember();
     press(5);
@@ -479,7 +478,7 @@ TEST_F(previous_file, of_an_empty_place_hides_the_list_and_enables_what_sends_wh
     EXPECT_TRUE(m.boxes.all.empty());
 }
 
-TEST_F(previous_file, that_is_gone_is_told_and_taken_out) {
+TEST_F(previous_file, that_is_gone_is_reported_and_removed) {
     put_list({"a", "b", "c", "d", "e", "f", "g", "h", "i", "j"});
     remember();
     press(7);
@@ -498,7 +497,7 @@ TEST_F(previous_file, that_is_a_folder_is_gone) {
     EXPECT_EQ(list(), strings(10, ""));
 }
 
-TEST_F(previous_file, that_is_gone_closes_the_list_before_its_box_and_leaves_the_list_after_it) {
+TEST_F(previous_file, that_is_gone_hides_the_list_before_its_box_and_is_removed_after_it) {
     put_list({"a", "b"});
     fields.edid_file_name = "x";
     film([this] {
@@ -518,7 +517,7 @@ TEST_F(previous_file, is_one_of_ten) {
     EXPECT_FALSE(view.fra_pre_f.visible);
 }
 
-TEST_F(previous_file, lets_no_failure_pass) {
+TEST_F(previous_file, passes_on_every_failure) {
     struct bad_file {
         const char* name;
         std::string content;

@@ -16,12 +16,12 @@ namespace {
 
 using test::failure_of;
 
-TEST(with_ending, keeps_a_name_that_has_it_in_any_case) {
+TEST(with_ending, keeps_a_name_that_has_it_in_either_case) {
     for (const char* name : {"a.txt", "a.TXT", "a.Txt", ".txt", "/folder/report.tXt"})
         EXPECT_EQ(with_ending(name, ".txt"), name);
 }
 
-TEST(with_ending, takes_four_characters_whatever_they_are) {
+TEST(with_ending, replaces_the_last_four_characters_whatever_they_are) {
     const std::vector<std::pair<std::string, std::string>> names = {
         {"report", "re.txt"},   {"a.htm", "a.txt"},   {"b.html", "b..txt"},       {"abcd", ".txt"},
         {"name.tx", "nam.txt"}, {"a.txt2", "a..txt"}, {"/folder/a", "/fold.txt"},
@@ -30,7 +30,7 @@ TEST(with_ending, takes_four_characters_whatever_they_are) {
         EXPECT_EQ(with_ending(name, ".txt"), changed);
 }
 
-TEST(with_ending, counts_characters_and_not_bytes) {
+TEST(with_ending, counts_characters_not_bytes) {
     EXPECT_EQ(with_ending("na\xC3\xA4\xC3\xB6\xC3\xBCx", ".hex"), "na.hex");
     EXPECT_EQ(with_ending("\xE2\x82\xAC.txt", ".txt"), "\xE2\x82\xAC.txt");
 }
@@ -43,7 +43,7 @@ TEST(with_ending, fails_for_a_name_too_short) {
 class where_to_save : public testing::Test {
 protected:
     where_to_save() { directory.put("old.txt", "old"); }
-    /// What comes of these names chosen one behind the other; "(nothing)" where nothing does.
+    /// The result when the operator chooses these names in turn; "(nothing)" if there is none.
     std::string chosen(const std::vector<std::string>& names) {
         for (const std::string& name : names)
             m.files.choices.emplace_back(file_choice{name, 2});
@@ -74,20 +74,20 @@ TEST_F(where_to_save, is_nowhere_without_a_name) {
     EXPECT_TRUE(m.boxes.all.empty());
 }
 
-TEST_F(where_to_save, is_asked_again_over_a_file) {
+TEST_F(where_to_save, needs_a_yes_to_overwrite_a_file) {
     m.boxes.answers = {box_answer::yes};
     EXPECT_EQ(chosen({path("old.txt")}), path("old.txt"));
     EXPECT_EQ(m.boxes.all, (std::vector<test::noted_boxes::shown>{{path("old.txt") + " exists. Overwrite it ?",
                                                                    box_icon::none, box_buttons::yes_no_cancel}}));
 }
 
-TEST_F(where_to_save, is_nowhere_where_the_question_is_cancelled) {
+TEST_F(where_to_save, is_nowhere_if_the_question_is_cancelled) {
     m.boxes.answers = {box_answer::cancel};
     EXPECT_EQ(chosen({path("old.txt"), path("new.txt")}), "(nothing)");
     EXPECT_EQ(prepared, 1);
 }
 
-TEST_F(where_to_save, is_asked_with_a_dialog_set_up_afresh_each_time) {
+TEST_F(where_to_save, is_asked_in_a_dialog_set_up_anew_each_time) {
     m.boxes.answers = {box_answer::no, box_answer::no};
     EXPECT_EQ(chosen({path("old.txt"), path("old.txt"), path("new.txt")}), path("new.txt"));
     ASSERT_EQ(m.files.shown.size(), 3U);
@@ -95,7 +95,7 @@ TEST_F(where_to_save, is_asked_with_a_dialog_set_up_afresh_each_time) {
     EXPECT_EQ(m.files.shown[2].title, "3");
 }
 
-TEST_F(where_to_save, leaves_the_file_as_it_is) {
+TEST_F(where_to_save, does_not_change_the_file) {
     m.boxes.answers = {box_answer::yes};
     chosen({path("old.txt")});
     EXPECT_EQ(directory.content("old.txt"), "old");

@@ -64,7 +64,7 @@ protected:
 
     /// The frame's caption, its text with "|" for each line's end, and its mark with the state of OK: "WRITE: a|b PASS
     /// enabled".
-    std::string told() const {
+    std::string report() const {
         std::string text = view.txt_msg.text;
         for (std::size_t at = 0; (at = text.find("\r\n", at)) != std::string::npos;)
             text.replace(at, 2, "|");
@@ -392,7 +392,7 @@ protected:
 
 class write_button : public sink_write {
 protected:
-    std::string look() const { return look_of(view.cmd_write) + ", " + told(); }
+    std::string look() const { return look_of(view.cmd_write) + ", " + report(); }
 };
 
 TEST_F(write_button, sends_what_the_buffer_holds_byte_by_byte) {
@@ -506,10 +506,10 @@ TEST_F(write_button, waits_150_rounds_of_the_first_clock_step_above_10_ms) {
 TEST_F(write_button, takes_an_answer_in_the_149th_round_and_none_in_the_150th) {
     answer_in_round(limit - 1, "EWR002");
     view.cmd_write.on_click();
-    EXPECT_EQ(told(), "WRITE: Writing WRITE data ...|EWR002 Write completely . PASS enabled");
+    EXPECT_EQ(report(), "WRITE: Writing WRITE data ...|EWR002 Write completely . PASS enabled");
     answer_in_round(limit, "EWR002");
     view.cmd_write.on_click();
-    EXPECT_EQ(told(), "WRITE: Writing WRITE data ...|WRITE timeout error !| FAIL enabled");
+    EXPECT_EQ(report(), "WRITE: Writing WRITE data ...|WRITE timeout error !| FAIL enabled");
 }
 
 TEST_F(write_button, tells_a_failed_link_and_sends_no_byte) {
@@ -523,7 +523,7 @@ TEST_F(write_button, tells_a_failed_link_and_sends_no_byte) {
 
 class verify_button : public sink_test {
 protected:
-    std::string look() const { return look_of(view.cmd_verify) + ", " + told(); }
+    std::string look() const { return look_of(view.cmd_verify) + ", " + report(); }
 };
 
 TEST_F(verify_button, passes_where_the_sink_holds_what_was_written) {
@@ -598,7 +598,7 @@ protected:
     static constexpr int limit = 3001;
     static constexpr int round_ms = 55; ///< 50 ms and a bit
 
-    std::string look() const { return look_of(view.cmd_erase) + ", " + told(); }
+    std::string look() const { return look_of(view.cmd_erase) + ", " + report(); }
     void press_and_answer(box_answer answer) {
         m.boxes.answers = {answer};
         view.cmd_erase.on_click();
@@ -698,17 +698,17 @@ TEST_F(erase_button, waits_3001_rounds_of_the_first_clock_step_above_50_ms) {
 TEST_F(erase_button, takes_an_answer_in_the_last_round) {
     answer_in_round(limit, "ERS002");
     erase();
-    EXPECT_EQ(told(), "ERASE: Erasing sink's edid ...|ERS002 ERASE complete. PASS enabled");
+    EXPECT_EQ(report(), "ERASE: Erasing sink's edid ...|ERS002 ERASE complete. PASS enabled");
     answer_in_round(limit + 1, "ERS002");
     erase();
-    EXPECT_EQ(told(), "ERASE: Erasing sink's edid ...|Timeout Error ! FAIL enabled");
+    EXPECT_EQ(report(), "ERASE: Erasing sink's edid ...|Timeout Error ! FAIL enabled");
 }
 
 TEST_F(erase_button, takes_no_answer_that_is_not_complete) {
     for (const char* answer : {"ERS002", "ERS003"}) {
         before_the_wait([this, answer] { m.events.in(100, [this, answer] { link.rx_text = answer; }); });
         erase();
-        EXPECT_EQ(told(), "ERASE: Erasing sink's edid ...|Timeout Error ! FAIL enabled");
+        EXPECT_EQ(report(), "ERASE: Erasing sink's edid ...|Timeout Error ! FAIL enabled");
     }
 }
 

@@ -1,4 +1,4 @@
-// The simulator's control socket as its users meet it.
+// The simulator's control socket, as its clients use it.
 
 #include "generator/control_socket.h"
 
@@ -126,7 +126,7 @@ TEST_F(control_socket_test, does_not_wait_for_a_program_that_does_not_read_its_r
         ::send(hanging.descriptor(), lines.data(), lines.size(), MSG_NOSIGNAL);
         control.serve(long_reply);
     }
-    EXPECT_LT(served, 50) << "who does not fetch the replies is not heard";
+    EXPECT_LT(served, 50) << "a program that does not read its replies is not served";
     const client other(path);
     other.send("state\n");
     serve(control);
@@ -192,7 +192,7 @@ TEST_F(control_socket_test, refuses_a_path_that_is_too_long_for_a_socket) {
     EXPECT_NE(sentence_of([&] { control_socket{folder / std::string(120, 'x')}; }).find("too long"), std::string::npos);
 }
 
-/// The program itself at both ends.
+/// The program at both ends of the socket.
 class simulator_control : public testing::Test {
 protected:
     std::string in_folder(const std::string& name) const { return "\"" + (folder / name).string() + "\""; }

@@ -20,7 +20,7 @@ using test::text_of;
 
 class faulty_generator_test : public testing::Test {
 protected:
-    /// Every answer goes wrong in this way from now on.
+    /// Makes every later answer faulty in this way.
     void always(fault f) { line.follow({100, 1, {f}}); }
 
     std::string tell(std::string_view command) { return text_of(line.command(command)); }
@@ -120,7 +120,7 @@ TEST_F(faulty_generator_test, falls_silent_for_some_answers) {
 }
 
 TEST_F(faulty_generator_test, speaks_again_with_another_plan) {
-    // of nine silences eight are longer than one answer
+    // eight of nine silences are longer than one answer
     for (std::uint64_t seed = 1; seed <= 10; ++seed) {
         line.follow({100, seed, {fault::silent}});
         EXPECT_EQ(tell("TIM007"), "");

@@ -19,7 +19,7 @@ class generator_on_line_test : public testing::Test {
 protected:
     void write(const std::string& text) { line.receive(bytes_of(text), now); }
 
-    /// All that reaches the desk while the time runs on.
+    /// All bytes that reach the desk in this time.
     std::string run(std::chrono::nanoseconds span) {
         const auto end = now + span;
         std::string heard;
@@ -50,7 +50,7 @@ TEST_F(generator_on_line_test, an_exchange_takes_twelve_bytes_and_the_thinking) 
 
 TEST_F(generator_on_line_test, the_pace_does_not_depend_on_the_caller) {
     write("VER001");
-    // one late look brings all of it
+    // one late call returns all of it
     EXPECT_EQ(string_of(line.take_due(now + 1ms + 12 * byte_time)), "VER012");
 }
 
@@ -148,10 +148,10 @@ TEST_F(generator_on_line_test, is_absent_while_a_random_fault_unplugs_the_cable)
     EXPECT_EQ(line.take_log(), (texts{"> TIM007", "! unplug"})) << "the rest was still on the line";
     faults.follow({});
     write("OUT002");
-    // it is out for 200 to 5000 ms
+    // it is unplugged for 200 to 5000 ms
     EXPECT_EQ(run(99ms), "");
     EXPECT_TRUE(cable.pulled_out(now));
-    EXPECT_TRUE(line.next_due()) << "somebody has to put it back";
+    EXPECT_TRUE(line.next_due()) << "it must be plugged in again";
     EXPECT_EQ(run(5000ms), "");
     EXPECT_FALSE(cable.pulled_out(now));
     EXPECT_FALSE(line.next_due());

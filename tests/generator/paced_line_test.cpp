@@ -99,7 +99,7 @@ TEST(paced_line, reports_a_part_when_its_last_byte_has_arrived) {
     EXPECT_EQ(finished(line, 6 * byte_time), texts{"ERD001"});
     EXPECT_EQ(finished(line, 6 * byte_time), texts{});
     EXPECT_EQ(finished(line, 1000ms), texts{"data"});
-    // looking at the parts takes no bytes
+    // reading the parts removes no bytes
     EXPECT_EQ(taken(line, 1000ms), "ERD001data");
 }
 

@@ -1,4 +1,4 @@
-// velotrace_sim as its user calls it: command line, typed lines, the link to its terminal.
+// velotrace_sim as its user runs it: command line, typed lines, the link to its terminal.
 
 #ifndef _WIN32
 
@@ -75,7 +75,7 @@ TEST_F(simulator_program, removes_its_terminal_and_creates_another) {
 }
 
 TEST_F(simulator_program, reports_why_it_cannot_be_plugged_in_and_continues) {
-    // somebody else's file takes the link's name while it is off the line
+    // somebody else's file takes the name of the link while it is unplugged
     const std::string unplugged = "grep -q 'cable is unplugged' " + in_folder("out");
     const std::string typist = "(printf 'unplug\\n'; i=0; until " + unplugged +
                                " || [ $i -gt 20000 ]; do i=$((i+1)); done; printf 'mine' >" + in_folder("com1") +
@@ -98,7 +98,7 @@ TEST_F(simulator_program, leaves_a_link_of_the_operator_and_names_its_target) {
 }
 
 TEST_F(simulator_program, leaves_a_link_that_the_operator_has_created_meanwhile) {
-    // while it is on the line, and then off the line
+    // while it is plugged in, and then unplugged
     const std::string typist = "(until [ -L " + in_folder("com1") + " ]; do :; done; ln -sfn /dev/ttyS90 " +
                                in_folder("com1") + "; printf 'unplug\nplug\nquit\n')";
     const auto ended = test::run_in_shell(typist + " | timeout 60 \"" VELOTRACE_SIM "\" " + in_folder("com1"), folder);

@@ -38,7 +38,7 @@ TEST_F(simulator_console_test, drops_answers_to_commands_that_are_carried_out) {
     EXPECT_EQ(tell("TIM999"), "TIM007");
     console.take_line("drop 2");
     EXPECT_EQ(tell("PAT001"), "");
-    EXPECT_EQ(tell("ABC123"), ""); // silence anyway: takes no turn
+    EXPECT_EQ(tell("ABC123"), ""); // never answered, so not counted
     EXPECT_EQ(tell("PAT001"), "");
     EXPECT_EQ(tell("PAT001"), "PAT001");
 }
@@ -52,7 +52,7 @@ TEST_F(simulator_console_test, garbles_one_byte) {
         differences += bad[i] != "TIM007"[i] ? 1 : 0;
     EXPECT_EQ(differences, 1);
     EXPECT_EQ(bad.substr(0, 3), "TIM");
-    // the desk must notice: a place of a digit holds none
+    // the desk must notice: a digit is replaced
     EXPECT_NE(bad.substr(3).find_first_not_of("0123456789"), std::string::npos);
     EXPECT_EQ(tell("TIM007"), "TIM007");
 }
@@ -93,7 +93,7 @@ TEST_F(simulator_console_test, shortens_and_garbles_an_answer_of_nothing) {
 TEST_F(simulator_console_test, leaves_one_command_unanswered) {
     EXPECT_EQ(console.take_line("refuse OUT999 none"), "OUT999 is not answered.");
     console.take_line("drop 1");
-    EXPECT_EQ(tell("OUT999"), "") << "silence anyway: takes no turn";
+    EXPECT_EQ(tell("OUT999"), "") << "never answered, so not counted";
     EXPECT_EQ(tell("TIM007"), "");
     EXPECT_EQ(tell("TIM007"), "TIM007");
     EXPECT_NE(console.take_line("state").find("refuses OUT999 with silence"), std::string::npos);

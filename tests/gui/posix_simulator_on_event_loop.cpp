@@ -21,8 +21,8 @@ namespace desk::gui {
 
 namespace {
 
-/// Time for this thread's events: however long they are delayed, at most two steps of the desk's clock pass between
-/// two turns. A delayed desk sends the rest of a block later than any real one.
+/// A clock that advances by at most two steps of the desk's clock between turns, however late the events run: a delayed
+/// desk sends the rest of a block later than a real one does.
 class clock_of_events {
 public:
     std::chrono::nanoseconds now() {
@@ -37,6 +37,7 @@ private:
     std::chrono::nanoseconds passed_{0};
 };
 
+/// A simulator served by this thread's event loop.
 class served_by_events final : public simulator_program {
 public:
     explicit served_by_events(const QString& link) : link_(link.toStdString()) {

@@ -46,7 +46,7 @@ TEST_F(faults_test, come_at_the_rate_and_of_the_kinds_asked_for) {
 TEST_F(faults_test, are_of_all_kinds_by_default) {
     expect_ok("faults 100 7");
     for (int i = 0; i < 100; ++i) {
-        // the cable is back by then, if it was out
+        // an unplugged cable is back by then
         answer("wait 5000");
         answer("click cmd_conn");
         answer("click cmd_run");
@@ -83,7 +83,7 @@ TEST_F(faults_test, pull_the_cable_out_for_a_while) {
     // nothing arrives at the second try
     expect("faults", "ok {\"unplug\": 1}");
     expect_ok("faults off", "wait 5000", "click cmd_run");
-    // it has to be opened anew
+    // it must be opened again
     expect("get lab_timing.caption", "ok \"Link Error\"");
     expect_ok("click cmd_conn");
     expect("boxes", "ok []");

@@ -1,4 +1,4 @@
-// A monkey at the desk: random clicks at random moments of random exchanges.
+// A monkey test: random clicks at random moments of random exchanges.
 
 #include "generator/sink_edids.h"
 #include "support/desk_fixture.h"
@@ -21,7 +21,7 @@ struct outcome {
     std::vector<std::string> nonsense;
 };
 
-/// EDID files of every fate, and two names to save under.
+/// EDID files of every outcome, and two names to save under.
 std::vector<std::string> put_edid_files(const test::temporary_directory& directory) {
     const std::string header("\x00\xFF\xFF\xFF\xFF\xFF\xFF\x00", 8);
     const std::string block = header + std::string(119, '\x11') + '\x01';

@@ -1,4 +1,4 @@
-// desk_robot as its user calls it: command line, script, answers.
+// desk_robot as its user runs it: command line, script, answers.
 
 #include "generator/sink_edids.h"
 #include "support/desk_files.h"
@@ -52,7 +52,7 @@ TEST_F(robot_program, ends_inside_a_modal_window_at_the_end_of_its_input) {
 }
 
 TEST_F(robot_program, uses_its_own_folder_by_default) {
-    // the first files stand beside the programs
+    // the first files are beside the programs
     EXPECT_EQ(run("start\n", "").out, "ok\n");
 }
 

@@ -162,7 +162,7 @@ TEST_F(robot_test, ends_the_program_with_a_run_time_failure) {
     expect_refused("why");
     expect_ok("click cmd_timing");
     expect("select lstv_timing 27", "fatal 11 \"Division by zero\"");
-    // the marked ones still look at what it left
+    // these still read the state that it left
     expect("get lstv_timing.selected", "ok 27");
     expect("field view_mode", "ok 0");
     expect("boxes", "ok []");
@@ -427,7 +427,7 @@ TEST_F(robot_test, refuses_malformed_answers_and_files) {
         expect_ok(line);
 }
 
-// ---- looking ----
+// ---- reading ----
 
 TEST_F(robot_test, gets_the_properties_of_each_kind) {
     expect_ok("start", "click cmd_timing");

@@ -15,7 +15,7 @@ using std::chrono::milliseconds;
 class virtual_calendar_test : public testing::Test {
 protected:
     virtual_calendar_test() { events.start({}); }
-    /// Day, hour, minute and second when the clock has run on so far.
+    /// Day, hour, minute and second after this time.
     std::array<int, 4> at(milliseconds clock_time) {
         run_to(clock_time);
         const std::tm now = dates.now();

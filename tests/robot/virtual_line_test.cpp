@@ -139,13 +139,13 @@ TEST_F(cable, is_unplugged_for_a_while_by_a_random_fault) {
     line.faulty.follow({});
     EXPECT_EQ(failure_of([&] { line.open(1); }), failure::path_file_access_error);
     EXPECT_EQ(failure_of([&] { line.open(2); }), std::nullopt) << "another port";
-    // it is out for 200 to 5000 ms
+    // it is unplugged for 200 to 5000 ms
     events.now = 199;
     EXPECT_EQ(failure_of([&] { line.open(1); }), failure::path_file_access_error);
     events.now = 5000;
     EXPECT_EQ(failure_of([&] { line.open(1); }), std::nullopt);
     write("TIM999");
-    EXPECT_EQ(read_at(5100), "TIM007") << "it was carried out";
+    EXPECT_EQ(read_at(5100), "TIM007") << "the command was executed";
 }
 
 TEST_F(cable, can_be_plugged_in_after_a_random_fault) {
@@ -354,7 +354,7 @@ TEST_F(cable_in_use, stays_silent_if_the_device_comes_back_in_the_middle_of_an_e
     events.later(100ms, [&] { line.set_port(1, state::gone); });
     events.later(200ms, [&] { line.set_port(1, state::ok); });
     link.tx_cmd("TIM007");
-    EXPECT_FALSE(link.rx_done) << "it has to be opened anew";
+    EXPECT_FALSE(link.rx_done) << "it must be opened again";
     link.set_comm();
     link.tx_cmd("TIM007");
     EXPECT_TRUE(link.rx_done);

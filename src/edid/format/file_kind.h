@@ -9,7 +9,7 @@ namespace desk {
 enum class file_kind : std::uint8_t { hex, bin, ddc, unknown };
 
 /// The kind by the last three characters of a name, in either case.
-/// The desk behaves so: it expects no point before them; "edidhex" is a HEX file too.
+/// Intended: it expects no point before them; "edidhex" is a HEX file too.
 file_kind kind_by_last_characters(std::string_view name);
 
 /// The kind by the extension of a file name, in either case. A file without one holds raw bytes.

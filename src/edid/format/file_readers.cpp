@@ -13,7 +13,7 @@ namespace desk {
 
 namespace {
 
-/// The digits of one line of a HEX file, paired up to bytes.
+/// Pairs the digits of one line of a HEX file into bytes.
 class hex_line {
 public:
     explicit hex_line(byte_receiver& bytes) : bytes_(bytes) {}
@@ -32,7 +32,7 @@ public:
         return true;
     }
 
-    /// A non-digit ends a byte of one digit.
+    /// A non-digit after a single digit ends its byte.
     void separate() {
         if (!pair_.empty()) complete();
     }
@@ -57,7 +57,7 @@ bool read_hex_line(std::string_view raw, byte_receiver& bytes) {
     if (trim_tabs(line).empty()) return true;
     hex_line digits(bytes);
     if (!std::all_of(line.begin(), line.end(), [&](char c) { return digits.take(c); })) return false;
-    // trimmed space at the end still separates; otherwise the last single digit is dropped
+    // trimmed space still ends a single last digit; without it the digit is dropped
     if (raw.back() != line.back()) digits.separate();
     bytes.finish_line();
     return true;

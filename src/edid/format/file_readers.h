@@ -30,8 +30,8 @@ bool read_bin(std::string_view file, byte_receiver& bytes);
 
 /// Reads a capture that ends with the EDID: its last 256 bytes if they begin with the EDID header, otherwise its last
 /// 128. False: the file is empty. Throws failure::bad_record_number for a file of fewer than 256 bytes.
-/// The desk behaves so: if the header is at neither place, it searches again and again without returning, and calls
-/// `another_look` each time.
+/// Intended: if the header is at neither place, it searches again and again without returning, and calls `another_look`
+/// each time.
 bool read_ddc(std::string_view file, byte_receiver& bytes, const std::function<void()>& another_look);
 
 /// Reads a file with the reader of its kind; `another_look` is that of `read_ddc`. Returns and throws what that reader

@@ -12,7 +12,7 @@ std::string bin_of(std::string_view window_text);
 std::string simple_hex_of(std::string_view window_text);
 
 /// A window's text as the lines of an initialiser in the C language: "0x00,0xFF, //7".
-/// The desk behaves so: only the end of a comment writes a line, so the bytes after the last comment are lost.
+/// Intended: only the end of a comment writes a line, so the bytes after the last comment are lost.
 std::string c_language_hex_of(std::string_view window_text);
 
 } // namespace desk

@@ -11,7 +11,7 @@ namespace desk {
 
 namespace {
 
-/// In the order of `established_timings`. The desk behaves so: it prints 7680 lines for three of them.
+/// In the order of `established_timings`. Intended: it prints 7680 lines for three of them.
 constexpr std::array<std::string_view, established_timings.size()> labels = {
     "720x400@70   ", "720x400@88",   "640x480@60   ", "640x480@67",   "640x480@72   ", "640x480@75",
     "800x600@56   ", "800x600@60",   "800x600@72   ", "800x600@75",   "832x624@75   ", "1024x768@87",

@@ -86,8 +86,8 @@ void report_writer::report_descriptors() {
         report_descriptor_row(tables_.descriptor_map.at(k).kind, names, details);
 }
 
-// The desk behaves so: it prints the first descriptor of a class for each of the class, except for names and detailed
-// timings, which it counts.
+// Intended: it prints the first descriptor of a class for each of the class, except for names and detailed timings,
+// which it counts.
 void report_writer::report_descriptor_row(std::uint8_t kind, int& names, int& details) {
     print_line(report_text_);
     switch (kind) {
@@ -111,7 +111,7 @@ void report_writer::report_descriptor_row(std::uint8_t kind, int& names, int& de
     }
 }
 
-// The desk behaves so: it does not print a third and a fourth name.
+// Intended: it does not print a third and a fourth name.
 void report_writer::report_name(int count) {
     if (count <= 2) return report_descriptor(descriptor_class::monitor_name, count, descriptor_code::monitor_name);
     tables_.arrange_descriptor(trans_buff_, 0);
@@ -137,7 +137,7 @@ void report_writer::report_block_1_tag() {
     }
     print_line(report_text_, "Block 1: NOT CEA 861 Block");
     print(report_text_, "Block Tag = 0x", hex2(tag));
-    // The desk behaves so: after a tag without a name the list begins on the same line.
+    // Intended: after a tag without a name the list begins on the same line.
     const std::string_view title = title_of_other_block(tag);
     if (!title.empty()) print(report_text_, line_end, title, line_end);
 }
@@ -164,7 +164,7 @@ void report_writer::report_detail_timings_of_block_1() {
         ++count;
         print(report_text_, line_end, line_end);
         print_line(report_text_, "--- BK1.Detail Timing", number_text(count), " ---");
-        // The desk behaves so: it prints the first one again for the seventh.
+        // Intended: it prints the first one again for the seventh.
         report_detail(1, count == 7 ? 1 : count);
     }
 }

@@ -53,7 +53,7 @@ void print_short_audio_descriptor(std::string& text, const data_block& block, in
 void decode_audio_block(std::string& text, const edid_buffer& trans_buff, std::uint8_t address) {
     if (address == 0) return print(text, "No Audio Block");
     decode_data_block("audio", trans_buff, address, [&](const data_block& block) {
-        // The desk behaves so: rounded, not truncated, so the last descriptor can extend beyond the block.
+        // Intended: rounded, not truncated, so the last descriptor can extend beyond the block.
         const int n = to_byte(block.length() / 3.0);
         for (int i = 1; i <= n; ++i)
             print_short_audio_descriptor(text, block, 1 + 3 * (i - 1));

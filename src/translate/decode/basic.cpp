@@ -12,8 +12,8 @@ namespace {
 
 constexpr std::array<std::string_view, 4> display_types = {"Mono/GrayScale", "RGB", "Non-RGB Multicolor", "Undefined"};
 
-// The desk behaves so: the integer part is rounded, not truncated, and the fraction has no leading zero. 1.70 is
-// printed as 2.70, and 2.05 as 2.5.
+// Intended: the integer part is rounded, not truncated, and the fraction has no leading zero. 1.70 is printed as 2.70,
+// and 2.05 as 2.5.
 void print_gamma(std::string& text, std::uint8_t byte_23) {
     print(text, "Gamma Value = ");
     const std::uint8_t g = while_doing([&] { return "Decoding the gamma byte " + number_text(byte_23); },

@@ -10,7 +10,7 @@ namespace desk {
 namespace {
 
 // Every label ends with the zero that the number's text lacks before its point.
-// The desk behaves so: a coordinate of 0 has no point and is printed as "00".
+// Intended: a coordinate of 0 has no point and is printed as "00".
 void print_coordinate(std::string& text, std::string_view label, double v) {
     auto value = static_cast<float>(v);
     const float r = cal_chroma(value);

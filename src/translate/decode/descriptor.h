@@ -22,8 +22,8 @@ inline constexpr std::uint8_t unknown = 0xE3;
 
 /// Appends the content of a monitor descriptor of block 0 (VESA E-EDID, section 3.10.3). `address` is that of its tag,
 /// the fourth byte, which is not compared with the code. An unknown code appends nothing.
-/// The desk behaves so: the standard timings are read two bytes early, so "Standard Timing 9" is the tag and the byte
-/// after it, and the descriptor's sixth pair is not shown.
+/// Intended: the standard timings are read two bytes early, so "Standard Timing 9" is the tag and the byte after it,
+/// and the descriptor's sixth pair is not shown.
 void decode_descriptor(std::string& text, const edid_buffer& trans_buff, std::uint8_t address, std::uint8_t code);
 
 } // namespace desk

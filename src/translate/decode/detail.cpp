@@ -28,7 +28,7 @@ void print_figures(std::string& text, const placed_bytes& timing) {
     print_pair(text, "H/V Blanking =", 256 * (byte(4) & 0x0F) + byte(3), 256 * (byte(7) & 0x0F) + byte(6));
     print_pair(text, "H/V Sync Offset =", 4 * (byte(11) & 0xC0) + byte(8),
                4 * (byte(11) & 0x0C) + (byte(10) & 0xF0) / 16);
-    // The desk behaves so: the mask applies to the whole sum, so a vertical width of 16 or more is printed too small.
+    // Intended: the mask applies to the whole sum, so a vertical width of 16 or more is printed too small.
     print_pair(text, "H/V Sync Width =", 16 * (byte(11) & 0x30) + byte(9), (16 * (byte(11) & 0x03) + byte(10)) & 0x0F);
     print_pair(text, "H/V Image Size(mm) =", 16 * (byte(14) & 0xF0) + byte(12), 256 * (byte(14) & 0x0F) + byte(13));
 }
@@ -40,7 +40,7 @@ constexpr std::array<std::string_view, 8> stereo_modes = {
 };
 
 void print_stereo(std::string& text, std::uint8_t f) {
-    // The desk behaves so: the mask applies to the whole sum, so no stereo mode is ever shown.
+    // Intended: the mask applies to the whole sum, so no stereo mode is ever shown.
     const int s = ((f & 0x60) / 16 + f) & 1;
     print_line(text, "Stereo = ", stereo_modes.at(static_cast<std::size_t>(s)));
 }

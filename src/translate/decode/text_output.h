@@ -39,7 +39,7 @@ inline void print_character(std::string& text, std::uint32_t code) {
 }
 
 /// Appends the character with the code value + 48: a digit for 0 to 9.
-/// The desk behaves so: above 9 it is whatever character has that code.
+/// Intended: above 9 it is whatever character has that code.
 inline void print_digit(std::string& text, std::uint32_t value) { print_character(text, value + '0'); }
 
 } // namespace desk

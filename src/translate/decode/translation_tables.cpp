@@ -71,7 +71,7 @@ void translation_tables::arrange_descriptor(const edid_buffer& trans_buff, std::
 
 void translation_tables::arrange_data_block(const edid_buffer& trans_buff) {
     cea_dtd_offset = trans_buff[offset_of_detail_timings];
-    // The desk behaves so: the addresses of the previous EDID stay then.
+    // Intended: the addresses of the previous EDID stay then.
     if (!has_data_blocks()) return;
     data_block_addr.fill(0);
     const int limit = cea_dtd_offset - 1;

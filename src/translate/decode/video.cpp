@@ -11,7 +11,7 @@ namespace desk {
 namespace {
 
 /// The desk's texts for the video identification codes, by code (CEA-861-D, table 3), aligned for a fixed-pitch font.
-/// The desk behaves so: 12, 13 and 39 differ from the standard.
+/// Intended: 12, 13 and 39 differ from the standard.
 // clang-format off
 constexpr std::array<std::string_view, 60> vic_table = {
     "No VIC Available", // 0

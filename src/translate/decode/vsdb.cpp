@@ -17,7 +17,7 @@ void print_payload(std::string& text, const data_block& block) {
     constexpr int bytes_of_row = 5;
     const int length = block.length();
     const auto too_short = [&] { return "a block of length " + number_text(length) + " has no payload to list"; };
-    // The desk behaves so: both numbers are bytes, so a block without a payload overflows one of them.
+    // Intended: both numbers are bytes, so a block without a payload overflows one of them.
     const int m = telling(too_short, [&] { return to_byte(length - 3); });
     print_line(text, "Payload =");
     const int rows = (m + bytes_of_row - 1) / bytes_of_row;
