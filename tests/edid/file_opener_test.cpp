@@ -244,8 +244,8 @@ TEST_F(opened_file, has_no_kind_without_three_letters_at_its_very_end) {
 TEST_F(opened_file, has_its_title_and_its_place_in_the_list_when_the_buttons_are_enabled) {
     directory.put("a.bin", good_edid());
     film([this] {
-        return form.caption.get() + ", " + view.lab_pre_f[0].caption.get() + (view.cmd_write.enabled ? ", enabled" : "") +
-               (view.cmd_sum_write.enabled ? ", sum" : "");
+        return form.caption.get() + ", " + view.lab_pre_f[0].caption.get() +
+               (view.cmd_write.enabled ? ", enabled" : "") + (view.cmd_sum_write.enabled ? ", sum" : "");
     });
     open("a.bin");
     EXPECT_EQ(frames, strings{title_of("a.bin") + ", " + path("a.bin") + ", enabled, sum"});

@@ -566,8 +566,8 @@ TEST_F(verify_button, is_red_and_dead_before_its_frame_comes_and_pumps_at_its_en
     film([this] { return look(); });
     view.cmd_verify.on_click();
     const std::string reading = "red disabled, VERIFY: Reading sink's edid ...|  disabled";
-    EXPECT_EQ(frames, (strings{"red disabled, : old PASS enabled hidden", "ESC001: " + reading, reading, "ERD001: " + reading,
-                               reading, look()}));
+    EXPECT_EQ(frames, (strings{"red disabled, : old PASS enabled hidden", "ESC001: " + reading, reading,
+                               "ERD001: " + reading, reading, look()}));
 }
 
 TEST_F(verify_button, tells_a_failed_read_and_what_failed_in_the_read_window) {

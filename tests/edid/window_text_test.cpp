@@ -253,7 +253,8 @@ TEST_F(window_text_test, clears_the_write_window_and_keeps_its_bytes_labels_repa
 TEST_F(window_text_test, pumps_with_the_write_window_cleared_and_its_side_disabled) {
     fill_both_windows();
     film([this] {
-        return "[" + view.txt_write.text.get() + "] " + form.caption.get() + (view.cmd_write.enabled ? "enabled" : "disabled");
+        return "[" + view.txt_write.text.get() + "] " + form.caption.get() +
+               (view.cmd_write.enabled ? "enabled" : "disabled");
     });
     view.cmd_clear_file.on_click();
     EXPECT_EQ(frames, strings{"[] VELOTRACE disabled"});

@@ -6,8 +6,6 @@
 
 #include <set>
 #include <string>
-#include <string_view>
-#include <utility>
 #include <vector>
 
 namespace desk {
@@ -16,15 +14,44 @@ namespace {
 using test::failure_of;
 
 TEST(commands, have_these_mnemonics) {
-    const std::pair<std::string_view, std::string_view> all[] = {{mnemonic::timing, "TIM"}, {mnemonic::pattern, "PAT"}, {mnemonic::favorite_timing_on, "FT+"}, {mnemonic::favorite_timing_off, "FT-"}, {mnemonic::favorite_pattern_on, "FP+"}, {mnemonic::favorite_pattern_off, "FP-"}, {mnemonic::output_format, "OUT"}, {mnemonic::hdcp, "HDC"}, {mnemonic::audio_source, "ASC"}, {mnemonic::lpcm_channels, "PCM"}, {mnemonic::color_space, "CSC"}, {mnemonic::deep_color, "DEE"}, {mnemonic::autorun, "ATO"}, {mnemonic::my_favorite, "FAV"}, {mnemonic::color_red, "CRR"}, {mnemonic::color_green, "CRG"}, {mnemonic::color_blue, "CRB"}, {mnemonic::color_grey, "CRY"}, {mnemonic::autorun_row, "ATN"}, {mnemonic::autorun_timing, "ATT"}, {mnemonic::autorun_pattern, "ATP"}, {mnemonic::autorun_interval, "ATI"}};
-    for (const auto& [made, expected] : all)
-        EXPECT_EQ(made, expected);
+    EXPECT_EQ(mnemonic::timing, "TIM");
+    EXPECT_EQ(mnemonic::pattern, "PAT");
+    EXPECT_EQ(mnemonic::favorite_timing_on, "FT+");
+    EXPECT_EQ(mnemonic::favorite_timing_off, "FT-");
+    EXPECT_EQ(mnemonic::favorite_pattern_on, "FP+");
+    EXPECT_EQ(mnemonic::favorite_pattern_off, "FP-");
+    EXPECT_EQ(mnemonic::output_format, "OUT");
+    EXPECT_EQ(mnemonic::hdcp, "HDC");
+    EXPECT_EQ(mnemonic::audio_source, "ASC");
+    EXPECT_EQ(mnemonic::lpcm_channels, "PCM");
+    EXPECT_EQ(mnemonic::color_space, "CSC");
+    EXPECT_EQ(mnemonic::deep_color, "DEE");
+    EXPECT_EQ(mnemonic::autorun, "ATO");
+    EXPECT_EQ(mnemonic::my_favorite, "FAV");
+    EXPECT_EQ(mnemonic::color_red, "CRR");
+    EXPECT_EQ(mnemonic::color_green, "CRG");
+    EXPECT_EQ(mnemonic::color_blue, "CRB");
+    EXPECT_EQ(mnemonic::color_grey, "CRY");
+    EXPECT_EQ(mnemonic::autorun_row, "ATN");
+    EXPECT_EQ(mnemonic::autorun_timing, "ATT");
+    EXPECT_EQ(mnemonic::autorun_pattern, "ATP");
+    EXPECT_EQ(mnemonic::autorun_interval, "ATI");
 }
 
 TEST(commands, have_these_fixed_forms) {
-    const std::pair<std::string_view, std::string_view> all[] = {{command::reset, "RST001"}, {command::firmware_version, "VER001"}, {command::query_favorite_timings, "FT+999"}, {command::query_favorite_patterns, "FP+999"}, {command::query_autorun_list, "ATS999"}, {command::query_custom_string, "MOT999"}, {command::upload_custom_string, "MOT001"}, {command::choose_hdmi_out, "ESC001"}, {command::choose_hdmi_in, "ESC002"}, {command::choose_vga_out, "ESC003"}, {command::read_edid, "ERD001"}, {command::write_edid, "EWR001"}, {command::erase_edid, "ERS001"}};
-    for (const auto& [made, expected] : all)
-        EXPECT_EQ(made, expected);
+    EXPECT_EQ(command::reset, "RST001");
+    EXPECT_EQ(command::firmware_version, "VER001");
+    EXPECT_EQ(command::query_favorite_timings, "FT+999");
+    EXPECT_EQ(command::query_favorite_patterns, "FP+999");
+    EXPECT_EQ(command::query_autorun_list, "ATS999");
+    EXPECT_EQ(command::query_custom_string, "MOT999");
+    EXPECT_EQ(command::upload_custom_string, "MOT001");
+    EXPECT_EQ(command::choose_hdmi_out, "ESC001");
+    EXPECT_EQ(command::choose_hdmi_in, "ESC002");
+    EXPECT_EQ(command::choose_vga_out, "ESC003");
+    EXPECT_EQ(command::read_edid, "ERD001");
+    EXPECT_EQ(command::write_edid, "EWR001");
+    EXPECT_EQ(command::erase_edid, "ERS001");
 }
 
 TEST(commands, have_an_argument_of_three_digits) {

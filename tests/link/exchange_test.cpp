@@ -597,7 +597,8 @@ TEST(characters_of_an_answer, can_be_a_part_of_it) {
 }
 
 TEST(a_number_of_an_answer, ends_at_the_first_non_digit) {
-    for (const auto& [given, expected] : std::initializer_list<std::pair<const char*, int>>{{"254", 254}, {"007", 7}, {"3", 3}, {"12x", 12}, {"1.9", 1}, {"1E2", 1}, {" 12", 12}, {"1 2", 1}})
+    for (const auto& [given, expected] : std::initializer_list<std::pair<const char*, int>>{
+             {"254", 254}, {"007", 7}, {"3", 3}, {"12x", 12}, {"1.9", 1}, {"1E2", 1}, {" 12", 12}, {"1 2", 1}})
         EXPECT_EQ(as_number(given), expected) << given;
 }
 

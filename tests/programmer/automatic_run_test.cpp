@@ -350,7 +350,14 @@ TEST_F(run_test, takes_the_numeric_start_of_a_text_over_the_whole_range) {
         const char* typed;
         std::uint32_t number;
         const char* shown;
-    } const cases[] = {{"0", 0, "0"}, {"4294967295", 0xFFFFFFFF, "4294967295"}, {"65536", 0x10000, "65536"}, {"", 0, "0"}, {"abc", 0, "0"}, {"-", 0, "0"}, {" ", 0, "0"}, {" 12abc", 12, "12"}};
+    } const cases[] = {{"0", 0, "0"},
+                       {"4294967295", 0xFFFFFFFF, "4294967295"},
+                       {"65536", 0x10000, "65536"},
+                       {"", 0, "0"},
+                       {"abc", 0, "0"},
+                       {"-", 0, "0"},
+                       {" ", 0, "0"},
+                       {" 12abc", 12, "12"}};
     for (const auto& [typed, number, shown] : cases) {
         run_with(typed);
         EXPECT_EQ(buffers.write_buff, buffer_of(edid_with(number))) << typed;

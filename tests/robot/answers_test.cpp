@@ -49,9 +49,7 @@ TEST(json_text, escapes_only_control_characters_quotes_and_backslashes) {
     EXPECT_EQ(json_text(json("\x7Fäß€")), "\"\x7Fäß€\"");
 }
 
-TEST(json_text, reads_invalid_utf8_by_the_character_set) {
-    EXPECT_EQ(json_text(json("gr\xFCn \x80")), "\"grün €\"");
-}
+TEST(json_text, reads_invalid_utf8_by_the_character_set) { EXPECT_EQ(json_text(json("gr\xFCn \x80")), "\"grün €\""); }
 
 } // namespace
 } // namespace desk::robot

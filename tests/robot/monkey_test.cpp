@@ -65,7 +65,7 @@ TEST_P(monkey_test, survives_or_reports_a_failure_the_same_way_for_the_same_seed
     for (const auto& [kind, count] : first.counts) {
         // a missing row and a value out of range are reported
         const bool reported = kind == "ok" || kind == "refused" || kind == "fatal 35600" || kind == "fatal 380" ||
-                          told_on_the_edid_side.contains(kind);
+                              told_on_the_edid_side.contains(kind);
         EXPECT_TRUE(reported) << count << " x " << kind;
     }
     EXPECT_TRUE(let_monkey_act(GetParam()).transcript == first.transcript) << "the second time it went another way";

@@ -59,7 +59,13 @@ TEST(path_part, of_an_empty_path_is_empty) {
 }
 
 TEST(without_extension, cuts_at_the_last_point_that_does_not_begin_the_name) {
-    for (const auto& [given, expected] : std::initializer_list<std::pair<const char*, const char*>>{{"sink.hex", "sink"}, {"sink.old.hex", "sink.old"}, {"sink.", "sink"}, {"sink", "sink"}, {".sink", ".sink"}, {".sink.hex", ".sink"}})
+    for (const auto& [given, expected] :
+         std::initializer_list<std::pair<const char*, const char*>>{{"sink.hex", "sink"},
+                                                                    {"sink.old.hex", "sink.old"},
+                                                                    {"sink.", "sink"},
+                                                                    {"sink", "sink"},
+                                                                    {".sink", ".sink"},
+                                                                    {".sink.hex", ".sink"}})
         EXPECT_EQ(without_extension(given), expected) << given;
 }
 

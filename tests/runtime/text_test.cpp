@@ -26,7 +26,13 @@ TEST(str, has_a_leading_space_unless_negative) {
 }
 
 TEST(str, drops_the_zero_before_the_point_and_trailing_zeros) {
-    for (const auto& [given, expected] : std::initializer_list<std::pair<double, const char*>>{{0.64, " .64"}, {0.5, " .5"}, {-0.5, "-.5"}, {0.05, " .05"}, {1.50, " 1.5"}, {100.0, " 100"}, {10.05, " 10.05"}})
+    for (const auto& [given, expected] : std::initializer_list<std::pair<double, const char*>>{{0.64, " .64"},
+                                                                                               {0.5, " .5"},
+                                                                                               {-0.5, "-.5"},
+                                                                                               {0.05, " .05"},
+                                                                                               {1.50, " 1.5"},
+                                                                                               {100.0, " 100"},
+                                                                                               {10.05, " 10.05"}})
         EXPECT_EQ(str(given), expected) << given;
 }
 
@@ -93,7 +99,16 @@ TEST(append_listed_byte, makes_a_line_of_eight) {
 }
 
 TEST(val, is_the_longest_numeric_prefix) {
-    for (const auto& [given, expected] : std::initializer_list<std::pair<const char*, double>>{{"12", 12}, {"12abc", 12}, {"-3.5x", -3.5}, {"+4", 4}, {".5", 0.5}, {"5.", 5}, {"1.2.3", 1.2}, {"007", 7}, {"1 2", 1}, {"25,5", 25}})
+    for (const auto& [given, expected] : std::initializer_list<std::pair<const char*, double>>{{"12", 12},
+                                                                                               {"12abc", 12},
+                                                                                               {"-3.5x", -3.5},
+                                                                                               {"+4", 4},
+                                                                                               {".5", 0.5},
+                                                                                               {"5.", 5},
+                                                                                               {"1.2.3", 1.2},
+                                                                                               {"007", 7},
+                                                                                               {"1 2", 1},
+                                                                                               {"25,5", 25}})
         EXPECT_EQ(val(given), expected) << given;
 }
 
@@ -179,7 +194,8 @@ TEST(format_patterns, carry_when_rounding) {
 }
 
 TEST(trim, removes_only_spaces) {
-    for (const auto& [given, expected] : std::initializer_list<std::pair<const char*, const char*>>{{"  a b  ", "a b"}, {"a", "a"}, {"   ", ""}, {"", ""}, {" \ta\t ", "\ta\t"}, {" a\r\n", "a\r\n"}})
+    for (const auto& [given, expected] : std::initializer_list<std::pair<const char*, const char*>>{
+             {"  a b  ", "a b"}, {"a", "a"}, {"   ", ""}, {"", ""}, {" \ta\t ", "\ta\t"}, {" a\r\n", "a\r\n"}})
         EXPECT_EQ(trim(given), expected) << given;
 }
 

@@ -14,7 +14,8 @@ namespace {
 using test::failure_of;
 
 TEST(zero_pad3, fills_up_to_three_characters) {
-    for (const auto& [given, expected] : std::initializer_list<std::pair<int, const char*>>{{0, "000"}, {7, "007"}, {41, "041"}, {999, "999"}, {-1, "0-1"}, {-99, "-99"}})
+    for (const auto& [given, expected] : std::initializer_list<std::pair<int, const char*>>{
+             {0, "000"}, {7, "007"}, {41, "041"}, {999, "999"}, {-1, "0-1"}, {-99, "-99"}})
         EXPECT_EQ(zero_pad3(given), expected) << given;
 }
 

@@ -87,15 +87,14 @@ protected:
 };
 
 TEST_F(custom_string, is_the_text_up_to_a_nul_or_to_position_18) {
-    const std::vector<std::pair<std::string, std::string>> cases = {
-        {"abcdefghijkl", "abcdefghijkl"},
-        {"abcdefghijklMNO", "abcdefghijkl"},
-        {"  a  b      ", "  a  b      "},
-        {"Gr\xFCn \x80\xE9\xFFwxyz", "Grün €éÿwxyz"},
-        {std::string("abc\0defghijk", 12), "abc"},
-        {std::string("abcdefghijk\0", 12), "abcdefghijk"},
-        {std::string("a\0\0\0\0\0\0\0\0\0\0\0", 12), "a"},
-        {std::string("\0bcdefghijkl", 12), ""}};
+    const std::vector<std::pair<std::string, std::string>> cases = {{"abcdefghijkl", "abcdefghijkl"},
+                                                                    {"abcdefghijklMNO", "abcdefghijkl"},
+                                                                    {"  a  b      ", "  a  b      "},
+                                                                    {"Gr\xFCn \x80\xE9\xFFwxyz", "Grün €éÿwxyz"},
+                                                                    {std::string("abc\0defghijk", 12), "abc"},
+                                                                    {std::string("abcdefghijk\0", 12), "abcdefghijk"},
+                                                                    {std::string("a\0\0\0\0\0\0\0\0\0\0\0", 12), "a"},
+                                                                    {std::string("\0bcdefghijkl", 12), ""}};
     for (const auto& [held, text] : cases) {
         EXPECT_EQ(downloaded(held), text);
         EXPECT_EQ(m.port.take_written(), strings{"MOT999"});
@@ -568,9 +567,10 @@ TEST_F(panel_download, refreshes_through_the_refresh_button_while_downloading) {
     answers["PAT999"] = "";
     press_in(6);
     const std::string both = "red disabled, downloading, refresh red disabled";
-    EXPECT_EQ(frames, (strings{"grey disabled, refresh grey enabled", "red disabled, downloading, refresh grey disabled", both,
-                               "TIM999: " + both, both, "PAT999: " + both, both, "PAT999: " + both, both,
-                               "grey enabled, refresh grey enabled"}));
+    EXPECT_EQ(frames,
+              (strings{"grey disabled, refresh grey enabled", "red disabled, downloading, refresh grey disabled", both,
+                       "TIM999: " + both, both, "PAT999: " + both, both, "PAT999: " + both, both,
+                       "grey enabled, refresh grey enabled"}));
 }
 
 TEST_F(panel_download, compares_no_letters) {

@@ -270,8 +270,8 @@ TEST_F(lpcm_channels, are_asked_for_with_the_source_lit_and_still_disabled) {
     film([this] { return look_of(*sources[2]); });
     answers["PCM999"] = "";
     sources[2]->on_click();
-    EXPECT_EQ(frames, (strings{"red disabled", "ASC003: red disabled", "red disabled", "PCM999: green disabled", "green disabled",
-                               "PCM999: green disabled", "green disabled", "box: green disabled"}));
+    EXPECT_EQ(frames, (strings{"red disabled", "ASC003: red disabled", "red disabled", "PCM999: green disabled",
+                               "green disabled", "PCM999: green disabled", "green disabled", "box: green disabled"}));
     EXPECT_EQ(look_of(*sources[2]), "green enabled");
 }
 
@@ -332,8 +332,8 @@ TEST_F(reset_button, is_disabled_first_and_red_after_the_pump) {
     film([this] { return look_of(switches.cmd_reset); });
     unplugged = true;
     switches.cmd_reset.on_click();
-    EXPECT_EQ(frames,
-              (strings{"grey disabled", "RST001: red disabled", "red disabled", "RST001: red disabled", "red disabled", "box: red disabled"}));
+    EXPECT_EQ(frames, (strings{"grey disabled", "RST001: red disabled", "red disabled", "RST001: red disabled",
+                               "red disabled", "box: red disabled"}));
     EXPECT_EQ(look_of(switches.cmd_reset), "grey enabled");
 }
 

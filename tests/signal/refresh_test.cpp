@@ -43,10 +43,10 @@ TEST_F(refresh_test, shows_what_the_generator_outputs) {
 TEST_F(refresh_test, is_disabled_then_red_then_empty) {
     film([this] { return look_of(status.cmd_refresh) + " " + labels()[0] + "|" + labels()[3]; });
     press_in(6);
-    EXPECT_EQ(frames,
-              (strings{"grey disabled as before|as before", "red disabled |", "TIM999: red disabled |", "red disabled |",
-                       "PAT999: red disabled [07] timing|", "red disabled [07] timing|", "OUT999: red disabled [07] timing|",
-                       "red disabled [07] timing|", "HDC999: red disabled [07] timing|", "red disabled [07] timing|"}));
+    EXPECT_EQ(frames, (strings{"grey disabled as before|as before", "red disabled |", "TIM999: red disabled |",
+                               "red disabled |", "PAT999: red disabled [07] timing|", "red disabled [07] timing|",
+                               "OUT999: red disabled [07] timing|", "red disabled [07] timing|",
+                               "HDC999: red disabled [07] timing|", "red disabled [07] timing|"}));
     EXPECT_EQ(look_of(status.cmd_refresh), "grey enabled");
 }
 

@@ -261,8 +261,8 @@ TEST_P(favorite_walk, keeps_download_disabled_from_before_its_first_row) {
     film([this] { return look(); });
     set();
     const std::string busy = "red disabled, no download";
-    EXPECT_EQ(frames, (strings{"grey disabled", on(1) + ": " + busy, busy, off(2) + ": " + busy, busy, off(2) + ": " + busy,
-                               busy, "box: " + busy}));
+    EXPECT_EQ(frames, (strings{"grey disabled", on(1) + ": " + busy, busy, off(2) + ": " + busy, busy,
+                               off(2) + ": " + busy, busy, "box: " + busy}));
     EXPECT_EQ(look(), "grey enabled");
 }
 
@@ -389,8 +389,8 @@ TEST_F(autorun_hand_over, keeps_download_disabled_meanwhile) {
     answers["ATT001"] = "";
     desk_area.cmd_run.on_click();
     const std::string busy = "red disabled, no download";
-    EXPECT_EQ(frames, (strings{"grey disabled", "ATN001: " + busy, busy, "ATT001: " + busy, busy, "ATT001: " + busy, busy,
-                               "box: " + busy}));
+    EXPECT_EQ(frames, (strings{"grey disabled", "ATN001: " + busy, busy, "ATT001: " + busy, busy, "ATT001: " + busy,
+                               busy, "box: " + busy}));
     EXPECT_EQ(look(), "grey enabled");
 }
 

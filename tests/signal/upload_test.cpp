@@ -79,7 +79,8 @@ TEST_F(upload_test, sends_one_byte_for_a_character_that_the_set_does_not_have) {
 TEST_F(upload_test, is_disabled_first_and_red_after_the_pump) {
     film([this] { return look_of(desk_area.cmd_upload); });
     upload_text("x");
-    EXPECT_EQ(frames, (strings{"grey disabled", "MOT001: red disabled", "red disabled", block("x") + ": red disabled"}));
+    EXPECT_EQ(frames,
+              (strings{"grey disabled", "MOT001: red disabled", "red disabled", block("x") + ": red disabled"}));
     EXPECT_EQ(look_of(desk_area.cmd_upload), "grey enabled");
 }
 
