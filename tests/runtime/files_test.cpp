@@ -85,6 +85,13 @@ TEST(replace_whole_file, keeps_a_link) {
     EXPECT_TRUE(std::filesystem::is_symlink(directory / "link.ini"));
     EXPECT_EQ(directory.content("real.ini"), "new");
 }
+#endif
+
+TEST(replace_whole_file, fails_in_a_missing_directory) {
+    const temporary_directory directory;
+    EXPECT_EQ(failure_of([&] { replace_whole_file(directory / "none/file.ini", "x"); }),
+              failure::path_file_access_error);
+}
 
 TEST(replace_whole_file, changes_nothing_if_it_fails) {
     const temporary_directory directory;

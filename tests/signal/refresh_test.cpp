@@ -155,7 +155,7 @@ TEST_F(refresh_test, reads_hdcp_from_the_last_character) {
 
 TEST_F(refresh_test, paints_nothing_in_any_other_view) {
     for (const bool fails : {false, true}) {
-        if (disabled) answers["HDC999"] = "";
+        if (fails) answers["HDC999"] = "";
         for (const int view : {0, 1, 2, 3, 4, 5, 254}) {
             switches.paint_out(1);
             switches.paint_hdcp(0);
