@@ -53,7 +53,7 @@ TEST(control, has_its_index_in_its_full_name) {
     EXPECT_EQ(b.full_name(), "cmd_out(16)");
 }
 
-TEST(control, is_shown_where_every_frame_around_it_is) {
+TEST(control, is_shown_if_every_frame_around_it_is) {
     frame outer;
     frame inner;
     label l;
@@ -70,14 +70,14 @@ TEST(control, is_shown_where_every_frame_around_it_is) {
     EXPECT_FALSE(l.shown());
 }
 
-TEST(control, is_usable_where_it_and_every_frame_is_visible_and_enabled) {
+TEST(control, is_usable_if_it_and_every_frame_is_visible_and_enabled) {
     frame outer;
     button b;
     b.parent = &outer;
     EXPECT_TRUE(b.usable());
     outer.enabled = false;
     EXPECT_FALSE(b.usable());
-    EXPECT_TRUE(b.shown()) << "a disabled frame is still on show";
+    EXPECT_TRUE(b.shown()) << "a disabled frame is still shown";
     outer.enabled = true;
     outer.visible = false;
     EXPECT_FALSE(b.usable());
@@ -111,7 +111,7 @@ TEST_F(focus, is_with_one_control) {
     EXPECT_TRUE(second.has_focus());
 }
 
-TEST_F(focus, raises_got_focus_where_it_was_not_there) {
+TEST_F(focus, raises_got_focus_if_it_was_not_there) {
     first.set_focus();
     first.set_focus();
     EXPECT_EQ(first_got_it, 1);
@@ -132,7 +132,7 @@ TEST_F(focus, stays_away_from_what_is_hidden_or_disabled) {
     EXPECT_EQ(first_got_it, 0);
 }
 
-TEST(property, stands_for_its_value) {
+TEST(property, converts_to_its_value) {
     label l;
     l.caption = "Timing";
     l.caption += " :";
@@ -142,7 +142,7 @@ TEST(property, stands_for_its_value) {
     EXPECT_EQ(l.caption.get(), "Timing :");
 }
 
-TEST(property, marks_its_control_where_it_takes_another_value) {
+TEST(property, marks_its_control_if_it_takes_another_value) {
     window form;
     label l;
     form.add(l);
@@ -157,7 +157,7 @@ TEST(property, marks_its_control_where_it_takes_another_value) {
     EXPECT_EQ(form.take_changed(), std::vector<control*>{&l});
 }
 
-TEST(property, marks_its_control_where_its_text_grows) {
+TEST(property, marks_its_control_if_its_text_grows) {
     window form;
     text_box t;
     form.add(t);
@@ -172,7 +172,7 @@ TEST(property, marks_its_control_where_its_text_grows) {
     EXPECT_EQ(t.text, "ab\r\nc");
 }
 
-TEST(property, tells_a_text_that_grows_from_another_text) {
+TEST(property, distinguishes_an_appended_text_from_a_new_one) {
     text_box t;
     t.text = "a";
     const int replacements = t.text.replacements();
@@ -237,19 +237,13 @@ TEST_F(filled_combo_box, has_no_place_outside_its_list) {
     EXPECT_EQ(box.list_count(), 3);
 }
 
-TEST_F(filled_combo_box, raises_click_where_the_program_sets_its_index) {
+TEST_F(filled_combo_box, raises_click_if_the_program_sets_its_index) {
     box.set_list_index(2);
     EXPECT_EQ(box.text(), "COM3:");
     box.set_list_index(2);
-    EXPECT_EQ(clicks, (std::vector<int>{2, 2})) << "once for each, the index being set already";
-}
-
-TEST_F(filled_combo_box, raises_no_click_for_no_choice) {
-    box.set_list_index(1);
-    clicks.clear();
     box.set_list_index(-1);
     EXPECT_EQ(box.list_index(), -1);
-    EXPECT_TRUE(clicks.empty());
+    EXPECT_EQ(clicks, (std::vector<int>{2, 2})) << "once for each choice, the index being set already";
 }
 
 TEST_F(filled_combo_box, refuses_an_index_outside_its_list) {
@@ -262,19 +256,13 @@ TEST_F(filled_combo_box, refuses_an_index_outside_its_list) {
     EXPECT_TRUE(clicks.empty());
 }
 
-TEST(check_box, raises_nothing_where_the_program_sets_it) {
+TEST(check_box, takes_0_and_1_and_raises_nothing) {
     check_box c;
     bool clicked = false;
     c.on_click = [&] { clicked = true; };
     c.value = 1;
     EXPECT_EQ(c.value, 1);
-    EXPECT_FALSE(clicked);
-}
-
-TEST(check_box, takes_0_and_1_from_a_number_and_no_other) {
-    check_box c;
-    bool clicked = false;
-    c.on_click = [&] { clicked = true; };
+    c.value = 0;
     c.set_value(1);
     EXPECT_EQ(c.value, 1);
     for (const int wrong : {-1, 2, 255})
@@ -301,7 +289,7 @@ TEST(option_button, takes_the_choice_from_the_others_in_its_frame) {
     b.choose();
     EXPECT_FALSE(a.value);
     EXPECT_TRUE(b.value);
-    EXPECT_TRUE(elsewhere.value) << "it lies in no frame";
+    EXPECT_TRUE(elsewhere.value) << "it is in no frame";
 }
 
 class watched_slider : public testing::Test {
@@ -322,7 +310,7 @@ TEST_F(watched_slider, runs_from_0_to_255_with_a_large_step_of_20) {
     EXPECT_EQ(s.value(), 0);
 }
 
-TEST_F(watched_slider, raises_change_where_the_program_moves_it) {
+TEST_F(watched_slider, raises_change_if_the_program_moves_it) {
     s.set_value(100);
     EXPECT_EQ(s.value(), 100);
     EXPECT_EQ(changes, 1);

@@ -63,22 +63,22 @@ TEST_F(small_tree, can_be_emptied_and_filled_again) {
     EXPECT_EQ(tree.node(1).title, "again");
 }
 
-TEST_F(small_tree, tells_its_window_of_every_change) {
+TEST_F(small_tree, reports_every_change_to_its_window) {
     window form;
     form.add(tree);
-    const std::vector<control*> told{&tree};
+    const std::vector<control*> changed{&tree};
     form.take_changed();
     tree.add(0, "second", "x");
-    EXPECT_EQ(form.take_changed(), told);
+    EXPECT_EQ(form.take_changed(), changed);
     tree.set_bold(1, true);
-    EXPECT_EQ(form.take_changed(), told);
+    EXPECT_EQ(form.take_changed(), changed);
     tree.set_expanded(1, true);
-    EXPECT_EQ(form.take_changed(), told);
+    EXPECT_EQ(form.take_changed(), changed);
     tree.clear();
-    EXPECT_EQ(form.take_changed(), told);
+    EXPECT_EQ(form.take_changed(), changed);
 }
 
-TEST_F(small_tree, tells_that_it_was_cleared_where_the_same_nodes_come_again) {
+TEST_F(small_tree, reports_that_it_was_cleared_if_the_same_nodes_come_again) {
     const int before = tree.clearings();
     tree.clear();
     tree.add(0, "root", "EDID");

@@ -91,7 +91,7 @@ TEST_F(settling_focus, gives_it_back_to_a_control_that_was_only_disabled) {
     EXPECT_EQ(first_got_it, 0) << "in silence";
 }
 
-TEST_F(settling_focus, leaves_it_where_another_has_taken_it) {
+TEST_F(settling_focus, leaves_it_if_another_has_taken_it) {
     first.enabled = false;
     form.settle_focus();
     second.set_focus();
@@ -117,7 +117,7 @@ TEST(window, does_not_give_the_focus_back_to_a_control_that_was_hidden_meanwhile
     EXPECT_FALSE(b.has_focus());
 }
 
-TEST(window, tells_each_changed_control_once) {
+TEST(window, reports_each_changed_control_once) {
     window form;
     label a;
     label b;
@@ -141,7 +141,7 @@ TEST(window, counts_what_was_added_as_changed) {
     EXPECT_EQ(form.take_changed(), std::vector<control*>{&a});
 }
 
-TEST(window, is_among_the_changed_where_its_caption_changes) {
+TEST(window, is_among_the_changed_if_its_caption_changes) {
     window form;
     form.take_changed();
     form.caption = "VELOTRACE ";

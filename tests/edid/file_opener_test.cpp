@@ -227,11 +227,11 @@ TEST_F(opened_file, of_another_kind_is_reported_before_its_name_and_buttons_chan
     directory.put("a.txt", "11");
     film([this] {
         return form.caption.get() + ", " + view.lab_pre_f[0].caption.get() + (opener.file_ok ? ", ok" : "") +
-               (view.cmd_write.enabled ? ", live" : "");
+               (view.cmd_write.enabled ? ", enabled" : "");
     });
     open("a.txt");
     EXPECT_EQ(frames, (strings{"box: VELOTRACE , , ok", "box: VELOTRACE , ",
-                               title_of("a.txt") + ", " + path("a.txt") + ", live"}));
+                               title_of("a.txt") + ", " + path("a.txt") + ", enabled"}));
 }
 
 TEST_F(opened_file, has_no_kind_without_three_letters_at_its_very_end) {
@@ -244,11 +244,11 @@ TEST_F(opened_file, has_no_kind_without_three_letters_at_its_very_end) {
 TEST_F(opened_file, has_its_title_and_its_place_in_the_list_when_the_buttons_are_enabled) {
     directory.put("a.bin", good_edid());
     film([this] {
-        return form.caption.get() + ", " + view.lab_pre_f[0].caption.get() + (view.cmd_write.enabled ? ", live" : "") +
-               (view.cmd_sum_write.enabled ? ", sum" : "");
+        return form.caption.get() + ", " + view.lab_pre_f[0].caption.get() +
+               (view.cmd_write.enabled ? ", enabled" : "") + (view.cmd_sum_write.enabled ? ", sum" : "");
     });
     open("a.bin");
-    EXPECT_EQ(frames, strings{title_of("a.bin") + ", " + path("a.bin") + ", live, sum"});
+    EXPECT_EQ(frames, strings{title_of("a.bin") + ", " + path("a.bin") + ", enabled, sum"});
 }
 
 TEST_F(opened_file, of_one_block_keeps_the_label_and_the_repair_of_the_other) {
@@ -502,10 +502,10 @@ TEST_F(previous_file, that_is_gone_hides_the_list_before_its_box_and_is_removed_
     fields.edid_file_name = "x";
     film([this] {
         return list()[0] + list()[1] + (view.fra_pre_f.visible ? ", open" : "") +
-               (view.cmd_write.enabled ? ", live" : "");
+               (view.cmd_write.enabled ? ", enabled" : "");
     });
     press(0);
-    EXPECT_EQ(frames, (strings{"box: ab", "b, live"}));
+    EXPECT_EQ(frames, (strings{"box: ab", "b, enabled"}));
     EXPECT_TRUE(view.cmd_verify.enabled);
     EXPECT_TRUE(view.cmd_w_auto.enabled);
     EXPECT_EQ(fields.edid_file_name, "x");

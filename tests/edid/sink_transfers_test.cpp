@@ -63,13 +63,13 @@ protected:
     }
 
     /// The frame's caption, its text with "|" for each line's end, and its mark with the state of OK: "WRITE: a|b PASS
-    /// live".
+    /// enabled".
     std::string frame_text() const {
         std::string text = view.txt_msg.text;
         for (std::size_t at = 0; (at = text.find("\r\n", at)) != std::string::npos;)
             text.replace(at, 2, "|");
         return view.fra_compare.caption.get() + ": " + text + " " + view.lab_pass.caption.get() +
-               (view.cmd_ok.enabled ? " live" : " dead") + (view.fra_compare.visible ? "" : " hidden");
+               (view.cmd_ok.enabled ? " enabled" : " disabled") + (view.fra_compare.visible ? "" : " hidden");
     }
     void expect_mark(bool pass) {
         EXPECT_EQ(view.lab_pass.fore_color, pass ? 65280U : 255U);
@@ -317,10 +317,10 @@ TEST_F(read_button, is_red_and_disabled_from_its_first_pump_to_its_last) {
     link.download_mode = true;
     film([this] { return look(); });
     view.cmd_read.on_click();
-    const std::string reading = "red dead, no translation, no sum, " + reading_hdmi_out;
+    const std::string reading = "red disabled, no translation, no sum, " + reading_hdmi_out;
     EXPECT_EQ(frames,
-              (strings{"red dead, no translation, no sum, downloading, old", "ESC001: " + reading, reading,
-                       "ERD001: " + reading, reading, "face live, translation, sum, 00 FF FF FF FF FF FF 00 //7"}));
+              (strings{"red disabled, no translation, no sum, downloading, old", "ESC001: " + reading, reading,
+                       "ERD001: " + reading, reading, "grey enabled, translation, sum, 00 FF FF FF FF FF FF 00 //7"}));
 }
 
 TEST_F(read_button, pumps_once_after_a_failure_too) {
@@ -328,8 +328,8 @@ TEST_F(read_button, pumps_once_after_a_failure_too) {
     film([this] { return look(); });
     view.cmd_read.on_click();
     const std::string reading = "no translation, no sum, " + reading_hdmi_out;
-    EXPECT_EQ(frames.back(), "face live, " + reading);
-    EXPECT_EQ(frames.at(frames.size() - 2), "red dead, " + reading);
+    EXPECT_EQ(frames.back(), "grey enabled, " + reading);
+    EXPECT_EQ(frames.at(frames.size() - 2), "red disabled, " + reading);
 }
 
 TEST_F(read_button, names_what_it_reads) {
@@ -356,7 +356,7 @@ TEST_F(read_button, disables_the_side_that_it_could_not_fill) {
                   reading_hdmi_out + (link_fails ? "\r\nLink Error !\r\n" : "\r\nTimeout ! Read fail !"));
         EXPECT_EQ(changed(),
                   (strings{"cmd_read_translate.enabled", "cmd_sum_read.enabled", "read_ok", "txt_read.text"}));
-        EXPECT_EQ(look_of(view.cmd_read), "face live");
+        EXPECT_EQ(look_of(view.cmd_read), "grey enabled");
     }
 }
 
@@ -396,7 +396,7 @@ TEST_F(write_button, sends_what_the_buffer_holds_byte_by_byte) {
     remember();
     view.cmd_write.on_click();
     EXPECT_EQ(m.port.take_written(), joined({"ESC001", "EWR001"}, bytes_one_by_one(some_bytes(256))));
-    EXPECT_EQ(look(), "face live, WRITE: Writing WRITE data ...|EWR002 Write completely . PASS live");
+    EXPECT_EQ(look(), "grey enabled, WRITE: Writing WRITE data ...|EWR002 Write completely . PASS enabled");
     expect_mark(true);
     EXPECT_EQ(changed(),
               (strings{"fra_compare.caption", "fra_compare.visible", "lab_pass.fore_color", "txt_msg.text"}));
@@ -412,7 +412,7 @@ TEST_F(write_button, sends_what_the_events_of_its_last_pump_have_left_in_the_buf
 TEST_F(write_button, is_red_and_disabled_from_its_click_to_its_result) {
     film([this] { return look(); });
     view.cmd_write.on_click();
-    const std::string writing = "red dead, WRITE: Writing WRITE data ...|  dead";
+    const std::string writing = "red disabled, WRITE: Writing WRITE data ...|  disabled";
     strings expected{"ESC001: " + writing, writing, "EWR001: " + writing, writing};
     for (const std::string& byte : bytes_one_by_one(good_edid())) {
         std::string frame = byte + ": " + writing;
@@ -476,7 +476,7 @@ TEST_F(write_button, pumps_with_the_receiver_on_before_the_first_byte_and_not_be
 TEST_F(write_button, reports_an_error_of_the_sink) {
     write_result = "EWR003";
     view.cmd_write.on_click();
-    EXPECT_EQ(look(), "face live, WRITE: Writing WRITE data ...|EWR003 DDC Error,Write Fail ! FAIL live");
+    EXPECT_EQ(look(), "grey enabled, WRITE: Writing WRITE data ...|EWR003 DDC Error,Write Fail ! FAIL enabled");
     expect_mark(false);
 }
 
@@ -484,7 +484,7 @@ TEST_F(write_button, leaves_its_frame_without_a_mark_for_any_other_answer) {
     for (const char* other : {"EWR001", "EWR004", "ERS002", "ewr002", "EWR0020", "XEWR002", "EWR0022"}) {
         answer_in_round(3, other);
         view.cmd_write.on_click();
-        EXPECT_EQ(look(), "face live, WRITE: Writing WRITE data ...|  dead") << other;
+        EXPECT_EQ(look(), "grey enabled, WRITE: Writing WRITE data ...|  disabled") << other;
     }
 }
 
@@ -492,7 +492,7 @@ TEST_F(write_button, waits_150_rounds_of_the_first_clock_step_above_10_ms) {
     write_result = "";
     m.events.step = 1;
     view.cmd_write.on_click();
-    EXPECT_EQ(look(), "face live, WRITE: Writing WRITE data ...|WRITE timeout error !| FAIL live");
+    EXPECT_EQ(look(), "grey enabled, WRITE: Writing WRITE data ...|WRITE timeout error !| FAIL enabled");
     expect_mark(false);
     EXPECT_EQ(m.events.now - last_byte, limit * 11 + 1) << "and a last pump";
     EXPECT_FALSE(link.tim_rx.enabled);
@@ -501,16 +501,16 @@ TEST_F(write_button, waits_150_rounds_of_the_first_clock_step_above_10_ms) {
 TEST_F(write_button, takes_an_answer_in_the_149th_round_and_none_in_the_150th) {
     answer_in_round(limit - 1, "EWR002");
     view.cmd_write.on_click();
-    EXPECT_EQ(frame_text(), "WRITE: Writing WRITE data ...|EWR002 Write completely . PASS live");
+    EXPECT_EQ(frame_text(), "WRITE: Writing WRITE data ...|EWR002 Write completely . PASS enabled");
     answer_in_round(limit, "EWR002");
     view.cmd_write.on_click();
-    EXPECT_EQ(frame_text(), "WRITE: Writing WRITE data ...|WRITE timeout error !| FAIL live");
+    EXPECT_EQ(frame_text(), "WRITE: Writing WRITE data ...|WRITE timeout error !| FAIL enabled");
 }
 
 TEST_F(write_button, reports_a_failed_link_and_sends_no_byte) {
     try_link_failures("EWR001", [this](const strings& written) {
         view.cmd_write.on_click();
-        EXPECT_EQ(look(), "face live, WRITE: Writing WRITE data ...|Link Error ! FAIL live");
+        EXPECT_EQ(look(), "grey enabled, WRITE: Writing WRITE data ...|Link Error ! FAIL enabled");
         expect_mark(false);
         EXPECT_EQ(m.port.take_written(), written);
     });
@@ -526,7 +526,7 @@ TEST_F(verify_button, passes_if_the_sink_holds_what_was_written) {
     remember();
     view.cmd_verify.on_click();
     EXPECT_EQ(m.port.take_written(), (strings{"ESC001", "ERD001"}));
-    EXPECT_EQ(look(), "face live, VERIFY: Reading sink's edid ...|Comparing ...|Match entirely. PASS live");
+    EXPECT_EQ(look(), "grey enabled, VERIFY: Reading sink's edid ...|Comparing ...|Match entirely. PASS enabled");
     expect_mark(true);
     EXPECT_EQ(buffers.read_buff, buffer_of(good_edid()));
     EXPECT_EQ(changed(), (strings{"fra_compare.caption", "fra_compare.visible", "lab_pass.fore_color", "read_buff",
@@ -541,8 +541,8 @@ TEST_F(verify_button, fails_with_the_count_of_the_bytes_that_differ) {
         for (int i = 0; i < count; ++i)
             sink[static_cast<std::size_t>(i)] = static_cast<char>(sink[static_cast<std::size_t>(i)] + 1);
         view.cmd_verify.on_click();
-        EXPECT_EQ(look(), "face live, VERIFY: Reading sink's edid ...|Comparing ...|There are" + text +
-                              " wrong data ! FAIL live");
+        EXPECT_EQ(look(), "grey enabled, VERIFY: Reading sink's edid ...|Comparing ...|There are" + text +
+                              " wrong data ! FAIL enabled");
         expect_mark(false);
     }
 }
@@ -560,16 +560,16 @@ TEST_F(verify_button, notes_the_bytes_that_differ) {
 TEST_F(verify_button, is_red_and_disabled_before_its_frame_appears_and_pumps_at_its_end) {
     film([this] { return look(); });
     view.cmd_verify.on_click();
-    const std::string reading = "red dead, VERIFY: Reading sink's edid ...|  dead";
-    EXPECT_EQ(frames, (strings{"red dead, : old PASS live hidden", "ESC001: " + reading, reading, "ERD001: " + reading,
-                               reading, look()}));
+    const std::string reading = "red disabled, VERIFY: Reading sink's edid ...|  disabled";
+    EXPECT_EQ(frames, (strings{"red disabled, : old PASS enabled hidden", "ESC001: " + reading, reading,
+                               "ERD001: " + reading, reading, look()}));
 }
 
 TEST_F(verify_button, reports_a_failed_read_and_its_reason_in_the_read_window) {
     sink = "";
     view.txt_read.text = "before";
     view.cmd_verify.on_click();
-    EXPECT_EQ(look(), "face live, VERIFY: Reading sink's edid ...|Read sink's edid fail !| FAIL live");
+    EXPECT_EQ(look(), "grey enabled, VERIFY: Reading sink's edid ...|Read sink's edid fail !| FAIL enabled");
     expect_mark(false);
     EXPECT_EQ(view.txt_read.text, "before\r\nTimeout ! Read fail !");
     EXPECT_EQ(buffers.read_buff, buffer_of("", 0x33)) << "a later COMP compares old bytes";
@@ -579,7 +579,7 @@ TEST_F(verify_button, reports_a_failed_link_in_both_places) {
     try_link_failures("ERD001", [this](const strings& written) {
         view.txt_read.text = "";
         view.cmd_verify.on_click();
-        EXPECT_EQ(look(), "face live, VERIFY: Reading sink's edid ...|Read sink's edid fail !| FAIL live");
+        EXPECT_EQ(look(), "grey enabled, VERIFY: Reading sink's edid ...|Read sink's edid fail !| FAIL enabled");
         EXPECT_EQ(view.txt_read.text, "\r\nLink Error !\r\n");
         EXPECT_EQ(m.port.take_written(), written);
     });
@@ -637,7 +637,7 @@ TEST_F(erase_button, passes_with_the_answer_of_the_sink) {
     erase();
     EXPECT_EQ(m.port.take_written(), (strings{"ESC001", "ERS001"}));
     EXPECT_EQ(m.boxes.all, boxes{box_erase});
-    EXPECT_EQ(look(), "face live, ERASE: Erasing sink's edid ...|ERS002 ERASE complete. PASS live");
+    EXPECT_EQ(look(), "grey enabled, ERASE: Erasing sink's edid ...|ERS002 ERASE complete. PASS enabled");
     expect_mark(true);
     EXPECT_EQ(changed(),
               (strings{"boxes", "fra_compare.caption", "fra_compare.visible", "lab_pass.fore_color", "txt_msg.text"}));
@@ -646,8 +646,8 @@ TEST_F(erase_button, passes_with_the_answer_of_the_sink) {
 TEST_F(erase_button, is_red_and_enabled_while_it_waits) {
     film([this] { return look(); });
     erase();
-    const std::string erasing = "red live, ERASE: Erasing sink's edid ...|  dead";
-    EXPECT_EQ(frames, (strings{"box: face live, : old PASS live hidden", "ESC001: " + erasing, erasing,
+    const std::string erasing = "red enabled, ERASE: Erasing sink's edid ...|  disabled";
+    EXPECT_EQ(frames, (strings{"box: grey enabled, : old PASS enabled hidden", "ESC001: " + erasing, erasing,
                                "ERS001: " + erasing, erasing}));
 }
 
@@ -668,7 +668,7 @@ TEST_F(erase_button, waits_with_the_receiver_on_and_leaves_it_on) {
 TEST_F(erase_button, reports_an_error_of_the_sink) {
     erase_result = "ERS003";
     erase();
-    EXPECT_EQ(look(), "face live, ERASE: Erasing sink's edid ...|ERS003 DDC Error,Erase fail ! FAIL live");
+    EXPECT_EQ(look(), "grey enabled, ERASE: Erasing sink's edid ...|ERS003 DDC Error,Erase fail ! FAIL enabled");
     expect_mark(false);
 }
 
@@ -676,7 +676,7 @@ TEST_F(erase_button, treats_any_other_answer_as_none) {
     for (const char* other : {"ERS001", "ERS004", "EWR002", "ers002", "ERS0020"}) {
         answer_in_round(3, other);
         erase();
-        EXPECT_EQ(look(), "face live, ERASE: Erasing sink's edid ...|Timeout Error ! FAIL live") << other;
+        EXPECT_EQ(look(), "grey enabled, ERASE: Erasing sink's edid ...|Timeout Error ! FAIL enabled") << other;
     }
 }
 
@@ -684,7 +684,7 @@ TEST_F(erase_button, waits_3001_rounds_of_the_first_clock_step_above_50_ms) {
     m.events.step = 1;
     before_the_wait([] {});
     erase();
-    EXPECT_EQ(look(), "face live, ERASE: Erasing sink's edid ...|Timeout Error ! FAIL live");
+    EXPECT_EQ(look(), "grey enabled, ERASE: Erasing sink's edid ...|Timeout Error ! FAIL enabled");
     expect_mark(false);
     EXPECT_EQ(m.events.now - started, limit * 51);
     EXPECT_TRUE(link.tim_rx.enabled);
@@ -693,24 +693,24 @@ TEST_F(erase_button, waits_3001_rounds_of_the_first_clock_step_above_50_ms) {
 TEST_F(erase_button, takes_an_answer_in_the_last_round) {
     answer_in_round(limit, "ERS002");
     erase();
-    EXPECT_EQ(frame_text(), "ERASE: Erasing sink's edid ...|ERS002 ERASE complete. PASS live");
+    EXPECT_EQ(frame_text(), "ERASE: Erasing sink's edid ...|ERS002 ERASE complete. PASS enabled");
     answer_in_round(limit + 1, "ERS002");
     erase();
-    EXPECT_EQ(frame_text(), "ERASE: Erasing sink's edid ...|Timeout Error ! FAIL live");
+    EXPECT_EQ(frame_text(), "ERASE: Erasing sink's edid ...|Timeout Error ! FAIL enabled");
 }
 
 TEST_F(erase_button, takes_no_answer_that_is_not_complete) {
     for (const char* answer : {"ERS002", "ERS003"}) {
         before_the_wait([this, answer] { m.events.in(100, [this, answer] { link.rx_text = answer; }); });
         erase();
-        EXPECT_EQ(frame_text(), "ERASE: Erasing sink's edid ...|Timeout Error ! FAIL live");
+        EXPECT_EQ(frame_text(), "ERASE: Erasing sink's edid ...|Timeout Error ! FAIL enabled");
     }
 }
 
 TEST_F(erase_button, reports_a_failed_link) {
     try_link_failures("ERS001", [this](const strings& written) {
         erase();
-        EXPECT_EQ(look(), "face live, ERASE: Erasing sink's edid ...|Link Error !| FAIL live");
+        EXPECT_EQ(look(), "grey enabled, ERASE: Erasing sink's edid ...|Link Error !| FAIL enabled");
         expect_mark(false);
         EXPECT_EQ(m.port.take_written(), written);
         EXPECT_FALSE(link.tim_rx.enabled);
@@ -751,7 +751,7 @@ TEST_F(step_of_run, writes_and_reports_in_the_window_of_the_run) {
     EXPECT_EQ(txt_auto_msg.text, "Writing WRITE data ...\r\nEWR002 Write completely .\r\n");
     EXPECT_TRUE(fields.run_ok);
     EXPECT_EQ(changed(), (strings{"cmd_write.back_color", "cmd_write.enabled", "run_ok", "txt_auto_msg.text"}));
-    EXPECT_EQ(look_of(view.cmd_write), "red dead");
+    EXPECT_EQ(look_of(view.cmd_write), "red disabled");
     EXPECT_FALSE(link.tim_rx.enabled);
 }
 
@@ -783,7 +783,7 @@ TEST_F(step_of_run, reports_a_failed_link_and_leaves_its_button_red_and_disabled
         write_with("EWR002", true);
         EXPECT_EQ(txt_auto_msg.text, "Writing WRITE data ...\r\nLink Error !\r\n");
         EXPECT_FALSE(fields.run_ok);
-        EXPECT_EQ(look_of(view.cmd_write), "red dead");
+        EXPECT_EQ(look_of(view.cmd_write), "red disabled");
         EXPECT_EQ(m.port.take_written(), written);
         EXPECT_FALSE(view.fra_compare.visible);
     });
@@ -818,10 +818,10 @@ TEST_F(step_of_run, leaves_the_run_unchanged_if_the_read_fails) {
 }
 
 TEST_F(step_of_run, disables_the_window_s_ok_before_it_reads) {
-    film([this] { return (cmd_ok.enabled ? "live " : "dead ") + txt_auto_msg.text.get(); });
+    film([this] { return (cmd_ok.enabled ? "enabled " : "disabled ") + txt_auto_msg.text.get(); });
     verify_with(good_edid(), true);
-    EXPECT_EQ(frames.front(), "ESC001: dead wrote|Reading sink's edid ...\r\n");
-    EXPECT_EQ(look_of(view.cmd_verify), "face live");
+    EXPECT_EQ(frames.front(), "ESC001: disabled wrote|Reading sink's edid ...\r\n");
+    EXPECT_EQ(look_of(view.cmd_verify), "grey enabled");
 }
 
 } // namespace

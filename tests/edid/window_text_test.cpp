@@ -223,11 +223,11 @@ TEST_F(window_text_test, enables_what_sends_and_disables_the_whole_write_side) {
 }
 
 TEST_F(window_text_test, pumps_once_after_enabling) {
-    film([this] { return std::string(view.cmd_w_auto.enabled ? "live" : "dead"); });
+    film([this] { return std::string(view.cmd_w_auto.enabled ? "enabled" : "disabled"); });
     const int pumps = m.events.pumps;
     texts.enable_write_side(true);
     texts.enable_write_side(false);
-    EXPECT_EQ(frames, (strings{"live", "dead"}));
+    EXPECT_EQ(frames, (strings{"enabled", "disabled"}));
     EXPECT_EQ(m.events.pumps, pumps + 2);
 }
 
@@ -253,10 +253,11 @@ TEST_F(window_text_test, clears_the_write_window_and_keeps_its_bytes_labels_repa
 TEST_F(window_text_test, pumps_with_the_write_window_cleared_and_its_side_disabled) {
     fill_both_windows();
     film([this] {
-        return "[" + view.txt_write.text.get() + "] " + form.caption.get() + (view.cmd_write.enabled ? "live" : "dead");
+        return "[" + view.txt_write.text.get() + "] " + form.caption.get() +
+               (view.cmd_write.enabled ? "enabled" : "disabled");
     });
     view.cmd_clear_file.on_click();
-    EXPECT_EQ(frames, strings{"[] VELOTRACE dead"});
+    EXPECT_EQ(frames, strings{"[] VELOTRACE disabled"});
 }
 
 TEST(checksum_caption, has_the_block_the_value_and_the_verdict) {

@@ -34,7 +34,7 @@ TEST(command_stream, cuts_commands_that_follow_each_other) {
     EXPECT_EQ(pull_all(stream), (texts{"CRR001", "CRR002", "CRR003"}));
 }
 
-TEST(command_stream, takes_single_bytes_and_tells_when_the_last_came) {
+TEST(command_stream, takes_single_bytes_and_reports_when_the_last_came) {
     command_stream stream;
     auto now = command_stream::time(10ms);
     for (const char c : std::string("VER001")) {
@@ -119,7 +119,7 @@ TEST(command_stream, waits_for_a_raw_block_from_the_answer_on) {
     EXPECT_EQ(pull_all(stream), texts{"raw ABCDEFGHIJKL"});
 }
 
-TEST(command_stream, forgets_when_told) {
+TEST(command_stream, forgets_on_request) {
     command_stream stream;
     stream.receive("TIM", 0ms);
     stream.expect_raw(12, 0ms);

@@ -1,4 +1,4 @@
-// The simulator's control socket as its users meet it.
+// The simulator's control socket, as its clients use it.
 
 #include "generator/control_socket.h"
 
@@ -89,7 +89,7 @@ TEST_F(control_socket_test, gives_each_program_the_reply_to_its_own_lines) {
     EXPECT_FALSE(one.is_closed());
 }
 
-TEST_F(control_socket_test, carries_out_one_line_of_a_program_at_a_time) {
+TEST_F(control_socket_test, runs_one_line_of_a_program_at_a_time) {
     control_socket control(path);
     const client one(path);
     one.send("1\n2\n3\n");
@@ -103,7 +103,7 @@ TEST_F(control_socket_test, carries_out_one_line_of_a_program_at_a_time) {
     EXPECT_EQ(count, 2);
 }
 
-TEST_F(control_socket_test, is_for_the_user_alone) {
+TEST_F(control_socket_test, is_accessible_only_to_the_user) {
     const control_socket control(path);
     struct stat status {};
     ASSERT_EQ(::lstat(path.c_str(), &status), 0);
@@ -111,7 +111,7 @@ TEST_F(control_socket_test, is_for_the_user_alone) {
     EXPECT_EQ(status.st_mode & 0777, 0600U);
 }
 
-TEST_F(control_socket_test, waits_for_no_program_that_does_not_fetch_its_replies) {
+TEST_F(control_socket_test, does_not_wait_for_a_program_that_does_not_read_its_replies) {
     control_socket control(path);
     const client hanging(path);
     ::fcntl(hanging.descriptor(), F_SETFL, O_NONBLOCK);
@@ -126,14 +126,14 @@ TEST_F(control_socket_test, waits_for_no_program_that_does_not_fetch_its_replies
         ::send(hanging.descriptor(), lines.data(), lines.size(), MSG_NOSIGNAL);
         control.serve(long_reply);
     }
-    EXPECT_LT(served, 50) << "who does not fetch the replies is not heard";
+    EXPECT_LT(served, 50) << "a program that does not read its replies is not served";
     const client other(path);
     other.send("state\n");
     serve(control);
     EXPECT_EQ(other.received(), "reply to state\n");
 }
 
-TEST_F(control_socket_test, drops_the_quietest_program_where_there_are_too_many) {
+TEST_F(control_socket_test, drops_the_quietest_of_too_many_programs) {
     control_socket control(path);
     std::vector<std::unique_ptr<client>> many;
     for (int i = 0; i < 40; ++i) {
@@ -146,7 +146,7 @@ TEST_F(control_socket_test, drops_the_quietest_program_where_there_are_too_many)
     EXPECT_EQ(many.back()->received(), "reply to state\n");
 }
 
-TEST_F(control_socket_test, goes_with_the_simulator) {
+TEST_F(control_socket_test, is_removed_with_the_simulator) {
     { const control_socket control(path); }
     EXPECT_FALSE(fs::exists(fs::symlink_status(path)));
     EXPECT_EQ(folder.file_count(), 0U);
@@ -162,7 +162,7 @@ TEST_F(control_socket_test, stays_if_another_program_has_taken_the_name_over) {
     EXPECT_EQ(folder.file_count(), 1U);
 }
 
-TEST_F(control_socket_test, replaces_nothing_that_a_simulator_did_not_leave) {
+TEST_F(control_socket_test, replaces_only_the_socket_of_a_simulator) {
     folder.put("control", "mine");
     EXPECT_EQ(failure_of([&] { control_socket{path}; }), failure::path_file_access_error);
     EXPECT_EQ(folder.content("control"), "mine");
@@ -192,7 +192,7 @@ TEST_F(control_socket_test, refuses_a_path_that_is_too_long_for_a_socket) {
     EXPECT_NE(sentence_of([&] { control_socket{folder / std::string(120, 'x')}; }).find("too long"), std::string::npos);
 }
 
-/// The program itself at both ends.
+/// The program at both ends of the socket.
 class simulator_control : public testing::Test {
 protected:
     std::string in_folder(const std::string& name) const { return "\"" + (folder / name).string() + "\""; }
@@ -236,7 +236,7 @@ TEST_F(simulator_control, ends_the_simulator) {
     EXPECT_EQ(ended.out, "Good-bye.\n0\n");
 }
 
-TEST_F(simulator_control, says_that_no_simulator_is_there) {
+TEST_F(simulator_control, reports_that_no_simulator_is_there) {
     const auto ended = test::run_in_shell("\"" VELOTRACE_SIM "\" --send " + in_folder("none") + " state", folder);
     EXPECT_EQ(ended.status, 1);
     EXPECT_NE(ended.err.find("no simulator listens at "), std::string::npos) << ended.err;

@@ -28,7 +28,7 @@ std::map<fault, int> counts_of(fault_plan plan, int answers) {
     return counts;
 }
 
-TEST(fault_plan, does_nothing_unasked) {
+TEST(fault_plan, changes_nothing_by_default) {
     EXPECT_TRUE(fault_plan().idle());
     EXPECT_EQ(counts_of({}, 100).at(fault::none), 100);
     EXPECT_EQ(counts_of({0, 7, {}}, 100).at(fault::none), 100);
@@ -51,7 +51,7 @@ TEST(fault_plan, keeps_to_its_rate) {
     EXPECT_LT(dropped, 2200);
 }
 
-TEST(fault_plan, spoils_no_answer_less_with_a_higher_rate) {
+TEST(fault_plan, has_all_faults_of_a_lower_rate_at_a_higher_rate) {
     const std::vector<fault> some = kinds_of({10, 3, {}}, 1000);
     const std::vector<fault> more = kinds_of({30, 3, {}}, 1000);
     for (std::size_t i = 0; i < some.size(); ++i) {
@@ -66,7 +66,7 @@ TEST(fault_plan, takes_the_kinds_it_is_given) {
     EXPECT_EQ(counts_of({100, 1, {}}, 1000).size(), all_faults.size()) << "none named: all";
 }
 
-TEST(fault_plan, weighs_a_kind_by_how_often_it_is_named) {
+TEST(fault_plan, weights_a_kind_by_how_often_it_is_named) {
     // three of four: 7500 with a standard deviation of 43
     const auto counts = counts_of({100, 1, {fault::drop, fault::drop, fault::drop, fault::late}}, 10000);
     EXPECT_GT(counts.at(fault::drop), 7300);
@@ -92,7 +92,7 @@ TEST(fault_plan, is_read_from_words) {
     EXPECT_EQ(fault_plan_of({"0"}).text(), "No faults by chance.");
 }
 
-TEST(fault_plan, refuses_words_that_make_no_plan) {
+TEST(fault_plan, refuses_malformed_plans) {
     for (const words& line : {words{}, words{"x"}, words{"101"}, words{"-1"}, words{"5", "seed"},
                               words{"5", "seed", "x"}, words{"5", "seed", "-1"}, words{"5", "7"}, words{"5", "none"},
                               words{"5", "drop", "seed", "7"}, words{"off", "drop"}, words{"5", ""}})

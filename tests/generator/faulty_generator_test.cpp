@@ -20,7 +20,7 @@ using test::text_of;
 
 class faulty_generator_test : public testing::Test {
 protected:
-    /// Every answer goes wrong in this way from now on.
+    /// Makes every later answer faulty in this way.
     void always(fault f) { line.follow({100, 1, {f}}); }
 
     std::string tell(std::string_view command) { return text_of(line.command(command)); }
@@ -29,7 +29,7 @@ protected:
     faulty_generator line{generator};
 };
 
-TEST_F(faulty_generator_test, does_nothing_unasked) {
+TEST_F(faulty_generator_test, changes_nothing_by_default) {
     EXPECT_EQ(tell("TIM007"), "TIM007");
     EXPECT_EQ(line.last(), fault::none);
     EXPECT_TRUE(line.counts().empty());
@@ -120,7 +120,7 @@ TEST_F(faulty_generator_test, falls_silent_for_some_answers) {
 }
 
 TEST_F(faulty_generator_test, speaks_again_with_another_plan) {
-    // of nine silences eight are longer than one answer
+    // eight of nine silences are longer than one answer
     for (std::uint64_t seed = 1; seed <= 10; ++seed) {
         line.follow({100, seed, {fault::silent}});
         EXPECT_EQ(tell("TIM007"), "");
@@ -129,7 +129,7 @@ TEST_F(faulty_generator_test, speaks_again_with_another_plan) {
     }
 }
 
-TEST_F(faulty_generator_test, tells_once_for_how_long_the_cable_is_out) {
+TEST_F(faulty_generator_test, reports_once_for_how_long_the_cable_is_out) {
     always(fault::unplug);
     EXPECT_EQ(tell("TIM007"), "");
     const std::optional<std::chrono::milliseconds> absence = line.take_absence();
@@ -169,14 +169,14 @@ TEST_F(faulty_generator_test, stores_something_else) {
     EXPECT_EQ(std::count(held.begin(), held.end(), 1), 255);
 }
 
-TEST_F(faulty_generator_test, lies_about_a_block_that_is_not_answered) {
+TEST_F(faulty_generator_test, does_not_store_a_block_that_is_confirmed_later) {
     always(fault::forget);
     EXPECT_EQ(text_of(line.raw_block("MOT001", bytes(12, 'x'))), "");
     EXPECT_EQ(generator.state.custom_string[0], 'V');
     EXPECT_EQ(line.last(), fault::forget);
 }
 
-TEST_F(faulty_generator_test, can_not_lie_where_nothing_is_stored) {
+TEST_F(faulty_generator_test, does_not_falsify_queries) {
     for (const fault lie : {fault::forget, fault::miswrite}) {
         always(lie);
         const generator_state before = generator.state;
@@ -189,7 +189,7 @@ TEST_F(faulty_generator_test, can_not_lie_where_nothing_is_stored) {
     EXPECT_TRUE(line.counts().empty());
 }
 
-TEST_F(faulty_generator_test, takes_no_turn_for_silence) {
+TEST_F(faulty_generator_test, does_not_count_unanswered_commands) {
     simulated_generator generator_2{76, 48};
     faulty_generator line_2{generator_2};
     line.follow({50, 1, {fault::drop}});

@@ -19,7 +19,7 @@ class generator_on_line_test : public testing::Test {
 protected:
     void write(const std::string& text) { line.receive(bytes_of(text), now); }
 
-    /// All that reaches the desk while the time runs on.
+    /// All bytes that reach the desk in this time.
     std::string run(std::chrono::nanoseconds span) {
         const auto end = now + span;
         std::string heard;
@@ -50,7 +50,7 @@ TEST_F(generator_on_line_test, an_exchange_takes_twelve_bytes_and_the_thinking) 
 
 TEST_F(generator_on_line_test, the_pace_does_not_depend_on_the_caller) {
     write("VER001");
-    // one late look brings all of it
+    // one late call returns all of it
     EXPECT_EQ(string_of(line.take_due(now + 1ms + 12 * byte_time)), "VER012");
 }
 
@@ -74,7 +74,7 @@ TEST_F(generator_on_line_test, logs_bytes_that_are_not_printable_in_hexadecimal)
                                       "< hex:4D4F5439393941420000000000000000000A"}));
 }
 
-TEST_F(generator_on_line_test, reads_an_edid_behind_a_pause) {
+TEST_F(generator_on_line_test, reads_an_edid_after_a_pause) {
     write("ERD001");
     EXPECT_EQ(run(101ms + 12 * byte_time), "ERD001");
     EXPECT_EQ(run(256 * byte_time), string_of(generator.state.sinks[0].edid.value()));
@@ -132,14 +132,14 @@ TEST_F(generator_on_line_test, a_cut_loses_what_is_on_the_line) {
     EXPECT_EQ(run(100ms), "OUT002");
 }
 
-TEST_F(generator_on_line_test, logs_what_chance_does) {
+TEST_F(generator_on_line_test, logs_random_faults) {
     faults.follow(fault_plan_of({"100", "drop"}));
     write("TIM007");
     EXPECT_EQ(run(100ms), "");
     EXPECT_EQ(line.take_log(), (texts{"> TIM007", "! drop"}));
 }
 
-TEST_F(generator_on_line_test, is_absent_while_the_cable_is_out_by_chance) {
+TEST_F(generator_on_line_test, is_absent_while_a_random_fault_unplugs_the_cable) {
     faults.follow(fault_plan_of({"100", "unplug"}));
     write("TIM007PAT005");
     EXPECT_FALSE(cable.pulled_out(now));
@@ -148,10 +148,10 @@ TEST_F(generator_on_line_test, is_absent_while_the_cable_is_out_by_chance) {
     EXPECT_EQ(line.take_log(), (texts{"> TIM007", "! unplug"})) << "the rest was still on the line";
     faults.follow({});
     write("OUT002");
-    // it is out for 200 to 5000 ms
+    // it is unplugged for 200 to 5000 ms
     EXPECT_EQ(run(99ms), "");
     EXPECT_TRUE(cable.pulled_out(now));
-    EXPECT_TRUE(line.next_due()) << "somebody has to put it back";
+    EXPECT_TRUE(line.next_due()) << "it must be plugged in again";
     EXPECT_EQ(run(5000ms), "");
     EXPECT_FALSE(cable.pulled_out(now));
     EXPECT_FALSE(line.next_due());

@@ -40,7 +40,7 @@ TEST(paced_line, bytes_arrive_one_after_the_other) {
     EXPECT_EQ(line.next_arrival(), std::nullopt);
 }
 
-TEST(paced_line, pauses_stand_before_their_part) {
+TEST(paced_line, pauses_come_before_their_part) {
     paced_line line;
     line.send({{1ms, bytes_of("AB")}, {100ms, bytes_of("C")}}, 0ms);
     EXPECT_EQ(taken(line, 1ms + 2 * byte_time), "AB");
@@ -81,7 +81,7 @@ TEST(paced_line, a_part_without_bytes_is_only_its_pause) {
     line.send({{5ms, {}}, {5ms, bytes_of("A")}, {20ms, {}}}, 0ms);
     EXPECT_EQ(line.next_arrival(), 10ms + byte_time);
     EXPECT_EQ(finished(line, 10ms + byte_time), texts{"A"});
-    // nothing comes behind the last pause
+    // nothing follows the last pause
     EXPECT_EQ(line.free_at(), 10ms + byte_time);
 }
 
@@ -92,14 +92,14 @@ TEST(paced_line, silence_takes_no_time) {
     EXPECT_EQ(line.free_at(), 0ms);
 }
 
-TEST(paced_line, tells_a_part_when_its_last_byte_has_arrived) {
+TEST(paced_line, reports_a_part_when_its_last_byte_has_arrived) {
     paced_line line;
     line.send({{0ms, bytes_of("ERD001")}, {100ms, bytes_of("data")}}, 0ms);
     EXPECT_EQ(finished(line, 6 * byte_time - 1ns), texts{});
     EXPECT_EQ(finished(line, 6 * byte_time), texts{"ERD001"});
     EXPECT_EQ(finished(line, 6 * byte_time), texts{});
     EXPECT_EQ(finished(line, 1000ms), texts{"data"});
-    // looking at the parts takes no bytes
+    // reading the parts removes no bytes
     EXPECT_EQ(taken(line, 1000ms), "ERD001data");
 }
 

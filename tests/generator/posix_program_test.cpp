@@ -1,4 +1,4 @@
-// velotrace_sim as its user calls it: command line, typed lines, the link to its terminal.
+// velotrace_sim as its user runs it: command line, typed lines, the link to its terminal.
 
 #ifndef _WIN32
 
@@ -29,13 +29,13 @@ protected:
     test::temporary_directory folder;
 };
 
-TEST_F(simulator_program, tells_how_it_is_used) {
+TEST_F(simulator_program, prints_its_usage) {
     const auto ended = run("", "--help");
     EXPECT_EQ(ended.status, 0);
     EXPECT_TRUE(ended.out.starts_with("usage: velotrace_sim [--timings N]"));
 }
 
-TEST_F(simulator_program, refuses_a_command_line_that_makes_no_sense) {
+TEST_F(simulator_program, refuses_an_invalid_command_line) {
     const auto ended = run("quit\n", "--every");
     EXPECT_EQ(ended.status, 2);
     EXPECT_EQ(ended.out, "");
@@ -59,13 +59,13 @@ TEST_F(simulator_program, sends_a_terminal_no_control_characters) {
     EXPECT_NE(screen.written().find("the file /?[2J? does not exist."), std::string::npos) << screen.written();
 }
 
-TEST_F(simulator_program, waits_for_no_pipe_in_the_place_of_an_edid) {
+TEST_F(simulator_program, does_not_wait_for_a_pipe_in_place_of_an_edid) {
     ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
     const auto ended = run("sink 1 " + (folder / "pipe").string() + "\nquit\n", in_folder("com1"));
     EXPECT_NE(ended.out.find("can't be read: it is not a regular file."), std::string::npos) << ended.out;
 }
 
-TEST_F(simulator_program, takes_its_terminal_away_and_brings_another) {
+TEST_F(simulator_program, removes_its_terminal_and_creates_another) {
     const auto ended = run("unplug\nplug\nquit\n", in_folder("com1"));
     EXPECT_EQ(ended.status, 0);
     std::size_t terminals = 0;
@@ -74,8 +74,8 @@ TEST_F(simulator_program, takes_its_terminal_away_and_brings_another) {
     EXPECT_EQ(terminals, 2U) << ended.out;
 }
 
-TEST_F(simulator_program, says_why_it_can_not_be_plugged_in_and_goes_on) {
-    // somebody else's file takes the link's name while it is off the line
+TEST_F(simulator_program, reports_why_it_cannot_be_plugged_in_and_continues) {
+    // somebody else's file takes the name of the link while it is unplugged
     const std::string unplugged = "grep -q 'cable is unplugged' " + in_folder("out");
     const std::string typist = "(printf 'unplug\\n'; i=0; until " + unplugged +
                                " || [ $i -gt 20000 ]; do i=$((i+1)); done; printf 'mine' >" + in_folder("com1") +
@@ -87,7 +87,7 @@ TEST_F(simulator_program, says_why_it_can_not_be_plugged_in_and_goes_on) {
     EXPECT_EQ(folder.content("com1"), "mine");
 }
 
-TEST_F(simulator_program, leaves_a_link_of_the_operator_and_names_where_it_leads) {
+TEST_F(simulator_program, leaves_a_link_of_the_operator_and_names_its_target) {
     std::filesystem::create_symlink("/dev/serial/by-id/adapter", folder / "com1");
     const auto ended = run("quit\n", in_folder("com1"));
     EXPECT_EQ(ended.status, 1);
@@ -97,8 +97,8 @@ TEST_F(simulator_program, leaves_a_link_of_the_operator_and_names_where_it_leads
     EXPECT_EQ(std::filesystem::read_symlink(folder / "com1"), "/dev/serial/by-id/adapter");
 }
 
-TEST_F(simulator_program, leaves_a_link_that_the_operator_has_put_there_meanwhile) {
-    // while it is on the line, and then off the line
+TEST_F(simulator_program, leaves_a_link_that_the_operator_has_created_meanwhile) {
+    // while it is plugged in, and then unplugged
     const std::string typist = "(until [ -L " + in_folder("com1") + " ]; do :; done; ln -sfn /dev/ttyS90 " +
                                in_folder("com1") + "; printf 'unplug\nplug\nquit\n')";
     const auto ended = test::run_in_shell(typist + " | timeout 60 \"" VELOTRACE_SIM "\" " + in_folder("com1"), folder);
@@ -109,13 +109,13 @@ TEST_F(simulator_program, leaves_a_link_that_the_operator_has_put_there_meanwhil
     EXPECT_EQ(std::filesystem::read_symlink(folder / "com1"), "/dev/ttyS90");
 }
 
-TEST_F(simulator_program, ends_at_once_where_its_link_can_not_be_made) {
+TEST_F(simulator_program, ends_at_once_if_its_link_cannot_be_made) {
     const auto ended = run("", in_folder("no folder/com1"));
     EXPECT_EQ(ended.status, 1);
     EXPECT_TRUE(ended.err.starts_with("velotrace_sim: ")) << ended.err;
 }
 
-TEST_F(simulator_program, outlives_the_end_of_its_input_until_it_is_ended) {
+TEST_F(simulator_program, keeps_running_at_the_end_of_its_input) {
     const std::string link = in_folder("com1");
     const auto ended = test::run_in_shell("\"" VELOTRACE_SIM "\" " + link + " </dev/null >" + in_folder("said") +
                                               " & sim=$!; while [ ! -L " + link +

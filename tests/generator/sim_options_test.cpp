@@ -22,7 +22,7 @@ TEST(sim_options, has_defaults) {
     EXPECT_TRUE(options.faults.idle());
 }
 
-TEST(sim_options, reads_what_shall_go_wrong_by_chance) {
+TEST(sim_options, reads_random_faults) {
     const sim_options options = sim_options_of({"--faults", " 20 seed 7  drop late ", "com1"});
     EXPECT_EQ(options.faults.text(), "20 % of answers are faulty, seed 7: drop late");
     EXPECT_EQ(options.link, "com1");
@@ -43,12 +43,12 @@ TEST(sim_options, reads_all_options) {
     EXPECT_EQ(sim_options_of({"--send", "build/control", "--version"}).line, "--version");
 }
 
-TEST(sim_options, reads_where_it_listens_for_lines) {
+TEST(sim_options, reads_the_path_of_the_control_socket) {
     EXPECT_TRUE(sim_options_of({}).control.empty());
     EXPECT_EQ(sim_options_of({"--control", "build/control", "com1"}).control, "build/control");
 }
 
-TEST(sim_options, takes_all_words_behind_the_socket_as_one_line) {
+TEST(sim_options, takes_all_words_after_the_socket_as_one_line) {
     const sim_options options = sim_options_of({"--send", "build/control", "sink", "1", "--none"});
     EXPECT_EQ(options.send_to, "build/control");
     EXPECT_EQ(options.line, "sink 1 --none");

@@ -2,27 +2,32 @@
 
 #include "runtime/failure.h"
 
+#include "support/text_of_answer.h"
+
 #include <gtest/gtest.h>
 
 #include <chrono>
 #include <numeric>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace desk {
 namespace {
 
 using namespace std::chrono_literals;
 
+using test::text_of;
+
 class simulated_generator_test : public testing::Test {
 protected:
     /// All bytes of the answer to one command.
     std::string tell(std::string_view command) { return text_of(generator.command(command)); }
 
-    static std::string text_of(const answer& parts) {
-        std::string text;
-        for (const answer_part& part : parts)
-            text += string_of(part.data);
-        return text;
+    /// Sends commands in order and checks their answers: "TIM999 TIM001".
+    void expect_answers(const std::vector<std::string>& answers) {
+        for (const std::string& text : answers)
+            EXPECT_EQ(tell(text.substr(0, 6)), text.substr(7)) << text;
     }
 
     /// A record of a long answer, counted from 0.
@@ -36,20 +41,9 @@ protected:
 };
 
 TEST_F(simulated_generator_test, starts_with_the_power_on_values) {
-    EXPECT_EQ(tell("TIM999"), "TIM001");
-    EXPECT_EQ(tell("PAT999"), "PAT001");
-    EXPECT_EQ(tell("OUT999"), "OUT004");
-    EXPECT_EQ(tell("HDC999"), "HDC000");
-    EXPECT_EQ(tell("ASC999"), "ASC003");
-    EXPECT_EQ(tell("PCM999"), "PCM001");
-    EXPECT_EQ(tell("CSC999"), "CSC001");
-    EXPECT_EQ(tell("DEE999"), "DEE001");
-    EXPECT_EQ(tell("ATO999"), "ATO000");
-    EXPECT_EQ(tell("FAV999"), "FAV000");
-    EXPECT_EQ(tell("CRR999"), "CRR128");
-    EXPECT_EQ(tell("CRG999"), "CRG128");
-    EXPECT_EQ(tell("CRB999"), "CRB128");
-    EXPECT_EQ(tell("VER001"), "VER012");
+    expect_answers({"TIM999 TIM001", "PAT999 PAT001", "OUT999 OUT004", "HDC999 HDC000", "ASC999 ASC003",
+                    "PCM999 PCM001", "CSC999 CSC001", "DEE999 DEE001", "ATO999 ATO000", "FAV999 FAV000",
+                    "CRR999 CRR128", "CRG999 CRG128", "CRB999 CRB128", "VER001 VER012"});
     EXPECT_EQ(tell("MOT999"), std::string("MOT999VELOTRACE\0\0\0", 18));
 }
 
@@ -72,14 +66,8 @@ TEST_F(simulated_generator_test, thinks_before_it_answers) {
 
 TEST_F(simulated_generator_test, refuses_a_value_out_of_range_with_the_present_one) {
     tell("TIM010");
-    EXPECT_EQ(tell("TIM077"), "TIM010");
-    EXPECT_EQ(tell("TIM000"), "TIM010");
-    EXPECT_EQ(tell("PAT049"), "PAT001");
-    EXPECT_EQ(tell("OUT009"), "OUT004");
-    EXPECT_EQ(tell("OUT000"), "OUT004");
-    EXPECT_EQ(tell("HDC002"), "HDC000");
-    EXPECT_EQ(tell("CRR256"), "CRR128");
-    EXPECT_EQ(tell("ESC004"), "ESC001");
+    expect_answers({"TIM077 TIM010", "TIM000 TIM010", "PAT049 PAT001", "OUT009 OUT004", "OUT000 OUT004",
+                    "HDC002 HDC000", "CRR256 CRR128", "ESC004 ESC001"});
 }
 
 TEST_F(simulated_generator_test, the_built_in_sine_has_two_channels_only) {
@@ -106,7 +94,7 @@ TEST_F(simulated_generator_test, is_silent_on_what_is_no_command) {
         EXPECT_TRUE(generator.command(command).empty()) << command;
 }
 
-TEST_F(simulated_generator_test, tells_a_favorite_record_for_each_row) {
+TEST_F(simulated_generator_test, sends_a_favorite_record_for_each_row) {
     EXPECT_EQ(tell("FT+007"), "FT+007");
     EXPECT_EQ(tell("FT+076"), "FT+076");
     EXPECT_EQ(tell("FT-007"), "FT-007");
@@ -130,13 +118,8 @@ TEST_F(simulated_generator_test, has_no_favorite_flag_outside_the_catalogue) {
 }
 
 TEST_F(simulated_generator_test, fills_the_chosen_autorun_row) {
-    EXPECT_EQ(tell("ATN003"), "ATN003");
-    EXPECT_EQ(tell("ATT012"), "ATT012");
-    EXPECT_EQ(tell("ATP007"), "ATP007");
-    EXPECT_EQ(tell("ATI600"), "ATI600");
-    EXPECT_EQ(tell("ATN032"), "ATN032");
-    EXPECT_EQ(tell("ATI005"), "ATI005");
-    EXPECT_EQ(tell("ATN033"), "ATN032");
+    expect_answers({"ATN003 ATN003", "ATT012 ATT012", "ATP007 ATP007", "ATI600 ATI600", "ATN032 ATN032",
+                    "ATI005 ATI005", "ATN033 ATN032"});
 
     const std::string list = tell("ATS999");
     ASSERT_EQ(list.size(), 768U);
@@ -158,14 +141,14 @@ TEST_F(simulated_generator_test, keeps_the_custom_string) {
     EXPECT_EQ(tell("MOT999"), "MOT999" + block);
 }
 
-TEST_F(simulated_generator_test, passes_over_a_block_of_the_wrong_size) {
+TEST_F(simulated_generator_test, ignores_a_block_of_the_wrong_size) {
     EXPECT_TRUE(generator.raw_block("MOT001", bytes(11, 'x')).empty());
     EXPECT_TRUE(generator.raw_block("EWR001", bytes(255, 'x')).empty());
     EXPECT_TRUE(generator.raw_block("TIM001", bytes()).empty());
     EXPECT_EQ(tell("MOT999").substr(6, 9), "VELOTRACE");
 }
 
-TEST_F(simulated_generator_test, sends_the_edid_a_pause_behind_the_answer) {
+TEST_F(simulated_generator_test, sends_the_edid_after_the_answer_and_a_pause) {
     for (const int number : {1, 2, 3}) {
         const std::string choice = "ESC00" + std::to_string(number);
         EXPECT_EQ(tell(choice), choice);

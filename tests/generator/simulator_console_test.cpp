@@ -25,7 +25,7 @@ protected:
     simulator_console console{generator, faults, cable};
 };
 
-TEST_F(simulator_console_test, does_nothing_unasked) {
+TEST_F(simulator_console_test, changes_nothing_by_default) {
     EXPECT_EQ(tell("TIM007"), "TIM007");
     EXPECT_EQ(tell("ABC123"), "");
     EXPECT_EQ(console.take_line(""), "");
@@ -38,7 +38,7 @@ TEST_F(simulator_console_test, drops_answers_to_commands_that_are_carried_out) {
     EXPECT_EQ(tell("TIM999"), "TIM007");
     console.take_line("drop 2");
     EXPECT_EQ(tell("PAT001"), "");
-    EXPECT_EQ(tell("ABC123"), ""); // silence anyway: takes no turn
+    EXPECT_EQ(tell("ABC123"), ""); // never answered, so not counted
     EXPECT_EQ(tell("PAT001"), "");
     EXPECT_EQ(tell("PAT001"), "PAT001");
 }
@@ -52,7 +52,7 @@ TEST_F(simulator_console_test, garbles_one_byte) {
         differences += bad[i] != "TIM007"[i] ? 1 : 0;
     EXPECT_EQ(differences, 1);
     EXPECT_EQ(bad.substr(0, 3), "TIM");
-    // the desk must notice: a place of a digit holds none
+    // the desk must notice: a digit is replaced
     EXPECT_NE(bad.substr(3).find_first_not_of("0123456789"), std::string::npos);
     EXPECT_EQ(tell("TIM007"), "TIM007");
 }
@@ -93,7 +93,7 @@ TEST_F(simulator_console_test, shortens_and_garbles_an_answer_of_nothing) {
 TEST_F(simulator_console_test, leaves_one_command_unanswered) {
     EXPECT_EQ(console.take_line("refuse OUT999 none"), "OUT999 is not answered.");
     console.take_line("drop 1");
-    EXPECT_EQ(tell("OUT999"), "") << "silence anyway: takes no turn";
+    EXPECT_EQ(tell("OUT999"), "") << "never answered, so not counted";
     EXPECT_EQ(tell("TIM007"), "");
     EXPECT_EQ(tell("TIM007"), "TIM007");
     EXPECT_NE(console.take_line("state").find("refuses OUT999 with silence"), std::string::npos);
@@ -148,7 +148,7 @@ TEST_F(simulator_console_test, can_be_silent) {
     EXPECT_EQ(tell("TIM999"), "TIM007");
 }
 
-TEST_F(simulator_console_test, tells_its_owner_of_plug_and_end) {
+TEST_F(simulator_console_test, reports_unplug_plug_and_quit) {
     EXPECT_FALSE(cable.unplugged());
     console.take_line("unplug");
     EXPECT_TRUE(cable.unplugged());
@@ -225,7 +225,7 @@ TEST_F(simulator_console_test, helps_with_every_command) {
         EXPECT_NE(text.find("  " + std::string(fault_name(f)) + "  "), std::string::npos) << fault_name(f);
 }
 
-TEST_F(simulator_console_test, spoils_answers_by_chance) {
+TEST_F(simulator_console_test, injects_random_faults) {
     EXPECT_EQ(console.take_line("faults 100 seed 7 drop"), "100 % of answers are faulty, seed 7: drop");
     EXPECT_EQ(tell("TIM007"), "");
     EXPECT_EQ(faults.last_fault(), fault::drop);
@@ -239,7 +239,7 @@ TEST_F(simulator_console_test, spoils_answers_by_chance) {
     EXPECT_EQ(tell("TIM999"), "TIM008");
 }
 
-TEST_F(simulator_console_test, tells_no_fault_of_chance_where_a_command_is_refused) {
+TEST_F(simulator_console_test, reports_no_random_fault_for_a_refused_command) {
     console.take_line("faults 100 drop");
     tell("TIM007");
     console.take_line("refuse TIM008 TIM001");

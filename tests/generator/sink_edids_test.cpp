@@ -21,7 +21,7 @@ TEST(sink_edids, base_blocks_have_header_and_checksum) {
         ASSERT_EQ(edid.size(), 256U) << sink;
         EXPECT_TRUE(std::equal(header.begin(), header.end(), edid.begin())) << sink;
         EXPECT_EQ(sum_of_block(edid, 0) % 256, 0) << sink;
-        // a checksum of 0 can't be told from its 256 by the desk
+        // the desk cannot distinguish a checksum of 0 from 256
         EXPECT_NE(edid[127], 0) << sink;
         EXPECT_LE(edid[23], 155) << sink;
     }

@@ -26,7 +26,7 @@ TEST(typed_lines, give_the_last_one_without_a_line_end) {
     EXPECT_EQ(lines.next(), std::nullopt);
 }
 
-TEST(typed_lines, keep_one_byte_more_than_the_longest_and_go_on_at_the_next) {
+TEST(typed_lines, keep_one_byte_more_than_the_longest_and_continue_at_the_next) {
     typed_lines lines;
     for (int i = 0; i < 1000; ++i)
         lines.add(std::string(1000, 'x'));

@@ -5,7 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace desk {
@@ -185,7 +187,7 @@ TEST_F(exchanges, wait_151_rounds_for_each_of_two_tries) {
     EXPECT_EQ(end_time, 2 * 151 * 5 + 5) << "one pump at the end";
     EXPECT_FALSE(link.rx_done);
     EXPECT_FALSE(link.tim_rx.enabled);
-    EXPECT_TRUE(m.boxes.all.empty()) << "the caller tells of it";
+    EXPECT_TRUE(m.boxes.all.empty()) << "the caller reports it";
 }
 
 TEST_F(exchanges, wait_801_rounds_for_the_reset) {
@@ -429,27 +431,21 @@ TEST_F(receiver, accepts_the_same_during_a_download_in_other_views) {
     }
 }
 
-TEST_F(receiver, counts_six_characters_for_each_timing_in_favorite_timing) {
+TEST_F(receiver, counts_characters_during_a_download_in_these_views) {
     link.fav_timing_count = 3;
-    link.fav_pattern_count = 100;
-    EXPECT_FALSE(accepted(2, true, std::string(17, '1')));
-    EXPECT_TRUE(accepted(2, true, std::string(18, 'x')));
-    EXPECT_TRUE(accepted(2, true, std::string(19, 'x')));
-    EXPECT_TRUE(accepted(2, false, "FT+001")) << "without a download it is the usual answer";
-}
-
-TEST_F(receiver, counts_six_characters_for_each_pattern_in_favorite_pattern) {
-    link.fav_timing_count = 100;
     link.fav_pattern_count = 2;
-    EXPECT_FALSE(accepted(3, true, std::string(11, '1')));
-    EXPECT_TRUE(accepted(3, true, std::string(12, 'x')));
-    EXPECT_TRUE(accepted(3, false, "FP+001"));
-}
-
-TEST_F(receiver, counts_768_characters_in_autorun_config) {
-    EXPECT_FALSE(accepted(5, true, std::string(767, '1')));
-    EXPECT_TRUE(accepted(5, true, std::string(768, '\0')));
-    EXPECT_TRUE(accepted(5, false, "ATI005"));
+    struct {
+        int view;
+        std::size_t length;
+        const char* usual; ///< accepted without a download
+    } const cases[] = {{2, 18, "FT+001"}, {3, 12, "FP+001"}, {4, 18, "ESC001"}, {5, 768, "ATI005"}};
+    for (const auto& [view, length, usual] : cases) {
+        EXPECT_FALSE(accepted(view, true, std::string(length - 1, '1'))) << view;
+        for (const char c : {'x', '\0'})
+            EXPECT_TRUE(accepted(view, true, std::string(length, c))) << view;
+        EXPECT_TRUE(accepted(view, true, std::string(length + 1, 'x'))) << view;
+        EXPECT_TRUE(accepted(view, false, usual)) << view;
+    }
 }
 
 TEST_F(receiver, counts_18_characters_for_the_motion_string_pattern) {
@@ -461,12 +457,6 @@ TEST_F(receiver, counts_18_characters_for_the_motion_string_pattern) {
         selected_pattern = other;
         EXPECT_TRUE(accepted(1, true, "CRR128")) << other;
     }
-}
-
-TEST_F(receiver, counts_18_characters_in_the_edid_view) {
-    EXPECT_FALSE(accepted(4, true, std::string(17, '1')));
-    EXPECT_TRUE(accepted(4, true, std::string(18, 'x')));
-    EXPECT_TRUE(accepted(4, false, "ESC001"));
 }
 
 TEST_F(receiver, accepts_the_first_byte_if_no_timing_is_expected_and_nothing_without_a_byte) {
@@ -607,14 +597,9 @@ TEST(characters_of_an_answer, can_be_a_part_of_it) {
 }
 
 TEST(a_number_of_an_answer, ends_at_the_first_non_digit) {
-    EXPECT_EQ(as_number("254"), 254);
-    EXPECT_EQ(as_number("007"), 7);
-    EXPECT_EQ(as_number("3"), 3);
-    EXPECT_EQ(as_number("12x"), 12);
-    EXPECT_EQ(as_number("1.9"), 1);
-    EXPECT_EQ(as_number("1E2"), 1);
-    EXPECT_EQ(as_number(" 12"), 12);
-    EXPECT_EQ(as_number("1 2"), 1);
+    for (const auto& [given, expected] : std::initializer_list<std::pair<const char*, int>>{
+             {"254", 254}, {"007", 7}, {"3", 3}, {"12x", 12}, {"1.9", 1}, {"1E2", 1}, {" 12", 12}, {"1 2", 1}})
+        EXPECT_EQ(as_number(given), expected) << given;
 }
 
 TEST(a_number_of_an_answer, is_0_without_a_leading_digit) {

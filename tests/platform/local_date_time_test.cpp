@@ -21,7 +21,7 @@ std::tm moment_at(int year, int month, int day, int hour, int minute, int second
     return moment;
 }
 
-// The words are the system's: what is told holds in any locale.
+// The words come from the system; these rules hold in any locale.
 
 TEST(date_text, holds_year_and_day) {
     const std::string text = date_text(moment_at(2006, 11, 23, 4, 5, 7));
@@ -62,10 +62,10 @@ TEST(local_calendar, follows_the_machines_clock) {
     local_calendar dates;
     const std::time_t before = std::time(nullptr);
     std::tm now = dates.now();
-    const std::time_t told = std::mktime(&now);
+    const std::time_t given = std::mktime(&now);
     const std::time_t after = std::time(nullptr);
-    EXPECT_GE(told, before);
-    EXPECT_LE(told, after);
+    EXPECT_GE(given, before);
+    EXPECT_LE(given, after);
 }
 
 } // namespace

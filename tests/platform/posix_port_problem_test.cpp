@@ -15,7 +15,7 @@ TEST(port_problem, names_the_group_that_has_the_device) {
     EXPECT_EQ(problem_of_rights(rights), "add your user to the group dialout");
 }
 
-TEST(port_problem, tells_a_new_member_of_the_group_to_log_in_again) {
+TEST(port_problem, asks_a_new_member_of_the_group_to_log_in_again) {
     const device_rights rights{.owner = "root", .group = "dialout", .group_may = true, .listed = true};
     EXPECT_EQ(problem_of_rights(rights), "your user was added to the group dialout: log out and in again");
 }

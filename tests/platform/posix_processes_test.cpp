@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A made-up /proc.
+/// A simulated /proc.
 class process_table_test : public testing::Test {
 protected:
     /// A process with this place at a terminal; `terminal` is as the system writes it.
@@ -69,7 +69,7 @@ TEST_F(process_table_test, reads_any_name_of_a_program) {
 }
 
 TEST_F(process_table_test, skips_unreadable_entries) {
-    fs::create_directory(folder / "7"); // a process that has just gone
+    fs::create_directory(folder / "7"); // a process that has just ended
     fs::create_directory(folder / "8");
     folder.put("8/stat", "8 (cut off");
     fs::create_directory(folder / "sys");

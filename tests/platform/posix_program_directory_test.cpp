@@ -37,7 +37,7 @@ TEST(own_directory_of, ignores_a_relative_data_home) {
             << data_home;
 }
 
-TEST(user_data_directory, is_created_for_the_user_alone) {
+TEST(user_data_directory, is_created_for_this_user_only) {
     const test::temporary_directory home;
     const char* const before = std::getenv("XDG_DATA_HOME");
     const std::string kept = before == nullptr ? "" : before;
@@ -88,7 +88,7 @@ TEST_F(installed_program, is_not_assumed_if_its_files_are_beside_it) {
     EXPECT_NE(first_files_of(bin()), std::nullopt);
 }
 
-TEST_F(installed_program, gets_a_folder_for_the_user_alone_with_both_files) {
+TEST_F(installed_program, gets_a_folder_for_this_user_only_with_both_files) {
     prepare_own_directory(own(), first_files());
     EXPECT_EQ(own_content("marlo_rs232.ini"), "first settings");
     EXPECT_EQ(own_content("timing_pattern.ini"), "first catalogue");

@@ -29,7 +29,7 @@ protected:
 };
 
 TEST_F(closed_port, cannot_be_opened_without_a_number) {
-    // not even where a link of that name leads to a terminal
+    // not even if a link of that name leads to a terminal
     std::error_code ignored;
     std::filesystem::create_symlink("/dev/ptmx", folder / "com0", ignored);
     EXPECT_EQ(failure_of([&] { port->open(0); }), failure::path_file_access_error);

@@ -61,7 +61,7 @@ protected:
             sink = std::string(buffers.write_buff.begin(), buffers.write_buff.end());
         edid_fixture::take(written);
     }
-    /// "PASS 1000" with the colours of both marks behind it, "PASS 1000 [40960 40960]".
+    /// "PASS 1000" with the colors of both marks: "PASS 1000 [40960 40960]".
     std::string marks() const {
         return run.lab_pass.caption.get() + " " + run.lab_pass_sn.caption.get() + " [" +
                std::to_string(run.lab_pass.fore_color.get()) + " " + std::to_string(run.lab_pass_sn.fore_color.get()) +
@@ -80,7 +80,7 @@ protected:
         }
         return all;
     }
-    void expect_all_live() {
+    void expect_all_enabled() {
         EXPECT_TRUE(run.cmd_run.enabled);
         EXPECT_TRUE(diag.cmd_ok.enabled);
     }
@@ -104,7 +104,7 @@ TEST_F(run_test, opens_with_the_number_of_the_write_buffer) {
     }
 }
 
-TEST_F(run_test, is_told_in_its_message_box_and_has_its_ok_dead_while_it_verifies) {
+TEST_F(run_test, reports_in_its_message_box_and_disables_its_ok_while_it_verifies) {
     run.txt_auto_msg.text = "before ";
     transfers.cmd_verify_click();
     EXPECT_TRUE(run.txt_auto_msg.text.get().starts_with("before " + verifying));
@@ -114,8 +114,8 @@ TEST_F(run_test, is_told_in_its_message_box_and_has_its_ok_dead_while_it_verifie
 
 class stepping : public run_test {
 protected:
-    /// The number behind "+" or "-", and what is told then.
-    strings behind(const button& pressed, const std::string& number) {
+    /// The number after "+" or "-", and the message.
+    strings after(const button& pressed, const std::string& number) {
         run.txt_sn.text = number;
         run.txt_auto_msg.text = "old";
         pressed.on_click();
@@ -125,44 +125,44 @@ protected:
     const std::string at_the_bottom = "Min number of Serial Number is 0";
 };
 
-TEST_F(stepping, goes_one_up) {
-    EXPECT_EQ(behind(run.cmd_add, "0"), (strings{"1", ""}));
-    EXPECT_EQ(behind(run.cmd_add, "41"), (strings{"42", ""}));
-    EXPECT_EQ(behind(run.cmd_add, "4294967294"), (strings{"4294967295", ""}));
-    EXPECT_EQ(behind(run.cmd_add, "-1"), (strings{"0", ""}));
-    EXPECT_EQ(behind(run.cmd_add, ""), (strings{"1", ""}));
-    EXPECT_EQ(behind(run.cmd_add, " 12abc"), (strings{"13", ""}));
-    EXPECT_EQ(behind(run.cmd_add, "1.5"), (strings{"2.5", ""}));
+TEST_F(stepping, increments_the_number) {
+    EXPECT_EQ(after(run.cmd_add, "0"), (strings{"1", ""}));
+    EXPECT_EQ(after(run.cmd_add, "41"), (strings{"42", ""}));
+    EXPECT_EQ(after(run.cmd_add, "4294967294"), (strings{"4294967295", ""}));
+    EXPECT_EQ(after(run.cmd_add, "-1"), (strings{"0", ""}));
+    EXPECT_EQ(after(run.cmd_add, ""), (strings{"1", ""}));
+    EXPECT_EQ(after(run.cmd_add, " 12abc"), (strings{"13", ""}));
+    EXPECT_EQ(after(run.cmd_add, "1.5"), (strings{"2.5", ""}));
 }
 
 TEST_F(stepping, ends_at_the_top) {
     for (const char* number : {"4294967295", "4294967295.5", "4294967296", "1E20"})
-        EXPECT_EQ(behind(run.cmd_add, number), (strings{number, at_the_top}));
-    EXPECT_EQ(behind(run.cmd_add, "4294967294.5"), (strings{"4294967295.5", ""}));
+        EXPECT_EQ(after(run.cmd_add, number), (strings{number, at_the_top}));
+    EXPECT_EQ(after(run.cmd_add, "4294967294.5"), (strings{"4294967295.5", ""}));
 }
 
-TEST_F(stepping, goes_one_down) {
-    EXPECT_EQ(behind(run.cmd_sub, "1"), (strings{"0", ""}));
-    EXPECT_EQ(behind(run.cmd_sub, "42"), (strings{"41", ""}));
-    EXPECT_EQ(behind(run.cmd_sub, "4294967296"), (strings{"4294967295", ""}));
-    EXPECT_EQ(behind(run.cmd_sub, " 12abc"), (strings{"11", ""}));
+TEST_F(stepping, decrements_the_number) {
+    EXPECT_EQ(after(run.cmd_sub, "1"), (strings{"0", ""}));
+    EXPECT_EQ(after(run.cmd_sub, "42"), (strings{"41", ""}));
+    EXPECT_EQ(after(run.cmd_sub, "4294967296"), (strings{"4294967295", ""}));
+    EXPECT_EQ(after(run.cmd_sub, " 12abc"), (strings{"11", ""}));
 }
 
-TEST_F(stepping, ends_at_0_itself_alone) {
+TEST_F(stepping, ends_only_at_0_itself) {
     for (const char* number : {"0", "", "abc", "0.0", "-0"})
-        EXPECT_EQ(behind(run.cmd_sub, number), (strings{number, at_the_bottom}));
-    EXPECT_EQ(behind(run.cmd_sub, "0.5"), (strings{"-.5", ""}));
-    EXPECT_EQ(behind(run.cmd_sub, "-3"), (strings{"-4", ""}));
+        EXPECT_EQ(after(run.cmd_sub, number), (strings{number, at_the_bottom}));
+    EXPECT_EQ(after(run.cmd_sub, "0.5"), (strings{"-.5", ""}));
+    EXPECT_EQ(after(run.cmd_sub, "-3"), (strings{"-4", ""}));
 }
 
 TEST_F(stepping, changes_nothing_but_the_number_and_the_message) {
     remember();
-    behind(run.cmd_add, "5");
-    behind(run.cmd_sub, "5");
+    after(run.cmd_add, "5");
+    after(run.cmd_sub, "5");
     EXPECT_EQ(changed(), strings{});
 }
 
-TEST_F(run_test, without_a_task_empties_its_words_and_marks) {
+TEST_F(run_test, without_a_task_clears_its_messages_and_marks) {
     choose(false, false, true);
     run.txt_auto_msg.text = "old";
     run.lab_pass.caption = "PASS";
@@ -178,7 +178,7 @@ TEST_F(run_test, without_a_task_empties_its_words_and_marks) {
     EXPECT_EQ(changed(), strings{});
     EXPECT_EQ(m.events.pumps, pumps);
     EXPECT_TRUE(commands().empty());
-    expect_all_live();
+    expect_all_enabled();
 }
 
 TEST_F(run_test, stamps_writes_and_verifies) {
@@ -191,15 +191,15 @@ TEST_F(run_test, stamps_writes_and_verifies) {
     EXPECT_EQ(run.txt_auto_msg.text.get(), written_well + verified_well);
     EXPECT_EQ(marks(), passed("305419896"));
     EXPECT_EQ(run.txt_sn.text, "305419896");
-    expect_all_live();
+    expect_all_enabled();
     EXPECT_EQ(changed(), (strings{"cmd_write.back_color", "cmd_write.enabled", "read_buff", "read_ok", "run_ok",
                                   "sn_value", "write_buff"}))
         << "the text of the WRITE window and its labels stay as they were";
-    EXPECT_EQ(look_of(view.cmd_write), "red dead");
+    EXPECT_EQ(look_of(view.cmd_write), "red disabled");
     EXPECT_TRUE(m.boxes.all.empty());
 }
 
-TEST_F(run_test, is_dead_from_its_first_pump_to_its_end) {
+TEST_F(run_test, is_disabled_from_its_first_pump_to_its_end) {
     choose(false, true);
     sink = edid_with(1000);
     run.txt_auto_msg.text = "old";
@@ -212,18 +212,18 @@ TEST_F(run_test, is_dead_from_its_first_pump_to_its_end) {
     const int pumps = m.events.pumps;
     run.cmd_run.on_click();
     EXPECT_GT(m.events.pumps, pumps);
-    const std::string dead = "face dead, face dead, [";
-    EXPECT_EQ(frames, (strings{dead + "]", "ESC001: " + dead + verifying + "]", dead + verifying + "]",
-                               "ERD001: " + dead + verifying + "]", dead + verifying + "]"}));
-    expect_all_live();
+    const std::string disabled = "grey disabled, grey disabled, [";
+    EXPECT_EQ(frames, (strings{disabled + "]", "ESC001: " + disabled + verifying + "]", disabled + verifying + "]",
+                               "ERD001: " + disabled + verifying + "]", disabled + verifying + "]"}));
+    expect_all_enabled();
 }
 
 TEST_F(run_test, pumps_before_it_writes) {
     choose(true, false);
     film([this] { return look_of(run.cmd_run) + ", " + std::to_string(buffers.write_buff[12]); });
     run_with("5");
-    EXPECT_EQ(frames.front(), "face dead, " + std::to_string(1000 % 256));
-    EXPECT_EQ(frames.at(1), "ESC001: face dead, 5");
+    EXPECT_EQ(frames.front(), "grey disabled, " + std::to_string(1000 % 256));
+    EXPECT_EQ(frames.at(1), "ESC001: grey disabled, 5");
 }
 
 TEST_F(run_test, waits_a_second_before_it_verifies) {
@@ -244,7 +244,7 @@ TEST_F(run_test, can_write_alone) {
     EXPECT_EQ(commands(), (strings{"ESC001", "EWR001", "bytes"}));
     EXPECT_EQ(run.txt_auto_msg.text.get(), written_well);
     EXPECT_EQ(marks(), passed("7"));
-    expect_all_live();
+    expect_all_enabled();
 }
 
 TEST_F(run_test, can_verify_alone_and_stamps_no_number_then) {
@@ -257,7 +257,7 @@ TEST_F(run_test, can_verify_alone_and_stamps_no_number_then) {
     EXPECT_EQ(run.txt_auto_msg.text.get(), verified_well);
     EXPECT_EQ(marks(), passed("1000")) << "the number of the opening";
     EXPECT_EQ(changed(), (strings{"read_buff", "read_ok", "run_ok"}));
-    expect_all_live();
+    expect_all_enabled();
 }
 
 TEST_F(run_test, verifying_alone_with_a_failed_read_passes) {
@@ -269,7 +269,7 @@ TEST_F(run_test, verifying_alone_with_a_failed_read_passes) {
     EXPECT_EQ(marks(), passed("1000"));
 }
 
-TEST_F(run_test, fails_where_the_sink_reports_an_error_and_does_not_verify) {
+TEST_F(run_test, fails_if_the_sink_reports_an_error_and_does_not_verify) {
     write_result = "EWR003";
     choose(true, true, true);
     run_with("7");
@@ -277,20 +277,20 @@ TEST_F(run_test, fails_where_the_sink_reports_an_error_and_does_not_verify) {
     EXPECT_EQ(run.txt_auto_msg.text.get(), writing + "EWR003 DDC Error,Write Fail !\r\n");
     EXPECT_EQ(marks(), failed("7"));
     EXPECT_EQ(run.txt_sn.text, "7") << "ready for a repeat";
-    expect_all_live();
+    expect_all_enabled();
 }
 
-TEST_F(run_test, fails_where_the_link_fails) {
+TEST_F(run_test, fails_if_the_link_fails) {
     unplugged = true;
     run_with("7");
     EXPECT_EQ(commands(), (strings{"ESC001", "ESC001"}));
     EXPECT_EQ(run.txt_auto_msg.text.get(), writing + "Link Error !\r\n");
     EXPECT_EQ(marks(), failed("7"));
     EXPECT_EQ(buffers.write_buff, buffer_of(edid_with(7))) << "the number is stamped all the same";
-    expect_all_live();
+    expect_all_enabled();
 }
 
-TEST_F(run_test, fails_where_the_verified_bytes_differ) {
+TEST_F(run_test, fails_if_the_verified_bytes_differ) {
     follows_write = false;
     sink = edid_with(7);
     sink[200] = static_cast<char>(sink[200] + 1);
@@ -299,17 +299,17 @@ TEST_F(run_test, fails_where_the_verified_bytes_differ) {
     EXPECT_EQ(run.txt_auto_msg.text.get(), written_well + verifying + "Comparing ...\r\nThere are 1 wrong data !");
     EXPECT_EQ(marks(), failed("7"));
     EXPECT_EQ(run.txt_sn.text, "7");
-    expect_all_live();
+    expect_all_enabled();
 }
 
-TEST_F(run_test, passes_where_the_verifying_read_fails_behind_a_good_write) {
+TEST_F(run_test, passes_if_the_verifying_read_fails_after_a_good_write) {
     follows_write = false;
     sink = "";
     run_with("7");
     EXPECT_EQ(run.txt_auto_msg.text.get(), written_well + verifying + "Read sink's edid fail !\r\n");
     EXPECT_EQ(marks(), passed("7"));
     EXPECT_EQ(view.txt_read.text, "\r\nTimeout ! Read fail !");
-    expect_all_live();
+    expect_all_enabled();
 }
 
 TEST_F(run_test, keeps_the_last_result_for_an_answer_that_it_does_not_know) {
@@ -323,7 +323,7 @@ TEST_F(run_test, keeps_the_last_result_for_an_answer_that_it_does_not_know) {
     }
 }
 
-TEST_F(run_test, steps_on_behind_a_pass_where_that_is_checked) {
+TEST_F(run_test, steps_on_after_a_pass_if_that_is_checked) {
     choose(true, true, true);
     run_with("7");
     EXPECT_EQ(run.txt_sn.text, "8");
@@ -333,7 +333,7 @@ TEST_F(run_test, steps_on_behind_a_pass_where_that_is_checked) {
     EXPECT_EQ(run.txt_sn.text, "9");
     EXPECT_EQ(marks(), passed("8"));
     EXPECT_EQ(sink, edid_with(8));
-    expect_all_live();
+    expect_all_enabled();
 }
 
 TEST_F(run_test, does_not_step_beyond_the_top) {
@@ -345,11 +345,24 @@ TEST_F(run_test, does_not_step_beyond_the_top) {
     EXPECT_EQ(buffers.write_buff, buffer_of(edid_with(0xFFFFFFFF)));
 }
 
-TEST_F(run_test, runs_over_the_whole_range_of_numbers) {
-    for (const auto& [text, number] : {std::pair{"0", 0U}, {"4294967295", 0xFFFFFFFFU}, {"65536", 0x10000U}}) {
-        run_with(text);
-        EXPECT_EQ(buffers.write_buff, buffer_of(edid_with(number)));
-        EXPECT_EQ(marks(), passed(text));
+TEST_F(run_test, takes_the_numeric_start_of_a_text_over_the_whole_range) {
+    struct {
+        const char* typed;
+        std::uint32_t number;
+        const char* shown;
+    } const cases[] = {{"0", 0, "0"},
+                       {"4294967295", 0xFFFFFFFF, "4294967295"},
+                       {"65536", 0x10000, "65536"},
+                       {"", 0, "0"},
+                       {"abc", 0, "0"},
+                       {"-", 0, "0"},
+                       {" ", 0, "0"},
+                       {" 12abc", 12, "12"}};
+    for (const auto& [typed, number, shown] : cases) {
+        run_with(typed);
+        EXPECT_EQ(buffers.write_buff, buffer_of(edid_with(number))) << typed;
+        EXPECT_EQ(marks(), passed(shown)) << typed;
+        EXPECT_EQ(run.txt_sn.text.get(), typed);
     }
 }
 
@@ -369,23 +382,8 @@ TEST_F(run_test, fails_with_the_typed_number_outside_the_range) {
         EXPECT_FALSE(fields.run_ok);
         EXPECT_TRUE(commands().empty());
         EXPECT_EQ(buffers.write_buff, buffer_of(edid_with(1000)));
-        expect_all_live();
+        expect_all_enabled();
     }
-}
-
-TEST_F(run_test, takes_a_text_without_digits_for_0) {
-    for (const char* text : {"", "abc", "-", " "}) {
-        run_with(text);
-        EXPECT_EQ(buffers.write_buff, buffer_of(edid_with(0)));
-        EXPECT_EQ(marks(), passed("0"));
-        EXPECT_EQ(run.txt_sn.text.get(), text);
-    }
-}
-
-TEST_F(run_test, takes_the_numeric_start_of_a_text) {
-    run_with(" 12abc");
-    EXPECT_EQ(buffers.write_buff, buffer_of(edid_with(12)));
-    EXPECT_EQ(marks(), passed("12"));
 }
 
 TEST_F(run_test, lets_a_fraction_reach_the_lowest_byte) {
@@ -423,7 +421,7 @@ TEST_F(run_test, is_dropped_from_the_buffer_when_the_window_closes) {
     EXPECT_EQ(fields.sn_value, 1000);
 }
 
-TEST_F(run_test, lets_a_repair_of_before_come_in_when_the_window_closes) {
+TEST_F(run_test, restores_an_earlier_repair_when_the_window_closes) {
     std::string wrong = edid_with(1000);
     wrong[127] = static_cast<char>(wrong[127] + 1);
     open_bytes("a.bin", wrong);

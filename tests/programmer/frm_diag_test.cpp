@@ -35,7 +35,7 @@ protected:
         made().load();
         return *diag;
     }
-    /// The names of the controls that are visible by themselves and lie in no frame.
+    /// The names of the controls that are visible and in no frame.
     strings visible_pages() const {
         strings names;
         for (const control* c : diag->form.controls()) {
@@ -100,7 +100,7 @@ TEST_F(frm_diag_test, has_each_control_in_its_frame) {
     EXPECT_EQ(made().form.controls().size(), count);
 }
 
-TEST_F(frm_diag_test, shows_none_of_its_faces_before_it_is_loaded) {
+TEST_F(frm_diag_test, shows_none_of_its_pages_before_it_is_loaded) {
     made();
     EXPECT_EQ(visible_pages(), strings{});
     EXPECT_FALSE(diag->run.cmd_run.visible);
@@ -121,7 +121,7 @@ TEST_F(frm_diag_test, lets_the_operator_type_the_number_and_no_message) {
     EXPECT_EQ(diag->run.lab_pass.font, text_font::large_bold);
 }
 
-TEST_F(frm_diag_test, shows_the_face_of_its_mode) {
+TEST_F(frm_diag_test, shows_the_page_of_its_mode) {
     struct page {
         std::int16_t mode;
         const char* shown;
@@ -237,7 +237,7 @@ TEST_F(sum, adds_the_filling_of_each_size) {
     }
 }
 
-TEST_F(sum, shows_its_lower_four_digits_alone_where_that_is_checked) {
+TEST_F(sum, shows_only_its_lower_four_digits_if_that_is_checked) {
     EXPECT_EQ(sum_of(0xFF, 3, 1, 1), "0xF800");
     EXPECT_EQ(sum_of(0x00, 0, 0, 1), "0x0000");
     EXPECT_EQ(sum_of(0x01, 0, 0, 1), "0x0100");
@@ -254,7 +254,7 @@ TEST_F(sum, takes_every_byte_of_the_buffer) {
     }
 }
 
-TEST_F(sum, is_that_of_its_side) {
+TEST_F(sum, is_computed_from_its_side) {
     choose(0, 0, 0);
     buffers.write_buff.fill(1);
     buffers.read_buff.fill(2);
@@ -288,12 +288,6 @@ TEST_F(sum, changes_nothing_but_its_label) {
     EXPECT_EQ(looks_of(diag->form), expected);
     EXPECT_NE(expected, before);
     EXPECT_EQ(changed(), strings{});
-}
-
-TEST_F(sum, is_empty_at_every_opening) {
-    opened(5);
-    shown_sum();
-    EXPECT_EQ(opened(5).lab_checksum.caption, "");
 }
 
 class closing : public frm_diag_test {
@@ -331,7 +325,7 @@ TEST_F(closing, ends_its_mode_and_its_window) {
     }
 }
 
-TEST_F(closing, takes_the_bytes_out_of_the_text_behind_the_automatic_run_alone) {
+TEST_F(closing, takes_the_bytes_from_the_text_only_after_the_automatic_run) {
     const std::map<std::int16_t, strings> changes = {
         {1, {"diag_mode", "hex_type"}}, {2, {"diag_mode", "write_buff"}}, {5, {"diag_mode"}}, {6, {"diag_mode"}}};
     for (const auto& [mode, expected] : changes) {
@@ -345,7 +339,7 @@ TEST_F(closing, takes_the_bytes_out_of_the_text_behind_the_automatic_run_alone) 
     }
 }
 
-TEST_F(closing, fails_for_a_text_of_more_than_256_bytes_behind_the_automatic_run) {
+TEST_F(closing, fails_for_a_text_of_more_than_256_bytes_after_the_automatic_run) {
     view.txt_write.text = window_text_of(some_bytes(257));
     opened(2);
     EXPECT_EQ(failure_of([&] { press_ok(); }), failure::subscript_out_of_range);

@@ -73,13 +73,13 @@ TEST_F(programmer_test, loads_its_window_before_it_shows_it) {
     EXPECT_EQ(modes.size(), 2U);
 }
 
-TEST_F(programmer_test, lets_write_rest_behind_each_of_its_buttons) {
+TEST_F(programmer_test, enables_write_after_each_of_its_buttons) {
     for (const button* pressed : {&view.cmd_sum_write, &view.cmd_sum_read, &view.cmd_w_auto}) {
         view.cmd_write.back_color = 255;
         view.cmd_write.enabled = false;
-        while_open = [this] { EXPECT_EQ(look_of(view.cmd_write), "red dead") << "not yet"; };
+        while_open = [this] { EXPECT_EQ(look_of(view.cmd_write), "red disabled") << "not yet"; };
         pressed->on_click();
-        EXPECT_EQ(look_of(view.cmd_write), "face live");
+        EXPECT_EQ(look_of(view.cmd_write), "grey enabled");
     }
 }
 
@@ -123,7 +123,7 @@ TEST_F(programmer_test, asks_for_the_style_of_a_hex_file) {
     };
     save(view.cmd_save_write, "c.hex", 1);
     EXPECT_TRUE(directory.content("c.hex").starts_with("0x00,0xFF,0xFF,0xFF,0xFF,0xFF,0xFF,0x00, //7\r\n"));
-    EXPECT_EQ(look_of(view.cmd_write), "red dead") << "WRITE is left as it was";
+    EXPECT_EQ(look_of(view.cmd_write), "red disabled") << "WRITE is left as it was";
     EXPECT_EQ(fields.diag_mode, 3);
 }
 
@@ -131,20 +131,20 @@ TEST_F(programmer_test, fails_before_it_shows_a_choice_that_is_not_there) {
     fields.eeprom_size_index = 4;
     EXPECT_EQ(failure_of([&] { view.cmd_sum_write.on_click(); }), failure::invalid_property_value);
     EXPECT_TRUE(modes.empty());
-    EXPECT_EQ(look_of(view.cmd_write), "red dead");
+    EXPECT_EQ(look_of(view.cmd_write), "red disabled");
 }
 
-TEST_F(programmer_test, runs_in_its_window_and_reports_elsewhere_behind_it) {
+TEST_F(programmer_test, reports_in_its_window_and_elsewhere_after_it_closes) {
     while_open = [this] {
         EXPECT_TRUE(in_window<button>("cmd_run").visible);
         in_window<check_box>("chk_verify").value = 0;
         press("cmd_run");
         EXPECT_EQ(in_window<label>("lab_pass").caption, "PASS");
-        EXPECT_EQ(look_of(view.cmd_write), "red dead");
+        EXPECT_EQ(look_of(view.cmd_write), "red disabled");
     };
     view.cmd_w_auto.on_click();
     EXPECT_FALSE(view.fra_compare.visible);
-    EXPECT_EQ(look_of(view.cmd_write), "face live");
+    EXPECT_EQ(look_of(view.cmd_write), "grey enabled");
     EXPECT_EQ(transfers.frm_diag.txt_auto_msg, nullptr);
     EXPECT_EQ(transfers.frm_diag.cmd_ok, nullptr);
     view.cmd_write.on_click();
@@ -167,7 +167,7 @@ TEST_F(programmer_test, has_a_fresh_window_each_time) {
     EXPECT_EQ(modes.size(), 2U);
 }
 
-TEST_F(programmer_test, keeps_a_closed_window_while_another_opens_before_its_procedure_goes_on) {
+TEST_F(programmer_test, keeps_a_closed_window_while_another_opens_before_its_procedure_continues) {
     while_open = [this] {
         if (modes.size() > 1) return;
         window* const first = shown;
@@ -180,7 +180,7 @@ TEST_F(programmer_test, keeps_a_closed_window_while_another_opens_before_its_pro
     view.cmd_sum_write.on_click();
     EXPECT_EQ(modes, (std::vector<std::int16_t>{5, 6}));
     EXPECT_EQ(fields.diag_mode, 3);
-    EXPECT_EQ(look_of(view.cmd_write), "face live");
+    EXPECT_EQ(look_of(view.cmd_write), "grey enabled");
 }
 
 } // namespace

@@ -17,7 +17,7 @@ TEST(answers, are_ok_refused_or_fatal) {
     EXPECT_EQ(fatal(runtime_failure(failure::does_not_return, "why")), "fatal 0 \"Does not return\"");
 }
 
-TEST(json_text, has_one_blank_behind_colon_and_comma_alone) {
+TEST(json_text, has_one_space_after_colons_and_commas_only) {
     const json value = {{"text", "a"}, {"sub", {"x", "y"}}, {"checked", false}};
     EXPECT_EQ(json_text(value), "{\"text\": \"a\", \"sub\": [\"x\", \"y\"], \"checked\": false}");
     EXPECT_EQ(json_text(json::array()), "[]");
@@ -37,21 +37,19 @@ TEST(json_text, has_whole_numbers_as_integers) {
     EXPECT_EQ(json_text(json(254)), "254");
 }
 
-TEST(json_text, has_truth_in_words) {
+TEST(json_text, writes_booleans_as_words) {
     EXPECT_EQ(json_text(json(true)), "true");
     EXPECT_EQ(json_text(json(false)), "false");
 }
 
-TEST(json_text, escapes_control_characters_quotes_and_backslashes_alone) {
+TEST(json_text, escapes_only_control_characters_quotes_and_backslashes) {
     EXPECT_EQ(json_text(json("a\r\n\tb")), "\"a\\r\\n\\tb\"");
     EXPECT_EQ(json_text(json("say \"x\" \\ /")), "\"say \\\"x\\\" \\\\ /\"");
     EXPECT_EQ(json_text(json(std::string("\x01\0", 2))), "\"\\u0001\\u0000\"");
     EXPECT_EQ(json_text(json("\x7Fäß€")), "\"\x7Fäß€\"");
 }
 
-TEST(json_text, shows_what_is_no_utf8_by_the_character_set) {
-    EXPECT_EQ(json_text(json("gr\xFCn \x80")), "\"grün €\"");
-}
+TEST(json_text, reads_invalid_utf8_by_the_character_set) { EXPECT_EQ(json_text(json("gr\xFCn \x80")), "\"grün €\""); }
 
 } // namespace
 } // namespace desk::robot

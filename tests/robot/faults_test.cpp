@@ -14,38 +14,39 @@ protected:
     faults_test() {
         directory.put("marlo_rs232.ini", test::usual_settings);
         directory.put("timing_pattern.ini", test::plain_catalogue(30, 45));
-        for (const char* line : {"generator simulated", "start", "click cmd_timing"})
-            expect(line, "ok");
+        expect_ok("generator simulated", "start", "click cmd_timing");
     }
     std::string answer(const std::string& line) { return r.answer(line); }
     void expect(const std::string& line, const std::string& expected) { EXPECT_EQ(answer(line), expected) << line; }
+    template <class... Lines>
+    void expect_ok(const Lines&... lines) {
+        (expect(lines, "ok"), ...);
+    }
 
     test::temporary_directory directory;
     test::robot_at_hand r{directory.path()};
 };
 
 TEST_F(faults_test, are_off_at_first) {
-    expect("click cmd_run", "ok");
+    expect_ok("click cmd_run");
     expect("field cur_timing", "ok 1");
     expect("faults", "ok {}");
 }
 
 TEST_F(faults_test, come_at_the_rate_and_of_the_kinds_asked_for) {
-    expect("faults 100 7 drop", "ok");
-    expect("click cmd_run", "ok");
+    expect_ok("faults 100 7 drop", "click cmd_run");
     expect("get lab_timing.caption", "ok \"Link Error\"");
     expect("faults", "ok {\"drop\": 2}");
     expect("wire", "ok [\"> TIM001\", \"> TIM001\"]");
-    expect("faults off", "ok");
-    expect("click cmd_run", "ok");
+    expect_ok("faults off", "click cmd_run");
     expect("field cur_timing", "ok 1");
     expect("faults", "ok {\"drop\": 2}");
 }
 
-TEST_F(faults_test, come_all_where_no_kind_is_named) {
-    expect("faults 100 7", "ok");
+TEST_F(faults_test, are_of_all_kinds_by_default) {
+    expect_ok("faults 100 7");
     for (int i = 0; i < 100; ++i) {
-        // the cable is back by then, if it was out
+        // an unplugged cable is back by then
         answer("wait 5000");
         answer("click cmd_conn");
         answer("click cmd_run");
@@ -70,52 +71,40 @@ TEST_F(faults_test, are_the_same_for_the_same_seed) {
     EXPECT_NE(wires[0], wires[2]);
 }
 
-TEST_F(faults_test, leave_scripted_replies_alone) {
-    expect("faults 100 7 drop", "ok");
-    expect("reply \"TIM*\" echo", "ok");
-    expect("click cmd_run", "ok");
+TEST_F(faults_test, do_not_affect_scripted_replies) {
+    expect_ok("faults 100 7 drop", "reply \"TIM*\" echo", "click cmd_run");
     expect("field cur_timing", "ok 1");
     expect("faults", "ok {}");
 }
 
 TEST_F(faults_test, pull_the_cable_out_for_a_while) {
-    expect("faults 100 7 unplug", "ok");
-    expect("click cmd_run", "ok");
+    expect_ok("faults 100 7 unplug", "click cmd_run");
     expect("get lab_timing.caption", "ok \"Link Error\"");
     // nothing arrives at the second try
     expect("faults", "ok {\"unplug\": 1}");
-    expect("faults off", "ok");
-    expect("wait 5000", "ok");
-    expect("click cmd_run", "ok");
-    // it has to be opened anew
+    expect_ok("faults off", "wait 5000", "click cmd_run");
+    // it must be opened again
     expect("get lab_timing.caption", "ok \"Link Error\"");
-    expect("click cmd_conn", "ok");
+    expect_ok("click cmd_conn");
     expect("boxes", "ok []");
-    expect("click cmd_run", "ok");
+    expect_ok("click cmd_run");
     expect("field cur_timing", "ok 1");
 }
 
-TEST_F(faults_test, lie_about_what_is_stored) {
-    expect("select lstv_timing 7", "ok");
-    expect("faults 100 7 forget", "ok");
-    expect("click cmd_run", "ok");
+TEST_F(faults_test, include_settings_that_are_confirmed_and_not_stored) {
+    expect_ok("select lstv_timing 7", "faults 100 7 forget", "click cmd_run");
     expect("field cur_timing", "ok 7");
-    expect("faults off", "ok");
-    expect("click cmd_refresh", "ok");
+    expect_ok("faults off", "click cmd_refresh");
     expect("field cur_timing", "ok 1");
     expect("faults", "ok {\"forget\": 1}");
 }
 
 TEST_F(faults_test, stay_through_the_end_of_the_program) {
-    expect("faults 100 7 drop", "ok");
-    expect("stop", "ok");
-    expect("start", "ok");
-    expect("click cmd_timing", "ok");
-    expect("click cmd_run", "ok");
+    expect_ok("faults 100 7 drop", "stop", "start", "click cmd_timing", "click cmd_run");
     expect("faults", "ok {\"drop\": 2}");
 }
 
-TEST(faults_of_the_robot, are_refused_where_they_are_none) {
+TEST(faults_of_the_robot, are_refused_if_malformed) {
     const test::temporary_directory directory;
     test::robot_at_hand r(directory.path());
     for (const char* line : {"faults x 7", "faults 5", "faults 101 7", "faults -1 7", "faults 5 x", "faults 5 7 lies",

@@ -1,4 +1,4 @@
-// desk_robot as its user calls it: command line, script, answers.
+// desk_robot as its user runs it: command line, script, answers.
 
 #include "generator/sink_edids.h"
 #include "support/desk_files.h"
@@ -33,7 +33,7 @@ TEST_F(robot_program, answers_each_line_of_its_script) {
     EXPECT_EQ(ended.status, 0);
 }
 
-TEST_F(robot_program, ends_where_it_is_told_to_quit) { EXPECT_EQ(run("quit\nclock\n", own_folder()).out, "ok\n"); }
+TEST_F(robot_program, ends_on_quit) { EXPECT_EQ(run("quit\nclock\n", own_folder()).out, "ok\n"); }
 
 /// The click that opens a modal window is answered while its procedure is suspended, and the last command is not
 /// answered twice when the procedure is abandoned.
@@ -51,8 +51,8 @@ TEST_F(robot_program, ends_inside_a_modal_window_at_the_end_of_its_input) {
     EXPECT_EQ(quit.status, 0);
 }
 
-TEST_F(robot_program, takes_its_own_folder_where_none_is_named) {
-    // the first files stand beside the programs
+TEST_F(robot_program, uses_its_own_folder_by_default) {
+    // the first files are beside the programs
     EXPECT_EQ(run("start\n", "").out, "ok\n");
 }
 
@@ -68,7 +68,7 @@ TEST_F(robot_program, sends_a_terminal_no_control_characters) {
     EXPECT_NE(screen.written().find("/?2J?.bin dosen't exist !"), std::string::npos) << screen.written();
 }
 
-TEST_F(robot_program, takes_one_folder_alone) {
+TEST_F(robot_program, accepts_only_one_folder) {
     const auto ended = run("quit\n", own_folder() + " " + own_folder());
     EXPECT_EQ(ended.status, 2);
     EXPECT_EQ(ended.out, "");

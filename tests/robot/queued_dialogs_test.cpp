@@ -41,7 +41,7 @@ TEST_F(boxes, take_an_ok_for_an_ok) {
     EXPECT_EQ(ask(box_buttons::ok), box_answer::ok);
 }
 
-TEST_F(boxes, are_told_once_with_text_icon_and_buttons) {
+TEST_F(boxes, are_reported_once_with_text_icon_and_buttons) {
     box.show("a \"b\"", box_icon::critical, box_buttons::ok);
     box.show("", box_icon::none, box_buttons::yes_no);
     box.show("q", box_icon::question, box_buttons::yes_no_cancel);
@@ -91,7 +91,7 @@ TEST_F(file_dialogs, can_be_cancelled_in_their_turn) {
     EXPECT_TRUE(dialog.show(open));
 }
 
-TEST_F(file_dialogs, are_told_once_as_they_were_set_up) {
+TEST_F(file_dialogs, are_reported_once_as_they_were_set_up) {
     file_dialog_setup save;
     save.kind = file_dialog_setup::dialog_kind::save;
     dialog.queue("/tmp/a.hex", 1);

@@ -37,7 +37,7 @@ TEST(parts_of_an_answer, have_a_byte_for_each_character_of_a_string) {
     EXPECT_FALSE(parsed("\"\\u0100\"")) << "no byte";
 }
 
-TEST(parts_of_an_answer, may_be_none) {
+TEST(parts_of_an_answer, can_be_none) {
     EXPECT_EQ(text_of(parsed("none")), "none");
     EXPECT_FALSE(parsed("none echo"));
     EXPECT_FALSE(parsed("echo none"));
@@ -81,7 +81,7 @@ TEST_F(script, replaces_an_answer_that_was_kept) {
     EXPECT_EQ(answer_to("TIM001"), "[c]");
 }
 
-TEST_F(script, puts_a_new_answer_behind_those_that_wait) {
+TEST_F(script, queues_a_new_answer_after_those_that_wait) {
     add("TIM001", "\"a\"");
     add("TIM001", "\"b\"");
     EXPECT_EQ(answer_to("TIM001"), "[a]");

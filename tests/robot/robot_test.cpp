@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 namespace desk::robot {
 namespace {
@@ -20,10 +21,24 @@ protected:
     }
     std::string answer(const std::string& line) { return r.answer(line); }
     void expect(const std::string& line, const std::string& expected) { EXPECT_EQ(answer(line), expected) << line; }
-    void expect_ok(const std::string& line) { expect(line, "ok"); }
-    void expect_refused(const std::string& line) {
+    template <class... Lines>
+    void expect_ok(const Lines&... lines) {
+        (expect(lines, "ok"), ...);
+    }
+    void expect_refusal(const std::string& line) {
         const std::string got = answer(line);
         EXPECT_TRUE(got.starts_with("refused \"") && got.size() > 11 && got.ends_with("\"")) << line << ": " << got;
+    }
+    template <class... Lines>
+    void expect_refused(const Lines&... lines) {
+        (expect_refusal(lines), ...);
+    }
+    /// Checks answers: "get lab_timing.caption = \"\"".
+    void expect_values(const std::vector<std::string>& values) {
+        for (const std::string& text : values) {
+            const std::size_t middle = text.find(" = ");
+            expect(text.substr(0, middle), "ok " + text.substr(middle + 3));
+        }
     }
     void expect_no_program(const std::string& line) { expect(line, "refused \"no program\""); }
     void expect_some_ok(const std::string& line) {
@@ -37,27 +52,25 @@ protected:
 
 // ---- lines and words ----
 
-TEST_F(robot_test, passes_over_blank_lines_and_remarks_in_silence) {
+TEST_F(robot_test, ignores_empty_lines_and_comments) {
     for (const char* line : {"", "   ", "\t", "\r", "# start", "#"})
         expect(line, "");
 }
 
 TEST_F(robot_test, refuses_what_it_does_not_know) {
-    expect_refused("dance");
-    expect_refused("\"start\" now");
-    expect_refused("type box \"open");
+    expect_refused("dance", "\"start\" now", "type box \"open");
     expect_ok("start");
     expect_refused("dance");
 }
 
-TEST_F(robot_test, takes_words_with_any_blanks_between) {
+TEST_F(robot_test, accepts_any_spaces_between_words) {
     expect_ok("  start  ");
     expect("  get    cmd_run.caption \r", "ok \"SET\"");
 }
 
 // ---- life ----
 
-TEST_F(robot_test, refuses_what_needs_a_program_where_none_runs) {
+TEST_F(robot_test, refuses_commands_that_need_a_running_program) {
     const auto look = [this] {
         for (const char* line : {"stop",
                                  "wait 5",
@@ -89,8 +102,7 @@ TEST_F(robot_test, refuses_what_needs_a_program_where_none_runs) {
             expect_no_program(line);
     };
     look();
-    expect_ok("start");
-    expect_ok("stop");
+    expect_ok("start", "stop");
     look();
 }
 
@@ -113,18 +125,11 @@ TEST_F(robot_test, sets_up_the_generator_and_dialogs_at_any_time) {
 TEST_F(robot_test, starts_once_at_a_time) {
     expect_ok("start");
     expect_refused("start");
-    expect_ok("stop");
-    expect_ok("start");
+    expect_ok("stop", "start");
 }
 
-TEST_F(robot_test, starts_afresh_with_nothing_kept_but_the_files) {
-    expect_ok("start");
-    expect_ok("click cmd_timing");
-    expect_ok("select cbo_com 4");
-    expect_ok("select lstv_timing 7");
-    expect_ok("wait 500");
-    expect_ok("stop");
-    expect_ok("start");
+TEST_F(robot_test, keeps_only_the_files_over_a_restart) {
+    expect_ok("start", "click cmd_timing", "select cbo_com 4", "select lstv_timing 7", "wait 500", "stop", "start");
     expect("field view_mode", "ok 254");
     expect("get lstv_timing.selected", "ok 1");
     expect("field com_port", "ok 5");
@@ -139,8 +144,7 @@ TEST_F(robot_test, ends_on_quit) {
 }
 
 TEST_F(robot_test, quits_while_the_program_runs) {
-    expect_ok("start");
-    expect_ok("quit");
+    expect_ok("start", "quit");
     EXPECT_TRUE(r.finished());
     EXPECT_EQ(directory.content("marlo_rs232.ini"), test::usual_settings);
 }
@@ -165,7 +169,7 @@ TEST_F(robot_test, ends_the_program_with_a_run_time_failure) {
     expect_refused("why");
     expect_ok("click cmd_timing");
     expect("select lstv_timing 27", "fatal 11 \"Division by zero\"");
-    // the marked ones still look at what it left
+    // these still read the state that it left
     expect("get lstv_timing.selected", "ok 27");
     expect("field view_mode", "ok 0");
     expect("boxes", "ok []");
@@ -181,7 +185,7 @@ TEST_F(robot_test, ends_the_program_with_a_run_time_failure) {
     expect("field view_mode", "ok 254");
 }
 
-TEST_F(robot_test, tells_a_failure_of_the_start) {
+TEST_F(robot_test, reports_a_failure_of_the_start) {
     std::filesystem::remove(directory / "timing_pattern.ini");
     expect("start", "fatal 53 \"File not found\"");
     EXPECT_NE(answer("why").find("timing_pattern.ini"), std::string::npos);
@@ -194,16 +198,9 @@ TEST_F(robot_test, tells_a_failure_of_the_start) {
 }
 
 TEST_F(robot_test, keeps_what_was_set_up_through_every_end) {
-    expect_ok("reply \"TIM*\" echo");
-    expect_ok("port 3 missing");
-    expect_ok("start");
-    expect_ok("click cmd_timing");
+    expect_ok("reply \"TIM*\" echo", "port 3 missing", "start", "click cmd_timing");
     expect("select lstv_timing 27", "fatal 11 \"Division by zero\"");
-    expect_ok("start");
-    expect_ok("stop");
-    expect_ok("start");
-    expect_ok("click cmd_timing");
-    expect_ok("click cmd_run");
+    expect_ok("start", "stop", "start", "click cmd_timing", "click cmd_run");
     expect("field cur_timing", "ok 1");
     expect_ok("select cbo_com 2");
     expect("field rs232_connected", "ok false");
@@ -212,43 +209,35 @@ TEST_F(robot_test, keeps_what_was_set_up_through_every_end) {
 // ---- the operator ----
 
 TEST_F(robot_test, clicks_buttons_that_can_be_used) {
-    expect_ok("start");
-    expect_ok("click cmd_timing");
+    expect_ok("start", "click cmd_timing");
     expect("field view_mode", "ok 0");
     expect_ok("click frm_main.cmd_pattern");
     expect("field view_mode", "ok 1");
 }
 
-TEST_F(robot_test, refuses_a_click_that_no_operator_could_make) {
+TEST_F(robot_test, refuses_impossible_clicks) {
     expect_ok("start");
     expect_refused("click cmd_run");       // not on show
     expect_refused("click cmd_check_all"); // in a frame that is not on show
     expect_refused("click cmd_nothing");
     expect_refused("click cmd_out"); // an array has indexes
-    expect_refused("click frm_diag.cmd_ok");
-    expect_refused("click");
-    expect_refused("click cmd_timing twice");
-    expect_refused("click cmd_timing.caption");
+    expect_refused("click frm_diag.cmd_ok", "click", "click cmd_timing twice", "click cmd_timing.caption");
     expect_ok("click cmd_edid");
-    expect_refused("click cmd_write"); // dead without an EDID
+    expect_refused("click cmd_write"); // disabled without an EDID
     expect_refused("click tim_rx");
     expect("field view_mode", "ok 4");
     expect("wire", "ok []");
 }
 
 TEST_F(robot_test, clicks_labels_frames_and_text_boxes) {
-    expect_ok("start");
-    expect_ok("click lab_timing");
-    expect_ok("click fra_status");
-    expect_ok("click img_logo");
+    expect_ok("start", "click lab_timing", "click fra_status", "click img_logo");
     expect_refused("click lstv_auto");
 }
 
-TEST_F(robot_test, selects_rows_and_items_that_are_there) {
+TEST_F(robot_test, selects_existing_rows_and_items) {
     expect_ok("start");
     expect_refused("select lstv_timing 1"); // not on show
-    expect_ok("click cmd_timing");
-    expect_ok("select lstv_timing 30");
+    expect_ok("click cmd_timing", "select lstv_timing 30");
     expect("get fra_desk.caption", "ok \"timing 30\"");
     for (const char* line : {"select lstv_timing 31", "select lstv_timing 0", "select lstv_timing", "select cbo_com 8",
                              "select lstv_timing x", "select cbo_com -1", "select cmd_about 1"})
@@ -259,12 +248,10 @@ TEST_F(robot_test, selects_rows_and_items_that_are_there) {
     expect("get cbo_com.text", "ok \"COM8:\"");
 }
 
-TEST_F(robot_test, checks_rows_where_the_boxes_are_shown) {
-    expect_ok("start");
-    expect_ok("click cmd_timing");
+TEST_F(robot_test, checks_rows_if_the_boxes_are_shown) {
+    expect_ok("start", "click cmd_timing");
     expect_refused("check lstv_timing 2 on");
-    expect_ok("click cmd_fav_timing");
-    expect_ok("check lstv_timing 2 on");
+    expect_ok("click cmd_fav_timing", "check lstv_timing 2 on");
     expect("row lstv_timing 2", "ok {\"text\": \"timing 2\", \"sub\": [], \"checked\": true}");
     expect_ok("check lstv_timing 2 off");
     expect("row lstv_timing 2", "ok {\"text\": \"timing 2\", \"sub\": [], \"checked\": false}");
@@ -276,9 +263,7 @@ TEST_F(robot_test, checks_rows_where_the_boxes_are_shown) {
 TEST_F(robot_test, types_into_boxes_that_are_open) {
     expect_ok("start");
     expect_refused("type txt_motion_str \"x\""); // not on show
-    expect_ok("click cmd_pattern");
-    expect_ok("select lstv_pattern 41");
-    expect_ok("type txt_motion_str \"Hello\"");
+    expect_ok("click cmd_pattern", "select lstv_pattern 41", "type txt_motion_str \"Hello\"");
     expect("get txt_motion_str.text", "ok \"Hello\"");
     expect("get txt_motion_str.focus", "ok true");
     expect_ok("type txt_motion_str \"\"");
@@ -286,8 +271,7 @@ TEST_F(robot_test, types_into_boxes_that_are_open) {
     expect_ok("click cmd_timing");
     expect_refused("type txt_hf \"1\""); // locked
     expect_refused("type cmd_run \"x\"");
-    expect_ok("click cmd_pattern");
-    expect_ok("select lstv_pattern 41");
+    expect_ok("click cmd_pattern", "select lstv_pattern 41");
     expect_refused("type txt_motion_str x"); // no quoted text
     expect_refused("type txt_motion_str");
     expect_ok("select lstv_pattern 13");
@@ -295,9 +279,7 @@ TEST_F(robot_test, types_into_boxes_that_are_open) {
 }
 
 TEST_F(robot_test, types_no_more_than_a_box_holds) {
-    expect_ok("start");
-    expect_ok("click cmd_pattern");
-    expect_ok("select lstv_pattern 41");
+    expect_ok("start", "click cmd_pattern", "select lstv_pattern 41");
     const int holds = std::stoi(answer("get txt_motion_str.max_length").substr(3));
     ASSERT_GT(holds, 0);
     const std::string full(static_cast<std::size_t>(holds), 'x');
@@ -307,73 +289,37 @@ TEST_F(robot_test, types_no_more_than_a_box_holds) {
 }
 
 TEST_F(robot_test, gives_text_boxes_the_focus) {
-    expect_ok("start");
-    expect_ok("click cmd_timing");
+    expect_ok("start", "click cmd_timing");
     expect("get lstv_timing.focus", "ok true");
     expect_ok("focus txt_hf");
     expect("get txt_hf.focus", "ok true");
     expect("get lstv_timing.focus", "ok false");
-    expect_refused("focus cmd_run");
-    expect_refused("focus txt_motion_str");
-    expect_refused("focus txt_hf now");
+    expect_refused("focus cmd_run", "focus txt_motion_str", "focus txt_hf now");
 }
 
 TEST_F(robot_test, presses_keys) {
-    expect_ok("start");
-    expect_ok("key frm_main 65");
-    expect_ok("click cmd_timing");
-    expect_ok("key txt_hf 13");
-    expect_refused("key txt_hf");
-    expect_refused("key txt_hf x");
+    expect_ok("start", "key frm_main 65", "click cmd_timing", "key txt_hf 13");
+    expect_refused("key txt_hf", "key txt_hf x");
     expect_ok("key cmd_about 13");
-    expect_refused("key txt_motion_str 13");
-    expect_refused("key frm_diag 13");
+    expect_refused("key txt_motion_str 13", "key frm_diag 13");
 }
 
-TEST_F(robot_test, lets_keys_up_in_lists) {
-    expect_ok("start");
-    expect_refused("keyup lstv_timing");
-    expect_ok("click cmd_timing");
-    expect_ok("keyup lstv_timing");
-    expect_refused("keyup cmd_run");
-    expect_refused("keyup lstv_timing 5");
-}
-
-TEST_F(robot_test, moves_no_slider_that_is_dead) {
+TEST_F(robot_test, moves_no_disabled_slider) {
     expect_ok("start");
     expect_refused("slide hsr_color_setting(0) 5");
-    expect_ok("click cmd_pattern");
-    expect_ok("select lstv_pattern 13");
-    expect_refused("slide hsr_color_setting(0) 5");
-    expect_refused("drag hsr_color_setting(0) 5");
+    expect_ok("click cmd_pattern", "select lstv_pattern 13");
+    expect_refused("slide hsr_color_setting(0) 5", "drag hsr_color_setting(0) 5");
     expect("get hsr_color_setting(0).value", "ok 0");
     expect_refused("slide cmd_run 5");
 }
 
-TEST_F(robot_test, hovers_over_what_is_on_show) {
+TEST_F(robot_test, refuses_actions_that_a_control_does_not_take) {
     expect_ok("start");
-    expect_ok("hover lab_timing");
-    expect_refused("hover lab_pre_f(0)");
-    expect_refused("hover lab_timing 5");
-}
-
-TEST_F(robot_test, double_clicks_lists_alone) {
-    expect_ok("start");
-    expect_refused("doubleclick cmd_about");
-    expect_refused("doubleclick lstv_auto"); // not on show
-}
-
-TEST_F(robot_test, clicks_nodes_that_are_there) {
-    expect_ok("start");
-    expect_refused("node K");
-    expect_refused("node");
-}
-
-TEST_F(robot_test, closes_windows_with_a_way_out) {
-    expect_ok("start");
-    expect_refused("close frm_main");
-    expect_refused("close frm_diag");
-    expect_refused("close");
+    for (const char* line : {"keyup lstv_timing", "hover lab_pre_f(0)", "hover lab_timing 5", "doubleclick cmd_about",
+                             "doubleclick lstv_auto", "node K", "node", "close frm_main", "close frm_diag", "close"})
+        expect_refused(line);
+    expect_ok("hover lab_timing", "click cmd_timing", "keyup lstv_timing");
+    expect_refused("keyup cmd_run", "keyup lstv_timing 5");
 }
 
 // ---- later ----
@@ -392,8 +338,7 @@ TEST_F(robot_test, refuses_a_line_of_more_than_200_nested_commands) {
         expect("later", "ok []");
         expect("get fra_about.visible", "ok false");
     }
-    expect_ok(line(200));
-    expect_ok("wait 1000");
+    expect_ok(line(200), "wait 1000");
     expect("get fra_about.visible", "ok true");
 }
 
@@ -410,12 +355,9 @@ TEST_F(robot_test, refuses_commands_that_each_come_in_the_middle_of_200_others) 
     expect_ok("click cmd_pattern");
 }
 
-TEST_F(robot_test, does_a_command_later_in_the_middle_of_whatever_goes_on) {
-    expect_ok("start");
-    expect_ok("click cmd_timing");
-    expect_ok("after 100 get cmd_run.enabled");
-    expect_ok("after 100 click cmd_run");
-    expect_ok("after 50 get lab_timing.caption");
+TEST_F(robot_test, runs_a_later_command_in_the_middle_of_another) {
+    expect_ok("start", "click cmd_timing", "after 100 get cmd_run.enabled", "after 100 click cmd_run",
+              "after 50 get lab_timing.caption");
     expect("later", "ok []");
     expect_ok("click cmd_run");
     const std::string answers = answer("later");
@@ -423,69 +365,34 @@ TEST_F(robot_test, does_a_command_later_in_the_middle_of_whatever_goes_on) {
     expect("later", "ok []");
 }
 
-TEST_F(robot_test, does_at_once_what_is_due_with_the_next_pump) {
-    expect_ok("start");
-    expect_ok("after 0 click cmd_setup");
+TEST_F(robot_test, keeps_pending_commands_across_other_commands) {
+    expect_ok("start", "after 300 click cmd_setup", "wait 200");
     expect("field view_mode", "ok 254");
-    expect_ok("wait 0");
-    expect("field view_mode", "ok 6");
-}
-
-TEST_F(robot_test, keeps_what_is_not_due_over_later_commands) {
-    expect_ok("start");
-    expect_ok("after 300 click cmd_setup");
-    expect_ok("wait 200");
-    expect("field view_mode", "ok 254");
-    expect_ok("click cmd_edid");
-    expect_ok("wait 100");
+    expect_ok("click cmd_edid", "wait 100");
     expect("field view_mode", "ok 6");
     expect("later", "ok [\"ok\"]");
 }
 
-TEST_F(robot_test, does_them_in_order_of_time_then_of_entry) {
-    expect_ok("start");
-    expect_ok("click cmd_timing");
-    expect_ok("after 20 select lstv_timing 3");
-    expect_ok("after 10 select lstv_timing 2");
-    expect_ok("after 20 get lstv_timing.selected");
-    expect_ok("after 15 get lstv_timing.selected");
-    expect_ok("wait 50");
-    expect("later", "ok [\"ok\", \"ok 2\", \"ok\", \"ok 3\"]");
-}
-
-TEST_F(robot_test, drops_with_stop_what_has_not_come_due) {
-    expect_ok("start");
-    expect_ok("after 50 click cmd_setup");
-    expect_ok("stop");
-    expect_ok("start");
-    expect_ok("wait 100");
+TEST_F(robot_test, drops_pending_commands_on_stop) {
+    expect_ok("start", "after 50 click cmd_setup", "stop", "start", "wait 100");
     expect("field view_mode", "ok 254");
     expect("later", "ok []");
 }
 
 TEST_F(robot_test, keeps_no_answer_of_a_later_command_over_a_fresh_start) {
-    expect_ok("start");
-    expect_ok("after 5 click cmd_setup");
-    expect_ok("wait 50");
-    expect_ok("stop");
-    expect_ok("start");
+    expect_ok("start", "after 5 click cmd_setup", "wait 50", "stop", "start");
     expect("later", "ok []");
 }
 
-TEST_F(robot_test, ends_the_command_that_was_going_on_where_a_later_one_fails) {
-    expect_ok("start");
-    expect_ok("click cmd_timing");
-    expect_ok("after 50 select lstv_timing 27");
-    expect_ok("after 60 click cmd_edid");
+TEST_F(robot_test, ends_the_running_command_if_a_later_one_fails) {
+    expect_ok("start", "click cmd_timing", "after 50 select lstv_timing 27", "after 60 click cmd_edid");
     expect("click cmd_run", "fatal 11 \"Division by zero\"");
     expect("later", "ok []");
     expect("field view_mode", "ok 0");
 }
 
-TEST_F(robot_test, does_later_what_is_to_be_done_later_still) {
-    expect_ok("start");
-    expect_ok("after 50 after 50 click cmd_setup");
-    expect_ok("wait 90");
+TEST_F(robot_test, nests_later_commands) {
+    expect_ok("start", "after 50 after 50 click cmd_setup", "wait 90");
     expect("field view_mode", "ok 254");
     expect("later", "ok [\"ok\"]");
     expect_ok("wait 20");
@@ -503,17 +410,14 @@ TEST_F(robot_test, refuses_to_do_other_things_later) {
 }
 
 TEST_F(robot_test, keeps_the_refusal_of_a_later_command) {
-    expect_ok("start");
-    expect_ok("after 5 click cmd_run");
-    expect_ok("wait 10");
+    expect_ok("start", "after 5 click cmd_run", "wait 10");
     EXPECT_TRUE(answer("later").starts_with("ok [\"refused \\\"")) << "not on show";
 }
 
 // ---- boxes and dialogs ----
 
-TEST_F(robot_test, tells_the_boxes_since_the_last_time) {
-    expect_ok("port 2 missing");
-    expect_ok("start");
+TEST_F(robot_test, reports_the_boxes_since_the_last_call) {
+    expect_ok("port 2 missing", "start");
     expect("boxes", "ok []");
     expect_ok("select cbo_com 1");
     expect("boxes", "ok [{\"text\": \"RS232 can not work on COM 2: !\", \"icon\": \"none\", \"buttons\": \"ok\"}]");
@@ -521,7 +425,7 @@ TEST_F(robot_test, tells_the_boxes_since_the_last_time) {
     expect("dialogs", "ok []");
 }
 
-TEST_F(robot_test, refuses_answers_and_files_that_are_none) {
+TEST_F(robot_test, refuses_malformed_answers_and_files) {
     for (const char* line : {"answer", "answer maybe", "answer yes no", "file", "file nowhere", "file \"/x\" y",
                              "file \"/x\" 1 2", "file cancel 1"})
         expect_refused(line);
@@ -530,46 +434,45 @@ TEST_F(robot_test, refuses_answers_and_files_that_are_none) {
         expect_ok(line);
 }
 
-// ---- looking ----
+// ---- reading ----
 
 TEST_F(robot_test, gets_the_properties_of_each_kind) {
-    expect_ok("start");
-    expect_ok("click cmd_timing");
-    expect("get frm_main.caption", "ok \"VELOTRACE \"");
-    expect("get frm_main.shown", "ok true");
-    expect("get cmd_run.caption", "ok \"SET\"");
-    expect("get cmd_run.enabled", "ok true");
-    expect("get cmd_run.visible", "ok true");
-    expect("get cmd_run.back_color", "ok 2147483663");
-    expect("get cmd_timing.back_color", "ok 16777088");
-    expect("get lab_hori.fore_color", "ok 0");
-    expect("get cmd_download.left", "ok 5640");
-    expect("get cmd_download.top", "ok 2250");
-    expect("get img_logo.width", "ok 9090");
-    expect("get img_logo.height", "ok 8370");
-    expect("get txt_htotal_pix.text", "ok \"800\"");
-    expect("get txt_htotal_pix.locked", "ok true");
-    expect("get txt_htotal_pix.sel_start", "ok 0");
-    expect("get txt_htotal_pix.sel_length", "ok 0");
-    expect("get txt_htotal_pix.max_length", "ok 0");
-    expect("get cbo_com.list_index", "ok 0");
-    expect("get cbo_com.list_count", "ok 8");
-    expect("get cbo_com.text", "ok \"COM1:\"");
-    expect("get lstv_timing.selected", "ok 1");
-    expect("get lstv_timing.row_count", "ok 30");
-    expect("get lstv_timing.check_boxes", "ok false");
-    expect("get chk_established(16).value", "ok 0");
-    expect("get opt_edid_src(1).value", "ok true");
-    expect("get opt_edid_src(2).value", "ok false");
-    expect("get opt_edid_src(1).caption", "ok \"HDMI/DVI  OUT\"");
-    expect("get hsr_color_setting(3).value", "ok 0");
-    expect("get lab_pre_f(9).caption", "ok \"\"");
-    expect("get fra_hori.shown", "ok true");
-    expect("get cmd_about_ok.visible", "ok true");
-    expect("get cmd_about_ok.shown", "ok false");
+    expect_ok("start", "click cmd_timing");
+    expect_values({"get frm_main.caption = \"VELOTRACE \"",
+                   "get frm_main.shown = true",
+                   "get cmd_run.caption = \"SET\"",
+                   "get cmd_run.enabled = true",
+                   "get cmd_run.visible = true",
+                   "get cmd_run.back_color = 2147483663",
+                   "get cmd_timing.back_color = 16777088",
+                   "get lab_hori.fore_color = 0",
+                   "get cmd_download.left = 5640",
+                   "get cmd_download.top = 2250",
+                   "get img_logo.width = 9090",
+                   "get img_logo.height = 8370",
+                   "get txt_htotal_pix.text = \"800\"",
+                   "get txt_htotal_pix.locked = true",
+                   "get txt_htotal_pix.sel_start = 0",
+                   "get txt_htotal_pix.sel_length = 0",
+                   "get txt_htotal_pix.max_length = 0",
+                   "get cbo_com.list_index = 0",
+                   "get cbo_com.list_count = 8",
+                   "get cbo_com.text = \"COM1:\"",
+                   "get lstv_timing.selected = 1",
+                   "get lstv_timing.row_count = 30",
+                   "get lstv_timing.check_boxes = false",
+                   "get chk_established(16).value = 0",
+                   "get opt_edid_src(1).value = true",
+                   "get opt_edid_src(2).value = false",
+                   "get opt_edid_src(1).caption = \"HDMI/DVI  OUT\"",
+                   "get hsr_color_setting(3).value = 0",
+                   "get lab_pre_f(9).caption = \"\"",
+                   "get fra_hori.shown = true",
+                   "get cmd_about_ok.visible = true",
+                   "get cmd_about_ok.shown = false"});
 }
 
-TEST_F(robot_test, refuses_what_is_not_there_to_look_at) {
+TEST_F(robot_test, refuses_unknown_controls_and_properties) {
     expect_ok("start");
     for (const char* line : {"get cmd_run",
                              "get cmd_run.text",
@@ -596,7 +499,7 @@ TEST_F(robot_test, refuses_what_is_not_there_to_look_at) {
         expect_refused(line);
 }
 
-TEST_F(robot_test, looks_into_lists_and_combo_boxes) {
+TEST_F(robot_test, reads_lists_and_combo_boxes) {
     directory.put("timing_pattern.ini", "1\r\n\"[01] a\",800,640,16,96,\"-\",525,480,10,2,\"+\",25.175\r\n"
                                         "2\r\n\"[01] b\"\r\n\"[02] c\"\r\n");
     expect_ok("start");
@@ -609,29 +512,17 @@ TEST_F(robot_test, looks_into_lists_and_combo_boxes) {
     expect("tree", "ok []");
 }
 
-TEST_F(robot_test, tells_the_fields_of_the_desk) {
+TEST_F(robot_test, reports_the_fields_of_the_desk) {
     expect_ok("start");
-    expect("field view_mode", "ok 254");
-    expect("field logo_hidden", "ok false");
-    expect("field cur_timing", "ok 254");
-    expect("field cur_pattern", "ok 254");
-    expect("field com_port", "ok 1");
-    expect("field rs232_connected", "ok true");
-    expect("field download_mode", "ok false");
-    expect("field rx_count", "ok 0");
-    expect("field rx_text", "ok \"\"");
-    expect("field rx_done", "ok false");
-    expect("field fav_timing_count", "ok 30");
-    expect("field fav_pattern_count", "ok 45");
-    expect("field edid_file_name", "ok \"\"");
-    expect("field edid_src", "ok 1");
-    expect("field diag_mode", "ok 3");
-    expect("field eeprom_size_index", "ok 0");
-    expect("field unused_byte_index", "ok 0");
-    expect("field checksum_4digits", "ok 0");
+    expect_values({"field view_mode = 254", "field logo_hidden = false", "field cur_timing = 254",
+                   "field cur_pattern = 254", "field com_port = 1", "field rs232_connected = true",
+                   "field download_mode = false", "field rx_count = 0", "field rx_text = \"\"", "field rx_done = false",
+                   "field fav_timing_count = 30", "field fav_pattern_count = 45", "field edid_file_name = \"\"",
+                   "field edid_src = 1", "field diag_mode = 3", "field eeprom_size_index = 0",
+                   "field unused_byte_index = 0", "field checksum_4digits = 0"});
 }
 
-TEST_F(robot_test, tells_all_controls_of_a_window) {
+TEST_F(robot_test, lists_all_controls_of_a_window) {
     expect_ok("start");
     const json controls = json::parse(answer("controls frm_main").substr(3));
     const auto find = [&](const std::string& name) {
@@ -653,20 +544,19 @@ TEST_F(robot_test, gives_texts_with_their_line_ends_and_windows_characters) {
     expect_ok("click cmd_timing");
     expect("get lab_desk_note.caption", "ok \"Select a timing in timing table.\\r\\n"
                                         "Press [SET] to upload the selected timing to VELOTRACE.\"");
-    expect_ok("reply \"TIM*\" echo hex:80FF00");
-    expect_ok("click cmd_run");
+    expect_ok("reply \"TIM*\" echo hex:80FF00", "click cmd_run");
     expect("field rx_text", "ok \"TIM001€ÿ\\u0000\"");
 }
 
 // ---- the generator ----
 
-TEST_F(robot_test, refuses_ports_and_generators_that_are_none) {
+TEST_F(robot_test, refuses_unknown_ports_and_generators) {
     for (const char* line : {"port 0 ok", "port 9 ok", "port 1", "port 1 open", "port x ok", "port", "port 1 ok now",
                              "generator", "generator loud", "generator silent now"})
         expect_refused(line);
 }
 
-TEST_F(robot_test, refuses_replies_that_are_none) {
+TEST_F(robot_test, refuses_malformed_replies) {
     for (const char* line :
          {"reply", "reply \"TIM001\"", "reply TIM001 echo", "reply \"TIM01\" echo", "reply \"TIM0001\" echo",
           "reply \"TIM001\" bogus", "reply \"TIM001\" none echo", "reply \"TIM001\" hex:0", "reply \"TIM001\" +x",
@@ -675,30 +565,12 @@ TEST_F(robot_test, refuses_replies_that_are_none) {
 }
 
 TEST_F(robot_test, scripts_the_generator) {
-    expect_ok("start");
-    expect_ok("click cmd_timing");
-    expect_ok("reply \"TIM*\" \"general\"");
-    expect_ok("reply \"TIM001\" echo");
-    expect_ok("click cmd_run");
+    expect_ok("start", "click cmd_timing", "reply \"TIM*\" \"general\"", "reply \"TIM001\" echo", "click cmd_run");
     expect("field cur_timing", "ok 1");
-    expect_ok("reply \"TIM001\" clear");
-    expect_ok("click cmd_run");
+    expect_ok("reply \"TIM001\" clear", "click cmd_run");
     expect("field rx_text", "ok \"general\"");
-    expect_ok("reply clear");
-    expect_ok("click cmd_run");
+    expect_ok("reply clear", "click cmd_run");
     expect("field rx_text", "ok \"\"");
-}
-
-TEST_F(robot_test, lets_the_simulated_generator_answer) {
-    expect_ok("generator simulated");
-    expect_ok("start");
-    expect_ok("click cmd_timing");
-    expect_ok("select lstv_timing 30");
-    expect_ok("click cmd_run");
-    expect("field cur_timing", "ok 30");
-    expect_ok("generator silent");
-    expect_ok("click cmd_run");
-    expect("field rx_done", "ok false");
 }
 
 TEST_F(robot_test, holds_sinks_for_the_simulated_generator) {
@@ -717,8 +589,7 @@ TEST_F(robot_test, holds_sinks_for_the_simulated_generator) {
 }
 
 TEST_F(robot_test, hears_what_the_generator_says) {
-    expect_ok("start");
-    expect_ok("say +20 \"TIM001\" +10 hex:00");
+    expect_ok("start", "say +20 \"TIM001\" +10 hex:00");
     expect("wire", "ok []");
     expect_ok("wait 30");
     expect("wire", "ok [\"< TIM001\"]");
@@ -728,9 +599,8 @@ TEST_F(robot_test, hears_what_the_generator_says) {
     expect("field rx_text", "ok \"\"");
 }
 
-TEST_F(robot_test, tells_a_wait_without_an_end) {
-    expect_ok("port 1 stuck");
-    expect_ok("start");
+TEST_F(robot_test, reports_an_endless_wait) {
+    expect_ok("port 1 stuck", "start");
     expect("click cmd_about", "fatal 0 \"Does not return\"");
     expect("wire", "ok [\"> VER001\"]");
 }
@@ -738,17 +608,11 @@ TEST_F(robot_test, tells_a_wait_without_an_end) {
 // ---- the example ----
 
 TEST_F(robot_test, plays_its_example) {
-    expect_ok("reply \"VER001\" \"VER012\"");
-    expect_ok("start");
-    expect_ok("click cmd_about");
+    expect_ok("reply \"VER001\" \"VER012\"", "start", "click cmd_about");
     expect("get lab_about.caption",
            "ok \"Application S/W is v1.3G\\r\\nLinking VELOTRACE ...\\r\\nHardware F/W is v1.2\"");
     expect("wire", "ok [\"> VER001\", \"< VER012\"]");
-    expect_ok("click cmd_about_ok");
-    expect_ok("reply \"TIM*\" echo");
-    expect_ok("click cmd_timing");
-    expect_ok("select lstv_timing 7");
-    expect_ok("click cmd_run");
+    expect_ok("click cmd_about_ok", "reply \"TIM*\" echo", "click cmd_timing", "select lstv_timing 7", "click cmd_run");
     expect("field cur_timing", "ok 7");
     expect("boxes", "ok []");
 }

@@ -18,7 +18,7 @@ std::vector<std::string> texts_of(std::string_view line) {
 
 using texts = std::vector<std::string>;
 
-TEST(tokens, are_parted_by_blanks) {
+TEST(tokens, are_separated_by_spaces) {
     EXPECT_EQ(texts_of("click cmd_about"), (texts{"click", "cmd_about"}));
     EXPECT_EQ(texts_of("  select   lstv_timing  7  "), (texts{"select", "lstv_timing", "7"}));
     EXPECT_EQ(texts_of(""), texts{});
@@ -33,7 +33,7 @@ TEST(tokens, in_quotes_are_json_strings) {
     EXPECT_EQ(texts_of("x \"ä€\""), (texts{"x", "quoted ä€"}));
 }
 
-TEST(tokens, know_where_they_begin) {
+TEST(tokens, know_their_positions) {
     const auto tokens = tokens_of("after 5  click \"x y\" z").value();
     ASSERT_EQ(tokens.size(), 5U);
     EXPECT_EQ(tokens[2].at, 9U);
@@ -41,7 +41,7 @@ TEST(tokens, know_where_they_begin) {
     EXPECT_EQ(tokens[4].at, 21U);
 }
 
-TEST(tokens, are_none_where_a_quoted_one_is_no_json_string) {
+TEST(tokens, are_none_if_a_quoted_one_is_no_json_string) {
     for (const char* line : {"x \"open", "x \"bad \\q\"", "x \"\\u12\"", "x \"\x01\"", "\"", "x \"a\\\""})
         EXPECT_FALSE(tokens_of(line).has_value()) << line;
 }

@@ -15,7 +15,7 @@ using std::chrono::milliseconds;
 class virtual_calendar_test : public testing::Test {
 protected:
     virtual_calendar_test() { events.start({}); }
-    /// Day, hour, minute and second when the clock has run on so far.
+    /// Day, hour, minute and second after this time.
     std::array<int, 4> at(milliseconds clock_time) {
         run_to(clock_time);
         const std::tm now = dates.now();
@@ -54,7 +54,7 @@ TEST_F(virtual_calendar_test, goes_with_the_clock) {
     EXPECT_EQ(at(13 * hour + 2 * minute + 3 * second), (std::array{1, 13, 2, 3}));
 }
 
-TEST_F(virtual_calendar_test, goes_on_behind_midnight) {
+TEST_F(virtual_calendar_test, continues_after_midnight) {
     EXPECT_EQ(at(day - 5ms), (std::array{1, 23, 59, 59}));
     EXPECT_EQ(at(day), (std::array{2, 0, 0, 0}));
     const std::tm now = dates.now();
@@ -62,7 +62,7 @@ TEST_F(virtual_calendar_test, goes_on_behind_midnight) {
     EXPECT_EQ(now.tm_wday, 0);
 }
 
-TEST_F(virtual_calendar_test, stands_still_while_the_clock_does) {
+TEST_F(virtual_calendar_test, moves_only_with_the_clock) {
     run_to(5 * second);
     EXPECT_EQ(dates.now().tm_sec, 5);
     EXPECT_EQ(dates.now().tm_sec, 5);

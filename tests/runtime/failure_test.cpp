@@ -39,7 +39,7 @@ TEST(runtime_failure, has_the_number_and_the_text_of_its_code) {
     }
 }
 
-TEST(runtime_failure, tells_why_in_one_sentence) {
+TEST(runtime_failure, explains_itself_in_one_sentence) {
     const runtime_failure thrown(failure::overflow, "300 does not fit into a byte");
     EXPECT_EQ(thrown.sentence(), "300 does not fit into a byte.");
 }
@@ -52,7 +52,7 @@ TEST(runtime_failure, puts_what_was_being_done_in_front) {
     EXPECT_EQ(thrown.number(), 6);
 }
 
-TEST(runtime_failure, can_be_told_in_other_words) {
+TEST(runtime_failure, can_be_given_other_words) {
     runtime_failure thrown(failure::overflow, "300 does not fit into a byte");
     thrown.add_context("forgotten");
     thrown.set_why("the clock is too high");

@@ -19,8 +19,8 @@ TEST(list_reader_string, in_quotes_keeps_its_comma_and_loses_its_quotes) {
 }
 
 TEST(list_reader_string, in_quotes_keeps_its_spaces) {
-    list_reader values("\"  two before, two behind  \",x");
-    EXPECT_EQ(values.read_string(), "  two before, two behind  ");
+    list_reader values("\"  two before, two after  \",x");
+    EXPECT_EQ(values.read_string(), "  two before, two after  ");
     EXPECT_EQ(values.read_string(), "x");
 }
 
@@ -42,7 +42,7 @@ TEST(list_reader_string, without_quotes_keeps_a_quote_inside) {
     EXPECT_EQ(values.read_string(), "x");
 }
 
-TEST(list_reader_string, may_be_empty) {
+TEST(list_reader_string, can_be_empty) {
     list_reader values("\"\",,\r\nlast");
     EXPECT_EQ(values.read_string(), "");
     EXPECT_EQ(values.read_string(), "");

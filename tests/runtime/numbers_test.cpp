@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <limits>
+#include <utility>
 
 namespace desk {
 namespace {
@@ -15,16 +17,17 @@ constexpr double not_a_number = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinite = std::numeric_limits<double>::infinity();
 
 TEST(assigning_a_floating_value, rounds_to_nearest_and_ties_to_even) {
-    EXPECT_EQ(to_integer(0.5), 0);
-    EXPECT_EQ(to_integer(1.5), 2);
-    EXPECT_EQ(to_integer(2.5), 2);
-    EXPECT_EQ(to_integer(3.5), 4);
-    EXPECT_EQ(to_integer(-0.5), 0);
-    EXPECT_EQ(to_integer(-1.5), -2);
-    EXPECT_EQ(to_integer(-2.5), -2);
-    EXPECT_EQ(to_integer(2.499999), 2);
-    EXPECT_EQ(to_integer(2.500001), 3);
-    EXPECT_EQ(to_integer(-2.500001), -3);
+    for (const auto& [given, expected] : std::initializer_list<std::pair<double, int>>{{0.5, 0},
+                                                                                       {1.5, 2},
+                                                                                       {2.5, 2},
+                                                                                       {3.5, 4},
+                                                                                       {-0.5, 0},
+                                                                                       {-1.5, -2},
+                                                                                       {-2.5, -2},
+                                                                                       {2.499999, 2},
+                                                                                       {2.500001, 3},
+                                                                                       {-2.500001, -3}})
+        EXPECT_EQ(to_integer(given), expected) << given;
     EXPECT_EQ(to_byte(126.5), 126);
     EXPECT_EQ(to_byte(127.5), 128);
     EXPECT_EQ(to_long(1000000.5), 1000000);

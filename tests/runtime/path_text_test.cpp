@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <string>
+#include <utility>
 
 namespace desk {
 namespace {
@@ -18,16 +20,16 @@ TEST(path_part_1, is_short_for_display) {
     EXPECT_EQ(path_part("\\\\server\\share\\x.hex", 1), "\\\\s...\\x.hex");
 }
 
-TEST(path_part_1, is_the_path_where_the_backslash_is_the_third_character) {
+TEST(path_part_1, is_the_path_if_the_backslash_is_the_third_character) {
     EXPECT_EQ(path_part("C:\\sink.hex", 1), "C:\\sink.hex");
     EXPECT_EQ(path_part("C:\\", 1), "C:\\");
 }
 
-TEST(path_part_1, is_longer_than_the_path_where_that_is_short) {
+TEST(path_part_1, is_longer_than_the_path_if_that_is_short) {
     EXPECT_EQ(path_part("a\\b", 1), "a\\b...\\b") << "the first three characters, whatever they are";
 }
 
-TEST(path_part_2, is_all_behind_the_last_backslash) {
+TEST(path_part_2, is_all_after_the_last_backslash) {
     EXPECT_EQ(path_part("C:\\edid\\sink.hex", 2), "sink.hex");
     EXPECT_EQ(path_part("C:\\edid\\", 2), "");
 }
@@ -57,12 +59,14 @@ TEST(path_part, of_an_empty_path_is_empty) {
 }
 
 TEST(without_extension, cuts_at_the_last_point_that_does_not_begin_the_name) {
-    EXPECT_EQ(without_extension("sink.hex"), "sink");
-    EXPECT_EQ(without_extension("sink.old.hex"), "sink.old");
-    EXPECT_EQ(without_extension("sink."), "sink");
-    EXPECT_EQ(without_extension("sink"), "sink");
-    EXPECT_EQ(without_extension(".sink"), ".sink");
-    EXPECT_EQ(without_extension(".sink.hex"), ".sink");
+    for (const auto& [given, expected] :
+         std::initializer_list<std::pair<const char*, const char*>>{{"sink.hex", "sink"},
+                                                                    {"sink.old.hex", "sink.old"},
+                                                                    {"sink.", "sink"},
+                                                                    {"sink", "sink"},
+                                                                    {".sink", ".sink"},
+                                                                    {".sink.hex", ".sink"}})
+        EXPECT_EQ(without_extension(given), expected) << given;
 }
 
 } // namespace

@@ -44,7 +44,7 @@ struct stat status_of(const fs::path& path) {
 
 mode_t mode_of(const fs::path& path) { return status_of(path).st_mode & 07777; }
 
-/// While it lives, new files get no mode bits but those of `mask`'s complement.
+/// Sets the umask for its lifetime.
 class file_mask {
 public:
     explicit file_mask(mode_t mask) : before_(::umask(mask)) {}

@@ -7,7 +7,9 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <string>
+#include <utility>
 
 namespace desk {
 namespace {
@@ -24,13 +26,14 @@ TEST(str, has_a_leading_space_unless_negative) {
 }
 
 TEST(str, drops_the_zero_before_the_point_and_trailing_zeros) {
-    EXPECT_EQ(str(0.64), " .64");
-    EXPECT_EQ(str(0.5), " .5");
-    EXPECT_EQ(str(-0.5), "-.5");
-    EXPECT_EQ(str(0.05), " .05");
-    EXPECT_EQ(str(1.50), " 1.5");
-    EXPECT_EQ(str(100.0), " 100");
-    EXPECT_EQ(str(10.05), " 10.05");
+    for (const auto& [given, expected] : std::initializer_list<std::pair<double, const char*>>{{0.64, " .64"},
+                                                                                               {0.5, " .5"},
+                                                                                               {-0.5, "-.5"},
+                                                                                               {0.05, " .05"},
+                                                                                               {1.50, " 1.5"},
+                                                                                               {100.0, " 100"},
+                                                                                               {10.05, " 10.05"}})
+        EXPECT_EQ(str(given), expected) << given;
 }
 
 TEST(str, has_up_to_15_digits_of_a_double) {
@@ -96,16 +99,17 @@ TEST(append_listed_byte, makes_a_line_of_eight) {
 }
 
 TEST(val, is_the_longest_numeric_prefix) {
-    EXPECT_EQ(val("12"), 12);
-    EXPECT_EQ(val("12abc"), 12);
-    EXPECT_EQ(val("-3.5x"), -3.5);
-    EXPECT_EQ(val("+4"), 4);
-    EXPECT_EQ(val(".5"), 0.5);
-    EXPECT_EQ(val("5."), 5);
-    EXPECT_EQ(val("1.2.3"), 1.2);
-    EXPECT_EQ(val("007"), 7);
-    EXPECT_EQ(val("1 2"), 1);
-    EXPECT_EQ(val("25,5"), 25);
+    for (const auto& [given, expected] : std::initializer_list<std::pair<const char*, double>>{{"12", 12},
+                                                                                               {"12abc", 12},
+                                                                                               {"-3.5x", -3.5},
+                                                                                               {"+4", 4},
+                                                                                               {".5", 0.5},
+                                                                                               {"5.", 5},
+                                                                                               {"1.2.3", 1.2},
+                                                                                               {"007", 7},
+                                                                                               {"1 2", 1},
+                                                                                               {"25,5", 25}})
+        EXPECT_EQ(val(given), expected) << given;
 }
 
 TEST(val, skips_leading_spaces_and_tabs) {
@@ -159,12 +163,11 @@ TEST(format_patterns, print_three_decimals) {
 }
 
 TEST(format_patterns, differ_in_the_zero_before_the_point) {
-    EXPECT_EQ(format_hash(0.5), ".500");
-    EXPECT_EQ(format_zero(0.5), "0.500");
-    EXPECT_EQ(format_hash(0), ".000");
-    EXPECT_EQ(format_zero(0), "0.000");
-    EXPECT_EQ(format_hash(0.001), ".001");
-    EXPECT_EQ(format_zero(0.001), "0.001");
+    for (const auto& [number, rest] :
+         std::initializer_list<std::pair<double, std::string>>{{0.5, ".500"}, {0, ".000"}, {0.001, ".001"}}) {
+        EXPECT_EQ(format_hash(number), rest);
+        EXPECT_EQ(format_zero(number), "0" + rest);
+    }
     EXPECT_EQ(format_hash(-0.5), "-.500");
     EXPECT_EQ(format_zero(-0.5), "-0.500");
     EXPECT_EQ(format_zero(-0.0001), "0.000") << "a zero has no sign";
@@ -176,7 +179,7 @@ TEST(format_patterns, round_half_away_from_zero_on_the_decimal_digits) {
     EXPECT_EQ(format_zero(0.0005), "0.001");
     EXPECT_EQ(format_hash(0.0005), ".001");
     EXPECT_EQ(format_zero(0.00049), "0.000");
-    EXPECT_EQ(format_zero(1.0005), "1.001") << "the binary number lies a little below";
+    EXPECT_EQ(format_zero(1.0005), "1.001") << "the binary number is slightly smaller";
     EXPECT_EQ(format_zero(2.6745), "2.675");
     EXPECT_EQ(format_zero(0.12349), "0.123");
     EXPECT_EQ(format_hash(0.12351), ".124");
@@ -191,12 +194,9 @@ TEST(format_patterns, carry_when_rounding) {
 }
 
 TEST(trim, removes_only_spaces) {
-    EXPECT_EQ(trim("  a b  "), "a b");
-    EXPECT_EQ(trim("a"), "a");
-    EXPECT_EQ(trim("   "), "");
-    EXPECT_EQ(trim(""), "");
-    EXPECT_EQ(trim(" \ta\t "), "\ta\t");
-    EXPECT_EQ(trim(" a\r\n"), "a\r\n");
+    for (const auto& [given, expected] : std::initializer_list<std::pair<const char*, const char*>>{
+             {"  a b  ", "a b"}, {"a", "a"}, {"   ", ""}, {"", ""}, {" \ta\t ", "\ta\t"}, {" a\r\n", "a\r\n"}})
+        EXPECT_EQ(trim(given), expected) << given;
 }
 
 TEST(letters, change_case_only_in_ascii) {

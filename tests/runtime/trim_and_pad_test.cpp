@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <string>
+#include <utility>
 
 namespace desk {
 namespace {
@@ -12,12 +14,9 @@ namespace {
 using test::failure_of;
 
 TEST(zero_pad3, fills_up_to_three_characters) {
-    EXPECT_EQ(zero_pad3(0), "000");
-    EXPECT_EQ(zero_pad3(7), "007");
-    EXPECT_EQ(zero_pad3(41), "041");
-    EXPECT_EQ(zero_pad3(999), "999");
-    EXPECT_EQ(zero_pad3(-1), "0-1");
-    EXPECT_EQ(zero_pad3(-99), "-99");
+    for (const auto& [given, expected] : std::initializer_list<std::pair<int, const char*>>{
+             {0, "000"}, {7, "007"}, {41, "041"}, {999, "999"}, {-1, "0-1"}, {-99, "-99"}})
+        EXPECT_EQ(zero_pad3(given), expected) << given;
 }
 
 TEST(zero_pad3, fails_for_more_than_three_characters) {
@@ -59,7 +58,7 @@ TEST(pad_left, fails_without_a_pad_and_for_a_negative_width) {
     EXPECT_EQ(text, "7");
 }
 
-TEST(trim_tabs, takes_blanks_and_tabs_from_both_ends) {
+TEST(trim_tabs, removes_spaces_and_tabs_from_both_ends) {
     std::string text = "  \t \t x\ty \t ";
     EXPECT_EQ(trim_tabs(text), "x\ty");
     EXPECT_EQ(text, "x\ty") << "the result is also left in the text";

@@ -10,7 +10,7 @@
 namespace desk {
 namespace {
 
-// 0x80 to 0x9F as characters; an empty place is one of the five codes that stand for themselves
+// 0x80 to 0x9F as characters; an empty entry is one of the five codes that map to themselves
 constexpr std::array<const char*, 32> upper_controls = {
     "€", "",  "‚", "ƒ", "„", "…", "†", "‡", "ˆ", "‰", "Š", "‹", "Œ", "", "Ž", "",
     "",  "‘", "’", "“", "”", "•", "–", "—", "˜", "™", "š", "›", "œ", "", "ž", "Ÿ",
@@ -90,9 +90,9 @@ TEST(characters_of, knows_utf8) {
 TEST(characters_of, reads_invalid_utf8_as_bytes) {
     EXPECT_EQ(characters_of("\x80"), (std::vector<char32_t>{0x20AC})) << "a lone following byte";
     EXPECT_EQ(characters_of("a\xC3"), (std::vector<char32_t>{'a', 0xC3})) << "cut off";
-    EXPECT_EQ(characters_of("\xC1\x81").size(), 2U) << "longer than it need be";
-    EXPECT_EQ(characters_of("\xE0\x80\x81").size(), 3U) << "longer than it need be";
-    EXPECT_EQ(characters_of("\xF0\x8F\xBF\xBF").size(), 4U) << "longer than it need be";
+    EXPECT_EQ(characters_of("\xC1\x81").size(), 2U) << "overlong";
+    EXPECT_EQ(characters_of("\xE0\x80\x81").size(), 3U) << "overlong";
+    EXPECT_EQ(characters_of("\xF0\x8F\xBF\xBF").size(), 4U) << "overlong";
     EXPECT_EQ(characters_of("\xED\xA0\x80").size(), 3U) << "half a pair";
     EXPECT_EQ(characters_of("\xF4\x90\x80\x80").size(), 4U) << "above the last character";
     EXPECT_EQ(characters_of("\xC3(").size(), 2U) << "a wrong following byte";

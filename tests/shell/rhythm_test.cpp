@@ -29,10 +29,10 @@ protected:
     }
 };
 
-TEST_F(plan, touches_no_frame) {
+TEST_F(plan, keeps_a_distance_from_every_frame) {
     for (const control* c : desk.form.controls()) {
         const frame* const around = c->parent;
-        // a page covers what it lies in
+        // a page covers its frame
         if (around == nullptr || c == &desk.translation_frame.fra_edid_edit ||
             around == &desk.translation_frame.fra_edid_edit)
             continue;
@@ -83,7 +83,7 @@ TEST_F(plan, has_the_lists_of_a_step_below_their_columns) {
         << "no height is left over";
 }
 
-TEST_F(plan, has_what_is_side_by_side_on_one_line) {
+TEST_F(plan, aligns_controls_that_are_side_by_side) {
     for (int i = 0; i < 4; ++i) {
         const std::string n = "(" + std::to_string(i) + ")";
         expect_one_middle({"hsr_color_setting" + n, "txt_color_setting" + n, "lab_color_setting" + n});

@@ -56,7 +56,7 @@ TEST_F(settings_file, is_written_from_what_the_desk_holds_now) {
     EXPECT_TRUE(text.ends_with("\"10\"\r\n2\r\n1\r\n0\r\n")) << text;
 }
 
-TEST_F(settings_file, may_have_any_line_ends) {
+TEST_F(settings_file, can_have_any_line_ends) {
     for (const std::string end : {"\n", "\r", ",", "\r\n"}) {
         std::string text;
         for (std::size_t at = 0; at < full.size();) {
@@ -69,7 +69,7 @@ TEST_F(settings_file, may_have_any_line_ends) {
     }
 }
 
-TEST_F(settings_file, may_begin_with_a_byte_order_mark) {
+TEST_F(settings_file, can_begin_with_a_byte_order_mark) {
     kept.read("\xEF\xBB\xBF" + full);
     EXPECT_EQ(link.com_port, 3);
     EXPECT_EQ(kept.text(), full);
@@ -115,7 +115,7 @@ TEST_F(settings_file, leaves_a_name_out_that_would_be_read_as_another_one) {
     }
 }
 
-TEST_F(settings_file, fails_where_records_are_missing) {
+TEST_F(settings_file, fails_if_records_are_missing) {
     for (const char* text : {"", "1\r\n", "1\r\n\"a\"\r\n", "1,a,b,c,d,e,f,g,h,i,j,0,0"})
         EXPECT_EQ(failure_of([&] { kept.read(text); }), failure::input_past_end_of_file) << text;
 }

@@ -35,7 +35,7 @@ struct shipped_catalogue {
         for (int i = 0; i < pattern_count; ++i)
             patterns.push_back(without_quotes(line_of(lines)));
         std::string rest;
-        EXPECT_FALSE(std::getline(lines, rest)) << "nothing stands behind the last pattern";
+        EXPECT_FALSE(std::getline(lines, rest)) << "nothing follows the last pattern";
     }
 
 private:
@@ -63,8 +63,8 @@ private:
     }
 };
 
-/// What the name of a timing tells: "[13] 800x600 120Hz RB".
-struct told {
+/// The contents of a timing name: "[13] 800x600 120Hz RB".
+struct name_parts {
     int row = 0;
     int width = 0;
     int height = 0;
@@ -72,7 +72,7 @@ struct told {
     double rate = 0;
 };
 
-told told_by(const std::string& name) {
+name_parts parts_of_name(const std::string& name) {
     static const std::regex form("\\[([ \\d]\\d)\\] (\\d+)x(\\d+)([pi]?) ([\\d.]+)Hz( RB)?");
     std::smatch part;
     if (!std::regex_match(name, part, form)) {
@@ -125,9 +125,9 @@ TEST(shipped_catalogue_test, has_every_name_once) {
     EXPECT_EQ(twice, names.end()) << *twice;
 }
 
-TEST(shipped_catalogue_test, has_the_rate_that_each_name_tells) {
+TEST(shipped_catalogue_test, has_the_rate_in_each_name) {
     for (const auto& t : shipped_catalogue().timings) {
-        const told name = told_by(t.name);
+        const name_parts name = parts_of_name(t.name);
         const double clock = static_cast<double>(std::stof(t.pix_f));
         const double line_khz = clock / t.htotal * 1000;
         const double frame_hz = clock / (t.vtotal * t.htotal) * 1e6;
@@ -139,9 +139,9 @@ TEST(shipped_catalogue_test, has_the_rate_that_each_name_tells) {
     }
 }
 
-TEST(shipped_catalogue_test, has_the_size_that_each_name_tells) {
+TEST(shipped_catalogue_test, has_the_size_in_each_name) {
     for (const auto& t : shipped_catalogue().timings) {
-        const told name = told_by(t.name);
+        const name_parts name = parts_of_name(t.name);
         EXPECT_EQ(t.hactive, name.width) << t.name;
         EXPECT_EQ(t.vactive, name.height) << t.name;
     }
@@ -167,10 +167,10 @@ TEST(shipped_catalogue_test, has_clocks_of_seven_digits_at_most) {
     }
 }
 
-TEST(shipped_catalogue_test, has_one_line_more_where_two_fields_make_a_frame) {
+TEST(shipped_catalogue_test, has_an_odd_number_of_lines_for_interlaced_timings) {
     int interlaced = 0;
     for (const auto& t : shipped_catalogue().timings) {
-        if (told_by(t.name).scan != "i") continue;
+        if (parts_of_name(t.name).scan != "i") continue;
         ++interlaced;
         EXPECT_EQ(std::fmod(t.vtotal, 2), 1) << t.name;
         EXPECT_EQ(std::fmod(t.vactive, 2), 0) << t.name;

@@ -45,10 +45,12 @@ protected:
                 &desk_area.cmd_upload,     &desk_area.cmd_check_all,
                 &desk_area.cmd_check_none, &desk_area.hsr_color_setting[0]};
     }
-    /// A catalogue of so many plain rows.
+    /// Loads a catalogue of plain rows.
     void load_plain(int timings, int patterns) { rows.load(test::plain_catalogue(timings, patterns)); }
     /// Loads one timing with these figures and shows it.
     void show(const std::string& figures) {
+        rows.lstv_timing.clear();
+        rows.lstv_timing_sub.clear();
         rows.load("1\r\n\"row\"," + figures + "\r\n0\r\n");
         rows.show_timing_detail();
     }
@@ -100,7 +102,7 @@ TEST_F(catalogue_test, holds_the_figures_of_a_row_as_text) {
     EXPECT_EQ(val(rows.lstv_timing_sub.sub_item(2, 10)), 28.322);
 }
 
-TEST_F(catalogue_test, reads_nothing_behind_the_last_pattern) {
+TEST_F(catalogue_test, reads_nothing_after_the_last_pattern) {
     rows.load("0\r\n1\r\n\"[01] bar\"\r\nanything at all\r\n,,,");
     EXPECT_EQ(link.fav_pattern_count, 1);
     EXPECT_EQ(rows.lstv_pattern.row_count(), 1);
@@ -112,7 +114,7 @@ TEST_F(catalogue_test, counts_values_and_not_lines) {
     EXPECT_EQ(rows.lstv_pattern.text(2), "[02] y");
 }
 
-TEST_F(catalogue_test, may_be_empty) {
+TEST_F(catalogue_test, can_be_empty) {
     rows.load("0\r\n0\r\n");
     EXPECT_EQ(rows.lstv_timing.row_count(), 0);
     EXPECT_EQ(rows.lstv_pattern.row_count(), 0);
@@ -123,7 +125,7 @@ TEST_F(catalogue_test, shows_the_windows_characters_of_its_names) {
     EXPECT_EQ(rows.lstv_pattern.text(1), "[01] Grün");
 }
 
-TEST_F(catalogue_test, fails_where_it_is_shorter_than_its_counts) {
+TEST_F(catalogue_test, fails_if_it_is_shorter_than_its_counts) {
     for (const char* text : {"", "2\r\n", "1\r\n\"a\",800,640", "0\r\n", "0\r\n2\r\n\"a\"\r\n",
                              "2\r\n\"a\",800,640,16,96,\"-\",525,480,10,2,\"+\",25\r\n"}) {
         test::fake_machine machine;
@@ -133,21 +135,16 @@ TEST_F(catalogue_test, fails_where_it_is_shorter_than_its_counts) {
     }
 }
 
-TEST_F(catalogue_test, fails_for_a_number_that_does_not_fit) {
-    EXPECT_EQ(failure_of([&] { rows.load("1\r\n\"a\",32768,640,16,96,\"-\",525,480,10,2,\"+\",25\r\n0\r\n"); }),
-              failure::overflow);
-    EXPECT_EQ(failure_of([&] { rows.load("1\r\n\"a\",800,640,16,96,\"-\",525,480,10,2,\"+\",1E39\r\n0\r\n"); }),
-              failure::overflow);
+TEST_F(catalogue_test, fails_for_values_that_are_no_number_or_do_not_fit) {
+    const std::string rest = ",640,16,96,\"-\",525,480,10,2,\"+\",";
+    EXPECT_EQ(failure_of([&] { rows.load("1\r\n\"a\",32768" + rest + "25\r\n0\r\n"); }), failure::overflow);
+    EXPECT_EQ(failure_of([&] { rows.load("1\r\n\"a\",800" + rest + "1E39\r\n0\r\n"); }), failure::overflow);
     EXPECT_EQ(failure_of([&] { rows.load("40000\r\n"); }), failure::overflow);
-}
-
-TEST_F(catalogue_test, fails_for_what_is_no_number) {
-    EXPECT_EQ(failure_of([&] { rows.load("1\r\n\"a\",wide,640,16,96,\"-\",525,480,10,2,\"+\",25\r\n0\r\n"); }),
-              failure::type_mismatch);
+    EXPECT_EQ(failure_of([&] { rows.load("1\r\n\"a\",wide" + rest + "25\r\n0\r\n"); }), failure::type_mismatch);
     EXPECT_EQ(failure_of([&] { rows.load("many\r\n"); }), failure::type_mismatch);
 }
 
-TEST_F(catalogue_test, tells_which_row_could_not_be_read) {
+TEST_F(catalogue_test, reports_which_row_could_not_be_read) {
     try {
         rows.load("2\r\n\"a\",800,640,16,96,\"-\",525,480,10,2,\"+\",25\r\n\"b\",x");
         FAIL() << "nothing was thrown";
@@ -198,17 +195,16 @@ TEST_F(timing_detail, shows_20_us_and_50_khz_for_2000_pixels_at_100_mhz) {
     EXPECT_EQ(desk_area.txt_hf.text, "50.000");
 }
 
-TEST_F(timing_detail, shows_one_half_in_two_ways) {
+TEST_F(timing_detail, shows_one_half_in_two_ways_and_a_slow_clock_without_its_zero) {
     show("4000,3000,10,1,+,1000,900,2,1,+,2");
     EXPECT_EQ(desk_area.txt_hf.text, ".500");
     EXPECT_EQ(desk_area.txt_vf.text, ".500");
     EXPECT_EQ(desk_area.txt_hsw_us.text, "0.500");
-}
-
-TEST_F(timing_detail, shows_a_slow_clock_without_its_zero) {
     show("1000,800,1,0,-,1000,600,0,1,-,.5");
     EXPECT_EQ(desk_area.txt_pix_f.text, ".500");
     EXPECT_EQ(desk_area.txt_hsw_us.text, "0.000");
+    show("1000,800,1,1,+,1000,600,1,1,+,74.1745");
+    EXPECT_EQ(desk_area.txt_pix_f.text, "74.175") << "rounded by its digits";
 }
 
 TEST_F(timing_detail, rounds_half_up) {
@@ -223,11 +219,6 @@ TEST_F(timing_detail, has_the_clock_in_32_bits_and_works_in_64) {
     EXPECT_EQ(desk_area.txt_vf.text, ".625");
 }
 
-TEST_F(timing_detail, rounds_the_clock_by_its_digits) {
-    show("1000,800,1,1,+,1000,600,1,1,+,74.1745");
-    EXPECT_EQ(desk_area.txt_pix_f.text, "74.175");
-}
-
 TEST_F(timing_detail, puts_its_boxes_on_show) {
     show("900,720,18,108,-,449,400,12,2,+,28.322");
     EXPECT_TRUE(desk_area.fra_hori.visible);
@@ -239,13 +230,10 @@ TEST_F(timing_detail, puts_its_boxes_on_show) {
 
 TEST_F(timing_detail, fails_for_a_zero_in_the_divisors) {
     EXPECT_EQ(failure_of([&] { show("1650,1280,110,40,+,750,720,5,5,+,0"); }), failure::division_by_zero);
-}
-
-TEST_F(timing_detail, fails_for_a_zero_width) {
     EXPECT_EQ(failure_of([&] { show("0,1280,110,40,+,750,720,5,5,+,74.25"); }), failure::division_by_zero);
 }
 
-TEST_F(timing_detail, tells_which_row_could_not_be_shown) {
+TEST_F(timing_detail, reports_which_row_could_not_be_shown) {
     try {
         show("1650,1280,110,40,+,750,720,5,5,+,0");
         FAIL() << "nothing was thrown";
@@ -304,7 +292,7 @@ TEST_F(pattern_extras, give_place_to_each_other) {
     expect_sets(false, false, false);
 }
 
-TEST_F(pattern_extras, leave_the_colors_dead_until_a_download) {
+TEST_F(pattern_extras, leave_the_colors_disabled_until_a_download) {
     for (std::size_t i = 0; i < 4; ++i) {
         desk_area.lab_color_setting.at(i).caption = "Red";
         desk_area.txt_color_setting.at(i).text = "128";
@@ -362,7 +350,7 @@ TEST_F(select_views, return_to_the_timing_that_the_generator_shows) {
     EXPECT_EQ(desk_area.fra_desk.caption, "timing 4");
 }
 
-TEST_F(select_views, keep_the_selection_where_the_timing_is_not_known) {
+TEST_F(select_views, keep_the_selection_if_the_timing_is_unknown) {
     rows.lstv_timing.select(3);
     status.lab_timing.caption = "Link Error";
     rows.cmd_timing_click();
@@ -441,23 +429,19 @@ protected:
     }
 };
 
-TEST_F(check_buttons, check_all_timings_in_favorite_timing) {
-    link.view_mode = 2;
-    rows.lstv_timing.set_checked(2, true);
-    desk_area.cmd_check_all.on_click();
-    EXPECT_EQ(checked_rows(rows.lstv_timing), 4);
-    EXPECT_EQ(checked_rows(rows.lstv_pattern), 0);
-    desk_area.cmd_check_none.on_click();
-    EXPECT_EQ(checked_rows(rows.lstv_timing), 0);
-}
-
-TEST_F(check_buttons, check_all_patterns_in_favorite_pattern) {
-    link.view_mode = 3;
-    desk_area.cmd_check_all.on_click();
-    EXPECT_EQ(checked_rows(rows.lstv_pattern), 3);
-    EXPECT_EQ(checked_rows(rows.lstv_timing), 0);
-    desk_area.cmd_check_none.on_click();
-    EXPECT_EQ(checked_rows(rows.lstv_pattern), 0);
+TEST_F(check_buttons, check_all_rows_of_the_list_in_a_favorite_view_and_send_nothing) {
+    link.com_port = 1;
+    link.set_comm();
+    for (const int view : {2, 3}) {
+        const list_view& list = view == 2 ? rows.lstv_timing : rows.lstv_pattern;
+        link.view_mode = static_cast<std::int16_t>(view);
+        desk_area.cmd_check_all.on_click();
+        EXPECT_EQ(checked_rows(list), list.row_count());
+        EXPECT_EQ(checked_rows(rows.lstv_timing) + checked_rows(rows.lstv_pattern), list.row_count());
+        desk_area.cmd_check_none.on_click();
+        EXPECT_EQ(checked_rows(list), 0);
+    }
+    EXPECT_TRUE(m.port.take_written().empty());
 }
 
 TEST_F(check_buttons, do_nothing_in_any_other_view) {
@@ -472,15 +456,6 @@ TEST_F(check_buttons, do_nothing_in_any_other_view) {
         EXPECT_EQ(checked_rows(rows.lstv_timing), 1) << view;
         EXPECT_EQ(checked_rows(rows.lstv_pattern), 1) << view;
     }
-}
-
-TEST_F(check_buttons, send_nothing) {
-    link.com_port = 1;
-    link.set_comm();
-    link.view_mode = 2;
-    desk_area.cmd_check_all.on_click();
-    desk_area.cmd_check_none.on_click();
-    EXPECT_TRUE(m.port.take_written().empty());
 }
 
 } // namespace

@@ -72,11 +72,6 @@ INSTANTIATE_TEST_SUITE_P(favorites, favorite_views_test,
                                                        "Press [SET] to upload favorite patterns to VELOTRACE."}),
                          [](const auto& view) { return std::string(view.param.name); });
 
-TEST_P(favorite_views_test, change_the_view_once) {
-    press();
-    EXPECT_EQ(views, std::vector{GetParam().view_mode});
-}
-
 TEST_P(favorite_views_test, change_the_view_before_they_show_anything) {
     std::size_t shown_before = 99;
     std::string caption_before = "?";
@@ -90,16 +85,15 @@ TEST_P(favorite_views_test, change_the_view_before_they_show_anything) {
     EXPECT_EQ(caption_before, "as before");
 }
 
-TEST_P(favorite_views_test, have_these_texts) {
+TEST_P(favorite_views_test, have_these_texts_and_places) {
     press();
+    EXPECT_EQ(views, std::vector{GetParam().view_mode});
     EXPECT_EQ(desk_area.fra_desk.caption, GetParam().caption);
     EXPECT_EQ(desk_area.lab_desk_note.caption, GetParam().note);
-}
-
-TEST_P(favorite_views_test, show_the_boxes_of_their_own_list_alone) {
-    press();
     EXPECT_TRUE(list().check_boxes);
     EXPECT_FALSE(other_list().check_boxes);
+    EXPECT_EQ(desk_area.cmd_download.left, 5640);
+    EXPECT_EQ(desk_area.cmd_download.top, 2250);
 }
 
 TEST_P(favorite_views_test, show_these_controls_and_no_other) {
@@ -114,13 +108,7 @@ TEST_P(favorite_views_test, show_these_controls_and_no_other) {
     EXPECT_EQ(shown(), expected);
 }
 
-TEST_P(favorite_views_test, put_download_beside_the_list) {
-    press();
-    EXPECT_EQ(desk_area.cmd_download.left, 5640);
-    EXPECT_EQ(desk_area.cmd_download.top, 2250);
-}
-
-TEST_P(favorite_views_test, pump_with_all_on_show_and_give_the_focus_behind_it) {
+TEST_P(favorite_views_test, pump_with_all_on_show_and_give_the_focus_after_it) {
     film([this] {
         return desk_area.fra_desk.caption.get() + (shown().size() == 7 ? ", all shown" : ", not yet") +
                (list().has_focus() ? ", focus" : "");
@@ -137,7 +125,7 @@ TEST_P(favorite_views_test, send_nothing_and_leave_the_checks) {
     EXPECT_EQ(test::checked_rows(list()), std::vector{4});
 }
 
-TEST_P(favorite_views_test, find_their_checks_again_behind_the_select_views) {
+TEST_P(favorite_views_test, find_their_checks_again_after_the_select_views) {
     press();
     list().set_checked(4, true);
     rows.cmd_timing_click();

@@ -1,4 +1,4 @@
-// How far long work on the line is, as it can be seen at every pump.
+// The progress of long work on the line, read at every pump.
 
 #include "support/signal_fixture.h"
 
@@ -88,7 +88,7 @@ TEST_F(progress_of_work, ends_with_the_exchange_that_fails) {
     EXPECT_FALSE(link.progress.at_work());
 }
 
-TEST_F(progress_of_work, tells_how_often_a_command_was_sent) {
+TEST_F(progress_of_work, counts_how_often_a_command_was_sent) {
     link.tx_cmd("TIM001");
     EXPECT_EQ(tries, 1);
     unplugged = true;
@@ -97,16 +97,16 @@ TEST_F(progress_of_work, tells_how_often_a_command_was_sent) {
     EXPECT_EQ(link.tries, 0);
 }
 
-TEST_F(progress_of_work, keeps_the_tries_of_an_exchange_that_another_one_comes_into) {
+TEST_F(progress_of_work, keeps_the_tries_of_an_interrupted_exchange) {
     answers["TIM001"] = "";
-    int behind_the_inner_one = -1;
+    int after_the_inner_one = -1;
     // in the second try, which begins after 150 rounds of 5 ms
     m.events.in(1000, [&] {
         link.tx_cmd("PAT001");
-        behind_the_inner_one = link.tries;
+        after_the_inner_one = link.tries;
     });
     link.tx_cmd("TIM001");
-    EXPECT_EQ(behind_the_inner_one, 2);
+    EXPECT_EQ(after_the_inner_one, 2);
 }
 
 } // namespace

@@ -40,21 +40,14 @@ TEST_F(refresh_test, shows_what_the_generator_outputs) {
     EXPECT_TRUE(m.boxes.all.empty());
 }
 
-TEST_F(refresh_test, is_dead_then_red_then_empty) {
+TEST_F(refresh_test, is_disabled_then_red_then_empty) {
     film([this] { return look_of(status.cmd_refresh) + " " + labels()[0] + "|" + labels()[3]; });
     press_in(6);
-    EXPECT_EQ(frames,
-              (strings{"face dead as before|as before", "red dead |", "TIM999: red dead |", "red dead |",
-                       "PAT999: red dead [07] timing|", "red dead [07] timing|", "OUT999: red dead [07] timing|",
-                       "red dead [07] timing|", "HDC999: red dead [07] timing|", "red dead [07] timing|"}));
-    EXPECT_EQ(look_of(status.cmd_refresh), "face live");
-}
-
-TEST_F(refresh_test, empties_all_four_labels_before_it_asks) {
-    strings seen;
-    m.events.in(5, [&] { seen = labels(); });
-    press_in(0);
-    EXPECT_EQ(seen, strings(4, ""));
+    EXPECT_EQ(frames, (strings{"grey disabled as before|as before", "red disabled |", "TIM999: red disabled |",
+                               "red disabled |", "PAT999: red disabled [07] timing|", "red disabled [07] timing|",
+                               "OUT999: red disabled [07] timing|", "red disabled [07] timing|",
+                               "HDC999: red disabled [07] timing|", "red disabled [07] timing|"}));
+    EXPECT_EQ(look_of(status.cmd_refresh), "grey enabled");
 }
 
 TEST_F(refresh_test, shows_each_value_before_it_asks_for_the_next) {
@@ -78,7 +71,7 @@ TEST_F(refresh_test, reads_the_last_three_characters) {
     EXPECT_EQ(labels(), (strings{"[12] timing", "[45] pattern", "DVI", "ON"}));
 }
 
-TEST_F(refresh_test, selects_the_timing_in_timing_select_alone) {
+TEST_F(refresh_test, selects_the_timing_only_in_timing_select) {
     for (const int view : {1, 2, 3, 4, 5, 6, 254}) {
         press_in(view);
         EXPECT_EQ(rows.lstv_timing.selected(), 2) << view;
@@ -98,7 +91,7 @@ TEST_F(refresh_test, leaves_the_figures_of_the_timing_selected_before) {
     EXPECT_EQ(desk_area.fra_desk.caption, "[02] timing");
 }
 
-TEST_F(refresh_test, selects_the_pattern_in_pattern_select_alone) {
+TEST_F(refresh_test, selects_the_pattern_only_in_pattern_select) {
     for (const int view : {0, 2, 3, 4, 5, 6, 254}) {
         press_in(view);
         EXPECT_EQ(rows.lstv_pattern.selected(), 3) << view;
@@ -133,15 +126,18 @@ TEST_F(refresh_test, leaves_the_extras_in_any_other_view) {
     }
 }
 
-TEST_F(refresh_test, names_the_four_output_formats_and_no_other) {
-    const std::vector<std::pair<std::string, std::string>> cases = {
-        {"OUT001", "PC"}, {"OUT002", "HD"}, {"OUT003", "DVI"}, {"OUT004", "HDMI"}, {"OUT000", ""},
-        {"OUT005", ""},   {"OUT014", ""},   {"OUT254", ""},    {"OUT999", ""},     {"OUT0002", "HD"}};
-    for (const auto& [answer, name] : cases) {
+TEST_F(refresh_test, names_and_lights_the_four_output_formats_and_no_other) {
+    const strings names{"PC", "HD", "DVI", "HDMI"};
+    const std::vector<std::pair<std::string, int>> cases = {
+        {"OUT001", 0},  {"OUT002", 1},  {"OUT003", 2},  {"OUT004", 3},  {"OUT000", -1},
+        {"OUT005", -1}, {"OUT014", -1}, {"OUT254", -1}, {"OUT999", -1}, {"OUT0002", 1}};
+    for (const auto& [answer, index] : cases) {
+        switches.paint_out(1);
         answers["OUT999"] = answer;
-        press_in(4);
-        EXPECT_EQ(status.lab_out.caption, name) << answer;
-        EXPECT_EQ(status.lab_hdcp.caption, "ON") << "it goes on";
+        press_in(6);
+        EXPECT_EQ(status.lab_out.caption, index < 0 ? "" : names.at(static_cast<std::size_t>(index))) << answer;
+        EXPECT_EQ(lit(switches.cmd_out), index) << answer;
+        EXPECT_EQ(status.lab_hdcp.caption, "ON") << "it continues";
     }
 }
 
@@ -157,21 +153,9 @@ TEST_F(refresh_test, reads_hdcp_from_the_last_character) {
     }
 }
 
-TEST_F(refresh_test, paints_the_output_format_on_the_panel) {
-    const std::vector<std::pair<std::string, int>> cases = {{"OUT001", 0},  {"OUT002", 1},  {"OUT003", 2},
-                                                            {"OUT004", 3},  {"OUT000", -1}, {"OUT005", -1},
-                                                            {"OUT254", -1}, {"OUT999", -1}};
-    for (const auto& [answer, index] : cases) {
-        switches.paint_out(1);
-        answers["OUT999"] = answer;
-        press_in(6);
-        EXPECT_EQ(lit(switches.cmd_out), index) << answer;
-    }
-}
-
 TEST_F(refresh_test, paints_nothing_in_any_other_view) {
-    for (const bool dead : {false, true}) {
-        if (dead) answers["HDC999"] = "";
+    for (const bool fails : {false, true}) {
+        if (fails) answers["HDC999"] = "";
         for (const int view : {0, 1, 2, 3, 4, 5, 254}) {
             switches.paint_out(1);
             switches.paint_hdcp(0);
@@ -212,7 +196,7 @@ protected:
         switches.paint_out(1);
         switches.paint_hdcp(0);
     }
-    /// In each view: the query that gets no answer, what stands in the labels then, and which rows are known.
+    /// In each view: the unanswered query, the labels after it and the known rows.
     void expect_end_at(const std::string& query, const strings& sent, const strings& report, int timing, int pattern) {
         answers[query] = "";
         for (const int view : {0, 1, 4, 6}) {
@@ -221,7 +205,7 @@ protected:
             EXPECT_EQ(labels(), report) << view;
             EXPECT_EQ(rows.cur_timing, timing) << view;
             EXPECT_EQ(rows.cur_pattern, pattern) << view;
-            EXPECT_EQ(look_of(status.cmd_refresh), "face live") << view;
+            EXPECT_EQ(look_of(status.cmd_refresh), "grey enabled") << view;
         }
         EXPECT_TRUE(m.boxes.all.empty());
     }

@@ -27,7 +27,7 @@ protected:
         (view == 0 ? rows.lstv_timing : rows.lstv_pattern).select(row);
         desk_area.cmd_run.on_click();
     }
-    /// The look of SET and whether Download lives.
+    /// The look of SET and whether Download is disabled.
     std::string look() const {
         return look_of(desk_area.cmd_run) + (desk_area.cmd_download.enabled ? "" : ", no download");
     }
@@ -67,7 +67,7 @@ TEST_F(set_test, demands_the_whole_echo) {
     EXPECT_TRUE(m.boxes.all.empty());
 }
 
-TEST_F(set_test, tells_of_a_dead_link_in_its_label_alone) {
+TEST_F(set_test, reports_a_failed_link_only_in_its_label) {
     unplugged = true;
     rows.cur_timing = 3;
     set(0, 7);
@@ -81,43 +81,12 @@ TEST_F(set_test, tells_of_a_dead_link_in_its_label_alone) {
     EXPECT_EQ(rows.cur_pattern, 254);
 }
 
-TEST_F(set_test, tells_of_a_closed_port_in_a_box_and_in_its_label) {
+TEST_F(set_test, reports_a_closed_port_in_a_box_and_in_its_label) {
     link.cmd_disconn_click();
     set(0, 7);
     EXPECT_EQ(m.boxes.all, std::vector{test::box_disconnected});
     EXPECT_EQ(status.lab_timing.caption, "Link Error");
     EXPECT_TRUE(m.port.take_written().empty());
-}
-
-TEST_F(set_test, is_red_and_dead_while_the_link_is_busy) {
-    bool enabled = true;
-    color back_color = 0;
-    std::string label = "?";
-    unplugged = true;
-    status.lab_timing.caption = "[01] timing";
-    m.events.in(100, [&] {
-        enabled = desk_area.cmd_run.enabled;
-        back_color = desk_area.cmd_run.back_color;
-        label = status.lab_timing.caption;
-    });
-    set(0, 7);
-    EXPECT_FALSE(enabled);
-    EXPECT_EQ(back_color, 255U);
-    EXPECT_EQ(label, "") << "emptied before the exchange";
-    EXPECT_TRUE(desk_area.cmd_run.enabled);
-    EXPECT_EQ(desk_area.cmd_run.back_color, 0x8000000FU);
-}
-
-TEST_F(set_test, is_dead_before_it_is_red) {
-    std::vector<bool> enabled;
-    std::vector<color> colors;
-    m.events.on_pump = [&] {
-        enabled.push_back(desk_area.cmd_run.enabled);
-        colors.push_back(desk_area.cmd_run.back_color);
-    };
-    set(4, 1);
-    EXPECT_EQ(enabled, std::vector<bool>{false});
-    EXPECT_EQ(colors, std::vector<color>{0x8000000F});
 }
 
 TEST_F(set_test, sends_nothing_in_the_views_without_it) {
@@ -129,7 +98,7 @@ TEST_F(set_test, sends_nothing_in_the_views_without_it) {
     }
 }
 
-TEST_F(set_test, takes_the_row_that_is_selected_behind_its_pumps) {
+TEST_F(set_test, takes_the_row_that_is_selected_after_its_pumps) {
     for (const int view : {0, 1}) {
         list_view& list = view == 0 ? rows.lstv_timing : rows.lstv_pattern;
         set_labels("as before");
@@ -152,13 +121,17 @@ TEST_F(set_test, gives_the_list_the_focus_at_its_end) {
     }
 }
 
-TEST_F(set_test, leaves_download_alive_in_the_select_views) {
-    film([this] { return look(); });
+TEST_F(set_test, is_disabled_then_red_with_an_empty_label_and_leaves_download_enabled) {
     for (const int view : {0, 1}) {
+        const label& name = view == 0 ? status.lab_timing : status.lab_pattern;
+        set_labels("as before");
+        film([&] { return look() + " [" + name.caption.get() + "]"; });
         frames.clear();
         set(view, 7);
         const std::string sent = view == 0 ? "TIM007" : "PAT007";
-        EXPECT_EQ(frames, (strings{"face dead", "red dead", sent + ": red dead", "red dead"}));
+        EXPECT_EQ(frames, (strings{"grey disabled [as before]", "red disabled []", sent + ": red disabled []",
+                                   "red disabled []"}));
+        EXPECT_EQ(look(), "grey enabled");
     }
 }
 
@@ -241,7 +214,7 @@ TEST_P(favorite_walk, leaves_the_selection) {
     EXPECT_EQ(labels(), strings(4, ""));
 }
 
-TEST_P(favorite_walk, looks_at_no_digits_of_an_answer) {
+TEST_P(favorite_walk, ignores_the_digits_of_an_answer) {
     test::set_checks(list(), {2});
     answers[off(1)] = std::string(GetParam().off) + "777";
     set();
@@ -255,7 +228,7 @@ TEST_P(favorite_walk, stops_with_one_box_and_no_fallback_at_its_first_failure) {
     EXPECT_EQ(m.port.take_written(), (strings{off(1), off(1)}));
     EXPECT_EQ(m.boxes.all, boxes{test::box_link_error});
     EXPECT_TRUE(checked_rows(list()).empty());
-    EXPECT_EQ(look(), "face live");
+    EXPECT_EQ(look(), "grey enabled");
 }
 
 TEST_P(favorite_walk, stops_in_the_middle_too) {
@@ -267,7 +240,7 @@ TEST_P(favorite_walk, stops_in_the_middle_too) {
     EXPECT_EQ(checked_rows(list()), std::vector{3}) << "the checks stay as the operator set them";
 }
 
-TEST_P(favorite_walk, runs_no_fallback_where_the_last_row_fails) {
+TEST_P(favorite_walk, runs_no_fallback_if_the_last_row_fails) {
     answers[off(3)] = "";
     set();
     EXPECT_EQ(m.port.take_written(), (strings{off(1), off(2), off(3), off(3)}));
@@ -275,22 +248,22 @@ TEST_P(favorite_walk, runs_no_fallback_where_the_last_row_fails) {
     EXPECT_TRUE(checked_rows(list()).empty());
 }
 
-TEST_P(favorite_walk, tells_of_a_closed_port_twice_and_stops) {
+TEST_P(favorite_walk, reports_a_closed_port_twice_and_stops) {
     link.cmd_disconn_click();
     set();
     EXPECT_EQ(m.boxes.all, (boxes{test::box_disconnected, test::box_link_error}));
-    EXPECT_EQ(look(), "face live");
+    EXPECT_EQ(look(), "grey enabled");
 }
 
-TEST_P(favorite_walk, keeps_download_dead_from_before_its_first_row) {
+TEST_P(favorite_walk, keeps_download_disabled_from_before_its_first_row) {
     test::set_checks(list(), {1});
     answers[off(2)] = "";
     film([this] { return look(); });
     set();
-    const std::string busy = "red dead, no download";
-    EXPECT_EQ(frames, (strings{"face dead", on(1) + ": " + busy, busy, off(2) + ": " + busy, busy, off(2) + ": " + busy,
-                               busy, "box: " + busy}));
-    EXPECT_EQ(look(), "face live");
+    const std::string busy = "red disabled, no download";
+    EXPECT_EQ(frames, (strings{"grey disabled", on(1) + ": " + busy, busy, off(2) + ": " + busy, busy,
+                               off(2) + ": " + busy, busy, "box: " + busy}));
+    EXPECT_EQ(look(), "grey enabled");
 }
 
 class favorite_fallback : public set_test {
@@ -314,17 +287,17 @@ TEST_F(favorite_fallback, checks_the_timings_1_and_23) {
     EXPECT_EQ(rows.lstv_timing.selected(), 23);
     EXPECT_TRUE(checked_rows(rows.lstv_pattern).empty());
     EXPECT_TRUE(m.boxes.all.empty());
-    EXPECT_EQ(look(), "face live");
+    EXPECT_EQ(look(), "grey enabled");
 }
 
-TEST_F(favorite_fallback, checks_the_pattern_1_alone) {
+TEST_F(favorite_fallback, checks_only_pattern_1) {
     set_in(3);
     EXPECT_EQ(m.port.take_written(), (strings{"FP-001", "FP-002", "FP+001"}));
     EXPECT_EQ(checked_rows(rows.lstv_pattern), std::vector{1});
     EXPECT_EQ(rows.lstv_pattern.selected(), 1);
     EXPECT_TRUE(checked_rows(rows.lstv_timing).empty());
     EXPECT_TRUE(m.boxes.all.empty());
-    EXPECT_EQ(look(), "face live");
+    EXPECT_EQ(look(), "grey enabled");
 }
 
 TEST_F(favorite_fallback, checks_both_timings_before_it_sends) {
@@ -337,40 +310,40 @@ TEST_F(favorite_fallback, checks_both_timings_before_it_sends) {
     EXPECT_EQ(checked, (std::vector{1, 23}));
 }
 
-TEST_F(favorite_fallback, sends_no_second_timing_where_the_first_fails) {
+TEST_F(favorite_fallback, sends_no_second_timing_if_the_first_fails) {
     answers["FT+001"] = "";
     set_in(2);
     EXPECT_EQ(m.port.take_written(), (strings{"FT-001", "FT-002", "FT+001", "FT+001"}));
     EXPECT_EQ(m.boxes.all, boxes{test::box_link_error});
     EXPECT_EQ(checked_rows(rows.lstv_timing), (std::vector{1, 23})) << "they stay checked";
-    EXPECT_EQ(look(), "face live");
+    EXPECT_EQ(look(), "grey enabled");
 }
 
-TEST_F(favorite_fallback, does_not_look_at_what_becomes_of_the_second_timing) {
+TEST_F(favorite_fallback, ignores_a_failure_of_the_second_timing) {
     answers["FT+023"] = "";
     set_in(2);
     EXPECT_EQ(m.port.take_written(), (strings{"FT-001", "FT-002", "FT+001", "FT+023", "FT+023"}));
     EXPECT_TRUE(m.boxes.all.empty());
-    EXPECT_EQ(look(), "face live");
+    EXPECT_EQ(look(), "grey enabled");
 }
 
-TEST_F(favorite_fallback, tells_of_a_failed_pattern) {
+TEST_F(favorite_fallback, reports_a_failed_pattern) {
     answers["FP+001"] = "";
     set_in(3);
     EXPECT_EQ(m.port.take_written(), (strings{"FP-001", "FP-002", "FP+001", "FP+001"}));
     EXPECT_EQ(m.boxes.all, boxes{test::box_link_error});
     EXPECT_EQ(checked_rows(rows.lstv_pattern), std::vector{1});
-    EXPECT_EQ(look(), "face live");
+    EXPECT_EQ(look(), "grey enabled");
 }
 
-TEST_F(favorite_fallback, keeps_download_dead_to_its_end) {
+TEST_F(favorite_fallback, keeps_download_disabled_to_its_end) {
     film([this] { return look(); });
-    const std::string busy = "red dead, no download";
+    const std::string busy = "red disabled, no download";
     answers["FP+001"] = "";
     for (const int view : {2, 3}) {
         frames.clear();
         set_in(view);
-        EXPECT_EQ(frames.front(), "face dead");
+        EXPECT_EQ(frames.front(), "grey disabled");
         for (std::size_t i = 1; i < frames.size(); ++i)
             EXPECT_TRUE(frames[i].ends_with(busy)) << frames[i];
     }
@@ -382,7 +355,7 @@ protected:
     small_catalogue() : set_test(22, 1) {}
 };
 
-TEST_F(small_catalogue, can_not_take_the_second_timing_of_the_fallback) {
+TEST_F(small_catalogue, cannot_take_the_second_timing_of_the_fallback) {
     enter(2);
     EXPECT_EQ(failure_of([this] { desk_area.cmd_run.on_click(); }), failure::index_out_of_bounds);
     EXPECT_EQ(m.port.take_written().size(), 22U) << "the fallback has sent nothing";
@@ -408,17 +381,17 @@ TEST_F(autorun_hand_over, sends_the_whole_autorun_list) {
     EXPECT_EQ(sent.at(124), "ATN032");
     EXPECT_EQ(sent.back(), "ATI000");
     EXPECT_TRUE(m.boxes.all.empty());
-    EXPECT_EQ(look(), "face live");
+    EXPECT_EQ(look(), "grey enabled");
 }
 
-TEST_F(autorun_hand_over, keeps_download_dead_meanwhile) {
+TEST_F(autorun_hand_over, keeps_download_disabled_meanwhile) {
     film([this] { return look(); });
     answers["ATT001"] = "";
     desk_area.cmd_run.on_click();
-    const std::string busy = "red dead, no download";
-    EXPECT_EQ(frames, (strings{"face dead", "ATN001: " + busy, busy, "ATT001: " + busy, busy, "ATT001: " + busy, busy,
-                               "box: " + busy}));
-    EXPECT_EQ(look(), "face live");
+    const std::string busy = "red disabled, no download";
+    EXPECT_EQ(frames, (strings{"grey disabled", "ATN001: " + busy, busy, "ATT001: " + busy, busy, "ATT001: " + busy,
+                               busy, "box: " + busy}));
+    EXPECT_EQ(look(), "grey enabled");
 }
 
 } // namespace

@@ -24,11 +24,11 @@ channels by_the_standard(int red, int green, int blue) {
     return {whole(cr), whole(y), whole(cb)};
 }
 
-TEST(shown_color, is_the_three_channels_themselves_where_they_are_red_green_and_blue) {
+TEST(shown_color, is_the_three_channels_themselves_for_rgb) {
     EXPECT_EQ(shown_color(rgb, {10, 200, 255}), (rgb_color{10, 200, 255}));
 }
 
-TEST(shown_color, is_grey_where_both_differences_are_zero) {
+TEST(shown_color, is_grey_if_both_differences_are_zero) {
     for (const std::uint8_t y : channels{0, 128, 255})
         EXPECT_EQ(shown_color(differences, {128, y, 128}), (rgb_color{y, y, y}));
 }
@@ -40,7 +40,7 @@ TEST(shown_color, follows_the_factors_of_the_standard) {
     EXPECT_EQ(shown_color(differences, {78, 100, 78}), (rgb_color{30, 153, 11}));
 }
 
-TEST(shown_color, gives_back_the_color_bars_within_the_rounding) {
+TEST(shown_color, converts_the_color_bars_back_within_rounding) {
     for (const int full : {255, 191}) {
         for (int bar = 0; bar < 8; ++bar) {
             const std::array<int, 3> bars = {(bar & 2) != 0 ? full : 0, (bar & 4) != 0 ? full : 0,

@@ -34,7 +34,7 @@ protected:
     }
 };
 
-TEST_F(upload_test, sends_twelve_bytes_in_one_go_behind_its_command) {
+TEST_F(upload_test, sends_twelve_bytes_in_one_go_after_its_command) {
     upload_text("Hello");
     EXPECT_EQ(m.port.take_written(), (strings{"MOT001", block("Hello")}));
     EXPECT_TRUE(m.boxes.all.empty());
@@ -46,7 +46,7 @@ TEST_F(upload_test, sends_a_full_box_with_no_zero) {
     EXPECT_EQ(desk_area.txt_motion_str.max_length, 12);
 }
 
-TEST_F(upload_test, sends_zeros_alone_for_an_empty_box) {
+TEST_F(upload_test, sends_only_zeros_for_an_empty_box) {
     for (const char* text : {"", "    "}) {
         upload_text(text);
         EXPECT_EQ(m.port.take_written(), (strings{"MOT001", block("")}));
@@ -76,21 +76,22 @@ TEST_F(upload_test, sends_one_byte_for_a_character_that_the_set_does_not_have) {
     EXPECT_EQ(desk_area.txt_motion_str.text.get(), "a漢b");
 }
 
-TEST_F(upload_test, is_dead_first_and_red_behind_the_pump) {
+TEST_F(upload_test, is_disabled_first_and_red_after_the_pump) {
     film([this] { return look_of(desk_area.cmd_upload); });
     upload_text("x");
-    EXPECT_EQ(frames, (strings{"face dead", "MOT001: red dead", "red dead", block("x") + ": red dead"}));
-    EXPECT_EQ(look_of(desk_area.cmd_upload), "face live");
+    EXPECT_EQ(frames,
+              (strings{"grey disabled", "MOT001: red disabled", "red disabled", block("x") + ": red disabled"}));
+    EXPECT_EQ(look_of(desk_area.cmd_upload), "grey enabled");
 }
 
-TEST_F(upload_test, trims_behind_the_answer) {
+TEST_F(upload_test, trims_after_the_answer) {
     desk_area.txt_motion_str.text = " x ";
     film([this] { return desk_area.txt_motion_str.text.get(); });
     desk_area.cmd_upload.on_click();
     EXPECT_EQ(frames, (strings{" x ", "MOT001:  x ", " x ", block("x") + ": x"}));
 }
 
-TEST_F(upload_test, drains_the_output_then_throws_away_the_input_then_writes) {
+TEST_F(upload_test, drains_the_output_discards_the_input_and_then_writes) {
     m.port.done.clear();
     m.events.in(10, [this] { m.port.unsent = 5; });
     int turns = 0;
@@ -116,7 +117,7 @@ TEST_F(upload_test, waits_for_no_answer_to_the_bytes) {
     EXPECT_FALSE(link.tim_rx.enabled);
 }
 
-TEST_F(upload_test, sends_no_bytes_where_its_command_fails) {
+TEST_F(upload_test, sends_no_bytes_if_its_command_fails) {
     answers["MOT001"] = "";
     upload_text(" x ");
     EXPECT_EQ(m.port.take_written(), (strings{"MOT001", "MOT001"}));
@@ -124,30 +125,30 @@ TEST_F(upload_test, sends_no_bytes_where_its_command_fails) {
     EXPECT_EQ(desk_area.txt_motion_str.text.get(), " x ");
 }
 
-TEST_F(upload_test, stays_red_and_dead_behind_a_failure) {
+TEST_F(upload_test, stays_red_and_disabled_after_a_failure) {
     film([this] { return look_of(desk_area.cmd_upload); });
     unplugged = true;
     upload_text("x");
-    EXPECT_EQ(frames.back(), "box: red dead");
-    EXPECT_EQ(look_of(desk_area.cmd_upload), "red dead");
+    EXPECT_EQ(frames.back(), "box: red disabled");
+    EXPECT_EQ(look_of(desk_area.cmd_upload), "red disabled");
 }
 
 TEST_F(upload_test, fails_for_an_answer_with_other_letters) {
     answers["MOT001"] = "PAT001";
     upload_text("x");
     EXPECT_EQ(m.boxes.all, boxes{box_without_mark});
-    EXPECT_EQ(look_of(desk_area.cmd_upload), "red dead");
+    EXPECT_EQ(look_of(desk_area.cmd_upload), "red disabled");
 }
 
-TEST_F(upload_test, tells_of_a_closed_port_twice) {
+TEST_F(upload_test, reports_a_closed_port_twice) {
     link.cmd_disconn_click();
     upload_text("x");
     EXPECT_EQ(m.boxes.all, (boxes{test::box_disconnected, box_without_mark}));
     EXPECT_TRUE(m.port.take_written().empty());
-    EXPECT_EQ(look_of(desk_area.cmd_upload), "red dead");
+    EXPECT_EQ(look_of(desk_area.cmd_upload), "red disabled");
 }
 
-TEST_F(upload_test, can_be_pressed_again_behind_a_success) {
+TEST_F(upload_test, can_be_pressed_again_after_a_success) {
     upload_text("x");
     m.port.take_written();
     upload_text("y");

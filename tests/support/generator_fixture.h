@@ -16,11 +16,11 @@ namespace desk::test {
 using strings = std::vector<std::string>;
 using boxes = std::vector<noted_boxes::shown>;
 
-/// State of a button: "red dead", "green live", "face live".
+/// State of a button: "red disabled", "green enabled", "grey enabled".
 inline std::string look_of(const button& b) {
-    const std::map<color, std::string> names{{255, "red"}, {65280, "green"}, {0x8000000F, "face"}};
+    const std::map<color, std::string> names{{255, "red"}, {65280, "green"}, {0x8000000F, "grey"}};
     const auto found = names.find(b.back_color);
-    return (found == names.end() ? "?" : found->second) + (b.enabled ? " live" : " dead");
+    return (found == names.end() ? "?" : found->second) + (b.enabled ? " enabled" : " disabled");
 }
 
 /// An open line on a scripted machine, with an answering generator.
