@@ -77,6 +77,9 @@ const std::vector<layer> layers = {
     {"qt",
      "the adapter that draws the models as widgets: `velotrace`",
      {"runtime", "controls", "platform", "link", "edid", "signal", "shell"}},
+    {"cli",
+     "the adapter that does what the command line says: `velotrace_cli`",
+     {"runtime", "controls", "platform", "link", "edid/format", "signal", "shell"}},
     {"robot",
      "the adapter that runs the desk from a script: `desk_robot`",
      {"runtime", "controls", "platform", "edid", "shell", "generator"}},
@@ -84,7 +87,8 @@ const std::vector<layer> layers = {
 
 /// The folders and files that include headers from outside the project.
 const names with_qt = {"qt"};
-const names with_json = {"robot"};
+const names with_json = {"robot", "cli"};
+const names with_options_library = {"cli/command_line.cpp"};
 const names with_system_headers = {"platform", "generator", "runtime/posix_disk.cpp", "runtime/windows_api.h"};
 
 const layer* layer_of(const std::string& folder) {
@@ -146,6 +150,7 @@ std::optional<std::string> fault_of(const std::string& file, const std::string& 
     }
     if (included.starts_with("Q")) return fault_unless(with_qt.contains(folder), "Qt");
     if (included.starts_with("nlohmann")) return fault_unless(with_json.contains(folder), "JSON");
+    if (included.starts_with("CLI/")) return fault_unless(with_options_library.contains(file), "the options library");
     if (!is_system_header(included)) return std::nullopt;
     return fault_unless(with_system_headers.contains(folder) || with_system_headers.contains(file), "a system header");
 }

@@ -4,7 +4,7 @@ namespace desk {
 
 /// The system's request to end the program: SIGTERM, SIGINT or SIGHUP on POSIX systems, unless ignored at program
 /// start. While this exists, none of them ends the program, and neither does a closed standard error. On Windows the
-/// request arrives through the windows, so this reports none. One per program.
+/// request also arrives through the windows; this reports Ctrl+C in a console. One per program.
 class end_request {
 public:
     end_request();

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cerrno>
+#include <functional>
 #include <string>
 #include <utility>
 
@@ -66,6 +67,9 @@ void expect_unused_terminal(const opened_device& opened, const std::filesystem::
     if (const auto at_work = processes.at_terminal(status.st_rdev)) fail(problem_of_terminal(device, at_work));
 }
 
+/// The device of a port's number.
+using device_finder = std::function<std::filesystem::path(int)>;
+
 /// TIOCEXCL does not stop root; the lock does, between desks.
 void lock(opened_device& opened, const std::filesystem::path& device, const process_table& processes) {
     if (::flock(opened.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) return;
@@ -76,16 +80,14 @@ void lock(opened_device& opened, const std::filesystem::path& device, const proc
 
 class posix_serial_port final : public serial_port {
 public:
-    explicit posix_serial_port(std::filesystem::path directory) : directory_(std::move(directory)) {}
+    explicit posix_serial_port(device_finder device_of) : device_of_(std::move(device_of)) {}
     ~posix_serial_port() override { close_device(); }
     posix_serial_port(const posix_serial_port&) = delete;
     posix_serial_port& operator=(const posix_serial_port&) = delete;
 
     void open(int number) override {
         close_device();
-        if (number < 1)
-            throw runtime_failure(failure::path_file_access_error, "there is no port " + std::to_string(number));
-        const std::filesystem::path device = device_of(number);
+        const std::filesystem::path device = device_of_(number);
         const process_table processes;
         const dev_t checked = check_before_opening(device, processes);
         opened_device opened(device);
@@ -145,13 +147,6 @@ public:
     }
 
 private:
-    std::filesystem::path device_of(int number) const {
-        std::filesystem::path link = directory_ / ("com" + std::to_string(number));
-        std::error_code error;
-        if (std::filesystem::exists(std::filesystem::symlink_status(link, error))) return link;
-        return "/dev/ttyS" + std::to_string(number - 1);
-    }
-
     void configure(const std::filesystem::path& device) const {
         ::ioctl(device_, TIOCEXCL);
         termios line = found_;
@@ -195,7 +190,7 @@ private:
         device_ = -1;
     }
 
-    std::filesystem::path directory_;
+    device_finder device_of_;
     int device_ = -1;
     termios found_{}; // the device's previous settings
     bytes rest_;      // not yet accepted by the system
@@ -203,8 +198,21 @@ private:
 
 } // namespace
 
+std::filesystem::path device_of_port(const std::filesystem::path& program_directory, int number) {
+    if (number < 1) fail("there is no port " + std::to_string(number));
+    std::filesystem::path link = program_directory / ("com" + std::to_string(number));
+    std::error_code error;
+    if (std::filesystem::exists(std::filesystem::symlink_status(link, error))) return link;
+    return "/dev/ttyS" + std::to_string(number - 1);
+}
+
 std::unique_ptr<serial_port> make_native_serial_port(const std::filesystem::path& program_directory) {
-    return std::make_unique<posix_serial_port>(program_directory);
+    return std::make_unique<posix_serial_port>(
+        [program_directory](int number) { return device_of_port(program_directory, number); });
+}
+
+std::unique_ptr<serial_port> make_serial_port_of(const std::filesystem::path& device) {
+    return std::make_unique<posix_serial_port>([device](int) { return device; });
 }
 
 } // namespace desk

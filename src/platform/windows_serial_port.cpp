@@ -2,8 +2,11 @@
 #include "runtime/windows_api.h"
 
 #include "runtime/failure.h"
+#include "runtime/files.h"
 
+#include <functional>
 #include <string>
+#include <utility>
 
 namespace desk {
 
@@ -29,16 +32,19 @@ namespace {
     cannot("opened", device);
 }
 
+/// The device of a port's number.
+using device_finder = std::function<std::filesystem::path(int)>;
+
 class windows_serial_port final : public serial_port {
 public:
-    windows_serial_port() = default;
+    explicit windows_serial_port(device_finder device_of) : device_of_(std::move(device_of)) {}
     ~windows_serial_port() override { close_device(); }
     windows_serial_port(const windows_serial_port&) = delete;
     windows_serial_port& operator=(const windows_serial_port&) = delete;
 
     void open(int number) override {
         close_device();
-        const std::string device = "COM" + std::to_string(number);
+        const std::string device = utf8_from_path(device_of_(number));
         device_ = CreateFileA(("\\\\.\\" + device).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0,
                               nullptr);
         if (device_ == INVALID_HANDLE_VALUE) cannot_open(device);
@@ -122,13 +128,25 @@ private:
         device_ = INVALID_HANDLE_VALUE;
     }
 
+    device_finder device_of_;
     HANDLE device_ = INVALID_HANDLE_VALUE;
 };
 
 } // namespace
 
-std::unique_ptr<serial_port> make_native_serial_port(const std::filesystem::path&) {
-    return std::make_unique<windows_serial_port>();
+std::filesystem::path device_of_port(const std::filesystem::path&, int number) {
+    if (number < 1)
+        throw runtime_failure(failure::path_file_access_error, "there is no port " + std::to_string(number));
+    return "COM" + std::to_string(number);
+}
+
+std::unique_ptr<serial_port> make_native_serial_port(const std::filesystem::path& program_directory) {
+    return std::make_unique<windows_serial_port>(
+        [program_directory](int number) { return device_of_port(program_directory, number); });
+}
+
+std::unique_ptr<serial_port> make_serial_port_of(const std::filesystem::path& device) {
+    return std::make_unique<windows_serial_port>([device](int) { return device; });
 }
 
 } // namespace desk

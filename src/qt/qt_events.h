@@ -2,7 +2,7 @@
 
 #include "platform/event_pump.h"
 #include "qt/event_gate.h"
-#include "qt/stepped_clock.h"
+#include "platform/stepped_clock.h"
 
 #include <QTimer>
 

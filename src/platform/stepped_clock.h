@@ -5,7 +5,7 @@
 #include <chrono>
 #include <cstdint>
 
-namespace desk::qt {
+namespace desk {
 
 /// The clock of the desk, driven by a monotonic time. Starting a timer can shift the following steps into the timer's
 /// phase, so that its ticks coincide with steps.
@@ -37,4 +37,4 @@ private:
     bool lengthened_ = false;             // the step at that moment had begun earlier
 };
 
-} // namespace desk::qt
+} // namespace desk

@@ -1,4 +1,4 @@
-#include "qt/stepped_clock.h"
+#include "platform/stepped_clock.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace desk::qt {
+namespace desk {
 namespace {
 
 using namespace std::chrono_literals;
@@ -71,4 +71,4 @@ TEST(stepped_clock, never_goes_back_and_has_no_step_shorter_than_5_ms) {
 }
 
 } // namespace
-} // namespace desk::qt
+} // namespace desk
