@@ -36,6 +36,8 @@ class Bench:
             shutil.copy(SOURCES / "assets" / name, folder)
         self.cli = folder / "velotrace_cli"
         shutil.copy(os.environ["VELOTRACE_CLI"], self.cli)
+        (folder / "python").mkdir()
+        shutil.copy(SOURCES / "python" / "velotrace.py", folder / "python")
         with open(self._log, "wb") as log:
             self._simulator = subprocess.Popen(
                 [os.environ["VELOTRACE_SIM"], "--control", self._control, self.port],
@@ -61,9 +63,9 @@ class Bench:
         return [line[2:] for line in lines if line.startswith("> ")]
 
     def environment(self):
-        """With velotrace_cli and velotrace.py, as installed."""
-        return {**os.environ, "PATH": f"{self.folder}:{os.environ['PATH']}", "PYTHONPATH": str(SOURCES / "python"),
-                "PYTHONDONTWRITEBYTECODE": "1"}
+        """With velotrace_cli on PATH and the bench's velotrace.py."""
+        return {**os.environ, "PATH": f"{self.folder}:{os.environ['PATH']}",
+                "PYTHONPATH": str(self.folder / "python")}
 
 
 @pytest.fixture
