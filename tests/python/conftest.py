@@ -6,6 +6,7 @@ VELOTRACE_CLI and VELOTRACE_SIM name the programs.
 import os
 import shutil
 import subprocess
+import tempfile
 import time
 from pathlib import Path
 
@@ -66,6 +67,13 @@ class Bench:
         """With velotrace_cli on PATH and the bench's velotrace.py."""
         return {**os.environ, "PATH": f"{self.folder}:{os.environ['PATH']}",
                 "PYTHONPATH": str(self.folder / "python")}
+
+
+@pytest.fixture
+def tmp_path():
+    """Pytest's own would stay, with a copy of the program for each test. A space in the name must do no harm."""
+    with tempfile.TemporaryDirectory(prefix="velotrace test ") as folder:
+        yield Path(folder)
 
 
 @pytest.fixture
