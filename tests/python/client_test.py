@@ -232,6 +232,7 @@ def test_a_killed_program(bench):
     with Desk(program=bench.cli) as desk:
         desk.timings()
         desk._process.kill()
+        desk._process.wait()
         with pytest.raises(ProgramError, match="-9"):
             desk.timings()
         with pytest.raises(ProgramError, match="closed"):
@@ -290,6 +291,15 @@ def test_close_ends_a_program_that_does_not_end(tmp_path, monkeypatch):
     process = desk._process
     desk.close()
     assert process.returncode == -signal.SIGKILL
+
+
+def test_a_broken_conversation_ends_the_program_in_order(tmp_path):
+    busy = program(tmp_path, "read", "echo hello", "while true; do sleep 0.05; done")
+    with Desk(program=busy) as desk:
+        process = desk._process
+        with pytest.raises(ProgramError, match="meaningless"):
+            desk.version()
+        assert process.returncode == -signal.SIGTERM
 
 
 def test_an_exception_of_the_caller_closes_the_desk(bench):

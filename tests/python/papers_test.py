@@ -1,4 +1,4 @@
-"""The manual page and the completion against what `velotrace_cli --help` lists."""
+"""The manual page, the manual's chapter and the completion against what `velotrace_cli --help` lists."""
 
 import functools
 import os
@@ -79,6 +79,16 @@ def test_the_page_has_the_panel():
 def test_the_page_has_every_status():
     for status in re.findall(r"(\d+) [a-z]", help_of()[help_of().index("Exit status:"):]):
         assert f"\n.TP\n.B {status}\n" in PAGE
+
+
+def test_the_manual_has_every_command():
+    manual = (SOURCES / "docs" / "manual.md").read_text()
+    chapter = re.search(r"^## velotrace_cli.*?(?=^## )", manual, re.M | re.S).group()
+    for command in commands():
+        if command != ("batch",) and not section("Subcommands", *command):
+            assert re.search(rf"`{' '.join(command)}\b", chapter), command
+    for group, values in panel_groups().items():
+        assert f"`{group}` {' '.join(values)}" in " ".join(chapter.split())
 
 
 # the completion
