@@ -86,7 +86,7 @@ private:
             return answering([values = numbers_](auto& s) { return set_color(s, values); });
         });
         colors.add_option("VALUE", numbers_, "R G B, or Cr Y Cb, from 0 to 255")
-            ->expected(1, 3) // none are allowed; with 0 here, none are after "--"
+            ->expected(1, 3) // still optional: with 0, CLI11 takes none after "--"
             ->check(CLI::Range(0, 255));
 
         CLI::App& text = add(app_, "string", "Reads or sets the custom string", [this] {
@@ -196,7 +196,7 @@ private:
         });
         verify.add_option("FILE", word_)->required();
 
-        CLI::App& erase = add_edid("erase", "Erases the sink's EDID; takes up to 150 seconds", [this] {
+        CLI::App& erase = add_edid("erase", "Erases the sink's EDID; takes up to three minutes", [this] {
             if (!yes_) misused("edid erase needs --yes: nothing brings the EDID back");
             return answering([source = source_](auto& s) { return erase_edid(s, source); });
         });
