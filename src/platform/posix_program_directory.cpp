@@ -1,11 +1,10 @@
 #include "platform/posix_program_directory.h"
 
+#include "platform/first_files.h"
 #include "platform/program_directory.h"
 #include "runtime/failure.h"
 #include "runtime/files.h"
 
-#include <algorithm>
-#include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -21,7 +20,6 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char* data_folder = "velotrace-desk";
-constexpr std::array first_file_names = {"marlo_rs232.ini", "timing_pattern.ini"};
 
 fs::path folder_of_program() {
     std::error_code error;
@@ -36,12 +34,6 @@ std::string environment(const char* name) {
 
 user_folders folders_of_environment() {
     return {.data_home = environment("XDG_DATA_HOME"), .home = environment("HOME")};
-}
-
-/// Counts a dangling link too.
-bool exists_at(const fs::path& path) {
-    std::error_code error;
-    return fs::exists(fs::symlink_status(path, error));
 }
 
 bool is_folder(const fs::path& path) {
@@ -82,13 +74,7 @@ void create_folder(const fs::path& folder) {
 } // namespace
 
 std::optional<fs::path> first_files_of(const fs::path& program_folder) {
-    // a portable program keeps its files, even if it was unpacked beside a share/ folder
-    if (std::any_of(first_file_names.begin(), first_file_names.end(),
-                    [&](const char* name) { return exists_at(program_folder / name); }))
-        return std::nullopt;
-    fs::path first_files = program_folder.parent_path() / "share" / data_folder;
-    if (!is_folder(first_files)) return std::nullopt;
-    return first_files;
+    return first_files_in(program_folder.parent_path() / "share" / data_folder, program_folder);
 }
 
 fs::path own_directory_of(const user_folders& user) {
@@ -101,12 +87,7 @@ fs::path own_directory_of(const user_folders& user) {
 
 void prepare_own_directory(const fs::path& own_directory, const fs::path& first_files) {
     create_folder(own_directory);
-    for (const char* name : first_file_names) {
-        const fs::path copy = own_directory / name;
-        if (exists_at(copy)) continue;
-        replace_whole_file(copy, read_whole_file(first_files / name));
-        hand_over_to_user(copy);
-    }
+    copy_missing_first_files(own_directory, first_files, hand_over_to_user);
 }
 
 fs::path program_directory() {

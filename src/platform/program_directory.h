@@ -5,7 +5,7 @@
 namespace desk {
 
 /// The program's own directory, with its settings, its catalogue and rescued files: the folder of the program file,
-/// or a folder of this user if the program is installed for all users. Throws failure::path_file_access_error or
+/// or a folder of this user if the program is installed. Throws failure::path_file_access_error or
 /// failure::file_not_found if it is not available.
 std::filesystem::path program_directory();
 
