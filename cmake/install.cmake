@@ -19,9 +19,9 @@ endforeach()
 install(FILES assets/velotrace.png DESTINATION ${icons}/256x256/apps)
 install(FILES assets/velotrace.svg DESTINATION ${icons}/scalable/apps)
 
-# the same layout as here, so that the manual's links work
 set(documents ${CMAKE_INSTALL_DATADIR}/doc/velotrace-desk)
 install(FILES packaging/linux/README.installed.md DESTINATION ${documents} RENAME README.md)
 install(FILES CHANGELOG.md DESTINATION ${documents})
-install(FILES docs/manual.md docs/training.md DESTINATION ${documents}/docs OPTIONAL)
-install(DIRECTORY docs/pictures DESTINATION ${documents}/docs)
+if(TARGET manual)
+    install(FILES ${manual_page} DESTINATION ${documents})
+endif()
