@@ -436,7 +436,7 @@ def _find_program() -> str:
     for folder in (".", "..", "../build/bin", "../../../bin"):
         file = here / folder / name
         if file.is_file():
-            return str(file)
+            return os.path.normpath(file)
     found = shutil.which(name)
     if found is None:
         raise ProgramError("velotrace_cli is neither beside velotrace.py nor on PATH")
