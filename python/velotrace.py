@@ -383,6 +383,9 @@ class Desk:
                     return
         except (GeneratorError, CommandError, UnusableError, RunTimeFailure):
             raise
+        except EndedError:
+            self.close()
+            raise
         except BaseException:
             # the next answer would belong to this command
             self._end(at_once=True)
