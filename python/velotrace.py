@@ -383,6 +383,9 @@ class Desk:
                     return
         except (GeneratorError, CommandError, UnusableError, RunTimeFailure):
             raise
+        except EndedError:
+            self.close()
+            raise
         except BaseException:
             # the next answer would belong to this command
             self._end(at_once=True)
@@ -436,7 +439,7 @@ def _find_program() -> str:
     for folder in (".", "..", "../build/bin", "../../../bin"):
         file = here / folder / name
         if file.is_file():
-            return str(file)
+            return os.path.normpath(file)
     found = shutil.which(name)
     if found is None:
         raise ProgramError("velotrace_cli is neither beside velotrace.py nor on PATH")

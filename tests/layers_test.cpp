@@ -63,9 +63,9 @@ const std::vector<layer> layers = {
      "frm_diag with its three pages: the sum, the style of a HEX file, the automatic run",
      {"runtime", "controls", "platform", "link", "edid"}},
     {"generator",
-     "the simulated generator: a model, and the program that serves it on a pseudo terminal and takes lines on a "
-     "socket",
-     {"runtime", "platform/command_line.h", "platform/program_directory.h"}},
+     "the simulated generator: a model, and the program that serves it on a pseudo terminal or pipe and takes lines "
+     "on a socket or pipe",
+     {"runtime", "platform/command_line.h", "platform/port_file.h", "platform/program_directory.h"}},
     {"shell",
      "the main window: layout, views, settings file, start-up, shut-down, About",
      {"runtime", "controls", "platform", "link", "edid", "translate", "translate/decode", "signal", "report",

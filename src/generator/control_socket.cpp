@@ -5,10 +5,10 @@
 #include "runtime/failure.h"
 #include "runtime/files.h"
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <memory>
 #include <system_error>
 #include <utility>
 
@@ -22,7 +22,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::size_t most_clients = 16;
 constexpr int kind_of_socket = SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC;
 
 [[noreturn]] void fail(const fs::path& path, const std::string& why) {
@@ -55,6 +54,35 @@ int connection_error(const fs::path& path) {
     return error;
 }
 
+class socket_connection final : public control_connection {
+public:
+    explicit socket_connection(int descriptor) : descriptor_(descriptor) {}
+    ~socket_connection() override { ::close(descriptor_); }
+    socket_connection(const socket_connection&) = delete;
+    socket_connection& operator=(const socket_connection&) = delete;
+
+    int descriptor() const { return descriptor_; }
+
+    input receive(std::string& text) override {
+        std::array<char, 1024> chunk{};
+        const ssize_t got = ::recv(descriptor_, chunk.data(), chunk.size(), 0);
+        if (got == 0) return input::ended;
+        if (got < 0) return errno == EAGAIN || errno == EINTR ? input::none : input::gone;
+        text.append(chunk.data(), static_cast<std::size_t>(got));
+        return input::some;
+    }
+
+    bool send(std::string& text) override {
+        const ssize_t sent = ::send(descriptor_, text.data(), text.size(), MSG_NOSIGNAL);
+        if (sent < 0) return errno == EAGAIN || errno == EINTR;
+        text.erase(0, static_cast<std::size_t>(sent));
+        return true;
+    }
+
+private:
+    int descriptor_;
+};
+
 /// `there` is what currently has the name `path`.
 void expect_left_by_simulator(const fs::path& there, const fs::path& path) {
     struct stat status {};
@@ -72,7 +100,7 @@ control_socket::control_socket(fs::path path) : path_(std::move(path)) {
     try {
         made = make_beside(path_, [this](const fs::path& beside) { return bind_for_user_alone(listener_, beside); });
         struct stat status {};
-        if (::lstat(made.c_str(), &status) != 0 || ::listen(listener_, most_clients) != 0)
+        if (::lstat(made.c_str(), &status) != 0 || ::listen(listener_, static_cast<int>(control_clients::most)) != 0)
             fail(path_, "can't be used: " + std::string(std::strerror(errno)));
         device_ = status.st_dev;
         inode_ = status.st_ino;
@@ -89,8 +117,6 @@ control_socket::control_socket(fs::path path) : path_(std::move(path)) {
 control_socket::~control_socket() {
     give_up_name(path_, [this](const fs::path& there) { return is_this(there); });
     ::close(listener_);
-    for (const client& c : clients_)
-        ::close(c.descriptor);
 }
 
 bool control_socket::is_this(const fs::path& path) const {
@@ -100,78 +126,23 @@ bool control_socket::is_this(const fs::path& path) const {
 
 void control_socket::add_polled(std::vector<pollfd>& polled) const {
     polled.push_back({listener_, POLLIN, 0});
-    for (const client& c : clients_) {
-        // a program that does not read its replies is not read from
-        if (!c.unsent.empty())
-            polled.push_back({c.descriptor, POLLOUT, 0});
-        else if (!c.ended)
-            polled.push_back({c.descriptor, POLLIN, 0});
-    }
+    clients_.for_each_waiting([&](control_connection& one, control_clients::waits_for what) {
+        const short event = what == control_clients::waits_for::sending ? POLLOUT : POLLIN;
+        polled.push_back({static_cast<socket_connection&>(one).descriptor(), event, 0});
+    });
 }
 
-bool control_socket::has_line() const {
-    return std::any_of(clients_.begin(), clients_.end(),
-                       [](const client& c) { return c.unsent.empty() && c.lines.has_line(); });
-}
+bool control_socket::has_line() const { return clients_.has_line(); }
 
 void control_socket::serve(const std::function<std::string(std::string_view line)>& reply_to) {
     accept_clients();
-    const auto last = clients_.size();
-    auto c = clients_.begin();
-    for (std::size_t i = 0; i < last; ++i) {
-        const auto next = std::next(c);
-        send_to(*c);
-        if (c->unsent.empty() && !c->lines.has_line()) read_from(*c);
-        if (c->unsent.empty()) {
-            if (const std::optional<std::string> line = c->lines.next()) {
-                const std::string reply = reply_to(*line);
-                if (!reply.empty()) c->unsent += reply + "\n";
-                send_to(*c);
-                clients_.splice(clients_.end(), clients_, c);
-            }
-        }
-        c = next;
-    }
-    clients_.remove_if([](const client& one) {
-        const bool over = one.gone || (one.ended && one.unsent.empty() && !one.lines.has_line());
-        if (over) ::close(one.descriptor);
-        return over;
-    });
+    clients_.serve(reply_to);
 }
 
 void control_socket::accept_clients() {
     for (int c = ::accept4(listener_, nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC); c >= 0;
-         c = ::accept4(listener_, nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC)) {
-        if (clients_.size() == most_clients) {
-            // programs that hang do not lock out others
-            ::close(clients_.front().descriptor);
-            clients_.pop_front();
-        }
-        clients_.push_back({.descriptor = c, .lines = {}, .unsent = {}});
-    }
-}
-
-void control_socket::read_from(client& c) {
-    if (c.ended || c.gone) return;
-    std::array<char, 1024> chunk{};
-    const ssize_t got = ::recv(c.descriptor, chunk.data(), chunk.size(), 0);
-    if (got > 0) {
-        c.lines.add({chunk.data(), static_cast<std::size_t>(got)});
-    } else if (got == 0) {
-        c.ended = true;
-        c.lines.end();
-    } else if (errno != EAGAIN && errno != EINTR) {
-        c.gone = true;
-    }
-}
-
-void control_socket::send_to(client& c) {
-    if (c.unsent.empty() || c.gone) return;
-    const ssize_t sent = ::send(c.descriptor, c.unsent.data(), c.unsent.size(), MSG_NOSIGNAL);
-    if (sent > 0)
-        c.unsent.erase(0, static_cast<std::size_t>(sent));
-    else if (sent < 0 && errno != EAGAIN && errno != EINTR)
-        c.gone = true;
+         c = ::accept4(listener_, nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC))
+        clients_.add(std::make_unique<socket_connection>(c));
 }
 
 } // namespace desk

@@ -1,10 +1,9 @@
 #pragma once
 
-#include "generator/typed_lines.h"
+#include "generator/control_clients.h"
 
 #include <filesystem>
 #include <functional>
-#include <list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,24 +36,14 @@ public:
     void serve(const std::function<std::string(std::string_view line)>& reply_to);
 
 private:
-    struct client {
-        int descriptor;
-        typed_lines lines;
-        std::string unsent;
-        bool ended = false; // sends no more
-        bool gone = false;
-    };
-
     void accept_clients();
-    static void read_from(client& c);
-    static void send_to(client& c);
     bool is_this(const std::filesystem::path& path) const;
 
     std::filesystem::path path_;
     int listener_ = -1;
     dev_t device_ = 0;
     ino_t inode_ = 0;
-    std::list<client> clients_; // the least recently served first
+    control_clients clients_;
 };
 
 } // namespace desk

@@ -1,5 +1,7 @@
 #include "robot/robot.h"
 
+#include "runtime/failure.h"
+
 namespace desk::robot {
 
 namespace {

@@ -21,7 +21,7 @@ public:
     virtual QByteArray printed() const = 0;
 };
 
-/// Starts it with `options`; it makes `link` lead to its terminal.
+/// Starts it with `options`; it makes `link`, "com<n>" in a desk's folder, lead to its line.
 std::unique_ptr<simulator_program> start_simulator(const QString& link, const QStringList& options = {});
 
 } // namespace desk::gui

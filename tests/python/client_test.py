@@ -310,7 +310,8 @@ def test_an_exception_of_the_caller_closes_the_desk(bench):
 
 
 @pytest.mark.parametrize("managed", [True, False])
-def test_an_interrupt_leaves_no_process(bench, managed):
+@pytest.mark.parametrize("interrupt", [os.kill, os.killpg], ids=["caller", "terminal"])
+def test_an_interrupt_leaves_no_process(bench, managed, interrupt):
     bench.send("silent")
     desk = f"Desk(program={str(bench.cli)!r})"
     script = ["from velotrace import Desk"]
@@ -320,10 +321,10 @@ def test_an_interrupt_leaves_no_process(bench, managed):
         script += [f"desk = {desk}", "print(desk._process.pid, flush=True)", "try:", "    desk.set_timing(3)",
                    "except KeyboardInterrupt:", "    desk.close()", "    raise"]
     caller = subprocess.Popen([sys.executable, "-c", "\n".join(script)], env=bench.environment(),
-                              stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+                              stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, start_new_session=True)
     process = int(caller.stdout.readline())
     until(bench.sent, "the command")
-    caller.send_signal(signal.SIGINT)
+    interrupt(caller.pid, signal.SIGINT)
     _, errors = caller.communicate(timeout=WAIT)
     assert "KeyboardInterrupt" in errors
     with pytest.raises(ProcessLookupError):

@@ -1,7 +1,11 @@
 #include "simulator_program.h"
 
+#include <QCoreApplication>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 
 namespace desk::gui {
@@ -10,11 +14,27 @@ namespace {
 
 constexpr int process_limit_ms = 10000;
 
+/// The program beside the test, as in a package, or that of the build.
+QString program() {
+    const QString built = VELOTRACE_SIM;
+    const QString beside = QDir(QCoreApplication::applicationDirPath()).filePath(QFileInfo(built).fileName());
+    return QFile::exists(beside) ? beside : built;
+}
+
+/// On Windows port n has the file port<n>.txt in place of the link com<n>.
+QString native_link(const QString& link) {
+#ifdef _WIN32
+    return QString(link).replace(QRegularExpression("com(\\d)$"), "port\\1.txt");
+#else
+    return link;
+#endif
+}
+
 class own_process final : public simulator_program {
 public:
-    own_process(const QString& link, const QStringList& options) : link_(link) {
-        process_.setProgram(VELOTRACE_SIM);
-        process_.setArguments(options + QStringList{link});
+    own_process(const QString& link, const QStringList& options) : link_(native_link(link)) {
+        process_.setProgram(program());
+        process_.setArguments(options + QStringList{link_});
         process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         // an unread pipe would block it
         process_.setStandardOutputFile(log_folder_.filePath("log"));
@@ -22,8 +42,8 @@ public:
     }
 
     void end() override {
-        process_.closeWriteChannel();
-        process_.terminate();
+        if (process_.state() == QProcess::NotRunning) return;
+        type("quit");
         process_.waitForFinished(process_limit_ms);
     }
 
@@ -44,9 +64,9 @@ public:
     }
 
 private:
+    QTemporaryDir log_folder_; // first: it goes after the process
     QProcess process_;
     QString link_;
-    QTemporaryDir log_folder_;
 };
 
 } // namespace
