@@ -144,7 +144,7 @@ Function leave_users
     Call choose_users
 FunctionEnd
 
-; A program that runs can't be written.
+; A program that runs can't be written. The uninstaller itself runs during an upgrade.
 !macro wait_for_programs un
 Function ${un}wait_for_programs
     again:
@@ -153,10 +153,10 @@ Function ${un}wait_for_programs
     ${DoWhile} $3 != ""
         ClearErrors
         FileOpen $4 "$INSTDIR\$3" a
-        ${If} ${Errors}
-            StrCpy $1 $3
-        ${Else}
+        ${IfNot} ${Errors}
             FileClose $4
+        ${ElseIf} $3 != "uninstall.exe"
+            StrCpy $1 $3
         ${EndIf}
         FindNext $2 $3
     ${Loop}
