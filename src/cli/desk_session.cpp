@@ -16,7 +16,8 @@ std::unique_ptr<serial_port> port_of(const std::filesystem::path& program_direct
                                      const std::optional<std::string>& port) {
     if (!port) return make_native_serial_port(program_directory);
     const bool number = port->size() == 1 && *port >= "1" && *port <= "8";
-    return make_serial_port_of(number ? device_of_port(program_directory, port->front() - '0') : path_from_utf8(*port));
+    return number ? make_serial_port_of(program_directory, port->front() - '0')
+                  : make_serial_port_of(path_from_utf8(*port));
 }
 
 } // namespace

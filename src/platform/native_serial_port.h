@@ -18,4 +18,7 @@ std::unique_ptr<serial_port> make_native_serial_port(const std::filesystem::path
 /// One device, by its path ("/dev/ttyUSB0") or name ("COM12", "\\.\pipe\name"), whatever number is opened.
 std::unique_ptr<serial_port> make_serial_port_of(const std::filesystem::path& device);
 
+/// The device of port `number`, whatever number is opened.
+std::unique_ptr<serial_port> make_serial_port_of(const std::filesystem::path& program_directory, int number);
+
 } // namespace desk

@@ -215,4 +215,9 @@ std::unique_ptr<serial_port> make_serial_port_of(const std::filesystem::path& de
     return std::make_unique<posix_serial_port>([device](int) { return device; });
 }
 
+std::unique_ptr<serial_port> make_serial_port_of(const std::filesystem::path& program_directory, int number) {
+    return std::make_unique<posix_serial_port>(
+        [program_directory, number](int) { return device_of_port(program_directory, number); });
+}
+
 } // namespace desk

@@ -52,10 +52,8 @@ public:
         return device_.received().size() + waiting;
     }
 
-    std::size_t out_count() override {
-        unread(); // a pipe that hung up is noticed here too
-        return device_.waiting() + device_.in_flight();
-    }
+    // a write to a pipe that hung up fails, and is lost
+    std::size_t out_count() override { return device_.waiting() + device_.in_flight(); }
 
     void discard_input() override {
         device_.fetch(unread());
