@@ -116,7 +116,7 @@ Function start_with_rights
 FunctionEnd
 
 Function show_users
-    !insertmacro MUI_HEADER_TEXT "Who will use it?" "Settings, links and rescued files are separate for each user in either case."
+    !insertmacro MUI_HEADER_TEXT "Who will use it?" "Settings, port files and rescued files are separate for each user in either case."
     nsDialogs::Create 1018
     Pop $0
     ${NSD_CreateRadioButton} 0 10u 100% 14u "Only &me: needs no administrator rights"
@@ -163,7 +163,7 @@ Function ${un}wait_for_programs
     FindClose $2
     ${If} $1 != ""
         MessageBox MB_ICONEXCLAMATION|MB_RETRYCANCEL \
-            "${PRODUCT} is running ($1), or you may not change its folder.$\n$\nClose it, then press Retry." \
+            "${PRODUCT} is running ($1), or you are not allowed to change its folder.$\n$\nClose it, then press Retry." \
             /SD IDCANCEL IDRETRY again
         SetErrorLevel ${NOT_DONE}
         Quit
@@ -257,7 +257,7 @@ Function un.show_settings
     !insertmacro MUI_HEADER_TEXT "Remove ${PRODUCT}" "It is removed from $INSTDIR."
     nsDialogs::Create 1018
     Pop $0
-    ${NSD_CreateCheckBox} 0 10u 100% 14u "Also delete my &settings, catalogue, links to ports and rescued files"
+    ${NSD_CreateCheckBox} 0 10u 100% 14u "Also delete my &settings, catalogue, port files and rescued files"
     Pop $answer
     ${NSD_CreateLabel} 15u 28u 100% 24u "Files that you have saved yourself always stay."
     Pop $0
