@@ -18,7 +18,10 @@ namespace desk::cli {
 class desk_session {
 public:
     /// `port`: 1 to 8, or the path of a device; none: the port in the settings file.
-    desk_session(std::filesystem::path program_directory, const std::optional<std::string>& port,
+    desk_session(const std::filesystem::path& program_directory, const std::optional<std::string>& port,
+                 const end_request& request);
+    /// On this port; if it is chosen, it is opened even if the settings file names none.
+    desk_session(std::filesystem::path program_directory, std::unique_ptr<serial_port> port, bool port_is_chosen,
                  const end_request& request);
     ~desk_session();
     desk_session(const desk_session&) = delete;
