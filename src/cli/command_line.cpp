@@ -307,9 +307,17 @@ std::string full_name(const CLI::App& app) {
     return app.get_parent() == nullptr ? app.get_name() : full_name(*app.get_parent()) + " " + app.get_name();
 }
 
+/// "++" would end a subcommand for CLI11, but after "--" it is a word like any other.
+std::vector<std::string> with_plain_plus(std::vector<std::string> words) {
+    const auto first = std::find_if(words.begin(), words.end(), [](const auto& w) { return w == "++" || w == "--"; });
+    if (first != words.end() && *first == "++") words.insert(first, "--");
+    return words;
+}
+
 /// Runs CLI11. Returns a text if help was asked for.
 std::optional<std::string> parse(CLI::App& app, const std::vector<std::string>& words) {
-    std::vector<std::string> last_first(words.rbegin(), words.rend());
+    std::vector<std::string> last_first = with_plain_plus(words);
+    std::reverse(last_first.begin(), last_first.end());
     try {
         app.parse(std::move(last_first));
     } catch (const CLI::CallForHelp&) {

@@ -230,6 +230,8 @@ TEST_F(command_line_test, takes_any_other_string_as_it_is) {
     expect_command({"string", "--", "-x"});
     expect_command({"string", "--", "--all"});
     expect_misused({"string", "-x"});
+    expect_misused({"panel", "++"});
+    expect_misused({"color", "++"});
 }
 
 TEST_F(command_line_test, takes_rows_or_all_or_none) {
