@@ -108,12 +108,15 @@ public:
 
     temporary_directory folder;
     end_request request;
+    std::vector<std::string> reported; ///< what goes to standard error
     simulated_port* port;
     cli::desk_session session;
 
 private:
     explicit commanded_desk(simulated_port* p)
-        : port(p), session(folder_of_desk(folder).path(), std::unique_ptr<serial_port>(p), false, request) {}
+        : port(p), session(folder_of_desk(folder).path(), std::unique_ptr<serial_port>(p), false, request) {
+        session.boxes().report = [this](const std::string& text) { reported.push_back(text); };
+    }
 
     static simulated_port::time steady() { return std::chrono::steady_clock::now().time_since_epoch(); }
 

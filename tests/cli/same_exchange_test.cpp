@@ -1,6 +1,7 @@
 // Each command writes the same bytes as the operator's clicks on the desk.
 
 #include "cli/both_desks.h"
+#include "controls/kinds.h"
 #include "platform/sha256.h"
 
 #include <gtest/gtest.h>
