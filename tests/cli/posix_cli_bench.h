@@ -64,6 +64,10 @@ public:
             connect(STDIN_FILENO, streams.input, ends[0], O_RDONLY);
             connect(STDOUT_FILENO, streams.output, -1, O_WRONLY | O_CREAT | O_APPEND);
             connect(STDERR_FILENO, streams.errors, -1, O_WRONLY | O_CREAT | O_APPEND);
+            const char* const preloaded = std::getenv("LD_PRELOAD");
+            const std::string all = std::string(TERMINAL_PACE) + (preloaded == nullptr ? "" : ":") +
+                                    (preloaded == nullptr ? "" : preloaded);
+            ::setenv("LD_PRELOAD", all.c_str(), 1);
             if (streams.prepare) streams.prepare();
             ::execv(arguments.front(), arguments.data());
             ::_exit(127);
@@ -80,6 +84,8 @@ public:
     running_program& operator=(const running_program&) = delete;
 
     int id() const { return id_; }
+    /// Tells its files from those of others: "out7" and "err7".
+    const std::string& name() const { return name_; }
     void type(const std::string& text) const {
         EXPECT_EQ(::write(keyboard_, text.data(), text.size()), static_cast<ssize_t>(text.size()));
     }
@@ -188,6 +194,23 @@ protected:
     program_end run_lines(const std::string& lines, strings words = {"-"}) {
         folder.put("lines", lines);
         return run(words, {.input = path("lines")});
+    }
+
+    /// Puts an EDID with correct checksums into a file and returns its path.
+    std::string put_unit() {
+        std::string edid(256, '\0');
+        edid.replace(1, 6, 6, '\xFF');
+        edid[126] = 1; // one more block
+        edid[128] = 2;
+        edid[129] = 3;
+        for (std::size_t block = 0; block < edid.size(); block += 128) {
+            int sum = 0;
+            for (std::size_t i = 0; i < 127; ++i)
+                sum += static_cast<unsigned char>(edid[block + i]);
+            edid[block + 127] = static_cast<char>(256 - sum % 256);
+        }
+        folder.put("unit.bin", edid);
+        return path("unit.bin");
     }
 
     static cli::json last_object(const std::string& out) {

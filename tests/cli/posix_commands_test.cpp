@@ -125,10 +125,10 @@ TEST_F(cli_commands, edid_write_and_verify_every_form) {
 
 TEST_F(cli_commands, edid_verify_counts_the_differences) {
     plug_generator_in();
-    text({"edid", "read", path("unit.bin")});
+    text({"edid", "write", "--no-verify", put_unit()});
     std::string edid = folder.content("unit.bin");
     ++edid[12];
-    ++edid[13];
+    --edid[13];
     folder.put("other.bin", edid);
     const test::program_end ended = run({"--json", "edid", "verify", path("other.bin")});
     EXPECT_EQ(ended.status, 1);
@@ -146,9 +146,8 @@ TEST_F(cli_commands, edid_erase) {
 
 TEST_F(cli_commands, edid_stamp) {
     plug_generator_in();
-    text({"edid", "read", path("unit.bin")});
     const test::program_end ended =
-        run({"--json", "edid", "stamp", path("unit.bin"), "--serial", "258", "--count", "2", "--step", "2"});
+        run({"--json", "edid", "stamp", put_unit(), "--serial", "258", "--count", "2", "--step", "2"});
     EXPECT_EQ(ended.status, 0);
     EXPECT_EQ(ended.out, "{\"serial\":258,\"result\":\"PASS\"}\n{\"serial\":260,\"result\":\"PASS\"}\n");
     EXPECT_NE(ended.err.find("258"), std::string::npos) << "progress";
@@ -158,9 +157,8 @@ TEST_F(cli_commands, edid_stamp) {
 
 TEST_F(cli_commands, stamps_after_each_key) {
     plug_generator_in();
-    text({"edid", "read", path("unit.bin")});
     const auto stamping =
-        start({"edid", "stamp", path("unit.bin"), "--serial", "7", "--count", "2", "--wait-key"}, {.input = ""});
+        start({"edid", "stamp", put_unit(), "--serial", "7", "--count", "2", "--wait-key"}, {.input = ""});
     EXPECT_TRUE(
         test::eventually([&] { return stamping->err().find("connect unit 8 and press Enter") != std::string::npos; }));
     EXPECT_EQ(stamping->out(), "7  PASS\n");
@@ -188,8 +186,7 @@ TEST_F(cli_commands, the_port_by_number_or_path) {
 
 TEST_F(cli_commands, leave_the_settings_alone) {
     plug_generator_in();
-    text({"edid", "read", path("unit.hex")});
-    text({"edid", "write", path("unit.hex")});
+    text({"edid", "write", "--no-verify", put_unit()});
     text({"--port", path("com1"), "status"});
     EXPECT_EQ(folder.content("marlo_rs232.ini"), test::usual_settings);
 }

@@ -21,11 +21,6 @@ using cli::json;
 
 class cli_failures : public test::cli_bench {
 protected:
-    /// The sink's EDID as a file.
-    std::string read_unit() {
-        EXPECT_EQ(run({"edid", "read", path("unit.bin")}).status, 0);
-        return path("unit.bin");
-    }
     void expect_works() { EXPECT_EQ(run({"set", "timing", "2"}).status, 0); }
 };
 
@@ -45,7 +40,7 @@ TEST_F(cli_failures, a_silent_generator) {
 
 TEST_F(cli_failures, every_command_reports_a_silent_generator) {
     plug_generator_in();
-    const std::string unit = read_unit();
+    const std::string unit = put_unit();
     folder.put("steps.csv", "step,timing,pattern,seconds\n1,7,3,5\n");
     const strings lines = {"version",
                            "status",
@@ -121,7 +116,7 @@ TEST_F(cli_failures, a_generator_without_color_settings) {
 
 TEST_F(cli_failures, a_missing_sink) {
     plug_generator_in();
-    const std::string unit = read_unit();
+    const std::string unit = put_unit();
     generator("sink 1 none");
     expect_failure(run({"edid", "write", unit}), 1, "EWR003 DDC Error,Write Fail !");
     const test::program_end stamped = run({"--json", "edid", "stamp", unit, "--serial", "41", "--count", "3"});
@@ -142,7 +137,7 @@ TEST_F(cli_failures, a_read_without_data) {
 
 TEST_F(cli_failures, a_write_without_result) {
     plug_generator_in();
-    const std::string unit = read_unit();
+    const std::string unit = put_unit();
     generator("refuse EWR001 EWR001");
     expect_failure(run({"edid", "write", unit}), 1, "WRITE timeout error !");
 }
@@ -165,7 +160,7 @@ TEST_F(cli_failures, a_line_that_vanishes_in_the_middle) {
 
 TEST_F(cli_failures, a_unit_that_cannot_be_read_back_is_reported) {
     plug_generator_in();
-    const std::string unit = read_unit();
+    const std::string unit = put_unit();
     generator("refuse ERD001 XXX001");
     const test::program_end stamped = run({"--json", "edid", "stamp", unit, "--serial", "41"});
     // the desk shows PASS too
@@ -239,7 +234,7 @@ TEST_F(cli_failures, a_port_that_the_program_of_another_user_holds) {
 
 TEST_F(cli_failures, a_second_program_while_units_are_stamped) {
     plug_generator_in();
-    const std::string unit = read_unit();
+    const std::string unit = put_unit();
     const auto first = start({"edid", "stamp", unit, "--serial", "7", "--count", "2", "--wait-key"}, {.input = ""});
     ASSERT_TRUE(test::eventually([&] { return first->err().find("press Enter") != std::string::npos; }));
     EXPECT_EQ(run({"edid", "erase", "--yes"}).status, 3);
@@ -386,7 +381,7 @@ TEST_F(cli_failures, a_file_without_edid_is_written_with_a_warning) {
 
 TEST_F(cli_failures, wrong_checksums_of_a_file_are_reported) {
     plug_generator_in();
-    read_unit();
+    put_unit();
     std::string edid = folder.content("unit.bin");
     folder.put("one block.bin", edid.substr(0, 128));
     EXPECT_EQ(run({"edid", "write", path("one block.bin")}).err, "");
@@ -429,7 +424,7 @@ TEST_F(cli_failures, a_full_standard_output) {
 TEST_F(cli_failures, a_full_standard_output_names_the_next_unit) {
     plug_generator_in();
     const test::program_end ended =
-        run({"edid", "stamp", read_unit(), "--serial", "7", "--count", "2"}, {.output = "/dev/full"});
+        run({"edid", "stamp", put_unit(), "--serial", "7", "--count", "2"}, {.output = "/dev/full"});
     EXPECT_EQ(ended.status, 3);
     EXPECT_NE(ended.err.find("go on with --serial 8"), std::string::npos) << ended.err;
 }

@@ -325,19 +325,19 @@ TEST_F(same_exchange, autorun_of_a_bad_file_opens_no_port) {
 }
 
 TEST_F(same_exchange, edid_read) {
-    for (const auto& [source, place] :
-         std::vector<std::pair<std::string, std::size_t>>{{"hdmi-out", 0}, {"hdmi-in", 1}, {"vga", 2}}) {
+    const strings sources{"hdmi-out", "hdmi-in", "vga"};
+    for (std::size_t place = 0; place < sources.size(); ++place) {
         by_hand.port.written.clear();
         cli_side.port->written.clear();
-        const std::string file = cli_side.folder.plain_name() + "/" + source + ".bin";
-        const json answer = expect_same("edid read --source " + source + " " + file, [&] {
+        const std::string file = cli_side.folder.plain_name() + "/unit.bin";
+        const json answer = expect_same("edid read --source " + sources.at(place) + " " + file, [&] {
             by_hand.press(desk.cmd_edid);
             by_hand.choose(desk.workbench.opt_edid_src.at(place));
             by_hand.press(desk.workbench.cmd_read);
         });
         expect_written({"ESC00" + std::to_string(place + 1), "ERD001"});
         const bytes edid = *state().sinks.at(place).edid;
-        EXPECT_EQ(cli_side.folder.content(source + ".bin"), string_of(edid));
+        EXPECT_EQ(cli_side.folder.content("unit.bin"), string_of(edid));
         EXPECT_EQ(answer["file"], file);
         EXPECT_EQ(answer["sha256"], sha256(edid));
     }
