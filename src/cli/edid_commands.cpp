@@ -4,6 +4,7 @@
 #include "edid/format/checksum_rule.h"
 #include "edid/format/file_writers.h"
 #include "platform/sha256.h"
+#include "runtime/failure.h"
 #include "runtime/files.h"
 #include "runtime/text.h"
 #include "runtime/windows_1252.h"
@@ -243,11 +244,18 @@ void stamp_edid(desk_session& session, console& out, const stamping& wanted) {
     open_file(session, desk, wanted.file);
     session.windows().work = [&](window& w) {
         stamping_run run(w, session.events(), out, wanted);
+        const auto report_unit = [&] {
+            const std::string number = std::to_string(run.serial());
+            out.report("unit " + number + " is not complete: go on with --serial " + number);
+        };
         try {
             run.run();
         } catch (const program_over&) {
-            out.report("unit " + std::to_string(run.serial()) + " is not complete: go on with --serial " +
-                       std::to_string(run.serial()));
+            report_unit();
+            throw;
+        } catch (const runtime_failure&) {
+            // the desk can't store some numbers
+            report_unit();
             throw;
         }
     };

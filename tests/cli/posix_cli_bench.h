@@ -200,6 +200,7 @@ protected:
     std::string put_unit() {
         std::string edid(256, '\0');
         edid.replace(1, 6, 6, '\xFF');
+        edid[20] = 100;
         edid[126] = 1; // one more block
         edid[128] = 2;
         edid[129] = 3;

@@ -169,6 +169,18 @@ TEST_F(cli_failures, a_unit_that_cannot_be_read_back_is_reported) {
     EXPECT_NE(stamped.err.find("unit 41: Read sink's edid fail !\n"), std::string::npos) << stamped.err;
 }
 
+TEST_F(cli_failures, a_serial_number_that_the_desk_cannot_store) {
+    plug_generator_in();
+    // the checksum would be 256: 6 x FF, 100, 1 and the number make 1792
+    const test::program_end stamped = run({"edid", "stamp", put_unit(), "--serial", "160", "--count", "3"});
+    EXPECT_EQ(stamped.status, 4);
+    EXPECT_EQ(stamped.out, "160  PASS\n");
+    EXPECT_NE(stamped.err.find("velotrace_cli: unit 161 is not complete: go on with --serial 161\n"),
+              std::string::npos);
+    EXPECT_NE(stamped.err.find("velotrace_cli: run-time failure 6: Storing the serial number 161"), std::string::npos)
+        << stamped.err;
+}
+
 // the port
 
 TEST_F(cli_failures, a_missing_port) {
