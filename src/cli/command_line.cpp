@@ -76,10 +76,9 @@ class command_parser {
 public:
     /// `keys`: for --wait-key; null inside a batch.
     command_parser(CLI::App& app, line_input* keys) : app_(app), keys_(keys) {
-        // "/" begins a path everywhere
-        app_.allow_windows_style_options(false);
         app_.require_subcommand(1);
         app_.fallthrough(false);
+        app_.allow_windows_style_options(false); // "/srv/master.bin" is a file
         add_signal_commands();
         add_panel();
         add_autorun();
@@ -119,7 +118,8 @@ private:
             if (words_.size() != 3) misused("color needs three values: R G B, or Cr Y Cb");
             return answering([values = numbers_in(words_, 0, 255)](auto& s) { return set_color(s, values); });
         });
-        colors.add_option("VALUE", words_, "R G B, or Cr Y Cb, from 0 to 255")->expected(0, 3);
+        // still optional: with 0, CLI11 takes none after "--"
+        colors.add_option("VALUE", words_, "R G B, or Cr Y Cb, from 0 to 255")->expected(1, 3);
 
         CLI::App& text = add(app_, "string", "Reads or sets the custom string", [this] {
             if (string_text_->count() == 0) return answering(get_string);
@@ -141,7 +141,7 @@ private:
                 if (!favorites_.any()) return answering([which](auto& s) { return get_favorites(s, which); });
                 return answering([which, choice = favorites_](auto& s) { return set_favorites(s, which, choice); });
             });
-            auto* const rows = sub.add_option("ROW", words_, "These rows and no others")->expected(0, -1);
+            auto* const rows = sub.add_option("ROW", words_, "These rows and no others")->expected(1, -1);
             auto* const all = sub.add_flag("--all", favorites_.all, "All rows")->excludes(rows);
             sub.add_flag("--none", favorites_.none, "No rows; the generator keeps its default favorites")
                 ->excludes(rows)
@@ -166,7 +166,7 @@ private:
             for (const char* const value : group.values)
                 groups += std::string(" ") + value;
         }
-        sub.add_option("GROUP VALUE", words_, "A group and its new value; or reset")->expected(0, 2);
+        sub.add_option("GROUP VALUE", words_, "A group and its new value; or reset")->expected(1, 2);
         sub.footer("Groups and values:\n" + groups);
     }
 
@@ -228,7 +228,7 @@ private:
         });
         verify.add_option("FILE", word_)->required();
 
-        CLI::App& erase = add_edid("erase", "Erases the sink's EDID; takes up to 150 seconds", [this] {
+        CLI::App& erase = add_edid("erase", "Erases the sink's EDID; takes up to three minutes", [this] {
             if (!yes_) misused("edid erase needs --yes: nothing brings the EDID back");
             return answering([source = source()](auto& s) { return erase_edid(s, source); });
         });
@@ -329,7 +329,8 @@ std::optional<std::string> parse(CLI::App& app, const std::vector<std::string>& 
         return version_line("velotrace_cli");
     } catch (const CLI::ParseError& e) {
         // a word that is no command is reported as a missing one
-        const std::vector<std::string> unknown = app.remaining(true);
+        std::vector<std::string> unknown = app.remaining(true);
+        std::erase(unknown, "--");
         if (!unknown.empty()) misused("\"" + unknown.front() + "\" is not understood; see --help");
         misused(e.what());
     }
