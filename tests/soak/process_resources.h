@@ -5,6 +5,7 @@
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <string>
 
 #include <unistd.h>
 
@@ -15,17 +16,20 @@ struct process_resources {
     std::size_t descriptors = 0;
 };
 
-/// From /proc, so on Linux only.
-inline process_resources resources_of_this_process() {
+/// From /proc, so on Linux only. `id`: a process id.
+inline process_resources resources_of_process(const std::string& id) {
+    const std::filesystem::path process = "/proc/" + id;
     std::size_t pages = 0;
     std::size_t resident = 0;
     std::size_t shared = 0;
-    std::ifstream("/proc/self/statm") >> pages >> resident >> shared;
+    std::ifstream(process / "statm") >> pages >> resident >> shared;
     const auto page_kib = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE)) / 1024;
-    const std::filesystem::directory_iterator open_files("/proc/self/fd");
+    const std::filesystem::directory_iterator open_files(process / "fd");
     return {(resident - shared) * page_kib,
             static_cast<std::size_t>(std::distance(begin(open_files), end(open_files)))};
 }
+
+inline process_resources resources_of_this_process() { return resources_of_process("self"); }
 
 /// Repeats `work` and reports its resources. False: after the first tenth the process grew by more than
 /// `most_growth_kib` or by a descriptor.
