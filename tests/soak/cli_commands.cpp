@@ -364,11 +364,14 @@ tried_command cli_commands::edid_stamp() {
     };
     c.has = [=, this](const answered_command& a) {
         for (std::size_t unit = 0; unit < a.answers.size(); ++unit) {
-            if (a.answers.at(unit) != json{{"serial", serial + static_cast<int>(unit) * step}, {"result", "PASS"}})
+            const json& answer = a.answers.at(unit);
+            if (answer.at("serial") != serial + static_cast<int>(unit) * step || answer.at("result") != "PASS")
                 return false;
         }
-        return generator_.sink(sink) == with_serial(edid, serial + (count - 1) * step);
+        // a unit that could not be read back passes, with a message
+        return a.last().contains("message") || generator_.sink(sink) == with_serial(edid, serial + (count - 1) * step);
     };
+    c.agrees = [](const answered_command& a) { return !a.last().contains("message"); };
     return c;
 }
 
