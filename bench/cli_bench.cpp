@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <exception>
 #include <string>
 #include <vector>
 
@@ -104,9 +105,14 @@ void measure_memory(const bench& b) {
 } // namespace
 
 int main() {
-    const bench b;
-    measure_single(b);
-    measure_batch(b);
-    measure_memory(b);
+    try {
+        const bench b;
+        measure_single(b);
+        measure_batch(b);
+        measure_memory(b);
+    } catch (const std::exception& e) {
+        std::printf("cli_bench: %s\n", e.what());
+        return 1;
+    }
     return 0;
 }

@@ -356,20 +356,20 @@ tried_command cli_commands::edid_stamp() {
                     "edid stamp"};
     const int sink = some_sink(c.line);
     c.answers = count;
+    const auto serial_of = [=](std::int64_t unit) { return serial + unit * step; };
     c.status = [=](const answered_command&) {
         for (int unit = 0; unit < count; ++unit) {
-            if (checksum_does_not_fit(with_serial(edid, serial + unit * step))) return 4;
+            if (checksum_does_not_fit(with_serial(edid, serial_of(unit)))) return 4;
         }
         return 0;
     };
     c.has = [=, this](const answered_command& a) {
-        for (std::size_t unit = 0; unit < a.answers.size(); ++unit) {
-            const json& answer = a.answers.at(unit);
-            if (answer.at("serial") != serial + static_cast<int>(unit) * step || answer.at("result") != "PASS")
-                return false;
+        std::int64_t unit = 0;
+        for (const json& answer : a.answers) {
+            if (answer.at("serial") != serial_of(unit++) || answer.at("result") != "PASS") return false;
         }
         // a unit that could not be read back passes, with a message
-        return a.last().contains("message") || generator_.sink(sink) == with_serial(edid, serial + (count - 1) * step);
+        return a.last().contains("message") || generator_.sink(sink) == with_serial(edid, serial_of(count - 1));
     };
     c.agrees = [](const answered_command& a) { return !a.last().contains("message"); };
     return c;
