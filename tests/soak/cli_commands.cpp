@@ -55,9 +55,21 @@ bytes with_serial(bytes edid, std::int64_t serial) {
     return edid;
 }
 
-/// Whether block 0 needs the checksum 256, which ends the desk.
-bool checksum_does_not_fit(const bytes& edid) {
-    return std::accumulate(edid.begin(), edid.begin() + 127, 0U) % 256 == 0;
+/// Whether the desk can't open or stamp it: a block needs the checksum 256, which does not fit into a byte.
+bool checksum_does_not_fit(const bytes& edid, std::ptrdiff_t block) {
+    const auto begin = edid.begin() + 128 * block;
+    return std::accumulate(begin, begin + 127, 0U) % 256 == 0;
+}
+
+bool can_be_opened(const bytes& edid) { return !checksum_does_not_fit(edid, 0) && !checksum_does_not_fit(edid, 1); }
+
+/// A command with a file that can't be used, whatever the generator does.
+tried_command with_unusable_file(const string& line) {
+    tried_command c{line, "unusable file"};
+    c.uses_port = false;
+    c.fixed_status = 3;
+    c.agrees = [](const answered_command& a) { return a.after == a.before; };
+    return c;
 }
 
 int differences(const bytes& a, const bytes& b) {
@@ -326,6 +338,7 @@ tried_command cli_commands::edid_verify() {
         edid.at(static_cast<std::size_t>(below(256))) ^= 0x5A;
     put("verify.bin", edid);
     tried_command c{"edid verify " + file("verify.bin") + options, "edid verify"};
+    if (!can_be_opened(edid)) return with_unusable_file(c.line);
     const auto wrong = [=, this] { return differences(generator_.sink(sink), edid); };
     c.status = [=](const answered_command&) { return wrong() == 0 ? 0 : 1; };
     c.agrees = [=](const answered_command& a) {
@@ -340,6 +353,7 @@ tried_command cli_commands::edid_write() {
     const bool verifies = below(4) > 0;
     tried_command c{"edid write " + file("write.bin") + (verifies ? "" : " --no-verify"), "edid write"};
     const int sink = some_sink(c.line);
+    if (!can_be_opened(edid)) return with_unusable_file(c.line);
     const auto written = [=, this](const answered_command&) { return generator_.sink(sink) == edid; };
     (verifies ? c.has : c.agrees) = written;
     return c;
@@ -355,11 +369,12 @@ tried_command cli_commands::edid_stamp() {
                         std::to_string(step) + " --count " + std::to_string(count),
                     "edid stamp"};
     const int sink = some_sink(c.line);
+    if (!can_be_opened(edid)) return with_unusable_file(c.line);
     c.answers = count;
     const auto serial_of = [=](std::int64_t unit) { return serial + unit * step; };
     c.status = [=](const answered_command&) {
         for (int unit = 0; unit < count; ++unit) {
-            if (checksum_does_not_fit(with_serial(edid, serial_of(unit)))) return 4;
+            if (checksum_does_not_fit(with_serial(edid, serial_of(unit)), 0)) return 4;
         }
         return 0;
     };
@@ -418,11 +433,7 @@ tried_command cli_commands::without_file() {
     const std::vector<string> lines = {"edid write " + file("missing.bin"), "edid verify " + file("missing.hex"),
                                        "edid stamp " + file("missing.bin") + " --serial 1",
                                        "autorun " + file("missing.csv")};
-    tried_command c{any_of(lines), "missing file"};
-    c.uses_port = false;
-    c.fixed_status = 3;
-    c.agrees = [](const answered_command& a) { return a.after == a.before; };
-    return c;
+    return with_unusable_file(any_of(lines));
 }
 
 tried_command cli_commands::comment() {
