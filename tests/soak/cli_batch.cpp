@@ -25,7 +25,8 @@ using std::chrono::milliseconds;
 
 /// Longer than any command that is not hanging.
 constexpr milliseconds patience = 60s;
-constexpr milliseconds erase_time = 60ms;
+// shorter than this, a busy program takes the result for a part of the echo
+constexpr milliseconds erase_time = 500ms;
 #ifdef WITH_SANITIZERS
 constexpr std::size_t most_growth_kib = 8192;
 #else
@@ -33,6 +34,8 @@ constexpr std::size_t most_growth_kib = 512;
 #endif
 
 constexpr milliseconds unanswered_command = 2s;
+/// A program that waits this long for a processor can miss an answer.
+constexpr milliseconds starvation = 100ms;
 
 // what a fault can still disturb after it
 constexpr milliseconds until_line_is_quiet = 900ms;
@@ -94,7 +97,7 @@ private:
         if (meanwhile) meanwhile();
         std::vector<json> answers;
         while (count > 0) {
-            const auto text = cli_->next_line(patience);
+            const auto text = next_line();
             if (!text) fail("the program has ended");
             // before its answer `edid read -` prints the file
             if (line.starts_with("edid read -") && !text->starts_with('{')) continue;
@@ -107,6 +110,14 @@ private:
             if (!more_follows) --count;
         }
         return answers;
+    }
+
+    std::optional<std::string> next_line() {
+        try {
+            return cli_->next_line(patience);
+        } catch (const std::runtime_error& e) {
+            fail(e.what());
+        }
     }
 
     void change_weather() {
@@ -141,10 +152,13 @@ private:
         }
         const bool accidental = silent || unplugged_before || unplugged_meanwhile;
         const auto start = clock_type::now();
+        const auto starved = starved_so_far();
         a.answers = answers_to(c.line, c.answers, meanwhile);
         a.after = control_.memory();
         longest_ = std::max(longest_, clock_type::now() - start);
-        note_faults(a, accidental);
+        const bool is_starved = starved_so_far() - starved > starvation;
+        if (is_starved) ++starved_;
+        note_faults(a, accidental || is_starved);
         if (!a.answers.empty()) check(c, a, unplugged_before);
         if (silent) control_.send("speak");
         if (unplugged_before || unplugged_meanwhile) {
@@ -155,6 +169,11 @@ private:
         if (silent) ++silences_;
         // few commands while a fault has the cable out
         if (c.uses_port && !a.answers.empty() && a.status() == 3) std::this_thread::sleep_for(200ms);
+    }
+
+    /// The program and the generator together.
+    std::chrono::nanoseconds starved_so_far() const {
+        return starvation_of_process(cli_->id()) + starvation_of_process(generator_.id());
     }
 
     /// Whether anything can have disturbed this command, and for how long it goes on.
@@ -222,7 +241,8 @@ private:
     void report(int count, double seconds, const process_resources& last) {
         std::cout << "seed " << seed_ << ": " << count << " commands in " << seconds << " s, the longest "
                   << std::chrono::duration<double>(longest_).count() << " s; " << undisturbed_ << " without a fault, "
-                  << unplugged_ << " unplugged, " << silences_ << " in silence\nstatus:";
+                  << unplugged_ << " unplugged, " << silences_ << " in silence, " << starved_
+                  << " on a processor too busy\nstatus:";
         for (const auto& [status, times] : statuses_)
             std::cout << " " << times << " x " << status;
         std::cout << "\nfaults:";
@@ -271,6 +291,7 @@ private:
     int undisturbed_ = 0;
     int unplugged_ = 0;
     int silences_ = 0;
+    int starved_ = 0;
     clock_type::duration longest_{0};
     process_resources first_resources_;
     std::map<int, int> statuses_;

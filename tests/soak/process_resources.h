@@ -1,6 +1,8 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -27,6 +29,14 @@ inline process_resources resources_of_process(const std::string& id) {
     const std::filesystem::directory_iterator open_files(process / "fd");
     return {(resident - shared) * page_kib,
             static_cast<std::size_t>(std::distance(begin(open_files), end(open_files)))};
+}
+
+/// How long the process has waited for a processor.
+inline std::chrono::nanoseconds starvation_of_process(int id) {
+    std::int64_t running = 0;
+    std::int64_t waiting = 0;
+    std::ifstream("/proc/" + std::to_string(id) + "/schedstat") >> running >> waiting;
+    return std::chrono::nanoseconds(waiting);
 }
 
 inline process_resources resources_of_this_process() { return resources_of_process("self"); }
