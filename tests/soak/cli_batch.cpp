@@ -4,6 +4,7 @@
 
 #include "soak/cli_commands.h"
 #include "soak/process_resources.h"
+#include "soak/stall_watch.h"
 #include "support/desk_files.h"
 #include "support/piped_program.h"
 
@@ -34,7 +35,7 @@ constexpr std::size_t most_growth_kib = 512;
 #endif
 
 constexpr milliseconds unanswered_command = 2s;
-/// A program that waits this long for a processor can miss an answer.
+/// A program that waits this long for a processor, or stands still with the machine, can miss an answer.
 constexpr milliseconds starvation = 100ms;
 
 // what a fault can still disturb after it
@@ -156,7 +157,7 @@ private:
         a.answers = answers_to(c.line, c.answers, meanwhile);
         a.after = control_.memory();
         longest_ = std::max(longest_, clock_type::now() - start);
-        const bool is_starved = starved_so_far() - starved > starvation;
+        const bool is_starved = starved_so_far() - starved > starvation || stalls_.last() > start;
         if (is_starved) ++starved_;
         note_faults(a, accidental || is_starved);
         if (!a.answers.empty()) check(c, a, unplugged_before);
@@ -292,6 +293,7 @@ private:
     int unplugged_ = 0;
     int silences_ = 0;
     int starved_ = 0;
+    stall_watch stalls_{starvation};
     clock_type::duration longest_{0};
     process_resources first_resources_;
     std::map<int, int> statuses_;
