@@ -342,7 +342,8 @@ tried_command cli_commands::edid_verify() {
     const auto wrong = [=, this] { return differences(generator_.sink(sink), edid); };
     c.status = [=](const answered_command&) { return wrong() == 0 ? 0 : 1; };
     c.agrees = [=](const answered_command& a) {
-        return a.last().at("verified") == (wrong() == 0) && (wrong() == 0 || a.last().at("differences") == wrong());
+        return a.last().at("verified") == (wrong() == 0) &&
+               (wrong() == 0 || a.last().value("differences", 0) == wrong());
     };
     return c;
 }
