@@ -81,6 +81,8 @@ void desk_session::end() {
 void desk_session::let_the_line_finish() {
     desk().exchange.drain_output();
     delay_sec(events_, moment);
+    // nothing answers, so that nothing else shows it
+    if (port_->vanished()) throw command_failure(outcome::failed, "the device has vanished");
 }
 
 } // namespace desk::cli

@@ -39,7 +39,7 @@ public:
     void end();
 
     /// Waits until the port has sent everything, and a moment longer: some adapters hold a few bytes of their own,
-    /// and closing the port discards them.
+    /// and closing the port discards them. Throws command_failure if the device has vanished.
     void let_the_line_finish();
 
     real_events& events() { return events_; }
