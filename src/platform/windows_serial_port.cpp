@@ -45,6 +45,12 @@ public:
         if (device_) device_->write(data);
     }
 
+    bool vanished() override {
+        COMSTAT state{};
+        DWORD errors = 0;
+        return is_open() && !ClearCommError(device_, &errors, &state);
+    }
+
 private:
     device_finder device_of_;
     std::unique_ptr<port_device> device_;
