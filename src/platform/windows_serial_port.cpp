@@ -45,11 +45,7 @@ public:
         if (device_) device_->write(data);
     }
 
-    bool vanished() override {
-        COMSTAT state{};
-        DWORD errors = 0;
-        return is_open() && !ClearCommError(device_, &errors, &state);
-    }
+    bool vanished() override { return device_ && device_->vanished(); }
 
 private:
     device_finder device_of_;
