@@ -34,6 +34,7 @@ int run(const std::vector<std::string>& arguments) {
     }
     if (!options.send_to.empty()) return send_to_simulator(options.send_to, options.line);
     if (options.link.empty()) options.link = link_of_port_1(program_directory());
+    prepare_standard_streams();
     const std::unique_ptr<simulator_system> system = make_simulator_system(options);
     simulator(options, *system).run();
     return 0;

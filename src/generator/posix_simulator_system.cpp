@@ -19,14 +19,6 @@ namespace desk {
 
 namespace {
 
-/// Opens missing standard descriptors, so that the terminal gets none of their numbers.
-void fill_standard_descriptors() {
-    int descriptor = 0;
-    while (descriptor >= 0 && descriptor <= STDERR_FILENO)
-        descriptor = ::open("/dev/null", O_RDWR);
-    if (descriptor > STDERR_FILENO) ::close(descriptor);
-}
-
 /// A descriptor that becomes readable when the program is to end.
 int end_signals() {
     // the program continues if nothing reads its output or it is not allowed to read the keyboard
@@ -55,7 +47,6 @@ timespec timespec_of(std::chrono::nanoseconds time) {
 class posix_simulator_system final : public simulator_system {
 public:
     explicit posix_simulator_system(const sim_options& options) : link_path_(options.link) {
-        fill_standard_descriptors();
         if (!options.control.empty()) control_.emplace(options.control);
         signals_ = end_signals();
     }

@@ -7,7 +7,7 @@
 #include "generator/simulated_generator.h"
 #include "generator/simulator_console.h"
 #include "generator/simulator_system.h"
-#include "generator/typed_lines.h"
+#include "runtime/typed_lines.h"
 
 #include <string>
 #include <string_view>

@@ -44,8 +44,7 @@ public:
     virtual void serve_control(const std::function<std::string(std::string_view line)>& reply_to) = 0;
 };
 
-/// Call it once, before anything else is opened. Throws failure::path_file_access_error if the control channel can't
-/// be made.
+/// One per program. Throws failure::path_file_access_error if the control channel can't be made.
 std::unique_ptr<simulator_system> make_simulator_system(const sim_options& options);
 
 /// LINK of port 1 of a desk in this folder.

@@ -67,6 +67,11 @@ public:
 
     void write(const bytes& data) override { device_.write(data); }
 
+    bool vanished() override {
+        status();
+        return device_.is_gone();
+    }
+
 private:
     /// All zero if the device is gone.
     COMSTAT status() {

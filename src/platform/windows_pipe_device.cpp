@@ -68,6 +68,11 @@ public:
 
     void write(const bytes& data) override { device_.write(data); }
 
+    bool vanished() override {
+        unread();
+        return device_.is_gone();
+    }
+
 private:
     /// Bytes in the pipe; 0 if it is gone.
     std::size_t unread() {

@@ -17,6 +17,7 @@ public:
     virtual void discard_output() = 0;
     virtual bytes read() = 0;
     virtual void write(const bytes& data) = 0;
+    virtual bool vanished() = 0;
 };
 
 // Both throw failure::path_file_access_error if the device can't be opened.

@@ -45,6 +45,8 @@ public:
         if (device_) device_->write(data);
     }
 
+    bool vanished() override { return device_ && device_->vanished(); }
+
 private:
     device_finder device_of_;
     std::unique_ptr<port_device> device_;

@@ -62,6 +62,7 @@ TEST_F(closed_port, has_no_input_and_accepts_no_output) {
     EXPECT_EQ(port->in_count(), 0U);
     EXPECT_EQ(port->out_count(), 0U);
     EXPECT_TRUE(port->read().empty());
+    EXPECT_FALSE(port->vanished());
 }
 
 /// Port 1 leads to a pipe of the test's own.
@@ -228,6 +229,7 @@ TEST_P(a_pipe_that_hangs_up, drops_everything_and_holds_nothing_up) {
     port->discard_input();
     port->discard_output();
     EXPECT_EQ(port->in_count() + port->out_count(), 0U);
+    EXPECT_TRUE(port->vanished());
 }
 
 TEST_P(a_pipe_that_hangs_up, works_again_when_it_is_opened_again) {
@@ -240,6 +242,7 @@ TEST_P(a_pipe_that_hangs_up, works_again_when_it_is_opened_again) {
     port->open(1);
     EXPECT_EQ(port->in_count(), 0U);
     EXPECT_EQ(port->out_count(), 0U);
+    EXPECT_FALSE(port->vanished());
     port->write(bytes_of("TIM002"));
     EXPECT_EQ(line.shown(6), "TIM002");
     line.type("TIM002");
