@@ -2,7 +2,7 @@
 
 #ifndef _WIN32
 
-#include "cli/posix_cli_bench.h"
+#include "cli/cli_bench.h"
 #include "support/own_terminal.h"
 #include "support/terminal.h"
 

@@ -2,8 +2,8 @@
 
 #ifndef _WIN32
 
+#include "cli/cli_bench.h"
 #include "cli/line_words.h"
-#include "cli/posix_cli_bench.h"
 #include "support/file_size_limit.h"
 #include "support/other_user.h"
 

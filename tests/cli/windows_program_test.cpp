@@ -34,7 +34,7 @@ protected:
         simulator.emplace(folder,
                           strings{utf8_from_path(test::program_to_run(VELOTRACE_SIM)), "--timings", "25", "--patterns",
                                   "45", path("port1.txt")},
-                          true);
+                          test::stream_setup{.input = ""});
         EXPECT_TRUE(wait_until([&] { return !device().empty() && device() != before; }));
     }
     std::string device() const {
@@ -54,9 +54,9 @@ protected:
         return simulator->out().find("\n> " + command + "\n") != std::string::npos;
     }
 
-    std::unique_ptr<test::running_program> start(strings words, bool typed = false) const {
+    std::unique_ptr<test::running_program> start(strings words, const test::stream_setup& streams = {}) const {
         words.insert(words.begin(), path("velotrace_cli.exe"));
-        return std::make_unique<test::running_program>(folder, words, typed);
+        return std::make_unique<test::running_program>(folder, words, streams);
     }
     /// What it prints when it runs to its end without a failure.
     std::string text(const strings& words) const {
@@ -117,7 +117,7 @@ TEST_F(cli_on_a_pipe, stamps_units) {
 }
 
 TEST_F(cli_on_a_pipe, runs_a_batch) {
-    const auto batch = start({"-"}, true);
+    const auto batch = start({"-"}, {.input = ""});
     batch->type("set timing 3\r\nset pattern 4\r\nstatus\r\n");
     EXPECT_EQ(batch->wait(), 0) << batch->err();
     EXPECT_TRUE(batch->out().ends_with("timing   [03] timing\npattern  [04] pattern\noutput   HDMI\nhdcp     OFF\n"))
@@ -154,7 +154,7 @@ TEST_F(cli_on_a_pipe, reports_a_generator_that_is_killed_during_a_read) {
 }
 
 TEST_F(cli_on_a_pipe, says_that_another_program_has_the_pipe) {
-    const auto holder = start({"-"}, true);
+    const auto holder = start({"-"}, {.input = ""});
     holder->type("version\n");
     EXPECT_TRUE(wait_until([&] { return !holder->out().empty(); }));
     expect_failure({"version"}, 3, device() + " is in use by another program: close the port there");

@@ -31,7 +31,7 @@ protected:
     std::string path(const std::string& name) const { return utf8_from_path(folder / name); }
     /// Runs it to its end.
     test::running_program& run(const strings& options, const std::string& typed = "") {
-        ended.emplace(folder, words(options), true);
+        ended.emplace(folder, words(options), test::stream_setup{.input = ""});
         ended->type(typed);
         status = ended->wait();
         return *ended;
@@ -84,7 +84,7 @@ protected:
     running_simulator() { start(); }
 
     void start() {
-        simulator.emplace(folder, words({"--control", control, path("port1.txt")}), true);
+        simulator.emplace(folder, words({"--control", control, path("port1.txt")}), test::stream_setup{.input = ""});
         EXPECT_TRUE(wait_until([&] { return folder.has("port1.txt") && !device().empty(); }));
     }
     std::string device() const {
@@ -175,7 +175,7 @@ TEST_F(running_simulator, hangs_up_when_it_is_killed_and_another_takes_over_its_
     EXPECT_EQ(port->in_count(), 0U);
     EXPECT_EQ(device(), first) << "nobody was there to remove it";
     port->close();
-    simulator.emplace(folder, words({"--control", control, path("port1.txt")}), true);
+    simulator.emplace(folder, words({"--control", control, path("port1.txt")}), test::stream_setup{.input = ""});
     EXPECT_TRUE(wait_until([&] { return !device().empty() && device() != first; }));
     port->open(1);
     expect_exchange();
@@ -203,8 +203,8 @@ TEST_F(running_simulator, ends_in_order_when_its_console_asks) {
 }
 
 TEST_F(running_simulator, takes_lines_of_several_programs_at_its_control_pipe) {
-    test::running_program first(folder, words({"--send", control}), true);
-    test::running_program second(folder, words({"--send", control}), true);
+    test::running_program first(folder, words({"--send", control}), {.input = ""});
+    test::running_program second(folder, words({"--send", control}), {.input = ""});
     first.type("drop 3\nsi");
     second.type("garble 2\n");
     EXPECT_TRUE(wait_until([&] { return second.out() == "The next 2 answers have a wrong byte.\n"; }));
@@ -229,7 +229,8 @@ TEST_F(running_simulator, replies_in_full_before_it_lets_a_program_go) {
 TEST_F(running_simulator, outlives_programs_that_hang_at_its_control_pipe) {
     std::vector<std::unique_ptr<test::running_program>> idle;
     for (int i = 0; i < 20; ++i) {
-        idle.push_back(std::make_unique<test::running_program>(folder, words({"--send", control}), true));
+        idle.push_back(std::make_unique<test::running_program>(folder, words({"--send", control}),
+                                                               test::stream_setup{.input = ""}));
         idle.back()->type("speak\n");
         EXPECT_TRUE(wait_until([&] { return !idle.back()->out().empty(); })) << i;
     }

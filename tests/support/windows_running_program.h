@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -23,19 +24,29 @@ inline std::filesystem::path program_to_run(const std::filesystem::path& built) 
 
 inline bool is_wine() { return GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr; }
 
-/// A program that runs beside the test, and ends with it at the latest.
+/// Waits until it is true; false: it was not within ten seconds.
+inline bool eventually(const std::function<bool()>& condition) { return wait_until(condition); }
+
+/// Where the standard input of a program comes from.
+struct stream_setup {
+    std::string input = "NUL"; ///< a file; empty: a pipe that the test writes to
+};
+
+/// A program that runs beside the test, in the test's folder, and ends with the test at the latest.
 class running_program {
 public:
-    /// `words`: the program and its arguments, without quotes in them. With `typed` the test types its input.
-    running_program(const temporary_directory& folder, const std::vector<std::string>& words, bool typed = false)
+    /// `words`: the program and its arguments, without quotes in them.
+    running_program(const temporary_directory& folder, const std::vector<std::string>& words,
+                    const stream_setup& streams = {})
         : folder_(folder), name_(std::to_string(++count())) {
         HANDLE input = INVALID_HANDLE_VALUE;
         SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
-        if (typed) {
+        if (streams.input.empty()) {
             CreatePipe(&input, &keyboard_, &inherited, 0);
             SetHandleInformation(keyboard_, HANDLE_FLAG_INHERIT, 0);
         } else {
-            input = CreateFileA("NUL", GENERIC_READ, 0, &inherited, OPEN_EXISTING, 0, nullptr);
+            input = CreateFileW(path_from_utf8(streams.input).c_str(), GENERIC_READ, FILE_SHARE_READ, &inherited,
+                                OPEN_EXISTING, 0, nullptr);
         }
         const HANDLE out = new_file("out", inherited);
         const HANDLE err = new_file("err", inherited);
@@ -107,7 +118,7 @@ private:
         streams.hStdError = err;
         PROCESS_INFORMATION started{};
         if (!CreateProcessW(path_from_utf8(words.front()).c_str(), line.data(), nullptr, nullptr, TRUE,
-                            CREATE_NEW_PROCESS_GROUP, nullptr, nullptr, &streams, &started)) {
+                            CREATE_NEW_PROCESS_GROUP, nullptr, folder_.path().c_str(), &streams, &started)) {
             ADD_FAILURE() << words.front() << " does not start: Windows error " << GetLastError();
             return;
         }

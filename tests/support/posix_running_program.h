@@ -1,19 +1,12 @@
 #pragma once
 
-#include "cli/answer.h"
-#include "support/desk_files.h"
-#include "support/signal_fixture.h"
 #include "support/temporary_directory.h"
 
 #include <gtest/gtest.h>
 
 #include <csignal>
-#include <cstdlib>
 #include <filesystem>
 #include <functional>
-#include <memory>
-#include <optional>
-#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -41,6 +34,9 @@ struct stream_setup {
     std::string errors = {};            ///< the same
     std::function<void()> prepare = {}; ///< runs in the child before the program
 };
+
+/// The program of this build.
+inline std::filesystem::path program_to_run(const char* built) { return built; }
 
 /// A program that runs beside the test, in the test's folder, and ends with the test at the latest.
 class running_program {
@@ -134,113 +130,6 @@ private:
     pid_t id_ = 0;
     int keyboard_ = -1;
     mutable siginfo_t info_{};
-};
-
-struct program_end {
-    int status = -1;
-    std::string out;
-    std::string err;
-};
-
-/// velotrace_cli in a folder of its own, which can have a simulated generator at port 1.
-class cli_bench : public testing::Test {
-protected:
-    using strings = std::vector<std::string>;
-
-    cli_bench() {
-        folder.put("marlo_rs232.ini", usual_settings);
-        folder.put("timing_pattern.ini", numbered_catalogue(25, 45));
-        // always a link: without one, port 1 is a serial port of this machine
-        std::filesystem::create_symlink("line", folder / "com1");
-        std::error_code error;
-        std::filesystem::create_hard_link(VELOTRACE_CLI, folder / "velotrace_cli", error);
-        if (error) std::filesystem::copy_file(VELOTRACE_CLI, folder / "velotrace_cli");
-    }
-
-    void plug_generator_in() {
-        generator_.emplace(folder, strings{VELOTRACE_SIM, "--timings", "25", "--patterns", "45", "--control",
-                                           path("control"), path("line")});
-        ASSERT_TRUE(eventually([this] { return folder.has("line"); }));
-    }
-    /// Types a line into the simulator.
-    void generator(const std::string& line) {
-        running_program sender(folder, {VELOTRACE_SIM, "--send", path("control"), line});
-        ASSERT_EQ(sender.wait(), 0) << sender.err();
-    }
-    /// The commands that have reached the generator: "TIM007".
-    strings received() const {
-        strings commands;
-        std::istringstream traffic(generator_->out());
-        for (std::string line; std::getline(traffic, line);) {
-            if (line.starts_with("> ")) commands.push_back(line.substr(2));
-        }
-        return commands;
-    }
-    bool has_received(const std::string& command) const {
-        const strings all = received();
-        return std::find(all.begin(), all.end(), command) != all.end();
-    }
-
-    std::unique_ptr<running_program> start(const strings& words, stream_setup streams = {}) {
-        strings all{path("velotrace_cli")};
-        all.insert(all.end(), words.begin(), words.end());
-        return std::make_unique<running_program>(folder, all, std::move(streams));
-    }
-    /// Runs it to its end.
-    program_end run(const strings& words, stream_setup streams = {}) {
-        const auto program = start(words, std::move(streams));
-        const int status = program->wait();
-        return {status, program->out(), program->err()};
-    }
-    /// Runs a batch.
-    program_end run_lines(const std::string& lines, strings words = {"-"}) {
-        folder.put("lines", lines);
-        return run(words, {.input = path("lines")});
-    }
-
-    /// Puts an EDID with correct checksums into a file and returns its path.
-    std::string put_unit() {
-        std::string edid(256, '\0');
-        edid.replace(1, 6, 6, '\xFF');
-        edid[20] = 100;
-        edid[126] = 1; // one more block
-        edid[128] = 2;
-        edid[129] = 3;
-        for (std::size_t block = 0; block < edid.size(); block += 128) {
-            int sum = 0;
-            for (std::size_t i = 0; i < 127; ++i)
-                sum += static_cast<unsigned char>(edid[block + i]);
-            edid[block + 127] = static_cast<char>(256 - sum % 256);
-        }
-        folder.put("unit.bin", edid);
-        return path("unit.bin");
-    }
-
-    static cli::json last_object(const std::string& out) {
-        const std::vector<cli::json> all = objects(out);
-        return all.empty() ? cli::json() : all.back();
-    }
-    static std::vector<cli::json> objects(const std::string& out) {
-        std::vector<cli::json> all;
-        std::istringstream lines(out);
-        for (std::string line; std::getline(lines, line);)
-            all.push_back(cli::json::parse(line, nullptr, false));
-        return all;
-    }
-
-    std::string path(const std::string& name) const { return (folder / name).string(); }
-
-    /// Expects a failure without answer; its sentence is on standard error, and in JSON.
-    void expect_failure(const program_end& ended, int status, const std::string& sentence) {
-        EXPECT_EQ(ended.status, status) << ended.err;
-        EXPECT_EQ(ended.err, "velotrace_cli: " + sentence + "\n");
-        EXPECT_EQ(ended.out, "");
-    }
-
-    temporary_directory folder;
-
-private:
-    std::optional<running_program> generator_;
 };
 
 } // namespace desk::test

@@ -1,8 +1,6 @@
 // velotrace_cli as its user runs it, on the simulator: each command with its answer.
 
-#ifndef _WIN32
-
-#include "cli/posix_cli_bench.h"
+#include "cli/cli_bench.h"
 
 #include <gtest/gtest.h>
 
@@ -180,18 +178,15 @@ TEST_F(cli_commands, the_port_by_number_or_path) {
     const test::program_end none = run({"status"});
     expect_failure(none, 3, "marlo_rs232.ini names no port: choose one with --port");
     EXPECT_NE(text({"--port", "1", "status"}), "");
-    EXPECT_NE(text({"--port", path("com1"), "status"}), "");
-    EXPECT_NE(text({"--port", std::filesystem::read_symlink(folder / "line").string(), "status"}), "");
+    EXPECT_NE(text({"--port", device(), "status"}), "");
 }
 
 TEST_F(cli_commands, leave_the_settings_alone) {
     plug_generator_in();
     text({"edid", "write", "--no-verify", put_unit()});
-    text({"--port", path("com1"), "status"});
+    text({"--port", device(), "status"});
     EXPECT_EQ(folder.content("marlo_rs232.ini"), test::usual_settings);
 }
 
 } // namespace
 } // namespace desk
-
-#endif

@@ -1,8 +1,6 @@
 // velotrace_cli as its user runs it: commands from standard input.
 
-#ifndef _WIN32
-
-#include "cli/posix_cli_bench.h"
+#include "cli/cli_bench.h"
 
 #include <gtest/gtest.h>
 
@@ -229,5 +227,3 @@ TEST_F(cli_batch, takes_names_of_files_as_they_are) {
 
 } // namespace
 } // namespace desk
-
-#endif
