@@ -1,5 +1,5 @@
-; The installer, made by packaging/windows/make_installer with the definitions VERSION, ICON, SETUP (the file to make)
-; and FILES (macros that list the installed files).
+; The installer, made by packaging/windows/make_installer with the definitions VERSION, ICON, PICTURE (beside the last
+; page), SETUP (the file to make) and FILES (macros that list the installed files).
 ; Exit status: 0 done, 1 cancelled, 2 not done (a running desk, a file that can't be written), 3 no administrator rights.
 
 Unicode true
@@ -35,6 +35,7 @@ VIAddVersionKey LegalCopyright "MIT licence"
 
 !define MUI_ICON "${ICON}"
 !define MUI_UNICON "${ICON}"
+!define MUI_WELCOMEFINISHPAGE_BITMAP "${PICTURE}"
 !define MUI_ABORTWARNING
 !define MUI_FINISHPAGE_RUN
 !define MUI_FINISHPAGE_RUN_TEXT "Start ${PRODUCT}"

@@ -1,5 +1,7 @@
 #include "simulator_program.h"
 
+#include "simulator_on_event_loop.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -19,15 +21,6 @@ QString program() {
     const QString built = VELOTRACE_SIM;
     const QString beside = QDir(QCoreApplication::applicationDirPath()).filePath(QFileInfo(built).fileName());
     return QFile::exists(beside) ? beside : built;
-}
-
-/// On Windows port n has the file port<n>.txt in place of the link com<n>.
-QString native_link(const QString& link) {
-#ifdef _WIN32
-    return QString(link).replace(QRegularExpression("com(\\d)$"), "port\\1.txt");
-#else
-    return link;
-#endif
 }
 
 class own_process final : public simulator_program {
@@ -73,6 +66,22 @@ private:
 
 std::unique_ptr<simulator_program> start_simulator(const QString& link, const QStringList& options) {
     return std::make_unique<own_process>(link, options);
+}
+
+std::unique_ptr<simulator_program> simulator_for(const QString& link) {
+#ifdef _WIN32
+    return start_simulator(link);
+#else
+    return simulator_on_event_loop(link);
+#endif
+}
+
+QString native_link(const QString& link) {
+#ifdef _WIN32
+    return QString(link).replace(QRegularExpression("com(\\d)$"), "port\\1.txt");
+#else
+    return link;
+#endif
 }
 
 } // namespace desk::gui
