@@ -24,8 +24,12 @@ inline std::filesystem::path program_to_run(const std::filesystem::path& built) 
 
 inline bool is_wine() { return GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr; }
 
-/// Waits until it is true; false: it was not within ten seconds.
-inline bool eventually(const std::function<bool()>& condition) { return wait_until(condition); }
+/// Waits until it is true; false: it was not within a minute.
+inline bool eventually(const std::function<bool()>& condition) {
+    for (int i = 0; i < 6; ++i)
+        if (wait_until(condition)) return true;
+    return false;
+}
 
 /// Where the standard input of a program comes from.
 struct stream_setup {
