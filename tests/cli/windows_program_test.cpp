@@ -87,6 +87,12 @@ TEST_F(cli_on_a_pipe, reads_and_sets) {
     EXPECT_EQ(text({"string"}), "HELLO WORLD\n") << "the last bytes reach the generator";
 }
 
+TEST_F(cli_on_a_pipe, can_print_to_nowhere) {
+    const auto program = start({"set", "timing", "7"}, {.output = "NUL"});
+    EXPECT_EQ(program->wait(), 0) << program->err();
+    EXPECT_TRUE(has_received("TIM007"));
+}
+
 TEST_F(cli_on_a_pipe, finds_its_port_by_number_and_by_name) {
     EXPECT_EQ(text({"--port", "1", "version"}), "program   v1.3G\nfirmware  v1.2\n");
     EXPECT_EQ(text({"--port", device(), "version"}), "program   v1.3G\nfirmware  v1.2\n");
