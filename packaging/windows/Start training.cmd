@@ -6,13 +6,15 @@ pushd "%~dp0"
 title VELOTRACE simulated generator
 set "control=\\.\pipe\velotrace_training_%USERNAME%"
 
-velotrace_sim.exe --send "%control%" state >nul 2>&1 && goto running
+velotrace_sim.exe --send "%control%" state >nul 2>&1
+if %errorlevel%==0 goto running
 echo Type help to see what the simulated generator can do. Closing this window ends it.
 start "" /b velotrace_sim.exe --control "%control%"
 
 set tries=0
 :wait
-velotrace_sim.exe --send "%control%" state >nul 2>&1 && goto ready
+velotrace_sim.exe --send "%control%" state >nul 2>&1
+if %errorlevel%==0 goto ready
 set /a tries+=1
 if %tries% geq 10 goto failed
 rem one second
