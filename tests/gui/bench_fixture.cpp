@@ -1,5 +1,7 @@
 #include "bench_fixture.h"
 
+#include "simulator_program.h"
+
 #include <QApplication>
 #include <QFile>
 #include <QTest>

@@ -207,23 +207,13 @@ public:
 
 private:
     operated_simulator& generator() {
-        if (!generator_)
-            generator_ = std::make_unique<operated_simulator>(simulator_for(folder_.filePath("com1")));
+        if (!generator_) generator_ = std::make_unique<operated_simulator>(simulator_for(folder_.filePath("com1")));
         return *generator_;
     }
 
     void put(const QString& name, const QByteArray& content) const {
         QFile f(folder_.filePath(name));
         if (!f.open(QFile::WriteOnly) || f.write(content) != content.size()) throw std::runtime_error("no file");
-    }
-
-    static void close_port(const QString& link) {
-#ifdef _WIN32
-        QFile f(link);
-        if (!f.open(QFile::WriteOnly) || f.write("no_device") < 0) throw std::runtime_error("no file");
-#else
-        QFile::link("no_device", link);
-#endif
     }
 
     /// After an event loop has quit, Qt refuses every further dialog.
@@ -239,9 +229,8 @@ private:
             QFile::copy(QString(FIRST_FILES) + "/" + name, folder_.filePath(name));
             QFile::setPermissions(folder_.filePath(name), QFile::ReadOwner | QFile::WriteOwner);
         }
-        // keeps the machine's ports closed
         for (const char* port : {"com2", "com3", "com4", "com5", "com6", "com7", "com8"})
-            close_port(native_link(folder_.filePath(port)));
+            keep_closed(folder_.filePath(port));
         program_ = std::make_unique<qt::desk_program>(std::filesystem::path(folder_.path().toStdString()));
         ++starts_;
         if (!program_->start()) throw std::runtime_error("the desk does not start");

@@ -23,6 +23,15 @@ QString program() {
     return QFile::exists(beside) ? beside : built;
 }
 
+/// On Windows port n has the file port<n>.txt in place of the link com<n>.
+QString native_link(const QString& link) {
+#ifdef _WIN32
+    return QString(link).replace(QRegularExpression("com(\\d)$"), "port\\1.txt");
+#else
+    return link;
+#endif
+}
+
 class own_process final : public simulator_program {
 public:
     own_process(const QString& link, const QStringList& options) : link_(native_link(link)) {
@@ -76,11 +85,12 @@ std::unique_ptr<simulator_program> simulator_for(const QString& link) {
 #endif
 }
 
-QString native_link(const QString& link) {
+void keep_closed(const QString& link) {
 #ifdef _WIN32
-    return QString(link).replace(QRegularExpression("com(\\d)$"), "port\\1.txt");
+    QFile file(native_link(link));
+    if (file.open(QFile::WriteOnly)) file.write(R"(\\.\pipe\desk_test_that_nobody_serves)");
 #else
-    return link;
+    QFile::link("no_device", link);
 #endif
 }
 

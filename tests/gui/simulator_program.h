@@ -27,7 +27,7 @@ std::unique_ptr<simulator_program> start_simulator(const QString& link, const QS
 /// A simulator that shares this thread's event loop, where the system supports that.
 std::unique_ptr<simulator_program> simulator_for(const QString& link);
 
-/// The path of the file that says where port n leads, from the link's, "com<n>" in a desk's folder.
-QString native_link(const QString& link);
+/// Lets `link`, "com<n>" in a desk's folder, lead to no device, in place of this machine's own.
+void keep_closed(const QString& link);
 
 } // namespace desk::gui
