@@ -11,4 +11,4 @@ endfunction()
 
 cmake_language(DEFER CALL at_once BundledHarfbuzz 0)
 cmake_language(DEFER CALL at_once Widgets 8 widgets/dialogs/qsidebar.cpp widgets/accessible/qaccessiblewidgets.cpp)
-cmake_language(DEFER CALL at_once QWindowsIntegrationPlugin 8)
+cmake_language(DEFER CALL at_once QWindowsIntegrationPlugin 8 plugins/platforms/windows/qwindowspointerhandler.cpp)
