@@ -1,9 +1,9 @@
 #include "platform/command_line.h"
+#include "runtime/files.h"
 #include "runtime/terminal_text.h"
 #include "runtime/windows_api.h"
 
 #include <cstdio>
-#include <filesystem>
 
 #include <fcntl.h>
 #include <io.h>
@@ -35,10 +35,8 @@ std::vector<std::string> program_arguments(int /*argument_count*/, char** /*argu
     std::vector<std::string> words;
     int count = 0;
     wchar_t** const wide = CommandLineToArgvW(GetCommandLineW(), &count);
-    for (int i = 1; wide != nullptr && i < count; ++i) {
-        const std::u8string word = std::filesystem::path(wide[i]).u8string();
-        words.emplace_back(word.begin(), word.end());
-    }
+    for (int i = 1; wide != nullptr && i < count; ++i)
+        words.push_back(utf8_from_path(wide[i]));
     LocalFree(wide);
     return words;
 }

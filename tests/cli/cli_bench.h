@@ -125,9 +125,9 @@ protected:
 
     /// Names of files, as far as the system allows, that a command line has to quote.
     static strings odd_file_names() {
-        strings names{"with space.bin", "quote'.bin", "-dash.bin", "#1.bin", "\xC3\xA9.bin"};
+        strings names{"with space.bin", "quote'.bin", "-dash.bin", "#1.bin", "\xC3\xA9.bin", "\xFF.bin"};
 #ifndef _WIN32
-        names.insert(names.end(), {"\xFF.bin", "back\\slash.bin"});
+        names.emplace_back("back\\slash.bin");
 #endif
         return names;
     }
