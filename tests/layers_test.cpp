@@ -65,7 +65,8 @@ const std::vector<layer> layers = {
     {"generator",
      "the simulated generator: a model, and the program that serves it on a pseudo terminal or pipe and takes lines "
      "on a socket or pipe",
-     {"runtime", "platform/command_line.h", "platform/port_file.h", "platform/program_directory.h"}},
+     {"runtime", "platform/command_line.h", "platform/port_file.h", "platform/program_directory.h",
+      "platform/windows_standard_input.h"}},
     {"shell",
      "the main window: layout, views, settings file, start-up, shut-down, About",
      {"runtime", "controls", "platform", "link", "edid", "translate", "translate/decode", "signal", "report",

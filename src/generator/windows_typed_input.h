@@ -30,8 +30,6 @@ private:
         HANDLE event = CreateEventW(nullptr, TRUE, FALSE, nullptr);
     };
 
-    static bool read(std::string& text);
-
     std::shared_ptr<shared_state> shared_ = std::make_shared<shared_state>();
 };
 

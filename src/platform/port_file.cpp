@@ -17,7 +17,7 @@ constexpr std::string_view com = "com";
 constexpr std::string_view pipes = R"(\\.\pipe\)";
 constexpr std::size_t most_com_digits = 4;
 constexpr std::size_t longest_pipe = 256;
-constexpr std::size_t most_read = 512;
+constexpr std::size_t longest_content = 512;
 
 [[noreturn]] void fail(const std::string& why) { throw runtime_failure(failure::path_file_access_error, why); }
 
@@ -50,6 +50,7 @@ std::filesystem::path port_file(const std::filesystem::path& folder, int number)
 bool is_pipe(std::string_view device) { return lower_case(device.substr(0, pipes.size())) == pipes; }
 
 std::string device_named_by(std::string_view content) {
+    if (content.size() > longest_content) fail("it is longer than " + std::to_string(longest_content) + " bytes");
     if (content.starts_with(byte_order_mark)) content.remove_prefix(byte_order_mark.size());
     const std::string_view device = without_spaces_around(content);
     if (device.empty()) fail("it is empty; write the device into it, such as COM12");
@@ -64,7 +65,7 @@ std::string device_named_by(std::string_view content) {
 std::optional<std::string> device_of_port_file(const std::filesystem::path& file) {
     std::string content;
     try {
-        content = read_start_of_file(file, most_read);
+        content = read_start_of_file(file, longest_content + 1);
     } catch (const runtime_failure& f) {
         if (f.code() == failure::file_not_found) return std::nullopt;
         throw;

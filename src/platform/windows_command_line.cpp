@@ -1,9 +1,9 @@
 #include "platform/command_line.h"
+#include "runtime/files.h"
 #include "runtime/terminal_text.h"
 #include "runtime/windows_api.h"
 
 #include <cstdio>
-#include <filesystem>
 
 #include <fcntl.h>
 #include <io.h>
@@ -13,6 +13,12 @@
 namespace desk {
 
 namespace {
+
+/// The device NUL is a terminal only for _isatty.
+bool is_console(DWORD which) {
+    DWORD mode = 0;
+    return GetConsoleMode(GetStdHandle(which), &mode) != 0;
+}
 
 /// A console accepts wide characters in any code page.
 bool write_to_console(DWORD which, std::string_view text) {
@@ -29,10 +35,8 @@ std::vector<std::string> program_arguments(int /*argument_count*/, char** /*argu
     std::vector<std::string> words;
     int count = 0;
     wchar_t** const wide = CommandLineToArgvW(GetCommandLineW(), &count);
-    for (int i = 1; wide != nullptr && i < count; ++i) {
-        const std::u8string word = std::filesystem::path(wide[i]).u8string();
-        words.emplace_back(word.begin(), word.end());
-    }
+    for (int i = 1; wide != nullptr && i < count; ++i)
+        words.push_back(utf8_from_path(wide[i]));
     LocalFree(wide);
     return words;
 }
@@ -43,7 +47,7 @@ void prepare_standard_streams() {
 }
 
 bool write_to_standard_output(std::string_view bytes) {
-    if (_isatty(_fileno(stdout)) != 0) return write_to_console(STD_OUTPUT_HANDLE, terminal_text(bytes));
+    if (is_console(STD_OUTPUT_HANDLE)) return write_to_console(STD_OUTPUT_HANDLE, terminal_text(bytes));
     // the report has its own line ends
     _setmode(_fileno(stdout), _O_BINARY);
     return std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size() && std::fflush(stdout) == 0;
@@ -56,10 +60,12 @@ void write_to_standard_error(std::string_view text) {
     }
     _setmode(_fileno(stderr), _O_BINARY);
     std::fwrite(text.data(), 1, text.size(), stderr);
+    // a file is buffered
+    std::fflush(stderr);
 }
 
 void overwrite_terminal_line(std::string_view text) { write_to_console(STD_ERROR_HANDLE, "\r" + terminal_text(text)); }
 
-bool standard_error_is_a_terminal() { return _isatty(_fileno(stderr)) != 0; }
+bool standard_error_is_a_terminal() { return is_console(STD_ERROR_HANDLE); }
 
 } // namespace desk

@@ -1,10 +1,12 @@
 #include "platform/windows_overlapped_device.h"
 
+#include <chrono>
+
 namespace desk {
 
 namespace {
 
-constexpr int most_ms_of_cancelling = 100;
+constexpr std::chrono::milliseconds longest_cancelling{100};
 
 } // namespace
 
@@ -123,7 +125,9 @@ void overlapped_device::send_waiting() {
 void overlapped_device::cancel(std::unique_ptr<transfer>& one) {
     if (!one) return;
     CancelIoEx(handle_, &one->state);
-    for (int i = 0; i < most_ms_of_cancelling && !HasOverlappedIoCompleted(&one->state); ++i)
+    // a sleep takes up to 16 ms
+    const auto end = std::chrono::steady_clock::now() + longest_cancelling;
+    while (!HasOverlappedIoCompleted(&one->state) && std::chrono::steady_clock::now() < end)
         Sleep(1);
     // a driver that does not let go keeps the memory
     if (HasOverlappedIoCompleted(&one->state))

@@ -11,13 +11,6 @@
 
 namespace desk {
 
-std::filesystem::path path_from_utf8(std::string_view text) { return {std::u8string(text.begin(), text.end())}; }
-
-std::string utf8_from_path(const std::filesystem::path& path) {
-    const std::u8string text = path.u8string();
-    return {text.begin(), text.end()};
-}
-
 namespace {
 
 std::string reason_of(const std::error_code& error) {

@@ -9,7 +9,7 @@
 
 namespace desk {
 
-/// Convert between paths and UTF-8 text.
+/// Convert between paths and UTF-8 text. On Windows what is no text becomes U+FFFD.
 std::filesystem::path path_from_utf8(std::string_view text);
 std::string utf8_from_path(const std::filesystem::path& path);
 

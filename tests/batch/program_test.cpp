@@ -35,13 +35,6 @@ edid_buffer good_edid(std::uint8_t serial_number = 1) {
     return edid;
 }
 
-/// One whose gamma can't be decoded.
-edid_buffer bad_gamma() {
-    edid_buffer edid = good_edid();
-    edid[23] = 0xFF;
-    return edid;
-}
-
 std::string bytes_of_edid(const edid_buffer& edid, std::size_t count = edid_size) {
     return {reinterpret_cast<const char*>(edid.data()), count};
 }
@@ -171,6 +164,13 @@ TEST_F(program, reports_that_it_can_not_create_the_folder) {
 }
 
 #ifndef _WIN32
+
+/// One whose gamma can't be decoded.
+edid_buffer bad_gamma() {
+    edid_buffer edid = good_edid();
+    edid[23] = 0xFF;
+    return edid;
+}
 
 TEST_F(program, does_not_wait_for_a_pipe_named_as_a_report) {
     folder.put("one.bin", bytes_of_edid(good_edid()));

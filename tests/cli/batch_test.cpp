@@ -212,8 +212,7 @@ TEST_F(cli_batch, answers_lines_that_are_not_text) {
 
 TEST_F(cli_batch, takes_names_of_files_as_they_are) {
     plug_generator_in();
-    for (const std::string name :
-         {"with space.bin", "quote'.bin", "-dash.bin", "#1.bin", "\xC3\xA9.bin", "\xFF.bin", "back\\slash.bin"}) {
+    for (const std::string& name : odd_file_names()) {
         std::string quoted = "\"";
         for (const char c : path(name))
             quoted += c == '\\' ? "\\\\" : std::string(1, c);

@@ -114,13 +114,22 @@ protected:
         return all;
     }
 
-    std::string path(const std::string& name) const { return (folder / name).string(); }
+    std::string path(const std::string& name) const { return utf8_from_path(folder / name); }
 
     /// Expects a failure without answer; its sentence is on standard error, and in JSON.
     void expect_failure(const program_end& ended, int status, const std::string& sentence) {
         EXPECT_EQ(ended.status, status) << ended.err;
         EXPECT_EQ(ended.err, "velotrace_cli: " + sentence + "\n");
         EXPECT_EQ(ended.out, "");
+    }
+
+    /// Names of files, as far as the system allows, that a command line has to quote.
+    static strings odd_file_names() {
+        strings names{"with space.bin", "quote'.bin", "-dash.bin", "#1.bin", "\xC3\xA9.bin", "\xFF.bin"};
+#ifndef _WIN32
+        names.emplace_back("back\\slash.bin");
+#endif
+        return names;
     }
 
     temporary_directory folder;

@@ -1,5 +1,6 @@
 #include "cli/panel_groups.h"
 
+#include "controls/kinds.h"
 #include "shell/frm_main.h"
 #include "support/fake_machine.h"
 

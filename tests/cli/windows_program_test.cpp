@@ -3,6 +3,7 @@
 #include "platform/port_file.h"
 #include "runtime/failure.h"
 #include "support/desk_files.h"
+#include "support/own_pipe.h"
 #include "support/signal_fixture.h"
 #include "support/windows_running_program.h"
 
@@ -87,6 +88,12 @@ TEST_F(cli_on_a_pipe, reads_and_sets) {
     EXPECT_EQ(text({"string"}), "HELLO WORLD\n") << "the last bytes reach the generator";
 }
 
+TEST_F(cli_on_a_pipe, can_print_to_nowhere) {
+    const auto program = start({"set", "timing", "7"}, {.output = "NUL"});
+    EXPECT_EQ(program->wait(), 0) << program->err();
+    EXPECT_TRUE(has_received("TIM007"));
+}
+
 TEST_F(cli_on_a_pipe, finds_its_port_by_number_and_by_name) {
     EXPECT_EQ(text({"--port", "1", "version"}), "program   v1.3G\nfirmware  v1.2\n");
     EXPECT_EQ(text({"--port", device(), "version"}), "program   v1.3G\nfirmware  v1.2\n");
@@ -151,6 +158,20 @@ TEST_F(cli_on_a_pipe, reports_a_generator_that_is_killed_during_a_read) {
     EXPECT_EQ(reading->wait(), 1);
     EXPECT_EQ(reading->err(), "velotrace_cli: Link Error !\n");
     EXPECT_FALSE(folder.has("unit.bin"));
+}
+
+TEST_F(cli_on_a_pipe, gives_up_if_the_pipe_takes_nothing) {
+    const test::own_pipe stuck(0);
+    expect_failure({"--port", stuck.name(), "version"}, 3, "Waiting for the port to send its output: nothing happens");
+}
+
+TEST_F(cli_on_a_pipe, reports_a_pipe_that_hangs_up_before_it_has_taken_anything) {
+    test::own_pipe stuck(0);
+    const auto waiting = start({"--port", stuck.name(), "version"});
+    EXPECT_TRUE(wait_until([&] { return stuck.has_client(); }));
+    stuck.hang_up();
+    EXPECT_EQ(waiting->wait(), 1);
+    EXPECT_EQ(waiting->err(), "velotrace_cli: Link Error !\n");
 }
 
 TEST_F(cli_on_a_pipe, says_that_another_program_has_the_pipe) {

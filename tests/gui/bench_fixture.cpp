@@ -1,6 +1,6 @@
 #include "bench_fixture.h"
 
-#include "simulator_on_event_loop.h"
+#include "simulator_program.h"
 
 #include <QApplication>
 #include <QFile>
@@ -34,14 +34,6 @@ QByteArray bench::file(const QString& name) const {
 }
 
 void bench::plug_generator() { generator.emplace(simulator_for(com1())); }
-
-std::unique_ptr<simulator_program> bench::simulator_for(const QString& link) {
-#ifdef _WIN32
-    return start_simulator(link);
-#else
-    return simulator_on_event_loop(link);
-#endif
-}
 
 void bench::start() {
     ASSERT_TRUE(program->start());

@@ -27,8 +27,6 @@ protected:
     QByteArray file(const QString& name) const;
 
     void plug_generator();
-    /// A generator that shares this thread's event loop, where the system supports that.
-    static std::unique_ptr<simulator_program> simulator_for(const QString& link);
     std::function<bool()> heard(const QByteArray& command) const {
         return [this, command] { return generator->has_printed("> " + command + "\n"); };
     }

@@ -35,8 +35,6 @@
 #include <thread>
 
 #ifndef _WIN32
-#include "simulator_on_event_loop.h"
-
 #include <unistd.h>
 #endif
 
@@ -78,7 +76,7 @@ public:
         } else if (situation == "endless_drain") {
             unread_line_.emplace(folder_);
         } else {
-            generator_.emplace(simulator(QString::fromStdString((folder_ / "com1").string())));
+            generator_.emplace(simulator_for(QString::fromStdString((folder_ / "com1").string())));
         }
         if (program_.start()) {
             QTimer::singleShot(0, qApp, [this, situation] { enter(situation); });
@@ -90,14 +88,6 @@ public:
     void close() { program_.main_window().close(); }
 
 private:
-    static std::unique_ptr<simulator_program> simulator(const QString& link) {
-#ifdef _WIN32
-        return start_simulator(link);
-#else
-        return simulator_on_event_loop(link);
-#endif
-    }
-
     ui_driver at() { return ui_driver(program_.main_window()); }
 
     void enter(const std::string& situation) {

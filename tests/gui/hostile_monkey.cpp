@@ -6,7 +6,7 @@
 #include "qt/appearance.h"
 #include "qt/desk_program.h"
 #include "raw_input.h"
-#include "simulator_on_event_loop.h"
+#include "simulator_program.h"
 #include "ui_driver.h"
 
 #include <QApplication>
@@ -207,8 +207,7 @@ public:
 
 private:
     operated_simulator& generator() {
-        if (!generator_)
-            generator_ = std::make_unique<operated_simulator>(simulator_on_event_loop(folder_.filePath("com1")));
+        if (!generator_) generator_ = std::make_unique<operated_simulator>(simulator_for(folder_.filePath("com1")));
         return *generator_;
     }
 
@@ -230,9 +229,8 @@ private:
             QFile::copy(QString(FIRST_FILES) + "/" + name, folder_.filePath(name));
             QFile::setPermissions(folder_.filePath(name), QFile::ReadOwner | QFile::WriteOwner);
         }
-        // keeps the machine's ports closed
         for (const char* port : {"com2", "com3", "com4", "com5", "com6", "com7", "com8"})
-            QFile::link("no_device", folder_.filePath(port));
+            keep_closed(folder_.filePath(port));
         program_ = std::make_unique<qt::desk_program>(std::filesystem::path(folder_.path().toStdString()));
         ++starts_;
         if (!program_->start()) throw std::runtime_error("the desk does not start");

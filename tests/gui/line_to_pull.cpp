@@ -3,8 +3,7 @@
 #include "runtime/bytes.h"
 
 #include <chrono>
-
-#include <poll.h>
+#include <utility>
 
 namespace desk::gui {
 
@@ -19,7 +18,7 @@ constexpr int receiver_turn_ms = 20;
 
 } // namespace
 
-line_to_pull::line_to_pull(std::filesystem::path link) : link_(std::move(link)) {
+line_to_pull::line_to_pull(std::filesystem::path folder) : folder_(std::move(folder)) {
     turns_.setTimerType(Qt::PreciseTimer);
     QObject::connect(&turns_, &QTimer::timeout, &turns_, [this] { ++turn_; });
     turns_.start(receiver_turn_ms);
@@ -31,9 +30,8 @@ void line_to_pull::plug() {
     stream_ = {};
     pulled_ = false;
     moment_ = {};
-    terminal_.emplace();
-    std::filesystem::remove(link_);
-    std::filesystem::create_symlink(terminal_->name(), link_);
+    line_.reset();
+    line_ = make_own_line(folder_);
     ending_ = false;
     thread_ = std::thread([this] { serve(); });
 }
@@ -58,10 +56,7 @@ void line_to_pull::pull() {
 }
 
 void line_to_pull::hang_up() {
-    // the terminal's name may be reused before the desk looks it up again
-    std::filesystem::remove(link_);
-    std::filesystem::create_symlink("no_device", link_);
-    terminal_.reset();
+    line_.reset();
     pulled_ = true;
 }
 
@@ -72,9 +67,7 @@ void line_to_pull::end_thread() {
 
 void line_to_pull::serve() {
     while (!ending_ && !pulled_) {
-        pollfd line{terminal_->descriptor(), POLLIN, 0};
-        if (::poll(&line, 1, 5) <= 0) continue;
-        for (const std::uint8_t byte : terminal_->read()) {
+        for (const std::uint8_t byte : line_->read()) {
             if (!pulled_) receive(byte);
         }
     }
@@ -113,7 +106,7 @@ void line_to_pull::send(const answer& parts) {
 void line_to_pull::send(const bytes& data) {
     const bool last = moment_.what == pull_moment::after::sent && moment_.bytes <= sent_ + data.size();
     const std::size_t count = last ? moment_.bytes - sent_ : data.size();
-    terminal_->write(bytes(data.begin(), data.begin() + static_cast<std::ptrdiff_t>(count)));
+    line_->write(bytes(data.begin(), data.begin() + static_cast<std::ptrdiff_t>(count)));
     sent_ += count;
     if (!last) return;
     let_the_desk_read();

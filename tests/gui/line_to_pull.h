@@ -1,16 +1,16 @@
 #pragma once
 
 #include "generator/command_stream.h"
-#include "generator/pseudo_terminal.h"
 #include "generator/simulated_generator.h"
-#include "terminal_pace.h"
+#include "own_line.h"
 
 #include <QTimer>
 
 #include <atomic>
 #include <cstddef>
 #include <filesystem>
-#include <optional>
+#include <memory>
+#include <string>
 #include <thread>
 
 namespace desk::gui {
@@ -27,16 +27,17 @@ struct pull_moment {
     std::size_t bytes = 0;
 };
 
-/// A simulated generator on a pseudo terminal at a port's link, with a cable to pull. Runs in a separate thread, so
-/// that the cable can be pulled while the desk runs no events.
+/// A simulated generator at port 1 of a desk, with a cable to pull. Runs in a separate thread, so that the cable can be
+/// pulled while the desk runs no events.
 class line_to_pull {
 public:
-    explicit line_to_pull(std::filesystem::path link);
+    /// `folder`: the desk's own.
+    explicit line_to_pull(std::filesystem::path folder);
     ~line_to_pull() { end_thread(); }
     line_to_pull(const line_to_pull&) = delete;
     line_to_pull& operator=(const line_to_pull&) = delete;
 
-    /// Connects the generator, with its state, to a new terminal.
+    /// Connects the generator, with its state, to a new line.
     void plug();
     /// Marks the start of a transfer, and the moment in it to pull the cable.
     void pull_at(pull_moment moment);
@@ -55,8 +56,8 @@ private:
     void end_thread();
     void let_the_desk_read() const;
 
-    std::filesystem::path link_;
-    std::optional<pseudo_terminal> terminal_;
+    std::filesystem::path folder_;
+    std::unique_ptr<own_line> line_;
     command_stream stream_;
     std::string last_command_;
     pull_moment moment_;
@@ -64,7 +65,7 @@ private:
     std::size_t sent_ = 0;
     std::atomic<bool> pulled_ = false;
     std::atomic<bool> ending_ = false;
-    terminal_pace pace_;
+    std::shared_ptr<void> pace_ = pace_of_own_lines();
     QTimer turns_; // with the receiver's interval, in the desk's thread
     std::atomic<int> turn_ = 0;
     std::thread thread_;

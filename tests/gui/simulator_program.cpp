@@ -1,5 +1,7 @@
 #include "simulator_program.h"
 
+#include "simulator_on_event_loop.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -73,6 +75,23 @@ private:
 
 std::unique_ptr<simulator_program> start_simulator(const QString& link, const QStringList& options) {
     return std::make_unique<own_process>(link, options);
+}
+
+std::unique_ptr<simulator_program> simulator_for(const QString& link) {
+#ifdef _WIN32
+    return start_simulator(link);
+#else
+    return simulator_on_event_loop(link);
+#endif
+}
+
+void keep_closed(const QString& link) {
+#ifdef _WIN32
+    QFile file(native_link(link));
+    if (file.open(QFile::WriteOnly)) file.write(R"(\\.\pipe\desk_test_that_nobody_serves)");
+#else
+    QFile::link("no_device", link);
+#endif
 }
 
 } // namespace desk::gui

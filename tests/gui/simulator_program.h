@@ -24,4 +24,10 @@ public:
 /// Starts it with `options`; it makes `link`, "com<n>" in a desk's folder, lead to its line.
 std::unique_ptr<simulator_program> start_simulator(const QString& link, const QStringList& options = {});
 
+/// A simulator that shares this thread's event loop, where the system supports that.
+std::unique_ptr<simulator_program> simulator_for(const QString& link);
+
+/// Lets `link`, "com<n>" in a desk's folder, lead to no device, in place of this machine's own.
+void keep_closed(const QString& link);
+
 } // namespace desk::gui

@@ -35,7 +35,7 @@ public:
     QColor color_of(const QString& button);
     int lit(const QString& group, int count);
 
-    line_to_pull cable{directory.filePath("com1").toStdString()};
+    line_to_pull cable{directory.path().toStdString()};
 
     // results of the automatic run
     QString auto_msg;

@@ -46,6 +46,11 @@ TEST(port_file, without_a_device_is_refused_with_the_reason) {
               R"("COM12 # the adapter" is neither a COM port, such as COM12, nor a pipe, \\.\pipe\NAME.)");
 }
 
+TEST(port_file, has_no_quotes_or_separators) {
+    for (const char* const wrong : {"\"COM12\"", "'COM12'", "COM 12", "COM12;", "COM1,COM2", "COM12 COM13"})
+        EXPECT_EQ(test::failure_of([&] { device_named_by(wrong); }), failure::path_file_access_error) << wrong;
+}
+
 TEST(port_file, names_nothing_but_a_com_port_or_a_pipe_of_this_computer) {
     for (const char* const wrong :
          {"COM", "COM0", "COM012", "COM12345", "COM-1", "COM1:", "LPT1", "12", "NUL", "PhysicalDrive0", "\\\\.\\COM12",
@@ -78,11 +83,22 @@ TEST(port_file, is_named_in_the_reason) {
     folder.put("port3.txt", "COM1\nCOM2");
     EXPECT_EQ(test::sentence_of([&] { device_of_port_file(file); }),
               "the file " + utf8_from_path(file) + " names no device: it has more than one line.");
-    folder.put("port3.txt", std::string(100'000, '\n') + "COM12");
-    EXPECT_EQ(test::failure_of([&] { device_of_port_file(file); }), failure::path_file_access_error);
     std::filesystem::remove(file);
     std::filesystem::create_directory(file);
     EXPECT_EQ(test::failure_of([&] { device_of_port_file(file); }), failure::path_file_access_error) << "a folder";
+}
+
+TEST(port_file, is_refused_if_it_is_long) {
+    const test::temporary_directory folder;
+    const auto file = port_file(folder.path(), 3);
+    const std::string longer = "the file " + utf8_from_path(file) + " names no device: it is longer than 512 bytes.";
+    const std::string device = "COM12";
+    folder.put("port3.txt", device + std::string(512 - device.size(), ' '));
+    EXPECT_EQ(device_of_port_file(file), device);
+    folder.put("port3.txt", device + std::string(513 - device.size(), ' '));
+    EXPECT_EQ(test::sentence_of([&] { device_of_port_file(file); }), longer);
+    folder.put("port3.txt", device + std::string(1'000'000, '\n') + "COM13");
+    EXPECT_EQ(test::sentence_of([&] { device_of_port_file(file); }), longer);
 }
 
 TEST(port_file, tells_pipes_from_com_ports) {

@@ -135,6 +135,16 @@ TEST_F(port_at_pipe, counts_what_is_unsent_until_it_is_read) {
     EXPECT_TRUE(has_sent_all());
 }
 
+TEST_F(port_at_pipe, waits_with_each_byte_until_it_is_taken) {
+    test::own_pipe stuck(0);
+    const auto other = make_serial_port_of(stuck.name());
+    other->open(1);
+    other->write(bytes_of("TIM001"));
+    EXPECT_EQ(other->out_count(), 6U);
+    EXPECT_EQ(stuck.take(6), "TIM001");
+    EXPECT_TRUE(wait_until([&] { return other->out_count() == 0; }));
+}
+
 TEST_F(port_at_pipe, forgets_unsent_output_on_request) {
     port->open(1);
     port->write(bytes_of(much()));

@@ -24,7 +24,8 @@ class own_pipe {
 public:
     static constexpr DWORD buffer = 4096;
 
-    own_pipe() {
+    /// `holds`: how many bytes can be unread in each direction.
+    explicit own_pipe(DWORD holds = buffer) : holds_(holds) {
         static int next = 0;
         name_ = "\\\\.\\pipe\\desk_test_" + std::to_string(GetCurrentProcessId()) + "_" + std::to_string(next++);
         serve();
@@ -35,7 +36,7 @@ public:
 
     const std::string& name() const { return name_; }
 
-    /// Writes from the serving end; at most `buffer` bytes can be unread.
+    /// Writes from the serving end, as much as the pipe holds.
     void type(const std::string& text) {
         DWORD sent = 0;
         if (!WriteFile(end_, text.data(), static_cast<DWORD>(text.size()), &sent, nullptr) || sent != text.size())
@@ -63,6 +64,8 @@ public:
         return text;
     }
 
+    bool has_client() const { return PeekNamedPipe(end_, nullptr, 0, nullptr, nullptr, nullptr) != 0; }
+
     /// Closes the serving end.
     void hang_up() {
         if (end_ != INVALID_HANDLE_VALUE) CloseHandle(std::exchange(end_, INVALID_HANDLE_VALUE));
@@ -73,11 +76,12 @@ public:
     void serve() {
         hang_up();
         end_ = CreateNamedPipeA(name_.c_str(), PIPE_ACCESS_DUPLEX | FILE_FLAG_FIRST_PIPE_INSTANCE,
-                                PIPE_TYPE_BYTE | PIPE_READMODE_BYTE | PIPE_WAIT, 1, buffer, buffer, 0, nullptr);
+                                PIPE_TYPE_BYTE | PIPE_READMODE_BYTE | PIPE_WAIT, 1, holds_, holds_, 0, nullptr);
         if (end_ == INVALID_HANDLE_VALUE) throw std::runtime_error("no pipe is available");
     }
 
 private:
+    DWORD holds_;
     std::string name_;
     HANDLE end_ = INVALID_HANDLE_VALUE;
 };

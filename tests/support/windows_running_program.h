@@ -24,12 +24,17 @@ inline std::filesystem::path program_to_run(const std::filesystem::path& built) 
 
 inline bool is_wine() { return GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr; }
 
-/// Waits until it is true; false: it was not within ten seconds.
-inline bool eventually(const std::function<bool()>& condition) { return wait_until(condition); }
+/// Waits until it is true; false: it was not within a minute.
+inline bool eventually(const std::function<bool()>& condition) {
+    for (int i = 0; i < 6; ++i)
+        if (wait_until(condition)) return true;
+    return false;
+}
 
-/// Where the standard input of a program comes from.
+/// Where the standard streams of a program lead.
 struct stream_setup {
     std::string input = "NUL"; ///< a file; empty: a pipe that the test writes to
+    std::string output = {};   ///< a file; empty: one of its own
 };
 
 /// A program that runs beside the test, in the test's folder, and ends with the test at the latest.
@@ -48,8 +53,8 @@ public:
             input = CreateFileW(path_from_utf8(streams.input).c_str(), GENERIC_READ, FILE_SHARE_READ, &inherited,
                                 OPEN_EXISTING, 0, nullptr);
         }
-        const HANDLE out = new_file("out", inherited);
-        const HANDLE err = new_file("err", inherited);
+        const HANDLE out = new_file(streams.output, "out", inherited);
+        const HANDLE err = new_file("", "err", inherited);
         start(words, input, out, err);
         for (const HANDLE one : {input, out, err})
             CloseHandle(one);
@@ -102,9 +107,10 @@ private:
         static int number = 0;
         return number;
     }
-    HANDLE new_file(const std::string& kind, SECURITY_ATTRIBUTES& inherited) const {
-        return CreateFileW((folder_ / (kind + name_)).c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                           &inherited, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    HANDLE new_file(const std::string& chosen, const std::string& kind, SECURITY_ATTRIBUTES& inherited) const {
+        const std::filesystem::path file = chosen.empty() ? folder_ / (kind + name_) : path_from_utf8(chosen);
+        return CreateFileW(file.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited,
+                           CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
     }
     void start(const std::vector<std::string>& words, HANDLE input, HANDLE out, HANDLE err) {
         std::wstring line;
