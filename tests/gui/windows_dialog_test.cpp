@@ -85,6 +85,8 @@ struct seen_system_dialog {
 
 class system_dialogs : public bench {
 protected:
+    system_dialogs() { plug_generator(); }
+
     /// Shows the dialog; in it, types `name` and accepts, or cancels if it is empty.
     std::optional<file_choice> answer(const file_dialog_setup& setup, const std::wstring& name) {
         std::thread operator_([&] { operate(name); });

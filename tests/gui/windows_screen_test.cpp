@@ -30,6 +30,7 @@ HWND handle_of(const QWidget& window) { return reinterpret_cast<HWND>(window.win
 class colors_of_windows : public bench {
 protected:
     colors_of_windows() {
+        plug_generator();
         DWORD value = 0;
         DWORD size = sizeof value;
         if (RegGetValueW(HKEY_CURRENT_USER, choices, light_programs, RRF_RT_REG_DWORD, nullptr, &value, &size) ==
@@ -105,12 +106,15 @@ TEST_F(colors_of_windows, are_those_of_the_title_bar) {
     EXPECT_TRUE(wait_until([&] { return !is_dark(); }, 5000));
 }
 
-class screens_of_windows : public bench {};
+class screens_of_windows : public bench {
+protected:
+    screens_of_windows() { plug_generator(); }
+};
 
 TEST_F(screens_of_windows, can_have_different_scales) {
     start();
-    EXPECT_TRUE(AreDpiAwarenessContextsEqual(GetWindowDpiAwarenessContext(handle_of(program->main_window())),
-                                             DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2));
+    EXPECT_EQ(GetAwarenessFromDpiAwarenessContext(GetWindowDpiAwarenessContext(handle_of(program->main_window()))),
+              DPI_AWARENESS_PER_MONITOR_AWARE);
 }
 
 TEST_F(screens_of_windows, give_the_window_its_size) {
