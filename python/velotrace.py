@@ -152,7 +152,7 @@ _PATIENCE = 10.0  # seconds for the end of velotrace_cli, which lets the line fi
 class Desk:
     """A desk on a port, which one program at a time can use; close it, or use it in a with statement.
 
-    port: 1 to 8, or the path of a device; by default the port of the desk's settings.
+    port: 1 to 8, or a device: its path, or on Windows its name, "COM12"; by default the port of the desk's settings.
     program: the file of velotrace_cli; by default the one that was installed with this module, or the first on PATH.
 
     The port is opened by the first command that needs it. Use a desk in one thread at a time. An exception in the
