@@ -85,8 +85,7 @@ private:
             throw runtime_failure(failure::file_already_open,
                                   "another file's report is already in " + utf8_from_path(path));
         // only an older report is overwritten
-        std::error_code unknown;
-        if (std::filesystem::exists(path, unknown) && !is_report(path)) {
+        if (std::filesystem::exists(std::filesystem::file_status(type_of_file(path))) && !is_report(path)) {
             throw runtime_failure(failure::path_file_access_error,
                                   utf8_from_path(path) + " is not a report and is not replaced");
         }
@@ -111,8 +110,7 @@ private:
 
     void warn_of_older_report(const input_file& file, outcome& result) const {
         const std::filesystem::path path = report_path(file);
-        std::error_code unknown;
-        if (!file.name_taken && std::filesystem::is_regular_file(path, unknown) && is_report(path))
+        if (!file.name_taken && type_of_file(path) == std::filesystem::file_type::regular && is_report(path))
             result.messages.push_back(utf8_from_path(path) + " is an older report.");
     }
 

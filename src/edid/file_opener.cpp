@@ -135,9 +135,8 @@ void file_opener::load_ddc() {
 void file_opener::show_box(const std::string& text) { machine_.boxes.show(text, box_icon::critical, box_buttons::ok); }
 
 bool file_exists(const std::string& path) {
-    std::error_code error;
-    const auto status = std::filesystem::status(path_from_utf8(path), error);
-    return std::filesystem::exists(status) && !std::filesystem::is_directory(status);
+    const std::filesystem::file_type type = type_of_file(path_from_utf8(path));
+    return std::filesystem::exists(std::filesystem::file_status(type)) && type != std::filesystem::file_type::directory;
 }
 
 } // namespace desk

@@ -25,7 +25,12 @@ end_request::end_request() {
 
 end_request::~end_request() { SetConsoleCtrlHandler(note_end_request, FALSE); }
 
-bool end_request::received() const { return request_came; }
+bool end_request::received() const {
+    // the windows get what the system has sent them, such as the end of the user's log-on; clicks and keys wait
+    MSG none{};
+    PeekMessageW(&none, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
+    return request_came;
+}
 
 int end_request::descriptor() const { return -1; }
 

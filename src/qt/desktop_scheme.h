@@ -22,8 +22,11 @@ private:
     std::unique_ptr<QObject> watch_;
 };
 
-/// Reads and watches the desktop's setting for the life of the object. Calls `report` from the event loop with each
-/// answer; never blocks.
+/// What is known of the desktop's setting without waiting: on POSIX systems the palette that Qt has found.
+scheme desktop_scheme_now();
+
+/// Watches the desktop's setting for the life of the object. Calls `report` from the event loop, with the present
+/// setting too if that takes a wait; never blocks.
 std::unique_ptr<QObject> watch_desktop(std::function<void(scheme)> report);
 
 } // namespace desk::qt

@@ -47,8 +47,9 @@ void event_gate::end_waits() {
 }
 
 void event_gate::end_if_requested() {
-    if (!end_requested || !end_requested()) return;
-    if (!over_ && end_in_order) end_in_order();
+    // asking can deliver the request
+    const bool requested = end_requested && end_requested();
+    if (requested && !over_ && end_in_order) end_in_order();
     throw_if_over();
 }
 

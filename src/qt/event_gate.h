@@ -33,7 +33,7 @@ public:
     std::function<bool()> end_requested;
     std::function<void()> end_in_order;
 
-    /// If the system has requested the end, ends the program in order and throws program_over.
+    /// If the system has requested the end, ends the program in order. Throws program_over if the program is over.
     void end_if_requested();
 
     /// Ends the event loops of boxes, dialogs, menus and modal windows.

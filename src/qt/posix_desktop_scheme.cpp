@@ -8,6 +8,8 @@
 #include <QDBusPendingReply>
 #include <QDBusVariant>
 #include <QFileInfo>
+#include <QGuiApplication>
+#include <QPalette>
 #include <QTimer>
 
 #include <optional>
@@ -78,6 +80,8 @@ private:
 };
 
 } // namespace
+
+scheme desktop_scheme_now() { return scheme_of(QGuiApplication::palette()); }
 
 std::unique_ptr<QObject> watch_desktop(std::function<void(scheme)> report) {
     return std::make_unique<portal>(std::move(report));

@@ -2,12 +2,15 @@
 
 #include "qt/plan_fit.h"
 #include "qt/plan_scale.h"
+#include "qt/window_drag.h"
 
 #include <QEvent>
 #include <QScreen>
+#include <QTimer>
 #include <QWidget>
 #include <QWindow>
 
+#include <chrono>
 #include <cmath>
 #include <cstdlib>
 #include <limits>
@@ -18,6 +21,7 @@ namespace {
 
 /// A typical window frame.
 constexpr QMargins usual_frame(2, 30, 2, 2);
+constexpr std::chrono::milliseconds look_for_end_of_drag(50);
 constexpr double largest_scale = std::numeric_limits<double>::infinity();
 
 } // namespace
@@ -71,7 +75,8 @@ void window_place::on_first_show() {
     window_.windowHandle()->installEventFilter(this);
     connect(window_.windowHandle(), &QWindow::screenChanged, this, [this] {
         watch_screen();
-        fit_on_screen();
+        // on Windows the window gets its size for the new screen after this
+        QMetaObject::invokeMethod(this, &window_place::fit_on_new_screen, Qt::QueuedConnection);
     });
     watch_screen();
 }
@@ -87,21 +92,36 @@ void window_place::correct_first_size() {
     const bool is_first = std::abs(changed.width()) <= 1 && std::abs(changed.height()) <= 1;
     if (window_.isMaximized() || window_.isFullScreen() || !is_first) return;
     const QSize size = size_within(room_on_screen(), usual_scale_);
-    if (size != first_size_) window_.resize(size);
-    keep_in_sight();
+    put_in_sight(size != first_size_ ? size : window_.size());
+}
+
+void window_place::fit_on_new_screen() {
+    if (is_window_dragged())
+        QTimer::singleShot(look_for_end_of_drag, this, &window_place::fit_on_new_screen);
+    else
+        fit_on_screen();
 }
 
 void window_place::fit_on_screen() {
     if (window_.isMaximized() || window_.isFullScreen()) return;
     const QSize room = window_.size().boundedTo(room_on_screen());
-    if (room != window_.size()) window_.resize(size_within(room, largest_scale));
-    keep_in_sight();
+    put_in_sight(room != window_.size() ? size_within(room_on_screen(), largest_scale) : window_.size());
 }
 
-void window_place::keep_in_sight() {
+void window_place::put_in_sight(QSize size) {
+    const QRect now = window_.geometry();
     const QRect frame = window_.frameGeometry();
-    const QRect moved = moved_into(window_.screen()->availableGeometry(), frame);
-    if (moved.topLeft() != frame.topLeft()) window_.move(moved.topLeft());
+    const QMargins around(now.left() - frame.left(), now.top() - frame.top(), frame.right() - now.right(),
+                          frame.bottom() - now.bottom());
+    const QRect moved = moved_into(window_.screen()->availableGeometry(), QRect(frame.topLeft(), size.grownBy(around)));
+    if (moved.topLeft() == frame.topLeft()) {
+        if (size != now.size()) window_.resize(size);
+    } else if (size == now.size()) {
+        window_.move(moved.topLeft());
+    } else {
+        // at once: between two steps most of the window could be on another screen, which it would then belong to
+        window_.setGeometry(moved.marginsRemoved(around));
+    }
 }
 
 } // namespace desk::qt

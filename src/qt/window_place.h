@@ -32,9 +32,11 @@ private:
     void on_first_show();
     void correct_first_size();
     void watch_screen();
+    /// Not while the operator still drags the window there.
+    void fit_on_new_screen();
     /// Called after the screen has become smaller.
     void fit_on_screen();
-    void keep_in_sight();
+    void put_in_sight(QSize size);
 
     QWidget& window_;
     QSize plan_;

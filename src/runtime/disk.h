@@ -23,6 +23,10 @@ enum class open_to {
 // conditions of std::errc; std::errc::not_supported means that a name leads to something other than a regular file,
 // which is then not opened.
 
+/// What a name leads to, as std::filesystem::status reports it, at any length of the path. On Windows everything but a
+/// folder is regular.
+std::filesystem::file_type type_of_file(const std::filesystem::path& path);
+
 /// Reads the first bytes of a regular file, `most` at most.
 std::error_code read_file(const std::filesystem::path& path, std::size_t most, std::string& bytes);
 
@@ -42,7 +46,7 @@ std::error_code write_new_file(const std::filesystem::path& path, std::string_vi
 std::error_code write_new_file_like(const std::filesystem::path& old, const std::filesystem::path& path,
                                     std::string_view bytes, outlives worst);
 
-/// Atomically renames a file over another one in the same folder.
+/// Atomically renames a file over another one in the same folder; deletes it if that fails.
 std::error_code rename_over(const std::filesystem::path& from, const std::filesystem::path& to, outlives worst);
 
 /// Overwrites an existing regular file with `bytes` and truncates it to their length; it keeps its owner, group,

@@ -15,6 +15,7 @@ namespace {
 
 std::string reason_of(const std::error_code& error) {
     if (error == std::errc::not_supported) return "it is not a regular file";
+    if (error == std::errc::device_or_resource_busy) return "another program has it open";
     return error.message();
 }
 
@@ -86,18 +87,11 @@ std::error_code put_in_place_of(const std::filesystem::path& target, bool is_the
         error = is_there ? write_new_file_like(target, beside, bytes, worst)
                          : write_new_file(beside, bytes, worst, open_to::others);
     } while (error == std::errc::file_exists);
-    if (error) return error;
-    error = rename_over(beside, target, worst);
-    std::error_code ignored;
-    if (error) std::filesystem::remove(beside, ignored);
-    return error;
+    return error ? error : rename_over(beside, target, worst);
 }
 
 std::error_code replace(const std::filesystem::path& path, std::string_view bytes, outlives worst) {
-    std::error_code error;
-    const std::filesystem::file_status status = std::filesystem::status(path, error);
-    if (!std::filesystem::status_known(status)) return error;
-    const bool is_there = std::filesystem::exists(status);
+    const bool is_there = type_of_file(path) != std::filesystem::file_type::not_found;
     // a write-protected file is not replaced either
     const old_file_state old = is_there ? look_at_old_file(path) : old_file_state();
     if (old.error) return old.error;
@@ -105,7 +99,7 @@ std::error_code replace(const std::filesystem::path& path, std::string_view byte
     // the folder is scanned once for each file saved by hand, not for each of thousands
     if (worst == outlives::power_loss) remove_left_behind(target.parent_path());
     if (!old.has_one_name) return write_in_place(target, bytes, worst);
-    error = put_in_place_of(target, is_there, bytes, worst);
+    const std::error_code error = put_in_place_of(target, is_there, bytes, worst);
     return is_there && keeps_names(error) ? write_in_place(target, bytes, worst) : error;
 }
 
@@ -141,8 +135,7 @@ void replace_whole_file(const std::filesystem::path& path, std::string_view byte
 
 void write_over_file(const std::filesystem::path& path, std::string_view bytes) {
     std::string content(bytes);
-    std::error_code error;
-    if (std::filesystem::is_regular_file(path, error)) {
+    if (type_of_file(path) == std::filesystem::file_type::regular) {
         const std::string old = read_whole_file(path);
         if (old.size() > content.size()) content.append(old, content.size());
     }

@@ -176,6 +176,11 @@ std::error_code create(const std::filesystem::path& path, std::string_view bytes
 
 } // namespace
 
+std::filesystem::file_type type_of_file(const std::filesystem::path& path) {
+    std::error_code error;
+    return std::filesystem::status(path, error).type();
+}
+
 std::error_code read_file(const std::filesystem::path& path, std::size_t most, std::string& bytes) {
     const regular_file file(path, O_RDONLY);
     bytes.clear();
@@ -199,7 +204,11 @@ std::error_code write_new_file_like(const std::filesystem::path& old, const std:
 }
 
 std::error_code rename_over(const std::filesystem::path& from, const std::filesystem::path& to, outlives worst) {
-    if (::rename(from.c_str(), to.c_str()) != 0) return last_error();
+    if (::rename(from.c_str(), to.c_str()) != 0) {
+        const std::error_code error = last_error();
+        ::unlink(from.c_str());
+        return error;
+    }
     if (worst == outlives::power_loss) {
         // the new file is renamed already: a rename not yet on disk is no failure
         const descriptor folder(

@@ -1,7 +1,9 @@
 #include "runtime/disk.h"
 #include "runtime/windows_api.h"
+#include "runtime/windows_long_path.h"
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 #include <vector>
 
@@ -65,13 +67,13 @@ public:
 
 private:
     HANDLE open(const std::filesystem::path& path, DWORD access) {
-        const DWORD attributes = GetFileAttributesW(path.c_str());
-        if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+        if (type_of_file(path) == std::filesystem::file_type::directory) {
             error_ = std::make_error_code(std::errc::is_a_directory);
             return INVALID_HANDLE_VALUE;
         }
-        return CreateFileW(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                           OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+        return CreateFileW(without_length_limit(path).c_str(), access,
+                           FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                           FILE_ATTRIBUTE_NORMAL, nullptr);
     }
 
     std::error_code error_;
@@ -79,7 +81,10 @@ private:
 };
 
 std::error_code flush(HANDLE file, outlives worst) {
-    return worst != outlives::power_loss || FlushFileBuffers(file) ? std::error_code() : last_error();
+    if (worst != outlives::power_loss || FlushFileBuffers(file)) return {};
+    // accept a file server that can't flush
+    const DWORD error = GetLastError();
+    return error == ERROR_INVALID_FUNCTION || error == ERROR_NOT_SUPPORTED ? std::error_code() : last_error();
 }
 
 std::error_code write_all(HANDLE file, std::string_view bytes) {
@@ -120,6 +125,7 @@ std::error_code write_and_cut(HANDLE file, std::string_view bytes, LONGLONG leng
     return cut(file, length);
 }
 
+/// The security descriptor of a file with its access list alone; empty if the file system has none.
 std::vector<char> access_list_of(const std::filesystem::path& path) {
     DWORD size = 0;
     GetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
@@ -128,18 +134,47 @@ std::vector<char> access_list_of(const std::filesystem::path& path) {
     return list;
 }
 
+/// Null if there is no list.
+const ACL* entries_of(std::vector<char>& descriptor) {
+    BOOL is_there = FALSE;
+    BOOL is_default = FALSE;
+    ACL* entries = nullptr;
+    if (!GetSecurityDescriptorDacl(descriptor.data(), &is_there, &entries, &is_default)) return nullptr;
+    return is_there ? entries : nullptr;
+}
+
+bool has_access_list(const std::filesystem::path& path, std::vector<char>& wanted) {
+    std::vector<char> found = access_list_of(path);
+    if (found.empty()) return false;
+    const ACL* const one = entries_of(found);
+    const ACL* const other = entries_of(wanted);
+    if (one == nullptr || other == nullptr) return one == other;
+    return one->AclSize == other->AclSize && std::memcmp(one, other, one->AclSize) == 0;
+}
+
 std::error_code create(const std::filesystem::path& path, std::string_view bytes, outlives worst,
                        SECURITY_ATTRIBUTES* whom) {
-    open_handle file(CreateFileW(path.c_str(), GENERIC_WRITE, 0, whom, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
+    const std::filesystem::path name = without_length_limit(path);
+    open_handle file(CreateFileW(name.c_str(), GENERIC_WRITE, 0, whom, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file.is_open()) return last_error();
     std::error_code error = write_all(file.get(), bytes);
     if (!error) error = flush(file.get(), worst);
     file.close();
-    if (error) DeleteFileW(path.c_str());
+    if (error) DeleteFileW(name.c_str());
     return error;
 }
 
 } // namespace
+
+std::filesystem::file_type type_of_file(const std::filesystem::path& path) {
+    const DWORD attributes = GetFileAttributesW(without_length_limit(path).c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES) {
+        return last_error() == std::errc::no_such_file_or_directory ? std::filesystem::file_type::not_found
+                                                                    : std::filesystem::file_type::none;
+    }
+    return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? std::filesystem::file_type::directory
+                                                        : std::filesystem::file_type::regular;
+}
 
 std::error_code read_file(const std::filesystem::path& path, std::size_t most, std::string& bytes) {
     const regular_file file(path, GENERIC_READ);
@@ -163,18 +198,27 @@ std::error_code write_new_file(const std::filesystem::path& path, std::string_vi
 std::error_code write_new_file_like(const std::filesystem::path& old, const std::filesystem::path& path,
                                     std::string_view bytes, outlives worst) {
     // a file system without access lists has none to keep
-    std::vector<char> list = access_list_of(old);
+    std::vector<char> list = access_list_of(without_length_limit(old));
     SECURITY_ATTRIBUTES like{sizeof like, list.data(), FALSE};
     if (const std::error_code error = create(path, bytes, worst, list.empty() ? nullptr : &like)) return error;
-    if (list.empty() || SetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, list.data())) return {};
-    DeleteFileW(path.c_str());
+    const std::filesystem::path name = without_length_limit(path);
+    // on many network shares nobody can change a list, but a new file has that of the folder, as the old one does
+    if (list.empty() || has_access_list(name, list) ||
+        SetFileSecurityW(name.c_str(), DACL_SECURITY_INFORMATION, list.data()))
+        return {};
+    DeleteFileW(name.c_str());
     return std::make_error_code(std::errc::operation_not_permitted);
 }
 
+// ReplaceFile would keep more of the old file, such as its creation time, but takes two steps: if the second one fails,
+// the name leads nowhere.
 std::error_code rename_over(const std::filesystem::path& from, const std::filesystem::path& to, outlives worst) {
+    const std::filesystem::path made = without_length_limit(from);
     const DWORD through = worst == outlives::power_loss ? MOVEFILE_WRITE_THROUGH : 0;
-    if (!MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | through)) return last_error();
-    return {};
+    if (MoveFileExW(made.c_str(), without_length_limit(to).c_str(), MOVEFILE_REPLACE_EXISTING | through)) return {};
+    const std::error_code error = last_error();
+    DeleteFileW(made.c_str());
+    return error;
 }
 
 std::error_code write_in_place(const std::filesystem::path& path, std::string_view bytes, outlives worst) {
@@ -194,7 +238,7 @@ std::error_code write_in_place(const std::filesystem::path& path, std::string_vi
 
 folder_lock::folder_lock(const std::filesystem::path& folder) {
     constexpr int most_tries = 500;
-    const std::filesystem::path name = folder / "velotrace.lock";
+    const std::filesystem::path name = without_length_limit(folder / "velotrace.lock");
     for (int i = 0; i < most_tries; ++i) {
         const HANDLE file = CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                                         FILE_ATTRIBUTE_NORMAL | FILE_FLAG_DELETE_ON_CLOSE, nullptr);

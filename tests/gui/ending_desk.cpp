@@ -1,5 +1,5 @@
 // Puts the desk into a situation in which the test requests its end: ending_desk SITUATION FOLDER. Prints "there"
-// once it is in it; a line on standard input presses the main window's close button.
+// once it is in it; on POSIX systems, a line on standard input presses the main window's close button.
 
 #include "dialog_driver.h"
 #include "operated_simulator.h"
@@ -8,8 +8,8 @@
 #include "qt/desk_program.h"
 #include "qt/end_watch.h"
 #include "runtime/failure.h"
-#include "simulator_on_event_loop.h"
 #include "ui_driver.h"
+#include "unread_line.h"
 
 #include <QAbstractScrollArea>
 #include <QApplication>
@@ -24,7 +24,6 @@
 #include <QTest>
 #include <QTimer>
 
-#include <array>
 #include <atomic>
 #include <chrono>
 #include <cstdio>
@@ -35,9 +34,9 @@
 #include <optional>
 #include <thread>
 
-#include <fcntl.h>
-#include <stdlib.h>
+#ifndef _WIN32
 #include <unistd.h>
+#endif
 
 namespace desk::gui {
 
@@ -65,40 +64,6 @@ bool is_open() {
     return qobject_cast<Window*>(QApplication::activeModalWidget()) != nullptr;
 }
 
-/// A line that nobody reads. Link the port to its name before the desk starts.
-class unread_line {
-public:
-    explicit unread_line(const std::filesystem::path& link) : master_(::posix_openpt(O_RDWR | O_NOCTTY)) {
-        ::grantpt(master_);
-        ::unlockpt(master_);
-        const char* const name = ::ptsname(master_);
-        slave_ = ::open(name, O_RDWR | O_NOCTTY | O_NONBLOCK);
-        std::filesystem::create_symlink(name, link);
-    }
-    ~unread_line() {
-        ::close(slave_);
-        ::close(master_);
-    }
-    unread_line(const unread_line&) = delete;
-    unread_line& operator=(const unread_line&) = delete;
-
-    /// Fills its buffer, so that it accepts nothing more.
-    void fill() const {
-        const std::array<char, 1024> some{};
-        // the system frees some space when it moves the first bytes to the other end
-        constexpr int full_for_sure = 20;
-        for (int refused = 0; refused < full_for_sure;) {
-            refused =
-                ::write(slave_, some.data(), some.size()) > 0 || ::write(slave_, some.data(), 1) > 0 ? 0 : refused + 1;
-            std::this_thread::sleep_for(std::chrono::milliseconds(10));
-        }
-    }
-
-private:
-    int master_;
-    int slave_ = -1;
-};
-
 class ending_desk {
 public:
     ending_desk(const std::filesystem::path& folder, qt::end_watch& watch) : folder_(folder), program_(folder) {
@@ -109,9 +74,9 @@ public:
         if (situation == "start_up") {
             print_there_when(is_open<QMessageBox>);
         } else if (situation == "endless_drain") {
-            unread_line_.emplace(folder_ / "com1");
+            unread_line_.emplace(folder_);
         } else {
-            generator_.emplace(simulator_on_event_loop(QString::fromStdString(folder_ / "com1")));
+            generator_.emplace(simulator_for(QString::fromStdString((folder_ / "com1").string())));
         }
         if (program_.start()) {
             QTimer::singleShot(0, qApp, [this, situation] { enter(situation); });
@@ -180,7 +145,7 @@ private:
     /// Opens the same EDID from a file in the WRITE window.
     void open_edid() {
         const QByteArray edid = generator_->sink(1);
-        const QString path = QString::fromStdString(folder_ / "first.bin");
+        const QString path = QString::fromStdString((folder_ / "first.bin").string());
         QFile file(path);
         if (!file.open(QFile::WriteOnly)) return;
         file.write(edid);
@@ -307,11 +272,13 @@ int run(int argument_count, char** arguments) {
     qt::set_appearance(application);
     if (argument_count != 3) return 2;
     ending_desk desk(arguments[2], watch);
+#ifndef _WIN32
     QSocketNotifier typed(STDIN_FILENO, QSocketNotifier::Read);
     QObject::connect(&typed, &QSocketNotifier::activated, &typed, [&] {
         typed.setEnabled(false);
         desk.close();
     });
+#endif
     return desk.run(arguments[1]);
 }
 

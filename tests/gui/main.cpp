@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 int main(int argument_count, char** arguments) {
-    const desk::gui::off_screen screen(qEnvironmentVariable("DESK_SCREEN", "3840x2400"));
+    const desk::gui::off_screen screen(qEnvironmentVariable("DESK_SCREEN", "3840x2400,3840x2400@2"));
     for (const char* display : {"DISPLAY", "WAYLAND_DISPLAY"})
         qunsetenv(display);
     ::testing::InitGoogleTest(&argument_count, arguments);
