@@ -112,9 +112,9 @@ struct video_capability {
 
 struct hdr_static_metadata {
     place where;
-    std::vector<std::string_view> eotfs;       ///< static: "SDR", "HDR", "PQ", "HLG"
+    std::vector<std::string_view> eotfs; ///< static: "SDR", "HDR", "PQ", "HLG"
     bool static_metadata_type_1 = false;
-    std::optional<double> max_nits;            ///< desired content luminance
+    std::optional<double> max_nits; ///< desired content luminance
     std::optional<double> max_average_nits;
     std::optional<double> min_nits;
 };
@@ -142,7 +142,7 @@ struct cta_facts {
     std::optional<hdr_static_metadata> hdr;
     std::vector<std::uint16_t> hdr_dynamic_types;
     bool hdr10_plus = false;
-    std::uint8_t dolby_vision = 0; ///< the block's version plus 1; 0: no block
+    std::uint8_t dolby_vision = 0;             ///< the block's version plus 1; 0: no block
     std::vector<std::uint8_t> preferred_video; ///< short video references, in order
     std::vector<vendor_block> vendors;
 };

@@ -91,7 +91,7 @@ struct display_facts {
     bool has_base_block = false; ///< there are 128 bytes at least
     bool has_header = false;
 
-    std::string maker; ///< PNP id of three letters; other characters of an invalid one too
+    std::string maker;           ///< PNP id of three letters; other characters of an invalid one too
     std::string_view maker_name; ///< static; empty: not in the list
     std::uint16_t product_code = 0;
     std::optional<std::uint32_t> serial_number;
@@ -109,8 +109,8 @@ struct display_facts {
     std::optional<double> aspect; ///< width by height, if stated instead of the size
     std::optional<double> gamma;
     power_management power;
-    std::string_view color_type;      ///< static, of analog displays: "RGB" and the like
-    bool ycbcr444 = false;            ///< of digital displays
+    std::string_view color_type; ///< static, of analog displays: "RGB" and the like
+    bool ycbcr444 = false;       ///< of digital displays
     bool ycbcr422 = false;
     bool srgb_default = false;
     bool preferred_is_native = false; ///< the first detailed timing has the native format and rate

@@ -32,8 +32,8 @@ formula_timing cvt_normal(double width, double height, double rate_hz) {
     constexpr double back_porch = 6;
     const double line_us = (1e6 / rate_hz - min_vsync_and_back_porch_us) / (height + front_porch);
     if (line_us <= 0) return {};
-    const double sync_and_back = std::max(std::floor(min_vsync_and_back_porch_us / line_us) + 1,
-                                          cvt_v_sync(width, height) + back_porch);
+    const double sync_and_back =
+        std::max(std::floor(min_vsync_and_back_porch_us / line_us) + 1, cvt_v_sync(width, height) + back_porch);
     const double duty = std::max(c_prime - m_prime * line_us / 1000, min_duty);
     const double blank = std::floor(width * duty / (100 - duty) / (2 * cell)) * 2 * cell;
     const double total = width + blank;

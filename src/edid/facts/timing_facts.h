@@ -62,12 +62,12 @@ struct video_mode {
     std::uint32_t height = 0; ///< of a frame
     bool interlaced = false;
     bool reduced_blanking = false;
-    bool native = false; ///< or preferred
+    bool native = false;   ///< or preferred
     double refresh_hz = 0; ///< of fields for an interlaced mode
     double h_khz = 0;
     std::uint32_t pixel_clock_khz = 0;
-    std::uint8_t vic = 0; ///< 0: none
-    std::uint8_t dmt = 0; ///< 0: none
+    std::uint8_t vic = 0;     ///< 0: none
+    std::uint8_t dmt = 0;     ///< 0: none
     std::string_view formula; ///< "GTF" or "CVT" if the clock and line rate come from that formula; static
 };
 
