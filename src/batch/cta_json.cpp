@@ -33,7 +33,8 @@ void write_video(json_writer& json, const facts::cta_facts& cta) {
     json.key("vics");
     json.begin_array();
     for (const facts::video_code& v : cta.video) {
-        if (v.ycbcr420_only) continue;
+        // 0 and 128 are no codes
+        if (v.ycbcr420_only || v.vic == 0 || v.vic == 128) continue;
         json.begin_object();
         json.member("vic", std::int64_t{v.vic});
         json.member("native", v.native);

@@ -93,6 +93,7 @@ void write_limits(json_writer& json, const display_facts& f) {
     json.member("min_h_khz", std::int64_t{f.limits->min_h_khz});
     json.member("max_h_khz", std::int64_t{f.limits->max_h_khz});
     json.member("max_clock_mhz", f.limits->max_clock_mhz);
+    json.member("exact_max_clock_mhz", f.limits->exact_max_clock_mhz);
     json.member("formula", f.limits->formula);
     json.end_object();
 }
