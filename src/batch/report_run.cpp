@@ -1,8 +1,11 @@
 #include "batch/report_run.h"
 
+#include "batch/display_json.h"
 #include "batch/edid_file.h"
 #include "edid/format/buffer.h"
 #include "edid/format/file_kind.h"
+#include "platform/file_names.h"
+#include "platform/sha256.h"
 #include "report/text/report_text.h"
 #include "runtime/failure.h"
 #include "runtime/files.h"
@@ -14,6 +17,9 @@
 #include <atomic>
 #include <exception>
 #include <filesystem>
+#include <optional>
+#include <set>
+#include <span>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -30,6 +36,22 @@ struct outcome {
     std::vector<std::string> messages;
 };
 
+/// The desk's report, as far as it goes.
+struct desk_report {
+    desk_report(const edid_buffer& edid, const std::tm& now) {
+        translation_tables tables;
+        double sn_value = 0;
+        try {
+            report_build(text, edid, tables, sn_value, date_text(now), time_text(now));
+        } catch (const runtime_failure& f) {
+            failed = f;
+        }
+    }
+
+    std::string text;
+    std::optional<runtime_failure> failed;
+};
+
 /// Writes the report of a file.
 class reporter {
 public:
@@ -40,50 +62,82 @@ public:
         result = {};
         const std::string path = inputs_.path_of(file);
         try {
-            build(path, read(path, kind_by_extension(file.name), result), result);
-            if (result.reported && saves()) save(file, result);
+            const std::string content = read_whole_file(path_from_utf8(path));
+            const edid_file edid = edid_in(content, kind_by_extension(file.name));
+            if (wanted_.format == output_format::json)
+                describe(path, content, edid, result);
+            else
+                build(path, edid, result);
         } catch (const runtime_failure& f) {
             fail(result, path + ": " + f.sentence());
         } catch (const std::exception& e) {
             fail(result, path + ": " + e.what() + ".");
         }
-        if (!result.reported && saves()) warn_of_older_report(file, result);
+        if (!file.shares_name) finish(file, result);
     }
 
-private:
-    static edid_buffer read(const std::string& path, file_kind kind, outcome& result) {
-        const edid_file file = read_edid_file(path_from_utf8(path), kind);
-        if (!file.remark.empty()) result.messages.push_back(path + ": " + file.remark + ".");
-        return file.edid;
-    }
-
-    void build(const std::string& path, const edid_buffer& edid, outcome& result) const {
-        const std::tm now = dates_.now();
-        std::string report_text;
-        translation_tables tables;
-        double sn_value = 0;
+    /// Saves a report to the folder for reports, if there is one.
+    void finish(const input_file& file, outcome& result) const {
+        if (!saves()) return;
+        const std::string path = inputs_.path_of(file);
         try {
-            report_build(report_text, edid, tables, sn_value, date_text(now), time_text(now));
-            result.report = bytes_from_text(report_text + std::string(line_end));
-            result.reported = true;
+            if (result.reported) save(file, result);
         } catch (const runtime_failure& f) {
-            result.messages.push_back(path + ": run-time error " + std::to_string(f.number()) + ": " +
-                                      std::string(f.text()) + ". " + f.sentence() + " The report so far:\n" +
-                                      report_text);
+            fail(result, path + ": " + f.sentence());
+        } catch (const std::exception& e) {
+            fail(result, path + ": " + e.what() + ".");
+        }
+        if (!result.reported) warn_of_older_report(file, result);
+    }
+
+    /// The same for a file that shares its report's name: the first report that is written has it. Files must come in
+    /// their order.
+    void finish_in_order(const input_file& file, outcome& result) {
+        if (!saves() || !file.shares_name) return;
+        std::string name = folded_name(inputs_.report_name(file));
+        if (!names_written_.contains(name)) {
+            finish(file, result);
+            if (result.reported) names_written_.insert(std::move(name));
+        } else if (result.reported) {
+            fail(result, inputs_.path_of(file) + ": another file's report is already in " +
+                             utf8_from_path(report_path(file)) + ".");
         }
     }
 
+private:
+    void build(const std::string& path, const edid_file& file, outcome& result) const {
+        if (!file.remark.empty()) result.messages.push_back(path + ": " + file.remark + ".");
+        desk_report report(file.edid, dates_.now());
+        if (!report.failed) {
+            result.report = bytes_from_text(report.text + std::string(line_end));
+            result.reported = true;
+            return;
+        }
+        result.messages.push_back(path + ": run-time error " + std::to_string(report.failed->number()) + ": " +
+                                  std::string(report.failed->text()) + ". " + report.failed->sentence() +
+                                  " The report so far:\n" + report.text);
+    }
+
+    void describe(const std::string& path, std::string_view content, const edid_file& file, outcome& result) const {
+        const desk_report report(file.edid, dates_.now());
+        const std::string digest = sha256({reinterpret_cast<const std::uint8_t*>(content.data()), content.size()});
+        file_in_json about{path, digest, content.size(), std::nullopt, report.text};
+        if (report.failed) about.failure = report.failed->number();
+        append_json(result.report, about, facts::read_display_facts(file.bytes));
+        result.report.push_back('\n');
+        result.reported = true;
+    }
+
     bool saves() const { return !wanted_.output_folder.empty(); }
+    bool is_json() const { return wanted_.format == output_format::json; }
 
     std::filesystem::path report_path(const input_file& file) const {
-        return path_from_utf8(wanted_.output_folder) / path_from_utf8(std::string(report_name(file)) + ".txt");
+        return path_from_utf8(wanted_.output_folder) /
+               path_from_utf8(inputs_.report_name(file) + (is_json() ? ".json" : ".txt"));
     }
 
     void save(const input_file& file, outcome& result) const {
         const std::filesystem::path path = report_path(file);
-        if (file.name_taken)
-            throw runtime_failure(failure::file_already_open,
-                                  "another file's report is already in " + utf8_from_path(path));
         // only an older report is overwritten
         std::error_code unknown;
         if (std::filesystem::exists(path, unknown) && !is_report(path)) {
@@ -95,9 +149,10 @@ private:
         result.report.clear();
     }
 
-    static bool is_report(const std::filesystem::path& path) {
+    bool is_report(const std::filesystem::path& path) const {
+        const std::string_view start = is_json() ? start_of_json : report_title;
         try {
-            return read_start_of_file(path, report_title.size()) == report_title;
+            return read_start_of_file(path, start.size()) == start;
         } catch (const runtime_failure&) {
             return false;
         }
@@ -112,13 +167,14 @@ private:
     void warn_of_older_report(const input_file& file, outcome& result) const {
         const std::filesystem::path path = report_path(file);
         std::error_code unknown;
-        if (!file.name_taken && std::filesystem::is_regular_file(path, unknown) && is_report(path))
+        if (std::filesystem::is_regular_file(path, unknown) && is_report(path))
             result.messages.push_back(utf8_from_path(path) + " is an older report.");
     }
 
     const input_files& inputs_;
     const options& wanted_;
     calendar& dates_;
+    std::set<std::string> names_written_; ///< of files that share their report's name
 };
 
 /// Calls `work` for 0 to `count` - 1, in up to `jobs` threads.
@@ -142,33 +198,36 @@ void share_out(std::size_t jobs, std::size_t count, const std::function<void(std
 
 } // namespace
 
-bool run_reports(const input_files& inputs, const options& wanted, calendar& dates, const run_output& output) {
+run_result run_reports(const input_files& inputs, const options& wanted, calendar& dates, const run_output& output) {
     // limits how many results are in memory at a time
     constexpr std::size_t files_of_job = 64;
     const std::size_t jobs =
         std::max<std::size_t>(wanted.jobs != 0 ? wanted.jobs : std::thread::hardware_concurrency(), 1);
-    bool all_well = inputs.problems.empty();
+    run_result run;
+    run.failures = inputs.problems.size();
     if (!wanted.output_folder.empty()) remove_left_behind(path_from_utf8(wanted.output_folder));
     for (const std::string& problem : inputs.problems)
         output.message(problem);
-    const reporter one(inputs, wanted, dates);
+    reporter one(inputs, wanted, dates);
     std::vector<outcome> outcomes(std::min(jobs * files_of_job, inputs.files.size()));
     for (std::size_t first = 0; first < inputs.files.size(); first += outcomes.size()) {
         const std::size_t count = std::min(outcomes.size(), inputs.files.size() - first);
         share_out(jobs, count, [&](std::size_t i) { one.work_on(inputs.files[first + i], outcomes[i]); });
         for (std::size_t i = 0; i < count; ++i) {
-            const outcome& result = outcomes[i];
-            all_well = all_well && result.reported;
+            outcome& result = outcomes[i];
+            one.finish_in_order(inputs.files[first + i], result);
+            ++(result.reported ? run.reports : run.failures);
             for (const std::string& message : result.messages)
                 output.message(message);
             if (!result.report.empty() && !output.report(result.report)) {
                 output.message("writing to standard output failed.");
-                return false;
+                run.stopped = true;
+                return run;
             }
         }
         output.progress(first + count, inputs.files.size());
     }
-    return all_well;
+    return run;
 }
 
 } // namespace desk::batch

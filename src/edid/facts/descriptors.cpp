@@ -75,7 +75,7 @@ void read_formula(const block_reader& block, std::size_t offset, range_limits& r
     case 4:
         r.formula = "CVT";
         // six bits, in 0.25 MHz below the clock of byte 9
-        if (r.max_clock_mhz) *r.max_clock_mhz -= (block[offset + 12] >> 2) * 0.25;
+        if (r.max_clock_mhz) r.exact_max_clock_mhz = *r.max_clock_mhz - (block[offset + 12] >> 2) * 0.25;
         break;
     default:
         block.find(severity::warning, offset + 10, "The range limits name an unknown formula.", clause);
@@ -105,7 +105,7 @@ void read_limits(const block_reader& block, std::size_t offset) {
     r.max_v_hz = value(6, (flags & 2) != 0);
     r.min_h_khz = value(7, (flags >> 2 & 3) == 3);
     r.max_h_khz = value(8, (flags >> 2 & 2) != 0);
-    if (block[offset + 9] != 0 && block[offset + 9] != 0xFF) r.max_clock_mhz = block[offset + 9] * 10.0;
+    if (block[offset + 9] != 0 && block[offset + 9] != 0xFF) r.max_clock_mhz = block[offset + 9] * 10U;
     if ((flags & 0xF0) != 0 || (flags & 3) == 1 || (flags >> 2 & 3) == 1)
         block.find(severity::warning, offset + 4, "Reserved bits of the range limits are set.", clause);
     if (flags != 0 && block.facts.revision < 4)

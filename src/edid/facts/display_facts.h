@@ -50,8 +50,9 @@ struct range_limits {
     std::uint32_t max_v_hz = 0;
     std::uint32_t min_h_khz = 0;
     std::uint32_t max_h_khz = 0;
-    std::optional<double> max_clock_mhz;
-    std::string_view formula; ///< static: "default GTF", "limits only", "secondary GTF", "CVT"
+    std::optional<std::uint32_t> max_clock_mhz; ///< in steps of 10
+    std::optional<double> exact_max_clock_mhz;  ///< if stated for CVT; below the other by less than 16
+    std::string_view formula;                   ///< static: "default GTF", "limits only", "secondary GTF", "CVT"
 };
 
 struct power_management {

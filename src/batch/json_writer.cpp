@@ -1,0 +1,153 @@
+#include "batch/json_writer.h"
+
+#include "runtime/windows_1252.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+
+namespace desk::batch {
+
+namespace {
+
+bool is_plain(char c) { return c >= 0x20 && c < 0x7F && c != '"' && c != '\\'; }
+
+bool is_ascii(char c) { return static_cast<unsigned char>(c) < 0x80; }
+
+void append_unit(std::string& text, std::uint32_t unit) {
+    constexpr std::string_view digits = "0123456789abcdef";
+    text += "\\u";
+    for (const unsigned shift : {12U, 8U, 4U, 0U})
+        text.push_back(digits[unit >> shift & 15]);
+}
+
+void append_escaped(std::string& text, char32_t c) {
+    constexpr char32_t first_pair = 0x10000;
+    switch (c) {
+    case '"':
+    case '\\':
+        text.push_back('\\');
+        text.push_back(static_cast<char>(c));
+        return;
+    case '\n':
+        text += "\\n";
+        return;
+    case '\r':
+        text += "\\r";
+        return;
+    case '\t':
+        text += "\\t";
+        return;
+    default:
+        if (c < first_pair) return append_unit(text, c);
+        append_unit(text, 0xD800 + ((c - first_pair) >> 10));
+        append_unit(text, 0xDC00 + ((c - first_pair) & 0x3FF));
+    }
+}
+
+} // namespace
+
+void json_writer::separate() {
+    if (!text_.empty() && text_.back() != '{' && text_.back() != '[' && text_.back() != ':' && text_.back() != '\n')
+        text_.push_back(',');
+}
+
+void json_writer::begin(char bracket) {
+    separate();
+    text_.push_back(bracket);
+}
+
+void json_writer::put(std::string_view value) {
+    separate();
+    text_ += value;
+}
+
+void json_writer::key(std::string_view name) {
+    separate();
+    text_.push_back('"');
+    text_ += name;
+    text_ += "\":";
+}
+
+void json_writer::number(std::int64_t value) {
+    std::array<char, 24> digits{};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
+    put({digits.data(), end});
+}
+
+void json_writer::number(double value) {
+    constexpr double largest = 1e12;
+    constexpr std::int64_t parts = 1000000;
+    if (!(std::fabs(value) < largest)) return null();
+    std::int64_t rounded = std::llround(value * static_cast<double>(parts));
+    if (rounded < 0) {
+        put("-");
+        rounded = -rounded;
+    } else {
+        separate();
+    }
+    std::array<char, 24> digits{};
+    text_.append(digits.data(), std::to_chars(digits.data(), digits.data() + digits.size(), rounded / parts).ptr);
+    if (rounded % parts == 0) return;
+    // a leading 1 keeps the zeros after the point
+    char* end = std::to_chars(digits.data(), digits.data() + digits.size(), parts + rounded % parts).ptr;
+    digits[0] = '.';
+    while (end[-1] == '0')
+        --end;
+    text_.append(digits.data(), end);
+}
+
+void json_writer::text(std::string_view value) {
+    separate();
+    text_.push_back('"');
+    const auto put_character = [&](char32_t c) {
+        if (c < 0x7F && is_plain(static_cast<char>(c)))
+            text_.push_back(static_cast<char>(c));
+        else
+            append_escaped(text_, c);
+    };
+    if (std::all_of(value.begin(), value.end(), is_plain)) {
+        text_ += value;
+    } else if (std::all_of(value.begin(), value.end(), is_ascii)) {
+        for (const char c : value)
+            put_character(static_cast<char32_t>(c));
+    } else {
+        for (const char32_t c : characters_of(value))
+            put_character(c);
+    }
+    text_.push_back('"');
+}
+
+void json_writer::member(std::string_view name, bool value) {
+    key(name);
+    boolean(value);
+}
+
+void json_writer::member(std::string_view name, std::int64_t value) {
+    key(name);
+    number(value);
+}
+
+void json_writer::member(std::string_view name, double value) {
+    key(name);
+    number(value);
+}
+
+void json_writer::member(std::string_view name, std::string_view value) {
+    key(name);
+    if (value.empty())
+        null();
+    else
+        text(value);
+}
+
+void json_writer::member_or_null(std::string_view name, std::int64_t value) {
+    key(name);
+    if (value == 0)
+        null();
+    else
+        number(value);
+}
+
+} // namespace desk::batch
