@@ -162,7 +162,7 @@ KINDS = {
     "the range limits are missing": ("range limits are missing", "Missing Display Range Limits"),
     "a timing outside the range limits": ("outside the range limits", "out of range of the Monitor Ranges"),
     "sRGB": ("those of sRGB", "sRGB is signaled, but|match sRGB, but"),
-    "640x480 is missing": ("640x480 at 60 Hz", "Required 640x480p60 timings are missing"),
+    "640x480 is missing": ("640x480 at 60 Hz, which", "Required 640x480p60 timings are missing"),
     "a VIC is a duplicate": ("code \\d+ is a duplicate", "Duplicate VIC"),
     "a VIC is reserved": ("identification code \\d+ is reserved", "Unknown VIC"),
     "an image larger than the display": ("larger than the display", "larger than the display size"),
