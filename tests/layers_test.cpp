@@ -35,6 +35,9 @@ const std::vector<layer> layers = {
      "the bytes of an EDID, and the texts and files that hold them: buffer, checksum rule, text scanner, canonical "
      "text, readers, writers, kinds of files",
      {"runtime"}},
+    {"edid/facts",
+     "what an EDID says about its display: bytes in, one struct and its findings out; tables and formulas of timings",
+     {"runtime", "edid/format"}},
     {"platform",
      "interfaces to the machine: serial port, clock and pump, boxes, dialogs, modal windows, date and time; the parts "
      "that differ between systems",
@@ -71,9 +74,9 @@ const std::vector<layer> layers = {
      {"runtime", "controls", "platform", "link", "edid", "translate", "translate/decode", "signal", "report",
       "programmer"}},
     {"batch",
-     "`edid_report`: the report of many files, without a window",
-     {"runtime", "edid/format", "translate/decode", "report/text", "platform/command_line.h", "platform/file_names.h",
-      "platform/local_date_time.h"}},
+     "`edid_report`: the report of many files, or their facts as JSON, without a window",
+     {"runtime", "edid/format", "edid/facts", "translate/decode", "report/text", "platform/command_line.h",
+      "platform/file_names.h", "platform/local_date_time.h", "platform/sha256.h"}},
     {"qt",
      "the adapter that draws the models as widgets: `velotrace`",
      {"runtime", "controls", "platform", "link", "edid", "signal", "shell"}},
@@ -271,9 +274,10 @@ TEST(edid_report, is_built_without_controls_exchange_and_serial_port) {
         folders.insert(folder_of(file));
         if (file.starts_with("platform/") && file.ends_with(".h")) platform_parts.insert(file);
     }
-    EXPECT_EQ(folders, (names{"batch", "edid/format", "platform", "report/text", "runtime", "translate/decode"}));
-    EXPECT_EQ(platform_parts,
-              (names{"platform/command_line.h", "platform/file_names.h", "platform/local_date_time.h"}));
+    EXPECT_EQ(folders,
+              (names{"batch", "edid/facts", "edid/format", "platform", "report/text", "runtime", "translate/decode"}));
+    EXPECT_EQ(platform_parts, (names{"platform/command_line.h", "platform/file_names.h", "platform/local_date_time.h",
+                                     "platform/numeric_date.h", "platform/sha256.h"}));
 }
 
 std::vector<std::string> table_of_layers() {

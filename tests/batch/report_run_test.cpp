@@ -8,6 +8,7 @@
 #include "support/translation_fixture.h"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <chrono>
@@ -47,11 +48,13 @@ protected:
             paths.push_back(path(name));
         options wanted;
         wanted.jobs = jobs;
+        wanted.format = format;
         wanted.output_folder = output_folder.empty() ? "" : path(output_folder);
         reports.clear();
         messages.clear();
         progress.clear();
-        return run_reports(find_input_files(paths), wanted, dates, output());
+        result = run_reports(find_input_files(paths), wanted, dates, output());
+        return result.all_well();
     }
     run_output output() {
         return {[this](std::string_view bytes) {
@@ -72,6 +75,8 @@ protected:
 
     test::temporary_directory directory;
     test::fixed_calendar dates;
+    output_format format = output_format::text;
+    run_result result;
     strings reports;
     strings messages;
     std::vector<std::pair<std::size_t, std::size_t>> progress;
@@ -137,7 +142,7 @@ TEST_F(report_run_test, works_on_as_many_files_at_a_time_as_are_wanted) {
         meeting_calendar meeting(std::chrono::milliseconds(jobs == 1 ? 20 : 5000));
         options wanted;
         wanted.jobs = jobs;
-        EXPECT_TRUE(run_reports(find_input_files(paths), wanted, meeting, output()));
+        EXPECT_TRUE(run_reports(find_input_files(paths), wanted, meeting, output()).all_well());
         EXPECT_EQ(meeting.most, jobs);
     }
 }
@@ -218,7 +223,7 @@ TEST_F(failing_run, reports_any_other_failure_of_a_file) {
     put("a.bin", usual_edid());
     options wanted;
     wanted.jobs = 1;
-    EXPECT_FALSE(run_reports(find_input_files({path("a.bin"), path("a.bin")}), wanted, broken, output()));
+    EXPECT_FALSE(run_reports(find_input_files({path("a.bin"), path("a.bin")}), wanted, broken, output()).all_well());
     EXPECT_TRUE(reports.empty());
     EXPECT_EQ(messages, strings(2, path("a.bin") + ": the date can't be had."));
 }
@@ -295,12 +300,105 @@ TEST_F(run_into_folder, writes_a_file_for_each_report) {
 }
 
 TEST_F(run_into_folder, replaces_no_other_report) {
-    put("x/a.bin", named_edid("X"));
-    put("y/a.bin", named_edid("Y"));
-    EXPECT_FALSE(run({"x/a.bin", "y/a.bin"}, 4, "out"));
-    EXPECT_EQ(written("a.txt"), report_of(named_edid("X")));
-    EXPECT_EQ(written_count(), 1U);
-    EXPECT_EQ(messages, strings{path("y/a.bin") + ": another file's report is already in " + path("out/a.txt") + "."});
+    put("a.hex.bin", named_edid("X"));
+    directory.put("a.hex", "00");
+    put("a.bin", named_edid("Y"));
+    EXPECT_FALSE(run({"a.hex.bin", "a.hex", "a.bin"}, 4, "out"));
+    EXPECT_EQ(written("a.hex.txt"), report_of(named_edid("X")));
+    EXPECT_EQ(written_count(), 2U);
+    EXPECT_EQ(messages.back(), path("a.hex") + ": another file's report is already in " + path("out/a.hex.txt") + ".");
+    EXPECT_EQ(result.reports, 2U);
+    EXPECT_EQ(result.failures, 1U);
+}
+
+TEST_F(run_into_folder, gives_a_shared_name_to_the_first_report_that_is_written) {
+    directory.put("a.hex.bin", "");
+    directory.put("a.hex", "00");
+    put("a.bin", named_edid("Y"));
+    for (const unsigned jobs : {1U, 4U}) {
+        EXPECT_FALSE(run({"a.hex.bin", "a.hex", "a.bin"}, jobs, "out"));
+        EXPECT_FALSE(written("a.hex.txt").empty());
+        EXPECT_EQ(messages.front(), path("a.hex.bin") + ": it is empty.");
+        EXPECT_EQ(result.failures, 1U);
+        std::filesystem::remove(directory / "out/a.hex.txt");
+    }
+}
+
+TEST_F(run_into_folder, writes_the_reports_of_files_with_one_name_in_different_folders) {
+    std::filesystem::create_directories(directory / "card0-DP-1");
+    directory.put("card0-DP-1/edid", "");
+    put("card0-DP-2/edid", named_edid("X"));
+    put("card0-DP-3/edid", named_edid("Y"));
+    EXPECT_FALSE(run({"card0-DP-1/edid", "card0-DP-2/edid", "card0-DP-3/edid"}, 2, "out"));
+    EXPECT_EQ(written("card0-DP-2_edid.txt"), report_of(named_edid("X")));
+    EXPECT_EQ(written("card0-DP-3_edid.txt"), report_of(named_edid("Y")));
+    EXPECT_EQ(messages, strings{path("card0-DP-1/edid") + ": it is empty."});
+}
+
+TEST_F(report_run_test, counts_reports_and_failures) {
+    put("a.bin", usual_edid());
+    put("b.bin", edid_of({{23, {255}}}, usual_edid()));
+    std::filesystem::create_directory(directory / "empty");
+    EXPECT_FALSE(run({"a.bin", "b.bin", "missing.bin", "empty"}));
+    EXPECT_EQ(result.reports, 1U);
+    EXPECT_EQ(result.failures, 3U);
+}
+
+using json_run = run_into_folder;
+
+TEST_F(json_run, has_one_object_a_line_for_each_file) {
+    put("a.bin", usual_edid());
+    put("b.bin", edid_of({{23, {255}}}, usual_edid()), 128);
+    format = output_format::json;
+    EXPECT_TRUE(run({"a.bin", "b.bin"})) << "a run-time failure of the desk's report is no failure";
+    EXPECT_TRUE(messages.empty());
+    ASSERT_EQ(reports.size(), 2U);
+    for (const std::string& line : reports)
+        EXPECT_EQ(line.find('\n'), line.size() - 1);
+    const auto good = nlohmann::json::parse(reports.at(0));
+    EXPECT_EQ(good["file"], path("a.bin"));
+    EXPECT_EQ(good["size"], 256);
+    EXPECT_EQ(good["desk"]["failure"], nullptr);
+    EXPECT_EQ(bytes_from_text(good["desk"]["text"].get<std::string>()) + "\r\n", report_of(usual_edid()));
+    const auto bad = nlohmann::json::parse(reports.at(1));
+    EXPECT_EQ(bad["size"], 128);
+    EXPECT_EQ(bad["desk"]["failure"], 6);
+    EXPECT_TRUE(bad["desk"]["text"].get<std::string>().ends_with("Gamma Value = "));
+}
+
+TEST_F(json_run, has_the_digest_of_the_file) {
+    // FIPS 180-4: the digest of "abc"
+    directory.put("edid", "abc");
+    format = output_format::json;
+    EXPECT_TRUE(run({"edid"}));
+    EXPECT_EQ(nlohmann::json::parse(reports.at(0))["sha256"],
+              "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad");
+}
+
+TEST_F(json_run, describes_all_blocks) {
+    directory.put("edid", std::string(384, '\0'));
+    format = output_format::json;
+    EXPECT_TRUE(run({"edid"}));
+    EXPECT_EQ(nlohmann::json::parse(reports.at(0))["facts"]["checksums"].size(), 3U);
+}
+
+TEST_F(json_run, writes_files_and_replaces_only_its_own) {
+    put("a.bin", usual_edid());
+    format = output_format::json;
+    EXPECT_TRUE(run({"a.bin"}, 1, "out"));
+    EXPECT_TRUE(written("a.json").starts_with("{\"file\":"));
+    EXPECT_TRUE(run({"a.bin"}, 1, "out"));
+    directory.put("out/a.json", "{\"notes\":1}");
+    EXPECT_FALSE(run({"a.bin"}, 1, "out"));
+    EXPECT_EQ(written("a.json"), "{\"notes\":1}");
+}
+
+TEST_F(json_run, reports_a_file_that_holds_no_edid) {
+    directory.put("empty.bin", "");
+    format = output_format::json;
+    EXPECT_FALSE(run({"empty.bin"}));
+    EXPECT_TRUE(reports.empty());
+    EXPECT_EQ(messages, strings{path("empty.bin") + ": it is empty."});
 }
 
 TEST_F(run_into_folder, writes_no_report_that_fails) {
@@ -357,8 +455,8 @@ TEST_F(run_into_folder, reports_where_it_can_not_write) {
 TEST_F(run_into_folder, leaves_the_output_alone_if_it_can_not_write) {
     put("x/a.bin", usual_edid());
     put("y/a.bin", usual_edid());
-    EXPECT_FALSE(run({"x/a.bin", "y/a.bin"}, 1, "out"));
-    EXPECT_TRUE(reports.empty()) << "its name is taken";
+    EXPECT_TRUE(run({"x/a.bin", "y/a.bin"}, 1, "out"));
+    EXPECT_TRUE(reports.empty()) << "they are in the folder";
     EXPECT_FALSE(run({"x/a.bin"}, 1, "missing"));
     EXPECT_TRUE(reports.empty()) << "there is no such folder";
 }

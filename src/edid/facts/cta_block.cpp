@@ -1,4 +1,5 @@
 #include "edid/facts/cta_blocks.h"
+#include "edid/facts/descriptors.h"
 #include "edid/facts/modes.h"
 #include "edid/facts/vic_table.h"
 
@@ -87,11 +88,17 @@ void read_data_block(unsigned tag, const payload& data) {
     }
 }
 
-/// Reads the detailed timings from `begin` on; returns where they end.
+/// Reads the detailed timings, and the display descriptors among them, from `begin` on; returns where they end.
 std::size_t read_timings(const block_reader& block, std::size_t begin) {
     std::size_t offset = begin;
-    for (; offset + size_of_timing <= place_of_checksum && block.word(offset) != 0; offset += size_of_timing)
-        read_detailed_timing(block, offset, false);
+    for (; offset + size_of_timing <= place_of_checksum; offset += size_of_timing) {
+        if (block.word(offset) != 0)
+            read_detailed_timing(block, offset, false);
+        else if (is_display_descriptor(block, offset))
+            read_display_descriptor(block, offset);
+        else
+            break;
+    }
     return offset;
 }
 

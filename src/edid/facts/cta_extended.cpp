@@ -48,6 +48,9 @@ void read_colorimetry(const payload& data) {
         return;
     }
     cta.has_colorimetry = true;
+    if ((data[1] & 0x0E) != 0)
+        data.block.find(severity::warning, data.offset(1), "Reserved bits of the colorimetry data block are set.",
+                        clause);
     for (unsigned i = 0; i < names.size(); ++i)
         if ((data.word(0) >> i & 1) != 0 && !names[i].empty()) cta.colorimetry.push_back(names[i]);
 }

@@ -81,6 +81,8 @@ void read_formula(const block_reader& block, std::size_t offset, range_limits& r
         block.find(severity::warning, offset + 10, "The range limits name an unknown formula.", clause);
         return;
     }
+    if (kind == 0 && block.facts.revision >= 4 && !block.facts.continuous_frequency)
+        block.find(severity::warning, offset + 10, "GTF needs the continuous frequency flag.", clause);
     bool filled = block[offset + 11] == '\n';
     for (std::size_t i = 12; i < descriptor_size; ++i)
         filled = filled && block[offset + i] == ' ';
@@ -94,7 +96,8 @@ void read_formula(const block_reader& block, std::size_t offset, range_limits& r
 
 void read_limits(const block_reader& block, std::size_t offset) {
     constexpr std::string_view clause = "VESA E-EDID 1.4, 3.10.3.3";
-    const unsigned flags = block[offset + 4];
+    // the byte of the offsets is new in EDID 1.4
+    const unsigned flags = block.facts.revision >= 4 ? block[offset + 4] : 0;
     const auto value = [&](std::size_t i, bool offset_by_255) {
         return block[offset + i] + (offset_by_255 ? 255U : 0U);
     };
@@ -105,10 +108,10 @@ void read_limits(const block_reader& block, std::size_t offset) {
     r.max_v_hz = value(6, (flags & 2) != 0);
     r.min_h_khz = value(7, (flags >> 2 & 3) == 3);
     r.max_h_khz = value(8, (flags >> 2 & 2) != 0);
-    if (block[offset + 9] != 0 && block[offset + 9] != 0xFF) r.max_clock_mhz = block[offset + 9] * 10U;
+    if (block[offset + 9] != 0) r.max_clock_mhz = block[offset + 9] * 10U;
     if ((flags & 0xF0) != 0 || (flags & 3) == 1 || (flags >> 2 & 3) == 1)
         block.find(severity::warning, offset + 4, "Reserved bits of the range limits are set.", clause);
-    if (flags != 0 && block.facts.revision < 4)
+    if (block[offset + 4] != 0 && block.facts.revision < 4)
         block.find(severity::warning, offset + 4, "Offsets of range limits need EDID 1.4.", clause);
     if (r.min_v_hz > r.max_v_hz || r.min_h_khz > r.max_h_khz)
         block.find(severity::error, offset + 5, "A minimum of the range limits is above its maximum.", clause);
@@ -129,6 +132,15 @@ void take_text(const block_reader& block, std::size_t offset, std::string& text,
         block.find(severity::warning, offset, std::string("There is a second ") + what + ".", clause_of_descriptors);
 }
 
+void check_dummy(const block_reader& block, std::size_t offset) {
+    for (std::size_t i = 5; i < descriptor_size; ++i)
+        if (block[offset + i] != 0) {
+            block.find(severity::warning, offset + i, "A dummy descriptor is not filled with 0.",
+                       "VESA E-EDID 1.4, 3.10.3.11");
+            return;
+        }
+}
+
 void read_color_points(const block_reader& block, std::size_t offset) {
     for (const std::size_t at : {offset + 5, offset + 10})
         if (block[at] != 0 && block[at + 4] == 0)
@@ -140,6 +152,40 @@ void check_flags(const block_reader& block, std::size_t offset, std::uint8_t kin
     if (block[offset + 2] != 0 || (block[offset + 4] != 0 && kind != tag_limits))
         block.find(severity::warning, offset, "A reserved byte of a display descriptor is not 0.",
                    clause_of_descriptors);
+}
+
+/// Checks that concern all descriptors together.
+void check_all(const block_reader& block) {
+    const display_facts& f = block.facts;
+    const bool is_1_3_or_later = f.version == 1 && f.revision >= 3;
+    if (is_1_3_or_later && !is_detailed_timing(block, places[0]))
+        block.find(severity::error, places[0], "The first descriptor is not a detailed timing.",
+                   "VESA E-EDID 1.4, 3.10.1");
+    bool display_descriptor = false;
+    for (const std::size_t offset : places) {
+        if (!is_detailed_timing(block, offset)) {
+            display_descriptor = true;
+        } else if (display_descriptor && is_1_3_or_later) {
+            block.find(severity::warning, offset, "A detailed timing follows a display descriptor.",
+                       clause_of_descriptors);
+            break;
+        }
+    }
+    if (f.version != 1 || f.revision != 3) {
+        if (is_1_3_or_later && f.continuous_frequency && !f.limits)
+            block.find(severity::warning, 24, "A continuous frequency display has no range limits.",
+                       "VESA E-EDID 1.4, 3.10.3.3");
+        return;
+    }
+    if (f.name.empty()) block.find(severity::warning, places[0], "The name is missing.", "VESA E-EDID 1.3, 3.10.3");
+    if (!f.limits) block.find(severity::warning, places[0], "The range limits are missing.", "VESA E-EDID 1.3, 3.10.3");
+}
+
+} // namespace
+
+bool is_display_descriptor(const block_reader& block, std::size_t offset) {
+    return block.three_bytes(offset) == 0 &&
+           (block[offset + 3] == tag_dummy || block[offset + 3] >= tag_established_iii);
 }
 
 void read_display_descriptor(const block_reader& block, std::size_t offset) {
@@ -181,7 +227,8 @@ void read_display_descriptor(const block_reader& block, std::size_t offset) {
         label(part::established, "Established timings III");
         return read_established_iii(block, offset + 6);
     case tag_dummy:
-        return label(part::padding, "Dummy descriptor");
+        label(part::padding, "Dummy descriptor");
+        return check_dummy(block, offset);
     default:
         label(part::unknown, kind < tag_dummy ? "Descriptor of the manufacturer" : "Unknown descriptor");
         block.keep_unknown(offset, descriptor_size,
@@ -191,35 +238,6 @@ void read_display_descriptor(const block_reader& block, std::size_t offset) {
                        clause_of_descriptors);
     }
 }
-
-/// Checks that concern all descriptors together.
-void check_all(const block_reader& block) {
-    const display_facts& f = block.facts;
-    const bool is_1_3_or_later = f.version == 1 && f.revision >= 3;
-    if (is_1_3_or_later && !is_detailed_timing(block, places[0]))
-        block.find(severity::error, places[0], "The first descriptor is not a detailed timing.",
-                   "VESA E-EDID 1.4, 3.10.1");
-    bool display_descriptor = false;
-    for (const std::size_t offset : places) {
-        if (!is_detailed_timing(block, offset)) {
-            display_descriptor = true;
-        } else if (display_descriptor && is_1_3_or_later) {
-            block.find(severity::warning, offset, "A detailed timing follows a display descriptor.",
-                       clause_of_descriptors);
-            break;
-        }
-    }
-    if (f.version != 1 || f.revision != 3) {
-        if (is_1_3_or_later && f.continuous_frequency && !f.limits)
-            block.find(severity::warning, 24, "A continuous frequency display has no range limits.",
-                       "VESA E-EDID 1.4, 3.10.3.3");
-        return;
-    }
-    if (f.name.empty()) block.find(severity::warning, places[0], "The name is missing.", "VESA E-EDID 1.3, 3.10.3");
-    if (!f.limits) block.find(severity::warning, places[0], "The range limits are missing.", "VESA E-EDID 1.3, 3.10.3");
-}
-
-} // namespace
 
 void read_descriptors(const block_reader& block) {
     const display_facts& f = block.facts;

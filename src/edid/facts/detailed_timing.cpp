@@ -37,6 +37,12 @@ void read_sync(detailed_timing& timing, unsigned flags) {
     if (kind >= 2) timing.h_sync_positive = (flags >> 1 & 1) != 0;
 }
 
+bool is_filled_with_ones(const block_reader& block, std::size_t offset) {
+    for (std::size_t i = offset; i < offset + 18; ++i)
+        if (block[i] != 1) return false;
+    return true;
+}
+
 /// The first thing that makes a timing impossible; empty if it is possible.
 std::string fault_of(const detailed_timing& t) {
     if (t.h_active == 0 || t.v_active == 0) return "has no active pixels";
@@ -88,6 +94,12 @@ void add_detailed_timing(const block_reader& block, detailed_timing timing, std:
 }
 
 void read_detailed_timing(const block_reader& block, std::size_t offset, bool preferred) {
+    block.name(offset, 18, part::detailed, "Detailed timing");
+    if (is_filled_with_ones(block, offset)) {
+        block.find(severity::warning, offset, "A detailed timing is filled with 01, as only standard timings are.",
+                   clause_of_timing);
+        return;
+    }
     const auto byte = [&](std::size_t i) { return static_cast<std::uint32_t>(block[offset + i]); };
     detailed_timing t;
     t.where = block.at(offset, 18);
@@ -108,7 +120,6 @@ void read_detailed_timing(const block_reader& block, std::size_t offset, bool pr
     t.stereo = stereo_of(byte(17));
     t.preferred = preferred;
     read_sync(t, byte(17));
-    block.name(offset, 18, part::detailed, "Detailed timing");
     add_detailed_timing(block, std::move(t), clause_of_timing);
 }
 

@@ -127,6 +127,8 @@ void check_extent(display_facts& facts, std::span<const std::uint8_t> edid) {
              std::to_string(edid.size()) + " bytes are no whole number of blocks of 128.");
     if (blocks > most_blocks) find(severity::error, 0, 0, "There are more than 256 blocks.");
     if (blocks == 0) return;
+    if (blocks > 2 && edid[18] == 1 && edid[19] == 3 && edid[edid_block_size] != map_tag)
+        find(severity::warning, 1, 0, "More than two blocks need a block map in block 1.");
     const std::size_t overriding = overridden_count(edid);
     const std::size_t stated = overriding != 0 ? overriding : edid[place_of_count];
     if (stated + 1 == blocks) return;
@@ -135,25 +137,27 @@ void check_extent(display_facts& facts, std::span<const std::uint8_t> edid) {
              std::to_string(blocks - 1) + ".");
 }
 
-/// Whether each detailed timing is inside the range limits.
+/// What of a mode is outside the range limits; null if nothing is.
+const char* outside(const range_limits& r, const video_mode& mode) {
+    constexpr double rounding = 0.5;
+    const double max_mhz = r.exact_max_clock_mhz.value_or(r.max_clock_mhz.value_or(0));
+    if (mode.refresh_hz < r.min_v_hz - rounding || mode.refresh_hz > r.max_v_hz + rounding) return "refresh rate";
+    if (mode.h_khz < r.min_h_khz - rounding || mode.h_khz > r.max_h_khz + rounding) return "line rate";
+    if (r.max_clock_mhz && mode.pixel_clock_khz / 1000.0 > max_mhz + rounding) return "pixel clock";
+    return nullptr;
+}
+
+/// Checks the modes of the base block.
 void check_against_limits(display_facts& facts) {
     if (!facts.limits) return;
-    const range_limits& r = *facts.limits;
-    constexpr double clock_step_mhz = 10;
-    for (const detailed_timing& t : facts.detailed_timings) {
-        const double rate = t.refresh_hz();
-        const double h_khz = t.h_khz();
-        const char* what = nullptr;
-        if (rate < r.min_v_hz - 0.5 || rate > r.max_v_hz + 0.5)
-            what = "refresh rate";
-        else if (h_khz < r.min_h_khz - 0.5 || h_khz > r.max_h_khz + 0.5)
-            what = "line rate";
-        else if (r.max_clock_mhz && t.pixel_clock_khz / 1000.0 > *r.max_clock_mhz + clock_step_mhz / 2)
-            what = "pixel clock";
+    for (const video_mode& mode : facts.modes) {
+        if (mode.where.block != 0) continue;
+        const char* const what = outside(*facts.limits, mode);
         if (what == nullptr) continue;
-        facts.findings.push_back({severity::warning, r.where.block, r.where.offset,
-                                  "The " + std::string(what) + " of the detailed timing " + std::to_string(t.h_active) +
-                                      "x" + std::to_string(t.v_active) + " is outside the range limits.",
+        facts.findings.push_back({severity::warning, 0, mode.where.offset,
+                                  "The " + std::string(what) + " of the " + std::string(name_of(mode.source)) + " " +
+                                      std::to_string(mode.width) + "x" + std::to_string(mode.height) + " at " +
+                                      std::to_string(std::lround(mode.refresh_hz)) + " Hz is outside the range limits.",
                                   "VESA E-EDID 1.4, 3.10.3.3"});
     }
 }
