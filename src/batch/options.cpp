@@ -18,8 +18,8 @@ Writes the EDID analysis report of each file, as the desk's Report button shows 
   FOLDER        all such files in it, in the order of their names
   --format FORMAT
                 text: the report, which is the default. json: everything known about the display, for programs, one
-                object a line
-  -o FOLDER     writes each report to FOLDER/NAME.txt, or NAME.json; by default all go to standard output.
+                object a line. html: a page a file with drawings of colours, timings and bytes, and index.html; needs -o
+  -o FOLDER     writes each report to FOLDER/NAME.txt, NAME.json or NAME.html; by default all go to standard output.
                 Files that differ only in their extension keep it: NAME.hex.txt and NAME.bin.txt. Files of the same
                 name in different folders get the folder's: FOLDER_NAME.txt.
                 An older report is replaced, any other file is not
@@ -28,8 +28,8 @@ Writes the EDID analysis report of each file, as the desk's Report button shows 
   -h, --help    shows this text
   --version     shows number, commit and date of this build
 
-An EDID of 128 bytes gets a second block of FF bytes. Of a longer one the first two blocks are reported; json has all
-256. In json a run-time failure is no problem: the object has the failure and the text so far.
+An EDID of 128 bytes gets a second block of FF bytes. Of a longer one the first two blocks are reported; json and
+html have all of up to 256. There a run-time failure is no problem: the object or page has it and the text so far.
 If a file can't be read or its report ends in a run-time failure, standard error says so, with the text so far, and
 the other files go on.
 
@@ -63,7 +63,8 @@ private:
 output_format format_of(std::string_view text) {
     if (text == "text") return output_format::text;
     if (text == "json") return output_format::json;
-    throw usage_error("--format needs text or json, not \"" + std::string(text) + "\"");
+    if (text == "html") return output_format::html;
+    throw usage_error("--format needs text, json or html, not \"" + std::string(text) + "\"");
 }
 
 unsigned jobs_of(std::string_view text) {
@@ -105,6 +106,8 @@ options options_of(const std::vector<std::string>& words) {
         }
     }
     if (result.inputs.empty()) throw usage_error("no file given");
+    if (result.format == output_format::html && result.output_folder.empty())
+        throw usage_error("--format html needs -o FOLDER");
     return result;
 }
 

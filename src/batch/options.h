@@ -8,7 +8,7 @@
 namespace desk::batch {
 
 /// What is written for each file.
-enum class output_format : std::uint8_t { text, json };
+enum class output_format : std::uint8_t { text, json, html };
 
 /// The options and arguments of the command line.
 struct options {

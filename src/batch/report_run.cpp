@@ -6,10 +6,14 @@
 #include "edid/format/file_kind.h"
 #include "platform/file_names.h"
 #include "platform/sha256.h"
+#include "report/page/display_page.h"
+#include "report/page/index_page.h"
+#include "report/page/page_frame.h"
 #include "report/text/report_text.h"
 #include "runtime/failure.h"
 #include "runtime/files.h"
 #include "runtime/text.h"
+#include "runtime/version.h"
 #include "runtime/windows_1252.h"
 #include "translate/decode/translation_tables.h"
 
@@ -34,6 +38,7 @@ struct outcome {
     bool reported = false;
     std::string report; ///< bytes for standard output
     std::vector<std::string> messages;
+    std::optional<page::index_row> row; ///< of a page
 };
 
 /// The desk's report, as far as it goes.
@@ -52,6 +57,25 @@ struct desk_report {
     std::optional<runtime_failure> failed;
 };
 
+bool begins_with(const std::filesystem::path& path, std::string_view start) {
+    try {
+        return read_start_of_file(path, start.size()) == start;
+    } catch (const runtime_failure&) {
+        return false;
+    }
+}
+
+/// Replaces an older report, which begins with `start`, but no other file.
+void replace_report(const std::filesystem::path& path, std::string_view report, std::string_view start) {
+    std::error_code unknown;
+    if (std::filesystem::exists(path, unknown) && !begins_with(path, start)) {
+        throw runtime_failure(failure::path_file_access_error,
+                              utf8_from_path(path) + " is not a report and is not replaced");
+    }
+    // waiting for the disk thousands of times would take minutes, and a report can be rebuilt
+    replace_whole_file(path, report, outlives::killed_program);
+}
+
 /// Writes the report of a file.
 class reporter {
 public:
@@ -66,6 +90,8 @@ public:
             const edid_file edid = edid_in(content, kind_by_extension(file.name));
             if (wanted_.format == output_format::json)
                 describe(path, content, edid, result);
+            else if (wanted_.format == output_format::html)
+                lay_out(file, content, edid, result);
             else
                 build(path, edid, result);
         } catch (const runtime_failure& f) {
@@ -120,7 +146,7 @@ private:
 
     void describe(const std::string& path, std::string_view content, const edid_file& file, outcome& result) const {
         const desk_report report(file.edid, dates_.now());
-        const std::string digest = sha256({reinterpret_cast<const std::uint8_t*>(content.data()), content.size()});
+        const std::string digest = digest_of(content);
         file_in_json about{path, digest, content.size(), std::nullopt, report.text};
         if (report.failed) about.failure = report.failed->number();
         append_json(result.report, about, facts::read_display_facts(file.bytes));
@@ -128,35 +154,64 @@ private:
         result.reported = true;
     }
 
+    void lay_out(const input_file& file, std::string_view content, const edid_file& edid, outcome& result) const {
+        const desk_report report(edid.edid, dates_.now());
+        const facts::display_facts facts = facts::read_display_facts(edid.bytes);
+        const std::string path = inputs_.path_of(file);
+        const std::string digest = digest_of(content);
+        std::string sentence;
+        page::page_source source{path,           digest, edid.bytes, facts, {report.text, {}, {}, {}, edid.remark},
+                                 build_version()};
+        if (report.failed) {
+            sentence = report.failed->sentence();
+            source.desk.failure = report.failed->number();
+            source.desk.failure_text = report.failed->text();
+            source.desk.sentence = sentence;
+        }
+        page::append_display_page(result.report, source);
+        result.row = page::row_of(source, page::page_file_name(inputs_.report_name(file)));
+        result.reported = true;
+    }
+
+    static std::string digest_of(std::string_view content) {
+        return sha256({reinterpret_cast<const std::uint8_t*>(content.data()), content.size()});
+    }
+
     bool saves() const { return !wanted_.output_folder.empty(); }
-    bool is_json() const { return wanted_.format == output_format::json; }
 
     std::filesystem::path report_path(const input_file& file) const {
-        return path_from_utf8(wanted_.output_folder) /
-               path_from_utf8(inputs_.report_name(file) + (is_json() ? ".json" : ".txt"));
+        return path_from_utf8(wanted_.output_folder) / path_from_utf8(file_name_of(inputs_.report_name(file)));
+    }
+
+    std::string file_name_of(const std::string& report_name) const {
+        switch (wanted_.format) {
+        case output_format::json:
+            return report_name + ".json";
+        case output_format::html:
+            return page::page_file_name(report_name);
+        default:
+            return report_name + ".txt";
+        }
     }
 
     void save(const input_file& file, outcome& result) const {
         const std::filesystem::path path = report_path(file);
-        // only an older report is overwritten
-        std::error_code unknown;
-        if (std::filesystem::exists(path, unknown) && !is_report(path)) {
-            throw runtime_failure(failure::path_file_access_error,
-                                  utf8_from_path(path) + " is not a report and is not replaced");
-        }
-        // waiting for the disk thousands of times would take minutes, and a report can be rebuilt
-        replace_whole_file(path, result.report, outlives::killed_program);
+        replace_report(path, result.report, start_of_report());
         result.report.clear();
     }
 
-    bool is_report(const std::filesystem::path& path) const {
-        const std::string_view start = is_json() ? start_of_json : report_title;
-        try {
-            return read_start_of_file(path, start.size()) == start;
-        } catch (const runtime_failure&) {
-            return false;
+    std::string_view start_of_report() const {
+        switch (wanted_.format) {
+        case output_format::json:
+            return start_of_json;
+        case output_format::html:
+            return page::start_of_page;
+        default:
+            return report_title;
         }
     }
+
+    bool is_report(const std::filesystem::path& path) const { return begins_with(path, start_of_report()); }
 
     static void fail(outcome& result, std::string message) {
         result.reported = false;
@@ -196,6 +251,22 @@ void share_out(std::size_t jobs, std::size_t count, const std::function<void(std
         helper.join();
 }
 
+/// False: a page of the index could not be saved.
+bool save_index(std::vector<page::index_row>& rows, std::size_t missing, const options& wanted,
+                const run_output& output) {
+    try {
+        page::write_index(rows, missing, build_version(), [&](const std::string& name, std::string_view text) {
+            replace_report(path_from_utf8(wanted.output_folder) / path_from_utf8(name), text, page::start_of_page);
+        });
+        return true;
+    } catch (const runtime_failure& f) {
+        output.message("the index: " + f.sentence());
+    } catch (const std::exception& e) {
+        output.message("the index: " + std::string(e.what()) + ".");
+    }
+    return false;
+}
+
 } // namespace
 
 run_result run_reports(const input_files& inputs, const options& wanted, calendar& dates, const run_output& output) {
@@ -209,6 +280,8 @@ run_result run_reports(const input_files& inputs, const options& wanted, calenda
     for (const std::string& problem : inputs.problems)
         output.message(problem);
     reporter one(inputs, wanted, dates);
+    std::vector<page::index_row> rows;
+    if (wanted.format == output_format::html) rows.reserve(inputs.files.size());
     std::vector<outcome> outcomes(std::min(jobs * files_of_job, inputs.files.size()));
     for (std::size_t first = 0; first < inputs.files.size(); first += outcomes.size()) {
         const std::size_t count = std::min(outcomes.size(), inputs.files.size() - first);
@@ -217,6 +290,7 @@ run_result run_reports(const input_files& inputs, const options& wanted, calenda
             outcome& result = outcomes[i];
             one.finish_in_order(inputs.files[first + i], result);
             ++(result.reported ? run.reports : run.failures);
+            if (result.reported && result.row) rows.push_back(std::move(*result.row));
             for (const std::string& message : result.messages)
                 output.message(message);
             if (!result.report.empty() && !output.report(result.report)) {
@@ -227,6 +301,7 @@ run_result run_reports(const input_files& inputs, const options& wanted, calenda
         }
         output.progress(first + count, inputs.files.size());
     }
+    if (wanted.format == output_format::html && !save_index(rows, run.failures, wanted, output)) ++run.failures;
     return run;
 }
 

@@ -49,10 +49,8 @@ std::string serial_words(const facts::display_facts& facts) {
 
 void describe(markup_writer& out, std::string_view term, std::string_view words) {
     if (words.empty()) return;
-    out.begin("div");
     out.element("dt", term);
     out.element("dd", words);
-    out.end();
 }
 
 void write_glance(markup_writer& out, const page_source& source) {

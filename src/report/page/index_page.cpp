@@ -255,7 +255,13 @@ std::string page_of_makers(std::span<const index_row> rows, std::span<const make
 
 } // namespace
 
-bool is_name_of_index(std::string_view page_name) { return lower_case(page_name.substr(0, 5)) == "index"; }
+std::string page_file_name(std::string_view report_name) {
+    // names that already have the mark get one more, so that no two become equal
+    const std::string_view unmarked =
+        report_name.substr(std::min(report_name.find_first_not_of('_'), report_name.size()));
+    const bool could_be_index = lower_case(unmarked.substr(0, 5)) == "index";
+    return (could_be_index ? "_" : "") + std::string(report_name) + ".html";
+}
 
 void write_index(std::span<index_row> rows, std::size_t missing, std::string_view version, const page_saver& save,
                  std::size_t rows_of_page) {

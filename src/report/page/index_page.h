@@ -13,8 +13,9 @@ namespace desk::page {
 /// The most rows of one page.
 inline constexpr std::size_t most_rows = 5000;
 
-/// Whether a page of this name could replace one of the index: "index", "index-DEL" and the like in any case.
-bool is_name_of_index(std::string_view page_name);
+/// The file name of the page of a report: "a" gives "a.html". A name that could be one of the index, such as "index" or
+/// "Index-DEL", gets a "_" in front.
+std::string page_file_name(std::string_view report_name);
 
 /// Saves a page under a file name.
 using page_saver = std::function<void(const std::string& file_name, std::string_view page)>;
