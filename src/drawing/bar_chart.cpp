@@ -57,14 +57,15 @@ void draw_columns(markup_writer& out, std::span<const bar> bars, std::string_vie
     constexpr double room_of_label = 40;
     if (bars.empty()) return;
     const double most = most_of(bars);
-    const double pitch = std::min(bars_width / static_cast<double>(bars.size()), 60.0);
+    constexpr double inside = bars_width - room_of_label; // the labels of the outer columns reach beyond them
+    const double pitch = std::min(inside / static_cast<double>(bars.size()), 60.0);
     const double gap = std::min(2.0, pitch / 4);
     const std::size_t every = static_cast<std::size_t>(room_of_label / pitch) + 1;
     svg_drawing drawing(out, "bars", bars_width, head + height + foot, words_of(bars, what));
     for (std::size_t i = 0; i < bars.size(); ++i) {
-        const double x = pitch * static_cast<double>(i);
+        const double x = room_of_label / 2 + pitch * static_cast<double>(i);
         const double size = static_cast<double>(bars[i].count) / most * height;
-        const double center = std::clamp(x + pitch / 2, room_of_label / 2, bars_width - room_of_label / 2);
+        const double center = x + pitch / 2;
         if (bars[i].count > 0)
             drawing.rectangle(bars[i].class_name, x + gap / 2, head + height - size, pitch - gap, size);
         if (i % every == 0) drawing.text("axis", {center, head + height + 16}, anchor::middle, bars[i].label);

@@ -86,7 +86,7 @@ void append_escaped(std::string& out, std::string_view text) {
     out.append(text, begin);
 }
 
-void append_number(std::string& out, double value, int decimals) {
+void append_fixed(std::string& out, double value, int decimals) {
     constexpr std::array<std::int64_t, 7> powers = {1, 10, 100, 1000, 10'000, 100'000, 1'000'000};
     constexpr double largest = 1e12;
     const std::int64_t power = powers.at(static_cast<std::size_t>(decimals));
@@ -97,18 +97,28 @@ void append_number(std::string& out, double value, int decimals) {
     std::array<char, 24> digits{};
     const auto whole = std::to_chars(digits.data(), digits.data() + digits.size(), magnitude / power);
     out.append(digits.data(), whole.ptr);
-    std::int64_t fraction = magnitude % power;
-    if (fraction == 0) return;
+    if (decimals == 0) return;
     out += '.';
-    for (std::int64_t place = power / 10; fraction != 0; place /= 10) {
-        out += static_cast<char>('0' + fraction / place);
-        fraction %= place;
-    }
+    for (std::int64_t place = power / 10; place != 0; place /= 10)
+        out += static_cast<char>('0' + magnitude / place % 10);
+}
+
+void append_number(std::string& out, double value, int decimals) {
+    append_fixed(out, value, decimals);
+    if (decimals == 0) return;
+    out.erase(out.find_last_not_of('0') + 1);
+    if (out.back() == '.') out.pop_back();
 }
 
 std::string number_text(double value, int decimals) {
     std::string text;
     append_number(text, value, decimals);
+    return text;
+}
+
+std::string fixed_text(double value, int decimals) {
+    std::string text;
+    append_fixed(text, value, decimals);
     return text;
 }
 
@@ -158,9 +168,9 @@ markup_writer& markup_writer::text(std::string_view text) {
     return *this;
 }
 
-markup_writer& markup_writer::number(double value, int decimals) {
+markup_writer& markup_writer::fixed(double value, int decimals) {
     close_start_tag();
-    append_number(out_, value, decimals);
+    append_fixed(out_, value, decimals);
     return *this;
 }
 

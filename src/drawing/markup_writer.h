@@ -15,6 +15,9 @@ void append_escaped(std::string& out, std::string_view text);
 /// Appends a number with at most `decimals` decimals (0 to 6), without zeros at its end. NaN and infinity become 0.
 void append_number(std::string& out, double value, int decimals);
 std::string number_text(double value, int decimals);
+/// The same with all the decimals, for columns of numbers.
+void append_fixed(std::string& out, double value, int decimals);
+std::string fixed_text(double value, int decimals);
 
 /// Writes elements that are well-formed both as HTML and as XML. Names are static and trusted, every text is escaped.
 class markup_writer {
@@ -36,7 +39,8 @@ public:
         return attribute(name, std::int64_t{value});
     }
     markup_writer& text(std::string_view text);
-    markup_writer& number(double value, int decimals = 0);
+    /// A number with all the decimals.
+    markup_writer& fixed(double value, int decimals);
     void end();
     /// Ends an element that can have no content: in HTML `br`, `meta` and the like, and any in SVG.
     void end_void();

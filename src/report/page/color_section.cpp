@@ -12,7 +12,7 @@ using drawing::number_text;
 
 chromaticity_point point_of(facts::color_point p) { return {p.x, p.y}; }
 
-std::string percent(double part) { return number_text(100 * part, 1) + " %"; }
+std::string percent(double part) { return drawing::fixed_text(100 * part, 1) + " %"; }
 
 void write_sample(markup_writer& out, std::string_view class_name) {
     out.begin("svg", "sample").attribute("xmlns", "http://www.w3.org/2000/svg").attribute("viewBox", "0 0 28 10");
@@ -52,8 +52,8 @@ void write_points(markup_writer& out, const facts::chromaticity& colors) {
     const auto row = [&](std::string_view name, facts::color_point p) {
         out.begin("tr");
         out.begin("th").attribute("scope", "row").text(name).end();
-        out.begin("td", "number").number(p.x, 4).end();
-        out.begin("td", "number").number(p.y, 4).end();
+        out.begin("td", "number").fixed(p.x, 4).end();
+        out.begin("td", "number").fixed(p.y, 4).end();
         out.end();
     };
     row("Red", colors.red);

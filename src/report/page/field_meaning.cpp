@@ -83,7 +83,19 @@ std::string audio_words(const field& f, const display_facts& facts) {
     return words;
 }
 
+/// The bits of a capability map name formats of the video data blocks.
+std::string ycbcr420_map_words(const display_facts& facts) {
+    std::string words;
+    for (const facts::video_code& code : facts.cta.video)
+        if (code.ycbcr420 && !code.ycbcr420_only) {
+            if (!words.empty()) words += "; ";
+            words += video_words(code);
+        }
+    return words;
+}
+
 std::string video_list(const field& f, const display_facts& facts) {
+    if (f.name == "YCbCr 4:2:0 capability map data block") return ycbcr420_map_words(facts);
     std::string words;
     for (const facts::video_code& code : facts.cta.video) {
         if (!f.has(code.where)) continue;
@@ -117,6 +129,16 @@ std::string capability_words(const field& f, const display_facts& facts) {
 std::string checksum_words(const field& f, const display_facts& facts) {
     if (f.name != "Checksum" || f.block >= facts.checksums.size()) return "";
     return facts.checksums[f.block] ? "right" : "wrong";
+}
+
+std::string header_words(const field& f, const page_source& source) {
+    if (f.name == "Number of extension blocks")
+        return std::to_string(source.bytes[f.block * edid_block_size + f.begin]);
+    for (const facts::cta_block& b : source.facts.cta.blocks)
+        if (b.block == f.block)
+            return "revision " + std::to_string(b.revision) + ", " +
+                   count_words(b.native_timings, "native detailed timing");
+    return "";
 }
 
 std::string display_id_words(const field& f, const display_facts& facts) {
@@ -154,6 +176,8 @@ std::string meaning_of(const field& f, const page_source& source) {
     switch (f.what) {
     case part::header:
         return facts.has_header ? "right" : "not the header of an EDID";
+    case part::extension_header:
+        return header_words(f, source);
     case part::product:
         return product_words(facts);
     case part::version:

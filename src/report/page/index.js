@@ -9,7 +9,7 @@
     const form = document.querySelector("form.filters");
     const shown = document.querySelector("output.shown");
     const collator = new Intl.Collator("en", { numeric: true, sensitivity: "base" });
-    const texts = rows.map(function (row) { return row.textContent.toLowerCase(); });
+    const texts = rows.map(function (row) { return row.textContent.toLowerCase().replace(/\s+/g, " "); });
 
     // The key of a cell: its number if it has one; null if it has no value, which comes last in both directions.
     function keyOf(row, column) {

@@ -74,7 +74,7 @@ void write_row(markup_writer& out, const index_row& row) {
     out.begin("small").text(without_extension(row.page)).end();
     out.end();
     out.begin("td", "maker").text(row.maker_name.empty() ? std::string_view(row.maker) : row.maker_name).end();
-    write_number(out, row.diagonal != 0, row.diagonal / 10.0, drawing::number_text(row.diagonal / 10.0, 1));
+    write_number(out, row.diagonal != 0, row.diagonal / 10.0, drawing::fixed_text(row.diagonal / 10.0, 1));
     write_number(out, row.year != 0, row.year, std::to_string(row.year));
     constexpr double most_rate = 4e9;
     write_number(out, row.width != 0, static_cast<double>(row.width) * row.height + row.rate_mhz / most_rate,

@@ -81,7 +81,7 @@ std::string detail_words(const facts::audio_format& a) {
 
 void write_formats(markup_writer& out, const facts::cta_facts& cta, const field_map& fields) {
     begin_table(out, "audio", "Audio formats");
-    table_head(out, {"Format", "#Channels", "Sample rates, kHz", "Sample size or bit rate", "Bytes"});
+    table_head(out, {"Format", "#Channels", "Rates, kHz", "Sample size or bit rate", "Bytes"});
     out.begin("tbody");
     for (const facts::audio_format& a : cta.audio) {
         out.begin("tr");
@@ -109,7 +109,7 @@ void write_sound(markup_writer& out, const page_source& source, const field_map&
                     basic ? "Basic audio: two channels of L-PCM at 32, 44.1 and 48 kHz." : "The EDID states no sound.");
         return out.end();
     }
-    out.begin("div", "columns");
+    out.begin("div", "columns uneven");
     out.begin("div");
     if (!cta.audio.empty()) write_formats(out, cta, fields);
     out.element("p", "quiet", basic ? "Basic audio is supported." : "Basic audio is not supported.");

@@ -79,9 +79,9 @@ void write_modes(markup_writer& out, const facts::display_facts& facts, const fi
         out.begin("th").attribute("scope", "row").text(resolution_words(m.width, m.height, m.interlaced));
         if (const std::string traits = traits_of(m); !traits.empty()) out.text(" ").element("small", traits);
         out.end();
-        out.begin("td", "number").number(m.refresh_hz, 2).end();
-        out.begin("td", "number").number(m.h_khz, 2).end();
-        out.begin("td", "number").number(m.pixel_clock_khz / khz_of_mhz, 2).end();
+        out.begin("td", "number").fixed(m.refresh_hz, 2).end();
+        out.begin("td", "number").fixed(m.h_khz, 2).end();
+        out.begin("td", "number").fixed(m.pixel_clock_khz / khz_of_mhz, 2).end();
         out.element("td", name_of(m.source));
         out.element("td", code_words(m));
         out.begin("td");
@@ -102,7 +102,7 @@ void write_figures(markup_writer& out, std::string_view direction, const drawing
     out.begin("tr");
     out.begin("th").attribute("scope", "row").text(direction).end();
     for (const std::uint32_t figure : {line.active, line.front, line.sync, line.back, line.total()})
-        out.begin("td", "number").number(figure).end();
+        out.begin("td", "number").fixed(figure, 0).end();
     out.end();
 }
 

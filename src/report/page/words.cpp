@@ -17,7 +17,7 @@ std::string rate_words(double hz) {
 }
 
 std::string resolution_words(std::uint32_t width, std::uint32_t height, bool interlaced) {
-    return std::to_string(width) + " \xC3\x97 " + std::to_string(height) + (interlaced ? "i" : "");
+    return std::to_string(width) + "\xC2\xA0\xC3\x97\xC2\xA0" + std::to_string(height) + (interlaced ? "i" : "");
 }
 
 std::string mode_words(const facts::video_mode& mode) {

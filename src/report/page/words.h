@@ -13,7 +13,7 @@ namespace desk::page {
 
 /// "59.94 Hz".
 std::string rate_words(double hz);
-/// "1920 × 1080"; an "i" follows if it is interlaced.
+/// "1920 × 1080" with no-break spaces; an "i" follows if it is interlaced.
 std::string resolution_words(std::uint32_t width, std::uint32_t height, bool interlaced);
 /// "1920 × 1080, 60 Hz".
 std::string mode_words(const facts::video_mode& mode);
