@@ -28,7 +28,7 @@ constexpr std::array<named_resolution, 7> named = {
 
 constexpr double chart_left = 40;
 constexpr double chart_right = 510;
-constexpr double chart_top = 22;
+constexpr double chart_top = 28;
 constexpr double chart_bottom = 240;
 constexpr double chart_width = 520;
 constexpr double chart_height = 270;
@@ -81,17 +81,24 @@ void draw_axes(svg_drawing& drawing, const scale& across, const scale& up, doubl
         drawing.line("grid", {chart_left, up(rate)}, {chart_right, up(rate)});
         drawing.text("axis", {chart_left - 6, up(rate) + 4}, anchor::end, number_text(rate, 0));
     }
-    drawing.text("axis", {chart_left - 6, chart_top - 10}, anchor::end, "Hz");
+    drawing.text("axis", {chart_left - 6, chart_top - 14}, anchor::end, "Hz");
+    constexpr double room_of_label = 48;
+    constexpr double room_of_large_label = 88; // on a narrow page the style draws larger ones and hides the minor ones
+    double last_major = -room_of_large_label;
+    double last = -room_of_label;
     for (const named_resolution& r : named) {
         const double size = size_of(r.width, r.height);
         if (size < across.from || size > across.to) continue;
         const double x = across(size);
         drawing.line("grid", {x, chart_top}, {x, chart_bottom});
-        constexpr double room = 36;
-        const anchor where = x < chart_left + room    ? anchor::start
-                             : x > chart_right - room ? anchor::end
-                                                      : anchor::middle;
-        drawing.text("axis", {x, chart_bottom + 18}, where,
+        if (x - last < room_of_label) continue;
+        const bool is_major = x - last_major >= room_of_large_label;
+        last = x;
+        if (is_major) last_major = x;
+        const anchor where = x < chart_left + room_of_large_label / 2    ? anchor::start
+                             : x > chart_right - room_of_large_label / 2 ? anchor::end
+                                                                         : anchor::middle;
+        drawing.text(is_major ? "axis" : "axis minor", {x, chart_bottom + 18}, where,
                      std::to_string(r.width) + "\xC3\x97" + std::to_string(r.height));
     }
 }
