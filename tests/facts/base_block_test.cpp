@@ -128,7 +128,7 @@ TEST(base_block, has_features) {
 TEST(base_block, has_colour_coordinates_of_ten_bits) {
     const auto c = display_edid().facts().colors.value();
     // the high eight bits of each, and two low ones from 0xEE (red and green) and 0x95 (blue and white)
-    EXPECT_EQ(c.red.x, (0xAE * 4 + 3) / 1024.0);
+    EXPECT_EQ(c.red.x, (0xA9 * 4 + 3) / 1024.0);
     EXPECT_EQ(c.red.y, (0x54 * 4 + 2) / 1024.0);
     EXPECT_EQ(c.green.x, (0x4C * 4 + 3) / 1024.0);
     EXPECT_EQ(c.green.y, (0x99 * 4 + 2) / 1024.0);
