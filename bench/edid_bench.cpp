@@ -1,5 +1,7 @@
-// Measures translation and report on one core, without windows: one report, and edid_report over many files.
+// Measures translation, report, facts and JSON on one core, without windows: one EDID, and edid_report over many files.
 
+#include "batch/display_json.h"
+#include "edid/facts/display_facts.h"
 #include "report.h"
 #include "support/temporary_directory.h"
 #include "support/translation_desk.h"
@@ -60,6 +62,38 @@ void measure_report() {
     report("report_build, median of 20000", median(times), "us", 25);
 }
 
+/// The time of `work` in microseconds: the median of many runs.
+template <class Work>
+double time_of(Work work) {
+    std::vector<double> times;
+    for (int i = 0; i < 20000; ++i) {
+        const auto start = clock_type::now();
+        work();
+        times.push_back(us_since(start));
+    }
+    return median(times);
+}
+
+void measure_facts() {
+    const desk::edid_buffer edid = full_edid();
+    std::size_t findings = 0;
+    report("read_display_facts, median of 20000",
+           time_of([&] { findings = desk::facts::read_display_facts(edid).findings.size(); }), "us", 3);
+    const desk::facts::display_facts facts = desk::facts::read_display_facts(edid);
+    desk::test::translation_desk d;
+    d.buffers.trans_buff = edid;
+    d.report.report_build("01/02/06", "03:04:05");
+    std::string json;
+    const double time = time_of([&] {
+        json.clear();
+        desk::batch::append_json(json, {"edid.bin", std::string(64, 'a'), 256, std::nullopt, d.report.report_text},
+                                 facts);
+    });
+    report("append_json, median of 20000", time, "us", 15);
+    std::printf("  %zu findings, %zu timings, %zu modes, %zu characters of JSON\n", findings,
+                facts.detailed_timings.size(), facts.modes.size(), json.size());
+}
+
 /// Runs edid_report over a folder with one job, to a folder or, if that is empty, to standard output; returns its
 /// time in seconds and its peak memory in MB.
 std::pair<double, double> run_edid_report(const std::string& from, const std::string& to) {
@@ -104,6 +138,7 @@ void measure_batch(int count, double bound) {
 
 int main() {
     measure_report();
+    measure_facts();
     measure_batch(100, 0.1);
     measure_batch(10000, 2);
     return 0;

@@ -11,9 +11,23 @@ namespace desk::batch {
 
 namespace {
 
-bool is_plain(char c) { return c >= 0x20 && c < 0x7F && c != '"' && c != '\\'; }
+/// The characters that need no escape, by code.
+constexpr std::array<bool, 256> plain_characters = [] {
+    std::array<bool, 256> plain{};
+    for (std::size_t c = 0x20; c < 0x7F; ++c)
+        plain[c] = c != '"' && c != '\\';
+    return plain;
+}();
 
-bool is_ascii(char c) { return static_cast<unsigned char>(c) < 0x80; }
+bool is_plain(char c) { return plain_characters[static_cast<unsigned char>(c)]; }
+
+bool is_ascii(std::string_view text) {
+    // without a branch, so that the compiler takes many characters at once
+    unsigned all = 0;
+    for (const char c : text)
+        all |= static_cast<unsigned char>(c);
+    return all < 0x80;
+}
 
 void append_unit(std::string& text, std::uint32_t unit) {
     constexpr std::string_view digits = "0123456789abcdef";
@@ -43,6 +57,28 @@ void append_escaped(std::string& text, char32_t c) {
         if (c < first_pair) return append_unit(text, c);
         append_unit(text, 0xD800 + ((c - first_pair) >> 10));
         append_unit(text, 0xDC00 + ((c - first_pair) & 0x3FF));
+    }
+}
+
+void append_ascii(std::string& text, std::string_view value) {
+    while (!value.empty()) {
+        std::size_t plain = 0;
+        while (plain < value.size() && is_plain(value[plain]))
+            ++plain;
+        text += value.substr(0, plain);
+        value.remove_prefix(plain);
+        if (value.empty()) return;
+        append_escaped(text, static_cast<char32_t>(value.front()));
+        value.remove_prefix(1);
+    }
+}
+
+void append_characters(std::string& text, std::string_view value) {
+    for (const char32_t c : characters_of(value)) {
+        if (c < 0x7F && is_plain(static_cast<char>(c)))
+            text.push_back(static_cast<char>(c));
+        else
+            append_escaped(text, c);
     }
 }
 
@@ -101,21 +137,10 @@ void json_writer::number(double value) {
 void json_writer::text(std::string_view value) {
     separate();
     text_.push_back('"');
-    const auto put_character = [&](char32_t c) {
-        if (c < 0x7F && is_plain(static_cast<char>(c)))
-            text_.push_back(static_cast<char>(c));
-        else
-            append_escaped(text_, c);
-    };
-    if (std::all_of(value.begin(), value.end(), is_plain)) {
-        text_ += value;
-    } else if (std::all_of(value.begin(), value.end(), is_ascii)) {
-        for (const char c : value)
-            put_character(static_cast<char32_t>(c));
-    } else {
-        for (const char32_t c : characters_of(value))
-            put_character(c);
-    }
+    if (is_ascii(value))
+        append_ascii(text_, value);
+    else
+        append_characters(text_, value);
     text_.push_back('"');
 }
 

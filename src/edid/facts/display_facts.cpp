@@ -77,8 +77,9 @@ void check_block_sum(const block_reader& block) {
 /// Makes the names of a block's bytes, from `first` on, cover each byte once.
 void cover_block(std::vector<named_bytes>& names, std::size_t first, std::uint16_t number) {
     std::vector<named_bytes> covered(names.begin() + static_cast<std::ptrdiff_t>(first), names.end());
-    std::stable_sort(covered.begin(), covered.end(),
-                     [](const named_bytes& a, const named_bytes& b) { return a.where.offset < b.where.offset; });
+    const auto precedes = [](const named_bytes& a, const named_bytes& b) { return a.where.offset < b.where.offset; };
+    if (!std::is_sorted(covered.begin(), covered.end(), precedes))
+        std::stable_sort(covered.begin(), covered.end(), precedes);
     names.resize(first);
     std::size_t next = 0;
     const auto add = [&](std::size_t begin, std::size_t end, part what, std::string_view name) {
@@ -171,13 +172,16 @@ display_facts read_display_facts(std::span<const std::uint8_t> edid) {
     const std::size_t blocks = std::min(edid.size() / edid_block_size, most_blocks);
     facts.bytes.reserve(blocks * names_of_block);
     facts.modes.reserve(64);
+    facts.detailed_timings.reserve(8);
+    facts.cta.video.reserve(32);
     check_extent(facts, edid);
     for (std::size_t number = 0; number < blocks; ++number)
         read_block(facts, edid, number);
     check_data_blocks(facts);
     check_against_limits(facts);
-    std::stable_sort(facts.findings.begin(), facts.findings.end(),
-                     [](const finding& a, const finding& b) { return a.block < b.block; });
+    const auto precedes = [](const finding& a, const finding& b) { return a.block < b.block; };
+    if (!std::is_sorted(facts.findings.begin(), facts.findings.end(), precedes))
+        std::stable_sort(facts.findings.begin(), facts.findings.end(), precedes);
     return facts;
 }
 

@@ -80,12 +80,12 @@ const dmt_timing* standard_dmt(std::uint32_t width, std::uint32_t height, unsign
 std::uint8_t dmt_of(const detailed_timing& timing) {
     const std::uint32_t fields = timing.interlaced ? 2 : 1;
     for (const dmt_timing& t : dmt_timings) {
+        if (t.h_active != timing.h_active) continue;
         const std::uint32_t total = (timing.v_active + timing.v_blank) * fields + (timing.interlaced ? 1 : 0);
         // a detailed timing counts the clock in 10 kHz
         const bool clock_fits = t.pixel_clock_khz / 10 == timing.pixel_clock_khz / 10;
-        if (t.h_active == timing.h_active && t.v_active == timing.v_active * fields &&
-            t.interlaced == timing.interlaced && t.h_total == timing.h_active + timing.h_blank && t.v_total == total &&
-            clock_fits)
+        if (t.v_active == timing.v_active * fields && t.interlaced == timing.interlaced &&
+            t.h_total == timing.h_active + timing.h_blank && t.v_total == total && clock_fits)
             return t.id;
     }
     return 0;

@@ -197,6 +197,7 @@ const hdmi_vic_timing* timing_of_hdmi_vic(std::uint8_t vic) {
 
 std::uint8_t vic_of(const detailed_timing& timing) {
     const std::uint32_t fields = timing.interlaced ? 2 : 1;
+    const std::uint32_t h_total = timing.h_active + timing.h_blank;
     const std::uint32_t total = (timing.v_active + timing.v_blank) * fields;
     const bool sized = timing.width_mm != 0 && timing.height_mm != 0;
     const double aspect = sized ? static_cast<double>(timing.width_mm) / timing.height_mm : 16.0 / 9;
@@ -206,9 +207,9 @@ std::uint8_t vic_of(const detailed_timing& timing) {
         return difference < 0 ? -difference : difference;
     };
     for (const vic_timing& v : vic_timings) {
+        if (v.h_total != h_total || v.h_active != timing.h_active) continue;
         const bool lines_fit = v.v_total == total || (timing.interlaced && v.v_total == total + 1);
-        if (v.h_active != timing.h_active || v.v_active != timing.v_active * fields ||
-            v.interlaced != timing.interlaced || v.h_total != timing.h_active + timing.h_blank || !lines_fit ||
+        if (v.v_active != timing.v_active * fields || v.interlaced != timing.interlaced || !lines_fit ||
             !is_clock_of(timing.pixel_clock_khz, v.pixel_clock_khz))
             continue;
         if (best == nullptr || distance(v) < distance(*best)) best = &v;
