@@ -76,7 +76,10 @@ double coverage(const color_triangle& display, const color_triangle& gamut) {
 std::optional<double> color_temperature(chromaticity_point white) {
     constexpr double lowest = 2000;
     constexpr double highest = 25000;
-    if (white.y == 0.1858) return std::nullopt;
+    // the daylight locus of CIE 015, which goes on along the black bodies below 4000 K
+    const double daylight_y = (-3 * white.x + 2.87) * white.x - 0.275;
+    constexpr double farthest = 0.05;
+    if (!(white.x > 0.23 && white.x < 0.53 && std::abs(white.y - daylight_y) < farthest)) return std::nullopt;
     const double n = (white.x - 0.3320) / (0.1858 - white.y);
     const double kelvin = ((449 * n + 3525) * n + 6823.3) * n + 5520.33;
     if (!(kelvin >= lowest && kelvin <= highest)) return std::nullopt;

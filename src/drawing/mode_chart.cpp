@@ -58,9 +58,10 @@ scale scale_of_rates(std::span<const charted_mode> modes, double& step) {
         highest = std::max(highest, m.refresh_hz);
     }
     constexpr double most_steps = 7;
+    constexpr std::array<double, 3> factors = {2, 2.5, 2}; // 10, 20, 50, 100 and so on
     step = 10;
-    for (const double factor : {2.0, 2.5, 2.0, 2.0, 2.5, 2.0, 2.0, 2.5, 2.0, 2.0, 2.5, 2.0})
-        if ((highest - lowest) / step > most_steps) step *= factor;
+    for (std::size_t i = 0; (highest - lowest) / step > most_steps; ++i)
+        step *= factors.at(i % factors.size());
     const double from = std::max(0.0, std::floor((lowest - 2) / step) * step);
     return {from, std::max(std::ceil((highest + 2) / step), from / step + 1) * step, chart_bottom, chart_top};
 }
