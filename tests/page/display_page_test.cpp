@@ -120,6 +120,23 @@ TEST(page, draws_each_detailed_timing) {
                     "porch, 5 sync, 36 back porch lines."));
 }
 
+TEST(page, draws_all_speakers_apart) {
+    const std::string page = page_of(display_edid().extend_cta({0x83, 0xFF, 0xFF, 0x0F}).finished());
+    const std::regex label("<text class=\"label present\" x=\"([0-9.]+)\" y=\"([0-9.]+)\"[^>]*>([A-Za-z0-9]+)</text>");
+    struct placed {
+        double x, y;
+        std::string name;
+    };
+    std::vector<placed> all;
+    for (std::sregex_iterator found(page.begin(), page.end(), label), end; found != end; ++found)
+        all.push_back({std::stod((*found)[1]), std::stod((*found)[2]), (*found)[3]});
+    EXPECT_EQ(all.size(), 33U) << "13 of the 20 bits name two speakers";
+    for (std::size_t i = 0; i < all.size(); ++i)
+        for (std::size_t k = 0; k < i; ++k)
+            EXPECT_TRUE(std::abs(all[i].x - all[k].x) >= 30 || std::abs(all[i].y - all[k].y) >= 20)
+                << all[i].name << " covers " << all[k].name;
+}
+
 TEST(page, ends_with_the_report_of_the_desk) {
     const std::string page = page_of(display_edid().finished(), {"EDID Analysis Report\r\nA < B", {}, {}, {}, {}});
     EXPECT_TRUE(has(page, "EDID Analysis Report\r\nA &lt; B</pre>"));

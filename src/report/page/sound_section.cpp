@@ -23,27 +23,27 @@ struct allocated_speakers {
     bool usual; ///< is drawn even if absent
 };
 
-// CTA-861, 7.5.3, bit 0 first; the angles are those of ITU-R BS.2051 as far as it has the speaker
+// CTA-861, 7.5.3, bit 0 first
 constexpr std::array<allocated_speakers, 20> allocation = {{
     {"FL", "FR", 0.62, 0.84, speaker_height::ear, true},
-    {"LFE", "", 0.26, 0.55, speaker_height::subwoofer, true},
-    {"FC", "", 0, 0.84, speaker_height::ear, true},
+    {"LFE", "", 0.32, 0.26, speaker_height::subwoofer, true},
+    {"FC", "", 0, 0.92, speaker_height::ear, true},
     {"BL", "BR", 0.62, -0.84, speaker_height::ear, true},
     {"BC", "", 0, -0.84, speaker_height::ear, false},
-    {"FLc", "FRc", 0.31, 0.9, speaker_height::ear, false},
+    {"FLc", "FRc", 0.31, 0.92, speaker_height::ear, false},
     {"RLc", "RRc", 0.31, -0.9, speaker_height::ear, false},
-    {"FLw", "FRw", 0.9, 0.5, speaker_height::ear, false},
-    {"TpL", "TpR", 0.36, 0.6, speaker_height::top, false},
-    {"TpC", "", 0, 0.3, speaker_height::top, false},
-    {"TpF", "", 0, 0.6, speaker_height::top, false},
+    {"FLw", "FRw", 0.97, 0.38, speaker_height::ear, false},
+    {"TpL", "TpR", 0.34, 0.6, speaker_height::top, false},
+    {"TpC", "", 0, 0.26, speaker_height::top, false},
+    {"TpF", "", 0, 0.5, speaker_height::top, false},
     {"LS", "RS", 0.9, -0.22, speaker_height::ear, false},
-    {"LF2", "", -0.26, 0.55, speaker_height::subwoofer, false},
+    {"LF2", "", -0.32, 0.26, speaker_height::subwoofer, false},
     {"TpB", "", 0, -0.6, speaker_height::top, false},
     {"SiL", "SiR", 0.9, 0, speaker_height::ear, true},
     {"TSL", "TSR", 0.6, 0, speaker_height::top, false},
     {"TBL", "TBR", 0.36, -0.6, speaker_height::top, false},
-    {"BtC", "", 0, 0.97, speaker_height::bottom, false},
-    {"BtL", "BtR", 0.6, 0.66, speaker_height::bottom, false},
+    {"BtC", "", 0, 0.71, speaker_height::bottom, false},
+    {"BtL", "BtR", 0.68, 0.62, speaker_height::bottom, false},
     {"TLS", "TRS", 0.6, -0.3, speaker_height::top, false},
 }};
 
