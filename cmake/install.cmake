@@ -1,11 +1,14 @@
 # What a Linux package contains. A program counts as installed if ../share/velotrace-desk is beside its folder.
 include(GNUInstallDirs)
 
-install(TARGETS velotrace velotrace_sim desk_robot edid_report)
+install(TARGETS velotrace velotrace_cli velotrace_sim desk_robot edid_report)
 install(FILES assets/marlo_rs232.ini assets/timing_pattern.ini DESTINATION ${CMAKE_INSTALL_DATADIR}/velotrace-desk)
 
-install(FILES docs/man/velotrace.1 docs/man/velotrace_sim.1 docs/man/desk_robot.1 docs/man/edid_report.1
-        DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES python/velotrace.py DESTINATION ${CMAKE_INSTALL_DATADIR}/velotrace-desk/python)
+
+install(FILES docs/man/velotrace.1 docs/man/velotrace_cli.1 docs/man/velotrace_sim.1 docs/man/desk_robot.1
+        docs/man/edid_report.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES packaging/linux/completion/velotrace_cli DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
 
 install(FILES packaging/linux/velotrace.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES packaging/linux/velotrace.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
@@ -20,5 +23,5 @@ install(FILES assets/velotrace.svg DESTINATION ${icons}/scalable/apps)
 set(documents ${CMAKE_INSTALL_DATADIR}/doc/velotrace-desk)
 install(FILES packaging/linux/README.installed.md DESTINATION ${documents} RENAME README.md)
 install(FILES CHANGELOG.md DESTINATION ${documents})
-install(FILES docs/manual.md docs/training.md DESTINATION ${documents}/docs OPTIONAL)
+install(FILES docs/manual.md docs/training.md docs/edid_report.schema.json DESTINATION ${documents}/docs OPTIONAL)
 install(DIRECTORY docs/pictures DESTINATION ${documents}/docs)

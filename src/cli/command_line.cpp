@@ -45,6 +45,7 @@ public:
     command_parser(CLI::App& app, line_input* keys) : app_(app), keys_(keys) {
         app_.require_subcommand(1);
         app_.fallthrough(false);
+        app_.allow_windows_style_options(false); // "/srv/master.bin" is a file
         add_signal_commands();
         add_panel();
         add_autorun();
@@ -85,7 +86,7 @@ private:
             return answering([values = numbers_](auto& s) { return set_color(s, values); });
         });
         colors.add_option("VALUE", numbers_, "R G B, or Cr Y Cb, from 0 to 255")
-            ->expected(0, 3)
+            ->expected(1, 3) // still optional: with 0, CLI11 takes none after "--"
             ->check(CLI::Range(0, 255));
 
         CLI::App& text = add(app_, "string", "Reads or sets the custom string", [this] {
@@ -106,7 +107,7 @@ private:
                 if (!favorites_.any()) return answering([which](auto& s) { return get_favorites(s, which); });
                 return answering([which, choice = favorites_](auto& s) { return set_favorites(s, which, choice); });
             });
-            auto* const rows = sub.add_option("ROW", favorites_.rows, "These rows and no others")->expected(0, -1);
+            auto* const rows = sub.add_option("ROW", favorites_.rows, "These rows and no others")->expected(1, -1);
             auto* const all = sub.add_flag("--all", favorites_.all, "All rows")->excludes(rows);
             sub.add_flag("--none", favorites_.none, "No rows; the generator keeps its default favorites")
                 ->excludes(rows)
@@ -131,7 +132,7 @@ private:
             for (const char* const value : group.values)
                 groups += std::string(" ") + value;
         }
-        sub.add_option("GROUP VALUE", words_, "A group and its new value; or reset")->expected(0, 2);
+        sub.add_option("GROUP VALUE", words_, "A group and its new value; or reset")->expected(1, 2);
         sub.footer("Groups and values:\n" + groups);
     }
 
@@ -158,8 +159,12 @@ private:
             if (!word_.empty()) return answering([file = word_](auto& s) { return set_autorun(s, file); });
             return answering([output = output_](auto& s) { return get_autorun(s, output); });
         });
-        sub.add_option("FILE", word_, "Sets the list from this file: step,timing,pattern,seconds");
-        sub.add_option("-o,--output", output_, "Writes the CSV to this file");
+        // an empty variable of a script must not read the list
+        const auto named = [](const std::string& file) {
+            return std::string(file.empty() ? "a file needs a name" : "");
+        };
+        sub.add_option("FILE", word_, "Sets the list from this file: step,timing,pattern,seconds")->check(named);
+        sub.add_option("-o,--output", output_, "Writes the CSV to this file")->check(named);
     }
 
     void add_edid_commands() {
@@ -191,7 +196,7 @@ private:
         });
         verify.add_option("FILE", word_)->required();
 
-        CLI::App& erase = add_edid("erase", "Erases the sink's EDID; takes up to 150 seconds", [this] {
+        CLI::App& erase = add_edid("erase", "Erases the sink's EDID; takes up to three minutes", [this] {
             if (!yes_) misused("edid erase needs --yes: nothing brings the EDID back");
             return answering([source = source_](auto& s) { return erase_edid(s, source); });
         });
@@ -280,7 +285,8 @@ std::optional<std::string> parse(CLI::App& app, const std::vector<std::string>& 
         return version_line("velotrace_cli");
     } catch (const CLI::ParseError& e) {
         // a word that is no command is reported as a missing one
-        const std::vector<std::string> unknown = app.remaining(true);
+        std::vector<std::string> unknown = app.remaining(true);
+        std::erase(unknown, "--");
         if (!unknown.empty()) misused("\"" + unknown.front() + "\" is not understood; see --help");
         misused(e.what());
     }

@@ -1,8 +1,8 @@
 #include "edid/file_opener.h"
 
 #include "runtime/files.h"
-#include "support/edid_fixture.h"
 #include "support/expect_failure.h"
+#include "support/file_opener_fixture.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,6 @@
 #include <ostream>
 #include <string>
 #include <utility>
-#include <vector>
 
 #ifndef _WIN32
 #include <sys/stat.h>
@@ -23,56 +22,19 @@ namespace {
 using test::boxes;
 using test::buffer_of;
 using test::checksum_text;
-using test::failure_of;
+using test::file_opener_test;
 using test::good_edid;
+using test::joined;
+using test::named;
 using test::needing_256;
+using test::parsed;
+using test::sending;
 using test::some_bytes;
 using test::strings;
 using test::window_text_of;
 
 const test::noted_boxes::shown box_data_error{"Data Error !", box_icon::critical, box_buttons::ok};
 const test::noted_boxes::shown box_wrong_format{"Wrong file format !", box_icon::critical, box_buttons::ok};
-
-strings sorted(strings names) {
-    std::sort(names.begin(), names.end());
-    return names;
-}
-strings joined(strings all, const strings& more) {
-    all.insert(all.end(), more.begin(), more.end());
-    return sorted(all);
-}
-
-// what opening a first file changes
-const strings named{"edid_file_name", "form.caption", "lab_pre_f(0).caption"};
-const strings sending{"cmd_verify.enabled", "cmd_w_auto.enabled", "cmd_write.enabled"};
-const strings parsed{"cmd_sum_write.enabled", "cmd_write_translate.enabled", "file_ok", "write_buff"};
-
-class file_opener_test : public test::edid_fixture {
-protected:
-    file_opener_test() {
-        buffers.write_buff.fill(0x33);
-        view.txt_write.text = "old";
-        view.dia_file.init_dir = "/where/it/was";
-    }
-    std::string title_of(const std::string& name) const { return "VELOTRACE  - " + path(name); }
-    /// What has changed since `remember`, except for the file itself.
-    strings changed_except(const std::string& name) const {
-        strings all = changed();
-        std::erase(all, "file " + name);
-        return all;
-    }
-    void expect_box(const std::string& text) {
-        EXPECT_EQ(std::exchange(m.boxes.all, {}),
-                  boxes{(test::noted_boxes::shown{text, box_icon::critical, box_buttons::ok})});
-    }
-    /// While a failure has left the file number open, no other file can be opened.
-    void expect_number_1(bool still_open) {
-        directory.put("next.bin", "\x77");
-        open("next.bin");
-        EXPECT_EQ(view.txt_write.text, still_open ? "" : "77 ");
-        EXPECT_EQ(form.caption == title_of("next.bin"), !still_open);
-    }
-};
 
 #ifndef _WIN32
 TEST_F(file_opener_test, does_not_wait_for_a_pipe_or_read_a_device_or_a_long_file) {
@@ -428,134 +390,6 @@ TEST_F(ddc_capture, without_a_header_does_not_return) {
     EXPECT_THROW(open("a.ddc"), tired_of_looking);
     EXPECT_EQ(m.events.turns, 3);
     EXPECT_EQ(m.events.pumps, pumps);
-}
-
-class previous_file : public file_opener_test {
-protected:
-    void put_list(const strings& names) {
-        for (std::size_t i = 0; i < names.size(); ++i)
-            view.lab_pre_f.at(i).caption = names[i].empty() ? "" : path(names[i]);
-        view.fra_pre_f.visible = true;
-    }
-    strings list() const {
-        strings names;
-        for (const label& l : view.lab_pre_f)
-            names.push_back(utf8_from_path(path_from_utf8(l.caption.get()).filename()));
-        return names;
-    }
-    void press(std::size_t index) { view.lab_pre_f.at(index).on_click(); }
-};
-
-TEST_F(previous_file, is_opened_like_any_other_and_moves_to_the_front) {
-    directory.put("c.bin", good_edid());
-    put_list({"a", "b", "c.bin", "d"});
-    remember();
-    press(2);
-    EXPECT_EQ(list(), (strings{"c.bin", "a", "b", "d", "", "", "", "", "", ""}));
-    EXPECT_EQ(view.txt_write.text.get(), window_text_of(good_edid()));
-    EXPECT_EQ(buffers.write_buff, buffer_of(good_edid()));
-    EXPECT_EQ(form.caption, title_of("c.bin"));
-    EXPECT_EQ(fields.edid_file_name, path("c.bin"));
-    EXPECT_FALSE(view.fra_pre_f.visible);
-    EXPECT_EQ(changed(),
-              joined(joined(named, sending), joined(parsed, {"fra_pre_f.visible", "lab_pre_f(1).caption",
-                                                             "lab_pre_f(2).caption", "lab_write_checksum(0).caption",
-                                                             "lab_write_checksum(1).caption", "txt_write.text"})));
-    EXPECT_TRUE(m.files.shown.empty());
-    EXPECT_TRUE(m.boxes.all.empty());
-}
-
-TEST_F(previous_file, in_an_empty_place_hides_the_list_and_enables_sending_if_a_file_was_opened) {
-    put_list({"a"});
-    remember();
-    press(5);
-    EXPECT_EQ(changed(), strings{"fra_pre_f.visible"});
-    put_list({"a"});
-    fields.edid_file_name = "x";
-    remember();
-    press(5);
-    EXPECT_EQ(changed(), joined(sending, {"fra_pre_f.visible"}));
-    EXPECT_TRUE(m.boxes.all.empty());
-}
-
-TEST_F(previous_file, that_is_gone_is_reported_and_removed) {
-    put_list({"a", "b", "c", "d", "e", "f", "g", "h", "i", "j"});
-    remember();
-    press(7);
-    expect_box(path("h") + " doesn't exist !");
-    EXPECT_EQ(list(), (strings{"a", "b", "c", "d", "e", "f", "g", "i", "j", ""}));
-    EXPECT_EQ(changed(),
-              (strings{"fra_pre_f.visible", "lab_pre_f(7).caption", "lab_pre_f(8).caption", "lab_pre_f(9).caption"}));
-    EXPECT_EQ(fields.edid_file_name, "");
-}
-
-TEST_F(previous_file, that_is_a_folder_is_missing) {
-    std::filesystem::create_directory(directory / "folder.hex");
-    put_list({"folder.hex"});
-    press(0);
-    expect_box(path("folder.hex") + " doesn't exist !");
-    EXPECT_EQ(list(), strings(10, ""));
-}
-
-TEST_F(previous_file, that_is_gone_hides_the_list_before_its_box_and_is_removed_after_it) {
-    put_list({"a", "b"});
-    fields.edid_file_name = "x";
-    film([this] {
-        return list()[0] + list()[1] + (view.fra_pre_f.visible ? ", open" : "") +
-               (view.cmd_write.enabled ? ", enabled" : "");
-    });
-    press(0);
-    EXPECT_EQ(frames, (strings{"box: ab", "b, enabled"}));
-    EXPECT_TRUE(view.cmd_verify.enabled);
-    EXPECT_TRUE(view.cmd_w_auto.enabled);
-    EXPECT_EQ(fields.edid_file_name, "x");
-}
-
-TEST_F(previous_file, is_one_of_ten) {
-    view.fra_pre_f.visible = true;
-    EXPECT_EQ(failure_of([&] { opener.lab_pre_f_click(10); }), failure::subscript_out_of_range);
-    EXPECT_FALSE(view.fra_pre_f.visible);
-}
-
-TEST_F(previous_file, passes_on_every_failure) {
-    struct bad_file {
-        const char* name;
-        std::string content;
-        failure expected;
-        std::string text_left;
-    };
-    const std::vector<bad_file> files = {
-        {"long.bin", some_bytes(257), failure::subscript_out_of_range, window_text_of(some_bytes(257))},
-        {"over.bin", needing_256(good_edid(), 0), failure::overflow,
-         window_text_of(needing_256(good_edid(), 0).substr(0, 127))},
-        {"good.bin", good_edid(), failure::file_already_open, ""},
-        {"short.ddc", good_edid().substr(0, 255), failure::file_already_open, ""},
-    };
-    for (const bad_file& file : files) {
-        directory.put(file.name, file.content);
-        put_list({"a", file.name});
-        form.caption = "before";
-        EXPECT_EQ(failure_of([&] { press(1); }), file.expected) << file.name;
-        EXPECT_EQ(view.txt_write.text, file.text_left) << file.name;
-        EXPECT_EQ(list(), (strings{"a", file.name, "", "", "", "", "", "", "", ""}));
-        EXPECT_EQ(fields.edid_file_name, path(file.name));
-        EXPECT_EQ(form.caption, "before");
-        EXPECT_FALSE(view.fra_pre_f.visible);
-        EXPECT_FALSE(view.cmd_write.enabled);
-        EXPECT_FALSE(view.cmd_sum_write.enabled);
-    }
-    EXPECT_TRUE(m.boxes.all.empty());
-}
-
-TEST_F(previous_file, fails_for_a_capture_under_256_bytes_and_names_it) {
-    directory.put("short.ddc", good_edid().substr(0, 255));
-    put_list({"short.ddc"});
-    const std::string sentence = test::sentence_of([&] { press(0); });
-    EXPECT_NE(sentence.find(path("short.ddc")), std::string::npos) << sentence;
-    EXPECT_EQ(view.txt_write.text, "");
-    EXPECT_EQ(failure_of([&] { press(0); }), failure::file_already_open);
-    number_1.close();
-    EXPECT_EQ(failure_of([&] { press(0); }), failure::bad_record_number);
 }
 
 } // namespace

@@ -129,10 +129,11 @@ TEST(video_timing_block, has_timings_of_three_kinds) {
     EXPECT_EQ(findings_about(display_edid().extend({0x10, 1, 7, 0, 0}).facts(), "longer than the block").size(), 1U);
 }
 
-TEST(best_mode, is_the_preferred_timing_or_the_largest) {
+TEST(best_mode, is_the_largest_native_mode_or_the_largest_of_all) {
     EXPECT_EQ(best_mode(display_facts()), nullptr);
     const display_facts f = display_edid().extend_cta({0x41, 97}).facts();
     EXPECT_EQ(best_mode(f)->width, 1920U);
+    EXPECT_EQ(best_mode(display_edid().extend_cta({0x42, 0x84, 0xC0}).facts())->refresh_hz, 100) << "format 64, native";
     display_facts without = f;
     for (video_mode& m : without.modes)
         m.native = false;

@@ -60,6 +60,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::demand((facts::best_mode(f) == nullptr) == f.modes.empty(), "there is a best mode if there is one at all");
     demand_cover(f);
     demand_places(f);
-    demand_json(f, size);
+    // the check of the JSON takes ten times as long as everything else
+    if (size == 0 || data[size / 2] % 4 == 0) demand_json(f, size);
     return 0;
 }

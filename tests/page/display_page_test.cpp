@@ -130,7 +130,7 @@ TEST(page, draws_all_speakers_apart) {
     std::vector<placed> all;
     for (std::sregex_iterator found(page.begin(), page.end(), label), end; found != end; ++found)
         all.push_back({std::stod((*found)[1]), std::stod((*found)[2]), (*found)[3]});
-    EXPECT_EQ(all.size(), 33U) << "13 of the 20 bits name two speakers";
+    EXPECT_EQ(all.size(), 32U) << "12 of the 20 bits name two speakers";
     for (std::size_t i = 0; i < all.size(); ++i)
         for (std::size_t k = 0; k < i; ++k)
             EXPECT_TRUE(std::abs(all[i].x - all[k].x) >= 30 || std::abs(all[i].y - all[k].y) >= 20)

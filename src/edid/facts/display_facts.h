@@ -137,7 +137,7 @@ struct display_facts {
 /// oddities as findings and throws nothing but std::bad_alloc.
 display_facts read_display_facts(std::span<const std::uint8_t> edid);
 
-/// The mode that suits the display best: the preferred one, else the one with the most pixels. Null if there is none.
+/// The native or preferred mode with the most pixels; if there is none, any with the most. Null without modes.
 const video_mode* best_mode(const display_facts& facts);
 
 } // namespace desk::facts

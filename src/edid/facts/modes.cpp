@@ -7,6 +7,7 @@
 #include <array>
 #include <cmath>
 #include <string>
+#include <tuple>
 
 namespace desk::facts {
 
@@ -247,15 +248,13 @@ void read_established_iii(const block_reader& block, std::size_t offset) {
 }
 
 const video_mode* best_mode(const display_facts& facts) {
-    const auto pixels = [](const video_mode& m) { return std::uint64_t{m.width} * m.height; };
-    const video_mode* best = nullptr;
-    for (const video_mode& mode : facts.modes) {
-        if (mode.native && mode.source == mode_source::detailed) return &mode;
-        if (best == nullptr || pixels(mode) > pixels(*best) ||
-            (pixels(mode) == pixels(*best) && mode.refresh_hz > best->refresh_hz))
-            best = &mode;
-    }
-    return best;
+    // native before others, then by pixels, then by rate
+    const auto rank = [](const video_mode& m) {
+        return std::tuple(m.native, std::uint64_t{m.width} * m.height, m.refresh_hz);
+    };
+    const auto best = std::max_element(facts.modes.begin(), facts.modes.end(),
+                                       [&](const video_mode& a, const video_mode& b) { return rank(a) < rank(b); });
+    return best == facts.modes.end() ? nullptr : &*best;
 }
 
 std::string_view name_of(mode_source source) {
