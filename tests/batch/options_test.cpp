@@ -48,7 +48,9 @@ TEST(options, have_a_format) {
     EXPECT_EQ(options_of({"--format=json", "a"}).format, output_format::json);
     EXPECT_EQ(options_of({"--format", "json", "--format", "text", "a"}).format, output_format::text);
     EXPECT_EQ(complaint_of({"a", "--format"}), "--format needs a value");
-    EXPECT_EQ(complaint_of({"--format", "xml", "a"}), "--format needs text or json, not \"xml\"");
+    EXPECT_EQ(complaint_of({"--format", "xml", "a"}), "--format needs text, json or html, not \"xml\"");
+    EXPECT_EQ(options_of({"--format", "html", "-o", "pages", "a"}).format, output_format::html);
+    EXPECT_EQ(complaint_of({"--format", "html", "a"}), "--format html needs -o FOLDER");
 }
 
 TEST(options, ask_for_the_version_and_need_no_name_then) {

@@ -401,6 +401,65 @@ TEST_F(json_run, reports_a_file_that_holds_no_edid) {
     EXPECT_EQ(messages, strings{path("empty.bin") + ": it is empty."});
 }
 
+using html_run = run_into_folder;
+
+TEST_F(html_run, writes_a_page_for_each_file_and_an_index) {
+    put("a.bin", usual_edid());
+    put("b.bin", edid_of({{23, {255}}}, usual_edid()));
+    format = output_format::html;
+    for (const unsigned jobs : {1U, 4U}) {
+        EXPECT_TRUE(run({"a.bin", "b.bin"}, jobs, "out")) << "a run-time failure of the desk's report is no failure";
+        EXPECT_TRUE(messages.empty());
+        EXPECT_TRUE(reports.empty());
+        EXPECT_EQ(written_count(), 3U);
+        EXPECT_EQ(written("a.html").find("Run-time error"), std::string::npos);
+        EXPECT_NE(written("b.html").find("Run-time error 6: Overflow"), std::string::npos);
+        EXPECT_NE(written("index.html").find("href=\"a.html\""), std::string::npos);
+        EXPECT_NE(written("index.html").find("href=\"b.html\""), std::string::npos);
+    }
+}
+
+TEST_F(html_run, counts_the_files_without_a_page) {
+    put("a.bin", usual_edid());
+    directory.put("empty.bin", "");
+    format = output_format::html;
+    EXPECT_FALSE(run({"a.bin", "empty.bin"}, 1, "out"));
+    EXPECT_EQ(messages, strings{path("empty.bin") + ": it is empty."});
+    EXPECT_NE(written("index.html").find("1 file without a page"), std::string::npos);
+    EXPECT_EQ(result.reports, 1U);
+    EXPECT_EQ(result.failures, 1U);
+}
+
+TEST_F(html_run, replaces_only_its_own_pages) {
+    put("a.bin", usual_edid());
+    format = output_format::html;
+    directory.put("out/a.html", "<!DOCTYPE html><p>notes</p>");
+    directory.put("out/index.html", "<!DOCTYPE html><p>my index</p>");
+    EXPECT_FALSE(run({"a.bin"}, 1, "out"));
+    EXPECT_EQ(written("a.html"), "<!DOCTYPE html><p>notes</p>");
+    EXPECT_EQ(written("index.html"), "<!DOCTYPE html><p>my index</p>");
+    EXPECT_EQ(messages.back(), "the index: " + path("out/index.html") + " is not a report and is not replaced.");
+    std::filesystem::remove(directory / "out/a.html");
+    std::filesystem::remove(directory / "out/index.html");
+    EXPECT_TRUE(run({"a.bin"}, 1, "out"));
+    EXPECT_TRUE(run({"a.bin"}, 1, "out")) << "pages of an earlier run are replaced";
+}
+
+TEST_F(html_run, keeps_a_file_of_the_name_of_the_index) {
+    put("index.bin", named_edid("OWN NAME"));
+    format = output_format::html;
+    EXPECT_TRUE(run({"index.bin"}, 1, "out"));
+    EXPECT_NE(written("_index.html").find("<h1>OWN NAME</h1>"), std::string::npos);
+    EXPECT_NE(written("index.html").find("href=\"_index.html\""), std::string::npos);
+}
+
+TEST_F(html_run, shows_all_blocks) {
+    directory.put("edid", std::string(384, '\0'));
+    format = output_format::html;
+    EXPECT_TRUE(run({"edid"}, 1, "out"));
+    EXPECT_NE(written("edid.html").find("<h3>Block 2</h3>"), std::string::npos);
+}
+
 TEST_F(run_into_folder, writes_no_report_that_fails) {
     put("a.bin", edid_of({{23, {255}}}, usual_edid()));
     EXPECT_FALSE(run({"a.bin"}, 1, "out"));

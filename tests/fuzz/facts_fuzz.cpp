@@ -1,12 +1,15 @@
-// EDIDs of any bytes and any length: their facts and their JSON.
+// EDIDs of any bytes and any length: their facts, their JSON and their page.
 
 #include "batch/display_json.h"
 #include "desk_under_fuzz.h"
 #include "edid/facts/display_facts.h"
+#include "report/page/display_page.h"
+#include "support/strict_xml.h"
 
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <span>
 #include <string>
 
 namespace {
@@ -52,11 +55,20 @@ void demand_json(const display_facts& f, std::size_t size) {
     fuzz::demand(object["findings"].size() == f.findings.size(), "JSON has each finding");
 }
 
+void demand_page(const display_facts& f, std::span<const std::uint8_t> bytes) {
+    std::string page;
+    page::append_display_page(page, {"<a>\x1B.bin", "", bytes, f, {"<report>", 6, "Overflow", "&", ""}, "1.0"});
+    const test::strict_xml read(page);
+    fuzz::demand(read.fault.empty(), "the page is well-formed and its links lead somewhere");
+    fuzz::demand(!read.elements.contains("script"), "no text becomes an element");
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const display_facts f = facts::read_display_facts({data, size});
     fuzz::demand(f.checksums.size() == std::min<std::size_t>(size / 128, 256), "each block has its checksum");
+    demand_page(f, {data, size});
     fuzz::demand((facts::best_mode(f) == nullptr) == f.modes.empty(), "there is a best mode if there is one at all");
     demand_cover(f);
     demand_places(f);

@@ -100,6 +100,26 @@ TEST(page, shows_every_byte_once) {
     EXPECT_EQ(shown, expected);
 }
 
+TEST(page, says_what_a_field_says) {
+    const std::string page = page_of(television().put(38, {0xD1, 0xC0}).finished());
+    const auto says = [&](std::string_view id) {
+        const std::size_t row = page.find("<tr id=\"" + std::string(id) + "\">");
+        const std::size_t last_cell = page.rfind("<td>", page.find("</tr>", row));
+        return page.substr(last_cell + 4, page.find("</td>", last_cell) - last_cell - 4);
+    };
+    EXPECT_EQ(says("f0-8"), "DEL, product 0x1234, serial number 305419896, Week 10 of 2020");
+    EXPECT_EQ(says("f0-21"), "60 \xC3\x97 34 cm");
+    EXPECT_EQ(says("f0-23"), "2.2");
+    EXPECT_EQ(says("f0-38"), "1920\xC2\xA0\xC3\x97\xC2\xA0"
+                             "1080, 60 Hz");
+    EXPECT_EQ(says("f0-40"), "not used");
+    EXPECT_EQ(says("f0-72"), "48 to 75 Hz, 30 to 83 kHz, up to 170 MHz");
+    EXPECT_EQ(says("f0-90"), "TEST");
+    EXPECT_EQ(says("f0-126"), "1");
+    EXPECT_EQ(says("f0-127"), "right");
+    EXPECT_EQ(says("f1-9"), "L-PCM, 2 channels");
+}
+
 TEST(page, links_a_finding_to_its_bytes) {
     bytes edid = display_edid().finished();
     edid.back() ^= 1; // the checksum

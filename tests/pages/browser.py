@@ -106,9 +106,10 @@ class Browser:
         scheme = {"name": "prefers-color-scheme", "value": "dark" if dark else "light"}
         self.devtools("Emulation.setEmulatedMedia", features=[scheme])
 
-    def take_picture(self, path):
-        """Saves a picture of the whole page."""
-        answer = self.devtools("Page.captureScreenshot", format="png", captureBeyondViewport=True)
+    def take_picture(self, path, clip=None):
+        """Saves a picture of the whole page, or of a part of it."""
+        part = {"clip": clip} if clip else {}
+        answer = self.devtools("Page.captureScreenshot", format="png", captureBeyondViewport=True, **part)
         with open(path, "wb") as file:
             file.write(base64.b64decode(answer["data"]))
 

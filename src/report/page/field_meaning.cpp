@@ -141,6 +141,14 @@ std::string header_words(const field& f, const page_source& source) {
     return "";
 }
 
+std::string standard_words(const field& f, const page_source& source) {
+    const std::size_t begin = f.block * edid_block_size + f.begin;
+    constexpr std::uint8_t unused = 1;
+    if (f.name == "Standard timing" && source.bytes[begin] == unused && source.bytes[begin + 1] == unused)
+        return "not used";
+    return modes_in(f, source.facts);
+}
+
 std::string display_id_words(const field& f, const display_facts& facts) {
     const std::string modes = modes_in(f, facts);
     if (!modes.empty()) return modes;
@@ -209,6 +217,8 @@ std::string meaning_of(const field& f, const page_source& source) {
         return display_id_words(f, facts);
     case part::checksum:
         return checksum_words(f, facts);
+    case part::standard:
+        return standard_words(f, source);
     default:
         return modes_in(f, facts);
     }
