@@ -23,8 +23,8 @@ struct named_resolution {
     std::uint32_t width;
     std::uint32_t height;
 };
-constexpr std::array<named_resolution, 7> named = {
-    {{320, 240}, {640, 480}, {1024, 768}, {1920, 1080}, {3840, 2160}, {7680, 4320}, {15360, 8640}}};
+constexpr std::array<named_resolution, 8> named = {
+    {{320, 240}, {640, 480}, {1024, 768}, {1920, 1080}, {2560, 1440}, {3840, 2160}, {7680, 4320}, {15360, 8640}}};
 
 constexpr double chart_left = 40;
 constexpr double chart_right = 510;

@@ -50,6 +50,8 @@ class Browser:
     def __exit__(self, *_):
         try:
             self._ask("DELETE", "")
+        except (OSError, Failure):
+            pass  # the browser is gone; what went wrong is known already
         finally:
             self._driver.terminate()
             self._driver.wait()
