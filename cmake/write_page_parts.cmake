@@ -2,7 +2,7 @@
 # that holds the style and the script of the pages.
 foreach(part STYLE SCRIPT)
     file(READ ${${part}_FILE} ${part})
-    if("${${part}}" MATCHES "[<&]|\r")
+    if("${${part}}" MATCHES "[<&]")
         message(FATAL_ERROR "${${part}_FILE} has a character that ends the element or counts as markup")
     endif()
     string(SHA256 ${part}_SHA256 "${${part}}")

@@ -10,7 +10,7 @@ namespace desk::page {
 
 namespace {
 
-void write_navigation(markup_writer& out, const page_source& source) {
+void write_navigation(markup_writer& out) {
     constexpr std::array<std::pair<std::string_view, std::string_view>, 8> entries = {{{"findings", "Findings"},
                                                                                        {"colour", "Colour"},
                                                                                        {"timings", "Timings"},
@@ -20,7 +20,7 @@ void write_navigation(markup_writer& out, const page_source& source) {
                                                                                        {"bytes", "Bytes"},
                                                                                        {"desk", "Desk report"}}};
     out.begin("nav").attribute("aria-label", "Sections");
-    if (source.has_index) out.begin("a", "up").attribute("href", "index.html").text("All displays").end();
+    out.begin("a", "up").attribute("href", "index.html").text("All displays").end();
     for (const auto& [id, words] : entries)
         link_to(out, id, words);
     out.end();
@@ -34,7 +34,7 @@ void append_display_page(std::string& out_text, const page_source& source) {
     markup_writer out(out_text);
     const field_map fields(source.facts);
     begin_page(out, model_words(source.facts) + " - " + maker_words(source.facts), "display", false);
-    write_navigation(out, source);
+    write_navigation(out);
     out.begin("main");
     write_glance(out, source);
     write_findings(out, source, fields);

@@ -27,7 +27,6 @@ struct page_source {
     const facts::display_facts& facts;
     desk_outcome desk;
     std::string_view version; ///< of the program
-    bool has_index = true;    ///< index.html is beside the page
 };
 
 /// Appends the page of one display.
