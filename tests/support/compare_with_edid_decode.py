@@ -142,12 +142,14 @@ def reason_for(field, own, said, decoder, whole, data):
         return "data blocks or timings that overrun their bounds: each decoder stops elsewhere"
     if "Data blocks need revision 3" in said_here:
         return "data blocks in a block of revision 1 or 2, which edid-decode ignores"
+    if field in ("eotfs", "max_nits") and "second HDR static metadata" in said_here:
+        return "a second block of HDR static metadata, which edid-decode adds to the first"
     if field == "timings":
         if not said and own and all(map(is_impossible, own)):
             return "impossible timings, which edid-decode lists as bytes"
         if not own and said:
             return "bytes after the end of the timings, in the padding"
-        left = [t for t in own if not is_impossible(t)]
+        left = own if len(own) == len(said) else [t for t in own if not is_impossible(t)]
         if len(left) == len(said) and has_border(whole, data) and all(
                 a[2] and a[:3] + a[4:] == b[:3] + b[4:] for a, b in zip(left, said)):
             return "edid-decode leaves the border out of the rate of an interlaced timing"
