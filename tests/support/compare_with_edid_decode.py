@@ -62,6 +62,15 @@ def by_decoder(path):
         "vics": [int(v[1]) for v in vics if v],
         "eotfs": {"Traditional gamma - SDR luminance range": "SDR", "Traditional gamma - HDR luminance range": "HDR",
                   "SMPTE ST2084": "PQ", "Hybrid Log-Gamma": "HLG"},
+        "width_cm": first(r"Maximum image size: (\d+) cm", base, int),
+        "height_cm": first(r"Maximum image size: \d+ cm x (\d+) cm", base, int),
+        "gamma": first(r"^    Gamma: ([\d.]+)", base, float),
+        "colors": [float(v) for pair in re.findall(r"^    (?:Red  |Green|Blue |White): ([\d.]+), ([\d.]+)", base, re.M)
+                   for v in pair],
+        "name": first(r"Display Product Name: '(.*)'$", text),
+        "address": first(r"Source physical address: (\S+)", text),
+        "max_tmds_mhz": first(r"Maximum TMDS clock: (\d+) MHz", text, int),
+        "formats": len(re.findall(r"^ {6}Supported sample rates", text, re.M)),
         "max_nits": first(r"Desired content max luminance: \d+ \(([\d.]+)", text, float),
         "text": text,
         "complaints": complaints,
@@ -85,7 +94,12 @@ def by_report(facts):
                         t["v_front"], t["v_sync"], t["v_blank"] - t["v_front"] - t["v_sync"]))
     hdr = facts["hdr"]
     return {
-        **{key: facts[key] for key in ("maker", "product_code", "serial_number", "year", "week", "version", "checksums")},
+        **{key: facts[key] for key in ("maker", "product_code", "serial_number", "year", "week", "version", "checksums",
+                                       "width_cm", "height_cm", "gamma", "name")},
+        "colors": [v for name in ("red", "green", "blue", "white") for v in (facts["chromaticity"] or {}).get(name, ())],
+        "address": facts["hdmi"] and facts["hdmi"]["physical_address"],
+        "max_tmds_mhz": facts["hdmi"] and facts["hdmi"]["max_tmds_mhz"],
+        "formats": len(facts["audio"]),
         "limits": limits and tuple(limits[key] for key in
                                    ("min_v_hz", "max_v_hz", "min_h_khz", "max_h_khz", "max_clock_mhz")),
         "timings": timings,
@@ -105,9 +119,16 @@ def same_timing(a, b):
 
 def differences(own, said):
     """Pairs of a field and both values."""
-    for key in ("maker", "product_code", "serial_number", "year", "week", "version", "vics", "max_nits"):
+    for key in ("maker", "product_code", "serial_number", "year", "week", "version", "vics", "max_nits", "width_cm",
+                "height_cm", "gamma", "address", "max_tmds_mhz", "formats"):
         if not near(own[key], said[key]):
             yield key, own[key], said[key]
+    # spaces at the end are cut here
+    if (own["name"] or "").rstrip() != (said["name"] or "").rstrip():
+        yield "name", own["name"], said["name"]
+    # edid-decode cuts after four decimals
+    if any(not b <= a + 1e-6 < b + 0.0002 for a, b in zip(own["colors"], said["colors"])):
+        yield "colors", own["colors"], said["colors"]
     if own["eotfs"] != eotfs_of(said):
         yield "eotfs", own["eotfs"], eotfs_of(said)
     if own["checksums"] != said["checksums"]:
@@ -142,6 +163,8 @@ def reason_for(field, own, said, decoder, whole, data):
         return "data blocks or timings that overrun their bounds: each decoder stops elsewhere"
     if "Data blocks need revision 3" in said_here:
         return "data blocks in a block of revision 1 or 2, which edid-decode ignores"
+    if field == "name" and re.search("not printable|second name", said_here):
+        return "a name with characters that are not ASCII, which edid-decode leaves out, or a second name"
     if field in ("eotfs", "max_nits") and "second HDR static metadata" in said_here:
         return "a second block of HDR static metadata, which edid-decode adds to the first"
     if field == "timings":
