@@ -67,9 +67,9 @@ def by_decoder(path):
         "gamma": first(r"^    Gamma: ([\d.]+)", base, float),
         "colors": [float(v) for pair in re.findall(r"^    (?:Red  |Green|Blue |White): ([\d.]+), ([\d.]+)", base, re.M)
                    for v in pair],
-        "name": first(r"Display Product Name: '(.*)'$", text),
+        "name": first(r"Display Product Name: '(.+)'$", text),
         "address": first(r"Source physical address: (\S+)", text),
-        "max_tmds_mhz": first(r"Maximum TMDS clock: (\d+) MHz", text, int),
+        "max_tmds_mhz": first(r"Maximum TMDS clock: (\d+) MHz", text, int) or None,
         "formats": len(re.findall(r"^ {6}Supported sample rates", text, re.M)),
         "max_nits": first(r"Desired content max luminance: \d+ \(([\d.]+)", text, float),
         "text": text,
@@ -143,7 +143,7 @@ def differences(own, said):
 
 
 def is_impossible(timing):
-    return timing[0] == 0 or timing[1] == 0 or timing[3] < 10
+    return timing[0] <= 1 or timing[1] <= 1 or timing[3] < 10
 
 
 def has_border(whole, data):
