@@ -163,6 +163,8 @@ def reason_for(field, own, said, decoder, whole, data):
         return "data blocks or timings that overrun their bounds: each decoder stops elsewhere"
     if "Data blocks need revision 3" in said_here:
         return "data blocks in a block of revision 1 or 2, which edid-decode ignores"
+    if field == "formats" and "no whole number of descriptors" in said_here:
+        return "an audio data block whose length is no multiple of 3, which edid-decode leaves out"
     if field == "name" and re.search("not printable|second name", said_here):
         return "a name with characters that are not ASCII, which edid-decode leaves out, or a second name"
     if field in ("eotfs", "max_nits") and "second HDR static metadata" in said_here:
@@ -179,7 +181,8 @@ def reason_for(field, own, said, decoder, whole, data):
     return None
 
 
-# what a finding of each is about: here, and in edid-decode's complaints
+# What a finding of each is about: here, and in edid-decode's complaints. edid-decode also compares the modes of
+# CTA-861 blocks with the range limits, and asks EDID 1.4 for a name.
 KINDS = {
     "a checksum": ("checksum", "Invalid checksum|should be 0x"),
     "the number of extension blocks": ("extension blocks, but there are", "extension block\\(s\\), but found"),
@@ -189,7 +192,7 @@ KINDS = {
     "sRGB": ("those of sRGB", "sRGB is signaled, but|match sRGB, but"),
     "640x480 is missing": ("640x480 at 60 Hz, which", "Required 640x480p60 timings are missing"),
     "a VIC is a duplicate": ("code \\d+ is a duplicate", "Duplicate VIC"),
-    "a VIC is reserved": ("identification code \\d+ is reserved", "Unknown VIC"),
+    "a VIC is reserved": ("identification code \\d+ is reserved", "Unknown (?:\\(VIC|VIC)"),
     "an image larger than the display": ("larger than the display", "larger than the display size"),
     "a second speaker block": ("second speaker", "Speaker Allocation Data Block: Only one instance"),
     "the block map": ("block map", "Block Map Extension"),
