@@ -59,7 +59,7 @@ void desk_session::start() {
     const std::string why = starting->exchange.cmd_disconn.tool_tip;
     if (!connected && starting->exchange.com_port == 0 && why.empty())
         throw command_failure(outcome::unusable, "marlo_rs232.ini names no port: choose one with --port");
-    if (!connected) throw command_failure(outcome::unusable, why.substr(0, why.find_last_not_of('.') + 1));
+    if (!connected) throw command_failure(outcome::unusable, without_full_stop(why));
     desk_ = std::move(starting);
 }
 

@@ -58,8 +58,7 @@ void expect_file(desk_session& session, const std::function<void()>& work) {
     if (!shown.empty()) throw command_failure(outcome::unusable, shown.back());
     const auto failures = session.take_silent_failures();
     if (failures.empty()) return;
-    const std::string& sentence = failures.back();
-    throw command_failure(outcome::unusable, sentence.substr(0, sentence.find_last_not_of('.') + 1));
+    throw command_failure(outcome::unusable, without_full_stop(failures.back()));
 }
 
 json checksums_of(const edid_buffer& edid) {

@@ -14,9 +14,7 @@ namespace desk::cli {
 namespace {
 
 command_failure broken(const runtime_failure& f) {
-    const std::string sentence = f.sentence();
-    return {outcome::broken, "run-time failure " + std::to_string(f.number()) + ": " +
-                                 sentence.substr(0, sentence.find_last_not_of('.') + 1)};
+    return {outcome::broken, "run-time failure " + std::to_string(f.number()) + ": " + without_full_stop(f.sentence())};
 }
 
 /// Why a command ended without a result.

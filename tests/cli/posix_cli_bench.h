@@ -42,7 +42,7 @@ struct stream_setup {
     std::function<void()> prepare = {}; ///< runs in the child before the program
 };
 
-/// A program that runs beside the test, and ends with it at the latest.
+/// A program that runs beside the test, in the test's folder, and ends with the test at the latest.
 class running_program {
 public:
     running_program(const temporary_directory& folder, const std::vector<std::string>& words, stream_setup streams = {})
@@ -68,6 +68,8 @@ public:
             const std::string all = std::string(TERMINAL_PACE) + (preloaded == nullptr ? "" : ":") +
                                     (preloaded == nullptr ? "" : preloaded);
             ::setenv("LD_PRELOAD", all.c_str(), 1);
+            // whoever runs the tests may not be allowed to write where they start
+            if (::chdir(folder_.path().c_str()) != 0) ::_exit(125);
             if (streams.prepare) streams.prepare();
             ::execv(arguments.front(), arguments.data());
             ::_exit(127);
