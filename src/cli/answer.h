@@ -26,6 +26,11 @@ enum class outcome : int {
     ended = 130,  ///< by a signal
 };
 
+/// A sentence of the desk as the reason of a command_failure.
+inline std::string without_full_stop(const std::string& sentence) {
+    return sentence.substr(0, sentence.find_last_not_of('.') + 1);
+}
+
 /// The failure of a command; `what` is one sentence without a full stop.
 class command_failure : public std::runtime_error {
 public:

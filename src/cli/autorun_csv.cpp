@@ -14,6 +14,9 @@ namespace {
 
 constexpr std::string_view header = "step,timing,pattern,seconds";
 
+/// Of a cell, in a message.
+constexpr std::size_t longest_quote = 32;
+
 using four_numbers = std::array<int, 4>;
 
 std::vector<std::string> lines_of(std::string_view text) {
@@ -91,7 +94,7 @@ private:
             const std::string cell = trim(cells.at(i));
             const char* const end = cell.data() + cell.size();
             const auto [stop, error] = std::from_chars(cell.data(), end, numbers.at(i));
-            if (error != std::errc() || stop != end) bad("\"" + cell + "\" is not a number");
+            if (error != std::errc() || stop != end) bad("\"" + cell.substr(0, longest_quote) + "\" is not a number");
         }
         return numbers;
     }

@@ -8,6 +8,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <charconv>
 #include <map>
 #include <memory>
 
@@ -21,8 +22,40 @@ Exit status: 0 done; 1 the generator did not answer, or not as required; 2 the c
 3 the port or a file can't be used; 4 a run-time failure of the desk; 130 ended by a signal.)";
 
 constexpr std::int64_t largest_serial = 4294967295;
+/// A command has room for three digits.
+constexpr int most_rows = 999;
 
 [[noreturn]] void misused(const std::string& why) { throw command_failure(outcome::misused, why); }
+
+/// The number that decimal digits name. CLI11 would take "010" for eight and nothing for zero.
+std::int64_t number_in(const std::string& word, std::int64_t least, std::int64_t most) {
+    std::int64_t number = 0;
+    const char* const end = word.data() + word.size();
+    const auto [stop, error] = std::from_chars(word.data(), end, number);
+    if (error != std::errc() || stop != end || number < least || number > most)
+        misused("\"" + word + "\" is not a number from " + std::to_string(least) + " to " + std::to_string(most));
+    return number;
+}
+
+std::vector<int> numbers_in(const std::vector<std::string>& words, int least, int most) {
+    std::vector<int> numbers;
+    for (const std::string& word : words)
+        numbers.push_back(static_cast<int>(number_in(word, least, most)));
+    return numbers;
+}
+
+/// Throws command_failure (misused) for a name that no file has.
+void expect_file_name(const std::string& file) {
+    if (file.empty()) misused("the name of the file is missing");
+    if (file.find('\0') != std::string::npos) misused("the name of a file has no zero byte");
+}
+
+void expect_edid_file(const std::string& file, const std::vector<std::string>& extensions) {
+    expect_file_name(file);
+    expect_extension(file, extensions);
+}
+
+bool is_control_character(char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }
 
 /// Help without types and ranges, which the descriptions give.
 class plain_help final : public CLI::Formatter {
@@ -81,33 +114,34 @@ private:
         }
 
         CLI::App& colors = add(app_, "color", "Reads or sets the colour of the colour pattern", [this] {
-            if (numbers_.empty()) return answering(get_color);
-            if (numbers_.size() != 3) misused("color needs three values: R G B, or Cr Y Cb");
-            return answering([values = numbers_](auto& s) { return set_color(s, values); });
+            if (words_.empty()) return answering(get_color);
+            if (words_.size() != 3) misused("color needs three values: R G B, or Cr Y Cb");
+            return answering([values = numbers_in(words_, 0, 255)](auto& s) { return set_color(s, values); });
         });
-        colors.add_option("VALUE", numbers_, "R G B, or Cr Y Cb, from 0 to 255")
-            ->expected(1, 3) // still optional: with 0, CLI11 takes none after "--"
-            ->check(CLI::Range(0, 255));
+        // still optional: with 0, CLI11 takes none after "--"
+        colors.add_option("VALUE", words_, "R G B, or Cr Y Cb, from 0 to 255")->expected(1, 3);
 
         CLI::App& text = add(app_, "string", "Reads or sets the custom string", [this] {
-            if (!word_given_()) return answering(get_string);
+            if (string_text_->count() == 0) return answering(get_string);
+            if (std::any_of(word_.begin(), word_.end(), is_control_character))
+                misused("the custom string has no control characters");
             if (character_count(word_) > custom_string_length)
                 misused("the custom string has at most " + std::to_string(custom_string_length) + " characters");
             if (text_from_bytes(bytes_from_text(word_)) != as_utf8(word_))
                 misused("the generator has no code for a character of \"" + word_ + "\"");
             return answering([text = word_](auto& s) { return set_string(s, text); });
         });
-        CLI::Option* const string_text = text.add_option("TEXT", word_, "At most 12 characters");
-        word_given_ = [string_text] { return string_text->count() > 0; };
+        string_text_ = text.add_option("TEXT", word_, "At most 12 characters");
 
         CLI::App& favorite = *app_.add_subcommand("favorites", "Reads or sets the favorite rows");
         favorite.require_subcommand(1);
         for (const auto& [name, which] : plural) {
             CLI::App& sub = add(favorite, name, "The favorite " + std::string(name), [this, which = which] {
+                favorites_.rows = numbers_in(words_, 1, most_rows);
                 if (!favorites_.any()) return answering([which](auto& s) { return get_favorites(s, which); });
                 return answering([which, choice = favorites_](auto& s) { return set_favorites(s, which, choice); });
             });
-            auto* const rows = sub.add_option("ROW", favorites_.rows, "These rows and no others")->expected(1, -1);
+            auto* const rows = sub.add_option("ROW", words_, "These rows and no others")->expected(1, -1);
             auto* const all = sub.add_flag("--all", favorites_.all, "All rows")->excludes(rows);
             sub.add_flag("--none", favorites_.none, "No rows; the generator keeps its default favorites")
                 ->excludes(rows)
@@ -155,16 +189,14 @@ private:
 
     void add_autorun() {
         CLI::App& sub = add(app_, "autorun", "Reads the autorun list as CSV, or sets it from such a file", [this] {
-            if (!word_.empty() && !output_.empty()) misused("autorun reads with -o, or sets from FILE; not both");
-            if (!word_.empty()) return answering([file = word_](auto& s) { return set_autorun(s, file); });
-            return answering([output = output_](auto& s) { return get_autorun(s, output); });
+            if (csv_output_->count() > 0) expect_file_name(output_);
+            if (csv_input_->count() == 0)
+                return answering([output = output_](auto& s) { return get_autorun(s, output); });
+            expect_file_name(word_);
+            return answering([file = word_](auto& s) { return set_autorun(s, file); });
         });
-        // an empty variable of a script must not read the list
-        const auto named = [](const std::string& file) {
-            return std::string(file.empty() ? "a file needs a name" : "");
-        };
-        sub.add_option("FILE", word_, "Sets the list from this file: step,timing,pattern,seconds")->check(named);
-        sub.add_option("-o,--output", output_, "Writes the CSV to this file")->check(named);
+        csv_input_ = sub.add_option("FILE", word_, "Sets the list from this file: step,timing,pattern,seconds");
+        csv_output_ = sub.add_option("-o,--output", output_, "Writes the CSV to this file")->excludes(csv_input_);
     }
 
     void add_edid_commands() {
@@ -172,9 +204,9 @@ private:
         edid_->require_subcommand(1);
 
         CLI::App& read = add_edid("read", "Reads the EDID and saves it as .hex or .bin", [this] {
-            if (word_ != "-") expect_extension(word_, {".hex", ".bin"});
-            if (c_style_ && word_.ends_with(".bin")) misused("--c is for a .hex file");
-            return command([file = word_, c_style = c_style_, source = source_](auto& s, auto& out) {
+            if (word_ != "-") expect_edid_file(word_, {".hex", ".bin"});
+            if (c_style_ && word_ != "-") expect_edid_file(word_, {".hex"});
+            return command([file = word_, c_style = c_style_, source = source()](auto& s, auto& out) {
                 out.give(read_edid(s, out, source, file, c_style));
             });
         });
@@ -182,8 +214,8 @@ private:
         read.add_flag("--c", c_style_, "Saves the HEX file as an initialiser in C");
 
         CLI::App& write = add_edid("write", "Writes a file to the sink and verifies it", [this] {
-            expect_extension(word_, readable);
-            return answering([file = word_, verify = !no_verify_, source = source_](auto& s) {
+            expect_edid_file(word_, readable);
+            return answering([file = word_, verify = !no_verify_, source = source()](auto& s) {
                 return write_edid(s, source, file, verify);
             });
         });
@@ -191,14 +223,14 @@ private:
         write.add_flag("--no-verify", no_verify_, "Does not read it back");
 
         CLI::App& verify = add_edid("verify", "Compares the sink with a file", [this] {
-            expect_extension(word_, readable);
-            return answering([file = word_, source = source_](auto& s) { return verify_edid(s, source, file); });
+            expect_edid_file(word_, readable);
+            return answering([file = word_, source = source()](auto& s) { return verify_edid(s, source, file); });
         });
         verify.add_option("FILE", word_)->required();
 
         CLI::App& erase = add_edid("erase", "Erases the sink's EDID; takes up to three minutes", [this] {
             if (!yes_) misused("edid erase needs --yes: nothing brings the EDID back");
-            return answering([source = source_](auto& s) { return erase_edid(s, source); });
+            return answering([source = source()](auto& s) { return erase_edid(s, source); });
         });
         erase.add_flag("--yes", yes_, "Really erases");
 
@@ -207,12 +239,17 @@ private:
 
     template <class Choose>
     CLI::App& add_edid(const std::string& name, const std::string& what, Choose choose) {
+        CLI::App& sub = add(*edid_, name, what, choose);
+        sub.add_option("--source", source_, "hdmi-out (the default), hdmi-in or vga");
+        return sub;
+    }
+
+    edid_source source() const {
         static const std::map<std::string, edid_source> sources = {
             {"hdmi-out", edid_source::hdmi_out}, {"hdmi-in", edid_source::hdmi_in}, {"vga", edid_source::vga}};
-        CLI::App& sub = add(*edid_, name, what, choose);
-        sub.add_option("--source", source_, "hdmi-out (the default), hdmi-in or vga")
-            ->transform(CLI::Transformer(sources));
-        return sub;
+        const auto found = sources.find(source_);
+        if (found == sources.end()) misused("--source needs hdmi-out, hdmi-in or vga");
+        return found->second;
     }
 
     void add_stamp() {
@@ -220,25 +257,21 @@ private:
             add_edid("stamp", "Writes a file to one unit after the other, each with its serial number, and verifies it",
                      [this] { return stamp_command(); });
         sub.add_option("FILE", word_)->required();
-        sub.add_option("--serial", stamping_.serial, "The serial number of the first unit")
-            ->required()
-            ->check(CLI::Range(std::int64_t{0}, largest_serial));
-        sub.add_option("--count", stamping_.count, "The number of units; 1 by default")
-            ->check(CLI::Range(std::int64_t{1}, largest_serial));
-        sub.add_option("--step", stamping_.step, "From one number to the next; 1 by default")
-            ->check(CLI::Range(std::int64_t{1}, largest_serial));
+        sub.add_option("--serial", serial_, "The serial number of the first unit")->required();
+        sub.add_option("--count", count_, "The number of units; 1 by default");
+        sub.add_option("--step", step_, "From one number to the next; 1 by default");
         sub.add_flag("--wait-key", wait_key_, "Waits for Enter between the units");
     }
 
     command stamp_command() {
-        expect_extension(word_, readable);
-        stamping_.file = word_;
-        stamping_.source = source_;
-        if (stamping_.count - 1 > (largest_serial - stamping_.serial) / stamping_.step)
+        expect_edid_file(word_, readable);
+        stamping wanted{source(), word_, number_in(serial_, 0, largest_serial), number_in(count_, 1, largest_serial),
+                        number_in(step_, 1, largest_serial)};
+        if (wanted.count - 1 > (largest_serial - wanted.serial) / wanted.step)
             misused("the last serial number is beyond " + std::to_string(largest_serial));
         if (wait_key_ && keys_ == nullptr) misused("--wait-key reads standard input, which holds the commands");
-        if (wait_key_) stamping_.keys = keys_;
-        return [wanted = stamping_](desk_session& session, console& out) { stamp_edid(session, out, wanted); };
+        if (wait_key_) wanted.keys = keys_;
+        return [wanted](desk_session& session, console& out) { stamp_edid(session, out, wanted); };
     }
 
     inline static const std::vector<std::pair<const char*, catalogue_list>> singular = {
@@ -250,20 +283,23 @@ private:
     CLI::App& app_;
     line_input* keys_;
     CLI::App* edid_ = nullptr;
+    CLI::Option* string_text_ = nullptr;
+    CLI::Option* csv_input_ = nullptr;
+    CLI::Option* csv_output_ = nullptr;
 
     // the parsed arguments; only one subcommand is used
     std::string word_;
-    std::function<bool()> word_given_;
     std::vector<std::string> words_;
-    std::vector<int> numbers_;
     std::string output_;
     favorite_choice favorites_;
-    edid_source source_ = edid_source::hdmi_out;
+    std::string source_ = "hdmi-out";
     bool c_style_ = false;
     bool no_verify_ = false;
     bool yes_ = false;
     bool wait_key_ = false;
-    stamping stamping_;
+    std::string serial_;
+    std::string count_ = "1";
+    std::string step_ = "1";
 };
 
 /// The name of a subcommand with those before it: "velotrace_cli edid stamp".
@@ -271,9 +307,17 @@ std::string full_name(const CLI::App& app) {
     return app.get_parent() == nullptr ? app.get_name() : full_name(*app.get_parent()) + " " + app.get_name();
 }
 
+/// "++" would end a subcommand for CLI11, but after "--" it is a word like any other.
+std::vector<std::string> with_plain_plus(std::vector<std::string> words) {
+    const auto first = std::find_if(words.begin(), words.end(), [](const auto& w) { return w == "++" || w == "--"; });
+    if (first != words.end() && *first == "++") words.insert(first, "--");
+    return words;
+}
+
 /// Runs CLI11. Returns a text if help was asked for.
 std::optional<std::string> parse(CLI::App& app, const std::vector<std::string>& words) {
-    std::vector<std::string> last_first(words.rbegin(), words.rend());
+    std::vector<std::string> last_first = with_plain_plus(words);
+    std::reverse(last_first.begin(), last_first.end());
     try {
         app.parse(std::move(last_first));
     } catch (const CLI::CallForHelp&) {

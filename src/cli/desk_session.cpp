@@ -21,11 +21,15 @@ std::unique_ptr<serial_port> port_of(const std::filesystem::path& program_direct
 
 } // namespace
 
-desk_session::desk_session(std::filesystem::path program_directory, const std::optional<std::string>& port,
+desk_session::desk_session(const std::filesystem::path& program_directory, const std::optional<std::string>& port,
                            const end_request& request)
+    : desk_session(program_directory, port_of(program_directory, port), port.has_value(), request) {}
+
+desk_session::desk_session(std::filesystem::path program_directory, std::unique_ptr<serial_port> port,
+                           bool port_is_chosen, const end_request& request)
     : events_(request)
-    , port_is_chosen_(port.has_value())
-    , port_(port_of(program_directory, port))
+    , port_is_chosen_(port_is_chosen)
+    , port_(std::move(port))
     , machine_{*port_, events_, boxes_, files_, windows_, dates_, std::move(program_directory)} {
     machine_.report_silent_failure = [this](std::string_view sentence) { silent_failures_.emplace_back(sentence); };
 }
@@ -55,7 +59,7 @@ void desk_session::start() {
     const std::string why = starting->exchange.cmd_disconn.tool_tip;
     if (!connected && starting->exchange.com_port == 0 && why.empty())
         throw command_failure(outcome::unusable, "marlo_rs232.ini names no port: choose one with --port");
-    if (!connected) throw command_failure(outcome::unusable, why.substr(0, why.find_last_not_of('.') + 1));
+    if (!connected) throw command_failure(outcome::unusable, without_full_stop(why));
     desk_ = std::move(starting);
 }
 
@@ -77,6 +81,8 @@ void desk_session::end() {
 void desk_session::let_the_line_finish() {
     desk().exchange.drain_output();
     delay_sec(events_, moment);
+    // nothing answers, so that nothing else shows it
+    if (port_->vanished()) throw command_failure(outcome::failed, "the device has vanished");
 }
 
 } // namespace desk::cli

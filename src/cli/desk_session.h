@@ -18,7 +18,10 @@ namespace desk::cli {
 class desk_session {
 public:
     /// `port`: 1 to 8, or the path of a device; none: the port in the settings file.
-    desk_session(std::filesystem::path program_directory, const std::optional<std::string>& port,
+    desk_session(const std::filesystem::path& program_directory, const std::optional<std::string>& port,
+                 const end_request& request);
+    /// On this port; if it is chosen, it is opened even if the settings file names none.
+    desk_session(std::filesystem::path program_directory, std::unique_ptr<serial_port> port, bool port_is_chosen,
                  const end_request& request);
     ~desk_session();
     desk_session(const desk_session&) = delete;
@@ -36,7 +39,7 @@ public:
     void end();
 
     /// Waits until the port has sent everything, and a moment longer: some adapters hold a few bytes of their own,
-    /// and closing the port discards them.
+    /// and closing the port discards them. Throws command_failure if the device has vanished.
     void let_the_line_finish();
 
     real_events& events() { return events_; }

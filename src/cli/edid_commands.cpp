@@ -4,6 +4,7 @@
 #include "edid/format/checksum_rule.h"
 #include "edid/format/file_writers.h"
 #include "platform/sha256.h"
+#include "runtime/failure.h"
 #include "runtime/files.h"
 #include "runtime/text.h"
 #include "runtime/windows_1252.h"
@@ -57,14 +58,35 @@ void expect_file(desk_session& session, const std::function<void()>& work) {
     if (!shown.empty()) throw command_failure(outcome::unusable, shown.back());
     const auto failures = session.take_silent_failures();
     if (failures.empty()) return;
-    const std::string& sentence = failures.back();
-    throw command_failure(outcome::unusable, sentence.substr(0, sentence.find_last_not_of('.') + 1));
+    throw command_failure(outcome::unusable, without_full_stop(failures.back()));
 }
 
-/// OPEN.
+json checksums_of(const edid_buffer& edid) {
+    json correct = json::array();
+    checksum_rule rule;
+    for (const std::uint8_t byte : edid) {
+        if (const auto sum = rule.compare(byte)) correct.push_back(sum->correct);
+        rule.take(byte);
+    }
+    return correct;
+}
+
+bool is_empty_block(const edid_buffer& edid, std::size_t block) {
+    const auto begin = edid.begin() + static_cast<std::ptrdiff_t>(block * edid_block_size);
+    return std::all_of(begin, begin + edid_block_size, [](std::uint8_t byte) { return byte == 0xFF; });
+}
+
+/// OPEN. Reports a wrong checksum, which the desk shows beside the text before the operator writes it.
 void open_file(desk_session& session, frm_main& desk, const std::string& file) {
     session.files().choice = file_choice{absolute(file), 1};
     expect_file(session, [&] { press(desk.workbench.cmd_load); });
+    const edid_buffer& edid = desk.edid_buffers.write_buff;
+    const json correct = checksums_of(edid);
+    for (std::size_t block = 0; block < correct.size(); ++block) {
+        // the second one of a file with one block
+        if (correct[block] || (block > 0 && is_empty_block(edid, block))) continue;
+        session.boxes().report(file + ": the checksum of block " + std::to_string(block) + " is wrong");
+    }
 }
 
 /// READ's SAVE.
@@ -76,16 +98,6 @@ void save_read(desk_session& session, frm_main& desk, const std::string& file, b
         press(control_in<button>(w, "cmd_ok"));
     };
     expect_file(session, [&] { press(desk.workbench.cmd_save_read); });
-}
-
-json checksums_of(const edid_buffer& edid) {
-    json correct = json::array();
-    checksum_rule rule;
-    for (const std::uint8_t byte : edid) {
-        if (const auto sum = rule.compare(byte)) correct.push_back(sum->correct);
-        rule.take(byte);
-    }
-    return correct;
 }
 
 answer read_answer(const frm_main& desk, const std::string& file) {
@@ -152,9 +164,18 @@ private:
         const bool unread = pass && why != "Match entirely .";
         if (unread) a.fields["message"] = why;
         if (unread) out_.report("unit " + number + ": " + why);
-        out_.give(a);
+        give(a, serial_ + (pass ? wanted_.step : 0));
         if (pass) return;
         throw command_failure(outcome::failed, "unit " + number + ": " + why + "; go on with --serial " + number);
+    }
+
+    /// `next`: the unit to go on at if standard output takes no answer.
+    void give(const answer& a, std::int64_t next) {
+        try {
+            out_.give(a);
+        } catch (const command_failure& f) {
+            throw command_failure(f.status(), std::string(f.what()) + ": go on with --serial " + std::to_string(next));
+        }
     }
 
     void wait_for_unit() {
@@ -222,11 +243,18 @@ void stamp_edid(desk_session& session, console& out, const stamping& wanted) {
     open_file(session, desk, wanted.file);
     session.windows().work = [&](window& w) {
         stamping_run run(w, session.events(), out, wanted);
+        const auto report_unit = [&] {
+            const std::string number = std::to_string(run.serial());
+            out.report("unit " + number + " is not complete: go on with --serial " + number);
+        };
         try {
             run.run();
         } catch (const program_over&) {
-            out.report("unit " + std::to_string(run.serial()) + " is not complete: go on with --serial " +
-                       std::to_string(run.serial()));
+            report_unit();
+            throw;
+        } catch (const runtime_failure&) {
+            // the desk can't store some numbers
+            report_unit();
             throw;
         }
     };

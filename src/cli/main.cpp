@@ -14,9 +14,7 @@ namespace desk::cli {
 namespace {
 
 command_failure broken(const runtime_failure& f) {
-    const std::string sentence = f.sentence();
-    return {outcome::broken, "run-time failure " + std::to_string(f.number()) + ": " +
-                                 sentence.substr(0, sentence.find_last_not_of('.') + 1)};
+    return {outcome::broken, "run-time failure " + std::to_string(f.number()) + ": " + without_full_stop(f.sentence())};
 }
 
 /// Why a command ended without a result.
@@ -55,6 +53,9 @@ public:
 private:
     outcome run_line(int number, const std::string& line) {
         return reporting("line " + std::to_string(number) + ": ", [&] {
+            if (line.size() > line_input::longest)
+                throw command_failure(outcome::misused,
+                                      "a line has at most " + std::to_string(line_input::longest) + " bytes");
             std::vector<std::string> words;
             try {
                 words = words_of_line(line);
@@ -94,8 +95,10 @@ private:
 outcome run(const std::vector<std::string>& words, const end_request& request) {
     line_input lines(request);
     const command_line line = parse_arguments(words, lines);
-    if (const auto* const shown = std::get_if<shown_text>(&line.task))
-        return write_to_standard_output(shown->text) ? outcome::done : outcome::unusable;
+    if (const auto* const shown = std::get_if<shown_text>(&line.task)) {
+        console(line.style).give_bytes(shown->text);
+        return outcome::done;
+    }
     command_runner runner(line, request);
     if (const auto* const batch = std::get_if<batch_of_commands>(&line.task)) {
         const outcome status = runner.run_batch(*batch, lines);
@@ -123,7 +126,7 @@ outcome run_and_report(const std::vector<std::string>& words) {
 } // namespace desk::cli
 
 int main(int argument_count, char** arguments) {
-    desk::set_binary_standard_streams();
+    desk::prepare_standard_streams();
     try {
         return static_cast<int>(desk::cli::run_and_report(desk::program_arguments(argument_count, arguments)));
     } catch (const std::exception& e) {

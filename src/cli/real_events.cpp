@@ -82,9 +82,10 @@ void real_events::follow_timers() {
             if (!t->enabled) {
                 timers_.erase(t);
             } else if (!timers_.contains(t)) {
-                // the ticks coincide with steps, as on the screen
+                // the ticks coincide with steps, as on the screen; a wait that ends with a tick costs no further step
                 clock_.share_phase(running());
-                timers_.emplace(t, running() + std::chrono::milliseconds(t->interval));
+                const nanoseconds now = running();
+                timers_.emplace(t, now + clock_.rest(now) - clock_step + std::chrono::milliseconds(t->interval));
             }
         }
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "generator/typed_lines.h"
+#include "runtime/typed_lines.h"
 
 #include <filesystem>
 #include <functional>

@@ -8,10 +8,10 @@
 #include "generator/simulated_generator.h"
 #include "generator/simulator_console.h"
 #include "generator/terminal_link.h"
-#include "generator/typed_lines.h"
 #include "platform/command_line.h"
 #include "platform/program_directory.h"
 #include "runtime/failure.h"
+#include "runtime/typed_lines.h"
 #include "runtime/version.h"
 
 #include <algorithm>
@@ -57,14 +57,6 @@ int end_signals() {
     if (hang_up.sa_handler != SIG_IGN) sigaddset(&ending, SIGHUP);
     sigprocmask(SIG_BLOCK, &ending, nullptr);
     return ::signalfd(-1, &ending, SFD_CLOEXEC);
-}
-
-/// Opens missing standard descriptors, so that the terminal gets none of their numbers.
-void fill_standard_descriptors() {
-    int descriptor = 0;
-    while (descriptor >= 0 && descriptor <= STDERR_FILENO)
-        descriptor = ::open("/dev/null", O_RDWR);
-    if (descriptor > STDERR_FILENO) ::close(descriptor);
 }
 
 class simulator {
@@ -222,7 +214,7 @@ int run(const std::vector<std::string>& arguments) {
     }
     if (!options.send_to.empty()) return send_to_simulator(options.send_to, options.line);
     if (options.link.empty()) options.link = program_directory() / "com1";
-    fill_standard_descriptors();
+    prepare_standard_streams();
     simulator(options).run();
     return 0;
 }

@@ -9,8 +9,9 @@ namespace desk {
 /// The arguments after the program's name, in UTF-8.
 std::vector<std::string> program_arguments(int argument_count, char** arguments);
 
-/// Turns off all translation of standard input and output, for the rest of the run.
-void set_binary_standard_streams();
+/// Turns off all translation of standard input and output, and keeps the number of a closed standard stream from files
+/// and devices: what is written to the stream must not get there. For the rest of the run.
+void prepare_standard_streams();
 
 /// Writes bytes to standard output: unchanged to a file or pipe, as `terminal_text` to a terminal. Returns false on a
 /// write error.

@@ -3,7 +3,9 @@
 #include "runtime/terminal_text.h"
 
 #include <cstdio>
+#include <utility>
 
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace desk {
@@ -23,7 +25,14 @@ std::vector<std::string> program_arguments(int argument_count, char** arguments)
     return words;
 }
 
-void set_binary_standard_streams() {}
+void prepare_standard_streams() {
+    // the wrong way round, so that using a closed stream still fails
+    for (const auto& [stream, use] :
+         {std::pair(STDIN_FILENO, O_WRONLY), std::pair(STDOUT_FILENO, O_RDONLY), std::pair(STDERR_FILENO, O_RDONLY)}) {
+        // gets the lowest free number
+        if (::fcntl(stream, F_GETFD) < 0) ::open("/dev/null", use);
+    }
+}
 
 bool write_to_standard_output(std::string_view bytes) {
     return write(stdout, ::isatty(STDOUT_FILENO) != 0 ? terminal_text(bytes) : std::string(bytes)) &&

@@ -146,6 +146,11 @@ public:
         send_rest();
     }
 
+    bool vanished() override {
+        int waiting = 0;
+        return device_ >= 0 && ::ioctl(device_, FIONREAD, &waiting) != 0;
+    }
+
 private:
     void configure(const std::filesystem::path& device) const {
         ::ioctl(device_, TIOCEXCL);

@@ -22,6 +22,9 @@ public:
     virtual void discard_output() = 0;
     virtual bytes read() = 0;
     virtual void write(const bytes& data) = 0;
+
+    /// Whether the open device has vanished.
+    virtual bool vanished() { return false; }
 };
 
 } // namespace desk

@@ -37,7 +37,7 @@ std::vector<std::string> program_arguments(int /*argument_count*/, char** /*argu
     return words;
 }
 
-void set_binary_standard_streams() {
+void prepare_standard_streams() {
     _setmode(_fileno(stdin), _O_BINARY);
     _setmode(_fileno(stdout), _O_BINARY);
 }

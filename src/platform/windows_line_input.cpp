@@ -1,16 +1,17 @@
-#include "platform/end_request.h"
 #include "platform/line_input.h"
 
-#include <iostream>
+#include <array>
+#include <cstdio>
+
+#include <io.h>
 
 namespace desk {
 
-std::optional<std::string> line_input::next() {
+std::string line_input::read_more() const {
     // Ctrl+C ends the wait of a console; a pipe is read to its end
-    std::string line;
-    if (request_.received() || !std::getline(std::cin, line) || request_.received()) return std::nullopt;
-    if (line.ends_with('\r')) line.pop_back();
-    return line;
+    std::array<char, 4096> chunk{};
+    const int got = _read(_fileno(stdin), chunk.data(), static_cast<unsigned>(chunk.size()));
+    return {chunk.data(), static_cast<std::size_t>(got > 0 ? got : 0)};
 }
 
 } // namespace desk

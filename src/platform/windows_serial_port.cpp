@@ -83,6 +83,12 @@ public:
             WriteFile(device_, data.data(), static_cast<DWORD>(data.size()), &sent, nullptr);
     }
 
+    bool vanished() override {
+        COMSTAT state{};
+        DWORD errors = 0;
+        return is_open() && !ClearCommError(device_, &errors, &state);
+    }
+
 private:
     bool is_open() const { return device_ != INVALID_HANDLE_VALUE; }
 

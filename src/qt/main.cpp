@@ -28,6 +28,7 @@ int report_start_failure(const desk::runtime_failure& failure) {
 } // namespace
 
 int main(int argument_count, char** arguments) {
+    desk::prepare_standard_streams();
     const desk::end_request request;
     // keep Qt from reading options from the command line
     int only_the_name = std::min(argument_count, 1);

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/event_pump.h"
-#include "qt/event_gate.h"
 #include "platform/stepped_clock.h"
+#include "qt/event_gate.h"
 
 #include <QTimer>
 

@@ -53,7 +53,7 @@ int main(int argument_count, char** arguments) {
         }
 
     // scripts and answers contain control characters, and are the same bytes on every system
-    desk::set_binary_standard_streams();
+    desk::prepare_standard_streams();
     desk::robot::robot(directory, next_line, give_answer).serve_operator();
     return 0;
 }

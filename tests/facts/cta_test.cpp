@@ -154,10 +154,10 @@ TEST(speaker_block, has_its_bits) {
 
 TEST(hdmi_block, has_address_colours_and_clock) {
     const display_facts f =
-        facts_of(joined({data_block(3, joined({hdmi_head, {0x12, 0x30, 0xB9, 68}})), data_block(2, {16})}));
+        facts_of(joined({data_block(3, joined({hdmi_head, {0x12, 0xF0, 0xB9, 68}})), data_block(2, {16})}));
     ASSERT_TRUE(f.cta.hdmi);
     const hdmi_block& h = *f.cta.hdmi;
-    EXPECT_EQ(h.address_text(), "1.2.3.0");
+    EXPECT_EQ(h.address_text(), "1.2.f.0");
     EXPECT_TRUE(h.supports_ai && h.deep_color_36 && h.deep_color_30 && h.deep_color_ycbcr444 && h.dual_link_dvi);
     EXPECT_FALSE(h.deep_color_48);
     EXPECT_EQ(h.max_tmds_mhz, 340);

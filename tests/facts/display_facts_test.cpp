@@ -81,7 +81,7 @@ TEST(extent, can_be_anything) {
     EXPECT_EQ(f.size, 20U);
     EXPECT_TRUE(f.checksums.empty());
     EXPECT_EQ(findings_about(f, "no whole number of blocks").size(), 1U);
-    const bytes long_one(257 * 128);
+    const bytes long_one(std::size_t{257} * 128);
     EXPECT_EQ(read_display_facts(long_one).checksums.size(), 256U);
     EXPECT_EQ(findings_about(read_display_facts(long_one), "more than 256").size(), 1U);
 }

@@ -131,6 +131,16 @@ TEST_F(port_at_terminal, can_be_closed_after_the_device_is_gone) {
     EXPECT_EQ(port->out_count(), 0U);
 }
 
+TEST_F(port_at_terminal, has_vanished_when_the_device_has_hung_up) {
+    EXPECT_FALSE(port->vanished());
+    port->open(1);
+    EXPECT_FALSE(port->vanished());
+    line.hang_up();
+    EXPECT_TRUE(port->vanished());
+    port->close();
+    EXPECT_FALSE(port->vanished());
+}
+
 TEST_F(port_at_terminal, does_not_become_the_controlling_terminal) {
     test::child_process desk([&] {
         ::setsid();

@@ -353,7 +353,7 @@ def test_a_killed_caller_leaves_no_process(bench):
 
 
 @pytest.mark.parametrize("text", [
-    "it's", 'a "quote"', "a\\b\\", "#1", "; panel", "-", "--", "-h", "--help", "status", "$HOME", "a\tb", "[1,2]", "7",
+    "it's", 'a "quote"', "a\\b\\", "#1", "; panel", "-", "--", "-h", "--help", "status", "$HOME", "a  b", "[1,2]", "7",
     "é ß"])
 def test_a_word_is_a_text_and_nothing_else(bench, desk, text):
     assert desk.set_string(text) == text

@@ -1,10 +1,13 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <string>
 
 #include <unistd.h>
 
@@ -15,17 +18,28 @@ struct process_resources {
     std::size_t descriptors = 0;
 };
 
-/// From /proc, so on Linux only.
-inline process_resources resources_of_this_process() {
+/// From /proc, so on Linux only. `id`: a process id.
+inline process_resources resources_of_process(const std::string& id) {
+    const std::filesystem::path process = "/proc/" + id;
     std::size_t pages = 0;
     std::size_t resident = 0;
     std::size_t shared = 0;
-    std::ifstream("/proc/self/statm") >> pages >> resident >> shared;
+    std::ifstream(process / "statm") >> pages >> resident >> shared;
     const auto page_kib = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE)) / 1024;
-    const std::filesystem::directory_iterator open_files("/proc/self/fd");
+    const std::filesystem::directory_iterator open_files(process / "fd");
     return {(resident - shared) * page_kib,
             static_cast<std::size_t>(std::distance(begin(open_files), end(open_files)))};
 }
+
+/// How long the process has waited for a processor.
+inline std::chrono::nanoseconds starvation_of_process(int id) {
+    std::int64_t running = 0;
+    std::int64_t waiting = 0;
+    std::ifstream("/proc/" + std::to_string(id) + "/schedstat") >> running >> waiting;
+    return std::chrono::nanoseconds(waiting);
+}
+
+inline process_resources resources_of_this_process() { return resources_of_process("self"); }
 
 /// Repeats `work` and reports its resources. False: after the first tenth the process grew by more than
 /// `most_growth_kib` or by a descriptor.

@@ -62,6 +62,15 @@ def by_decoder(path):
         "vics": [int(v[1]) for v in vics if v],
         "eotfs": {"Traditional gamma - SDR luminance range": "SDR", "Traditional gamma - HDR luminance range": "HDR",
                   "SMPTE ST2084": "PQ", "Hybrid Log-Gamma": "HLG"},
+        "width_cm": first(r"Maximum image size: (\d+) cm", base, int),
+        "height_cm": first(r"Maximum image size: \d+ cm x (\d+) cm", base, int),
+        "gamma": first(r"^    Gamma: ([\d.]+)", base, float),
+        "colors": [float(v) for pair in re.findall(r"^    (?:Red  |Green|Blue |White): ([\d.]+), ([\d.]+)", base, re.M)
+                   for v in pair],
+        "name": first(r"Display Product Name: '(.+)'$", text),
+        "address": first(r"Source physical address: (\S+)", text),
+        "max_tmds_mhz": first(r"Maximum TMDS clock: (\d+) MHz", text, int) or None,
+        "formats": len(re.findall(r"^ {6}Supported sample rates", text, re.M)),
         "max_nits": first(r"Desired content max luminance: \d+ \(([\d.]+)", text, float),
         "text": text,
         "complaints": complaints,
@@ -85,7 +94,12 @@ def by_report(facts):
                         t["v_front"], t["v_sync"], t["v_blank"] - t["v_front"] - t["v_sync"]))
     hdr = facts["hdr"]
     return {
-        **{key: facts[key] for key in ("maker", "product_code", "serial_number", "year", "week", "version", "checksums")},
+        **{key: facts[key] for key in ("maker", "product_code", "serial_number", "year", "week", "version", "checksums",
+                                       "width_cm", "height_cm", "gamma", "name")},
+        "colors": [v for name in ("red", "green", "blue", "white") for v in (facts["chromaticity"] or {}).get(name, ())],
+        "address": facts["hdmi"] and facts["hdmi"]["physical_address"],
+        "max_tmds_mhz": facts["hdmi"] and facts["hdmi"]["max_tmds_mhz"],
+        "formats": len(facts["audio"]),
         "limits": limits and tuple(limits[key] for key in
                                    ("min_v_hz", "max_v_hz", "min_h_khz", "max_h_khz", "max_clock_mhz")),
         "timings": timings,
@@ -105,9 +119,16 @@ def same_timing(a, b):
 
 def differences(own, said):
     """Pairs of a field and both values."""
-    for key in ("maker", "product_code", "serial_number", "year", "week", "version", "vics", "max_nits"):
+    for key in ("maker", "product_code", "serial_number", "year", "week", "version", "vics", "max_nits", "width_cm",
+                "height_cm", "gamma", "address", "max_tmds_mhz", "formats"):
         if not near(own[key], said[key]):
             yield key, own[key], said[key]
+    # spaces at the end are cut here
+    if (own["name"] or "").rstrip() != (said["name"] or "").rstrip():
+        yield "name", own["name"], said["name"]
+    # edid-decode cuts after four decimals
+    if any(not b <= a + 1e-6 < b + 0.0002 for a, b in zip(own["colors"], said["colors"])):
+        yield "colors", own["colors"], said["colors"]
     if own["eotfs"] != eotfs_of(said):
         yield "eotfs", own["eotfs"], eotfs_of(said)
     if own["checksums"] != said["checksums"]:
@@ -122,7 +143,7 @@ def differences(own, said):
 
 
 def is_impossible(timing):
-    return timing[0] == 0 or timing[1] == 0 or timing[3] < 10
+    return timing[0] <= 1 or timing[1] <= 1 or timing[3] < 10
 
 
 def has_border(whole, data):
@@ -142,19 +163,26 @@ def reason_for(field, own, said, decoder, whole, data):
         return "data blocks or timings that overrun their bounds: each decoder stops elsewhere"
     if "Data blocks need revision 3" in said_here:
         return "data blocks in a block of revision 1 or 2, which edid-decode ignores"
+    if field == "formats" and "no whole number of descriptors" in said_here:
+        return "an audio data block whose length is no multiple of 3, which edid-decode leaves out"
+    if field == "name" and re.search("not printable|second name", said_here):
+        return "a name with characters that are not ASCII, which edid-decode leaves out, or a second name"
+    if field in ("eotfs", "max_nits") and "second HDR static metadata" in said_here:
+        return "a second block of HDR static metadata, which edid-decode adds to the first"
     if field == "timings":
         if not said and own and all(map(is_impossible, own)):
             return "impossible timings, which edid-decode lists as bytes"
         if not own and said:
             return "bytes after the end of the timings, in the padding"
-        left = [t for t in own if not is_impossible(t)]
+        left = own if len(own) == len(said) else [t for t in own if not is_impossible(t)]
         if len(left) == len(said) and has_border(whole, data) and all(
                 a[2] and a[:3] + a[4:] == b[:3] + b[4:] for a, b in zip(left, said)):
             return "edid-decode leaves the border out of the rate of an interlaced timing"
     return None
 
 
-# what a finding of each is about: here, and in edid-decode's complaints
+# What a finding of each is about: here, and in edid-decode's complaints. edid-decode also compares the modes of
+# CTA-861 blocks with the range limits, and asks EDID 1.4 for a name.
 KINDS = {
     "a checksum": ("checksum", "Invalid checksum|should be 0x"),
     "the number of extension blocks": ("extension blocks, but there are", "extension block\\(s\\), but found"),
@@ -164,7 +192,7 @@ KINDS = {
     "sRGB": ("those of sRGB", "sRGB is signaled, but|match sRGB, but"),
     "640x480 is missing": ("640x480 at 60 Hz, which", "Required 640x480p60 timings are missing"),
     "a VIC is a duplicate": ("code \\d+ is a duplicate", "Duplicate VIC"),
-    "a VIC is reserved": ("identification code \\d+ is reserved", "Unknown VIC"),
+    "a VIC is reserved": ("identification code \\d+ is reserved", "Unknown (?:\\(VIC|VIC)"),
     "an image larger than the display": ("larger than the display", "larger than the display size"),
     "a second speaker block": ("second speaker", "Speaker Allocation Data Block: Only one instance"),
     "the block map": ("block map", "Block Map Extension"),

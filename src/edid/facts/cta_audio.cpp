@@ -80,6 +80,7 @@ void read_audio_block(const payload& data) {
         if (format.format.empty()) {
             format.format = "reserved";
             data.block.find(severity::warning, data.offset(i), "An audio format is a reserved code.", clause_of_audio);
+            if (format.code == 0) continue;
         }
         if (format.rates_khz.empty())
             data.block.find(severity::warning, data.offset(i + 1), "An audio format has no sampling rate.",

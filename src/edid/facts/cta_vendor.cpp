@@ -139,8 +139,10 @@ void read_refresh_range(const payload& data, hdmi_forum_block& forum) {
 
 std::string hdmi_block::address_text() const {
     std::string text;
-    for (const std::uint8_t number : address)
-        text += (text.empty() ? "" : ".") + std::to_string(number);
+    for (const std::uint8_t digit : address) {
+        if (!text.empty()) text.push_back('.');
+        text.push_back("0123456789abcdef"[digit & 15]);
+    }
     return text;
 }
 

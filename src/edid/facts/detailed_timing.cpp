@@ -4,7 +4,6 @@
 
 #include <array>
 #include <string>
-#include <utility>
 
 namespace desk::facts {
 
@@ -120,7 +119,7 @@ void read_detailed_timing(const block_reader& block, std::size_t offset, bool pr
     t.stereo = stereo_of(byte(17));
     t.preferred = preferred;
     read_sync(t, byte(17));
-    add_detailed_timing(block, std::move(t), clause_of_timing);
+    add_detailed_timing(block, t, clause_of_timing);
 }
 
 } // namespace desk::facts

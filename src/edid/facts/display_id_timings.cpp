@@ -3,7 +3,6 @@
 
 #include <array>
 #include <string>
-#include <utility>
 
 namespace desk::facts {
 
@@ -38,7 +37,7 @@ void read_short_timing(const payload& data) {
     t.v_blank = data[9] + 1U;
     t.v_front = (data[10] >> 4) + 1U;
     t.v_sync = (data[10] & 15U) + 1;
-    add_detailed_timing(data.block, std::move(t), clause_of_timings);
+    add_detailed_timing(data.block, t, clause_of_timings);
 }
 
 /// A resolution of three bytes, by its width and an aspect ratio.
@@ -127,7 +126,7 @@ void read_long_timing(const payload& data, std::uint32_t khz_of_clock_step) {
     t.v_front = figure(data, 16);
     t.v_sync_positive = data.bit(17, 7);
     t.v_sync = data.word(18) + 1;
-    add_detailed_timing(data.block, std::move(t), clause_of_timings);
+    add_detailed_timing(data.block, t, clause_of_timings);
 }
 
 bool read_display_id_timings(std::uint8_t tag, std::uint8_t revision, const payload& data) {

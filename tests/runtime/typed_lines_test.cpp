@@ -1,4 +1,4 @@
-#include "generator/typed_lines.h"
+#include "runtime/typed_lines.h"
 
 #include <gtest/gtest.h>
 
