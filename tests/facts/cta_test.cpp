@@ -165,6 +165,13 @@ TEST(hdmi_block, has_address_colours_and_clock) {
     EXPECT_EQ(list_of_findings(f), "");
 }
 
+TEST(hdmi_block, has_no_address_if_it_is_too_short) {
+    const display_facts f = facts_of(data_block(3, hdmi_head));
+    EXPECT_EQ(f.cta.hdmi.value().address_text(), "");
+    EXPECT_EQ(findings_about(f, "shorter than 5").size(), 1U);
+    EXPECT_TRUE(findings_about(f, "physical address").empty());
+}
+
 TEST(hdmi_block, has_latencies_contents_and_formats) {
     const bytes block = joined({hdmi_head, {0x10, 0x00, 0, 0, 0xE9, 11, 0, 255, 101, 0x80, 0x40, 1, 4}});
     const display_facts f = facts_of(data_block(3, block));

@@ -47,7 +47,7 @@ struct audio_format {
 /// The vendor block of HDMI 1.4.
 struct hdmi_block {
     place where;
-    std::array<std::uint8_t, 4> address{}; ///< physical address, a digit each
+    std::optional<std::array<std::uint8_t, 4>> address; ///< physical address, a digit each
     bool supports_ai = false;
     bool deep_color_30 = false;
     bool deep_color_36 = false;
@@ -63,7 +63,7 @@ struct hdmi_block {
     bool stereo_3d = false;
     std::vector<std::uint8_t> hdmi_vics;
 
-    std::string address_text() const; ///< "1.0.0.0", hexadecimal
+    std::string address_text() const; ///< "1.0.0.0", hexadecimal; empty if not stated
 };
 
 /// The vendor block, or the sink capability block, of the HDMI Forum.

@@ -42,14 +42,14 @@ void check_address(const payload& data, const hdmi_block& hdmi) {
     constexpr std::string_view clause = "HDMI 1.4, 8.7";
     bool ended = false;
     bool gap = false;
-    for (const std::uint8_t part_of_address : hdmi.address) {
+    for (const std::uint8_t part_of_address : *hdmi.address) {
         gap = gap || (ended && part_of_address != 0);
         ended = ended || part_of_address == 0;
     }
     if (gap)
         data.block.find(severity::warning, data.offset(3),
                         "The physical address " + hdmi.address_text() + " has a zero before a later part.", clause);
-    else if (hdmi.address[0] == 0)
+    else if (hdmi.address->front() == 0)
         data.block.find(severity::note, data.offset(3), "The physical address 0.0.0.0 is that of a root device.",
                         clause);
 }
@@ -139,7 +139,8 @@ void read_refresh_range(const payload& data, hdmi_forum_block& forum) {
 
 std::string hdmi_block::address_text() const {
     std::string text;
-    for (const std::uint8_t digit : address) {
+    if (!address) return text;
+    for (const std::uint8_t digit : *address) {
         if (!text.empty()) text.push_back('.');
         text.push_back("0123456789abcdef"[digit & 15]);
     }
@@ -148,12 +149,15 @@ std::string hdmi_block::address_text() const {
 
 void read_hdmi_block(const payload& data) {
     constexpr std::string_view clause = "HDMI 1.4, 8.3.2";
-    if (data.size() < 5)
-        data.block.find(severity::error, data.offset() - 1, "The HDMI vendor block is shorter than 5 bytes.", clause);
     hdmi_block hdmi;
     hdmi.where = data.where();
-    hdmi.address = {static_cast<std::uint8_t>(data[3] >> 4), static_cast<std::uint8_t>(data[3] & 15),
-                    static_cast<std::uint8_t>(data[4] >> 4), static_cast<std::uint8_t>(data[4] & 15)};
+    if (data.size() < 5) {
+        data.block.find(severity::error, data.offset() - 1, "The HDMI vendor block is shorter than 5 bytes.", clause);
+    } else {
+        hdmi.address = {static_cast<std::uint8_t>(data[3] >> 4), static_cast<std::uint8_t>(data[3] & 15),
+                        static_cast<std::uint8_t>(data[4] >> 4), static_cast<std::uint8_t>(data[4] & 15)};
+        check_address(data, hdmi);
+    }
     hdmi.supports_ai = data.bit(5, 7);
     hdmi.deep_color_48 = data.bit(5, 6);
     hdmi.deep_color_36 = data.bit(5, 5);
@@ -161,7 +165,6 @@ void read_hdmi_block(const payload& data) {
     hdmi.deep_color_ycbcr444 = data.bit(5, 3);
     hdmi.dual_link_dvi = data.bit(5, 0);
     hdmi.max_tmds_mhz = static_cast<std::uint16_t>(data[6] * mhz_of_tmds_step);
-    check_address(data, hdmi);
     read_optional_fields(data, hdmi);
     if (data.block.facts.cta.hdmi)
         data.block.find(severity::warning, data.offset() - 1, "There is a second HDMI vendor block.", clause);

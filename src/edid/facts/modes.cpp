@@ -21,6 +21,19 @@ void set_rates(video_mode& mode, double pixel_clock_khz, std::uint32_t h_total, 
     mode.refresh_hz = mode.h_khz * 1000 / v_total * (mode.interlaced ? 2 : 1);
 }
 
+/// The mode of a timing from a table.
+template <class Timing>
+video_mode mode_of(const Timing& timing, place where, mode_source source) {
+    video_mode mode;
+    mode.where = where;
+    mode.source = source;
+    mode.width = timing.h_active;
+    mode.height = timing.v_active;
+    if constexpr (requires { timing.interlaced; }) mode.interlaced = timing.interlaced;
+    set_rates(mode, timing.pixel_clock_khz, timing.h_total, timing.v_total);
+    return mode;
+}
+
 /// A timing that VESA's list lacks.
 struct other_timing {
     std::uint16_t h_active, v_active, h_total, v_total;
@@ -67,16 +80,6 @@ bool bit_in_row(const block_reader& block, std::size_t offset, std::size_t index
     return block.bit(offset + index / 8, 7 - static_cast<unsigned>(index % 8));
 }
 
-void add_other_mode(const block_reader& block, place where, const other_timing& timing) {
-    video_mode mode;
-    mode.where = where;
-    mode.source = mode_source::established;
-    mode.width = timing.h_active;
-    mode.height = timing.v_active;
-    set_rates(mode, timing.pixel_clock_khz, timing.h_total, timing.v_total);
-    block.facts.modes.push_back(mode);
-}
-
 void add_formula_mode(const block_reader& block, video_mode mode, const formula_timing& timing,
                       std::string_view formula) {
     mode.formula = formula;
@@ -100,43 +103,24 @@ std::uint8_t dmt_of_formula(std::uint32_t width, std::uint32_t height, const for
 void add_dmt_mode(const block_reader& block, place where, mode_source source, std::uint8_t dmt) {
     const dmt_timing* const timing = timing_of_dmt(dmt);
     if (timing == nullptr) return;
-    video_mode mode;
-    mode.where = where;
-    mode.source = source;
-    mode.width = timing->h_active;
-    mode.height = timing->v_active;
-    mode.interlaced = timing->interlaced;
+    video_mode mode = mode_of(*timing, where, source);
     mode.reduced_blanking = timing->reduced_blanking;
     mode.dmt = dmt;
-    set_rates(mode, timing->pixel_clock_khz, timing->h_total, timing->v_total);
     block.facts.modes.push_back(mode);
 }
 
 void add_vic_mode(const block_reader& block, place where, mode_source source, std::uint8_t vic, bool native) {
     const vic_timing* const timing = timing_of_vic(vic);
     if (timing == nullptr) return;
-    video_mode mode;
-    mode.where = where;
-    mode.source = source;
-    mode.width = timing->h_active;
-    mode.height = timing->v_active;
-    mode.interlaced = timing->interlaced;
+    video_mode mode = mode_of(*timing, where, source);
     mode.native = native;
     mode.vic = vic;
-    set_rates(mode, timing->pixel_clock_khz, timing->h_total, timing->v_total);
     block.facts.modes.push_back(mode);
 }
 
 void add_hdmi_vic_mode(const block_reader& block, place where, mode_source source, std::uint8_t hdmi_vic) {
     const hdmi_vic_timing* const timing = timing_of_hdmi_vic(hdmi_vic);
-    if (timing == nullptr) return;
-    video_mode mode;
-    mode.where = where;
-    mode.source = source;
-    mode.width = timing->h_active;
-    mode.height = timing->v_active;
-    set_rates(mode, timing->pixel_clock_khz, timing->h_total, timing->v_total);
-    block.facts.modes.push_back(mode);
+    if (timing != nullptr) block.facts.modes.push_back(mode_of(*timing, where, source));
 }
 
 void add_cvt_mode(const block_reader& block, place where, mode_source source, std::uint32_t width, std::uint32_t height,
@@ -235,7 +219,7 @@ void read_established(const block_reader& block, std::size_t offset) {
         const established_timing& timing = established_timings[i];
         const place where = block.at(offset + i / 8, 1);
         if (timing.other != nullptr)
-            add_other_mode(block, where, *timing.other);
+            block.facts.modes.push_back(mode_of(*timing.other, where, mode_source::established));
         else
             add_dmt_mode(block, where, mode_source::established, timing.dmt);
     }
