@@ -70,11 +70,11 @@ def by_decoder(path):
         "name": first(r"Display Product Name: '(.+)'$", text),
         "address": first(r"Source physical address: (\S+)", text),
         "max_tmds_mhz": first(r"Maximum TMDS clock: (\d+) MHz", text, int) or None,
-        "formats": len(re.findall(r"^ {6}Supported sample rates", text, re.M)),
+        "formats": sum("Supported sample rates" in line for line in block_of(text, "Audio Data Block")),
         "max_nits": first(r"Desired content max luminance: \d+ \(([\d.]+)", text, float),
         "text": text,
         "complaints": complaints,
-        "crashed": run.returncode < 0,
+        "crashed": run.returncode < 0 or b"invalid input" in run.stderr,
     }
 
 
@@ -153,7 +153,7 @@ def has_border(whole, data):
 def reason_for(field, own, said, decoder, whole, data):
     """Why the two differ, or None."""
     if decoder["crashed"]:
-        return "edid-decode crashes"
+        return "edid-decode crashes or gives up"
     if decoder["maker"] is None:
         return "edid-decode reads no EDID with such a header or version"
     if field == "max_nits" and own is None and said == 50:
@@ -165,8 +165,8 @@ def reason_for(field, own, said, decoder, whole, data):
         return "data blocks in a block of revision 1 or 2, which edid-decode ignores"
     if field == "formats" and "no whole number of descriptors" in said_here:
         return "an audio data block whose length is no multiple of 3, which edid-decode leaves out"
-    if field == "name" and re.search("not printable|second name", said_here):
-        return "a name with characters that are not ASCII, which edid-decode leaves out, or a second name"
+    if field == "name" and re.search("not printable|second name|text is empty", said_here):
+        return "a name with characters that are not ASCII, which edid-decode leaves out, or a second or empty name"
     if field in ("eotfs", "max_nits") and "second HDR static metadata" in said_here:
         return "a second block of HDR static metadata, which edid-decode adds to the first"
     if field == "timings":
