@@ -1,14 +1,8 @@
-#include "batch/report_run.h"
+#include "report_run_fixture.h"
 
-#include "report/text/report_text.h"
 #include "runtime/files.h"
-#include "runtime/windows_1252.h"
-#include "support/fake_machine.h"
-#include "support/temporary_directory.h"
-#include "support/translation_fixture.h"
 
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <chrono>
@@ -24,64 +18,6 @@
 
 namespace desk::batch {
 namespace {
-
-using test::cea_edid;
-using test::edid_of;
-using test::text_descriptor;
-using test::usual_edid;
-using strings = std::vector<std::string>;
-
-/// An EDID with this name.
-edid_buffer named_edid(const std::string& name) { return edid_of({{72, text_descriptor(0xFC, name)}}, usual_edid()); }
-
-class report_run_test : public testing::Test {
-protected:
-    void put(const std::string& name, const edid_buffer& edid, std::size_t count = 256) const {
-        std::filesystem::create_directories((directory / name).parent_path());
-        directory.put(name, std::string(edid.begin(), edid.begin() + static_cast<std::ptrdiff_t>(count)));
-    }
-    std::string path(const std::string& name) const { return utf8_from_path(directory / name); }
-    /// Reports on these files and folders of the directory.
-    bool run(const strings& names, unsigned jobs = 1, const std::string& output_folder = "") {
-        strings paths;
-        for (const std::string& name : names)
-            paths.push_back(path(name));
-        options wanted;
-        wanted.jobs = jobs;
-        wanted.format = format;
-        wanted.output_folder = output_folder.empty() ? "" : path(output_folder);
-        reports.clear();
-        messages.clear();
-        progress.clear();
-        result = run_reports(find_input_files(paths), wanted, dates, output());
-        return result.all_well();
-    }
-    run_output output() {
-        return {[this](std::string_view bytes) {
-                    reports.emplace_back(bytes);
-                    return reports.size() < taken_reports;
-                },
-                [this](std::string_view text) { messages.emplace_back(text); },
-                [this](std::size_t done, std::size_t count) { progress.emplace_back(done, count); }};
-    }
-    /// The bytes of an EDID's report.
-    std::string report_of(const edid_buffer& edid) {
-        std::string text;
-        translation_tables tables;
-        double sn_value = 0;
-        report_build(text, edid, tables, sn_value, date_text(dates.moment), time_text(dates.moment));
-        return bytes_from_text(text + "\r\n");
-    }
-
-    test::temporary_directory directory;
-    test::fixed_calendar dates;
-    output_format format = output_format::text;
-    run_result result;
-    strings reports;
-    strings messages;
-    std::vector<std::pair<std::size_t, std::size_t>> progress;
-    std::size_t taken_reports = 1000000; ///< the output fails at this number
-};
 
 TEST_F(report_run_test, has_the_report_and_a_line_end_for_each_file) {
     put("a.bin", usual_edid());
@@ -274,18 +210,6 @@ TEST_F(failing_run, stops_if_the_output_fails) {
     EXPECT_EQ(messages, strings{"writing to standard output failed."});
 }
 
-class run_into_folder : public report_run_test {
-protected:
-    run_into_folder() { std::filesystem::create_directory(directory / "out"); }
-    std::string written(const std::string& name) const { return directory.content("out/" + name); }
-    std::size_t written_count() const {
-        std::size_t count = 0;
-        for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(directory / "out"))
-            ++count;
-        return count;
-    }
-};
-
 TEST_F(run_into_folder, writes_a_file_for_each_report) {
     put("in/a.bin", named_edid("A"));
     put("in/b", named_edid("B"));
@@ -342,122 +266,6 @@ TEST_F(report_run_test, counts_reports_and_failures) {
     EXPECT_FALSE(run({"a.bin", "b.bin", "missing.bin", "empty"}));
     EXPECT_EQ(result.reports, 1U);
     EXPECT_EQ(result.failures, 3U);
-}
-
-using json_run = run_into_folder;
-
-TEST_F(json_run, has_one_object_a_line_for_each_file) {
-    put("a.bin", usual_edid());
-    put("b.bin", edid_of({{23, {255}}}, usual_edid()), 128);
-    format = output_format::json;
-    EXPECT_TRUE(run({"a.bin", "b.bin"})) << "a run-time failure of the desk's report is no failure";
-    EXPECT_TRUE(messages.empty());
-    ASSERT_EQ(reports.size(), 2U);
-    for (const std::string& line : reports)
-        EXPECT_EQ(line.find('\n'), line.size() - 1);
-    const auto good = nlohmann::json::parse(reports.at(0));
-    EXPECT_EQ(good["file"], path("a.bin"));
-    EXPECT_EQ(good["size"], 256);
-    EXPECT_EQ(good["desk"]["failure"], nullptr);
-    EXPECT_EQ(bytes_from_text(good["desk"]["text"].get<std::string>()) + "\r\n", report_of(usual_edid()));
-    const auto bad = nlohmann::json::parse(reports.at(1));
-    EXPECT_EQ(bad["size"], 128);
-    EXPECT_EQ(bad["desk"]["failure"], 6);
-    EXPECT_TRUE(bad["desk"]["text"].get<std::string>().ends_with("Gamma Value = "));
-}
-
-TEST_F(json_run, has_the_digest_of_the_file) {
-    // FIPS 180-4: the digest of "abc"
-    directory.put("edid", "abc");
-    format = output_format::json;
-    EXPECT_TRUE(run({"edid"}));
-    EXPECT_EQ(nlohmann::json::parse(reports.at(0))["sha256"],
-              "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad");
-}
-
-TEST_F(json_run, describes_all_blocks) {
-    directory.put("edid", std::string(384, '\0'));
-    format = output_format::json;
-    EXPECT_TRUE(run({"edid"}));
-    EXPECT_EQ(nlohmann::json::parse(reports.at(0))["facts"]["checksums"].size(), 3U);
-}
-
-TEST_F(json_run, writes_files_and_replaces_only_its_own) {
-    put("a.bin", usual_edid());
-    format = output_format::json;
-    EXPECT_TRUE(run({"a.bin"}, 1, "out"));
-    EXPECT_TRUE(written("a.json").starts_with("{\"file\":"));
-    EXPECT_TRUE(run({"a.bin"}, 1, "out"));
-    directory.put("out/a.json", "{\"notes\":1}");
-    EXPECT_FALSE(run({"a.bin"}, 1, "out"));
-    EXPECT_EQ(written("a.json"), "{\"notes\":1}");
-}
-
-TEST_F(json_run, reports_a_file_that_holds_no_edid) {
-    directory.put("empty.bin", "");
-    format = output_format::json;
-    EXPECT_FALSE(run({"empty.bin"}));
-    EXPECT_TRUE(reports.empty());
-    EXPECT_EQ(messages, strings{path("empty.bin") + ": it is empty."});
-}
-
-using html_run = run_into_folder;
-
-TEST_F(html_run, writes_a_page_for_each_file_and_an_index) {
-    put("a.bin", usual_edid());
-    put("b.bin", edid_of({{23, {255}}}, usual_edid()));
-    format = output_format::html;
-    for (const unsigned jobs : {1U, 4U}) {
-        EXPECT_TRUE(run({"a.bin", "b.bin"}, jobs, "out")) << "a run-time failure of the desk's report is no failure";
-        EXPECT_TRUE(messages.empty());
-        EXPECT_TRUE(reports.empty());
-        EXPECT_EQ(written_count(), 3U);
-        EXPECT_EQ(written("a.html").find("Run-time error"), std::string::npos);
-        EXPECT_NE(written("b.html").find("Run-time error 6: Overflow"), std::string::npos);
-        EXPECT_NE(written("index.html").find("href=\"a.html\""), std::string::npos);
-        EXPECT_NE(written("index.html").find("href=\"b.html\""), std::string::npos);
-    }
-}
-
-TEST_F(html_run, counts_the_files_without_a_page) {
-    put("a.bin", usual_edid());
-    directory.put("empty.bin", "");
-    format = output_format::html;
-    EXPECT_FALSE(run({"a.bin", "empty.bin"}, 1, "out"));
-    EXPECT_EQ(messages, strings{path("empty.bin") + ": it is empty."});
-    EXPECT_NE(written("index.html").find("1 file without a page"), std::string::npos);
-    EXPECT_EQ(result.reports, 1U);
-    EXPECT_EQ(result.failures, 1U);
-}
-
-TEST_F(html_run, replaces_only_its_own_pages) {
-    put("a.bin", usual_edid());
-    format = output_format::html;
-    directory.put("out/a.html", "<!DOCTYPE html><p>notes</p>");
-    directory.put("out/index.html", "<!DOCTYPE html><p>my index</p>");
-    EXPECT_FALSE(run({"a.bin"}, 1, "out"));
-    EXPECT_EQ(written("a.html"), "<!DOCTYPE html><p>notes</p>");
-    EXPECT_EQ(written("index.html"), "<!DOCTYPE html><p>my index</p>");
-    EXPECT_EQ(messages.back(), "the index: " + path("out/index.html") + " is not a report and is not replaced.");
-    std::filesystem::remove(directory / "out/a.html");
-    std::filesystem::remove(directory / "out/index.html");
-    EXPECT_TRUE(run({"a.bin"}, 1, "out"));
-    EXPECT_TRUE(run({"a.bin"}, 1, "out")) << "pages of an earlier run are replaced";
-}
-
-TEST_F(html_run, keeps_a_file_of_the_name_of_the_index) {
-    put("index.bin", named_edid("OWN NAME"));
-    format = output_format::html;
-    EXPECT_TRUE(run({"index.bin"}, 1, "out"));
-    EXPECT_NE(written("_index.html").find("<h1>OWN NAME</h1>"), std::string::npos);
-    EXPECT_NE(written("index.html").find("href=\"_index.html\""), std::string::npos);
-}
-
-TEST_F(html_run, shows_all_blocks) {
-    directory.put("edid", std::string(384, '\0'));
-    format = output_format::html;
-    EXPECT_TRUE(run({"edid"}, 1, "out"));
-    EXPECT_NE(written("edid.html").find("<h3>Block 2</h3>"), std::string::npos);
 }
 
 TEST_F(run_into_folder, writes_no_report_that_fails) {
