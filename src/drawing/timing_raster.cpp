@@ -25,8 +25,8 @@ void draw_timing_raster(markup_writer& out, const raster_line& across, const ras
     const double width = across.total() * scale;
     const double height = down.total() * scale;
     svg_drawing drawing(out, "raster", width + 2 * edge, height + 2 * edge,
-                        "Raster to scale. Across: " + words_of(across, "pixels") +
-                            ". Down: " + words_of(down, "lines") + ".");
+                        "Raster to scale. Horizontal: " + words_of(across, "pixels") +
+                            ". Vertical: " + words_of(down, "lines") + ".");
     drawing.rectangle("total", edge, edge, width, height);
     const auto bands = [&](const raster_line& line, auto draw) {
         double at = edge + line.active * scale;

@@ -58,7 +58,7 @@ TEST(page, covers_srgb_with_its_own_primaries) {
 
 TEST(page, has_every_section) {
     const test::strict_xml page(page_of(television().finished()));
-    for (const char* id : {"findings", "colour", "timings", "sound", "abilities", "features", "bytes", "desk"})
+    for (const char* id : {"findings", "colour", "timings", "audio", "abilities", "features", "bytes", "desk"})
         EXPECT_TRUE(page.ids.contains(id)) << id;
 }
 
@@ -116,7 +116,7 @@ TEST(page, says_what_a_field_says) {
     EXPECT_EQ(says("f0-72"), "48 to 75 Hz, 30 to 83 kHz, up to 170 MHz");
     EXPECT_EQ(says("f0-90"), "TEST");
     EXPECT_EQ(says("f0-126"), "1");
-    EXPECT_EQ(says("f0-127"), "right");
+    EXPECT_EQ(says("f0-127"), "correct");
     EXPECT_EQ(says("f1-9"), "L-PCM, 2 channels");
 }
 
@@ -136,8 +136,8 @@ TEST(page, draws_each_detailed_timing) {
         ++count;
     EXPECT_EQ(count, 2U);
     EXPECT_TRUE(has(page,
-                    "Across: 1920 active, 88 front porch, 44 sync, 148 back porch pixels. Down: 1080 active, 4 front "
-                    "porch, 5 sync, 36 back porch lines."));
+                    "Horizontal: 1920 active, 88 front porch, 44 sync, 148 back porch pixels. Vertical: 1080 active, "
+                    "4 front porch, 5 sync, 36 back porch lines."));
 }
 
 TEST(page, draws_all_speakers_apart) {

@@ -50,7 +50,7 @@ std::string depths(bool ten, bool twelve, bool sixteen) {
     if (ten) append_listed(words, "10");
     if (twelve) append_listed(words, "12");
     if (sixteen) append_listed(words, "16");
-    return words.empty() ? "" : words + " bits a colour";
+    return words.empty() ? "" : words + " bits per colour";
 }
 
 std::string latency_words(const facts::hdmi_block& h) {
@@ -64,7 +64,7 @@ void write_hdmi(markup_writer& out, const cta_facts& cta) {
     ability_list list(out, "HDMI");
     const facts::hdmi_block h = cta.hdmi.value_or(facts::hdmi_block{});
     const facts::hdmi_forum_block forum = cta.hdmi_forum.value_or(facts::hdmi_forum_block{});
-    list.add("HDMI sink", cta.hdmi.has_value(), "physical address " + h.address_text());
+    list.add("HDMI sink", cta.hdmi.has_value(), address_words(h));
     list.add("TMDS above 165 MHz", std::max(h.max_tmds_mhz, forum.max_tmds_mhz) > 165,
              megahertz(std::max(h.max_tmds_mhz, forum.max_tmds_mhz)));
     list.add("Fixed rate link", forum.frl_lanes != 0, link_words(forum.frl_lanes, forum.frl_gbps));
@@ -80,7 +80,7 @@ void write_hdmi(markup_writer& out, const cta_facts& cta) {
     list.add("Status and control channel (SCDC)", forum.scdc);
     list.add("Stereoscopic 3D", h.stereo_3d);
     const std::string latency = latency_words(h);
-    list.add("States its latency", !latency.empty(), latency);
+    list.add("Latency stated", !latency.empty(), latency);
     std::string contents;
     for (const std::string_view name : h.content_types)
         append_listed(contents, name);
@@ -104,9 +104,9 @@ void write_hdr(markup_writer& out, const cta_facts& cta) {
     list.add("Static metadata type 1", hdr.static_metadata_type_1);
     list.add("HDR10+", cta.hdr10_plus);
     list.add("Dolby Vision", cta.dolby_vision != 0);
-    list.add("States its largest luminance", hdr.max_nits.has_value(), nits(hdr.max_nits));
-    list.add("States its largest average luminance", hdr.max_average_nits.has_value(), nits(hdr.max_average_nits));
-    list.add("States its smallest luminance", hdr.min_nits.has_value(), nits(hdr.min_nits));
+    list.add("Maximum luminance stated", hdr.max_nits.has_value(), nits(hdr.max_nits));
+    list.add("Maximum average luminance stated", hdr.max_average_nits.has_value(), nits(hdr.max_average_nits));
+    list.add("Minimum luminance stated", hdr.min_nits.has_value(), nits(hdr.min_nits));
 }
 
 void write_signals(markup_writer& out, const facts::display_facts& facts) {
@@ -137,7 +137,7 @@ void write_signals(markup_writer& out, const facts::display_facts& facts) {
 void write_abilities(markup_writer& out, const page_source& source) {
     begin_section(out, "abilities", "HDMI and HDR");
     if (source.facts.cta.blocks.empty() && source.facts.display_id.empty())
-        out.element("p", "quiet", "There is no CTA-861 block, in which an EDID states these abilities.");
+        out.element("p", "quiet", "The EDID has no CTA-861 block, which would state these abilities.");
     out.begin("div", "columns three");
     write_hdmi(out, source.facts.cta);
     write_hdr(out, source.facts.cta);

@@ -57,7 +57,7 @@ void write_block(markup_writer& out, std::size_t block, std::span<const field> f
     out.end();
     out.end();
     begin_table(out, "fields", "Fields of block " + std::to_string(block));
-    table_head(out, {"Bytes", "Field", "Says"});
+    table_head(out, {"Bytes", "Field", "Meaning"});
     out.begin("tbody");
     for (const field& f : fields) {
         out.begin("tr").attribute("id", id_of_row(f));
@@ -102,7 +102,7 @@ void write_legend(markup_writer& out, std::span<const field> fields) {
 
 void write_bytes(markup_writer& out, const page_source& source, const field_map& fields) {
     begin_section(out, "bytes", "Bytes");
-    out.element("p", "quiet", "Choose bytes to see their field, and a field's place to see its bytes.");
+    out.element("p", "quiet", "Select bytes to go to their field, and a field's range to go to its bytes.");
     write_legend(out, fields.fields());
     for (auto from = fields.fields().begin(); from != fields.fields().end();) {
         const auto to =

@@ -63,7 +63,7 @@ std::vector<bar> outcomes_of(std::span<const index_row> rows) {
             ++failures[r.failure];
         else
             ++reported;
-    std::vector<bar> bars = {{"reports it", reported, "bar good"}};
+    std::vector<bar> bars = {{"complete", reported, "bar good"}};
     for (const auto& [number, count] : failures)
         bars.push_back({"error " + std::to_string(number), count, "bar error"});
     return bars;
@@ -86,8 +86,8 @@ void write_collection_charts(markup_writer& out, std::span<const index_row> rows
     out.begin("div", "columns");
     write_chart(out, "Displays by year", years_of(rows), true);
     write_chart(out, "Best mode", resolutions_of(rows), false);
-    write_chart(out, "Gravest finding", findings_of(rows), false);
-    write_chart(out, "The desk", outcomes_of(rows), false);
+    write_chart(out, "Most severe finding", findings_of(rows), false);
+    write_chart(out, "Desk report", outcomes_of(rows), false);
     out.end();
 }
 

@@ -14,7 +14,7 @@ void write_navigation(markup_writer& out) {
     constexpr std::array<std::pair<std::string_view, std::string_view>, 8> entries = {{{"findings", "Findings"},
                                                                                        {"colour", "Colour"},
                                                                                        {"timings", "Timings"},
-                                                                                       {"sound", "Sound"},
+                                                                                       {"audio", "Audio"},
                                                                                        {"abilities", "HDMI and HDR"},
                                                                                        {"features", "Features"},
                                                                                        {"bytes", "Bytes"},

@@ -36,10 +36,10 @@ field_map::field_map(const facts::display_facts& facts) {
     };
     for (const field& n : named) {
         const std::size_t start = n.block * edid_block_size;
-        add(std::min(start + n.begin, facts.size), facts::part::unknown, "Not known");
+        add(std::min(start + n.begin, facts.size), facts::part::unknown, "Unknown");
         add(std::min(start + n.end, facts.size), n.what, n.name);
     }
-    add(facts.size, facts::part::unknown, "Not known");
+    add(facts.size, facts::part::unknown, "Unknown");
 }
 
 const field* field_map::at(std::size_t block, std::size_t offset) const {
@@ -82,7 +82,7 @@ const part_look& look_of(facts::part what) {
         {"p-frame", "structure"}, {"p-timing", "timings"},     {"p-audio", "audio"},
         {"p-audio", "speakers"},  {"p-vendor", "vendor"},      {"p-input", "capability"},
         {"p-color", "HDR"},       {"p-timing", "YCbCr 4:2:0"}, {"p-other", "DisplayID"},
-        {"p-padding", "padding"}, {"p-sum", "checksum"},       {"p-unknown", "not known"},
+        {"p-padding", "padding"}, {"p-sum", "checksum"},       {"p-unknown", "unknown"},
     }};
     return looks.at(static_cast<std::size_t>(what));
 }

@@ -106,8 +106,7 @@ std::string video_list(const field& f, const display_facts& facts) {
 }
 
 std::string vendor_words(const field& f, const display_facts& facts) {
-    if (facts.cta.hdmi && f.has(facts.cta.hdmi->where))
-        return "HDMI, physical address " + facts.cta.hdmi->address_text();
+    if (facts.cta.hdmi && f.has(facts.cta.hdmi->where)) return "HDMI, " + address_words(*facts.cta.hdmi);
     if (facts.cta.hdmi_forum && f.has(facts.cta.hdmi_forum->where)) {
         std::string words = "HDMI Forum";
         append_listed(words, link_words(facts.cta.hdmi_forum->frl_lanes, facts.cta.hdmi_forum->frl_gbps));
@@ -119,8 +118,12 @@ std::string vendor_words(const field& f, const display_facts& facts) {
 }
 
 std::string capability_words(const field& f, const display_facts& facts) {
-    if (f.name != "Colorimetry data block") return "";
     std::string words;
+    if (f.name == "Video capability data block" && facts.cta.capability) {
+        if (facts.cta.capability->quantization_rgb_selectable) append_listed(words, "selectable RGB range");
+        if (facts.cta.capability->quantization_ycbcr_selectable) append_listed(words, "selectable YCbCr range");
+    }
+    if (f.name != "Colorimetry data block") return words;
     for (const std::string_view name : facts.cta.colorimetry)
         append_listed(words, name);
     return words;
@@ -128,7 +131,7 @@ std::string capability_words(const field& f, const display_facts& facts) {
 
 std::string checksum_words(const field& f, const display_facts& facts) {
     if (f.name != "Checksum" || f.block >= facts.checksums.size()) return "";
-    return facts.checksums[f.block] ? "right" : "wrong";
+    return facts.checksums[f.block] ? "correct" : "wrong";
 }
 
 std::string header_words(const field& f, const page_source& source) {
@@ -183,7 +186,7 @@ std::string meaning_of(const field& f, const page_source& source) {
     const display_facts& facts = source.facts;
     switch (f.what) {
     case part::header:
-        return facts.has_header ? "right" : "not the header of an EDID";
+        return facts.has_header ? "correct" : "not the header of an EDID";
     case part::extension_header:
         return header_words(f, source);
     case part::product:

@@ -25,7 +25,7 @@ void write_chips(markup_writer& out, const page_source& source) {
     if (source.desk.failure)
         write_chip(out, "error", "desk", "The desk ends with error " + std::to_string(*source.desk.failure));
     else
-        write_chip(out, "good", "desk", "The desk reports it");
+        write_chip(out, "good", "desk", "Complete desk report");
     out.end();
 }
 
@@ -35,7 +35,7 @@ std::string structure_words(const facts::display_facts& facts) {
     append_listed(words, count_words(facts.size, "byte"));
     const auto wrong = static_cast<std::size_t>(std::count(facts.checksums.begin(), facts.checksums.end(), false));
     if (!facts.checksums.empty())
-        append_listed(words, wrong == 0 ? "checksums right" : count_words(wrong, "checksum") + " wrong");
+        append_listed(words, wrong == 0 ? "checksums correct" : count_words(wrong, "checksum") + " wrong");
     return words;
 }
 

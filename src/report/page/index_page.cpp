@@ -57,17 +57,17 @@ void write_desk_cell(markup_writer& out, const index_row& row) {
     if (row.desk_fails)
         out.begin("span", "chip error").text("error " + std::to_string(row.failure)).end();
     else
-        out.text("reports it");
+        out.text("complete");
     out.end();
 }
 
-std::string_view gravest(const index_row& row) {
+std::string_view most_severe(const index_row& row) {
     return row.errors > 0 ? "error" : row.warnings > 0 ? "warning" : row.notes > 0 ? "note" : "none";
 }
 
 void write_row(markup_writer& out, const index_row& row) {
     out.markup("\n");
-    out.begin("tr").attribute("data-hdr", row.hdr ? "yes" : "no").attribute("data-findings", gravest(row));
+    out.begin("tr").attribute("data-hdr", row.hdr ? "yes" : "no").attribute("data-findings", most_severe(row));
     out.attribute("data-desk", row.desk_fails ? "ends" : "reports");
     out.begin("th").attribute("scope", "row");
     out.begin("a").attribute("href", href_of(row.page)).text(row.model).end();
@@ -98,7 +98,7 @@ void write_choice(markup_writer& out, std::string_view name, std::string_view la
 /// The filters work with the script alone, which shows them.
 void begin_filters(markup_writer& out) {
     out.begin("form", "filters").attribute("hidden", "hidden");
-    out.begin("label").text("Words");
+    out.begin("label").text("Search");
     out.begin("input")
         .attribute("name", "words")
         .attribute("type", "search")
@@ -118,10 +118,10 @@ void write_displays(markup_writer& out, std::span<const index_row> rows) {
     write_choice(out, "hdr", "HDR", {{"", "all"}, {"yes", "with HDR"}, {"no", "without"}});
     write_choice(out, "findings", "Findings",
                  {{"", "all"}, {"error", "errors"}, {"error warning", "errors or warnings"}, {"none", "none"}});
-    write_choice(out, "desk", "Desk", {{"", "all"}, {"reports", "reports it"}, {"ends", "ends with an error"}});
+    write_choice(out, "desk", "Desk", {{"", "all"}, {"reports", "complete report"}, {"ends", "ends with an error"}});
     end_filters(out);
-    begin_table(out, "sortable", "All displays of this page");
-    table_head(out, {"Display", "Maker", "#Size, \xE2\x80\xB3", "#Year", "#Best mode", "HDR", "Findings", "Desk"});
+    begin_table(out, "sortable", "All displays on this page");
+    table_head(out, {"Display", "Maker", "#Size, in", "#Year", "#Best mode", "HDR", "Findings", "Desk"});
     out.begin("tbody");
     for (const index_row& row : rows)
         write_row(out, row);
@@ -146,7 +146,7 @@ void write_counts(markup_writer& out, std::span<const index_row> rows, std::size
     const std::size_t faulty = count_of(rows, [](const index_row& r) { return r.errors > 0; });
     chip(faulty > 0 ? "error" : "good", std::to_string(faulty) + " with errors");
     const std::size_t failed = count_of(rows, [](const index_row& r) { return r.desk_fails; });
-    chip(failed > 0 ? "warning" : "good", "the desk ends at " + std::to_string(failed));
+    chip(failed > 0 ? "warning" : "good", std::to_string(failed) + (failed == 1 ? " ends the desk" : " end the desk"));
     if (missing > 0) chip("error", count_words(missing, "file") + " without a page");
     out.end();
 }
@@ -218,8 +218,8 @@ void write_makers(markup_writer& out, std::span<const maker_group> groups) {
     begin_section(out, "makers", "Makers");
     begin_filters(out);
     end_filters(out);
-    begin_table(out, "sortable", "Makers; each has pages of its own");
-    table_head(out, {"Maker", "Id", "#Displays", "#With HDR", "#With errors", "#The desk ends"});
+    begin_table(out, "sortable", "All makers, each with pages of its own");
+    table_head(out, {"Maker", "Id", "#Displays", "#With HDR", "#With errors", "#End the desk"});
     out.begin("tbody");
     for (const maker_group& g : groups) {
         out.markup("\n");

@@ -103,10 +103,11 @@ void write_formats(markup_writer& out, const facts::cta_facts& cta, const field_
 void write_sound(markup_writer& out, const page_source& source, const field_map& fields) {
     const facts::cta_facts& cta = source.facts.cta;
     const bool basic = std::any_of(cta.blocks.begin(), cta.blocks.end(), [](const auto& b) { return b.basic_audio; });
-    begin_section(out, "sound", "Sound");
+    begin_section(out, "audio", "Audio");
     if (cta.audio.empty() && !cta.speakers) {
         out.element("p", "quiet",
-                    basic ? "Basic audio: two channels of L-PCM at 32, 44.1 and 48 kHz." : "The EDID states no sound.");
+                    basic ? "Basic audio: two channels of L-PCM at 32, 44.1 and 48 kHz."
+                          : "The EDID describes no audio.");
         return out.end();
     }
     out.begin("div", "columns uneven");

@@ -72,7 +72,7 @@ std::string traits_of(const facts::video_mode& mode) {
 
 void write_modes(markup_writer& out, const facts::display_facts& facts, const field_map& fields) {
     begin_table(out, "modes", "All timings");
-    table_head(out, {"Resolution", "#Rate, Hz", "#Lines, kHz", "#Pixel clock, MHz", "From", "Code", "Bytes"});
+    table_head(out, {"Resolution", "#Refresh, Hz", "#Line rate, kHz", "#Pixel clock, MHz", "From", "Code", "Bytes"});
     out.begin("tbody");
     for (const facts::video_mode& m : facts.modes) {
         out.begin("tr");
@@ -126,8 +126,8 @@ void write_detailed(markup_writer& out, const facts::detailed_timing& t, const f
     begin_table(out, "figures", t.interlaced ? "Pixels, and lines of one field" : "Pixels and lines");
     table_head(out, {"", "#Active", "#Front", "#Sync", "#Back", "#Total"});
     out.begin("tbody");
-    write_figures(out, "Across", across);
-    write_figures(out, "Down", down);
+    write_figures(out, "Horizontal", across);
+    write_figures(out, "Vertical", down);
     out.end();
     end_table(out);
     out.end();
@@ -135,7 +135,7 @@ void write_detailed(markup_writer& out, const facts::detailed_timing& t, const f
 
 void write_raster_key(markup_writer& out) {
     out.begin("ul", "key").attribute("aria-hidden", "true");
-    for (const auto& [class_name, words] : {std::pair{"active", "picture"}, std::pair{"front", "front porch"},
+    for (const auto& [class_name, words] : {std::pair{"active", "active"}, std::pair{"front", "front porch"},
                                             std::pair{"sync", "sync"}, std::pair{"back", "back porch"}}) {
         out.begin("li");
         out.begin("span", "swatch " + std::string(class_name)).end();

@@ -103,7 +103,7 @@ std::string input_words(const facts::display_facts& facts) {
     }
     append_listed(words, facts.digital_interface.interface);
     if (facts.digital_interface.bits_per_color != 0)
-        append_listed(words, std::to_string(facts.digital_interface.bits_per_color) + " bits a colour");
+        append_listed(words, std::to_string(facts.digital_interface.bits_per_color) + " bits per colour");
     return words;
 }
 
@@ -125,6 +125,10 @@ std::string hdr_words(const facts::display_facts& facts) {
     if (facts.cta.hdr && facts.cta.hdr->max_nits)
         append_listed(words, "up to " + drawing::number_text(*facts.cta.hdr->max_nits, 0) + " cd/m\xC2\xB2");
     return words;
+}
+
+std::string address_words(const facts::hdmi_block& hdmi) {
+    return hdmi.address ? "physical address " + hdmi.address_text() : "no physical address";
 }
 
 std::string range_words(const facts::range_limits& limits) {

@@ -44,10 +44,12 @@ std::string maker_words(const facts::display_facts& facts);
 std::string model_words(const facts::display_facts& facts);
 /// "Week 12 of 2020", "2020 (model year)"; empty if not stated.
 std::string date_words(const facts::display_facts& facts);
-/// "Digital, DisplayPort, 10 bits a colour".
+/// "Digital, DisplayPort, 10 bits per colour".
 std::string input_words(const facts::display_facts& facts);
 /// "PQ, HLG, up to 603 cd/m²", or "no".
 std::string hdr_words(const facts::display_facts& facts);
+/// "physical address 1.0.0.0".
+std::string address_words(const facts::hdmi_block& hdmi);
 /// "48 to 75 Hz, 30 to 83 kHz, up to 170 MHz".
 std::string range_words(const facts::range_limits& limits);
 
