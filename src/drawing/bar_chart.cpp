@@ -34,7 +34,7 @@ std::string words_of(std::span<const bar> bars, std::string_view what) {
 
 void draw_bars(markup_writer& out, std::span<const bar> bars, std::string_view what) {
     constexpr double label_width = 104;
-    constexpr double count_width = 48;
+    constexpr double count_width = 60;
     constexpr double row = 24;
     constexpr double thickness = 14;
     if (bars.empty()) return;

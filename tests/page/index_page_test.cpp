@@ -66,6 +66,23 @@ TEST(index, has_a_row_for_each_display) {
     EXPECT_NE(index.find("error 6"), std::string::npos);
 }
 
+TEST(index, counts_the_years_around_most_displays) {
+    const auto made_in = [](std::uint16_t year) {
+        index_row r = row("a.html", "A");
+        r.year = year;
+        return r;
+    };
+    const auto chart_of = [](const std::string& index) {
+        const std::size_t begin = index.find("Displays by year: ");
+        return index.substr(begin, index.find('"', begin) - begin);
+    };
+    EXPECT_EQ(chart_of(written({made_in(2012), made_in(2010), made_in(2012), made_in(0)}).at("index.html")),
+              "Displays by year: 2010: 1, 2012: 2.");
+    const std::string index = written({made_in(2012), made_in(2245), made_in(1990), made_in(2012)}).at("index.html");
+    EXPECT_EQ(chart_of(index), "Displays by year: 1990: 1, 2012: 2.");
+    EXPECT_NE(index.find("<figcaption>1 display of other years</figcaption>"), std::string::npos);
+}
+
 TEST(index, of_no_display_is_a_page) {
     const pages all = written({}, most_rows, 3);
     EXPECT_NE(all.at("index.html").find("3 files without a page"), std::string::npos);

@@ -1,9 +1,12 @@
 #include "report/page/collection_charts.h"
 
 #include "drawing/bar_chart.h"
+#include "report/page/words.h"
 
 #include <algorithm>
+#include <array>
 #include <map>
+#include <numeric>
 #include <vector>
 
 namespace desk::page {
@@ -13,18 +16,36 @@ namespace {
 using drawing::bar;
 using drawing::markup_writer;
 
-/// Every year from the first to the last, those without a display too.
-std::vector<bar> years_of(std::span<const index_row> rows) {
-    std::map<int, std::size_t> counts;
-    for (const index_row& r : rows)
-        if (r.year != 0) ++counts[r.year];
+/// Consecutive years, those without a display too.
+struct year_span {
     std::vector<bar> bars;
-    if (counts.empty()) return bars;
-    for (int year = counts.begin()->first; year <= counts.rbegin()->first; ++year) {
-        const auto found = counts.find(year);
-        bars.push_back({std::to_string(year), found == counts.end() ? 0 : found->second});
-    }
-    return bars;
+    std::size_t elsewhere = 0; ///< displays of other years
+};
+
+/// The years from the first to the last; if these are too many, those around most displays. A faulty EDID can state a
+/// year up to 2245.
+year_span years_of(std::span<const index_row> rows) {
+    constexpr int first_year = 1990; // that of the code 0
+    constexpr std::size_t year_count = 256;
+    constexpr std::size_t most_years = 40;
+    std::array<std::size_t, year_count + 1> before{}; // displays of all years before one
+    std::array<std::size_t, year_count> counts{};
+    for (const index_row& r : rows)
+        if (r.year != 0) ++counts.at(static_cast<std::size_t>(r.year - first_year));
+    std::partial_sum(counts.begin(), counts.end(), before.begin() + 1);
+    std::size_t begin = 0;
+    for (std::size_t i = 0; i + most_years <= year_count; ++i)
+        if (before[i + most_years] - before[i] > before[begin + most_years] - before[begin]) begin = i;
+    std::size_t end = begin + most_years;
+    while (begin < end && counts[begin] == 0)
+        ++begin;
+    while (begin < end && counts[end - 1] == 0)
+        --end;
+    year_span years;
+    for (std::size_t i = begin; i < end; ++i)
+        years.bars.push_back({std::to_string(first_year + static_cast<int>(i)), counts[i]});
+    years.elsewhere = before.back() - (before[end] - before[begin]);
+    return years;
 }
 
 /// The most frequent ones, the others as one bar.
@@ -69,14 +90,25 @@ std::vector<bar> outcomes_of(std::span<const index_row> rows) {
     return bars;
 }
 
-void write_chart(markup_writer& out, std::string_view title, std::span<const bar> bars, bool upright) {
-    if (bars.empty()) return;
+void begin_chart(markup_writer& out, std::string_view title) {
     out.begin("figure");
-    out.begin("h3").text(title).end();
-    if (upright)
-        drawing::draw_columns(out, bars, title);
-    else
-        drawing::draw_bars(out, bars, title);
+    out.element("h3", title);
+}
+
+void write_bars(markup_writer& out, std::string_view title, std::span<const bar> bars) {
+    if (bars.empty()) return;
+    begin_chart(out, title);
+    drawing::draw_bars(out, bars, title);
+    out.end();
+}
+
+void write_years(markup_writer& out, std::span<const index_row> rows) {
+    const year_span years = years_of(rows);
+    if (years.bars.empty()) return;
+    constexpr std::string_view title = "Displays by year";
+    begin_chart(out, title);
+    drawing::draw_columns(out, years.bars, title);
+    if (years.elsewhere > 0) out.element("figcaption", count_words(years.elsewhere, "display") + " of other years");
     out.end();
 }
 
@@ -84,10 +116,10 @@ void write_chart(markup_writer& out, std::string_view title, std::span<const bar
 
 void write_collection_charts(markup_writer& out, std::span<const index_row> rows) {
     out.begin("div", "columns");
-    write_chart(out, "Displays by year", years_of(rows), true);
-    write_chart(out, "Best mode", resolutions_of(rows), false);
-    write_chart(out, "Most severe finding", findings_of(rows), false);
-    write_chart(out, "Desk report", outcomes_of(rows), false);
+    write_years(out, rows);
+    write_bars(out, "Best mode", resolutions_of(rows));
+    write_bars(out, "Most severe finding", findings_of(rows));
+    write_bars(out, "Desk report", outcomes_of(rows));
     out.end();
 }
 

@@ -18,7 +18,7 @@ struct index_row {
     std::uint32_t height = 0;
     std::uint32_t rate_mhz = 0; ///< in thousandths of a hertz
     std::uint16_t diagonal = 0; ///< in tenths of an inch; 0: not stated
-    std::uint16_t year = 0;     ///< 0: not stated
+    std::uint16_t year = 0;     ///< 1990 to 2245; 0: not stated
     std::uint16_t errors = 0;
     std::uint16_t warnings = 0;
     std::uint16_t notes = 0;
