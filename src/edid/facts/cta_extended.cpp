@@ -15,7 +15,7 @@ namespace {
 constexpr std::uint32_t oui_hdr10_plus = 0x90848B;
 constexpr std::uint32_t oui_dolby = 0x00D046;
 
-/// `data` in each of these begins behind the extended tag.
+/// `data` in each of these begins after the extended tag.
 void read_video_capability(const payload& data) {
     constexpr std::string_view clause = "CTA-861, 7.5.6";
     const auto scan = [&](unsigned shift) { return static_cast<scan_behavior>(data[0] >> shift & 3); };
