@@ -85,13 +85,19 @@ void append_characters(std::string& text, std::string_view value) {
 } // namespace
 
 void json_writer::separate() {
-    if (!text_.empty() && text_.back() != '{' && text_.back() != '[' && text_.back() != ':' && text_.back() != '\n')
-        text_.push_back(',');
+    if (needs_comma_) text_.push_back(',');
+    needs_comma_ = true;
 }
 
 void json_writer::begin(char bracket) {
     separate();
     text_.push_back(bracket);
+    needs_comma_ = false;
+}
+
+void json_writer::end(char bracket) {
+    text_.push_back(bracket);
+    needs_comma_ = true;
 }
 
 void json_writer::put(std::string_view value) {
@@ -104,6 +110,7 @@ void json_writer::key(std::string_view name) {
     text_.push_back('"');
     text_ += name;
     text_ += "\":";
+    needs_comma_ = false;
 }
 
 void json_writer::number(std::int64_t value) {

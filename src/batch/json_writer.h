@@ -14,14 +14,14 @@ public:
     explicit json_writer(std::string& text) : text_(text) {}
 
     void begin_object() { begin('{'); }
-    void end_object() { text_.push_back('}'); }
+    void end_object() { end('}'); }
     void begin_array() { begin('['); }
-    void end_array() { text_.push_back(']'); }
+    void end_array() { end(']'); }
     /// `name` is printable ASCII without quotes. A value follows.
     void key(std::string_view name);
 
     void null() { put("null"); }
-    void boolean(bool value) { put(value ? "true" : "false"); }
+    void boolean(bool value) { put(value ? std::string_view("true") : std::string_view("false")); }
     void number(std::int64_t value);
     /// Rounded to at most six decimals; null if it is not finite.
     void number(double value);
@@ -51,9 +51,11 @@ public:
 private:
     void separate();
     void begin(char bracket);
+    void end(char bracket);
     void put(std::string_view value);
 
     std::string& text_;
+    bool needs_comma_ = false;
 };
 
 } // namespace desk::batch
