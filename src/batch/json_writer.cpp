@@ -6,6 +6,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 
 namespace desk::batch {
 
@@ -27,6 +28,20 @@ bool is_ascii(std::string_view text) {
     for (const char c : text)
         all |= static_cast<unsigned char>(c);
     return all < 0x80;
+}
+
+/// Whether eight characters of ASCII need no escape, in a few operations on all of them.
+bool eight_are_plain(const char* characters) {
+    constexpr std::uint64_t each = 0x0101010101010101;
+    constexpr std::uint64_t high_bits = each << 7;
+    std::uint64_t eight = 0;
+    std::memcpy(&eight, characters, sizeof eight);
+    const auto has = [&](unsigned char c) {
+        const std::uint64_t zero_where_equal = eight ^ each * c;
+        return (zero_where_equal - each) & ~zero_where_equal;
+    };
+    const std::uint64_t borrow_of_controls = eight - each * ' ';
+    return ((borrow_of_controls | has('"') | has('\\') | has(0x7F)) & high_bits) == 0;
 }
 
 void append_unit(std::string& text, std::uint32_t unit) {
@@ -63,6 +78,8 @@ void append_escaped(std::string& text, char32_t c) {
 void append_ascii(std::string& text, std::string_view value) {
     while (!value.empty()) {
         std::size_t plain = 0;
+        while (plain + 8 <= value.size() && eight_are_plain(value.data() + plain))
+            plain += 8;
         while (plain < value.size() && is_plain(value[plain]))
             ++plain;
         text += value.substr(0, plain);

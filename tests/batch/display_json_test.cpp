@@ -185,6 +185,18 @@ TEST(json_writer, rounds_to_six_decimals) {
     EXPECT_EQ(number(std::numeric_limits<double>::quiet_NaN()), "null");
 }
 
+TEST(json_writer, escapes_each_character_at_each_place) {
+    for (int c = 0; c < 0x80; ++c)
+        for (std::size_t place = 0; place < 18; ++place) {
+            std::string value(18, 'a');
+            value[place] = static_cast<char>(c);
+            std::string text;
+            json_writer(text).text(value);
+            EXPECT_TRUE(std::all_of(text.begin(), text.end(), [](char t) { return t >= ' ' && t < 0x7F; })) << text;
+            EXPECT_EQ(json::parse(text).get<std::string>(), value);
+        }
+}
+
 TEST(json_writer, separates_and_escapes) {
     std::string text;
     json_writer writer(text);
