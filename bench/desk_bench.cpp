@@ -142,7 +142,7 @@ int open_long_file(const char* megabytes, int argument_count, char** arguments) 
     prepare(directory);
     QFile file(directory.filePath("long.bin"));
     if (!file.open(QFile::WriteOnly)) return 1;
-    file.write(QByteArray(std::stoi(megabytes) * 1024 * 1024, '\x10'));
+    file.write(QByteArray(std::stoll(megabytes) * 1024 * 1024, '\x10'));
     file.close();
     const desk::gui::operated_simulator generator(directory.filePath("com1"));
     desk::qt::desk_program program(path_of(directory));

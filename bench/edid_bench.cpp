@@ -14,6 +14,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -40,11 +41,11 @@ desk::edid_buffer full_edid() {
                          detail + detail +
                          "000000FC0046554C4C0A20202020202020202020000000FD00323C1E500F000A2020202020200100"
                          "0203";
-    digits.resize(2 * 126);
+    digits.resize(252);
     digits += "0100";
-    char offset[3];
-    std::snprintf(offset, sizeof offset, "%02X", static_cast<unsigned>(4 + blocks.size() / 2));
-    digits += std::string("0203") + offset + "F1" + blocks + detail + detail + detail + detail;
+    std::array<char, 3> offset{};
+    std::snprintf(offset.data(), offset.size(), "%02X", static_cast<unsigned>(4 + blocks.size() / 2));
+    digits += std::string("0203") + offset.data() + "F1" + blocks + detail + detail + detail + detail;
     digits.resize(512, '0');
     desk::edid_buffer edid;
     for (std::size_t i = 0; i < edid.size(); ++i)

@@ -39,6 +39,7 @@ std::int64_t number_in(const std::string& word, std::int64_t least, std::int64_t
 
 std::vector<int> numbers_in(const std::vector<std::string>& words, int least, int most) {
     std::vector<int> numbers;
+    numbers.reserve(words.size());
     for (const std::string& word : words)
         numbers.push_back(static_cast<int>(number_in(word, least, most)));
     return numbers;

@@ -173,7 +173,7 @@ TEST_F(cli_batch, has_no_options_and_no_batch_inside) {
 
 TEST_F(cli_batch, rejects_a_line_without_end) {
     plug_generator_in();
-    const std::string endless(10'000'000, 'x');
+    const std::string endless(5'000'000, 'x');
     const test::program_end ended =
         run_lines("string " + endless + "\n'" + endless + "\n" + endless + "\nset timing 7", keep_going);
     EXPECT_EQ(ended.status, 2);

@@ -193,7 +193,7 @@ protected:
         return {status, program->out(), program->err()};
     }
     /// Runs a batch.
-    program_end run_lines(const std::string& lines, strings words = {"-"}) {
+    program_end run_lines(const std::string& lines, const strings& words = {"-"}) {
         folder.put("lines", lines);
         return run(words, {.input = path("lines")});
     }

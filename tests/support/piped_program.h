@@ -108,6 +108,7 @@ private:
         ::dup2(output, STDOUT_FILENO);
         ::dup2(error_file, STDERR_FILENO);
         std::vector<char*> argv;
+        argv.reserve(words.size() + 1);
         for (const std::string& word : words)
             argv.push_back(const_cast<char*>(word.c_str()));
         argv.push_back(nullptr);

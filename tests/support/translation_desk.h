@@ -21,7 +21,7 @@ struct translation_desk : translation_panel {
     std::optional<runtime_failure> click(int node) {
         return failure_in([&] { view.tree_edid.on_node_click(node); });
     }
-    std::string text() const { return view.txt_edid.text; }
+    std::string text() const { return view.txt_edid.text.get(); }
 
 private:
     template <class Work>
