@@ -55,6 +55,7 @@ std::vector<bar> resolutions_of(std::span<const index_row> rows) {
     for (const index_row& r : rows)
         if (r.width != 0) ++counts[{r.width, r.height}];
     std::vector<bar> bars;
+    bars.reserve(counts.size());
     for (const auto& [size, count] : counts)
         bars.push_back({std::to_string(size.first) + " \xC3\x97 " + std::to_string(size.second), count});
     std::stable_sort(bars.begin(), bars.end(), [](const bar& a, const bar& b) { return a.count > b.count; });
