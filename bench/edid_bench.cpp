@@ -1,6 +1,11 @@
-// Measures translation and report on one core, without windows: one report, and edid_report over many files.
+// Measures translation, report, facts, JSON and pages on one core, without windows: one EDID, and edid_report over many
+// files.
 
+#include "batch/display_json.h"
+#include "edid/facts/display_facts.h"
 #include "report.h"
+#include "report/page/display_page.h"
+#include "report/page/index_page.h"
 #include "support/temporary_directory.h"
 #include "support/translation_desk.h"
 
@@ -61,17 +66,72 @@ void measure_report() {
     report("report_build, median of 20000", median(times), "us", 25);
 }
 
-/// Runs edid_report over a folder with one job, to a folder or, if that is empty, to standard output; returns its
-/// time in seconds and its peak memory in MB.
-std::pair<double, double> run_edid_report(const std::string& from, const std::string& to) {
+/// The time of `work` in microseconds: the median of many runs.
+template <class Work>
+double time_of(Work work) {
+    std::vector<double> times;
+    for (int i = 0; i < 20000; ++i) {
+        const auto start = clock_type::now();
+        work();
+        times.push_back(us_since(start));
+    }
+    return median(times);
+}
+
+void measure_facts() {
+    const desk::edid_buffer edid = full_edid();
+    std::size_t findings = 0;
+    report("read_display_facts, median of 20000",
+           time_of([&] { findings = desk::facts::read_display_facts(edid).findings.size(); }), "us", 3);
+    const desk::facts::display_facts facts = desk::facts::read_display_facts(edid);
+    desk::test::translation_desk d;
+    d.buffers.trans_buff = edid;
+    d.report.report_build("01/02/06", "03:04:05");
+    std::string json;
+    const double time = time_of([&] {
+        json.clear();
+        desk::batch::append_json(json, {"edid.bin", std::string(64, 'a'), 256, std::nullopt, d.report.report_text},
+                                 facts);
+    });
+    report("append_json, median of 20000", time, "us", 15);
+    std::printf("  %zu findings, %zu timings, %zu modes, %zu characters of JSON\n", findings,
+                facts.detailed_timings.size(), facts.modes.size(), json.size());
+}
+
+void measure_page() {
+    const desk::edid_buffer edid = full_edid();
+    const desk::facts::display_facts facts = desk::facts::read_display_facts(edid);
+    desk::test::translation_desk d;
+    d.buffers.trans_buff = edid;
+    d.report.report_build("01/02/06", "03:04:05");
+    const std::string digest(64, 'a');
+    const desk::page::page_source source{"edid.bin", digest, edid, facts, {d.report.report_text, {}, {}, {}, {}},
+                                         "1.0"};
+    std::string page;
+    const double time = time_of([&] {
+        page.clear();
+        desk::page::append_display_page(page, source);
+    });
+    report("append_display_page, median of 20000", time, "us", 150);
+    std::printf("  %zu characters of HTML\n", page.size());
+    std::vector<desk::page::index_row> rows(10000, desk::page::row_of(source, "a_file_of_a_display.html"));
     const auto start = clock_type::now();
+    std::size_t size = 0;
+    desk::page::write_index(rows, 0, "1.0", [&](const std::string&, std::string_view text) { size += text.size(); });
+    std::printf("%-58s %9.2f ms\n", "write_index, 10000 rows", us_since(start) / 1000);
+    std::printf("  %zu characters of HTML\n", size);
+}
+
+/// Runs edid_report over a folder with one job, to a folder or, if that is empty, to standard output; returns its
+/// processor time in seconds, which other load does not lengthen, and its peak memory in MB.
+std::pair<double, double> run_edid_report(const std::string& from, const std::string& to, const char* format) {
     std::fflush(stdout);
     const pid_t child = fork();
     if (child == 0) {
         if (!to.empty()) {
-            execl(EDID_REPORT, "edid_report", "-j", "1", "-o", to.c_str(), from.c_str(), nullptr);
+            execl(EDID_REPORT, "edid_report", "--format", format, "-j", "1", "-o", to.c_str(), from.c_str(), nullptr);
         } else if (std::freopen("/dev/null", "w", stdout) != nullptr) {
-            execl(EDID_REPORT, "edid_report", "-j", "1", from.c_str(), nullptr);
+            execl(EDID_REPORT, "edid_report", "--format", format, "-j", "1", from.c_str(), nullptr);
         }
         _exit(127);
     }
@@ -79,7 +139,10 @@ std::pair<double, double> run_edid_report(const std::string& from, const std::st
     rusage used{};
     wait4(child, &status, 0, &used);
     if (status != 0) std::printf("  edid_report has FAILED\n");
-    return {us_since(start) / 1e6, static_cast<double>(used.ru_maxrss) / 1024};
+    const auto seconds = [](const timeval& t) {
+        return static_cast<double>(t.tv_sec) + static_cast<double>(t.tv_usec) / 1e6;
+    };
+    return {seconds(used.ru_utime) + seconds(used.ru_stime), static_cast<double>(used.ru_maxrss) / 1024};
 }
 
 void measure_batch(int count, double bound) {
@@ -95,16 +158,21 @@ void measure_batch(int count, double bound) {
     }
     std::printf("edid_report -j 1 over %d files\n", count);
     for (const std::filesystem::path& to : {std::filesystem::path(), directory.path() / "reports"}) {
-        const auto [seconds, mb] = run_edid_report(from.string(), to.string());
+        const auto [seconds, mb] = run_edid_report(from.string(), to.string(), "text");
         report(to.empty() ? "  to standard output" : "  to a folder", seconds, "s", bound);
         std::printf("%-58s %9.2f MB\n", "    its largest memory", mb);
     }
+    const auto [seconds, mb] = run_edid_report(from.string(), directory.path() / "pages", "html");
+    report("  pages to a folder", seconds, "s", bound * 2.5);
+    std::printf("%-58s %9.2f MB\n", "    its largest memory", mb);
 }
 
 } // namespace
 
 int main() {
     measure_report();
+    measure_facts();
+    measure_page();
     measure_batch(100, 0.1);
     measure_batch(10000, 2);
     return 0;

@@ -30,11 +30,17 @@ const std::vector<layer> layers = {
      "checked numbers, conversion of numbers and text, the single-byte character set, files and safe saving, run-time "
      "failures",
      {}},
+    {"drawing",
+     "drawings of plain figures as SVG, and the writer of markup, which escapes every text: knows no EDID",
+     {"runtime"}},
     {"controls", "control models, windows, layout tables, operator actions on a control", {"runtime"}},
     {"edid/format",
      "the bytes of an EDID, and the texts and files that hold them: buffer, checksum rule, text scanner, canonical "
      "text, readers, writers, kinds of files",
      {"runtime"}},
+    {"edid/facts",
+     "what an EDID says about its display: bytes in, one struct and its findings out; tables and formulas of timings",
+     {"runtime", "edid/format"}},
     {"platform",
      "interfaces to the machine: serial port, clock and pump, boxes, dialogs, modal windows, date and time; the parts "
      "that differ between systems",
@@ -46,6 +52,9 @@ const std::vector<layer> layers = {
     {"report/text",
      "the report of a whole EDID as a function: bytes in, one text out",
      {"runtime", "edid/format", "translate/decode"}},
+    {"report/page",
+     "the page of a display and the index of a collection: the facts of an EDID in, HTML out",
+     {"runtime", "drawing", "edid/format", "edid/facts"}},
     {"link", "the exchange with the generator: receiver, delay, commands", {"runtime", "controls", "platform"}},
     {"edid",
      "the READ and WRITE sides: buffers, window text, OPEN and SAVE, transfers, compare and recover, rescue",
@@ -72,9 +81,9 @@ const std::vector<layer> layers = {
      {"runtime", "controls", "platform", "link", "edid", "translate", "translate/decode", "signal", "report",
       "programmer"}},
     {"batch",
-     "`edid_report`: the report of many files, without a window",
-     {"runtime", "edid/format", "translate/decode", "report/text", "platform/command_line.h", "platform/file_names.h",
-      "platform/local_date_time.h"}},
+     "`edid_report`: the report of many files, or their facts as JSON or pages, without a window",
+     {"runtime", "edid/format", "edid/facts", "translate/decode", "report/text", "report/page",
+      "platform/command_line.h", "platform/file_names.h", "platform/local_date_time.h", "platform/sha256.h"}},
     {"qt",
      "the adapter that draws the models as widgets: `velotrace`",
      {"runtime", "controls", "platform", "link", "edid", "signal", "shell"}},
@@ -272,9 +281,10 @@ TEST(edid_report, is_built_without_controls_exchange_and_serial_port) {
         folders.insert(folder_of(file));
         if (file.starts_with("platform/") && file.ends_with(".h")) platform_parts.insert(file);
     }
-    EXPECT_EQ(folders, (names{"batch", "edid/format", "platform", "report/text", "runtime", "translate/decode"}));
-    EXPECT_EQ(platform_parts,
-              (names{"platform/command_line.h", "platform/file_names.h", "platform/local_date_time.h"}));
+    EXPECT_EQ(folders, (names{"batch", "drawing", "edid/facts", "edid/format", "platform", "report/page", "report/text",
+                              "runtime", "translate/decode"}));
+    EXPECT_EQ(platform_parts, (names{"platform/command_line.h", "platform/file_names.h", "platform/local_date_time.h",
+                                     "platform/numeric_date.h", "platform/sha256.h"}));
 }
 
 std::vector<std::string> table_of_layers() {

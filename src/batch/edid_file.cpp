@@ -11,20 +11,14 @@ namespace desk::batch {
 
 namespace {
 
-/// Keeps the first two blocks and counts the rest.
-class first_two_blocks final : public byte_receiver {
+class all_bytes final : public byte_receiver {
 public:
-    explicit first_two_blocks(edid_buffer& edid) : edid_(edid) {}
-    void take(std::uint8_t byte) override {
-        if (count_ < edid_.size()) edid_.at(count_) = byte;
-        ++count_;
-    }
-    void start_again() override { count_ = 0; }
-    std::size_t count() const { return count_; }
+    explicit all_bytes(std::vector<std::uint8_t>& bytes) : bytes_(bytes) {}
+    void take(std::uint8_t byte) override { bytes_.push_back(byte); }
+    void start_again() override { bytes_.clear(); }
 
 private:
-    edid_buffer& edid_;
-    std::size_t count_ = 0;
+    std::vector<std::uint8_t>& bytes_;
 };
 
 runtime_failure no_edid(const std::string& why) { return {failure::input_past_end_of_file, why}; }
@@ -46,15 +40,21 @@ std::string remark_on(std::size_t count) {
 
 } // namespace
 
-edid_file read_edid_file(const std::filesystem::path& path, file_kind kind) {
+edid_file edid_in(std::string_view file, file_kind kind) {
     edid_file result;
-    first_two_blocks bytes(result.edid);
-    read_into(read_whole_file(path), kind, bytes);
-    const std::size_t count = bytes.count();
-    if (count == 0) throw no_edid("it contains no bytes");
-    if (count < edid_size) std::fill(result.edid.begin() + static_cast<std::ptrdiff_t>(count), result.edid.end(), 0xFF);
-    result.remark = remark_on(count);
+    if (kind == file_kind::bin) result.bytes.reserve(file.size());
+    all_bytes bytes(result.bytes);
+    read_into(file, kind, bytes);
+    if (result.bytes.empty()) throw no_edid("it contains no bytes");
+    const std::size_t count = std::min(result.bytes.size(), edid_size);
+    result.edid.fill(0xFF);
+    std::copy_n(result.bytes.begin(), count, result.edid.begin());
+    result.remark = remark_on(result.bytes.size());
     return result;
+}
+
+edid_file read_edid_file(const std::filesystem::path& path, file_kind kind) {
+    return edid_in(read_whole_file(path), kind);
 }
 
 } // namespace desk::batch

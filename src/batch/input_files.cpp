@@ -16,9 +16,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// 0 for names that can refer to the same file.
-int compare_names(std::string_view a, std::string_view b) { return folded_name(a).compare(folded_name(b)); }
-
 void add_folder(input_files& found, const std::string& name) {
     std::error_code error;
     std::vector<std::string> names;
@@ -38,7 +35,7 @@ void add_folder(input_files& found, const std::string& name) {
     const auto folder = static_cast<std::uint32_t>(found.folders.size());
     found.folders.push_back(utf8_from_path(path_from_utf8(name) / ""));
     for (std::string& file_name : names)
-        found.files.push_back({folder, false, false, std::move(file_name)});
+        found.files.push_back({.folder = folder, .name = std::move(file_name)});
 }
 
 void add_file(input_files& found, const std::string& name) {
@@ -47,7 +44,7 @@ void add_file(input_files& found, const std::string& name) {
     // consecutive names are mostly in the same folder
     if (found.folders.empty() || found.folders.back() != folder) found.folders.push_back(std::move(folder));
     found.files.push_back(
-        {static_cast<std::uint32_t>(found.folders.size() - 1), false, false, utf8_from_path(path.filename())});
+        {.folder = static_cast<std::uint32_t>(found.folders.size() - 1), .name = utf8_from_path(path.filename())});
 }
 
 using group = std::vector<input_file*>;
@@ -55,16 +52,19 @@ using group = std::vector<input_file*>;
 /// Calls `work` with each group of files for which `name` is the same, in the order in which they were named.
 template <class Name, class Work>
 void for_each_group(std::vector<input_file>& files, Name name, Work work) {
+    std::vector<std::string> names;
+    names.reserve(files.size());
+    for (const input_file& file : files)
+        names.push_back(folded_name(name(file)));
     std::vector<std::uint32_t> order(files.size());
     std::iota(order.begin(), order.end(), 0U);
-    std::stable_sort(order.begin(), order.end(), [&](std::uint32_t a, std::uint32_t b) {
-        return compare_names(name(files[a]), name(files[b])) < 0;
-    });
+    std::stable_sort(order.begin(), order.end(), [&](std::uint32_t a, std::uint32_t b) { return names[a] < names[b]; });
     for (std::size_t i = 0; i < order.size();) {
+        const std::string& shared = names[order[i]];
         group members;
         do
             members.push_back(&files[order[i++]]);
-        while (i < order.size() && compare_names(name(*members.front()), name(files[order[i]])) == 0);
+        while (i < order.size() && names[order[i]] == shared);
         if (members.size() > 1) work(members);
     }
 }
@@ -72,16 +72,51 @@ void for_each_group(std::vector<input_file>& files, Name name, Work work) {
 /// Files that differ only in their extension keep it; an equal extension distinguishes nothing.
 void keep_extensions(const group& files) {
     const bool one_name = std::all_of(files.begin(), files.end(), [&](const input_file* f) {
-        return compare_names(f->name, files.front()->name) == 0;
+        return folded_name(f->name) == folded_name(files.front()->name);
     });
     for (input_file* f : files)
         f->keeps_extension = !one_name;
 }
 
-/// Only the first file of a name gets its report.
-void take_name(const group& files) {
-    for (std::size_t i = 1; i < files.size(); ++i)
-        files[i]->name_taken = true;
+/// The names of a folder and the folders that it is in, innermost first, as far as the command line names them.
+std::vector<std::string> folder_names(const std::string& folder) {
+    std::vector<std::string> names;
+    const fs::path path = path_from_utf8(folder).parent_path();
+    for (fs::path rest = path; rest.has_filename() && rest.filename() != "." && rest.filename() != "..";
+         rest = rest.parent_path())
+        names.push_back(utf8_from_path(rest.filename()));
+    return names;
+}
+
+/// Adds a folder to the names of a group of files that are in different folders. False: no file has a folder to add.
+bool add_folder_to_names(const input_files& found, const group& files) {
+    const auto folder = [&](const input_file* f) -> const std::string& { return found.folders.at(f->folder); };
+    if (std::all_of(files.begin(), files.end(),
+                    [&](const input_file* f) { return folder(f) == folder(files.front()); }))
+        return false;
+    bool added = false;
+    for (input_file* f : files)
+        if (f->kept_folders < std::min<std::size_t>(folder_names(folder(f)).size(), 255)) {
+            ++f->kept_folders;
+            added = true;
+        }
+    return added;
+}
+
+/// Gives the reports different names as far as possible.
+void distinguish_names(input_files& found) {
+    for_each_group(
+        found.files, [](const input_file& f) { return without_extension(f.name); }, keep_extensions);
+    const auto report_name = [&](const input_file& f) { return found.report_name(f); };
+    for (bool added = true; added;) {
+        added = false;
+        for_each_group(found.files, report_name,
+                       [&](const group& files) { added = add_folder_to_names(found, files) || added; });
+    }
+    for_each_group(found.files, report_name, [](const group& files) {
+        for (input_file* f : files)
+            f->shares_name = true;
+    });
 }
 
 } // namespace
@@ -95,14 +130,17 @@ input_files find_input_files(const std::vector<std::string>& names) {
         else
             add_file(found, name);
     }
-    for_each_group(
-        found.files, [](const input_file& f) { return without_extension(f.name); }, keep_extensions);
-    for_each_group(found.files, report_name, take_name);
+    distinguish_names(found);
     return found;
 }
 
-std::string_view report_name(const input_file& file) {
-    return file.keeps_extension ? std::string_view(file.name) : without_extension(file.name);
+std::string input_files::report_name(const input_file& file) const {
+    std::string name(file.keeps_extension ? std::string_view(file.name) : without_extension(file.name));
+    if (file.kept_folders == 0) return name;
+    const std::vector<std::string> names = folder_names(folders.at(file.folder));
+    for (std::size_t i = 0; i < file.kept_folders; ++i)
+        name.insert(0, names.at(i) + "_");
+    return name;
 }
 
 } // namespace desk::batch

@@ -5,6 +5,8 @@
 #include "runtime/files.h"
 #include "runtime/version.h"
 
+#include <chrono>
+#include <cmath>
 #include <exception>
 #include <filesystem>
 #include <string>
@@ -35,6 +37,16 @@ private:
     std::string shown_;
 };
 
+std::string counted(std::size_t count, const std::string& what) {
+    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+
+void write_summary(const batch::run_result& run, std::chrono::duration<double> time) {
+    const auto tenths = std::lround(time.count() * 10);
+    write_to_standard_error("edid_report: " + counted(run.reports, "report") + ", " + counted(run.failures, "failure") +
+                            ", " + std::to_string(tenths / 10) + "." + std::to_string(tenths % 10) + " seconds\n");
+}
+
 int report(const batch::options& wanted) {
     if (!wanted.output_folder.empty()) {
         std::error_code error;
@@ -58,9 +70,11 @@ int report(const batch::options& wanted) {
         },
         [&](std::size_t done, std::size_t count) { progress.show(done, count); },
     };
-    const bool all_well = batch::run_reports(batch::find_input_files(wanted.inputs), wanted, dates, output);
+    const auto start = std::chrono::steady_clock::now();
+    const batch::run_result run = batch::run_reports(batch::find_input_files(wanted.inputs), wanted, dates, output);
     progress.clear();
-    return all_well ? 0 : 1;
+    if (standard_error_is_a_terminal()) write_summary(run, std::chrono::steady_clock::now() - start);
+    return run.all_well() ? 0 : 1;
 }
 
 } // namespace

@@ -1,15 +1,20 @@
 #pragma once
 
+#include <cstdint>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace desk::batch {
 
+/// What is written for each file.
+enum class output_format : std::uint8_t { text, json, html };
+
 /// The options and arguments of the command line.
 struct options {
     bool help = false;
     bool version = false;
+    output_format format = output_format::text;
     unsigned jobs = 0;               ///< files at a time; 0: one for each processor
     std::string output_folder;       ///< empty: standard output
     std::vector<std::string> inputs; ///< files and folders, in the order given

@@ -18,7 +18,16 @@ struct run_output {
     std::function<void(std::size_t done, std::size_t count)> progress;
 };
 
-/// Reports on every file, in the given order whatever the number of jobs. True: each file has its report.
-bool run_reports(const input_files& inputs, const options& wanted, calendar& dates, const run_output& output);
+/// The result of a run.
+struct run_result {
+    std::size_t reports = 0;
+    std::size_t failures = 0; ///< files without a report, and named files or folders that are none
+    bool stopped = false;     ///< writing to standard output failed
+
+    bool all_well() const { return failures == 0 && !stopped; }
+};
+
+/// Reports on every file, in the given order whatever the number of jobs.
+run_result run_reports(const input_files& inputs, const options& wanted, calendar& dates, const run_output& output);
 
 } // namespace desk::batch

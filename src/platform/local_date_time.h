@@ -17,7 +17,8 @@ public:
     std::tm now() override;
 };
 
-/// In the format of the system's locale, in UTF-8.
+/// In the format of the system's locale, in UTF-8; in digits if the desk's character set lacks one of its characters.
+/// A report is saved in that set.
 std::string date_text(const std::tm& moment);
 std::string time_text(const std::tm& moment);
 

@@ -1,5 +1,6 @@
 #include "platform/local_date_time.h"
 
+#include "platform/numeric_date.h"
 #include "runtime/windows_1252.h"
 
 #include <array>
@@ -42,8 +43,12 @@ std::tm local_calendar::now() {
     return moment;
 }
 
-std::string date_text(const std::tm& moment) { return in_system_locale("%x", moment); }
+std::string date_text(const std::tm& moment) {
+    return in_character_set(in_system_locale("%x", moment), numeric_date_format, moment);
+}
 
-std::string time_text(const std::tm& moment) { return in_system_locale("%X", moment); }
+std::string time_text(const std::tm& moment) {
+    return in_character_set(in_system_locale("%X", moment), numeric_time_format, moment);
+}
 
 } // namespace desk

@@ -1,4 +1,5 @@
 #include "platform/local_date_time.h"
+#include "platform/numeric_date.h"
 #include "runtime/windows_api.h"
 
 #include <array>
@@ -42,15 +43,17 @@ std::tm local_calendar::now() {
 std::string date_text(const std::tm& moment) {
     const SYSTEMTIME t = system_time_of(moment);
     wide_text text{};
-    return utf8_of(text, GetDateFormatEx(LOCALE_NAME_USER_DEFAULT, DATE_SHORTDATE, &t, nullptr, text.data(),
-                                         static_cast<int>(text.size()), nullptr));
+    const int length = GetDateFormatEx(LOCALE_NAME_USER_DEFAULT, DATE_SHORTDATE, &t, nullptr, text.data(),
+                                       static_cast<int>(text.size()), nullptr);
+    return in_character_set(utf8_of(text, length), numeric_date_format, moment);
 }
 
 std::string time_text(const std::tm& moment) {
     const SYSTEMTIME t = system_time_of(moment);
     wide_text text{};
-    return utf8_of(
-        text, GetTimeFormatEx(LOCALE_NAME_USER_DEFAULT, 0, &t, nullptr, text.data(), static_cast<int>(text.size())));
+    const int length =
+        GetTimeFormatEx(LOCALE_NAME_USER_DEFAULT, 0, &t, nullptr, text.data(), static_cast<int>(text.size()));
+    return in_character_set(utf8_of(text, length), numeric_time_format, moment);
 }
 
 } // namespace desk

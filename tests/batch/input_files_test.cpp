@@ -48,7 +48,7 @@ protected:
     strings report_names() const {
         strings names;
         for (const input_file& file : found.files)
-            names.push_back((file.name_taken ? "taken: " : "") + std::string(report_name(file)));
+            names.push_back((file.shares_name ? "shared: " : "") + found.report_name(file));
         return names;
     }
 
@@ -142,20 +142,40 @@ TEST_F(report_names_test, are_compared_without_regard_to_case) {
 #ifdef _WIN32
 TEST_F(report_names_test, are_compared_without_regard_to_case_beyond_ascii) {
     find({"x/\xC3\x84.hex", "y/\xC3\xA4.hex"});
-    EXPECT_EQ(report_names(), (strings{"\xC3\x84", "taken: \xC3\xA4"}));
+    EXPECT_EQ(report_names(), (strings{"x_\xC3\x84", "y_\xC3\xA4"}));
 }
 #endif
 
-TEST_F(report_names_test, can_be_taken_by_an_earlier_file) {
+TEST_F(report_names_test, begin_with_the_folder_if_files_in_different_folders_have_one_name) {
     find({"x/a.hex", "b.hex", "y/a.hex", "z/A.HEX"});
-    EXPECT_EQ(report_names(), (strings{"a", "b", "taken: a", "taken: A"}));
-    find({"a.hex", "a.hex"});
-    EXPECT_EQ(report_names(), (strings{"a", "taken: a"}));
+    EXPECT_EQ(report_names(), (strings{"x_a", "b", "y_a", "z_A"}));
+    find({"card0-DP-1/edid", "card0-DP-2/edid"});
+    EXPECT_EQ(report_names(), (strings{"card0-DP-1_edid", "card0-DP-2_edid"}));
 }
 
-TEST_F(report_names_test, can_be_taken_by_a_name_that_lost_its_extension) {
+TEST_F(report_names_test, begin_with_as_many_folders_as_are_needed) {
+    find({"1/x/a.hex", "2/x/a.hex", "2/y/a.hex"});
+    EXPECT_EQ(report_names(), (strings{"1_x_a", "2_x_a", "y_a"}));
+}
+
+TEST_F(report_names_test, differ_from_a_name_that_looks_like_a_folder) {
+    find({"1/x/a.hex", "1/y/a.hex", "2/x_a.hex"});
+    EXPECT_EQ(report_names(), (strings{"1_x_a", "y_a", "2_x_a"}));
+}
+
+TEST_F(report_names_test, take_no_folder_that_the_command_line_does_not_name) {
+    found = find_input_files({"a.hex", "./a.hex", "../a.hex", "x/a.hex"});
+    EXPECT_EQ(report_names(), (strings{"shared: a", "shared: a", "shared: a", "x_a"}));
+}
+
+TEST_F(report_names_test, are_shared_by_a_file_that_is_named_twice) {
+    find({"a.hex", "a.hex"});
+    EXPECT_EQ(report_names(), (strings{"shared: a", "shared: a"}));
+}
+
+TEST_F(report_names_test, can_be_shared_with_a_name_that_lost_its_extension) {
     find({"a.hex.bin", "a.hex", "a.bin"});
-    EXPECT_EQ(report_names(), (strings{"a.hex", "taken: a.hex", "a.bin"}));
+    EXPECT_EQ(report_names(), (strings{"shared: a.hex", "shared: a.hex", "a.bin"}));
 }
 
 } // namespace

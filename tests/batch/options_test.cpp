@@ -42,6 +42,17 @@ TEST(options, have_a_folder_for_the_reports) {
     EXPECT_EQ(options_of({"-o", "-x", "a"}).output_folder, "-x");
 }
 
+TEST(options, have_a_format) {
+    EXPECT_EQ(options_of({"a"}).format, output_format::text);
+    EXPECT_EQ(options_of({"--format", "json", "a"}).format, output_format::json);
+    EXPECT_EQ(options_of({"--format=json", "a"}).format, output_format::json);
+    EXPECT_EQ(options_of({"--format", "json", "--format", "text", "a"}).format, output_format::text);
+    EXPECT_EQ(complaint_of({"a", "--format"}), "--format needs a value");
+    EXPECT_EQ(complaint_of({"--format", "xml", "a"}), "--format needs text, json or html, not \"xml\"");
+    EXPECT_EQ(options_of({"--format", "html", "-o", "pages", "a"}).format, output_format::html);
+    EXPECT_EQ(complaint_of({"--format", "html", "a"}), "--format html needs -o FOLDER");
+}
+
 TEST(options, ask_for_the_version_and_need_no_name_then) {
     EXPECT_TRUE(options_of({"--version"}).version);
     EXPECT_TRUE(options_of({"-j", "2", "--version", "-x"}).version);
@@ -98,7 +109,7 @@ TEST(help_text, names_all_options) {
     const std::string text = help_text;
     EXPECT_TRUE(text.starts_with("usage: edid_report "));
     EXPECT_TRUE(text.ends_with("\n"));
-    for (const char* option : {"-j N", "-o FOLDER", "--  ", "-h, --help", "Exit status"})
+    for (const char* option : {"--format FORMAT", "-j N", "-o FOLDER", "--  ", "-h, --help", "Exit status"})
         EXPECT_NE(text.find(option), std::string::npos) << option;
 }
 

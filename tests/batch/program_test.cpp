@@ -97,13 +97,14 @@ protected:
 
 TEST_F(program, shows_its_usage) {
     EXPECT_EQ(run("--help"), 0);
-    EXPECT_TRUE(out.starts_with("usage: edid_report [-j N] [-o FOLDER] FILE|FOLDER...\n"));
+    EXPECT_TRUE(out.starts_with("usage: edid_report [--format FORMAT] [-j N] [-o FOLDER] FILE|FOLDER...\n"));
     EXPECT_EQ(err, "");
     EXPECT_EQ(run("-h"), 0);
 }
 
 TEST_F(program, refuses_an_invalid_command_line) {
-    for (const char* words : {"", "-j", "-j 0 x", "-j two x", "-o", "--every x", "-x y"}) {
+    for (const char* words :
+         {"", "--format", "--format x", "--format pdf x", "-j", "-j 0 x", "-j two x", "-o", "--every x", "-x y"}) {
         EXPECT_EQ(run(words), 2) << words;
         EXPECT_EQ(out, "") << words;
         EXPECT_TRUE(err.starts_with("edid_report: ")) << words;
@@ -211,12 +212,15 @@ protected:
     test::terminal screen;
 };
 
-TEST_F(program_on_terminal, shows_and_removes_a_count) {
+TEST_F(program_on_terminal, shows_a_count_and_at_the_end_a_summary) {
     folder.put("one.bin", bytes_of_edid(good_edid()));
     EXPECT_EQ(run_errors_there(in_folder("one.bin")), 0);
     EXPECT_EQ(without_date(out), report_of(good_edid()));
     EXPECT_NE(screen.written().find("\r1 of 1"), std::string::npos);
-    EXPECT_EQ(screen_of(screen.written()), std::vector<std::string>{std::string(6, ' ')});
+    const std::vector<std::string> shown = screen_of(screen.written());
+    ASSERT_EQ(shown.size(), 2U);
+    EXPECT_TRUE(std::regex_match(shown.front(), std::regex("edid_report: 1 report, 0 failures, \\d+\\.\\d seconds")))
+        << shown.front();
 }
 
 TEST_F(program, has_its_count_in_no_report_and_in_no_message_on_a_terminal) {
@@ -232,7 +236,7 @@ TEST_F(program, has_its_count_in_no_report_and_in_no_message_on_a_terminal) {
             return std::count_if(shown.begin(), shown.end(),
                                  [&](const std::string& line) { return line.starts_with(beginning); });
         };
-        EXPECT_EQ(lines_with("edid_report: "), size == edid_size ? 0 : 200);
+        EXPECT_EQ(lines_with("edid_report: "), (size == edid_size ? 0 : 200) + 1) << "with the summary";
         EXPECT_EQ(lines_with("EDID Analysis Report "), 200);
         EXPECT_EQ(lines_with("END."), 200);
         for (const std::string& line : shown)
@@ -276,7 +280,7 @@ TEST_F(program, is_documented_option_by_option) {
     std::ifstream page(MANUAL_PAGE);
     const std::string manual((std::istreambuf_iterator<char>(page)), std::istreambuf_iterator<char>());
     EXPECT_EQ(run("--help"), 0);
-    for (const char* option : {"-j", "-o", "--help", "--version"}) {
+    for (const char* option : {"--format", "-j", "-o", "--help", "--version"}) {
         EXPECT_NE(out.find(option), std::string::npos) << option;
         EXPECT_NE(manual.find(std::regex_replace(std::string(option), std::regex("-"), "\\-")), std::string::npos)
             << option;

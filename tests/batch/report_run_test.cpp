@@ -1,11 +1,6 @@
-#include "batch/report_run.h"
+#include "report_run_fixture.h"
 
-#include "report/text/report_text.h"
 #include "runtime/files.h"
-#include "runtime/windows_1252.h"
-#include "support/fake_machine.h"
-#include "support/temporary_directory.h"
-#include "support/translation_fixture.h"
 
 #include <gtest/gtest.h>
 
@@ -23,60 +18,6 @@
 
 namespace desk::batch {
 namespace {
-
-using test::cea_edid;
-using test::edid_of;
-using test::text_descriptor;
-using test::usual_edid;
-using strings = std::vector<std::string>;
-
-/// An EDID with this name.
-edid_buffer named_edid(const std::string& name) { return edid_of({{72, text_descriptor(0xFC, name)}}, usual_edid()); }
-
-class report_run_test : public testing::Test {
-protected:
-    void put(const std::string& name, const edid_buffer& edid, std::size_t count = 256) const {
-        std::filesystem::create_directories((directory / name).parent_path());
-        directory.put(name, std::string(edid.begin(), edid.begin() + static_cast<std::ptrdiff_t>(count)));
-    }
-    std::string path(const std::string& name) const { return utf8_from_path(directory / name); }
-    /// Reports on these files and folders of the directory.
-    bool run(const strings& names, unsigned jobs = 1, const std::string& output_folder = "") {
-        strings paths;
-        for (const std::string& name : names)
-            paths.push_back(path(name));
-        options wanted;
-        wanted.jobs = jobs;
-        wanted.output_folder = output_folder.empty() ? "" : path(output_folder);
-        reports.clear();
-        messages.clear();
-        progress.clear();
-        return run_reports(find_input_files(paths), wanted, dates, output());
-    }
-    run_output output() {
-        return {[this](std::string_view bytes) {
-                    reports.emplace_back(bytes);
-                    return reports.size() < taken_reports;
-                },
-                [this](std::string_view text) { messages.emplace_back(text); },
-                [this](std::size_t done, std::size_t count) { progress.emplace_back(done, count); }};
-    }
-    /// The bytes of an EDID's report.
-    std::string report_of(const edid_buffer& edid) {
-        std::string text;
-        translation_tables tables;
-        double sn_value = 0;
-        report_build(text, edid, tables, sn_value, date_text(dates.moment), time_text(dates.moment));
-        return bytes_from_text(text + "\r\n");
-    }
-
-    test::temporary_directory directory;
-    test::fixed_calendar dates;
-    strings reports;
-    strings messages;
-    std::vector<std::pair<std::size_t, std::size_t>> progress;
-    std::size_t taken_reports = 1000000; ///< the output fails at this number
-};
 
 TEST_F(report_run_test, has_the_report_and_a_line_end_for_each_file) {
     put("a.bin", usual_edid());
@@ -137,7 +78,7 @@ TEST_F(report_run_test, works_on_as_many_files_at_a_time_as_are_wanted) {
         meeting_calendar meeting(std::chrono::milliseconds(jobs == 1 ? 20 : 5000));
         options wanted;
         wanted.jobs = jobs;
-        EXPECT_TRUE(run_reports(find_input_files(paths), wanted, meeting, output()));
+        EXPECT_TRUE(run_reports(find_input_files(paths), wanted, meeting, output()).all_well());
         EXPECT_EQ(meeting.most, jobs);
     }
 }
@@ -218,7 +159,7 @@ TEST_F(failing_run, reports_any_other_failure_of_a_file) {
     put("a.bin", usual_edid());
     options wanted;
     wanted.jobs = 1;
-    EXPECT_FALSE(run_reports(find_input_files({path("a.bin"), path("a.bin")}), wanted, broken, output()));
+    EXPECT_FALSE(run_reports(find_input_files({path("a.bin"), path("a.bin")}), wanted, broken, output()).all_well());
     EXPECT_TRUE(reports.empty());
     EXPECT_EQ(messages, strings(2, path("a.bin") + ": the date can't be had."));
 }
@@ -269,18 +210,6 @@ TEST_F(failing_run, stops_if_the_output_fails) {
     EXPECT_EQ(messages, strings{"writing to standard output failed."});
 }
 
-class run_into_folder : public report_run_test {
-protected:
-    run_into_folder() { std::filesystem::create_directory(directory / "out"); }
-    std::string written(const std::string& name) const { return directory.content("out/" + name); }
-    std::size_t written_count() const {
-        std::size_t count = 0;
-        for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(directory / "out"))
-            ++count;
-        return count;
-    }
-};
-
 TEST_F(run_into_folder, writes_a_file_for_each_report) {
     put("in/a.bin", named_edid("A"));
     put("in/b", named_edid("B"));
@@ -295,12 +224,48 @@ TEST_F(run_into_folder, writes_a_file_for_each_report) {
 }
 
 TEST_F(run_into_folder, replaces_no_other_report) {
-    put("x/a.bin", named_edid("X"));
-    put("y/a.bin", named_edid("Y"));
-    EXPECT_FALSE(run({"x/a.bin", "y/a.bin"}, 4, "out"));
-    EXPECT_EQ(written("a.txt"), report_of(named_edid("X")));
-    EXPECT_EQ(written_count(), 1U);
-    EXPECT_EQ(messages, strings{path("y/a.bin") + ": another file's report is already in " + path("out/a.txt") + "."});
+    put("a.hex.bin", named_edid("X"));
+    directory.put("a.hex", "00");
+    put("a.bin", named_edid("Y"));
+    EXPECT_FALSE(run({"a.hex.bin", "a.hex", "a.bin"}, 4, "out"));
+    EXPECT_EQ(written("a.hex.txt"), report_of(named_edid("X")));
+    EXPECT_EQ(written_count(), 2U);
+    EXPECT_EQ(messages.back(), path("a.hex") + ": another file's report is already in " + path("out/a.hex.txt") + ".");
+    EXPECT_EQ(result.reports, 2U);
+    EXPECT_EQ(result.failures, 1U);
+}
+
+TEST_F(run_into_folder, gives_a_shared_name_to_the_first_report_that_is_written) {
+    directory.put("a.hex.bin", "");
+    directory.put("a.hex", "00");
+    put("a.bin", named_edid("Y"));
+    for (const unsigned jobs : {1U, 4U}) {
+        EXPECT_FALSE(run({"a.hex.bin", "a.hex", "a.bin"}, jobs, "out"));
+        EXPECT_FALSE(written("a.hex.txt").empty());
+        EXPECT_EQ(messages.front(), path("a.hex.bin") + ": it is empty.");
+        EXPECT_EQ(result.failures, 1U);
+        std::filesystem::remove(directory / "out/a.hex.txt");
+    }
+}
+
+TEST_F(run_into_folder, writes_the_reports_of_files_with_one_name_in_different_folders) {
+    std::filesystem::create_directories(directory / "card0-DP-1");
+    directory.put("card0-DP-1/edid", "");
+    put("card0-DP-2/edid", named_edid("X"));
+    put("card0-DP-3/edid", named_edid("Y"));
+    EXPECT_FALSE(run({"card0-DP-1/edid", "card0-DP-2/edid", "card0-DP-3/edid"}, 2, "out"));
+    EXPECT_EQ(written("card0-DP-2_edid.txt"), report_of(named_edid("X")));
+    EXPECT_EQ(written("card0-DP-3_edid.txt"), report_of(named_edid("Y")));
+    EXPECT_EQ(messages, strings{path("card0-DP-1/edid") + ": it is empty."});
+}
+
+TEST_F(report_run_test, counts_reports_and_failures) {
+    put("a.bin", usual_edid());
+    put("b.bin", edid_of({{23, {255}}}, usual_edid()));
+    std::filesystem::create_directory(directory / "empty");
+    EXPECT_FALSE(run({"a.bin", "b.bin", "missing.bin", "empty"}));
+    EXPECT_EQ(result.reports, 1U);
+    EXPECT_EQ(result.failures, 3U);
 }
 
 TEST_F(run_into_folder, writes_no_report_that_fails) {
@@ -357,8 +322,8 @@ TEST_F(run_into_folder, reports_where_it_can_not_write) {
 TEST_F(run_into_folder, leaves_the_output_alone_if_it_can_not_write) {
     put("x/a.bin", usual_edid());
     put("y/a.bin", usual_edid());
-    EXPECT_FALSE(run({"x/a.bin", "y/a.bin"}, 1, "out"));
-    EXPECT_TRUE(reports.empty()) << "its name is taken";
+    EXPECT_TRUE(run({"x/a.bin", "y/a.bin"}, 1, "out"));
+    EXPECT_TRUE(reports.empty()) << "they are in the folder";
     EXPECT_FALSE(run({"x/a.bin"}, 1, "missing"));
     EXPECT_TRUE(reports.empty()) << "there is no such folder";
 }

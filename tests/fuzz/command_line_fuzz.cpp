@@ -8,6 +8,7 @@
 #include "runtime/text.h"
 
 #include <map>
+#include <utility>
 
 namespace {
 
@@ -31,14 +32,16 @@ void find_files(std::vector<std::string> names) {
         name.insert(0, "no folder/");
     const batch::input_files found = batch::find_input_files(names);
     fuzz::demand(found.files.size() == names.size() && found.problems.empty(), "each name is a file");
-    std::map<std::string, int> reports;
+    std::map<std::string, std::pair<int, bool>> reports;
     for (const batch::input_file& file : found.files) {
-        if (!file.name_taken) ++reports[lower_case(batch::report_name(file))];
+        auto& [count, shared] = reports[lower_case(found.report_name(file))];
+        ++count;
+        shared = shared || file.shares_name;
         fuzz::demand(!found.path_of(file).empty(), "a file has its path");
         kind_by_extension(file.name);
     }
-    for (const auto& [name, count] : reports)
-        fuzz::demand(count == 1, "no report replaces another");
+    for (const auto& [name, report] : reports)
+        fuzz::demand((report.first > 1) == report.second, "a file is marked exactly if its report shares its name");
 }
 
 void start_simulator(const std::vector<std::string>& words) {

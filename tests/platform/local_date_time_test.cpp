@@ -1,4 +1,5 @@
 #include "platform/local_date_time.h"
+#include "platform/numeric_date.h"
 
 #include <gtest/gtest.h>
 
@@ -27,6 +28,24 @@ TEST(date_text, holds_year_and_day) {
     const std::string text = date_text(moment_at(2006, 11, 23, 4, 5, 7));
     EXPECT_NE(text.find("06"), std::string::npos) << text;
     EXPECT_NE(text.find("23"), std::string::npos) << text;
+}
+
+TEST(in_character_set, keeps_a_text_that_has_a_byte_for_each_character) {
+    const std::tm moment = moment_at(2006, 11, 23, 4, 5, 7);
+    for (const char* text : {"23.11.2006",
+                             "23 d\xC3\xA9"
+                             "c. 2006",
+                             "?"})
+        EXPECT_EQ(in_character_set(text, numeric_date_format, moment), text);
+}
+
+TEST(in_character_set, is_in_digits_otherwise) {
+    const std::tm moment = moment_at(2006, 11, 23, 4, 5, 7);
+    // digits of Persian, and the Japanese character for a year
+    for (const char* text : {"\xDB\xB1\xDB\xB3\xDB\xB8\xDB\xB5", "2006\xE5\xB9\xB4"}) {
+        EXPECT_EQ(in_character_set(text, numeric_date_format, moment), "2006-11-23");
+        EXPECT_EQ(in_character_set(text, numeric_time_format, moment), "04:05:07");
+    }
 }
 
 TEST(date_text, differs_with_day_month_and_year) {
