@@ -69,7 +69,8 @@ TEST(display_outline, has_the_proportions_of_the_display) {
 
 TEST(display_outline, fits_its_room_whatever_the_size) {
     for (const auto& [width, height] : {std::pair{1.0, 1.0}, {2550.0, 2550.0}, {2550.0, 1.0}, {1.0, 2550.0}}) {
-        const std::string svg = drawn([&](markup_writer& out) { draw_display_outline(out, width, height); });
+        const std::string svg =
+            drawn([&, w = width, h = height](markup_writer& out) { draw_display_outline(out, w, h); });
         EXPECT_GE(attribute_of(svg, "screen", "x"), 0);
         EXPECT_GE(attribute_of(svg, "screen", "y"), 0);
         EXPECT_LE(attribute_of(svg, "paper", "x") + attribute_of(svg, "paper", "width"), 321);
