@@ -103,7 +103,8 @@ void soak::start_some_task() {
         {"click cmd_setup", "click cmd_download", "click cmd_reset", "click cmd_download"}};
     const strings task = one_of(tasks);
     task_.assign(task.begin(), task.end());
-    say("file \"" + utf8_from_path(files_.path() / one_of(files_.names())) + "\"");
+    const std::string answer = say("file \"" + utf8_from_path(files_.path()) + "/" + one_of(files_.names()) + "\"");
+    if (answer != "ok") problem("the robot refuses a file: " + answer);
 }
 
 std::string soak::some_exchange() {

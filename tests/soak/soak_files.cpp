@@ -8,6 +8,7 @@
 #include <array>
 #include <filesystem>
 #include <numeric>
+#include <system_error>
 
 namespace desk::test {
 
@@ -17,6 +18,7 @@ constexpr const char* settings_name = "marlo_rs232.ini";
 constexpr const char* catalogue_name = "timing_pattern.ini";
 
 const std::array changing_files = {"display.bin", "good.bin", "good.hex", "wrong.hex", "long.bin", "one.ddc"};
+constexpr std::array locked_files = {"locked.bin", "locked.hex"};
 
 void mend_checksums(bytes& edid) {
     for (const std::size_t end : {std::size_t{127}, std::size_t{255}}) {
@@ -41,7 +43,7 @@ soak_files::soak_files(std::mt19937_64& random) : random_(random) {
     directory_.put("short.ddc", display.substr(0, 128));
     directory_.put("other.txt", "00");
     std::filesystem::create_directory(directory_ / "folder.bin");
-    for (const char* name : {"locked.bin", "locked.hex"}) {
+    for (const char* name : locked_files) {
         directory_.put(name, display);
         std::filesystem::permissions(directory_ / name, std::filesystem::perms::owner_read);
     }
@@ -49,6 +51,13 @@ soak_files::soak_files(std::mt19937_64& random) : random_(random) {
               "wrong.hex",   "long.bin",    "empty.bin",   "one.ddc",    "short.ddc", "other.txt",
               "folder.bin",  "locked.bin",  "locked.hex",  "gone.bin",   "saved.hex", "saved.bin",
               "saved.txt",   "saved.hex",   "no/such.hex", "no/such.bin"};
+}
+
+soak_files::~soak_files() {
+    // Windows doesn't delete read-only files
+    std::error_code ignored;
+    for (const char* name : locked_files)
+        std::filesystem::permissions(directory_ / name, std::filesystem::perms::owner_all, ignored);
 }
 
 void soak_files::change_some() {

@@ -15,8 +15,12 @@ namespace desk::test {
 class soak_files {
 public:
     explicit soak_files(std::mt19937_64& random);
+    soak_files(const soak_files&) = delete;
+    soak_files& operator=(const soak_files&) = delete;
+    ~soak_files();
 
-    const std::filesystem::path& path() const { return directory_.path(); }
+    /// With "/" as separator on every system, so that it can be quoted unchanged.
+    std::filesystem::path path() const { return path_from_utf8(directory_.plain_name()); }
     /// Names for the operator to choose from; some occur several times.
     const std::vector<std::string>& names() const { return names_; }
 
