@@ -3,6 +3,7 @@
 #include "batch/json_writer.h"
 #include "support/display_edid.h"
 #include "support/json_schema.h"
+#include "support/utf8.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -123,7 +124,7 @@ TEST(display_json, keeps_hostile_texts) {
     edid.put(90, display_edid::text_descriptor(0xFC, name.substr(0, 13)));
     std::string text;
     // a right-to-left mark, and bytes that are no UTF-8
-    const std::string file = "\xE2\x80\xAE</script>\n'\"";
+    const std::string file = test::utf8(0x202E) + "</script>\n'\"";
     append_json(text, {file, no_digest, 128, std::nullopt, "\xFF"}, edid.facts());
     EXPECT_TRUE(std::all_of(text.begin(), text.end(), [](char c) { return c >= 0x20 && c < 0x7F; })) << text;
     const json object = json::parse(text);

@@ -1,4 +1,5 @@
 #include "drawing/markup_writer.h"
+#include "support/utf8.h"
 
 #include <gtest/gtest.h>
 
@@ -30,10 +31,9 @@ TEST(escaped_text, shows_control_characters_as_pictures) {
 }
 
 TEST(escaped_text, has_nothing_that_changes_the_direction_of_other_text) {
-    for (const char* mark :
-         {"\xE2\x80\xAE", "\xE2\x80\x8F", "\xE2\x80\x8E", "\xE2\x81\xA7", "\xE2\x81\xA9", "\xD8\x9C"})
-        EXPECT_EQ(escaped(std::string("a") + mark + "b<"), "a\xEF\xBF\xBD"
-                                                           "b&lt;");
+    for (const char32_t mark : {0x202E, 0x200F, 0x200E, 0x2067, 0x2069, 0x061C})
+        EXPECT_EQ(escaped("a" + test::utf8(mark) + "b<"), "a\xEF\xBF\xBD"
+                                                          "b&lt;");
 }
 
 TEST(escaped_text, replaces_what_xml_forbids) {
