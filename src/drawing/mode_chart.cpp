@@ -78,7 +78,9 @@ scale scale_of_sizes(std::span<const charted_mode> modes) {
 }
 
 void draw_axes(svg_drawing& drawing, const scale& across, const scale& up, double step) {
-    for (double rate = up.from; rate <= up.to + step / 2; rate += step) {
+    const int steps = static_cast<int>(std::lround((up.to - up.from) / step));
+    for (int i = 0; i <= steps; ++i) {
+        const double rate = up.from + i * step;
         drawing.line("grid", {chart_left, up(rate)}, {chart_right, up(rate)});
         drawing.text("axis", {chart_left - 6, up(rate) + 4}, anchor::end, number_text(rate, 0));
     }

@@ -31,7 +31,7 @@ TEST(escaped_text, shows_control_characters_as_pictures) {
 }
 
 TEST(escaped_text, has_nothing_that_changes_the_direction_of_other_text) {
-    for (const char32_t mark : {0x202E, 0x200F, 0x200E, 0x2067, 0x2069, 0x061C})
+    for (const char32_t mark : {U'\x202E', U'\x200F', U'\x200E', U'\x2067', U'\x2069', U'\x061C'})
         EXPECT_EQ(escaped("a" + test::utf8(mark) + "b<"), "a\xEF\xBF\xBD"
                                                           "b&lt;");
 }
