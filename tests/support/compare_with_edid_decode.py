@@ -165,6 +165,8 @@ def reason_for(field, own, said, decoder, whole, data):
         return "data blocks in a block of revision 1 or 2, which edid-decode ignores"
     if field == "formats" and "no whole number of descriptors" in said_here:
         return "an audio data block whose length is no multiple of 3, which edid-decode leaves out"
+    if field == "address" and own is None and "HDMI vendor block is shorter" in said_here:
+        return "an HDMI block that ends within the address; edid-decode takes the bytes after it"
     if field == "name" and re.search("not printable|second name|text is empty", said_here):
         return "a name with characters that are not ASCII, which edid-decode leaves out, or a second or empty name"
     if field in ("eotfs", "max_nits") and "second HDR static metadata" in said_here:
