@@ -45,12 +45,11 @@ public:
         QTimer::singleShot(0, this, &portal::ask);
     }
 
-private slots:
-    void setting_changed(const QString& group, const QString& key, const QDBusVariant& value) {
+private:
+    Q_SLOT void setting_changed(const QString& group, const QString& key, const QDBusVariant& value) {
         if (group == group_of_scheme && key == key_of_scheme) take(value.variant(), true);
     }
 
-private:
     void ask() {
         std::optional<QDBusConnection> bus = session_bus();
         if (!bus || !bus->isConnected()) return;

@@ -153,7 +153,7 @@ std::string standard_words(const field& f, const page_source& source) {
 }
 
 std::string display_id_words(const field& f, const display_facts& facts) {
-    const std::string modes = modes_in(f, facts);
+    std::string modes = modes_in(f, facts);
     if (!modes.empty()) return modes;
     for (const facts::display_id_section& s : facts.display_id)
         if (s.block == f.block) return s.product_name;
