@@ -1,8 +1,8 @@
 // However the end of the user's log-on finds the desk, it ends in order.
 
 #include "operated_simulator.h"
-#include "platform/native_serial_port.h"
-#include "runtime/failure.h"
+#include "platform/port_file.h"
+#include "runtime/files.h"
 #include "runtime/windows_api.h"
 
 #include <QCoreApplication>
@@ -151,18 +151,14 @@ protected:
         all.insert("PATH", QDir::toNativeSeparators(QCoreApplication::applicationDirPath()) + ";" + all.value("PATH"));
         desk_.setProcessEnvironment(all);
         desk_.start(program);
-        // it is connected
-        ASSERT_TRUE(QTest::qWaitFor([this] { return !can_open_port(); }, patience_ms));
+        ASSERT_TRUE(QTest::qWaitFor([this] { return !is_port_free(); }, patience_ms)) << "it does not connect";
         ASSERT_TRUE(QTest::qWaitFor([this] { return has_window(); }, patience_ms));
         ASSERT_TRUE(QFile::remove(folder_.filePath("marlo_rs232.ini")));
     }
-    bool can_open_port() const {
-        try {
-            make_native_serial_port(std::filesystem::path(folder_.path().toStdWString()))->open(1);
-            return true;
-        } catch (const runtime_failure&) {
-            return false;
-        }
+    /// Does not open it: the desk may just be about to.
+    bool is_port_free() const {
+        const auto pipe = device_of_port_file(port_file(folder_.path().toStdWString(), 1));
+        return pipe && WaitNamedPipeW(path_from_utf8(*pipe).c_str(), 1);
     }
     bool has_window() const {
         for (HWND one : windows_of(desk_.processId())) {
@@ -181,7 +177,7 @@ TEST_F(logged_off_program, closes_its_port_and_writes_its_settings) {
     send_result(true);
     EXPECT_TRUE(content("marlo_rs232.ini").startsWith("1\r\n"));
     EXPECT_EQ(status(), 0);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return can_open_port(); }, patience_ms));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return is_port_free(); }, patience_ms));
 }
 
 TEST_F(logged_off_program, goes_on_if_another_program_cancels) {
@@ -191,7 +187,7 @@ TEST_F(logged_off_program, goes_on_if_another_program_cancels) {
     send_result(false);
     EXPECT_TRUE(allows_log_off());
     EXPECT_EQ(desk_.state(), QProcess::Running);
-    EXPECT_FALSE(can_open_port());
+    EXPECT_FALSE(is_port_free());
     send_result(true);
     EXPECT_TRUE(content("marlo_rs232.ini").startsWith("1\r\n"));
     EXPECT_EQ(status(), 0);
