@@ -45,12 +45,12 @@ protected:
 
     void plug_generator_in() {
         generator_.emplace(
-            folder, strings{simulator, "--timings", "25", "--patterns", "45", "--control", control(), path(line)});
+            folder, strings{simulator_, "--timings", "25", "--patterns", "45", "--control", control(), path(line)});
         ASSERT_TRUE(eventually([this] { return has_line(); }));
     }
     /// Types a line into the simulator.
     void generator(const std::string& line) {
-        running_program sender(folder, {simulator, "--send", control(), line});
+        running_program sender(folder, {simulator_, "--send", control(), line});
         ASSERT_EQ(sender.wait(), 0) << sender.err();
     }
     /// The commands that have reached the generator: "TIM007".
@@ -169,7 +169,7 @@ private:
     std::string control() const { return path("control"); }
 #endif
 
-    const std::string simulator = utf8_from_path(program_to_run(VELOTRACE_SIM));
+    const std::string simulator_ = utf8_from_path(program_to_run(VELOTRACE_SIM));
     std::optional<running_program> generator_;
 };
 
