@@ -2,10 +2,10 @@
 
 #include <array>
 #include <chrono>
+#include <cstdlib>
 #include <thread>
 
 #include <fcntl.h>
-#include <stdlib.h>
 #include <unistd.h>
 
 namespace desk::gui {

@@ -57,22 +57,22 @@ protected:
     void take_pictures_on(QScreen* screen) {
         move_to(screen);
         resize(usual);
-        pictures_.clear();
+        pictures.clear();
         // the bar at the bottom moves
         const QRect without_bar = window().rect().adjusted(0, 0, 0, -window().findChild<qt::work_bar*>()->height());
         for (const view& v : every_view()) {
             show(v);
-            pictures_.push_back(window().grab(without_bar).toImage());
+            pictures.push_back(window().grab(without_bar).toImage());
         }
     }
 
-    std::vector<QImage> pictures_;
+    std::vector<QImage> pictures;
 };
 
 TEST_P(picture_after_a_move, is_that_of_a_desk_that_drew_nothing_elsewhere) {
     take_pictures_on(from());
     take_pictures_on(to());
-    const std::vector<QImage> moved = pictures_;
+    const std::vector<QImage> moved = pictures;
     const QSize plan(desk().form.width, desk().form.height);
     EXPECT_EQ(qt::plan_scale(&window()), qt::fitting_scale(plan, usual, to()->devicePixelRatio()));
     EXPECT_EQ(moved[0].width(), usual.width() * to()->devicePixelRatio());
@@ -81,7 +81,7 @@ TEST_P(picture_after_a_move, is_that_of_a_desk_that_drew_nothing_elsewhere) {
     take_pictures_on(to());
     take_pictures_on(to());
     for (std::size_t i = 0; i < moved.size(); ++i)
-        EXPECT_TRUE(moved[i] == pictures_[i]) << every_view()[i].name;
+        EXPECT_TRUE(moved[i] == pictures[i]) << every_view()[i].name;
 }
 
 INSTANTIATE_TEST_SUITE_P(to, picture_after_a_move, testing::Bool(),

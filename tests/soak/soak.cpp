@@ -27,7 +27,7 @@ constexpr const char* any_node = "node";
 constexpr std::size_t most_last_lines = 4000;
 
 /// The longest action: an autorun upload interrupted by an erase and more.
-constexpr std::int64_t longest_action_ms = 30 * 60 * 1000;
+constexpr std::int64_t longest_action_ms = std::int64_t{30} * 60 * 1000;
 
 constexpr std::array expected_failures = {
     failure::does_not_return,        failure::invalid_procedure_call, failure::overflow,
@@ -117,7 +117,7 @@ std::string soak::some_exchange() {
     say("answer yes");
     if (below(40) == 0) check_after(say("select cbo_com " + std::to_string(below(port_count))));
     for (int tries = 0; tries < 20; ++tries) {
-        const std::string answer = say("click " + one_of(buttons));
+        std::string answer = say("click " + one_of(buttons));
         if (!answer.starts_with("refused ")) return answer;
     }
     return operator_.act_once();

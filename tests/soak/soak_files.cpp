@@ -96,8 +96,9 @@ bytes soak_files::some_edid() {
         edid.at(static_cast<std::size_t>(below(256))) = static_cast<std::uint8_t>(below(256));
     if (below(3) == 0) {
         // duplicates a descriptor, and changes the type of one
-        std::copy_n(edid.begin() + 54 + 18 * below(4), 18, edid.begin() + 54 + 18 * below(4));
-        edid.at(static_cast<std::size_t>(57 + 18 * below(4))) = static_cast<std::uint8_t>(0xFA + below(6));
+        const auto some_descriptor = [&] { return std::ptrdiff_t{54} + std::ptrdiff_t{18} * below(4); };
+        std::copy_n(edid.begin() + some_descriptor(), 18, edid.begin() + some_descriptor());
+        edid.at(static_cast<std::size_t>(some_descriptor() + 3)) = static_cast<std::uint8_t>(0xFA + below(6));
     }
     if (below(2) == 0) mend_checksums(edid);
     return edid;

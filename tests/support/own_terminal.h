@@ -82,7 +82,7 @@ private:
 class child_process {
 public:
     template <class Work>
-    explicit child_process(Work&& work) {
+    explicit child_process(const Work& work) {
         int ready[2] = {-1, -1};
         if (::pipe(ready) != 0) throw std::runtime_error("cannot create a pipe");
         id_ = ::fork();
